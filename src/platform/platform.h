@@ -1,0 +1,63 @@
+#ifndef VELTRANE_PLATFORM_PLATFORM_H
+#define VELTRANE_PLATFORM_PLATFORM_H
+
+#include <memory>
+#include <string>
+
+/// Everything that differs between operating systems. posix.cpp and windows.cpp each implement all of it; nothing else
+/// in the library names an operating system.
+namespace veltrane::platform {
+
+/// The suffix of a shared library's file name, with its dot. The plug-in file name rule and its tests use this one.
+extern const char* const kSharedLibrarySuffix;
+
+/// The separator between a folder and a file name.
+extern const char kPathSeparator;
+
+/// Opens a shared library by file name with the system's own search. A bare name is searched for beside this library
+/// and in its folder veltrane/ first. Opening the same file again gives the same module; modules are never closed.
+/// @param fileName file name or path, in the system's encoding
+/// @param error    0 on success, else the system's error number (never 0 on failure)
+/// @param errorText empty on success, else the system's text
+/// @return the module, or null
+void* OpenSharedLibrary(const std::string& fileName, int& error, std::string& errorText);
+
+/// Finds an exported C symbol by its exact name; null, with the system's text, when it is not there.
+void* FindSymbol(void* module, const std::string& symbol, std::string& errorText);
+
+/// A recursive mutex without time limit.
+class RecursiveMutex {
+public:
+    RecursiveMutex();
+    ~RecursiveMutex();
+    RecursiveMutex(const RecursiveMutex&) = delete;
+    RecursiveMutex& operator=(const RecursiveMutex&) = delete;
+    void lock();
+    void unlock();
+
+private:
+    struct State;
+    std::unique_ptr<State> state;
+};
+
+int ProcessId();
+
+/// A number that tells the threads of this process apart.
+unsigned long ThreadId();
+
+/// Local time, to the millisecond.
+struct LocalTime {
+    unsigned short year, month, day, hour, minute, second, millisecond;
+};
+LocalTime Now();
+
+/// Makes a folder; a failure (it is there already) is ignored.
+void MakeDirectory(const std::string& name);
+
+/// Reads a decimal number as atof does, but with the point as decimal sign under every locale. Overflow gives an
+/// infinity, text without a number 0.
+double ReadDouble(const char* text);
+
+} // namespace veltrane::platform
+
+#endif

@@ -1,0 +1,73 @@
+#include "platform/platform.h"
+
+#include <cerrno>
+#include <clocale>
+#include <cstdlib>
+#include <ctime>
+#include <dlfcn.h>
+#include <mutex>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+namespace veltrane::platform {
+
+const char* const kSharedLibrarySuffix = ".so";
+const char kPathSeparator = '/';
+
+void* OpenSharedLibrary(const std::string& fileName, int& error, std::string& errorText) {
+    error = 0;
+    errorText.clear();
+    errno = 0;
+    void* module = dlopen(fileName.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (module == nullptr) {
+        error = errno != 0 ? errno : ENOENT;
+        const char* text = dlerror();
+        errorText = text != nullptr ? text : "";
+    }
+    return module;
+}
+
+void* FindSymbol(void* module, const std::string& symbol, std::string& errorText) {
+    errorText.clear();
+    dlerror();
+    void* address = dlsym(module, symbol.c_str());
+    if (const char* text = dlerror(); text != nullptr) {
+        errorText = text;
+        return nullptr;
+    }
+    return address;
+}
+
+struct RecursiveMutex::State {
+    std::recursive_mutex mutex;
+};
+
+RecursiveMutex::RecursiveMutex() : state(std::make_unique<State>()) {}
+RecursiveMutex::~RecursiveMutex() = default;
+void RecursiveMutex::lock() { state->mutex.lock(); }
+void RecursiveMutex::unlock() { state->mutex.unlock(); }
+
+int ProcessId() { return static_cast<int>(getpid()); }
+
+unsigned long ThreadId() { return static_cast<unsigned long>(syscall(SYS_gettid)); }
+
+LocalTime Now() {
+    timeval now{};
+    gettimeofday(&now, nullptr);
+    tm local{};
+    localtime_r(&now.tv_sec, &local);
+    auto narrow = [](long value) { return static_cast<unsigned short>(value); };
+    return {narrow(local.tm_year + 1900), narrow(local.tm_mon + 1), narrow(local.tm_mday),         narrow(local.tm_hour),
+            narrow(local.tm_min),         narrow(local.tm_sec),     narrow(now.tv_usec / 1000L)};
+}
+
+void MakeDirectory(const std::string& name) { mkdir(name.c_str(), 0777); }
+
+double ReadDouble(const char* text) {
+    static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
+    return strtod_l(text, nullptr, classic);
+}
+
+} // namespace veltrane::platform

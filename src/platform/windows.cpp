@@ -1,0 +1,75 @@
+#include "platform/platform.h"
+
+#include <clocale>
+#include <cstdlib>
+#include <direct.h>
+#include <process.h>
+#include <windows.h>
+
+namespace veltrane::platform {
+
+const char* const kSharedLibrarySuffix = ".dll";
+const char kPathSeparator = '\\';
+
+namespace {
+
+std::string SystemText(DWORD error) {
+    constexpr DWORD kFlags = FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_FROM_SYSTEM;
+    constexpr DWORD kDefaultLanguage = 1024;
+    char* buffer = nullptr;
+    FormatMessageA(kFlags, nullptr, error, kDefaultLanguage, reinterpret_cast<char*>(&buffer), 0, nullptr);
+    std::string text = buffer != nullptr ? buffer : "";
+    LocalFree(buffer);
+    return text;
+}
+
+} // namespace
+
+void* OpenSharedLibrary(const std::string& fileName, int& error, std::string& errorText) {
+    error = 0;
+    errorText.clear();
+    HMODULE module = LoadLibraryA(fileName.c_str());
+    if (module == nullptr) {
+        error = static_cast<int>(GetLastError());
+        errorText = SystemText(static_cast<DWORD>(error));
+    }
+    return module;
+}
+
+void* FindSymbol(void* module, const std::string& symbol, std::string& errorText) {
+    errorText.clear();
+    FARPROC address = GetProcAddress(static_cast<HMODULE>(module), symbol.c_str());
+    if (address == nullptr) {
+        errorText = SystemText(GetLastError());
+    }
+    return reinterpret_cast<void*>(address);
+}
+
+struct RecursiveMutex::State {
+    HANDLE handle = CreateMutexA(nullptr, FALSE, nullptr);
+    ~State() { CloseHandle(handle); }
+};
+
+RecursiveMutex::RecursiveMutex() : state(std::make_unique<State>()) {}
+RecursiveMutex::~RecursiveMutex() = default;
+void RecursiveMutex::lock() { WaitForSingleObject(state->handle, INFINITE); }
+void RecursiveMutex::unlock() { ReleaseMutex(state->handle); }
+
+int ProcessId() { return _getpid(); }
+
+unsigned long ThreadId() { return GetCurrentThreadId(); }
+
+LocalTime Now() {
+    SYSTEMTIME now{};
+    GetLocalTime(&now);
+    return {now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds};
+}
+
+void MakeDirectory(const std::string& name) { _mkdir(name.c_str()); }
+
+double ReadDouble(const char* text) {
+    static const _locale_t classic = _create_locale(LC_ALL, "C");
+    return _atof_l(text, classic);
+}
+
+} // namespace veltrane::platform
