@@ -1,0 +1,35 @@
+#ifndef MCVELTRANE_900_MISSINGVALUESET_H
+#define MCVELTRANE_900_MISSINGVALUESET_H
+
+#include <MCVeltrane_900/ScoreMissingValueSet.h>
+
+namespace MCVeltrane_900 {
+
+class ScoreValue;
+
+/// The library's set of user-missing ranges; it owns them.
+class VELTRANE_API MissingValueSet : public ScoreMissingValueSet {
+public:
+    MissingValueSet();
+    MissingValueSet(const MissingValueSet& other);
+    MissingValueSet& operator=(const MissingValueSet& other);
+    ~MissingValueSet() override;
+
+    ScoreMissingValueSet* Clone() const override;
+    bool Add(ScoreValueRange* range) override;
+    bool Remove(const ScoreValueRange* range) override;
+    int Size() const override;
+    bool Contains(const ScoreValueRange* range) const override;
+    std::vector<const ScoreValueRange*> GetMissingValues() const override;
+    void Display(std::ostream& out) const override;
+
+    /// Whether any range accepts the value. Unlike a walk over GetMissingValues() it allocates nothing.
+    bool IsInAnyRange(const ScoreValue* value) const;
+
+private:
+    std::vector<ScoreValueRange*> fRanges;
+};
+
+} // namespace MCVeltrane_900
+
+#endif

@@ -1,0 +1,56 @@
+#ifndef MCVELTRANE_900_RANGE_H
+#define MCVELTRANE_900_RANGE_H
+
+#include <MCVeltrane_900/ScoreValueRange.h>
+
+#include <memory>
+
+namespace MCVeltrane_900 {
+
+/// The library's interval. Beside its bounds it keeps their numeric form, on which numbers are tested; only the bounds
+/// of type NUMERIC_VALUE have one, the others leave it at the infinity of their side.
+class VELTRANE_API Range : public ScoreValueRange {
+public:
+    /// A single value, both ends included. Null gives infinite bounds that no number matches.
+    /// @param value becomes the range's; a missing number in it becomes -infinity
+    explicit Range(ScoreValue* value);
+
+    /// A numeric interval; a missing lower bound becomes -infinity.
+    Range(double min, double max, bool lowEnd, bool highEnd);
+
+    /// An interval between two values, which become the range's. A null bound is infinite, and so is a missing number
+    /// as lower bound. When both are one object, the upper bound is a clone of it.
+    Range(ScoreValue* min, ScoreValue* max, bool lowEnd, bool highEnd);
+
+    Range(const Range& other);
+    Range& operator=(const Range& other);
+    ~Range() override;
+
+    bool operator==(const ScoreValueRange& other) const override;
+    ScoreValueRange* Clone() const override;
+    void SetMin(ScoreValue* value) override;
+    void SetMax(ScoreValue* value) override;
+    bool IsInRange(double value) const override;
+    bool IsInRange(const ScoreValue* value) const override;
+    const ScoreValue* GetMin() const override;
+    const ScoreValue* GetMax() const override;
+    bool GetHighEnd() const override;
+    bool GetLowEnd() const override;
+    void Display(std::ostream& out) const override;
+
+private:
+    void FindSingleValue();
+    bool IsInside(double value) const;
+
+    std::unique_ptr<ScoreValue> fMin;
+    std::unique_ptr<ScoreValue> fMax;
+    bool fHighEnd;
+    bool fLowEnd;
+    bool fSingleValue;
+    double fMinNumber;
+    double fMaxNumber;
+};
+
+} // namespace MCVeltrane_900
+
+#endif
