@@ -1,0 +1,21 @@
+#ifndef VELTRANE_DIAGNOSTICS_TRACE_H
+#define VELTRANE_DIAGNOSTICS_TRACE_H
+
+#include <MCVeltrane_900/ScoringLog.h>
+
+namespace veltrane::diagnostics {
+
+/// The levels of the trace log.
+enum TraceLevel { kTraceProgress = 1, kTraceDetails = 2, kTraceErrors = 3 };
+
+/// Traces through the log of the process, when there is one. `format` is a printf format.
+template <typename... Arguments>
+void Trace(TraceLevel level, const char* format, Arguments... arguments) {
+    if (MCVeltrane_900::ScoringLog* log = MCVeltrane_900::ScoringLog::GetInstance(); log != nullptr) {
+        log->TraceText(level, format, arguments...);
+    }
+}
+
+} // namespace veltrane::diagnostics
+
+#endif

@@ -1,0 +1,100 @@
+#include "diagnostics/message_bytes.h"
+
+#include <ScoreContext/VTErrorFormater.h>
+
+#include <unicode/fmtable.h>
+#include <unicode/msgfmt.h>
+
+namespace ScoreContext {
+
+using veltrane::diagnostics::FromMessageBytes;
+using veltrane::diagnostics::ToMessageBytes;
+
+VTErrorFormater::VTErrorFormater(int count, MessageItem* items) {
+    LoadMessages(count, items);
+}
+
+VTErrorFormater::VTErrorFormater(const VTErrorFormater& other) : IErrorFormater(other), fMessages(other.fMessages) {}
+
+VTErrorFormater& VTErrorFormater::operator=(const VTErrorFormater& other) {
+    fMessages = other.fMessages;
+    return *this;
+}
+
+std::string VTErrorFormater::FormatV(int id, ...) {
+    va_list arguments;
+    va_start(arguments, id);
+    std::string text = VFormatN(id, GetParameterNumber(id), arguments);
+    va_end(arguments);
+    return text;
+}
+
+std::string VTErrorFormater::VFormatN(int id, int count, va_list arguments) {
+    std::vector<std::string> parameters;
+    for (int read = 0; read < count; ++read) {
+        const char* value = va_arg(arguments, const char*);
+        if (value == nullptr) {
+            break;
+        }
+        parameters.emplace_back(value);
+    }
+    return Format(id, parameters);
+}
+
+std::string VTErrorFormater::FormatN(int id, int count, ...) {
+    va_list arguments;
+    va_start(arguments, count);
+    std::string text = VFormatN(id, count, arguments);
+    va_end(arguments);
+    return text;
+}
+
+std::string VTErrorFormater::Format(int id, const std::vector<std::string>& parameters) {
+    const char* content = FindMessageContent(id);
+    std::string stored = content != nullptr ? content : "";
+    if (parameters.empty()) {
+        return stored;
+    }
+    std::vector<icu::Formattable> arguments;
+    arguments.reserve(parameters.size());
+    for (const std::string& parameter : parameters) {
+        arguments.emplace_back(FromMessageBytes(parameter));
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    icu::UnicodeString result;
+    icu::MessageFormat::format(FromMessageBytes(stored), arguments.data(), static_cast<int32_t>(arguments.size()),
+                               result, status);
+    return U_SUCCESS(status) && !result.isEmpty() ? ToMessageBytes(result) : stored;
+}
+
+int VTErrorFormater::GetParameterNumber(int id) {
+    const char* content = FindMessageContent(id);
+    if (content == nullptr) {
+        return 0;
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::MessageFormat format(FromMessageBytes(content), status);
+    int32_t count = 0;
+    format.getFormats(count);
+    return count;
+}
+
+bool VTErrorFormater::LoadMessages(int count, MessageItem* items) {
+    if (items == nullptr || FindMessageContent(items[0].id) != nullptr) {
+        return false;
+    }
+    for (int line = 0; line < count; ++line) {
+        fMessages[items[line].id] = items[line].text;
+    }
+    return true;
+}
+
+char* VTErrorFormater::FindMessageContent(int id) {
+    if (const auto found = fMessages.find(id); found != fMessages.end()) {
+        return found->second;
+    }
+    const std::lock_guard lock(fUnknownMutex);
+    return fUnknownMessages[id];
+}
+
+} // namespace ScoreContext
