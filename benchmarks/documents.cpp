@@ -1,0 +1,94 @@
+#include "documents.h"
+
+#include <MCVeltrane_900/ModelFactory.h>
+
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+using namespace MCVeltrane_900;
+
+namespace veltrane::bench {
+
+Loaded Load(const std::string& document) {
+    std::istringstream in(document);
+    ScoreDictionary* fields = nullptr;
+    Loaded loaded;
+    loaded.derived.reset(ModelFactory::GetTransformationDictionaryFromXML(in, fields, "UTF-8"));
+    loaded.fields.reset(fields);
+    return loaded;
+}
+
+void ParseDomOnly(const std::string& document) {
+    xercesc::XercesDOMParser parser;
+    parser.setValidationScheme(xercesc::XercesDOMParser::Val_Never);
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(document.data()), document.size(), "document");
+    parser.parse(source);
+}
+
+std::string ReadFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        throw std::runtime_error("cannot open " + path);
+    }
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+std::string Document(const std::string& dataFields, int fieldCount, const std::string& derivedFields) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PMML version=\"4.1\">\n <Header/>\n <DataDictionary numberOfFields=\"" +
+           std::to_string(fieldCount) + "\">\n" + dataFields + " </DataDictionary>\n <TransformationDictionary>\n" +
+           derivedFields + " </TransformationDictionary>\n</PMML>\n";
+}
+
+namespace {
+
+const char* const kOneDerivedField =
+    "  <DerivedField name=\"d\" optype=\"continuous\" dataType=\"double\"><FieldRef field=\"x0\"/></DerivedField>\n";
+
+const char* const kNumericField = "  <DataField name=\"x0\" optype=\"continuous\" dataType=\"double\"/>\n";
+
+} // namespace
+
+std::string ManyFields(int count) {
+    std::string fields;
+    for (int i = 0; i < count; ++i) {
+        const std::string name = "x" + std::to_string(i);
+        if (i % 2 == 0) {
+            fields += "  <DataField name=\"" + name + "\" optype=\"continuous\" dataType=\"double\"/>\n";
+        } else {
+            fields += "  <DataField name=\"" + name + "\" optype=\"categorical\" dataType=\"string\">"
+                      "<Value value=\"low\"/><Value value=\"middle\"/><Value value=\"high\"/></DataField>\n";
+        }
+    }
+    return Document(fields, count, kOneDerivedField);
+}
+
+std::string InlineTable(int rows) {
+    std::string table;
+    for (int i = 0; i < rows; ++i) {
+        const std::string number = std::to_string(i);
+        table += "    <row><code>" + number + "</code><rate>" + number + ".5</rate></row>\n";
+    }
+    return Document(kNumericField, 1,
+                    "  <DerivedField name=\"rate\" optype=\"continuous\" dataType=\"double\">\n"
+                    "   <MapValues outputColumn=\"rate\"><FieldColumnPair field=\"x0\" column=\"code\"/>\n"
+                    "   <InlineTable>\n" + table + "   </InlineTable></MapValues></DerivedField>\n");
+}
+
+std::string ManyDerivedFields(int count) {
+    std::string fields;
+    for (int i = 0; i < count; ++i) {
+        fields += "  <DerivedField name=\"d" + std::to_string(i) +
+                  "\" optype=\"continuous\" dataType=\"double\"><NormContinuous field=\"x0\">"
+                  "<LinearNorm orig=\"0\" norm=\"0\"/><LinearNorm orig=\"10\" norm=\"1\"/></NormContinuous>"
+                  "</DerivedField>\n";
+    }
+    return Document(kNumericField, 1, fields);
+}
+
+} // namespace veltrane::bench

@@ -1,0 +1,34 @@
+#ifndef VELTRANE_BENCHMARKS_DOCUMENTS_H
+#define VELTRANE_BENCHMARKS_DOCUMENTS_H
+
+#include <MCVeltrane_900/ScoreDictionary.h>
+#include <MCVeltrane_900/TransformationDictionary.h>
+
+#include <memory>
+#include <string>
+
+namespace veltrane::bench {
+
+/// A document read into its two dictionaries.
+struct Loaded {
+    std::unique_ptr<MCVeltrane_900::ScoreDictionary> fields;
+    std::unique_ptr<MCVeltrane_900::TransformationDictionary> derived;
+};
+
+Loaded Load(const std::string& document);
+
+/// Parses the document into a DOM with the XML parser alone, and throws it away.
+void ParseDomOnly(const std::string& document);
+
+std::string ReadFile(const std::string& path);
+
+/// Puts a head, `fields` elements of a data dictionary and a transformation dictionary together.
+std::string Document(const std::string& dataFields, int fieldCount, const std::string& derivedFields);
+
+std::string ManyFields(int count);
+std::string InlineTable(int rows);
+std::string ManyDerivedFields(int count);
+
+} // namespace veltrane::bench
+
+#endif
