@@ -1,0 +1,7 @@
+#include <MCVeltrane_900/ScoreValue.h>
+
+namespace MCVeltrane_900 {
+
+ScoreValue::~ScoreValue() = default;
+
+} // namespace MCVeltrane_900
