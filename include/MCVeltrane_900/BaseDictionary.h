@@ -29,17 +29,18 @@ public:
     std::vector<std::string> GetVarNames() const override;
     void Display(std::ostream& out) const override;
 
-    /// A number that changes with every change of the set of variables. A pointer from GetVar() that was taken at one
-    /// revision is good, and a null one is still right, for as long as the revision stays.
-    unsigned long GetRevision() const { return fRevision; }
+    /// A number that changes with every change of the set of variables, and that no other dictionary of the process
+    /// ever has or had. What GetVar() gave at one revision, null included, holds for as long as the revision stays.
+    unsigned long long GetRevision() const { return fRevision; }
 
 private:
     void DeleteVars();
     void CloneVars(const BaseDictionary& other);
+    void NoteChange();
 
     std::map<std::string, ScoreDictVar*, std::less<>> fVars;
     std::vector<std::string> fVarNames;
-    unsigned long fRevision = 0;
+    unsigned long long fRevision = 0;
 };
 
 } // namespace MCVeltrane_900

@@ -1,6 +1,7 @@
 #ifndef MCVELTRANE_900_CASERECORD_H
 #define MCVELTRANE_900_CASERECORD_H
 
+#include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreCaseRecord.h>
 
 #include <functional>
@@ -43,11 +44,9 @@ public:
 
 private:
     bool HasIndex(int index) const;
-    void CopyFrom(const CaseRecord& other);
-    void DeleteValues();
 
     std::map<std::string, int, std::less<>> fNameIndexMap;
-    std::vector<ScoreValue*> fValues;
+    OwnedVector<ScoreValue> fValues;
 };
 
 } // namespace MCVeltrane_900

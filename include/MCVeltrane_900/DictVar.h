@@ -1,9 +1,10 @@
 #ifndef MCVELTRANE_900_DICTVAR_H
 #define MCVELTRANE_900_DICTVAR_H
 
+#include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreDictVar.h>
 
-#include <memory>
+#include <concepts>
 
 namespace MCVeltrane_900 {
 
@@ -20,6 +21,14 @@ public:
 
     ScoreDictVar* Clone() const override;
     bool operator==(const ScoreDictVar& other) const override;
+
+    /// The same operator with the exact type of its right side, so that a comparison of two concrete classes isn't
+    /// ambiguous with its own reversed form.
+    template <std::derived_from<ScoreDictVar> T>
+    bool operator==(const T& other) const {
+        return *this == static_cast<const ScoreDictVar&>(other);
+    }
+
     bool IsMissingValue(const ScoreValue* value) const override;
     bool IsValidValue(const ScoreValue* value) const override;
     bool SetName(const std::string& name) override;
@@ -91,9 +100,9 @@ private:
     MeasureLevel fMLevel = LEVEL_CONTINUOUS;
     int fDecimal = -1;
     int fWidth = -1;
-    std::unique_ptr<ScoreMissingValueSet> fMissingValues;
-    std::unique_ptr<ScoreValueLabelSet> fValueLabels;
-    std::unique_ptr<ScoreVarStats> fVarStats;
+    Owned<ScoreMissingValueSet> fMissingValues;
+    Owned<ScoreValueLabelSet> fValueLabels;
+    Owned<ScoreVarStats> fVarStats;
     int fValueIndex = -1;
     int fEncodedValueIndex = -1;
     bool fNoSpaceTrim = false;
@@ -102,9 +111,9 @@ private:
     bool fFlagVariable = false;
     bool fUsageTypeEnable = true;
     OutlierHandleMethod fOutlierHandleMethod = OUTLIER_AS_IS;
-    std::unique_ptr<ScoreValue> fDefValue;
-    std::unique_ptr<ScoreValueProbabilitySet> fValueProbabilities;
-    std::unique_ptr<ScoreEncoder> fEncoder;
+    Owned<ScoreValue> fDefValue;
+    Owned<ScoreValueProbabilitySet> fValueProbabilities;
+    Owned<ScoreEncoder> fEncoder;
     bool fEmptyCateValues = false;
     std::string fFlagTypeTrueValue;
 };

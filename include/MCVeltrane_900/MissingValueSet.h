@@ -1,6 +1,7 @@
 #ifndef MCVELTRANE_900_MISSINGVALUESET_H
 #define MCVELTRANE_900_MISSINGVALUESET_H
 
+#include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreMissingValueSet.h>
 
 namespace MCVeltrane_900 {
@@ -27,7 +28,7 @@ public:
     bool IsInAnyRange(const ScoreValue* value) const;
 
 private:
-    std::vector<ScoreValueRange*> fRanges;
+    OwnedVector<ScoreValueRange> fRanges;
 };
 
 } // namespace MCVeltrane_900

@@ -1,9 +1,10 @@
 #ifndef MCVELTRANE_900_RANGE_H
 #define MCVELTRANE_900_RANGE_H
 
+#include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreValueRange.h>
 
-#include <memory>
+#include <concepts>
 
 namespace MCVeltrane_900 {
 
@@ -27,6 +28,14 @@ public:
     ~Range() override;
 
     bool operator==(const ScoreValueRange& other) const override;
+
+    /// The same operator with the exact type of its right side, so that a comparison of two concrete classes isn't
+    /// ambiguous with its own reversed form.
+    template <std::derived_from<ScoreValueRange> T>
+    bool operator==(const T& other) const {
+        return *this == static_cast<const ScoreValueRange&>(other);
+    }
+
     ScoreValueRange* Clone() const override;
     void SetMin(ScoreValue* value) override;
     void SetMax(ScoreValue* value) override;
@@ -42,8 +51,8 @@ private:
     void FindSingleValue();
     bool IsInside(double value) const;
 
-    std::unique_ptr<ScoreValue> fMin;
-    std::unique_ptr<ScoreValue> fMax;
+    Owned<ScoreValue> fMin;
+    Owned<ScoreValue> fMax;
     bool fHighEnd;
     bool fLowEnd;
     bool fSingleValue;

@@ -46,7 +46,7 @@ public:
 
 private:
     void CreateLinks();
-    int Find(std::string_view text) const;
+    int FindWithTrimmed(std::string_view text, std::string_view trimmed) const;
     std::string_view Trimmed(std::string_view text) const;
 
     std::map<std::string, int, std::less<>> fCodes;

@@ -1,6 +1,7 @@
 #ifndef MCVELTRANE_900_VALUELABELSET_H
 #define MCVELTRANE_900_VALUELABELSET_H
 
+#include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreValueLabelSet.h>
 
 namespace MCVeltrane_900 {
@@ -23,7 +24,7 @@ public:
     void Display(std::ostream& out) const override;
 
 private:
-    std::vector<ScoreValueLabel*> fLabels;
+    OwnedVector<ScoreValueLabel> fLabels;
 };
 
 } // namespace MCVeltrane_900

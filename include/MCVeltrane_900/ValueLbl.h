@@ -1,9 +1,10 @@
 #ifndef MCVELTRANE_900_VALUELBL_H
 #define MCVELTRANE_900_VALUELBL_H
 
+#include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreValueLabel.h>
 
-#include <memory>
+#include <concepts>
 
 namespace MCVeltrane_900 {
 
@@ -23,6 +24,14 @@ public:
     bool SetLabel(const std::string& label) override;
     ScoreValueLabel* Clone() const override;
     bool operator==(const ScoreValueLabel& other) const override;
+
+    /// The same operator with the exact type of its right side, so that a comparison of two concrete classes isn't
+    /// ambiguous with its own reversed form.
+    template <std::derived_from<ScoreValueLabel> T>
+    bool operator==(const T& other) const {
+        return *this == static_cast<const ScoreValueLabel&>(other);
+    }
+
     bool operator>(const ScoreValueLabel& other) const override;
     bool operator<(const ScoreValueLabel& other) const override;
     bool operator<=(const ScoreValueLabel& other) const override;
@@ -32,7 +41,7 @@ public:
     void Display(std::ostream& out) const override;
 
 private:
-    std::unique_ptr<ScoreValue> fValue;
+    Owned<ScoreValue> fValue;
     std::string fLabel;
 };
 

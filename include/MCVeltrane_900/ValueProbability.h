@@ -1,9 +1,10 @@
 #ifndef MCVELTRANE_900_VALUEPROBABILITY_H
 #define MCVELTRANE_900_VALUEPROBABILITY_H
 
+#include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreValueProbability.h>
 
-#include <memory>
+#include <concepts>
 
 namespace MCVeltrane_900 {
 
@@ -23,6 +24,14 @@ public:
     bool SetProbability(double probability) override;
     ScoreValueProbability* Clone() const override;
     bool operator==(const ScoreValueProbability& other) const override;
+
+    /// The same operator with the exact type of its right side, so that a comparison of two concrete classes isn't
+    /// ambiguous with its own reversed form.
+    template <std::derived_from<ScoreValueProbability> T>
+    bool operator==(const T& other) const {
+        return *this == static_cast<const ScoreValueProbability&>(other);
+    }
+
     bool operator>(const ScoreValueProbability& other) const override;
     bool operator<(const ScoreValueProbability& other) const override;
     bool operator<=(const ScoreValueProbability& other) const override;
@@ -32,7 +41,7 @@ public:
     void Display(std::ostream& out) const override;
 
 private:
-    std::unique_ptr<ScoreValue> fValue;
+    Owned<ScoreValue> fValue;
     double fProbability;
 };
 

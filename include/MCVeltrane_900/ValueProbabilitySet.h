@@ -1,6 +1,7 @@
 #ifndef MCVELTRANE_900_VALUEPROBABILITYSET_H
 #define MCVELTRANE_900_VALUEPROBABILITYSET_H
 
+#include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreValueProbabilitySet.h>
 
 namespace MCVeltrane_900 {
@@ -23,7 +24,7 @@ public:
     void Display(std::ostream& out) const override;
 
 private:
-    std::vector<ScoreValueProbability*> fProbabilities;
+    OwnedVector<ScoreValueProbability> fProbabilities;
 };
 
 } // namespace MCVeltrane_900

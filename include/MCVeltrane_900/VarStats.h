@@ -1,9 +1,8 @@
 #ifndef MCVELTRANE_900_VARSTATS_H
 #define MCVELTRANE_900_VARSTATS_H
 
+#include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreVarStats.h>
-
-#include <memory>
 
 namespace MCVeltrane_900 {
 
@@ -34,7 +33,7 @@ private:
     double fMax;
     double fMean;
     double fStddev;
-    std::unique_ptr<ScoreValue> fMissingReplacement;
+    Owned<ScoreValue> fMissingReplacement;
 };
 
 } // namespace MCVeltrane_900

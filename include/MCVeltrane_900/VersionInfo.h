@@ -3,6 +3,8 @@
 
 #include <MCVeltrane_900/ScoreVersionInfo.h>
 
+#include <concepts>
+
 namespace MCVeltrane_900 {
 
 /// The library's version text.
@@ -18,6 +20,14 @@ public:
     void SetVersionInfo(const std::string& version) override;
     ScoreVersionInfo* Clone() const override;
     bool operator==(const ScoreVersionInfo& other) const override;
+
+    /// The same operator with the exact type of its right side, so that a comparison of two concrete classes isn't
+    /// ambiguous with its own reversed form.
+    template <std::derived_from<ScoreVersionInfo> T>
+    bool operator==(const T& other) const {
+        return *this == static_cast<const ScoreVersionInfo&>(other);
+    }
+
     const std::string& GetVersionInfo() const override;
 
 private:

@@ -1,0 +1,99 @@
+#include "data/value_cast.h"
+
+#include <MCVeltrane_900/ResultField.h>
+
+namespace MCVeltrane_900 {
+
+ResultField::ResultField() = default;
+ResultField::ResultField(const ResultField& other) = default;
+ResultField& ResultField::operator=(const ResultField& other) = default;
+
+ResultField::~ResultField() {
+    for (const auto& [name, value] : fValues) {
+        delete value;
+    }
+}
+
+void ResultField::SetMapResultValue(const std::map<std::string, ScoreValue*>& values) {
+    fValues = values;
+}
+const std::map<std::string, ScoreValue*>& ResultField::GetMapResultValue() const {
+    return fValues;
+}
+
+const ScoreValue* ResultField::GetResultValue(const std::string& name) const {
+    const auto found = fValues.find(name);
+    return found == fValues.end() ? nullptr : found->second;
+}
+
+bool ResultField::SetResultValue(const std::string& name, const ScoreValue* value) {
+    if (!value) {
+        return false;
+    }
+    ScoreValue*& stored = fValues[name];
+    if (!stored) {
+        stored = value->Clone();
+        return true;
+    }
+    if (stored->GetType() != value->GetType()) {
+        return false;
+    }
+    if (veltrane::data::IsText(*stored)) {
+        veltrane::data::AsText(*stored).SetString(value->GetString());
+        return true;
+    }
+    if (veltrane::data::IsNumber(*stored)) {
+        veltrane::data::AsNumber(*stored).SetDoubleValue(value->GetDouble());
+        return true;
+    }
+    return false;
+}
+
+bool ResultField::SetResultValue(const std::string& name, const std::string& text) {
+    ScoreValue*& stored = fValues[name];
+    if (!stored) {
+        stored = new StringValue(text);
+        return true;
+    }
+    if (!veltrane::data::IsText(*stored)) {
+        return false;
+    }
+    veltrane::data::AsText(*stored).SetString(text);
+    return true;
+}
+
+bool ResultField::SetResultValue(const std::string& name, double value) {
+    ScoreValue*& stored = fValues[name];
+    if (!stored) {
+        stored = new NumericValue(value);
+        return true;
+    }
+    if (!veltrane::data::IsNumber(*stored)) {
+        return false;
+    }
+    veltrane::data::AsNumber(*stored).SetDoubleValue(value);
+    return true;
+}
+
+ScoreResultField::ResultFeature ResultField::GetResultType(const std::string&) const {
+    return RF_NONE;
+}
+
+void ResultField::AddResultField(const std::string& name, ScoreValue* value) {
+    fValues.emplace(name, value);
+}
+
+std::vector<std::string> ResultField::GetResultFields() const {
+    std::vector<std::string> names;
+    names.reserve(fValues.size());
+    for (const auto& [name, value] : fValues) {
+        names.push_back(name);
+    }
+    return names;
+}
+
+int ResultField::GetResultSize() const {
+    return static_cast<int>(fValues.size());
+}
+
+} // namespace MCVeltrane_900
