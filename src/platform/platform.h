@@ -58,6 +58,9 @@ void MakeDirectory(const std::string& name);
 /// infinity, text without a number 0.
 double ReadDouble(const char* text);
 
+/// ln |Gamma(x)| without a trace in global state, as the C library's lgamma leaves one in signgam.
+double LogGamma(double x);
+
 } // namespace veltrane::platform
 
 #endif

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <dlfcn.h>
+#include <math.h>
 #include <mutex>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -68,6 +69,11 @@ void MakeDirectory(const std::string& name) { mkdir(name.c_str(), 0777); }
 double ReadDouble(const char* text) {
     static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
     return strtod_l(text, nullptr, classic);
+}
+
+double LogGamma(double x) {
+    int sign = 0;
+    return lgamma_r(x, &sign);
 }
 
 } // namespace veltrane::platform

@@ -1,6 +1,7 @@
 #include "platform/platform.h"
 
 #include <clocale>
+#include <cmath>
 #include <cstdlib>
 #include <direct.h>
 #include <process.h>
@@ -71,5 +72,7 @@ double ReadDouble(const char* text) {
     static const _locale_t classic = _create_locale(LC_ALL, "C");
     return _atof_l(text, classic);
 }
+
+double LogGamma(double x) { return std::lgamma(x); }
 
 } // namespace veltrane::platform

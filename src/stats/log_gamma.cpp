@@ -1,0 +1,59 @@
+#include "platform/platform.h"
+#include "stats/guards.h"
+
+#include <MCMath_900/MCDistFun.h>
+
+#include <algorithm>
+#include <cmath>
+
+/// ln Gamma and the binomial coefficient.
+namespace MCMath_900 {
+
+using namespace veltrane::stats;
+
+namespace {
+
+/// Up to this n a binomial coefficient is multiplied out: every partial product is exact or nearly so.
+constexpr double kLargestProduct = 33;
+
+/// C(n, k) as a product over i of (n - i) / (m - i), with m the smaller of k and n - k.
+double BinomialProduct(double n, double k) {
+    const double m = std::min(k, n - k);
+    double product = 1;
+    for (double i = 0; i < m; ++i)
+        product *= (n - i) / (m - i);
+    return product;
+}
+
+} // namespace
+
+double MCDistFun::dnlgam(double x) {
+    if (!(x > 0))
+        return Missing();
+    if (x == 1 || x == 2)
+        return 0.0;
+    const double value = veltrane::platform::LogGamma(x);
+    return FiniteOrMissing(value);
+}
+
+double MCDistFun::dnlbnc(double n, double k, long& code) {
+    code = kSuccess;
+    if (!(n >= 0 && k >= 0 && n >= k))
+        return Fail(code, kBadArgument);
+    if (k == 0 || k == n)
+        return 0.0;
+    if (n <= kLargestProduct && std::floor(n) == n && std::floor(k) == k)
+        return std::log(BinomialProduct(n, k));
+    const double all = dnlgam(n + 1);
+    const double chosen = dnlgam(k + 1);
+    const double rest = dnlgam(n - k + 1);
+    if (IsMissing(all) || IsMissing(chosen) || IsMissing(rest))
+        return Fail(code, kFailed);
+    return std::max(all - (chosen + rest), 0.0);
+}
+
+double MCDistFun::korddnlgam(double x) {
+    return dnlgam(x);
+}
+
+} // namespace MCMath_900
