@@ -1,3 +1,4 @@
+#include "diagnostics/trace.h"
 #include "platform/platform.h"
 
 #include <MCVeltrane_900/VTDynamicLoadedLibrary.h>
@@ -11,6 +12,8 @@ namespace {
 char LowerAscii(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
+
+constexpr const char* kTraceName = "MCVeltrane_900::VTDynamicLoadedLibrary::GetSymbolAddress";
 
 bool EndsWithIgnoringCase(const std::string& text, const std::string& ending) {
     return text.size() >= ending.size() && std::equal(ending.rbegin(), ending.rend(), text.rbegin(),
@@ -34,11 +37,14 @@ int VTDynamicLoadedLibrary::Load() {
 }
 
 void* VTDynamicLoadedLibrary::GetSymbolAddress(const std::string& symbol) {
+    using veltrane::diagnostics::kTraceProgress;
+    veltrane::diagnostics::Trace(kTraceProgress, "Enter:%s", kTraceName);
     fErrorText.clear();
     void* address = nullptr;
     if (Load() == 0 && fModule != nullptr) {
         address = veltrane::platform::FindSymbol(fModule, symbol, fErrorText);
     }
+    veltrane::diagnostics::Trace(kTraceProgress, "Exit:%s", kTraceName);
     return address;
 }
 

@@ -1,0 +1,84 @@
+#ifndef VELTRANE_FACTORY_DOCUMENT_LIMITS_H
+#define VELTRANE_FACTORY_DOCUMENT_LIMITS_H
+
+#include <MCXML_900/MCXInputSource.h>
+
+#include <xercesc/framework/MemoryManager.hpp>
+#include <xercesc/util/XMemory.hpp>
+
+#include <cstddef>
+#include <cstdint>
+
+/// How far a document may go. Documents come from outside, so everything in them that can be nested or multiplied has
+/// a bound that real model documents stay far below.
+namespace veltrane::factory {
+
+/// Levels of elements. Every recursion over a document in the library and in plug-ins rests on it.
+inline constexpr std::size_t kMaxElementDepth = 1000;
+
+/// Levels of entities within entities, in content.
+inline constexpr std::size_t kMaxEntityDepth = 32;
+
+/// Characters of one declared entity.
+inline constexpr std::size_t kMaxEntityLength = 4096;
+
+/// Expansions of entities in the content and the attributes of a document.
+inline constexpr std::size_t kMaxEntityExpansions = 5000;
+
+/// Memory that the parser may hold at a time: a fixed part, and a part for each byte of the document. A document of
+/// nothing but empty elements needs about 50 bytes for each of its own.
+inline constexpr std::uint64_t kHeldMemory = 64ULL << 20;
+inline constexpr std::uint64_t kHeldMemoryPerByte = 64;
+
+/// Memory that the parser may ask for in all. Each expansion of an entity, also of those within a document type
+/// declaration, which the parser doesn't count, asks for a buffer of 160 KB, so this bounds the work.
+inline constexpr std::uint64_t kTotalMemory = 1ULL << 30;
+inline constexpr std::uint64_t kTotalMemoryPerByte = 256;
+
+/// Characters of attributes beyond those that stand in the document: declared defaults and expanded entities.
+inline constexpr std::uint64_t kExtraAttributeText = 1ULL << 20;
+inline constexpr std::uint64_t kExtraAttributeTextPerByte = 8;
+
+/// Thrown through the XML parser when a document passes a bound or reaches for something outside itself. It never
+/// leaves the factory.
+struct DocumentRefused {};
+
+/// The memory of one parser, taken from the XML platform and measured.
+class MeteredMemory : public xercesc::MemoryManager {
+public:
+    MeteredMemory();
+    ~MeteredMemory() override;
+
+    /// Exceptions may outlive the parser, so they have the platform's own memory.
+    xercesc::MemoryManager* getExceptionMemoryManager() override;
+
+    /// @throws DocumentRefused beyond the bounds. Each time some more is allowed, so that the parser can clean up.
+    void* allocate(XMLSize_t size) override;
+    void deallocate(void* block) override;
+
+    /// Tells how many bytes of the document were read.
+    void CountInput(XMLSize_t bytes);
+    std::uint64_t InputBytes() const;
+
+private:
+    xercesc::MemoryManager* fSource;
+    std::uint64_t fInput = 0;
+    std::uint64_t fHeld = 0;
+    std::uint64_t fTotal = 0;
+    std::uint64_t fGrace = 0;
+};
+
+/// A document on a standard stream whose bytes count for the bounds.
+class MeteredInputSource : public MCXML_900::MCXInputSource {
+public:
+    /// Both are borrowed.
+    MeteredInputSource(std::istream& in, MeteredMemory& memory);
+    xercesc::BinInputStream* makeStream() const override;
+
+private:
+    MeteredMemory& fMemory;
+};
+
+} // namespace veltrane::factory
+
+#endif

@@ -1,0 +1,126 @@
+#include "factory/document_parser.h"
+
+#include "diagnostics/raise.h"
+#include "factory/external_dtd.h"
+#include "factory/xml_text.h"
+
+#include <xercesc/dom/DOMException.hpp>
+#include <xercesc/framework/XMLAttr.hpp>
+#include <xercesc/util/XMLException.hpp>
+#include <xercesc/util/XMLResourceIdentifier.hpp>
+#include <xercesc/validators/DTD/DTDEntityDecl.hpp>
+
+#include <exception>
+
+namespace veltrane::factory {
+
+DocumentParser::DocumentParser() : XercesDOMParser(nullptr, &fMemory, nullptr) {
+    fSecurity.setEntityExpansionLimit(kMaxEntityExpansions);
+    setSecurityManager(&fSecurity);
+}
+
+DocumentParser::~DocumentParser() = default;
+
+void DocumentParser::startElement(const xercesc::XMLElementDecl& element, const unsigned int uriId,
+                                  const XMLCh* const prefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                                  const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) {
+    if (++fElementDepth > kMaxElementDepth) {
+        throw DocumentRefused();
+    }
+    // An empty element is ended from within.
+    XercesDOMParser::startElement(element, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
+}
+
+void DocumentParser::endElement(const xercesc::XMLElementDecl& element, const unsigned int uriId, const bool isRoot,
+                                const XMLCh* const prefix) {
+    --fElementDepth;
+    XercesDOMParser::endElement(element, uriId, isRoot, prefix);
+}
+
+void DocumentParser::startEntityReference(const xercesc::XMLEntityDecl& entity) {
+    if (++fEntityDepth > kMaxEntityDepth) {
+        throw DocumentRefused();
+    }
+    XercesDOMParser::startEntityReference(entity);
+}
+
+void DocumentParser::endEntityReference(const xercesc::XMLEntityDecl& entity) {
+    --fEntityDepth;
+    XercesDOMParser::endEntityReference(entity);
+}
+
+void DocumentParser::doctypeDecl(const xercesc::DTDElementDecl& root, const XMLCh* const publicId,
+                                 const XMLCh* const systemId, const bool hasIntSubset, const bool hasExtSubset) {
+    fDtdExpected = hasExtSubset;
+    XercesDOMParser::doctypeDecl(root, publicId, systemId, hasIntSubset, hasExtSubset);
+}
+
+void DocumentParser::startIntSubset() {
+    fInInternalSubset = true;
+    XercesDOMParser::startIntSubset();
+}
+
+void DocumentParser::endIntSubset() {
+    fInInternalSubset = false;
+    XercesDOMParser::endIntSubset();
+}
+
+void DocumentParser::entityDecl(const xercesc::DTDEntityDecl& entity, const bool isParameter, const bool isIgnored) {
+    if (!entity.isExternal() && entity.getValueLen() > kMaxEntityLength) {
+        throw DocumentRefused();
+    }
+    XercesDOMParser::entityDecl(entity, isParameter, isIgnored);
+}
+
+xercesc::InputSource* DocumentParser::resolveEntity(xercesc::XMLResourceIdentifier* identifier) {
+    // The parser asks for the DTD of the DOCTYPE once, between the internal subset and the root element.
+    if (!fDtdExpected || fInInternalSubset || fElementDepth > 0) {
+        throw DocumentRefused();
+    }
+    fDtdExpected = false;
+    return OpenExternalDtd(ToUtf8(identifier->getSystemId()));
+}
+
+namespace {
+
+/// What came out of a parse, kept so that the parser can be deleted after the exception that it made: some exceptions
+/// have their text in the parser's memory.
+enum class ParseOutcome { kDone, kReported, kUnexpected };
+
+ParseOutcome Parse(DocumentParser& parser, std::istream& in, std::string& message) {
+    try {
+        MeteredInputSource source(in, parser.Memory());
+        parser.parse(source);
+        return ParseOutcome::kDone;
+    } catch (const xercesc::XMLException& failure) {
+        message = ToUtf8(failure.getMessage());
+        return ParseOutcome::kReported;
+    } catch (const xercesc::DOMException& failure) {
+        message = ToUtf8(failure.getMessage());
+        return ParseOutcome::kReported;
+    } catch (...) {
+        return ParseOutcome::kUnexpected;
+    }
+}
+
+} // namespace
+
+xercesc::DOMDocument* ParseDocument(std::unique_ptr<DocumentParser>& parser, std::istream& in) {
+    std::string message;
+    const ParseOutcome outcome = Parse(*parser, in, message);
+    xercesc::DOMDocument* document = outcome == ParseOutcome::kDone ? parser->getDocument() : nullptr;
+    if (document != nullptr) {
+        return document;
+    }
+    parser.reset();
+    switch (outcome) {
+    case ParseOutcome::kReported:
+        diagnostics::RaiseWithDetail(260109, message);
+    case ParseOutcome::kUnexpected:
+        diagnostics::Raise(260105);
+    default:
+        diagnostics::Raise(260107);
+    }
+}
+
+} // namespace veltrane::factory
