@@ -1,0 +1,246 @@
+#ifndef MCVELTRANE_900_TRANSFORMVAR_H
+#define MCVELTRANE_900_TRANSFORMVAR_H
+
+#include <MCVeltrane_900/DictVar.h>
+#include <MCVeltrane_900/TransformationDictionary.h>
+#include <veltrane_export.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace veltrane::transform {
+struct ClearedResult;
+class ValueQueue;
+} // namespace veltrane::transform
+
+namespace MCVeltrane_900 {
+
+class FunctionTree;
+class MapValues;
+class NumericValue;
+class ScoreCaseRecord;
+class ScoreDictionary;
+class ScoreValue;
+class ScoreValueRange;
+class StringValue;
+
+/// A derived field: a variable that has no input column and computes its value for each case.
+///
+/// One class carries every kind of expression; GetTransExpression() tells which is in force, and what belongs to the
+/// other kinds stays empty. A value that an evaluation returns is borrowed from the field and stays valid until the
+/// field's next evaluation: a caller that needs it for longer copies it. A field belongs to one thread at a time.
+class VELTRANE_API TransformVar : public DictVar {
+public:
+    /// How deep the evaluation of one derived field may lead into the evaluation of others, and how many of those it
+    /// may take altogether. A field that would be evaluated beyond either bound, or from within its own evaluation,
+    /// gives its cleared result: SYSMIS, or the empty text.
+    static constexpr int MAX_DERIVATION_DEPTH = 1000;
+    static constexpr int MAX_NESTED_EVALUATIONS = 100000;
+
+    TransformVar(const std::string& name, VariableType type);
+
+    /// Copies the variable and its expression. What ties a field to its surroundings or to earlier cases starts afresh:
+    /// the position and the variable of its source, the value map, the outlier treatment, the lag and its histories.
+    TransformVar(const TransformVar& other);
+
+    /// As the copy constructor, but the target keeps its own value map, outlier treatment, lag, source position, source
+    /// variable and both recode flags.
+    TransformVar& operator=(const TransformVar& other);
+    ~TransformVar() override;
+
+    ScoreDictVar* Clone() const override;
+    void Display(std::ostream& out) const override;
+    bool IsDerivedVariable() const override;
+
+    /// @param fieldName the source field; empty for a constant and most function applications
+    void AddFieldNameAndTransExpression(const std::string& fieldName,
+                                        TransformationDictionary::TransExpression expression);
+    const std::string& GetFieldName() const { return fFieldName; }
+    TransformationDictionary::TransExpression GetTransExpression() const { return fTransExpression; }
+
+    /// The text of a constant. A numeric field reads it as a number; a date-time field reads it as the internal seconds
+    /// of DateTimeValue, as DateTimeValue::GetNumericString() writes them, and has the kind of its date-time type.
+    void SetConstString(const std::string& text) { fConstString = text; }
+    const std::string& GetConstString() const { return fConstString; }
+
+    /// @param root the function application, which becomes the field's; an earlier one is not deleted
+    void SetRoot(FunctionTree* root);
+
+    /// @param mapValues becomes the field's; an earlier one is deleted
+    void SetMapValues(MapValues* mapValues);
+
+    /// @param n      how many cases to look back, at least 1; below 1 every case is missing
+    /// @param blocks the fields that must have kept their values over these cases; borrowed
+    void SetLags(int n, std::vector<const ScoreDictVar*> blocks);
+
+    /// Appends a segment of a continuous normalisation: x becomes x * slope + intercept.
+    void AddNormInfo(double slope, double intercept);
+
+    /// Appends a point of a continuous normalisation; points go in ascending order of orig.
+    void AddLinearNorm(double orig, double norm);
+
+    /// @param treatment "asIs", "asMissingValues" or "asExtremeValues"; any other text changes nothing
+    void SetOutlierTreatMent(const std::string& treatment);
+
+    /// Appends a value to match and its replacement; both become the field's.
+    void AddEncodingMap(ScoreValue* key, ScoreValue* encoded);
+    std::vector<std::pair<ScoreValue*, ScoreValue*>>& GetAllEncodedValues() { return fEncodedValues; }
+    const std::vector<std::pair<ScoreValue*, ScoreValue*>>& GetAllEncodedValues() const { return fEncodedValues; }
+
+    /// Appends a bin. Range and value become the field's.
+    /// @param value     null for a bin that copies the input through
+    /// @param fieldName the name to write into the text of the interval
+    void AddBinningValue(ScoreValueRange* range, ScoreValue* value, const std::string& fieldName);
+
+    /// The recode settings: what replaces a missing value, an unmatched value, a system-missing value. The values
+    /// become the field's; an earlier value is not deleted. A replacement switches the copying of such values off.
+    void SetRecodeMissValueTo(ScoreValue* value);
+    void SetRecodeDefaultValue(ScoreValue* value);
+    void SetRecodeSysmisValue(ScoreValue* value);
+    void SetRecodeIntervalCopy(ScoreValueRange* range);
+
+    /// Whether missing values, or unmatched ones, are copied through. Either deletes the replacement, whatever it sets.
+    void SetRecodeMissingCopy(bool copy);
+    void SetRecodeElseCopy(bool copy);
+
+    ScoreValue* GetRecodeMissValueRep() const { return fRecodeMissValue.get(); }
+    ScoreValue* GetRecodeDefaultValue() const { return fRecodeDefaultValue.get(); }
+    ScoreValue* GetRecodeSysmisValueRep() const { return fRecodeSysmisValue.get(); }
+    bool IsRecodeMissingCopy() const { return fRecodeMissingCopy; }
+    bool IsRecodeElseCopy() const { return fRecodeElseCopy; }
+
+    /// The field's value for one case. A lag moves on by one case with every call.
+    ///
+    /// The position of the source field is looked up once: all records must have the same layout.
+    /// @param record          the case
+    /// @param dictionary      the model's data dictionary, in which source fields are looked up first
+    /// @param transformations the derived fields, a TransformationDictionary, in which they are looked up next
+    /// @return never null; borrowed, see above. SYSMIS or the empty text when no value can be found.
+    /// @throws std::out_of_range from a malformed table, see InlineTable
+    const ScoreValue* GetTransformedValue(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
+                                          const ScoreDictionary* transformations);
+
+    /// The replacement of a value by the pairs of AddEncodingMap(), else by the recode settings.
+    /// @param source the variable of the value; value may be null
+    const ScoreValue* GetEncodedValue(const ScoreDictVar* source, const ScoreValue* value);
+
+    /// The bin value of a number or date-time, or the value itself where the bin copies it, else what the recode
+    /// settings say.
+    /// @param source the variable of the value; value may be null
+    const ScoreValue* GetBinningValue(const ScoreDictVar* source, const ScoreValue* value);
+
+    /// The normalisation of a number: by its segment, and outside the range of the points by the outlier treatment.
+    double GetNormValue(double value);
+
+    /// The value that the source had the lag's number of cases ago, and missing when there were fewer cases or a block
+    /// field had another value then. Takes `value` into the history, so it must be called once for each case.
+    const ScoreValue* GetLagValue(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
+                                  const ScoreDictionary* transformations, const ScoreValue* value);
+
+    /// The interval of a bin value's text, as "1<=age<5" with fieldForm, else as "[1,5)"; an unknown text itself.
+    std::string GetOrigIntervalForBinningValue(const std::string& bin, bool fieldForm) const;
+
+protected:
+    const ScoreValue* GetMappedValue(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
+                                     const ScoreDictionary* transformations, const ScoreValue* value);
+
+private:
+    friend struct veltrane::transform::ClearedResult;
+
+    using ValuePair = std::pair<ScoreValue*, ScoreValue*>;
+    using Bin = std::pair<ScoreValueRange*, ScoreValue*>;
+
+    const ScoreValue* HandleMissingAndInvalidValue(const ScoreDictVar* source, VariableType ownType,
+                                                   const ScoreValue* value);
+    double CalculateNormValue(double value) const;
+    double CalculateNormAsIs(double value) const;
+    double CalculateNormAsExtremeValues(double value) const;
+    double CalculateNormAsMissingValues(double value) const;
+    bool IsOutOfContRange(double value) const;
+    bool HasSegments() const;
+    std::size_t FindSegment(double value) const;
+    bool IsNearerToMax(double value) const;
+
+    const ScoreValue* GetClearedResult();
+    void PrepareResult();
+    void FillConstant();
+    const ScoreValue* ReadSource(const ScoreCaseRecord* record);
+    void FindSourceVar(const ScoreDictionary* dictionary, const ScoreDictionary* transformations);
+    bool HasSourceVar(const ScoreDictionary* dictionary, const ScoreDictionary* transformations);
+    const ScoreValue* EvaluateExpression(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
+                                         const ScoreDictionary* transformations, const ScoreValue* source);
+    void StoreNormValue(const ScoreValue* source);
+    void StoreResult(const ScoreValue& value);
+    void FitResultToWidth();
+
+    const ScoreValue* ClearScratch(VariableType ownType);
+    const ScoreValue* FillScratch(VariableType ownType, const ScoreValue& value);
+    NumericValue& NumericScratch();
+    StringValue& TextScratch();
+    DateTimeValue& DateTimeScratch();
+    StringValue& SecondTextScratch();
+    DateTimeValue& SecondDateTimeScratch();
+
+    const ScoreValue* ReplacementOfMissing(const ScoreDictVar& source, VariableType ownType,
+                                           const ScoreValue& value) const;
+    const ScoreValue* ReplacementOfUnmatched(const ScoreValue& value) const;
+    bool AdvanceBlocks(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
+                       const ScoreDictionary* transformations);
+
+    void CopyExpression(const TransformVar& other);
+    void CopyBins(const TransformVar& other);
+    void CopyEncodedValues(const TransformVar& other);
+    void DeleteBins();
+    void DeleteEncodedValues();
+
+    std::string fFieldName;
+    TransformationDictionary::TransExpression fTransExpression = TransformationDictionary::TE_NONE;
+    std::vector<Bin> fBins;
+    std::map<std::string, std::string> fIntervalsFieldForm;
+    std::map<std::string, std::string> fIntervalsBracketForm;
+    std::vector<double> fNormSlopes;
+    std::vector<double> fNormIntercepts;
+    int fOutlierTreatment = OUTLIER_AS_IS;
+    std::vector<double> fLinearNormPoints;
+    std::vector<double> fLinearNormTargets;
+    std::vector<ValuePair> fEncodedValues;
+    std::string fConstString;
+    std::unique_ptr<FunctionTree> fRoot;
+    std::unique_ptr<ScoreValue> fResult;
+    /// The scratch values are made on first use.
+    std::unique_ptr<NumericValue> fNumericScratch;
+    std::unique_ptr<StringValue> fTextScratch;
+    std::unique_ptr<DateTimeValue> fDateTimeScratch;
+    std::unique_ptr<StringValue> fSecondTextScratch;
+    std::unique_ptr<DateTimeValue> fSecondDateTimeScratch;
+    std::unique_ptr<ScoreValue> fRecodeMissValue;
+    std::unique_ptr<ScoreValue> fRecodeDefaultValue;
+    std::unique_ptr<ScoreValue> fRecodeSysmisValue;
+    bool fRecodeElseCopy = false;
+    bool fRecodeMissingCopy = false;
+    std::unique_ptr<ScoreValueRange> fRecodeIntervalCopy;
+    int fSourceIndex = -1;
+    const ScoreDictVar* fSourceVar = nullptr;
+    std::unique_ptr<MapValues> fMapValues;
+    int fLagCount = 1;
+    std::unique_ptr<veltrane::transform::ValueQueue> fLagHistory;
+    std::vector<const ScoreDictVar*> fBlockVariables;
+    std::vector<veltrane::transform::ValueQueue> fBlockHistories;
+
+    /// The dictionary that the source variable was found in, and its revision then, where it has revisions.
+    const BaseDictionary* fSourceDictionary = nullptr;
+    unsigned long fSourceRevision = 0;
+
+    /// Smallest and largest orig of the points, and whether they ascend.
+    double fMinPoint = 0.0;
+    double fMaxPoint = 0.0;
+    bool fPointsAscend = true;
+    bool fEvaluating = false;
+};
+
+} // namespace MCVeltrane_900
+
+#endif

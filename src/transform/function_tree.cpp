@@ -1,0 +1,198 @@
+#include <MCVeltrane_900/FunctionTreeImp.h>
+
+#include <algorithm>
+#include <memory>
+#include <typeinfo>
+
+namespace MCVeltrane_900 {
+
+namespace {
+
+/// Whether a slot of the node holds this very child.
+bool HoldsChild(const FunctionTree& node, const FunctionTree* child) {
+    for (int i = 0; i < node.GetChildCount(); ++i) {
+        if (node.GetChildAt(i) == child) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+FunctionTree::~FunctionTree() = default;
+
+FunctionTreeImp::FunctionTreeImp() : FunctionTreeImp(true) {}
+
+FunctionTreeImp::FunctionTreeImp(bool allowsChildren) : fAllowsChildren(allowsChildren) {}
+
+FunctionTreeImp::~FunctionTreeImp() {
+    // Grandchildren move up into this node's slots, so that a child has none left when it is deleted: the depth of
+    // the tree costs no stack.
+    while (!fChildren.empty()) {
+        FunctionTree* child = fChildren.back();
+        fChildren.pop_back();
+        if (auto* node = dynamic_cast<FunctionTreeImp*>(child)) {
+            fChildren.insert(fChildren.end(), node->fChildren.begin(), node->fChildren.end());
+            node->fChildren.clear();
+        }
+        delete child;
+    }
+}
+
+bool FunctionTreeImp::operator==(const FunctionTree& other) const {
+    return fNodeStats.GetNodeID() == other.GetNodeStats().GetNodeID();
+}
+
+FunctionTree* FunctionTreeImp::Clone() const {
+    struct Pending {
+        const FunctionTreeImp* source;
+        FunctionTreeImp* copy;
+    };
+    auto root = std::make_unique<FunctionTreeImp>(fAllowsChildren);
+    root->SetNodeStats(fNodeStats);
+    std::vector<Pending> pending{{this, root.get()}};
+    while (!pending.empty()) {
+        const auto [source, copy] = pending.back();
+        pending.pop_back();
+        for (const FunctionTree* child : source->fChildren) {
+            if (child == nullptr) {
+                continue;
+            }
+            // Nodes of other classes copy themselves.
+            const auto* node =
+                typeid(*child) == typeid(FunctionTreeImp) ? static_cast<const FunctionTreeImp*>(child) : nullptr;
+            std::unique_ptr<FunctionTree> childCopy(node != nullptr ? new FunctionTreeImp(node->fAllowsChildren)
+                                                                    : child->Clone());
+            copy->fChildren.push_back(childCopy.get());
+            FunctionTree* linked = childCopy.release();
+            linked->SetParent(copy);
+            if (node != nullptr) {
+                linked->SetNodeStats(node->fNodeStats);
+                pending.push_back({node, static_cast<FunctionTreeImp*>(linked)});
+            }
+        }
+    }
+    return root.release();
+}
+
+void FunctionTreeImp::Insert(FunctionTree* child, int /*index*/) {
+    if (!fAllowsChildren || child == nullptr || IsNodeAncestor(child)) {
+        return;
+    }
+    if (FunctionTree* parent = child->GetParent()) {
+        const bool destroyed = HoldsChild(*parent, child);
+        parent->Remove(child);
+        if (destroyed) {
+            return;
+        }
+    }
+    child->SetParent(this);
+    fChildren.push_back(child);
+}
+
+void FunctionTreeImp::Add(FunctionTree* child) {
+    if (child != nullptr && child->GetParent() == this) {
+        Insert(child, GetChildCount() - 1);
+    } else {
+        Insert(child, GetChildCount());
+    }
+}
+
+void FunctionTreeImp::Remove(FunctionTree* child) {
+    if (child == nullptr || fChildren.empty() || child->GetParent() != this) {
+        return;
+    }
+    const int index = GetIndex(child);
+    if (index >= 0) {
+        Remove(index);
+    }
+}
+
+void FunctionTreeImp::Remove(int index) {
+    const FunctionTree* child = GetChildAt(index);
+    if (child == nullptr) {
+        return;
+    }
+    const std::string id = child->GetNodeStats().GetNodeID();
+    for (FunctionTree*& slot : fChildren) {
+        if (slot != nullptr && slot->GetNodeStats().GetNodeID() == id) {
+            delete slot;
+            slot = nullptr;
+        }
+    }
+}
+
+void FunctionTreeImp::RemoveFromParent() {
+    if (fParent != nullptr) {
+        fParent->Remove(this);
+    }
+}
+
+void FunctionTreeImp::RemoveAllChildren() {
+    std::for_each(fChildren.rbegin(), fChildren.rend(), [](FunctionTree*& slot) {
+        delete slot;
+        slot = nullptr;
+    });
+}
+
+bool FunctionTreeImp::IsLeaf() const {
+    return fChildren.empty();
+}
+
+void FunctionTreeImp::SetNodeStats(const ApplyNodeStats& stats) {
+    fNodeStats = stats;
+}
+
+void FunctionTreeImp::SetParent(FunctionTree* parent) {
+    fParent = parent;
+}
+
+const ApplyNodeStats& FunctionTreeImp::GetNodeStats() const {
+    return fNodeStats;
+}
+
+FunctionTree* FunctionTreeImp::GetChildAt(int index) {
+    return index < 0 || index >= GetChildCount() ? nullptr : fChildren[static_cast<std::size_t>(index)];
+}
+
+const FunctionTree* FunctionTreeImp::GetChildAt(int index) const {
+    return index < 0 || index >= GetChildCount() ? nullptr : fChildren[static_cast<std::size_t>(index)];
+}
+
+int FunctionTreeImp::GetChildCount() const {
+    return static_cast<int>(fChildren.size());
+}
+
+FunctionTree* FunctionTreeImp::GetParent() const {
+    return fParent;
+}
+
+int FunctionTreeImp::GetIndex(const FunctionTree* node) const {
+    if (node == nullptr) {
+        return -1;
+    }
+    const auto found = std::find_if(fChildren.begin(), fChildren.end(),
+                                    [node](const FunctionTree* child) { return child != nullptr && *child == *node; });
+    return found == fChildren.end() ? -1 : static_cast<int>(found - fChildren.begin());
+}
+
+bool FunctionTreeImp::GetAllowsChildren() const {
+    return fAllowsChildren;
+}
+
+void FunctionTreeImp::SetAllowsChildren(bool allows) {
+    if (allows == fAllowsChildren) {
+        return;
+    }
+    fAllowsChildren = allows;
+    if (!allows) {
+        RemoveAllChildren();
+    }
+}
+
+std::vector<FunctionTree*> FunctionTreeImp::Children() {
+    return fChildren;
+}
+
+} // namespace MCVeltrane_900

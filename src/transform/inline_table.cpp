@@ -1,0 +1,138 @@
+#include "transform/derivation.h"
+
+#include <MCVeltrane_900/InlineTable.h>
+#include <MCVeltrane_900/ScoreDictVar.h>
+#include <MCVeltrane_900/ScoreValue.h>
+
+#include <algorithm>
+#include <iterator>
+#include <stdexcept>
+#include <utility>
+
+namespace MCVeltrane_900 {
+
+const int InlineTable::OK;
+const int InlineTable::InputMissing;
+const int InlineTable::NoMatches;
+
+/// The values of all rows of a table and its copies. They go from the last to the first: the key of a row from its end,
+/// then its output.
+struct InlineTable::RowValues {
+    RowValues() = default;
+    RowValues(const RowValues&) = delete;
+    RowValues& operator=(const RowValues&) = delete;
+    ~RowValues() {
+        while (!values.empty()) {
+            values.pop_back();
+        }
+    }
+    std::vector<std::unique_ptr<ScoreValue>> values;
+};
+
+namespace {
+
+enum class Order { kLess, kGreater, kEqual };
+
+/// How two elements of a key compare, by the kind of the left one.
+Order OrderOf(const ScoreValue* left, const ScoreValue* right) {
+    if (left == nullptr || right == nullptr) {
+        return Order::kEqual;
+    }
+    const ScoreValue::ValueType type = left->GetType();
+    if (type != ScoreValue::NUMERIC_VALUE && type != ScoreValue::STRING_VALUE) {
+        return Order::kEqual;
+    }
+    if (*left < *right) {
+        return Order::kLess;
+    }
+    return *left > *right ? Order::kGreater : Order::kEqual;
+}
+
+} // namespace
+
+bool InlineTable::KeyOrder::operator()(const std::vector<ScoreValue*>& left,
+                                       const std::vector<ScoreValue*>& right) const {
+    for (std::size_t i = 0; i < left.size(); ++i) {
+        if (i >= right.size()) {
+            throw std::out_of_range("invalid vector<T> subscript");
+        }
+        const Order order = OrderOf(left[i], right[i]);
+        if (order != Order::kEqual) {
+            return order == Order::kLess;
+        }
+    }
+    return false;
+}
+
+InlineTable::InlineTable() : fValues(std::make_shared<RowValues>()) {}
+
+InlineTable::InlineTable(const InlineTable& other)
+    : fInputFields(other.fInputFields), fRows(other.fRows), fInfoCode(other.fInfoCode), fValues(other.fValues) {}
+
+InlineTable& InlineTable::operator=(const InlineTable& other) {
+    if (this != &other) {
+        fInputFields = other.fInputFields;
+        fRows = other.fRows;
+        fInfoCode = other.fInfoCode;
+        fValues = other.fValues;
+    }
+    return *this;
+}
+
+InlineTable::~InlineTable() = default;
+
+void InlineTable::AppendInputField(const ScoreDictVar* field) {
+    fInputFields.push_back(field);
+}
+
+void InlineTable::AddInputOutput(std::vector<ScoreValue*> inputs, ScoreValue* output) {
+    std::vector<std::unique_ptr<ScoreValue>> row;
+    row.reserve(inputs.size() + 1);
+    row.emplace_back(output);
+    for (ScoreValue* input : inputs) {
+        row.emplace_back(input);
+    }
+    if (fRows.emplace(std::move(inputs), output).second) {
+        std::move(row.begin(), row.end(), std::back_inserter(fValues->values));
+    }
+}
+
+void InlineTable::GetInputValuesFromRecord(const ScoreCaseRecord* record, std::vector<ScoreValue*>& values,
+                                           const ScoreDictionary* dictionary, const ScoreDictionary* transformations) {
+    for (const ScoreDictVar* field : fInputFields) {
+        const ScoreValue* value =
+            field == nullptr ? nullptr : veltrane::transform::ReadField(*field, record, dictionary, transformations);
+        if (value == nullptr || field->IsMissingValue(value)) {
+            fInfoCode = InputMissing;
+            return;
+        }
+        // A key is made of plain pointers; a lookup only reads through them.
+        values.push_back(const_cast<ScoreValue*>(value));
+    }
+    fInfoCode = OK;
+}
+
+ScoreValue* InlineTable::getValue(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
+                                  const ScoreDictionary* transformations,
+                                  const std::map<std::string, std::string>& /*columnFields*/) {
+    // Taken out of the member for as long as it is filled: an input can be a derived field that looks up this table.
+    std::vector<ScoreValue*> inputs = std::move(fInputs);
+    inputs.clear();
+    GetInputValuesFromRecord(record, inputs, dictionary, transformations);
+    ScoreValue* output = fInfoCode == OK ? FindOutput(inputs) : nullptr;
+    fInputs = std::move(inputs);
+    return output;
+}
+
+/// Finds the first row whose key doesn't come before the inputs, and gives its output if the inputs don't come before
+/// that key either. The order has tolerances and isn't transitive: what is found is what this walk comes across.
+ScoreValue* InlineTable::FindOutput(const std::vector<ScoreValue*>& inputs) {
+    const auto row = fRows.find(inputs);
+    if (row == fRows.end()) {
+        fInfoCode = NoMatches;
+        return nullptr;
+    }
+    return row->second;
+}
+
+} // namespace MCVeltrane_900

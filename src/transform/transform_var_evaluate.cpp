@@ -1,0 +1,253 @@
+#include "transform/derivation.h"
+#include "transform/value_queue.h"
+#include "transform/values.h"
+
+#include <MCVeltrane_900/FunctionTree.h>
+#include <MCVeltrane_900/MapValues.h>
+#include <MCVeltrane_900/NumericValue.h>
+#include <MCVeltrane_900/ScoreValueRange.h>
+#include <MCVeltrane_900/StringValue.h>
+#include <MCVeltrane_900/TransformVar.h>
+
+#include <typeinfo>
+
+namespace MCVeltrane_900 {
+
+namespace {
+
+using TD = TransformationDictionary;
+using veltrane::transform::HoldsText;
+
+/// Marks a field as being evaluated for as long as it lives.
+class Evaluating {
+public:
+    explicit Evaluating(bool& flag) : fFlag(flag) { fFlag = true; }
+    ~Evaluating() { fFlag = false; }
+    Evaluating(const Evaluating&) = delete;
+    Evaluating& operator=(const Evaluating&) = delete;
+
+private:
+    bool& fFlag;
+};
+
+} // namespace
+
+const ScoreValue* TransformVar::GetTransformedValue(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
+                                                    const ScoreDictionary* transformations) {
+    if (fTransExpression == TD::TE_CONSTANT) {
+        if (fResult == nullptr) {
+            PrepareResult();
+            FillConstant();
+            FitResultToWidth();
+        }
+        return fResult.get();
+    }
+    PrepareResult();
+    if (fEvaluating) {
+        return fResult.get();
+    }
+    const Evaluating evaluating(fEvaluating);
+    const ScoreValue* source = ReadSource(record);
+    FindSourceVar(dictionary, transformations);
+    if (source == nullptr && fSourceVar != nullptr && fTransExpression != TD::TE_APPLY &&
+        fSourceVar->IsDerivedVariable()) {
+        source = veltrane::transform::EvaluateDerived(*fSourceVar, record, dictionary, transformations);
+    }
+    if (fTransExpression == TD::TE_NORM_CONTINUOUS) {
+        StoreNormValue(source);
+    } else if (const ScoreValue* value = EvaluateExpression(record, dictionary, transformations, source)) {
+        StoreResult(*value);
+    }
+    FitResultToWidth();
+    return fResult.get();
+}
+
+const ScoreValue* TransformVar::GetClearedResult() {
+    PrepareResult();
+    return fResult.get();
+}
+
+/// Clears the result, or makes it. One that can't hold a value of the variable's type, which assignment can bring, is
+/// made anew.
+void TransformVar::PrepareResult() {
+    const VariableType type = GetVarType();
+    if (fResult == nullptr || (fResult->GetType() == ScoreValue::STRING_VALUE) != HoldsText(type)) {
+        fResult = veltrane::transform::MissingValueOf(type);
+    } else if (HoldsText(type)) {
+        static_cast<StringValue&>(*fResult).SetString(std::string());
+    } else {
+        static_cast<NumericValue&>(*fResult).SetDoubleValue(NumericValue::GetSysmisValue());
+    }
+}
+
+void TransformVar::FillConstant() {
+    const VariableType type = GetVarType();
+    if (HoldsText(type)) {
+        static_cast<StringValue&>(*fResult).SetString(fConstString);
+        return;
+    }
+    const double number = NumericValue(fConstString).GetDouble();
+    if (type == DATETIME_VAR) {
+        static_cast<DateTimeValue&>(*fResult).SetDateTimeValue(number, DateTimeValue::GetValType(GetDateTimeType()));
+    } else {
+        static_cast<NumericValue&>(*fResult).SetDoubleValue(number);
+    }
+}
+
+/// The source's value in the record. Its position is looked up until it is found, and then stands.
+const ScoreValue* TransformVar::ReadSource(const ScoreCaseRecord* record) {
+    if (fFieldName.empty() || record == nullptr) {
+        return nullptr;
+    }
+    if (fSourceIndex == -1) {
+        fSourceIndex = record->GetIndex(fFieldName);
+    }
+    return fSourceIndex == -1 ? nullptr : record->Get(fSourceIndex);
+}
+
+/// Looks the source variable up until it is found.
+void TransformVar::FindSourceVar(const ScoreDictionary* dictionary, const ScoreDictionary* transformations) {
+    if (fFieldName.empty() || HasSourceVar(dictionary, transformations)) {
+        return;
+    }
+    fSourceVar = nullptr;
+    const bool inBoth = fTransExpression != TD::TE_APPLY;
+    for (const ScoreDictionary* place : {dictionary, inBoth ? transformations : nullptr}) {
+        if (place == nullptr) {
+            continue;
+        }
+        fSourceVar = place->GetVar(fFieldName);
+        if (fSourceVar != nullptr) {
+            fSourceDictionary = dynamic_cast<const BaseDictionary*>(place);
+            fSourceRevision = fSourceDictionary == nullptr ? 0 : fSourceDictionary->GetRevision();
+            return;
+        }
+    }
+}
+
+/// Whether the source variable is known. The dictionary that it came from is asked again when its variables have
+/// changed, since this one may be gone.
+bool TransformVar::HasSourceVar(const ScoreDictionary* dictionary, const ScoreDictionary* transformations) {
+    if (fSourceVar == nullptr) {
+        return false;
+    }
+    const bool isHere =
+        fSourceDictionary != nullptr && (fSourceDictionary == dictionary || fSourceDictionary == transformations);
+    if (!isHere || fSourceDictionary->GetRevision() == fSourceRevision) {
+        return true;
+    }
+    fSourceRevision = fSourceDictionary->GetRevision();
+    return fSourceDictionary->GetVar(fFieldName) == fSourceVar;
+}
+
+/// The outcome of every kind but continuous normalisation; null leaves the result cleared.
+const ScoreValue* TransformVar::EvaluateExpression(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
+                                                   const ScoreDictionary* transformations, const ScoreValue* source) {
+    switch (fTransExpression) {
+    case TD::TE_FIELD_REF:
+        return fRecodeMissValue != nullptr && fSourceVar != nullptr && fSourceVar->IsMissingValue(source)
+                   ? fRecodeMissValue.get()
+                   : source;
+    case TD::TE_NORM_DISCRETE:
+        return GetEncodedValue(fSourceVar, source);
+    case TD::TE_DISCRETIZE:
+        return GetBinningValue(fSourceVar, source);
+    case TD::TE_MAP_VALUES:
+        return GetMappedValue(record, dictionary, transformations, source);
+    case TD::TE_LAG:
+        return GetLagValue(record, dictionary, transformations, source);
+    default:
+        return nullptr;
+    }
+}
+
+void TransformVar::StoreNormValue(const ScoreValue* source) {
+    if (GetVarType() != kNUMERIC_VAR || fSourceVar == nullptr) {
+        return;
+    }
+    auto& result = static_cast<NumericValue&>(*fResult);
+    if (source != nullptr && !fSourceVar->IsMissingValue(source)) {
+        result.SetDoubleValue(GetNormValue(source->GetDouble()));
+    } else if (fRecodeMissValue != nullptr) {
+        result.SetDoubleValue(fRecodeMissValue->GetDouble());
+    }
+}
+
+void TransformVar::StoreResult(const ScoreValue& value) {
+    if (typeid(value) == typeid(StringValue) && fResult->GetType() == ScoreValue::STRING_VALUE) {
+        static_cast<StringValue&>(*fResult).SetString(static_cast<const StringValue&>(value).GetText());
+    } else {
+        fResult->SetValue(&value);
+    }
+}
+
+/// Cuts a text result to the variable's width and takes the width as its length.
+void TransformVar::FitResultToWidth() {
+    const int width = GetWidth();
+    if (width < 0 || fResult->GetType() != ScoreValue::STRING_VALUE) {
+        return;
+    }
+    auto& text = static_cast<StringValue&>(*fResult);
+    if (text.GetText().size() > static_cast<std::size_t>(width)) {
+        text.SetString(text.GetText().substr(0, static_cast<std::size_t>(width)));
+    }
+    text.SetLength(width);
+}
+
+/// The scratch value of a type, made missing.
+const ScoreValue* TransformVar::ClearScratch(VariableType ownType) {
+    if (ownType == kNUMERIC_VAR) {
+        NumericScratch().SetDoubleValue(NumericValue::GetSysmisValue());
+        return fNumericScratch.get();
+    }
+    TextScratch().SetString(std::string());
+    return fTextScratch.get();
+}
+
+/// Makes a value the content of the scratch value of a type.
+const ScoreValue* TransformVar::FillScratch(VariableType ownType, const ScoreValue& value) {
+    if (ownType == kNUMERIC_VAR) {
+        NumericScratch().SetDoubleValue(value.GetDouble());
+        return fNumericScratch.get();
+    }
+    std::string buffer;
+    TextScratch().SetString(veltrane::transform::TextOf(value, buffer));
+    return fTextScratch.get();
+}
+
+NumericValue& TransformVar::NumericScratch() {
+    if (fNumericScratch == nullptr) {
+        fNumericScratch = std::make_unique<NumericValue>();
+    }
+    return *fNumericScratch;
+}
+
+StringValue& TransformVar::TextScratch() {
+    if (fTextScratch == nullptr) {
+        fTextScratch = std::make_unique<StringValue>("");
+    }
+    return *fTextScratch;
+}
+
+DateTimeValue& TransformVar::DateTimeScratch() {
+    if (fDateTimeScratch == nullptr) {
+        fDateTimeScratch = std::make_unique<DateTimeValue>();
+    }
+    return *fDateTimeScratch;
+}
+
+StringValue& TransformVar::SecondTextScratch() {
+    if (fSecondTextScratch == nullptr) {
+        fSecondTextScratch = std::make_unique<StringValue>("");
+    }
+    return *fSecondTextScratch;
+}
+
+DateTimeValue& TransformVar::SecondDateTimeScratch() {
+    if (fSecondDateTimeScratch == nullptr) {
+        fSecondDateTimeScratch = std::make_unique<DateTimeValue>();
+    }
+    return *fSecondDateTimeScratch;
+}
+
+} // namespace MCVeltrane_900

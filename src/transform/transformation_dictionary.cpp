@@ -1,0 +1,193 @@
+#include "transform/derivation.h"
+#include "transform/values.h"
+
+#include <MCVeltrane_900/CaseRecord.h>
+#include <MCVeltrane_900/TransformVar.h>
+#include <MCVeltrane_900/TransformationDictionary.h>
+
+#include <algorithm>
+
+namespace MCVeltrane_900 {
+
+namespace {
+
+constexpr int kRecordCapacity = 10;
+
+/// Adds a value in place of the one that stands under the name already, which the record itself would not delete.
+void Replace(ScoreCaseRecord& record, const std::string& name, std::unique_ptr<ScoreValue> value) {
+    record.Remove(name);
+    record.Add(name, value.release());
+}
+
+} // namespace
+
+TransformationDictionary::TransformationDictionary() = default;
+
+TransformationDictionary::TransformationDictionary(const TransformationDictionary& other)
+    : BaseDictionary(other), fDerivedRecord(CopyRecord(other.fDerivedRecord)),
+      fInitialRecord(CopyRecord(other.fInitialRecord)), fComputedFlags(other.fComputedFlags),
+      fDerivedVarNames(other.fDerivedVarNames), fSetUp(other.fSetUp) {}
+
+TransformationDictionary& TransformationDictionary::operator=(const TransformationDictionary& other) {
+    if (this == &other) {
+        return *this;
+    }
+    BaseDictionary::operator=(other);
+    fComputedFlags = other.fComputedFlags;
+    fDerivedVarNames = other.fDerivedVarNames;
+    fSetUp = other.fSetUp;
+    ShareRecords(other);
+    fDerivedRecord = other.fDerivedRecord;
+    fInitialRecord = other.fInitialRecord;
+    fFieldsFound = false;
+    return *this;
+}
+
+TransformationDictionary::~TransformationDictionary() = default;
+
+/// A copy of another dictionary's record, kept alive by this one; null for null.
+ScoreCaseRecord* TransformationDictionary::CopyRecord(const ScoreCaseRecord* record) {
+    return record == nullptr ? nullptr
+                             : KeepRecord(std::make_shared<CaseRecord>(static_cast<const CaseRecord&>(*record)));
+}
+
+ScoreCaseRecord* TransformationDictionary::KeepRecord(std::shared_ptr<ScoreCaseRecord> record) {
+    fRecords.push_back(std::move(record));
+    return fRecords.back().get();
+}
+
+/// Keeps the records that another dictionary uses now alive for as long as this one lives.
+void TransformationDictionary::ShareRecords(const TransformationDictionary& other) {
+    for (const auto& record : other.fRecords) {
+        const bool inUse = record.get() == other.fDerivedRecord || record.get() == other.fInitialRecord;
+        if (inUse && std::find(fRecords.begin(), fRecords.end(), record) == fRecords.end()) {
+            fRecords.push_back(record);
+        }
+    }
+}
+
+void TransformationDictionary::AddDerievedVarName(const std::string& name) {
+    fDerivedVarNames.push_back(name);
+    fFieldsFound = false;
+}
+
+std::vector<std::string> TransformationDictionary::GetDerivedVarNames() const {
+    return fDerivedVarNames;
+}
+
+void TransformationDictionary::SetUpDerivedCaseRecord() {
+    if (fSetUp) {
+        return;
+    }
+    fDerivedRecord = KeepRecord(std::make_shared<CaseRecord>(kRecordCapacity));
+    fDerivedRecord->SetUpNameIndexMap(GetScoreDictVars());
+    fInitialRecord = KeepRecord(std::make_shared<CaseRecord>(kRecordCapacity));
+    Reset();
+    for (const std::string& name : fDerivedVarNames) {
+        ScoreDictVar* var = GetVar(name);
+        if (var == nullptr) {
+            continue;
+        }
+        auto value = veltrane::transform::MissingValueOf(var->GetVarType());
+        Replace(*fInitialRecord, name, std::unique_ptr<ScoreValue>(value->Clone()));
+        Replace(*fDerivedRecord, name, std::move(value));
+        var->SetValueIndex(fDerivedRecord->GetIndex(name));
+    }
+    fSetUp = true;
+    fFieldsFound = false;
+}
+
+void TransformationDictionary::Reset() {
+    fComputedFlags.assign(fDerivedVarNames.size(), false);
+}
+
+/// Looks up the fields of the derived names and their positions. Names without a derived field are left out.
+void TransformationDictionary::FindDerivedFields() {
+    if (fFieldsFound && fFieldsRevision == GetRevision()) {
+        return;
+    }
+    fDerivedFields.clear();
+    for (const std::string& name : fDerivedVarNames) {
+        const ScoreDictVar* var = GetVar(name);
+        TransformVar* derived = var == nullptr ? nullptr : veltrane::transform::AsTransformVar(*var);
+        if (derived != nullptr) {
+            const int position = fDerivedRecord == nullptr ? -1 : fDerivedRecord->GetIndex(name);
+            fDerivedFields.push_back({derived, &name, position});
+        }
+    }
+    fFieldsRevision = GetRevision();
+    fFieldsFound = true;
+}
+
+const ScoreCaseRecord* TransformationDictionary::GetValuesForDerivedVars(const ScoreCaseRecord* record,
+                                                                         const ScoreDictionary* dictionary) {
+    if (record == nullptr) {
+        return fDerivedRecord;
+    }
+    Reset();
+    FindDerivedFields();
+    for (const DerivedField& field : fDerivedFields) {
+        if (!IsVarValueComputed(field.var)) {
+            AddVarCaseValue(field.var, field, field.var->GetTransformedValue(record, dictionary, this));
+        }
+    }
+    return fDerivedRecord;
+}
+
+bool TransformationDictionary::IsVarValueComputed(const ScoreDictVar* var) const {
+    if (var == nullptr) {
+        return false;
+    }
+    const int index = var->GetValueIndex();
+    return index >= 0 && static_cast<std::size_t>(index) < fComputedFlags.size() &&
+           fComputedFlags[static_cast<std::size_t>(index)];
+}
+
+const ScoreValue* TransformationDictionary::GetVarValue(const std::string& name) const {
+    return fDerivedRecord == nullptr ? nullptr : std::as_const(*fDerivedRecord).Get(name);
+}
+
+void TransformationDictionary::AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field,
+                                               const ScoreValue* value) {
+    if (var == nullptr || value == nullptr) {
+        if (fDerivedRecord != nullptr) {
+            Replace(*fDerivedRecord, *field.name, nullptr);
+            fFieldsFound = false;
+        }
+        return;
+    }
+    switch (value->GetType()) {
+    case ScoreValue::NUMERIC_VALUE:
+        AddVarCaseValue(var, field, value->GetDouble());
+        break;
+    case ScoreValue::DATETIME_VALUE:
+        AddVarCaseValue(var, field, value->GetDouble(), static_cast<const DateTimeValue*>(value)->GetDateTimeType());
+        break;
+    default:
+        AddVarCaseValue(var, field, veltrane::transform::TextOf(*value, fText));
+    }
+}
+
+void TransformationDictionary::AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field, double value) {
+    SetComputed(var, fDerivedRecord != nullptr && fDerivedRecord->SetValue(field.position, value));
+}
+
+void TransformationDictionary::AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field, double value,
+                                               DateTimeValue::DateTimeValType type) {
+    SetComputed(var, fDerivedRecord != nullptr &&
+                         fDerivedRecord->SetValue(field.position, value, DateTimeValue::GetDateTimeType(type)));
+}
+
+void TransformationDictionary::AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field,
+                                               const std::string& value) {
+    SetComputed(var, fDerivedRecord != nullptr && fSetUp && fDerivedRecord->SetValue(field.position, value));
+}
+
+void TransformationDictionary::SetComputed(const ScoreDictVar* var, bool stored) {
+    const int index = stored && var != nullptr ? var->GetValueIndex() : -1;
+    if (index >= 0 && static_cast<std::size_t>(index) < fComputedFlags.size()) {
+        fComputedFlags[static_cast<std::size_t>(index)] = true;
+    }
+}
+
+} // namespace MCVeltrane_900
