@@ -1,0 +1,148 @@
+#ifndef MCVELTRANE_900_PMMLTRANSLATOR_H
+#define MCVELTRANE_900_PMMLTRANSLATOR_H
+
+#include <MCVeltrane_900/BaseTranslator.h>
+#include <MCVeltrane_900/ScoreDictVar.h>
+#include <MCVeltrane_900/ScoreValue.h>
+#include <MCVeltrane_900/TransformationDictionary.h>
+#include <veltrane_export.h>
+
+#include <map>
+#include <string>
+
+namespace MCVeltrane_900 {
+
+class ScoreDictionary;
+class ScoreMissingValueSet;
+class ScoreValueRange;
+class TransformVar;
+
+/// The translator of PMML documents: the readers that every model kind shares. A plug-in derives its translator from
+/// this one and calls them from its own ParseFromTree. All failures are VTException.
+class VELTRANE_API PMMLTranslator : public BaseTranslator {
+public:
+    PMMLTranslator();
+
+    /// @param encoding name of the encoding that the strings of the model shall have; empty means "CP1252"
+    explicit PMMLTranslator(const std::string& encoding);
+    PMMLTranslator(const PMMLTranslator& other);
+    PMMLTranslator& operator=(const PMMLTranslator& other);
+    ~PMMLTranslator() override;
+
+    using BaseTranslator::ParseFromTree;
+
+    /// Null: a plug-in's translator gives the operation its content.
+    ScoreModel* ParseFromTree(xercesc::DOMDocument* document, const std::string& encoding) override;
+
+    /// Reads a DataDictionary. Creates the transcoder when there is none yet.
+    /// @param dataDictionary the element
+    /// @param withEncoders   whether string variables that are not continuous get an encoder of their categories
+    /// @return a new dictionary in document order, owned by the caller
+    /// @throws VTException 260115, 260120, 260151, 260152, 260153, 260172, 260178, 260202, 260203, 260211, 260213,
+    ///         260242, 260271, 260272, 260282, 260285, 260294: the first fault in document order; the translator stays
+    ///         usable
+    ScoreDictionary* ParseDictionary(xercesc::DOMNode* dataDictionary, bool withEncoders);
+
+    /// Adds the complement of an Interval, the valid range, to the missing set.
+    /// @param var, count not read
+    /// @throws VTException 260151 for a margin that is no number; the set is then unchanged
+    static void handleInterval(ScoreDictVar* var, xercesc::DOMNode* interval, ScoreMissingValueSet* missing, int count);
+
+    /// Adds an Interval itself to the missing set.
+    /// @throws VTException 260151 for a margin that is no number
+    static void handleTreeInterval(xercesc::DOMNode* interval, ScoreMissingValueSet* missing);
+
+    /// Adds the range between two bounds that came in extensions.
+    /// @param count 1 for each lower bound that came, 10 for each upper one
+    /// @return false when none came
+    /// @throws VTException 260272 when a bound came twice
+    bool HandleKORDMissingInterval(ScoreMissingValueSet* missing, int count, double lower, double upper);
+
+    /// Switches the variable's usage type off when the Extension has a UsageType child that says so.
+    void ParseUsageTypeExtension(xercesc::DOMElement* extension, ScoreDictVar* var);
+
+    /// The type that a dataType names; DT_NONE for every other text.
+    ScoreDictVar::DateTimeType ParseDateTimeType(const XMLCh* text);
+
+    /// Gives an ordinal or nominal variable its encoder, if it has none, and teaches it the variable's categories.
+    /// @return false for a null or a continuous variable
+    bool SetupCatEncoder(ScoreDictVar* var);
+
+    /// Whether a text is one of the variable's listed values; false for a null variable.
+    /// @throws VTException 260126 when the variable lists none
+    bool IsValidScoreValue(const ScoreDictVar* var, const std::string& text);
+
+    /// The position of a text in the variable's listed values, or -1.
+    /// @throws VTException 260126 when the variable lists none
+    int GetIndexOfOrdinalValue(const std::string& text, const ScoreDictVar* var);
+
+    /// Turns a comparison of an ordinal field into a range of positions in its listed values.
+    /// @param[out] low, high the range, both ends included; it may be empty
+    /// @return 0 for "equal", 2 for "notEqual", 1 for the others
+    /// @throws VTException 260120, 260126, or 260153 for an unlisted value or an unknown operator
+    int HandleOrdinalVariable(xercesc::DOMElement* predicate, const ScoreDictVar* var, int& low, int& high);
+
+    /// Compares with a literal in the translator's encoding; false without a transcoder.
+    bool XStrEqualsUTF8Str(const XMLCh* text, const char* literal);
+
+    /// Reads the DerivedField descendants of an element, in document order.
+    /// @return a new dictionary owned by the caller; null when there is no DerivedField
+    TransformationDictionary* HandleTransformationDictionary(xercesc::DOMElement* element,
+                                                             const ScoreDictionary* dictionary);
+
+    /// The missing values of a derived field, from its Extension "MissingValues".
+    void handleDerivedVarMissingValue(xercesc::DOMElement* extension, TransformVar* var);
+
+    /// The recode extensions of a derived field; `var` is a TransformVar.
+    void HandleKORDExtensions(xercesc::DOMElement* extension, ScoreDictVar* var);
+
+    /// The Value children of a derived field.
+    void HandleValueList(xercesc::DOMElement* derivedField, TransformVar* var);
+
+    /// @return the source field's name
+    std::string HandleLag(xercesc::DOMElement* lag, ScoreDictVar* var, const ScoreDictionary* dictionary,
+                          const ScoreDictionary* derived);
+
+    /// @param target may be null
+    /// @return the field's name
+    std::string HandleFieldRef(xercesc::DOMElement* fieldRef, const ScoreDictionary* dictionary,
+                               const ScoreDictionary* derived, const ScoreDictVar* target);
+
+    /// The constant as a new value owned by the caller.
+    ScoreValue* HandelConstant(xercesc::DOMElement* constant);
+
+    /// The constant as text, with its number and type.
+    std::string HandelConstant(xercesc::DOMElement* constant, double& number, ScoreValue::ValueType& type);
+
+    /// The constant as a text value owned by the caller.
+    ScoreValue* HandelConstantDefaultStringType(xercesc::DOMElement* constant);
+
+    /// The readers of expressions. `var` is a TransformVar, which they fill; a field is looked up in `dictionary`
+    /// first, in `derived` second.
+    /// @return the source field's name
+    std::string HandleNormContinuous(xercesc::DOMElement* element, ScoreDictVar* var, const ScoreDictionary* dictionary,
+                                     const ScoreDictionary* derived);
+    std::string HandleNormDiscrete(xercesc::DOMElement* element, ScoreDictVar* var, const ScoreDictionary* dictionary,
+                                   const ScoreDictionary* derived);
+    std::string HandleDiscritize(xercesc::DOMElement* element, ScoreDictVar* var, const ScoreDictionary* dictionary,
+                                 const ScoreDictionary* derived);
+    std::string HandleMapValues(xercesc::DOMElement* element, ScoreDictVar* var, const ScoreDictionary* dictionary,
+                                const ScoreDictionary* derived);
+
+    /// The Interval of a bin as a new range owned by the caller.
+    ScoreValueRange* HandleDiscretizeBinInterVal(xercesc::DOMElement* interval, int binIndex);
+
+protected:
+    /// Kept for plug-ins, which may use them as they like; the library reads neither.
+    int fWord;
+    std::map<std::string, TransformationDictionary::TransformFunction> fFunctionMap;
+    std::string fEncoding;
+    double fConstant;
+
+    /// The next node id of the function trees of one transformation dictionary.
+    int fNodeCounter;
+};
+
+} // namespace MCVeltrane_900
+
+#endif
