@@ -19,6 +19,9 @@ inline constexpr std::size_t kMaxElementDepth = 1000;
 /// Levels of entities within entities, in content.
 inline constexpr std::size_t kMaxEntityDepth = 32;
 
+/// Different names of elements and attributes. The DOM looks each one up among all others.
+inline constexpr std::size_t kMaxDistinctNames = 20000;
+
 /// Characters of one declared entity.
 inline constexpr std::size_t kMaxEntityLength = 4096;
 
@@ -26,18 +29,19 @@ inline constexpr std::size_t kMaxEntityLength = 4096;
 inline constexpr std::size_t kMaxEntityExpansions = 5000;
 
 /// Memory that the parser may hold at a time: a fixed part, and a part for each byte of the document. A document of
-/// nothing but empty elements needs about 50 bytes for each of its own.
-inline constexpr std::uint64_t kHeldMemory = 64ULL << 20;
-inline constexpr std::uint64_t kHeldMemoryPerByte = 64;
+/// nothing but empty elements needs about 58 bytes for each of its own.
+inline constexpr std::uint64_t kHeldMemory = 48ULL << 20;
+inline constexpr std::uint64_t kHeldMemoryPerByte = 80;
 
 /// Memory that the parser may ask for in all. Each expansion of an entity, also of those within a document type
 /// declaration, which the parser doesn't count, asks for a buffer of 160 KB, so this bounds the work.
 inline constexpr std::uint64_t kTotalMemory = 1ULL << 30;
 inline constexpr std::uint64_t kTotalMemoryPerByte = 256;
 
-/// Characters of attributes beyond those that stand in the document: declared defaults and expanded entities.
-inline constexpr std::uint64_t kExtraAttributeText = 1ULL << 20;
-inline constexpr std::uint64_t kExtraAttributeTextPerByte = 8;
+/// Elements and characters of attributes, where these are only counted: a fixed part, and a part for each byte of the
+/// document. Declared defaults and expanded entities can give more than stands in the document.
+inline constexpr std::uint64_t kScannedItems = 1ULL << 18;
+inline constexpr std::uint64_t kScannedItemsPerByte = 8;
 
 /// Thrown through the XML parser when a document passes a bound or reaches for something outside itself. It never
 /// leaves the factory.

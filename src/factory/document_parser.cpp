@@ -6,17 +6,26 @@
 
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/framework/XMLAttr.hpp>
+#include <xercesc/framework/XMLErrorCodes.hpp>
+#include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLResourceIdentifier.hpp>
+#include <xercesc/util/XMLString.hpp>
+#include <xercesc/util/XMLUni.hpp>
 #include <xercesc/validators/DTD/DTDEntityDecl.hpp>
 
-#include <exception>
+#include <functional>
+#include <string_view>
 
 namespace veltrane::factory {
 
 DocumentParser::DocumentParser() : XercesDOMParser(nullptr, &fMemory, nullptr) {
     fSecurity.setEntityExpansionLimit(kMaxEntityExpansions);
     setSecurityManager(&fSecurity);
+    setXMLEntityResolver(this);
+    // With a reporter and without an error handler a fatal error is thrown; without a reporter the parser would end
+    // with the part of the document that it has.
+    getScanner()->setErrorReporter(this);
 }
 
 DocumentParser::~DocumentParser() = default;
@@ -27,8 +36,19 @@ void DocumentParser::startElement(const xercesc::XMLElementDecl& element, const 
     if (++fElementDepth > kMaxElementDepth) {
         throw DocumentRefused();
     }
+    CountName(element.getFullName());
+    for (XMLSize_t i = 0; i < attributeCount; ++i) {
+        CountName(attributes.elementAt(i)->getQName());
+    }
     // An empty element is ended from within.
     XercesDOMParser::startElement(element, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
+}
+
+void DocumentParser::CountName(const XMLCh* name) {
+    fNames.insert(std::hash<std::u16string_view>()(name));
+    if (fNames.size() > kMaxDistinctNames) {
+        throw DocumentRefused();
+    }
 }
 
 void DocumentParser::endElement(const xercesc::XMLElementDecl& element, const unsigned int uriId, const bool isRoot,
@@ -79,6 +99,17 @@ xercesc::InputSource* DocumentParser::resolveEntity(xercesc::XMLResourceIdentifi
     }
     fDtdExpected = false;
     return OpenExternalDtd(ToUtf8(identifier->getSystemId()));
+}
+
+void DocumentParser::error(const unsigned int code, const XMLCh* const domain,
+                           const xercesc::XMLErrorReporter::ErrTypes type, const XMLCh* const text,
+                           const XMLCh* const systemId, const XMLCh* const publicId, const XMLFileLoc line,
+                           const XMLFileLoc column) {
+    if (code == xercesc::XMLErrs::EntityExpansionLimitExceeded &&
+        xercesc::XMLString::equals(domain, xercesc::XMLUni::fgXMLErrDomain)) {
+        throw DocumentRefused();
+    }
+    XercesDOMParser::error(code, domain, type, text, systemId, publicId, line, column);
 }
 
 namespace {

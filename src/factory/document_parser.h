@@ -5,9 +5,11 @@
 
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/util/SecurityManager.hpp>
+#include <xercesc/util/XMLEntityResolver.hpp>
 
 #include <iosfwd>
 #include <memory>
+#include <unordered_set>
 
 namespace veltrane::factory {
 
@@ -18,7 +20,7 @@ struct ParserMemory {
 
 /// A DOM parser that keeps the bounds of a document and reads nothing but the document and, unless external DTDs are
 /// switched off, the document's own external DTD. It owns the DOM document. It serves one parse.
-class DocumentParser : private ParserMemory, public xercesc::XercesDOMParser {
+class DocumentParser : private ParserMemory, public xercesc::XercesDOMParser, private xercesc::XMLEntityResolver {
 public:
     DocumentParser();
     ~DocumentParser() override;
@@ -41,8 +43,16 @@ public:
     /// Gives the document's own external DTD; refuses every other external entity.
     xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* identifier) override;
 
+    /// Refuses a document that expands too many entities; the parser itself takes this for no fatal error.
+    void error(const unsigned int code, const XMLCh* const domain, const xercesc::XMLErrorReporter::ErrTypes type,
+               const XMLCh* const text, const XMLCh* const systemId, const XMLCh* const publicId, const XMLFileLoc line,
+               const XMLFileLoc column) override;
+
 private:
+    void CountName(const XMLCh* name);
+
     xercesc::SecurityManager fSecurity;
+    std::unordered_set<std::size_t> fNames; ///< hashes of the names of elements and attributes
     std::size_t fElementDepth = 0;
     std::size_t fEntityDepth = 0;
     bool fDtdExpected = false;

@@ -62,7 +62,7 @@ public:
         if (++fDepth > kMaxElementDepth) {
             throw DocumentRefused();
         }
-        CountAttributes(attributes);
+        CountItems(attributes);
         ScoreSAX2Handlers::startElement(uri, localName, qname, attributes);
     }
 
@@ -80,19 +80,20 @@ public:
     xercesc::InputSource* resolveEntity(const XMLCh* const, const XMLCh* const) override { throw DocumentRefused(); }
 
 private:
-    /// Defaults that a document type declaration gives cost nothing in the document, however many elements have them.
-    void CountAttributes(const xercesc::Attributes& attributes) {
+    /// Neither declared defaults nor elements within entities cost the document anything, however many there are.
+    void CountItems(const xercesc::Attributes& attributes) {
+        ++fItems;
         for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
-            fAttributeText += 1 + xercesc::XMLString::stringLen(attributes.getValue(i));
+            fItems += 1 + xercesc::XMLString::stringLen(attributes.getValue(i));
         }
-        if (fAttributeText > kExtraAttributeText + kExtraAttributeTextPerByte * fMemory.InputBytes()) {
+        if (fItems > kScannedItems + kScannedItemsPerByte * fMemory.InputBytes()) {
             throw DocumentRefused();
         }
     }
 
     const MeteredMemory& fMemory;
     std::size_t fDepth = 0;
-    std::uint64_t fAttributeText = 0;
+    std::uint64_t fItems = 0;
 };
 
 struct Feature {
