@@ -1,0 +1,22 @@
+#include "recording.h"
+
+/// The plug-in of "RegressionModel" and "Regression". It takes no list of names.
+
+using namespace veltrane::tests::recording;
+
+extern "C" {
+
+VELTRANE_API ScoreTranslator* GiveMyTranslator() {
+    return new RecordingTranslator("RegressionModel");
+}
+
+VELTRANE_API int TranslatorsMade() {
+    return translatorsMade;
+}
+VELTRANE_API int TranslatorsDeleted() {
+    return translatorsDeleted;
+}
+VELTRANE_API int ListsPassed() {
+    return listsPassed;
+}
+}
