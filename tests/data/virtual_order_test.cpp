@@ -1,0 +1,158 @@
+#include <MCVeltrane_900/ScoreCaseRecord.h>
+#include <MCVeltrane_900/ScoreDictVar.h>
+#include <MCVeltrane_900/ScoreDictionary.h>
+#include <MCVeltrane_900/ScoreEncoder.h>
+#include <MCVeltrane_900/ScoreMissingValueSet.h>
+#include <MCVeltrane_900/ScoreResultField.h>
+#include <MCVeltrane_900/ScoreValueLabel.h>
+#include <MCVeltrane_900/ScoreValueLabelSet.h>
+#include <MCVeltrane_900/ScoreValueProbability.h>
+#include <MCVeltrane_900/ScoreValueProbabilitySet.h>
+#include <MCVeltrane_900/ScoreValueRange.h>
+#include <MCVeltrane_900/ScoreVarStats.h>
+#include <MCVeltrane_900/ScoreVersionInfo.h>
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstring>
+#include <numeric>
+
+// Plug-ins call these interfaces by their places in the virtual table. A pointer to a virtual member function holds its
+// byte offset there plus one; the two destructors stand first.
+namespace MCVeltrane_900 {
+namespace {
+
+template <typename Member>
+int SlotOf(Member member) {
+    std::ptrdiff_t words[2];
+    static_assert(sizeof(member) == sizeof(words));
+    std::memcpy(words, &member, sizeof(words));
+    return static_cast<int>((words[0] - 1) / static_cast<std::ptrdiff_t>(sizeof(void*))) - 2;
+}
+
+/// Whether the operations stand in this order, one behind the other.
+template <typename... Members>
+bool AreInOrder(Members... members) {
+    const int slots[] = {SlotOf(members)...};
+    int expected[sizeof...(members)];
+    std::iota(std::begin(expected), std::end(expected), 0);
+    return std::equal(std::begin(slots), std::end(slots), std::begin(expected));
+}
+
+using std::string;
+
+TEST(VirtualOrder, ScoreValueRange) {
+    using T = ScoreValueRange;
+    EXPECT_TRUE(AreInOrder(&T::operator==, &T::Clone, &T::SetMin, &T::SetMax,
+                           static_cast<bool (T::*)(double) const>(&T::IsInRange),
+                           static_cast<bool (T::*)(const ScoreValue*) const>(&T::IsInRange), &T::GetMin, &T::GetMax,
+                           &T::GetHighEnd, &T::GetLowEnd, &T::Display));
+}
+
+TEST(VirtualOrder, ScoreMissingValueSet) {
+    using T = ScoreMissingValueSet;
+    EXPECT_TRUE(AreInOrder(&T::Clone, &T::Add, &T::Remove, &T::Size, &T::Contains, &T::GetMissingValues, &T::Display));
+}
+
+TEST(VirtualOrder, ScoreValueLabel) {
+    using T = ScoreValueLabel;
+    EXPECT_TRUE(AreInOrder(&T::SetValueLabel, &T::SetLabel, &T::Clone, &T::operator==, &T::operator>, &T::operator<,
+                           &T::operator<=, &T::operator>=, &T::GetLabel, &T::GetValue, &T::Display));
+}
+
+TEST(VirtualOrder, ScoreValueLabelSet) {
+    using T = ScoreValueLabelSet;
+    EXPECT_TRUE(AreInOrder(&T::Clone, &T::Add, &T::Remove, &T::Size, &T::GetAllValueLabels, &T::GetLabelOfValue,
+                           &T::Contains, &T::Display));
+}
+
+TEST(VirtualOrder, ScoreValueProbability) {
+    using T = ScoreValueProbability;
+    EXPECT_TRUE(AreInOrder(&T::SetValueProbability, &T::SetProbability, &T::Clone, &T::operator==, &T::operator>,
+                           &T::operator<, &T::operator<=, &T::operator>=, &T::GetProbability, &T::GetValue,
+                           &T::Display));
+}
+
+TEST(VirtualOrder, ScoreValueProbabilitySet) {
+    using T = ScoreValueProbabilitySet;
+    EXPECT_TRUE(AreInOrder(&T::Clone, &T::Add, &T::Remove, &T::Size, &T::GetAllValueProbabilities,
+                           &T::GetProbabilityOfValue, &T::Contains, &T::Display));
+}
+
+TEST(VirtualOrder, ScoreVarStats) {
+    using T = ScoreVarStats;
+    EXPECT_TRUE(AreInOrder(&T::Clone, &T::SetMin, &T::SetMax, &T::SetStddev, &T::SetMean, &T::SetMissingReplacement,
+                           &T::GetMin, &T::GetMax, &T::GetStddev, &T::GetMean, &T::GetMissingReplacement));
+}
+
+TEST(VirtualOrder, ScoreVersionInfo) {
+    using T = ScoreVersionInfo;
+    EXPECT_TRUE(AreInOrder(&T::SetVersionInfo, &T::Clone, &T::operator==, &T::GetVersionInfo));
+}
+
+TEST(VirtualOrder, ScoreDictVar) {
+    using T = ScoreDictVar;
+    EXPECT_TRUE(AreInOrder(
+        &T::Clone, &T::operator==, &T::IsMissingValue, &T::IsValidValue, &T::SetName, &T::SetLabel, &T::SetVarType,
+        &T::SetMLevel, &T::SetFormat, &T::SetDecimal, &T::SetWidth, &T::GetName, &T::GetLabel, &T::GetVarType,
+        &T::GetMLevel, &T::GetDecimal, &T::GetWidth, &T::GetVarStats, &T::SetVarStats, &T::GetValueLabels,
+        &T::GetLabelOfValue, &T::GetMissingValues, &T::SetMissingValues, &T::SetValueLabels, &T::ToMyValue, &T::Display,
+        &T::GetNumberOfCats, &T::SetValueIndex, &T::SetEncodedValueIndex, &T::GetValueIndex, &T::GetEncodedValueIndex,
+        &T::SetNoSpaceTrim, &T::GetNoSpaceTrim, &T::SetEmptyStringOK, &T::GetEmptyStringOK, &T::GetXMeasure,
+        &T::SetXMeasure, &T::SetFlagVariable, &T::IsFlagVariable, &T::SetOutlierHandleMethod,
+        &T::GetOutlierHandleMethod, &T::IsDerivedVariable, &T::SetDateTimeType, &T::GetDateTimeType, &T::SetDefValue,
+        &T::GetDefValue, &T::SetValueProbabilities, &T::GetValueProbabilities,
+        static_cast<ScoreEncoder* (T::*)()>(&T::GetEncoder),
+        static_cast<const ScoreEncoder* (T::*)() const>(&T::GetEncoder), &T::SetEncoder, &T::SetEmptyCateValues,
+        &T::IsEmptyCateValues, &T::AddScoreValueLabel, &T::SetNumericDataType, &T::GetNumericDataType,
+        &T::IsUsageTypeEnable, &T::SetUsageType, &T::SetFalgTypeTrueValue, &T::GetFalgTypeTrueValue));
+}
+
+TEST(VirtualOrder, ScoreDictionary) {
+    using T = ScoreDictionary;
+    EXPECT_TRUE(AreInOrder(&T::Clone, static_cast<bool (T::*)(const ScoreDictionary*)>(&T::AddVar),
+                           static_cast<bool (T::*)(const string&, ScoreDictVar*)>(&T::AddVar), &T::RemoveVar,
+                           static_cast<ScoreDictVar* (T::*)(const string&)>(&T::GetVar),
+                           static_cast<const ScoreDictVar* (T::*)(const string&) const>(&T::GetVar), &T::Size,
+                           &T::GetScoreDictVars, &T::GetVarNames, &T::Display));
+}
+
+TEST(VirtualOrder, ScoreResultField) {
+    using T = ScoreResultField;
+    EXPECT_TRUE(AreInOrder(&T::SetMapResultValue, &T::GetMapResultValue, &T::GetResultValue,
+                           static_cast<bool (T::*)(const string&, const ScoreValue*)>(&T::SetResultValue),
+                           static_cast<bool (T::*)(const string&, const string&)>(&T::SetResultValue),
+                           static_cast<bool (T::*)(const string&, double)>(&T::SetResultValue), &T::GetResultType,
+                           &T::AddResultField, &T::GetResultFields, &T::GetResultSize));
+}
+
+TEST(VirtualOrder, ScoreEncoder) {
+    using T = ScoreEncoder;
+    EXPECT_TRUE(AreInOrder(&T::GetEncoderType, &T::GetNumberOfCategories,
+                           static_cast<int (T::*)(const ScoreValue*)>(&T::Encode),
+                           static_cast<int (T::*)(const string&)>(&T::Encode),
+                           static_cast<int (T::*)(const string&) const>(&T::EncodeConst),
+                           static_cast<int (T::*)(const ScoreValue*) const>(&T::EncodeConst), &T::Decode, &T::DecodeNum,
+                           &T::Clone, &T::SetValueLabels, &T::SetValueLabel, &T::GetValueLabels, &T::Display));
+}
+
+TEST(VirtualOrder, ScoreCaseRecord) {
+    using T = ScoreCaseRecord;
+    EXPECT_TRUE(AreInOrder(&T::Add, static_cast<bool (T::*)(int, const string&)>(&T::SetValue),
+                           static_cast<bool (T::*)(const string&, const string&)>(&T::SetValue),
+                           static_cast<bool (T::*)(int, double, ScoreDictVar::DateTimeType)>(&T::SetValue),
+                           static_cast<bool (T::*)(const string&, double, ScoreDictVar::DateTimeType)>(&T::SetValue),
+                           static_cast<bool (T::*)(int, double)>(&T::SetValue),
+                           static_cast<bool (T::*)(const string&, double)>(&T::SetValue),
+                           static_cast<bool (T::*)(int)>(&T::SetMissingValue),
+                           static_cast<bool (T::*)(const string&)>(&T::SetMissingValue), &T::Remove,
+                           static_cast<const ScoreValue* (T::*)(int) const>(&T::Get),
+                           static_cast<const ScoreValue* (T::*)(const string&) const>(&T::Get),
+                           static_cast<void (T::*)(const std::vector<string>&)>(&T::SetUpNameIndexMap),
+                           static_cast<void (T::*)(const std::vector<ScoreDictVar*>&)>(&T::SetUpNameIndexMap),
+                           &T::HasMap, &T::GetIndex, &T::Size, &T::GetVarNames, &T::GetAllValues, &T::Display));
+}
+
+} // namespace
+} // namespace MCVeltrane_900
