@@ -13,6 +13,8 @@
 namespace MCVeltrane_900 {
 
 class ScoreValue;
+class ScoreValueLabel;
+class StringValue;
 class TransformVar;
 
 /// The derived fields of a model, which it computes for one case after another into a record of its own.
@@ -79,6 +81,123 @@ public:
 
     /// The value of a field in the derived record, which keeps it; null for an unknown name or without a record.
     const ScoreValue* GetVarValue(const std::string& name) const;
+
+    // The built-in functions, for the evaluation of an Apply and for plug-ins. Missing means exactly SYSMIS; so does a
+    // result that there is none for. They hold no state.
+
+    /// Missing when an argument is missing.
+    static double Plus(double a, double b);
+    static double Abs(double x);
+    /// Missing above 709; 0 from -708 downwards.
+    static double Exp(double x);
+    /// Missing unless `x` is above 0.
+    static double Log10(double x);
+    static double Ln(double x);
+    /// Missing unless `x` is at least 0.
+    static double Sqrt(double x);
+    /// Toward 0. Missing outside of 32 bits.
+    static double Trunc(double x);
+    static double Floor(double x);
+    static double Ceil(double x);
+    /// The nearest integer, halves away from 0. Missing outside of 32 bits.
+    static double Rnd(double x);
+    /// The standard normal distribution.
+    static double CdfNorm(double x);
+    /// The remainder, with the sign of `a`. Missing when `b` is 0 or the quotient leaves 32 bits.
+    static double Mod(double a, double b);
+    /// 1.0 for `x` above `threshold`, else 0.0; there is no missing test.
+    static double Threshold(double x, double threshold);
+    /// An integer power. A base below 1e-14 to the power 0 is 1.0 even when it is missing.
+    static double Pow(double x, int n);
+    /// Bounds `x` by `centre` plus and minus p * q / sqrt(r).
+    /// @param method 2 cuts an outlier to its bound, any other makes it missing
+    static double OutlierHandle(double x, int method, double centre, double p, double q, double r);
+
+    /// Exactly two arguments, else missing; a missing one makes the result missing, and so does a divisor of 0.
+    static double Minus(const std::vector<double>& values);
+    static double Multiply(const std::vector<double>& values);
+    static double Divided(const std::vector<double>& values);
+
+    /// Over the arguments that aren't missing; missing when none is left, for Sd and Variance when only one is.
+    static double ProductOperator(const std::vector<double>& values);
+    static double Min(const std::vector<double>& values);
+    static double Max(const std::vector<double>& values);
+    static double Mean(const std::vector<double>& values);
+    static double MedianOperator(const std::vector<double>& values);
+    static double Sum(const std::vector<double>& values);
+    static double Sd(const std::vector<double>& values);
+    static double Variance(const std::vector<double>& values);
+
+    /// Of x, mean and standard deviation; missing unless the deviation is above 0.
+    static double CdfNormal(const std::vector<double>& values);
+    static double PdfNormal(const std::vector<double>& values);
+    /// Of p, mean and standard deviation.
+    static double IdfNormal(const std::vector<double>& values);
+    static double stdNormalCDF(const std::vector<double>& values);
+    static double stdNormalPDF(const std::vector<double>& values);
+    /// Missing unless 0 < p < 1.
+    static double stdNormalIDF(const std::vector<double>& values);
+    static double Erf(const std::vector<double>& values);
+
+    /// 1.0 or 0.0, and 0.0 unless there are exactly two arguments. A missing one compares as the smallest number.
+    static double lessThan(const std::vector<double>& values);
+    static double lessOrEqual(const std::vector<double>& values);
+    static double greaterThan(const std::vector<double>& values);
+    static double greaterOrEqual(const std::vector<double>& values);
+
+    /// 1.0 or 0.0. Every argument but 0 counts as true, a missing one too. 0.0 without arguments.
+    static double AndOperator(const std::vector<double>& values);
+    static double OrOperator(const std::vector<double>& values);
+    /// Of exactly one argument, else 0.0.
+    static double NotOperator(const std::vector<double>& values);
+
+    /// 1.0 when there are exactly two values of one type that are equal, else 0.0; notEqual is the reverse.
+    /// @param values their entries are deleted and the vector emptied; only two of different types stay with the caller
+    static double equal(std::vector<ScoreValue*>& values);
+    static double notEqual(std::vector<ScoreValue*>& values);
+    /// 1.0 when `test` equals any of the values, else 0.0; isNotIn is the reverse.
+    /// @param values their entries are deleted and the vector emptied
+    /// @param test   deleted; null is in nothing
+    static double isIn(std::vector<ScoreValue*>& values, ScoreValue* test);
+    static double isNotIn(std::vector<ScoreValue*>& values, ScoreValue* test);
+
+    /// 1.0 when the regular expression texts[1] has a match anywhere in texts[0], else 0.0, also for an expression that
+    /// doesn't compile or that takes too long. Texts are UTF-8.
+    static double Matches(const std::vector<std::string>& texts);
+    /// The subject texts[0], and behind it the subject with each match of texts[1] replaced by texts[2]; the subject
+    /// alone when the expression fails.
+    /// @param length the size of the result
+    static std::string Replace(const std::vector<std::string>& texts, int& length);
+    /// The texts as far as there are widths, each cut or filled with blanks to its width.
+    /// @param length the sum of the widths
+    static std::string Concat(const std::vector<std::string>& texts, const std::vector<int>& widths, int& length);
+
+    /// Without leading blanks and tabs.
+    /// @param length the value's length, less what was removed
+    static std::string Ltrim(const StringValue* value, int& length);
+    /// Without trailing blanks; tabs stay.
+    /// @param length the size of the result
+    static std::string Rtrim(const StringValue* value, int& length);
+    /// From a position, counted in bytes from 1, to the end; empty unless `start` is below the size.
+    /// @param length `start` when there is a result, else the value's length
+    static std::string Substring(const StringValue* value, int start, int& length);
+    /// At most `count` bytes from a position on.
+    static std::string Substring(const StringValue* value, int start, int count, int& length);
+    /// At most `count` UTF-16 units from a position on.
+    /// @param length the size of the result in bytes
+    static std::string Substring_unicode(const StringValue* value, int start, int count, int& length);
+    /// Each byte through the C library, under the process's locale.
+    /// @param length the value's length
+    std::string ToUpperCase(const StringValue* value, int& length);
+    std::string ToLowerCase(const StringValue* value, int& length);
+
+    /// The value of the label whose mean is nearest to `target` in standard deviations, the first one on a tie.
+    /// @return borrowed from the label
+    /// @throws std::out_of_range "invalid vector<T> subscript" when there is no such label
+    static const ScoreValue* ImputeCatFieldMissingAgainstConTargetHandle(double target,
+                                                                         const std::vector<ScoreValueLabel*>& labels,
+                                                                         const std::vector<double>& means,
+                                                                         const std::vector<double>& variances);
 
 private:
     /// A field in the order of computation, with what looking it up by name gave.

@@ -14,7 +14,7 @@ namespace {
 constexpr int kRecordCapacity = 10;
 
 /// Adds a value in place of the one that stands under the name already, which the record itself would not delete.
-void Replace(ScoreCaseRecord& record, const std::string& name, std::unique_ptr<ScoreValue> value) {
+void PutValue(ScoreCaseRecord& record, const std::string& name, std::unique_ptr<ScoreValue> value) {
     record.Remove(name);
     record.Add(name, value.release());
 }
@@ -89,8 +89,8 @@ void TransformationDictionary::SetUpDerivedCaseRecord() {
             continue;
         }
         auto value = veltrane::transform::MissingValueOf(var->GetVarType());
-        Replace(*fInitialRecord, name, std::unique_ptr<ScoreValue>(value->Clone()));
-        Replace(*fDerivedRecord, name, std::move(value));
+        PutValue(*fInitialRecord, name, std::unique_ptr<ScoreValue>(value->Clone()));
+        PutValue(*fDerivedRecord, name, std::move(value));
         var->SetValueIndex(fDerivedRecord->GetIndex(name));
     }
     fSetUp = true;
@@ -151,7 +151,7 @@ void TransformationDictionary::AddVarCaseValue(const ScoreDictVar* var, const De
                                                const ScoreValue* value) {
     if (var == nullptr || value == nullptr) {
         if (fDerivedRecord != nullptr) {
-            Replace(*fDerivedRecord, *field.name, nullptr);
+            PutValue(*fDerivedRecord, *field.name, nullptr);
             fFieldsFound = false;
         }
         return;

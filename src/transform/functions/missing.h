@@ -1,0 +1,23 @@
+#ifndef VELTRANE_TRANSFORM_FUNCTIONS_MISSING_H
+#define VELTRANE_TRANSFORM_FUNCTIONS_MISSING_H
+
+#include <limits>
+
+namespace veltrane::functions {
+
+/// The system-missing number, the same bits as NumericValue::GetSysmisValue().
+inline constexpr double kMissing = -std::numeric_limits<double>::max();
+
+/// Exact: a NaN is no missing number.
+constexpr bool IsMissing(double x) {
+    return x == kMissing;
+}
+
+/// Whether a number truncates into 32 bits. Both ends are excluded; a NaN does not fit.
+constexpr bool FitsInt32(double x) {
+    return -2147483648.0 < x && x < 2147483647.0;
+}
+
+} // namespace veltrane::functions
+
+#endif

@@ -1,0 +1,232 @@
+#include <MCVeltrane_900/StringValue.h>
+#include <MCVeltrane_900/TransformationDictionary.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using MCVeltrane_900::StringValue;
+using Functions = MCVeltrane_900::TransformationDictionary;
+
+namespace {
+
+StringValue Text(const std::string& text, int length) {
+    StringValue value(text);
+    value.SetLength(length);
+    return value;
+}
+
+struct TextRow {
+    const char* name;
+    std::string (*function)(const StringValue*, int&);
+    std::string text;
+    int length;
+    std::string expected;
+    int expectedLength;
+};
+
+class TextFunction : public testing::TestWithParam<TextRow> {};
+
+TEST_P(TextFunction, GivesTextAndLength) {
+    const TextRow& row = GetParam();
+    const StringValue value = Text(row.text, row.length);
+    int length = -77;
+    EXPECT_EQ(row.function(&value, length), row.expected);
+    EXPECT_EQ(length, row.expectedLength);
+}
+
+std::string Upper(const StringValue* value, int& length) {
+    return Functions().ToUpperCase(value, length);
+}
+std::string Lower(const StringValue* value, int& length) {
+    return Functions().ToLowerCase(value, length);
+}
+
+const TextRow kTextRows[] = {
+    {"LtrimBlanks", Functions::Ltrim, "  ab ", 10, "ab ", 8},
+    {"LtrimRemovesLeadingTab", Functions::Ltrim, "\tab", 3, "ab", 2},
+    {"LtrimNothingToTrim", Functions::Ltrim, "ab", 2, "ab", 2},
+    {"LtrimAllBlank", Functions::Ltrim, "   ", 3, "", 0},
+    {"LtrimEmptyKeepsLength", Functions::Ltrim, "", 5, "", 5},
+    {"LtrimNegativeLengthBecomesZero", Functions::Ltrim, "ab", -3, "ab", 0},
+    {"RtrimBlanks", Functions::Rtrim, " ab  ", 10, " ab", 3},
+    {"RtrimLeavesTrailingTab", Functions::Rtrim, "ab\t", 3, "ab\t", 3},
+    {"RtrimBlankBehindTab", Functions::Rtrim, "ab\t ", 4, "ab\t", 3},
+    {"RtrimEmpty", Functions::Rtrim, "", 5, "", 0},
+    {"RtrimAllBlank", Functions::Rtrim, "   ", 5, "", 0},
+    {"UpperKeepsLength", Upper, "aBc1", 7, "ABC1", 7},
+    {"LowerKeepsLength", Lower, "aBc1", -1, "abc1", -1},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, TextFunction, testing::ValuesIn(kTextRows),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+struct SubstringRow {
+    const char* name;
+    std::string text;
+    int length;
+    int start;
+    std::string expected;
+    int expectedLength;
+};
+
+class SubstringToTheEnd : public testing::TestWithParam<SubstringRow> {};
+
+TEST_P(SubstringToTheEnd, GivesTextAndLength) {
+    const SubstringRow& row = GetParam();
+    const StringValue value = Text(row.text, row.length);
+    int length = -77;
+    EXPECT_EQ(Functions::Substring(&value, row.start, length), row.expected);
+    EXPECT_EQ(length, row.expectedLength);
+}
+
+const SubstringRow kSubstringRows[] = {
+    {"FromTwoLengthIsTheStart", "abcd", 9, 2, "bcd", 2},
+    {"FromOne", "abcd", 9, 1, "abcd", 1},
+    {"StartZero", "abcd", 9, 0, "", 9},
+    {"StartAtSize", "abcd", 9, 4, "", 9},
+    {"OnePastTheEnd", "abcd", 9, 5, "", 9},
+    {"NegativeStart", "abcd", -2, -1, "", 0},
+    {"Empty", "", 9, 1, "", 0},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, SubstringToTheEnd, testing::ValuesIn(kSubstringRows),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+struct CountedRow {
+    const char* name;
+    std::string text;
+    int start;
+    int count;
+    std::string expected;
+    int expectedLength;
+};
+
+class CountedSubstring : public testing::TestWithParam<CountedRow> {};
+
+TEST_P(CountedSubstring, CountsBytes) {
+    const CountedRow& row = GetParam();
+    const StringValue value(row.text);
+    int length = -77;
+    EXPECT_EQ(Functions::Substring(&value, row.start, row.count, length), row.expected);
+    EXPECT_EQ(length, row.expectedLength);
+}
+
+const CountedRow kByteRows[] = {
+    {"Middle", "abcd", 2, 2, "bc", 2},
+    {"CountBeyondTheEnd", "abcd", 3, 9, "cd", 2},
+    {"StartAtSize", "abcd", 4, 1, "d", 1},
+    {"StartPastTheEnd", "abcd", 5, 1, "", 0},
+    {"StartZero", "abcd", 0, 1, "", 0},
+    {"CountZero", "abcd", 1, 0, "", 0},
+    {"NegativeCount", "abcd", 1, -1, "", 0},
+    {"LargestCountDoesNotOverflow", "abcd", 2, 2147483647, "bcd", 3},
+    {"Empty", "", 1, 1, "", 0},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, CountedSubstring, testing::ValuesIn(kByteRows),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+class UnicodeSubstring : public testing::TestWithParam<CountedRow> {};
+
+TEST_P(UnicodeSubstring, CountsUtf16Units) {
+    const CountedRow& row = GetParam();
+    const StringValue value(row.text);
+    int length = -77;
+    EXPECT_EQ(Functions::Substring_unicode(&value, row.start, row.count, length), row.expected);
+    EXPECT_EQ(length, row.expectedLength);
+}
+
+const CountedRow kUnicodeRows[] = {
+    {"NonAsciiIsOnePosition", "\xC3\xA4\xC3\xB6\xC3\xBC", 2, 1, "\xC3\xB6", 2},
+    {"LengthIsInBytes", "a\xE2\x82\xAC z", 2, 2, "\xE2\x82\xAC ", 4},
+    {"BeyondTheEnd", "abc", 2, 9, "bc", 2},
+    {"StartPastTheEnd", "abc", 4, 1, "", 0},
+    {"StartZero", "abc", 0, 2, "", 0},
+    {"InvalidBytesBecomeReplacements",
+     "a\xFF"
+     "b",
+     2, 1, "\xEF\xBF\xBD", 3},
+    {"Empty", "", 1, 1, "", 0},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, UnicodeSubstring, testing::ValuesIn(kUnicodeRows),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(Concat, FillsEachArgumentToItsWidth) {
+    int length = -1;
+    EXPECT_EQ(Functions::Concat({"ab", "cdef"}, {4, 2}, length), "ab  cd");
+    EXPECT_EQ(length, 6);
+}
+
+TEST(Concat, ReachesAsFarAsTheWidths) {
+    int length = -1;
+    EXPECT_EQ(Functions::Concat({"ab", "cd"}, {2}, length), "ab");
+    EXPECT_EQ(length, 2);
+}
+
+TEST(Concat, NegativeWidthGivesNothingAndCounts) {
+    int length = -1;
+    EXPECT_EQ(Functions::Concat({"ab", "cd"}, {-1, 2}, length), "cd");
+    EXPECT_EQ(length, 1);
+}
+
+TEST(Concat, HugeWidthIsFilledUpToABound) {
+    int length = -1;
+    const std::string text = Functions::Concat({"ab", "cd"}, {2147483647, 2147483647}, length);
+    EXPECT_LE(text.size(), std::size_t{1} << 25U);
+    EXPECT_EQ(length, 2147483647);
+}
+
+TEST(Matches, FindsThePatternInsideTheText) {
+    EXPECT_EQ(Functions::Matches({"abc", "b"}), 1.0);
+}
+TEST(Matches, FindsNothing) {
+    EXPECT_EQ(Functions::Matches({"abc", "^b"}), 0.0);
+}
+TEST(Matches, PatternThatDoesNotCompile) {
+    EXPECT_EQ(Functions::Matches({"abc", "("}), 0.0);
+}
+TEST(Matches, TooFewTexts) {
+    EXPECT_EQ(Functions::Matches({"abc"}), 0.0);
+}
+TEST(Matches, NonAsciiIsOneCharacter) {
+    EXPECT_EQ(Functions::Matches({"\xC3\xA4", "^.$"}), 1.0);
+}
+
+// Exponential backtracking ends at the bound and counts as no match.
+TEST(Matches, SlowPatternEnds) {
+    EXPECT_EQ(Functions::Matches({std::string(60, 'a') + "!", "^(a+)+$"}), 0.0);
+}
+
+TEST(KeptReplace, AppendsTheOutcomeToTheSubject) {
+    int length = -1;
+    EXPECT_EQ(Functions::Replace({"abc", "b", "x"}, length), "abcaxc");
+    EXPECT_EQ(length, 6);
+}
+
+TEST(Replace, PatternThatDoesNotCompileGivesTheSubject) {
+    int length = -1;
+    EXPECT_EQ(Functions::Replace({"abc", "(", "x"}, length), "abc");
+    EXPECT_EQ(length, 3);
+}
+
+TEST(Replace, KnowsGroups) {
+    int length = -1;
+    EXPECT_EQ(Functions::Replace({"ab", "(a)(b)", "$2$1"}, length), "abba");
+}
+
+TEST(Replace, BadGroupGivesTheSubject) {
+    int length = -1;
+    EXPECT_EQ(Functions::Replace({"ab", "a", "$7"}, length), "ab");
+    EXPECT_EQ(length, 2);
+}
+
+TEST(Replace, LengthIsInBytes) {
+    int length = -1;
+    EXPECT_EQ(Functions::Replace({"a", "a", "\xE2\x82\xAC"}, length), "a\xE2\x82\xAC");
+    EXPECT_EQ(length, 4);
+}
+
+} // namespace
