@@ -12,6 +12,7 @@
 
 namespace MCVeltrane_900 {
 
+class FunctionTree;
 class ScoreDictionary;
 class ScoreMissingValueSet;
 class ScoreValueRange;
@@ -85,52 +86,93 @@ public:
     /// Compares with a literal in the translator's encoding; false without a transcoder.
     bool XStrEqualsUTF8Str(const XMLCh* text, const char* literal);
 
-    /// Reads the DerivedField descendants of an element, in document order.
+    /// Reads the DerivedField descendants of an element, at any depth and in document order. A field can refer to the
+    /// inputs and to the fields ahead of it. The node counter starts anew.
+    /// @param dictionary the inputs; a NormDiscrete over one that lists no categories adds its category to it
     /// @return a new dictionary owned by the caller; null when there is no DerivedField
+    /// @throws VTException 260114 for a null element; 260120, 260152, 260202, 260211, 260274, 260285, 260294, 260303 or
+    ///         what the readers below throw: the first fault in document order. Nothing is kept then.
     TransformationDictionary* HandleTransformationDictionary(xercesc::DOMElement* element,
                                                              const ScoreDictionary* dictionary);
 
-    /// The missing values of a derived field, from its Extension "MissingValues".
+    /// The missing values of a derived field, from its Extension "MissingValues". They replace those it had.
+    /// @throws VTException 260120, 260151, 260272, or 260216 for an Interval on a variable that isn't numeric
     void handleDerivedVarMissingValue(xercesc::DOMElement* extension, TransformVar* var);
 
-    /// The recode extensions of a derived field; `var` is a TransformVar.
+    /// The recode extensions of a derived field: "recodeElseCopy", "recodeMissingCopy", "mapSysmisTo" and
+    /// "recodeMissingSysmis"; any other does nothing.
+    /// @param var a TransformVar
+    /// @throws VTException 260216 for one that contradicts what the field has already, 260120, 260151, 260244
     void HandleKORDExtensions(xercesc::DOMElement* extension, ScoreDictVar* var);
 
-    /// The Value children of a derived field.
+    /// The Value children of a derived field. They replace the labels that it had.
+    /// @throws VTException 260120, 260151, or 260153 for a property other than "valid"
     void HandleValueList(xercesc::DOMElement* derivedField, TransformVar* var);
 
+    /// Reads a Lag. Every child element names a block indicator.
+    /// @param var a TransformVar
     /// @return the source field's name
+    /// @throws VTException 260120, 260125, 260151
     std::string HandleLag(xercesc::DOMElement* lag, ScoreDictVar* var, const ScoreDictionary* dictionary,
                           const ScoreDictionary* derived);
 
-    /// @param target may be null
+    /// Reads a FieldRef.
+    /// @param target the TransformVar that takes the field's value, and "mapMissingTo" although it is constant here;
+    ///               null for a reference in an argument, of which only the name is read
     /// @return the field's name
+    /// @throws VTException 260120, 260125, 260151, or 260215 when target and field are of different types
     std::string HandleFieldRef(xercesc::DOMElement* fieldRef, const ScoreDictionary* dictionary,
                                const ScoreDictionary* derived, const ScoreDictVar* target);
 
-    /// The constant as a new value owned by the caller.
+    /// Reads a Constant: a text when its dataType says so, else a number; a date-time is counted as its type counts.
+    /// @return a new value owned by the caller
+    /// @throws VTException 260114 for one without content, 260151 for a text that is no number
     ScoreValue* HandelConstant(xercesc::DOMElement* constant);
 
-    /// The constant as text, with its number and type.
+    /// The same as text; a date-time's is DateTimeValue::GetNumericString.
+    /// @param[out] number the number read, of a date-time in the units of its type; SYSMIS for a text
     std::string HandelConstant(xercesc::DOMElement* constant, double& number, ScoreValue::ValueType& type);
 
-    /// The constant as a text value owned by the caller.
+    /// Reads a Constant that is a text by default.
+    /// @return a new value owned by the caller
+    /// @throws VTException 260114, or 260153 for a dataType that is neither empty nor "string"
     ScoreValue* HandelConstantDefaultStringType(xercesc::DOMElement* constant);
 
-    /// The readers of expressions. `var` is a TransformVar, which they fill; a field is looked up in `dictionary`
-    /// first, in `derived` second.
-    /// @return the source field's name
+    // The readers of expressions. `var` is a TransformVar, which they fill; a field is looked up in `dictionary` first,
+    // in `derived` second, and 260125 is thrown for one in neither. They return the source field's name.
+
+    /// @throws VTException 260120, 260151, 260176 for fewer than two points, 260180 for a field that isn't continuous
     std::string HandleNormContinuous(xercesc::DOMElement* element, ScoreDictVar* var, const ScoreDictionary* dictionary,
                                      const ScoreDictionary* derived);
+    /// The indicator is decided here, for all cases, by whether the element's value is a category of the field.
+    /// @throws VTException 260120, 260151, or 260214 for a continuous field
     std::string HandleNormDiscrete(xercesc::DOMElement* element, ScoreDictVar* var, const ScoreDictionary* dictionary,
                                    const ScoreDictionary* derived);
+    /// Without labels so far, `var` gets the bin values as labels.
+    /// @throws VTException 260115, 260120, 260151, 260153, 260175, 260178, 260272, or 260293 when bins intersect
     std::string HandleDiscritize(xercesc::DOMElement* element, ScoreDictVar* var, const ScoreDictionary* dictionary,
                                  const ScoreDictionary* derived);
+    /// `var` gets a new value map. The source field is the last one that is paired with a column.
+    /// @throws VTException 260120, 260122, 260151, 260153, 260244, 260251 for a row that is shorter or longer than the
+    ///         first, or the code 1 with a detail message for a pair of an unknown field
     std::string HandleMapValues(xercesc::DOMElement* element, ScoreDictVar* var, const ScoreDictionary* dictionary,
                                 const ScoreDictionary* derived);
 
     /// The Interval of a bin as a new range owned by the caller.
+    /// @param binIndex the bins before it; from the third bin on one margin has to be there
+    /// @throws VTException 260120, 260151, 260153, 260175
     ScoreValueRange* HandleDiscretizeBinInterVal(xercesc::DOMElement* interval, int binIndex);
+
+    /// Puts the names of the built-in functions into the function map. Calling it again changes nothing.
+    void InitFunctionMap();
+
+    /// Reads an Apply.
+    /// @param target the derived field that the tree is for
+    /// @param parent the node that the new one becomes a child of; null for the root
+    /// @return the tree's root, owned by the caller
+    /// @throws VTException 260120, or 260303 for an unknown function
+    FunctionTree* HandleApply(xercesc::DOMElement* apply, const ScoreDictVar* target, FunctionTree* parent,
+                              const ScoreDictionary* dictionary, const ScoreDictionary* derived);
 
 protected:
     /// Kept for plug-ins, which may use them as they like; the library reads neither.
