@@ -125,10 +125,13 @@ bool NumericValue::IsEqual(double a, double b) {
 
 void NumericValue::FromString(const std::string& text) {
     fValue = gSysmisValue;
-    if (text.empty() || veltrane::data::ReadStreamDouble(text, fValue))
+    if (text.empty())
         return;
-    // The C library reads more than a stream does: what overflows upward, and infinity by name.
-    if (veltrane::platform::ReadDouble(text.c_str()) == gInfinity)
+    const bool readable = veltrane::data::ReadStreamDouble(text, fValue);
+    // The C library reads more than a stream does and has the first word on infinity: what overflows upward, infinity by
+    // name, and a hexadecimal number, of which a stream reads the 0 before the x.
+    const bool couldBeInfinite = !readable || (fValue == 0 && text.find_first_of("xX") != std::string::npos);
+    if (couldBeInfinite && veltrane::platform::ReadDouble(text.c_str()) == gInfinity)
         fValue = gInfinity;
 }
 

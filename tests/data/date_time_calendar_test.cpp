@@ -1,0 +1,257 @@
+#include <MCVeltrane_900/DateTimeValue.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <string>
+
+namespace {
+
+using MCVeltrane_900::DateTimeValue;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kSysmis = -std::numeric_limits<double>::max();
+constexpr long long kMost = std::numeric_limits<long long>::max();
+constexpr long long kLeast = std::numeric_limits<long long>::min();
+
+TEST(LeapYears, FollowTheGregorianRule) {
+    for (const long long year : {2000LL, 0LL, 2004LL, 2400LL, -4LL, -400LL, -2000LL})
+        EXPECT_TRUE(DateTimeValue::IsLeapYear(year)) << year;
+    for (const long long year : {1900LL, 2001LL, 2100LL, -1LL, -100LL, -1900LL})
+        EXPECT_FALSE(DateTimeValue::IsLeapYear(year)) << year;
+}
+
+TEST(CalendarLookups, DaysInYear) {
+    EXPECT_EQ(DateTimeValue::DaysInYear(2000), 366);
+    EXPECT_EQ(DateTimeValue::DaysInYear(1900), 365);
+}
+
+TEST(CalendarLookups, DaysInMonthOfBothKindsOfYear) {
+    const long long days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    for (int month = 1; month <= 12; ++month) {
+        EXPECT_EQ(DateTimeValue::DaysInMonth(2001, month), days[month - 1]) << month;
+        EXPECT_EQ(DateTimeValue::DaysInMonth(2000, month), month == 2 ? 29 : days[month - 1]) << month;
+    }
+}
+
+TEST(CalendarLookups, DaysBeforeMonthOfBothKindsOfYear) {
+    const long long days[] = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334};
+    for (int month = 1; month <= 12; ++month) {
+        EXPECT_EQ(DateTimeValue::DaysBeforeMonth(2001, month), days[month - 1]) << month;
+        EXPECT_EQ(DateTimeValue::DaysBeforeMonth(2000, month), days[month - 1] + (month >= 3 ? 1 : 0)) << month;
+    }
+}
+
+TEST(CalendarLookups, MonthsOutOfRangeReadNothing) {
+    for (const long long month : {0LL, -1LL, 13LL, kMost, kLeast}) {
+        EXPECT_EQ(DateTimeValue::DaysInMonth(2001, month), 0) << month;
+        EXPECT_EQ(DateTimeValue::DaysBeforeMonth(2001, month), 0) << month;
+    }
+}
+
+struct TimeCase {
+    const char* name;
+    long long hour, minute, second;
+    bool valid;
+};
+
+class ValidTime : public testing::TestWithParam<TimeCase> {};
+
+TEST_P(ValidTime, IsJudged) {
+    EXPECT_EQ(DateTimeValue::IsValidTime(GetParam().hour, GetParam().minute, GetParam().second), GetParam().valid);
+}
+
+constexpr TimeCase kTimeCases[] = {
+    {"Midnight", 0, 0, 0, true},         {"LastSecond", 23, 59, 59, true},    {"Hour24", 24, 0, 0, false},
+    {"Minute60", 0, 60, 0, false},       {"Second60", 0, 0, 60, false},       {"NegativeHour", -1, 0, 0, false},
+    {"NegativeMinute", 0, -1, 0, false}, {"NegativeSecond", 0, 0, -1, false}, {"Least", kLeast, 0, 0, false},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, ValidTime, testing::ValuesIn(kTimeCases),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+struct DateCase {
+    const char* name;
+    long long year, month, day;
+    bool valid;
+};
+
+class ValidDate : public testing::TestWithParam<DateCase> {};
+
+TEST_P(ValidDate, IsJudged) {
+    EXPECT_EQ(DateTimeValue::IsValidDate(GetParam().year, GetParam().month, GetParam().day), GetParam().valid);
+}
+
+constexpr DateCase kDateCases[] = {
+    {"First", 1970, 1, 1, true},       {"LeapDay", 2000, 2, 29, true},
+    {"NoLeapDay", 2001, 2, 29, false}, {"CenturyNoLeapDay", 1900, 2, 29, false},
+    {"YearZero", 0, 2, 29, true},      {"NegativeYear", -1, 12, 31, true},
+    {"Month0", 2000, 0, 1, false},     {"Month13", 2000, 13, 1, false},
+    {"Day0", 2000, 1, 0, false},       {"Day32", 2000, 1, 32, false},
+    {"April31", 2000, 4, 31, false},   {"NegativeMonth", 2000, -1, 1, false},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, ValidDate, testing::ValuesIn(kDateCases),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+// Both counts are the sum over the years of the range; the year at the upper end isn't counted.
+long long LoopedLeapYears(long long a, long long b) {
+    long long count = 0;
+    for (long long year = std::min(a, b); year < std::max(a, b); ++year)
+        count += DateTimeValue::IsLeapYear(year) ? 1 : 0;
+    return count;
+}
+
+long long LoopedDays(long long a, long long b) {
+    long long days = 0;
+    for (long long year = std::min(a, b); year < std::max(a, b); ++year)
+        days += DateTimeValue::DaysInYear(year);
+    return a < b ? days : -days;
+}
+
+TEST(YearRanges, EqualTheLoopOverTheYears) {
+    for (const long long from :
+         {-2001LL, -800LL, -401LL, -400LL, -100LL, -5LL, -4LL, -1LL, 0LL, 1LL, 4LL, 399LL, 1970LL})
+        for (long long to = -2100; to <= 2500; to += 7) {
+            ASSERT_EQ(DateTimeValue::NumberOfLeapYear(from, to), LoopedLeapYears(from, to)) << from << " " << to;
+            ASSERT_EQ(DateTimeValue::DaysBetweenYear(from, to), LoopedDays(from, to)) << from << " " << to;
+        }
+}
+
+TEST(YearRanges, EveryPairOfNeighbours) {
+    for (long long year = -1000; year <= 1000; ++year) {
+        EXPECT_EQ(DateTimeValue::NumberOfLeapYear(year, year + 1), DateTimeValue::IsLeapYear(year) ? 1 : 0) << year;
+        EXPECT_EQ(DateTimeValue::NumberOfLeapYear(year + 1, year), DateTimeValue::IsLeapYear(year) ? 1 : 0) << year;
+        EXPECT_EQ(DateTimeValue::NumberOfLeapYear(year, year), 0) << year;
+    }
+}
+
+TEST(YearRanges, DaysBetweenYear) {
+    EXPECT_EQ(DateTimeValue::DaysBetweenYear(1970, 0), -719528);
+    EXPECT_EQ(DateTimeValue::DaysBetweenYear(1970, 1960), -3653);
+    EXPECT_EQ(DateTimeValue::DaysBetweenYear(1970, 1980), 3652);
+    EXPECT_EQ(DateTimeValue::DaysBetweenYear(1970, 1970), 0);
+}
+
+TEST(YearRanges, FarYearsAnswerAtOnce) {
+    EXPECT_EQ(DateTimeValue::DaysBetweenYear(0, 400LL * 1000000000000LL), 146097LL * 1000000000000LL);
+    EXPECT_EQ(DateTimeValue::NumberOfLeapYear(0, 2147483647), 520764785);
+    EXPECT_EQ(DateTimeValue::NumberOfLeapYear(-2147483648LL, 2147483647), 1041529570);
+    EXPECT_EQ(DateTimeValue::DaysBetweenYear(0, 2147483647), 2147483647LL * 365 + 520764785);
+}
+
+TEST(YearRanges, TheWholeRangeIsDefined) {
+    EXPECT_EQ(DateTimeValue::NumberOfLeapYear(kLeast, kMost), 4473335437874566266LL);
+    EXPECT_EQ(DateTimeValue::DaysBetweenYear(kLeast, kMost), -DateTimeValue::DaysBetweenYear(kMost, kLeast));
+}
+
+struct ExtractTimeCase {
+    const char* name;
+    double seconds;
+    long long hour, minute, second;
+};
+
+class ExtractTime : public testing::TestWithParam<ExtractTimeCase> {};
+
+TEST_P(ExtractTime, GivesTheFields) {
+    const ExtractTimeCase& c = GetParam();
+    long long hour = 0, minute = 0, second = 0;
+    DateTimeValue::ExtractTime(c.seconds, hour, minute, second);
+    EXPECT_EQ(hour, c.hour);
+    EXPECT_EQ(minute, c.minute);
+    EXPECT_EQ(second, c.second);
+    const DateTimeValue value(c.seconds, DateTimeValue::VAL_DATE);
+    EXPECT_EQ(value.ExtractHour(), static_cast<double>(c.hour));
+    EXPECT_EQ(value.ExtractMinute(), static_cast<double>(c.minute));
+    EXPECT_EQ(value.ExtractSecond(), static_cast<double>(c.second));
+}
+
+// A value that doesn't fit into 64 bits reads as the smallest integer: 08:29:52 of its day.
+constexpr ExtractTimeCase kExtractTimeCases[] = {
+    {"Epoch", 0, 0, 0, 0},
+    {"LastSecond", 86399, 23, 59, 59},
+    {"NextDay", 86400, 0, 0, 0},
+    {"FractionIsDropped", 3661.9, 1, 1, 1},
+    {"SecondBeforeTheEpoch", -1, 23, 59, 59},
+    {"FractionBeforeTheEpoch", -0.5, 0, 0, 0},
+    {"DayBeforeTheEpoch", -86400, 0, 0, 0},
+    {"Missing", kSysmis, 8, 29, 52},
+    {"Infinity", kInfinity, 8, 29, 52},
+    {"MinusInfinity", -kInfinity, 8, 29, 52},
+    {"NotANumber", kNaN, 8, 29, 52},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, ExtractTime, testing::ValuesIn(kExtractTimeCases),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+struct ExtractDateCase {
+    const char* name;
+    double seconds;
+    long long year, month, day;
+};
+
+class ExtractDate : public testing::TestWithParam<ExtractDateCase> {};
+
+TEST_P(ExtractDate, GivesTheFields) {
+    const ExtractDateCase& c = GetParam();
+    long long year = 0, month = 0, day = 0;
+    DateTimeValue::ExtractDate(c.seconds, year, month, day);
+    EXPECT_EQ(year, c.year);
+    EXPECT_EQ(month, c.month);
+    EXPECT_EQ(day, c.day);
+    const DateTimeValue value(c.seconds, DateTimeValue::VAL_DATE);
+    EXPECT_EQ(value.ExtractYear(), static_cast<double>(c.year));
+    EXPECT_EQ(value.ExtractMonth(), static_cast<double>(c.month));
+    EXPECT_EQ(value.ExtractDay(), static_cast<double>(c.day));
+}
+
+constexpr ExtractDateCase kExtractDateCases[] = {
+    {"Epoch", 0, 1970, 1, 1},
+    {"LeapDay", 951782400, 2000, 2, 29},
+    {"DayAfterLeapDay", 951868800, 2000, 3, 1},
+    {"Year1960", -315619200, 1960, 1, 1},
+    {"YearZero", -62167219200, 0, 1, 1},
+    {"DayBeforeYearZero", -62167305600, -1, 12, 31},
+    {"Late", 253402300799, 9999, 12, 31},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, ExtractDate, testing::ValuesIn(kExtractDateCases),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(KeptExtractDate, TheLastDayBefore1970ReadsAsTheFirstDayAfter) {
+    for (const double seconds : {-1.0, -0.5, -86399.0}) {
+        long long year = 0, month = 0, day = 0;
+        DateTimeValue::ExtractDate(seconds, year, month, day);
+        EXPECT_EQ(year, 1970);
+        EXPECT_EQ(month, 1);
+        EXPECT_EQ(day, 1);
+    }
+}
+
+TEST(ExtractDateOfAnyDouble, IsDefined) {
+    for (const double seconds : {kSysmis, kInfinity, -kInfinity, kNaN, 9.2e18, -9.2e18}) {
+        long long year = 0, month = 0, day = 0;
+        DateTimeValue::ExtractDate(seconds, year, month, day);
+        EXPECT_LE(std::abs(month), 12);
+        EXPECT_LE(std::abs(day), 31);
+    }
+}
+
+TEST(ExtractDateRoundTrip, EveryDayOfEightHundredYears) {
+    for (long long year = 1600; year < 2400; year += 13)
+        for (long long month = 1; month <= 12; ++month)
+            for (const long long day : {1LL, DateTimeValue::DaysInMonth(year, month)}) {
+                const long long days =
+                    DateTimeValue::DaysBetweenYear(1970, year) + DateTimeValue::DaysBeforeMonth(year, month) + day - 1;
+                long long y = 0, m = 0, d = 0;
+                DateTimeValue::ExtractDate(static_cast<double>(days * 86400), y, m, d);
+                ASSERT_EQ(y, year);
+                ASSERT_EQ(m, month);
+                ASSERT_EQ(d, day);
+            }
+}
+
+} // namespace
