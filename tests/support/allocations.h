@@ -1,0 +1,21 @@
+#ifndef VELTRANE_TESTS_SUPPORT_ALLOCATIONS_H
+#define VELTRANE_TESTS_SUPPORT_ALLOCATIONS_H
+
+#include <cstddef>
+
+namespace veltrane::tests {
+
+/// How often this thread has taken memory with operator new, in the test program and in the library.
+std::size_t AllocationsSoFar();
+
+/// The allocations of an action.
+template <class Action>
+std::size_t AllocationsOf(Action action) {
+    const std::size_t before = AllocationsSoFar();
+    action();
+    return AllocationsSoFar() - before;
+}
+
+} // namespace veltrane::tests
+
+#endif
