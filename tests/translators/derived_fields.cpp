@@ -1,0 +1,136 @@
+#include "translators/derived_fields.h"
+
+#include "support/failure.h"
+
+#include <MCVeltrane_900/NumericValue.h>
+#include <MCVeltrane_900/ScoreValueLabel.h>
+#include <MCVeltrane_900/ScoreValueLabelSet.h>
+#include <MCVeltrane_900/StringValue.h>
+
+#include <charconv>
+#include <regex>
+#include <sstream>
+
+namespace veltrane::tests {
+
+using namespace MCVeltrane_900;
+
+const char* const kInputFields = R"(
+  <DataField name="x" optype="continuous" dataType="double"/>
+  <DataField name="y" optype="continuous" dataType="double"/>
+  <DataField name="o" optype="ordinal" dataType="integer"><Value value="1"/><Value value="2"/><Value value="3"/></DataField>
+  <DataField name="n" optype="categorical" dataType="double"/>
+  <DataField name="s" optype="categorical" dataType="string"><Value value="a"/><Value value="b"/><Value value="c"/><Value value="?" property="missing"/></DataField>
+  <DataField name="t" optype="categorical" dataType="string"/>
+  <DataField name="d" optype="continuous" dataType="dateDaysSince[1970]"/>)";
+
+namespace {
+
+std::string Document(const std::string& children) {
+    return "<PMML version='4.1'><DataDictionary numberOfFields='7'>" + std::string(kInputFields) +
+           "</DataDictionary><TransformationDictionary>" + children + "</TransformationDictionary></PMML>";
+}
+
+bool IsTextInput(const std::string& name) {
+    return name == "s" || name == "t";
+}
+
+std::string NumberText(double number) {
+    if (NumericValue::IsSystemMissingValue(number)) {
+        return "missing";
+    }
+    char buffer[32];
+    return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, number).ptr);
+}
+
+} // namespace
+
+DerivedFields::DerivedFields(const std::string& children)
+    : document(ParseXml(Document(children))), translator(std::make_unique<PMMLTranslator>("UTF-8")),
+      dictionary(translator->ParseDictionary(document.Find("DataDictionary"), false)),
+      derived(translator->HandleTransformationDictionary(document.Find("TransformationDictionary"), dictionary.get())) {
+    if (derived != nullptr) {
+        derived->SetUpDerivedCaseRecord();
+    }
+}
+
+TransformVar& DerivedFields::Var(const std::string& name) const {
+    return dynamic_cast<TransformVar&>(*derived->GetVar(name));
+}
+
+const ScoreDictVar& DerivedFields::Input(const std::string& name) const {
+    return *dictionary->GetVar(name);
+}
+
+std::string DerivedFields::Score(const std::string& name, const Case& values) {
+    for (const auto& [input, text] : values) {
+        if (record.GetIndex(input) < 0) {
+            record.Add(input, nullptr);
+        }
+        if (IsTextInput(input)) {
+            record.SetValue(input, text);
+        } else if (input == "d") {
+            record.SetValue(input, NumericValue(text).GetDouble(), ScoreDictVar::DT_DAYS_SINCE_1970);
+        } else {
+            record.SetValue(input, NumericValue(text).GetDouble());
+        }
+    }
+    return ToText(derived->GetValuesForDerivedVars(&record, dictionary.get())->Get(name));
+}
+
+std::string DerivedField(const std::string& name, const std::string& attributes, const std::string& content) {
+    return "<DerivedField name='" + name + "' " + attributes + ">" + content + "</DerivedField>";
+}
+
+std::string NumericField(const std::string& content) {
+    return DerivedField("z", "optype='continuous' dataType='double'", content);
+}
+
+std::string TextField(const std::string& content) {
+    return DerivedField("z", "optype='categorical' dataType='string'", content);
+}
+
+void ExpectReadFailure(const std::string& children, int id, const std::string& text, const char* file, int line) {
+    ExpectFailure([&children] { DerivedFields fields(children); }, id, text, file, line);
+}
+
+std::string ToText(const ScoreValue* value) {
+    if (value == nullptr) {
+        return "none";
+    }
+    return value->GetType() == ScoreValue::STRING_VALUE ? "'" + value->GetString() + "'"
+                                                        : NumberText(value->GetDouble());
+}
+
+std::vector<std::string> BinsOf(const TransformVar& var) {
+    std::ostringstream out;
+    var.Display(out);
+    const std::string display = out.str();
+    static const std::regex bin("MinValue: ([^;]*);  MaxValue: ([^;]*); High End (included|not included); "
+                                "lower End (included|not included)\n End of Range Display\n\n([^\n]*)\n");
+    std::vector<std::string> bins;
+    const std::size_t start = display.find("Bin values\n");
+    if (start == std::string::npos) {
+        return bins;
+    }
+    for (auto found = std::sregex_iterator(display.begin() + static_cast<long>(start), display.end(), bin);
+         found != std::sregex_iterator(); ++found) {
+        const std::smatch& match = *found;
+        const std::string value = match[5] == "recodeIntervalCopy" ? "copy" : match[5].str();
+        bins.push_back((match[4] == "included" ? "[" : "(") + match[1].str() + "," + match[2].str() +
+                       (match[3] == "included" ? "] " : ") ") + value);
+    }
+    return bins;
+}
+
+std::vector<std::string> LabelsOf(const ScoreDictVar& var) {
+    std::vector<std::string> labels;
+    if (const ScoreValueLabelSet* set = var.GetValueLabels()) {
+        for (const ScoreValueLabel* label : set->GetAllValueLabels()) {
+            labels.push_back(label->GetValue()->GetString() + "=" + label->GetLabel());
+        }
+    }
+    return labels;
+}
+
+} // namespace veltrane::tests
