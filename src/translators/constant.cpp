@@ -10,6 +10,8 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
+#include <charconv>
+#include <limits>
 #include <memory>
 
 namespace MCVeltrane_900 {
@@ -25,6 +27,18 @@ std::string ReadContent(const DocumentText& text, const DOMElement* constant) {
         Raise(260114, PMMLModelTags::XML_ELE_CONSTANT);
     }
     return text.FirstChildValue(constant);
+}
+
+// The text of GetNumericString, the same under every locale: what reads it knows no other.
+std::string SecondsText(const DateTimeValue& value) {
+    const double seconds = value.GetDoubleValue(ScoreDictVar::DT_DATETIME);
+    if (!(seconds > NumericValue::GetSysmisValue())) {
+        return value.GetNumericString();
+    }
+    constexpr int kDecimals = 6;
+    char buffer[std::numeric_limits<double>::max_exponent10 + kDecimals + 4];
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, seconds, std::chars_format::fixed, kDecimals).ptr;
+    return std::string(buffer, end);
 }
 
 bool IsTextConstant(const DOMElement* constant) {
@@ -50,11 +64,10 @@ std::string PMMLTranslator::HandelConstant(DOMElement* constant, double& number,
         return content;
     }
     type = ScoreValue::DATETIME_VALUE;
-    return DateTimeValue(number, dateTime).GetNumericString();
+    return SecondsText(DateTimeValue(number, dateTime));
 }
 
-// The numeric text of a date-time is already in internal seconds, so it is taken as it stands and only the kind comes
-// from the type.
+// A date-time is the one whose text the other form gives.
 ScoreValue* PMMLTranslator::HandelConstant(DOMElement* constant) {
     double number;
     ScoreValue::ValueType type;
@@ -63,8 +76,7 @@ ScoreValue* PMMLTranslator::HandelConstant(DOMElement* constant) {
         return new StringValue(content);
     }
     if (type == ScoreValue::DATETIME_VALUE) {
-        const auto dateTime = ParseDateTimeType(GetAttribute(constant, PMMLModelTags::XML_ATT_DATATYPE));
-        return new DateTimeValue(NumericValue(content).GetDouble(), DateTimeValue::GetValType(dateTime));
+        return new DateTimeValue(number, ParseDateTimeType(GetAttribute(constant, PMMLModelTags::XML_ATT_DATATYPE)));
     }
     return new NumericValue(number);
 }

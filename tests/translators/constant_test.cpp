@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <locale>
+
 namespace veltrane::tests {
 namespace {
 
@@ -87,9 +89,37 @@ TEST_F(ConstantReading, ADateTime) {
     EXPECT_EQ(type, ScoreValue::DATETIME_VALUE);
 }
 
+/// Decimal comma, and points between thousands.
+struct GermanNumbers : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+TEST_F(ConstantReading, ADateTimeDoesNotDependOnTheLocale) {
+    const std::locale before = std::locale::global(std::locale(std::locale::classic(), new GermanNumbers));
+    const std::string text = Text("dateDaysSince[1970]", "1.5");
+    const auto value = Value("dateDaysSince[1970]", "1.5");
+    std::locale::global(before);
+    EXPECT_EQ(text, "129600.000000");
+    EXPECT_EQ(value->GetDouble(), 1.5);
+}
+
 TEST_F(ConstantReading, ADateTimeMustBeANumber) {
     ExpectFailure([this] { Text("date", "1970-01-01"); }, 260151,
                   "The value: '1970-01-01' is invalid of type: 'double'.");
+}
+
+TEST_F(ConstantReading, ADateTimeThatIsMissingIsUndefined) {
+    EXPECT_EQ(Text("dateDaysSince[0]", "-1.7976931348623157e+308"), "Undefined");
+    EXPECT_EQ(Text("dateDaysSince[0]", "-1e308"), "Undefined");
+    EXPECT_EQ(Text("dateDaysSince[0]", "1e999"), "inf");
+}
+
+TEST_F(ConstantReading, ALargeDateTimeIsWrittenInFull) {
+    const std::string text = Text("dateTime", "1e300");
+    EXPECT_EQ(text.size(), 308U);
+    EXPECT_EQ(std::stod(text), 1e300);
 }
 
 TEST_F(ConstantReading, TheFirstChildNodeIsTheContent) {

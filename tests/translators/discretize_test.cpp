@@ -35,7 +35,7 @@ TEST(DiscretizeReading, BinsOfATextField) {
     DerivedFields fields(TextField(Discretize(Bin("low", "<Interval closure='openClosed' rightMargin='5'/>") +
                                                   Bin("high", "<Interval closure='openOpen' leftMargin='5'/>"),
                                               "field='x' defaultValue='other' mapMissingTo='none'")));
-    EXPECT_EQ(BinsOf(fields.Var("z")), (Texts{"(Undefined,5] low", "(5,inf) high"}));
+    EXPECT_EQ(BinsOf(fields.Var("z")), (Texts{"(-inf,5] low", "(5,inf) high"}));
     EXPECT_EQ(fields.Score("z", {{"x", "5"}}), "'low'");
     EXPECT_EQ(fields.Score("z", {{"x", "5.5"}}), "'high'");
     EXPECT_EQ(fields.Score("z", {{"x", ""}}), "'none'");
@@ -113,7 +113,7 @@ TEST(DiscretizeReading, AnExtensionCountsAsABinForUnboundedIntervals) {
 
 TEST(DiscretizeReading, FromTheThirdBinAnIntervalNeedsAMargin) {
     const std::string open = "<Interval closure='openOpen'/>";
-    EXPECT_EQ(BinsOf(DerivedFields(NumericField(Discretize(Bin("1", open)))).Var("z")), Texts{"(Undefined,inf) 1"});
+    EXPECT_EQ(BinsOf(DerivedFields(NumericField(Discretize(Bin("1", open)))).Var("z")), Texts{"(-inf,inf) 1"});
     // The second one passes here and is then found to be the first one again.
     ExpectReadFailure(NumericField(Discretize(Bin("1", open) + Bin("2", open))), 260293,
                       "Value range intersect in variable 'x'.");
