@@ -2,9 +2,12 @@
 
 #include <MCVeltrane_900/ScoringLog.h>
 
+#include <algorithm>
+#include <cctype>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <regex>
+#include <iomanip>
 #include <set>
 #include <sstream>
 #include <thread>
@@ -46,6 +49,12 @@ protected:
     }
 
     static bool IsOn() { return files::exists(LogFolder()); }
+
+    static std::string NinesForDigits(std::string text) {
+        std::replace_if(
+            text.begin(), text.end(), [](unsigned char letter) { return std::isdigit(letter) != 0; }, '9');
+        return text;
+    }
 
     /// The trace level that a configuration gives: the highest one of which a line is written.
     static int LevelOf(const std::string& configuration) {
@@ -121,9 +130,8 @@ TEST_F(ScoringLogTest, AtLevelThreeEveryLineCarriesTheTime) {
     for (int level = 1; level <= 3; ++level) {
         ScoringLog::GetInstance()->TraceText(level, "line %d", level);
     }
-    const std::string stamp = R"(\d{8} \d\d:\d\d:\d\d\.\d{3}: )";
-    EXPECT_TRUE(std::regex_match(Written(), std::regex(stamp + "line 1\n" + stamp + "line 2\n" + stamp + "line 3\n")))
-        << Written();
+    const std::string stamp = "99999999 99:99:99.999: line 9\n";
+    EXPECT_EQ(NinesForDigits(Written()), stamp + stamp + stamp);
 }
 
 TEST_F(ScoringLogTest, TimeIsTheLocalTime) {
@@ -231,7 +239,10 @@ TEST_F(ScoringLogThreads, EachThreadWritesAFileOfItsOwn) {
     int count = 0;
     for (const auto& entry : files::directory_iterator(LogFolder())) {
         ++count;
-        EXPECT_TRUE(std::regex_match(entry.path().filename().string(), std::regex(R"(\d+_scoring_trace\.log)")));
+        const std::string name = entry.path().filename().string();
+        const std::size_t behindTheNumber = name.find_first_not_of("0123456789");
+        EXPECT_GT(behindTheNumber, 0U);
+        EXPECT_EQ(name.substr(behindTheNumber), "_scoring_trace.log");
         std::ostringstream text;
         text << std::ifstream(entry.path()).rdbuf();
         EXPECT_EQ(text.str(), expected);
