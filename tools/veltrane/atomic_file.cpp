@@ -1,0 +1,148 @@
+#include "atomic_file.h"
+
+#include "failure.h"
+
+#include <climits>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <initializer_list>
+#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace veltrane::host {
+namespace {
+
+/// A temporary's name keeps at most this much of the final name, so that it stays a valid name itself.
+constexpr std::size_t kLongestKeptName = 200;
+
+constexpr std::initializer_list<int> kEndingSignals = {SIGINT, SIGTERM, SIGHUP};
+
+/// The temporary that a signal has to remove; an empty text when there is none. The signal handler reads it, so it
+/// only changes while the ending signals are blocked.
+std::array<char, PATH_MAX> gTemporary{};
+
+extern "C" void RemoveTemporaryAndEnd(int number) {
+    if (gTemporary[0] != '\0')
+        ::unlink(gTemporary.data());
+    ::signal(number, SIG_DFL);
+    ::raise(number);
+}
+
+class EndingSignalsBlocked {
+public:
+    EndingSignalsBlocked() {
+        sigset_t set;
+        sigemptyset(&set);
+        for (const int number : kEndingSignals)
+            sigaddset(&set, number);
+        ::sigprocmask(SIG_BLOCK, &set, &fBefore);
+    }
+    ~EndingSignalsBlocked() { ::sigprocmask(SIG_SETMASK, &fBefore, nullptr); }
+
+private:
+    sigset_t fBefore{};
+};
+
+/// A signal that the process was started with as ignored (nohup, a background job) stays ignored.
+void InstallHandlers() {
+    for (const int number : kEndingSignals) {
+        struct sigaction action {};
+        ::sigaction(number, nullptr, &action);
+        if (action.sa_handler == SIG_IGN)
+            continue;
+        action = {};
+        action.sa_handler = RemoveTemporaryAndEnd;
+        sigemptyset(&action.sa_mask);
+        ::sigaction(number, &action, nullptr);
+    }
+}
+
+void RememberTemporary(const std::string& path) {
+    const std::size_t size = std::min(path.size(), gTemporary.size() - 1);
+    std::copy_n(path.data(), size, gTemporary.data());
+    gTemporary[size] = '\0';
+}
+
+std::string BehindLinks(const std::string& path) {
+    const std::unique_ptr<char, decltype(&std::free)> resolved(::realpath(path.c_str(), nullptr), &std::free);
+    return resolved ? std::string(resolved.get()) : path;
+}
+
+std::string TemporaryPattern(const std::string& target) {
+    const std::size_t name = target.rfind('/') + 1; // npos + 1 is 0
+    return target.substr(0, name) + "." + target.substr(name, kLongestKeptName) + ".XXXXXX";
+}
+
+unsigned ModeOfNewFiles() {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+} // namespace
+
+AtomicFile::AtomicFile(const std::string& path) : fName(path), fTarget(BehindLinks(path)) {
+    struct stat status {};
+    const bool exists = ::stat(fTarget.c_str(), &status) == 0;
+    if (!exists || S_ISREG(status.st_mode)) {
+        OpenTemporary(exists ? status.st_mode & 07777 : ModeOfNewFiles());
+        return;
+    }
+    fDescriptor = ::open(fTarget.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+    if (fDescriptor < 0)
+        Fail();
+}
+
+void AtomicFile::OpenTemporary(unsigned mode) {
+    std::string pattern = TemporaryPattern(fTarget);
+    const EndingSignalsBlocked blocked;
+    fDescriptor = ::mkostemp(pattern.data(), O_CLOEXEC);
+    if (fDescriptor < 0)
+        Fail();
+    fTemporary = pattern;
+    RememberTemporary(fTemporary);
+    InstallHandlers();
+    ::fchmod(fDescriptor, mode);
+}
+
+AtomicFile::~AtomicFile() {
+    if (fDescriptor >= 0)
+        ::close(fDescriptor);
+    if (fTemporary.empty())
+        return;
+    const EndingSignalsBlocked blocked;
+    ::unlink(fTemporary.c_str());
+    gTemporary[0] = '\0';
+}
+
+void AtomicFile::Write(std::string_view bytes) {
+    DescriptorSink(fDescriptor, fName).Write(bytes);
+}
+
+void AtomicFile::Commit() {
+    if (!fTemporary.empty() && ::fsync(fDescriptor) != 0)
+        Fail();
+    const int descriptor = fDescriptor;
+    fDescriptor = -1;
+    if (::close(descriptor) != 0)
+        Fail();
+    if (fTemporary.empty())
+        return;
+    const EndingSignalsBlocked blocked;
+    if (::rename(fTemporary.c_str(), fTarget.c_str()) != 0)
+        Fail();
+    fTemporary.clear();
+    gTemporary[0] = '\0';
+}
+
+void AtomicFile::Fail() const {
+    throw Failure(fName + ": " + SystemErrorText(errno));
+}
+
+} // namespace veltrane::host

@@ -1,0 +1,73 @@
+#ifndef VELTRANE_HOST_CASE_ROW_H
+#define VELTRANE_HOST_CASE_ROW_H
+
+#include <MCVeltrane_900/CaseRecord.h>
+#include <MCVeltrane_900/ScoreDictVar.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace MCVeltrane_900 {
+class DateTimeValue;
+class NumericValue;
+class ScoreDictionary;
+class StringValue;
+} // namespace MCVeltrane_900
+
+namespace veltrane::host {
+
+/// The case under way: one slot for each field of a data dictionary, in the dictionary's order, filled over and over.
+///
+/// A missing number or date-time is system-missing. A text is never that, so a missing text is no value at all: its
+/// slot answers null, which every field takes for missing.
+class CaseRow : public MCVeltrane_900::CaseRecord {
+public:
+    using VariableType = MCVeltrane_900::ScoreDictVar::VariableType;
+    using DateTimeType = MCVeltrane_900::ScoreDictVar::DateTimeType;
+
+    struct Field {
+        std::string name;
+        VariableType type;
+        DateTimeType dateTimeType; ///< for a field of type `DATETIME_VAR`
+        int slot;
+    };
+
+    /// All fields start missing.
+    explicit CaseRow(const MCVeltrane_900::ScoreDictionary& dictionary);
+
+    const std::vector<Field>& Fields() const { return fFields; }
+
+    void SetNumber(const Field& field, double number);
+    void SetText(const Field& field, std::string_view text);
+
+    /// @param number in the unit of the field's own storage type
+    void SetDateNumber(const Field& field, double number);
+
+    /// Reads the text of a date, a time or a date-time; false when there is no such moment, and then it is missing.
+    bool SetDateText(const Field& field, const std::string& text);
+
+    void SetMissing(const Field& field);
+
+    const MCVeltrane_900::ScoreValue* Get(int index) const override;
+    using CaseRecord::Get;
+
+private:
+    /// The value in a slot, by its kind; the record owns it.
+    union Slot {
+        MCVeltrane_900::NumericValue* number;
+        MCVeltrane_900::StringValue* text;
+        MCVeltrane_900::DateTimeValue* date;
+    };
+
+    void AddField(const MCVeltrane_900::ScoreDictVar& variable);
+
+    std::vector<Field> fFields;
+    std::vector<Slot> fSlots;
+    std::vector<char> fIsMissingText;
+    std::string fText;
+};
+
+} // namespace veltrane::host
+
+#endif

@@ -1,0 +1,34 @@
+#ifndef VELTRANE_HOST_DOCUMENT_H
+#define VELTRANE_HOST_DOCUMENT_H
+
+#include <memory>
+#include <string>
+
+namespace MCVeltrane_900 {
+class ScoreDictionary;
+class TransformationDictionary;
+} // namespace MCVeltrane_900
+
+namespace veltrane::host {
+
+/// What the host takes from a document. The derived fields borrow from the fields.
+struct Document {
+    Document();
+    Document(Document&&) noexcept;
+    ~Document();
+
+    std::unique_ptr<MCVeltrane_900::ScoreDictionary> fields;
+    std::unique_ptr<MCVeltrane_900::TransformationDictionary> derivedFields; ///< null when there are none
+};
+
+/// Reads a document, its texts in the named encoding. Throws a `VTException` for a document that cannot be read, and a
+/// `Failure` for one that is no PMML.
+Document ReadDocument(const std::string& path, const std::string& encoding);
+
+/// Throws a `Failure` when there are no derived fields.
+/// @param path of the document, for the message
+void RequireDerivedFields(const Document& document, const std::string& path);
+
+} // namespace veltrane::host
+
+#endif

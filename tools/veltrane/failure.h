@@ -1,0 +1,27 @@
+#ifndef VELTRANE_HOST_FAILURE_H
+#define VELTRANE_HOST_FAILURE_H
+
+#include <stdexcept>
+
+namespace veltrane::host {
+
+/// What the command ends with. A shell script tells from it whether the output can be used.
+enum ExitCode {
+    kExitDone = 0,            ///< done, every cell was read
+    kExitFailed = 1,          ///< the document, the set-up or a file failed
+    kExitUsage = 2,           ///< the command line is wrong
+    kExitUnreadableCells = 3, ///< done, but some cells could not be read and count as missing
+};
+
+/// Ends the run with `kExitFailed`. The text is for the person at the terminal and names the file it is about.
+class Failure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Ends the run with `kExitFailed` where the reason has been told already.
+class ToldFailure : public std::exception {};
+
+} // namespace veltrane::host
+
+#endif

@@ -1,0 +1,71 @@
+#include "result_columns.h"
+
+#include <MCVeltrane_900/DateTimeValue.h>
+#include <MCVeltrane_900/ScoreCaseRecord.h>
+#include <MCVeltrane_900/StringValue.h>
+#include <MCVeltrane_900/TransformationDictionary.h>
+
+#include <algorithm>
+
+namespace veltrane::host {
+
+using MCVeltrane_900::DateTimeValue;
+using MCVeltrane_900::ScoreDictVar;
+using MCVeltrane_900::ScoreValue;
+using MCVeltrane_900::StringValue;
+
+DateForm DateFormOf(const ScoreDictVar& variable) {
+    switch (DateTimeValue::GetValType(variable.GetDateTimeType())) {
+    case DateTimeValue::VAL_DATE:
+        return DateForm::kDate;
+    case DateTimeValue::VAL_TIME:
+        return DateForm::kTime;
+    default:
+        return DateForm::kDateTime;
+    }
+}
+
+ResultColumns::ResultColumns(const MCVeltrane_900::TransformationDictionary& derivedFields) {
+    for (const std::string& name : derivedFields.GetDerivedVarNames()) {
+        const ScoreDictVar& variable = *derivedFields.GetVar(name);
+        fColumns.push_back({name, variable.GetValueIndex(), DateFormOf(variable)});
+    }
+}
+
+bool ResultColumns::Has(const std::string& name) const {
+    return std::any_of(fColumns.begin(), fColumns.end(), [&](const Column& column) { return column.name == name; });
+}
+
+void ResultColumns::WriteHeader(CsvWriter& writer) const {
+    for (const Column& column : fColumns)
+        writer.Text(column.name);
+}
+
+void ResultColumns::WriteCase(const MCVeltrane_900::ScoreCaseRecord& record, CsvWriter& writer) {
+    for (const Column& column : fColumns) {
+        const ScoreValue* value = record.Get(column.index);
+        if (!value || value->IsSystemMissingValue())
+            writer.Empty();
+        else
+            WriteValue(*value, column, writer);
+    }
+}
+
+void ResultColumns::WriteValue(const ScoreValue& value, const Column& column, CsvWriter& writer) {
+    switch (value.GetType()) {
+    case ScoreValue::NUMERIC_VALUE:
+        writer.Number(value.GetDouble());
+        return;
+    case ScoreValue::DATETIME_VALUE:
+        fText.clear();
+        AppendDate(fText, static_cast<const DateTimeValue&>(value).GetDoubleValue(ScoreDictVar::DT_DATETIME),
+                   column.dateForm);
+        writer.Text(fText);
+        return;
+    case ScoreValue::STRING_VALUE:
+        writer.Text(static_cast<const StringValue&>(value).GetText());
+        return;
+    }
+}
+
+} // namespace veltrane::host
