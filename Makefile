@@ -1,0 +1,48 @@
+# A thin layer over the CMake presets. CONTRIBUTING.md tells how to build single targets.
+jobs := $(shell nproc)
+sample := examples/loan/applicants
+export CCACHE_BASEDIR := $(CURDIR)
+export CCACHE_NOHASHDIR := 1
+
+.PHONY: demo test bench docs record-abi clean
+
+# Builds the command and runs it on the sample of applicants.
+demo:
+	@tools/setup.sh demo
+	@cmake --preset release -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BUILD_BENCHMARKS=OFF -DVELTRANE_BUILD_EXAMPLES=OFF >/dev/null
+	@cmake --build --preset release -j $(jobs) --target veltrane_host
+	@echo
+	@echo 'build/release/bin/veltrane transform $(sample).pmml $(sample).csv --missing NA -o build/demo.csv'
+	@build/release/bin/veltrane transform $(sample).pmml $(sample).csv --missing NA -o build/demo.csv
+	@echo
+	@awk -v rows=10 -f tools/align_csv.awk build/demo.csv
+
+# Builds everything and runs all tests.
+test:
+	@tools/setup.sh test
+	@cmake --preset release -DVELTRANE_BUILD_TESTS=ON -DVELTRANE_BUILD_BENCHMARKS=ON -DVELTRANE_BUILD_EXAMPLES=ON >/dev/null
+	@cmake --build --preset release -j $(jobs)
+	@ctest --preset release -j $(jobs)
+
+bench:
+	@tools/setup.sh test
+	@cmake --preset release -DVELTRANE_BUILD_BENCHMARKS=ON >/dev/null
+	@cmake --build --preset release -j $(jobs)
+	@benchmarks/run_all.sh build/release
+
+docs:
+	@tools/setup.sh docs
+	@mkdir -p build/docs
+	@sed 's/@VERSION@/$(shell sed -n 's/^project(veltrane VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)/' docs/Doxyfile.in >build/Doxyfile
+	@doxygen build/Doxyfile
+	@echo 'build/docs/html/index.html'
+
+# Records the exported symbols and the virtual tables anew after a deliberate change. Review the difference.
+record-abi:
+	@cmake --preset release >/dev/null
+	@cmake --build --preset release -j $(jobs) --target veltrane
+	@python3 tests/structure/exported_symbols.py build/release/lib/libveltrane.so --recorded tests/abi/symbols.txt --record
+	@python3 tests/structure/vtable_layout.py --include include --recorded tests/abi/vtables.txt --record
+
+clean:
+	@rm -rf build
