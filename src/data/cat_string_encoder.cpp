@@ -42,13 +42,10 @@ int ScoreCatStringEncoder::GetNumberOfCategories() const {
 }
 
 int ScoreCatStringEncoder::Encode(const ScoreValue* value) {
-    const std::string* text = veltrane::data::StoredText(*value);
-    return text ? Encode(*text) : Encode(value->GetString());
+    return Encode(value->GetString());
 }
-
 int ScoreCatStringEncoder::EncodeConst(const ScoreValue* value) const {
-    const std::string* text = veltrane::data::StoredText(*value);
-    return text ? EncodeConst(*text) : EncodeConst(value->GetString());
+    return EncodeConst(value->GetString());
 }
 
 int ScoreCatStringEncoder::Encode(const std::string& text) {
@@ -70,7 +67,7 @@ std::string ScoreCatStringEncoder::Decode(int code) const {
 }
 
 double ScoreCatStringEncoder::DecodeNum(int) const {
-    return MCCommon_900::MCMV::Missing();
+    return NumericValue::GetSysmisValue();
 }
 
 ScoreEncoder* ScoreCatStringEncoder::Clone() const {

@@ -1,0 +1,208 @@
+"""`veltrane`: documents, output files, exit codes, signals and pipes."""
+import os
+import signal
+import subprocess
+import sys
+import time
+import unittest
+
+from host_command import AGE, COMMAND, HostTest, document, field_ref
+
+
+class Documents(HostTest):
+    def fails(self, message, *arguments):
+        result = self.run_host(*(arguments or ("transform", "document.pmml", "cases.csv")))
+        return self.expect(result, 1, "", f"veltrane: {message}\n")
+
+    def setUp(self):
+        super().setUp()
+        self.write("cases.csv", "Age\n1\n")
+
+    def test_a_document_that_cannot_be_opened(self):
+        self.fails("error 260103: Could not open file: 'none.pmml'.", "transform", "none.pmml", "cases.csv")
+        self.fails("error 260103: Could not open file: 'none.pmml'.", "inspect", "none.pmml")
+
+    def test_a_document_that_is_no_xml(self):
+        self.write("document.pmml", "Age\n1\n")
+        self.fails("error 260105: Unexpected error in opening PMML file.")
+
+    def test_a_folder_as_document(self):
+        result = self.run_host("transform", ".", "cases.csv")
+        self.assertEqual(result.returncode, 1)
+        self.assertRegex(result.stderr.decode(), r"\Aveltrane: error 2601\d\d: .+\n\Z")
+
+    def test_a_catalogued_failure_is_told_with_its_number(self):
+        self.document([AGE], field_ref("Out", "Income"))
+        self.fails("error 260125: Missing variable:'Income' definition in the 'DataDictionary' and "
+                   "'TransformationDictionary'.")
+
+    def test_a_document_without_transformations(self):
+        self.write("document.pmml", document([AGE], "").replace("<TransformationDictionary></TransformationDictionary>", ""))
+        self.fails("error 260114: Missing node: 'TransformationDictionary'.")
+
+    def test_a_document_without_derived_fields(self):
+        self.document([AGE], "")
+        self.fails("document.pmml: the document has no derived fields")
+
+    def test_a_document_with_another_root(self):
+        self.write("document.pmml", "<model/>")
+        self.fails("document.pmml: the document is no PMML: its root element is another one")
+        self.fails("document.pmml: the document is no PMML: its root element is another one", "inspect", "document.pmml")
+
+    def test_cases_that_cannot_be_read(self):
+        self.document([AGE], field_ref("Out", "Age"))
+        self.fails("none.csv: No such file or directory", "transform", "document.pmml", "none.csv")
+        self.fails(".: Is a directory", "transform", "document.pmml", ".")
+
+
+class Usage(HostTest):
+    def test_wrong_usage_ends_with_two_and_says_what_is_wrong(self):
+        for arguments, word in (((), "subcommand"), (("transform",), "DOCUMENT"), (("transform", "d"), "CASES"),
+                                (("inspect", "d", "--keep"), "--keep"),
+                                (("transform", "d", "c", "--delimiter", "ab"), "delimiter"),
+                                (("transform", "d", "c", "--encoding", "none"), 'unknown encoding "none"')):
+            result = self.run_host(*arguments)
+            self.expect(result, 2, "")
+            self.assertIn(word, result.stderr.decode())
+
+    def test_help_goes_to_standard_output(self):
+        result = self.expect(self.run_host("transform", "--help"), 0, err="")
+        for option in ("-o", "--encoding", "--delimiter", "--missing", "--keep", "--strict", "--quiet"):
+            self.assertIn(option, result.stdout.decode())
+
+    def test_version(self):
+        self.assertRegex(self.run_host("--version").stdout.decode(), r"\Aveltrane \d+\.\d+\.\d+\n\Z")
+
+
+class OutputFile(HostTest):
+    def setUp(self):
+        super().setUp()
+        self.document([AGE], field_ref("Out", "Age"))
+        self.write("cases.csv", "Age\n1\n2\n")
+
+    def test_the_file_holds_the_output(self):
+        self.expect(self.run_host("transform", "document.pmml", "cases.csv", "-o", "out.csv"), 0, "", "")
+        self.assertEqual((self.folder / "out.csv").read_text(), "Out\n1\n2\n")
+        self.assertEqual(self.names(), ["cases.csv", "document.pmml", "out.csv"])
+
+    def test_the_file_appears_with_unreadable_cells_too(self):
+        self.write("cases.csv", "Age\nx\n")
+        self.expect(self.run_host("transform", "document.pmml", "cases.csv", "-o", "out.csv"), 3, "")
+        self.assertEqual((self.folder / "out.csv").read_text(), 'Out\n""\n')
+
+    def test_a_failure_leaves_what_was_there(self):
+        self.write("out.csv", "old")
+        for cases, options in (("Age\nx\n", ["--strict"]), ('Age\n1\n"', []), ("", []), ("Age,Age\n", [])):
+            self.write("cases.csv", cases)
+            self.expect(self.run_host("transform", "document.pmml", "cases.csv", "-o", "out.csv", *options), 1, "")
+            self.assertEqual((self.folder / "out.csv").read_text(), "old")
+            self.assertEqual(self.names(), ["cases.csv", "document.pmml", "out.csv"])
+
+    def test_the_cases_may_be_replaced_by_the_output(self):
+        self.expect(self.run_host("transform", "document.pmml", "cases.csv", "-o", "cases.csv", "--keep"), 0, "", "")
+        self.assertEqual((self.folder / "cases.csv").read_text(), "Age,Out\n1,1\n2,2\n")
+
+    def test_a_folder_that_is_missing(self):
+        self.expect(self.run_host("transform", "document.pmml", "cases.csv", "-o", "none/out.csv"), 1, "",
+                    "veltrane: none/out.csv: No such file or directory\n")
+
+    def test_a_full_device(self):
+        self.expect(self.run_host("transform", "document.pmml", "cases.csv", "-o", "/dev/full"), 1, "",
+                    "veltrane: /dev/full: No space left on device\n")
+
+    def test_a_file_size_limit_is_a_failure_that_leaves_nothing(self):
+        self.write("cases.csv", "Age\n" + "123456789\n" * 100_000)
+        result = subprocess.run(["bash", "-c", f"ulimit -f 100; exec {COMMAND} transform document.pmml cases.csv -o out.csv"],
+                                cwd=self.folder, capture_output=True, timeout=60)
+        self.expect(result, 1, "", "veltrane: out.csv: File too large\n")
+        self.assertEqual(self.names(), ["cases.csv", "document.pmml"])
+
+    def test_a_signal_ends_the_run_and_leaves_nothing(self):
+        for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+            child = subprocess.Popen([COMMAND, "transform", "document.pmml", "-", "-o", "out.csv"], cwd=self.folder,
+                                     stdin=subprocess.PIPE, stderr=subprocess.PIPE)
+            child.stdin.write(b"Age\n1\n")
+            child.stdin.flush()
+            deadline = time.monotonic() + 30
+            while len(self.names()) == 2 and time.monotonic() < deadline:
+                time.sleep(0.01)
+            self.assertEqual(len(self.names()), 3, "the temporary stands beside the output")
+            child.send_signal(number)
+            _, errors = child.communicate(timeout=30)
+            self.assertEqual(child.returncode, -number, errors)
+            self.assertEqual(self.names(), ["cases.csv", "document.pmml"])
+
+
+class StandardOutput(HostTest):
+    def setUp(self):
+        super().setUp()
+        self.document([AGE], field_ref("Out", "Age"))
+        self.write("cases.csv", "Age\n" + "1.5\n" * 100_000)
+
+    def test_a_full_device(self):
+        with open("/dev/full", "wb") as full:
+            result = subprocess.run([COMMAND, "transform", "document.pmml", "cases.csv"], cwd=self.folder, stdout=full,
+                                    stderr=subprocess.PIPE, timeout=60)
+        self.assertEqual((result.returncode, result.stderr), (1, b"veltrane: standard output: No space left on device\n"))
+        with open("/dev/full", "wb") as full:
+            result = subprocess.run([COMMAND, "inspect", "document.pmml"], cwd=self.folder, stdout=full,
+                                    stderr=subprocess.PIPE, timeout=60)
+        self.assertEqual((result.returncode, result.stderr), (1, b"veltrane: standard output: No space left on device\n"))
+
+    def test_a_closed_pipe(self):
+        reader, writer = os.pipe()
+        os.close(reader)
+        result = subprocess.run([COMMAND, "transform", "document.pmml", "cases.csv"], cwd=self.folder, stdout=writer,
+                                stderr=subprocess.PIPE, timeout=60)
+        os.close(writer)
+        self.assertEqual((result.returncode, result.stderr), (1, b"veltrane: standard output: Broken pipe\n"))
+
+    def test_no_standard_output_at_all(self):
+        before = (self.folder / "cases.csv").read_bytes()
+        result = subprocess.run(["bash", "-c", f"exec {COMMAND} transform document.pmml cases.csv >&-"], cwd=self.folder,
+                                stderr=subprocess.PIPE, timeout=60)
+        self.assertEqual((result.returncode, result.stderr), (1, b"veltrane: standard output: Bad file descriptor\n"))
+        self.assertEqual((self.folder / "cases.csv").read_bytes(), before)
+
+    def test_rows_from_a_pipe_come_out_while_it_is_open(self):
+        child = subprocess.Popen([COMMAND, "transform", "document.pmml", "-"], cwd=self.folder, stdin=subprocess.PIPE,
+                                 stdout=subprocess.PIPE)
+        child.stdin.write(b"Age\n1\n")
+        child.stdin.flush()
+        self.assertEqual(child.stdout.readline(), b"Out\n")
+        self.assertEqual(child.stdout.readline(), b"1\n")
+        child.stdin.write(b"2\n")
+        child.stdin.flush()
+        self.assertEqual(child.stdout.readline(), b"2\n")
+        child.communicate(timeout=30)
+        self.assertEqual(child.returncode, 0)
+
+
+class Memory(HostTest):
+    def peak(self, rows):
+        """The largest resident size in MB, read while the last rows are still to come."""
+        child = subprocess.Popen([COMMAND, "transform", "document.pmml", "-", "-o", "out.csv"], cwd=self.folder,
+                                 stdin=subprocess.PIPE)
+        child.stdin.write(b"Age\n")
+        for _ in range(rows // 1000):
+            child.stdin.write(b"123.456\n" * 1000)
+        child.stdin.flush()
+        with open(f"/proc/{child.pid}/status", encoding="ascii") as status:
+            size = next(int(line.split()[1]) for line in status if line.startswith("VmHWM:"))
+        child.stdin.close()
+        self.assertEqual(child.wait(timeout=120), 0)
+        self.assertEqual((self.folder / "out.csv").read_bytes().count(b"\n"), rows + 1)
+        return size / 1024
+
+    @unittest.skipIf(os.environ.get("VELTRANE_SANITIZE"), "a sanitizer keeps freed memory")
+    def test_memory_does_not_grow_with_the_rows(self):
+        self.document([AGE], field_ref("Out", "Age"))
+        few = self.peak(10_000)
+        many = self.peak(1_000_000)
+        self.assertLess(many - few, 2, f"{few:.1f} MB for 10,000 rows, {many:.1f} MB for 1,000,000")
+
+
+if __name__ == "__main__":
+    if sys.version_info < (3, 9):
+        sys.exit("Python 3.9 or later is needed")
+    unittest.main()

@@ -1,0 +1,115 @@
+"""`veltrane inspect`."""
+import json
+import unittest
+
+from host_command import AGE, NAME, HostTest, field_ref, text_ref
+
+FIELDS = [
+    '<DataField name="Age" displayName="Age in years" optype="continuous" dataType="integer">'
+    '<Interval closure="closedOpen" leftMargin="0" rightMargin="120"/></DataField>',
+    '<DataField name="Size" optype="ordinal" dataType="string"><Value value="S" displayValue="small"/><Value value="L"/>'
+    '<Value value="?" property="missing"/></DataField>',
+    '<DataField name="Day" optype="continuous" dataType="dateDaysSince[1960]">'
+    '<Value value="3653" property="missing"/></DataField>',
+]
+DERIVED = (field_ref("Copy", "Age", more=' mapMissingTo="-1"') + text_ref("日本", "Size")
+           + '<DerivedField name="C" optype="continuous" dataType="double"><Constant>1.5</Constant></DerivedField>'
+           '<DerivedField name="N" displayName="scaled" optype="continuous" dataType="double"><NormContinuous field="Age">'
+           '<LinearNorm orig="0" norm="0"/><LinearNorm orig="120" norm="1"/></NormContinuous></DerivedField>'
+           '<DerivedField name="I" optype="continuous" dataType="double"><NormDiscrete field="Size" value="S"/></DerivedField>'
+           '<DerivedField name="B" optype="categorical" dataType="string"><Discretize field="Age">'
+           '<DiscretizeBin binValue="x"><Interval closure="openOpen" leftMargin="1"/></DiscretizeBin></Discretize>'
+           "</DerivedField>"
+           '<DerivedField name="M" optype="continuous" dataType="double"><MapValues outputColumn="o">'
+           '<FieldColumnPair field="Size" column="i"/><InlineTable><row><i>S</i><o>1</o></row></InlineTable></MapValues>'
+           "</DerivedField>"
+           '<DerivedField name="L" optype="continuous" dataType="double"><Lag field="Age"/></DerivedField>')
+
+TABLES = """\
+Fields
+
+name  label         type                 level       missing values  categories
+----  ------------  -------------------  ----------  --------------  ----------
+Age   Age in years  integer              continuous  < 0, >= 120
+Size  Size          string               ordinal     ?               S=small, L
+Day   Day           dateDaysSince[1960]  continuous  1970-01-01
+
+Derived fields
+
+name  label   type    level        missing values  categories  expression      source
+----  ------  ------  -----------  --------------  ----------  --------------  ------
+Copy  Copy    double  continuous                               FieldRef        Age
+日本  日本    string  categorical                              FieldRef        Size
+C     C       double  continuous                               Constant        1.5
+N     scaled  double  continuous                               NormContinuous  Age
+I     I       double  continuous                               NormDiscrete    Size
+B     B       string  categorical                  x           Discretize      Age
+M     M       double  continuous                               MapValues       Size
+L     L       double  continuous                               Lag             Age
+"""
+
+
+class Inspect(HostTest):
+    def test_tables_are_aligned_in_terminal_columns(self):
+        self.document(FIELDS, DERIVED)
+        self.expect(self.run_host("inspect", "document.pmml"), 0, TABLES, "")
+
+    def test_json_shows_the_same(self):
+        self.document(FIELDS, DERIVED)
+        result = self.expect(self.run_host("inspect", "document.pmml", "--json"), 0, err="")
+        shown = json.loads(result.stdout)
+        self.assertEqual(list(shown), ["fields", "derivedFields"])
+        self.assertEqual(shown["fields"], [
+            {"name": "Age", "label": "Age in years", "type": "integer", "level": "continuous",
+             "missingValues": [{"low": None, "lowIncluded": True, "high": 0, "highIncluded": False},
+                               {"low": 120, "lowIncluded": True, "high": None, "highIncluded": True}],
+             "categories": []},
+            {"name": "Size", "label": "Size", "type": "string", "level": "ordinal", "missingValues": ["?"],
+             "categories": [{"value": "S", "label": "small"}, {"value": "L", "label": "L"}]},
+            {"name": "Day", "label": "Day", "type": "dateDaysSince[1960]", "level": "continuous",
+             "missingValues": ["1970-01-01"], "categories": []}])
+        self.assertEqual([(field["name"], field["expression"], field["source"]) for field in shown["derivedFields"]], [
+            ("Copy", "FieldRef", "Age"), ("日本", "FieldRef", "Size"), ("C", "Constant", "1.5"),
+            ("N", "NormContinuous", "Age"), ("I", "NormDiscrete", "Size"), ("B", "Discretize", "Age"),
+            ("M", "MapValues", "Size"), ("L", "Lag", "Age")])
+        self.assertEqual(list(shown["derivedFields"][0]), ["name", "label", "type", "level", "missingValues",
+                                                           "categories", "expression", "source"])
+
+    def test_long_lists_are_cut_in_tables_and_whole_in_json(self):
+        values = "".join(f'<Value value="v{i}"/>' for i in range(40))
+        self.document([f'<DataField name="F" optype="categorical" dataType="string">{values}</DataField>'],
+                      text_ref("G", "F"))
+        out = self.run_host("inspect", "document.pmml").stdout.decode()
+        self.assertIn("v0, v1, v2, v3, v4, v5, ... (40)\n", out)
+        shown = json.loads(self.run_host("inspect", "document.pmml", "--json").stdout)
+        self.assertEqual(len(shown["fields"][0]["categories"]), 40)
+
+    def test_a_field_without_an_expression(self):
+        self.document([AGE], '<DerivedField name="E" optype="continuous" dataType="double"/>')
+        shown = json.loads(self.run_host("inspect", "document.pmml", "--json").stdout)
+        self.assertEqual((shown["derivedFields"][0]["expression"], shown["derivedFields"][0]["source"]), ("", ""))
+
+    def test_types_without_a_kind_of_number(self):
+        self.document([AGE.replace("double", "float"), NAME], field_ref("E", "Age"))
+        shown = json.loads(self.run_host("inspect", "document.pmml", "--json").stdout)
+        self.assertEqual([field["type"] for field in shown["fields"]], ["number", "string"])
+
+    def test_a_document_without_derived_fields_is_shown_and_fails(self):
+        self.document([AGE], "")
+        result = self.run_host("inspect", "document.pmml")
+        self.expect(result, 1, err="veltrane: document.pmml: the document has no derived fields\n")
+        self.assertIn("Age   Age    double  continuous", result.stdout.decode())
+        result = self.run_host("inspect", "document.pmml", "--json")
+        self.expect(result, 1, err="veltrane: document.pmml: the document has no derived fields\n")
+        self.assertEqual(json.loads(result.stdout)["derivedFields"], [])
+
+    def test_tables_are_written_in_the_encoding_and_json_in_utf_8(self):
+        self.document(['<DataField name="Größe" optype="continuous" dataType="double"/>'], field_ref("Maß", "Größe"))
+        tables = self.expect(self.run_host("inspect", "document.pmml", "--encoding", "CP1252"), 0, err="")
+        self.assertIn("Größe  Größe  double", tables.stdout.decode("cp1252"))
+        shown = json.loads(self.run_host("inspect", "document.pmml", "--encoding", "CP1252", "--json").stdout.decode())
+        self.assertEqual(shown["derivedFields"][0]["source"], "Größe")
+
+
+if __name__ == "__main__":
+    unittest.main()

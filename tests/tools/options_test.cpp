@@ -1,0 +1,92 @@
+#include "options.h"
+
+#include <gtest/gtest.h>
+
+namespace veltrane::host {
+namespace {
+
+Request Parse(std::vector<const char*> arguments) {
+    arguments.insert(arguments.begin(), "veltrane");
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    const Request request = ParseCommandLine(static_cast<int>(arguments.size()), arguments.data());
+    testing::internal::GetCapturedStdout();
+    testing::internal::GetCapturedStderr();
+    return request;
+}
+
+int ExitCodeOf(std::vector<const char*> arguments) {
+    const Request request = Parse(std::move(arguments));
+    const int* exitCode = std::get_if<int>(&request);
+    return exitCode ? *exitCode : -1;
+}
+
+TEST(TransformOptionsTest, HaveDefaults) {
+    const auto options = std::get<TransformOptions>(Parse({"transform", "d.pmml", "c.csv"}));
+    EXPECT_EQ(options.document, "d.pmml");
+    EXPECT_EQ(options.cases, "c.csv");
+    EXPECT_EQ(options.output, std::nullopt);
+    EXPECT_EQ(options.encoding, "UTF-8");
+    EXPECT_EQ(options.delimiter, ',');
+    EXPECT_TRUE(options.missingTokens.empty());
+    EXPECT_FALSE(options.keep || options.strict || options.quiet);
+}
+
+TEST(TransformOptionsTest, AreAllRead) {
+    const auto options = std::get<TransformOptions>(
+        Parse({"transform", "--missing", "NA", "d.pmml", "-", "-o", "out.csv", "--encoding", "CP1252", "--delimiter",
+               ";", "--missing", "-9", "--missing", "", "--keep", "--strict", "--quiet"}));
+    EXPECT_EQ(options.document, "d.pmml");
+    EXPECT_EQ(options.cases, "-");
+    EXPECT_EQ(options.output, "out.csv");
+    EXPECT_EQ(options.encoding, "CP1252");
+    EXPECT_EQ(options.delimiter, ';');
+    EXPECT_EQ(options.missingTokens, (std::vector<std::string>{"NA", "-9", ""}));
+    EXPECT_TRUE(options.keep && options.strict && options.quiet);
+}
+
+TEST(TransformOptionsTest, TakeATabInWriting) {
+    EXPECT_EQ(std::get<TransformOptions>(Parse({"transform", "d", "c", "--delimiter", "\\t"})).delimiter, '\t');
+    EXPECT_EQ(std::get<TransformOptions>(Parse({"transform", "d", "c", "--delimiter", "\t"})).delimiter, '\t');
+    EXPECT_EQ(std::get<TransformOptions>(Parse({"transform", "d", "c", "--delimiter", "|"})).delimiter, '|');
+}
+
+TEST(TransformOptionsTest, RefuseOtherDelimiters) {
+    for (const char* delimiter : {"", ",,", "\"", "\n", "\r", "a", "E", "1", ".", "-", "+", "\xC3\xB6", "\xC3"})
+        EXPECT_EQ(ExitCodeOf({"transform", "d", "c", "--delimiter", delimiter}), 2) << delimiter;
+}
+
+TEST(InspectOptionsTest, AreAllRead) {
+    const auto plain = std::get<InspectOptions>(Parse({"inspect", "d.pmml"}));
+    EXPECT_EQ(plain.document, "d.pmml");
+    EXPECT_EQ(plain.encoding, "UTF-8");
+    EXPECT_FALSE(plain.json);
+    const auto full = std::get<InspectOptions>(Parse({"inspect", "--json", "--encoding", "CP1252", "d.pmml"}));
+    EXPECT_EQ(full.encoding, "CP1252");
+    EXPECT_TRUE(full.json);
+}
+
+TEST(CommandLine, EndsWithTwoOnWrongUsage) {
+    EXPECT_EQ(ExitCodeOf({}), 2);
+    EXPECT_EQ(ExitCodeOf({"score"}), 2);
+    EXPECT_EQ(ExitCodeOf({"transform"}), 2);
+    EXPECT_EQ(ExitCodeOf({"transform", "d"}), 2);
+    EXPECT_EQ(ExitCodeOf({"transform", "d", "c", "x"}), 2);
+    EXPECT_EQ(ExitCodeOf({"transform", "d", "c", "--unknown"}), 2);
+    EXPECT_EQ(ExitCodeOf({"transform", "d", "c", "-o"}), 2);
+    EXPECT_EQ(ExitCodeOf({"transform", "d", "c", "--missing"}), 2);
+    EXPECT_EQ(ExitCodeOf({"transform", "d", "c", "--encoding", "no-such-encoding"}), 2);
+    EXPECT_EQ(ExitCodeOf({"transform", "d", "c", "--encoding", "UTF-16"}), 2);
+    EXPECT_EQ(ExitCodeOf({"inspect"}), 2);
+    EXPECT_EQ(ExitCodeOf({"inspect", "d", "--keep"}), 2);
+}
+
+TEST(CommandLine, EndsWithNoneOnHelp) {
+    EXPECT_EQ(ExitCodeOf({"--help"}), 0);
+    EXPECT_EQ(ExitCodeOf({"transform", "--help"}), 0);
+    EXPECT_EQ(ExitCodeOf({"inspect", "--help"}), 0);
+    EXPECT_EQ(ExitCodeOf({"--version"}), 0);
+}
+
+} // namespace
+} // namespace veltrane::host

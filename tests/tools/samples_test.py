@@ -1,0 +1,89 @@
+"""The sample of applicants, the README, and documents of open-source tools with known answers."""
+import csv
+import os
+import re
+import subprocess
+import unittest
+
+from host_command import COMMAND, PROJECT, HostTest
+
+LOAN = PROJECT / "examples" / "loan"
+CASES = PROJECT.parent / "shared" / "cases" / "transform"
+
+
+def close(text, expected):
+    """Equal texts, or numbers within 1e-12 of each other (relative, absolute below 1)."""
+    if text == expected:
+        return True
+    try:
+        number, other = float(text), float(expected)
+    except ValueError:
+        return False
+    return abs(number - other) <= 1e-12 * max(1.0, abs(other))
+
+
+class Sample(HostTest):
+    def test_the_applicants_give_what_they_should(self):
+        result = self.run_host("transform", LOAN / "applicants.pmml", LOAN / "applicants.csv", "--missing", "NA")
+        self.expect(result, 0, (LOAN / "applicants.expected.csv").read_bytes(), "")
+
+    def test_the_sample_has_every_kind_of_expression(self):
+        result = self.expect(self.run_host("inspect", LOAN / "applicants.pmml"), 0, err="")
+        self.assertEqual(result.stdout.decode(), (LOAN / "applicants.inspect.txt").read_text())
+        for kind in ("Constant", "FieldRef", "NormContinuous", "NormDiscrete", "Discretize", "MapValues", "Lag"):
+            self.assertRegex(result.stdout.decode(), rf"(?m)  {kind} ")
+
+
+class Readme(HostTest):
+    README = (PROJECT / "README.md").read_text()
+
+    def test_the_code_is_the_example_that_is_built(self):
+        source = (PROJECT / "examples" / "transform_rows.cpp").read_text()
+        self.assertIn("```cpp\n" + source + "```\n", self.README)
+
+    def test_the_example_prints_what_the_readme_shows(self):
+        example = os.environ["VELTRANE_EXAMPLE"]
+        result = subprocess.run([example, LOAN / "applicants.pmml"], capture_output=True, text=True, timeout=60)
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        self.assertIn("```text\n" + result.stdout + "```\n", self.README)
+
+    def test_the_first_result_is_the_real_one(self):
+        shown = re.search(r"```text\n(Currency .*?)```", self.README, re.DOTALL).group(1)
+        output = subprocess.run(["awk", "-v", "rows=3", "-f", PROJECT / "tools" / "align_csv.awk",
+                                 LOAN / "applicants.expected.csv"], capture_output=True, text=True, check=True).stdout
+        self.assertEqual(shown, output)
+
+    def test_every_link_into_the_tree_leads_somewhere(self):
+        for target in re.findall(r"\]\(([^)#:]+)\)", self.README):
+            self.assertTrue((PROJECT / target).exists(), target)
+
+
+@unittest.skipUnless(CASES.is_dir(), f"the documents of open-source tools are not at {CASES}")
+class KnownAnswers(HostTest):
+    def compare(self, name):
+        result = self.run_host("transform", CASES / f"{name}.pmml", CASES / f"{name}.csv", "--quiet")
+        self.expect(result, 0, err="")
+        rows = list(csv.reader(result.stdout.decode().splitlines()))
+        with open(CASES / f"{name}.expected.csv", newline="") as file:
+            expected = list(csv.reader(file))
+        self.assertEqual(rows[0], expected[0])
+        self.assertEqual(len(rows), len(expected))
+        for line, (row, wanted) in enumerate(zip(rows[1:], expected[1:]), 2):
+            for column, cell, answer in zip(rows[0], row, wanted):
+                self.assertTrue(close(cell, answer), f"{name}, line {line}, {column}: {cell}, not {answer}")
+
+
+def add_known_answers(paths):
+    for path in paths:
+        test = lambda self, name=path.stem: self.compare(name)
+        if "<Apply" in path.read_text():
+            test = unittest.skip("expressions of the kind Apply are not read yet")(test)
+        setattr(KnownAnswers, "test_" + path.stem.replace("-", "_"), test)
+    if not paths:
+        KnownAnswers.test_all = lambda self: None
+
+
+add_known_answers(sorted(CASES.glob("*.pmml")))
+
+if __name__ == "__main__":
+    unittest.main()
