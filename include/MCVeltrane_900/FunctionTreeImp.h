@@ -4,6 +4,7 @@
 #include <MCVeltrane_900/FunctionTree.h>
 #include <veltrane_export.h>
 
+#include <memory>
 #include <vector>
 
 namespace MCVeltrane_900 {
@@ -85,6 +86,9 @@ public:
     FunctionTree* GetPreviousLeaf() const;
     FunctionTree* GetNextLeaf() const;
 
+    /// Gives a value that hangs on the node's stats an owner: it lives as long as this node or any clone of it.
+    void Keep(std::shared_ptr<const ScoreValue> value);
+
 private:
     FunctionTree* Self() const;
     void DisplayHead(std::ostream& out, int level) const;
@@ -93,6 +97,7 @@ private:
     std::vector<FunctionTree*> fChildren;
     bool fAllowsChildren;
     ApplyNodeStats fNodeStats;
+    std::vector<std::shared_ptr<const ScoreValue>> fKept;
 };
 
 } // namespace MCVeltrane_900

@@ -9,6 +9,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace MCVeltrane_900 {
 
@@ -166,13 +167,85 @@ public:
     /// Puts the names of the built-in functions into the function map. Calling it again changes nothing.
     void InitFunctionMap();
 
-    /// Reads an Apply.
+    /// @return the function of a name, compared exactly; 79 when the function map holds no such name
+    TransformationDictionary::TransformFunction GetTransFunction(const std::string& name) const;
+
+    /// What messages call a function; "<not defined>" for some of them, and for a number that is no function.
+    static std::string ToString(TransformationDictionary::TransformFunction function);
+    using BaseTranslator::ToString;
+
+    /// "continuous", "ordinal" or "categorical"; empty for any other number.
+    static std::string ToString(ScoreDictVar::MeasureLevel level);
+
+    /// The families of the built-in functions. 47 "greaterOrEqual" and 62 "substring" belong to none.
+    static bool IsArithmeticFunction(TransformationDictionary::TransformFunction function);
+    static bool IsMathematicsFunction(TransformationDictionary::TransformFunction function);
+    static bool IsStatisticFunction(TransformationDictionary::TransformFunction function);
+    static bool IsDateTimeFunction(TransformationDictionary::TransformFunction function);
+    static bool IsLogicFunction(TransformationDictionary::TransformFunction function);
+    static bool IsStringFunction(TransformationDictionary::TransformFunction function);
+    static bool IsMixOutputFunction(TransformationDictionary::TransformFunction function);
+    static bool IsNumericFunction(TransformationDictionary::TransformFunction function);
+    static bool IsInputNumericFunction(TransformationDictionary::TransformFunction function);
+    static bool IsOutputNumericFunction(TransformationDictionary::TransformFunction function);
+    static bool IsOutputStringFunction(TransformationDictionary::TransformFunction function);
+    static bool IsInputStringFunction(TransformationDictionary::TransformFunction function);
+    static bool IsMixInputFunction(TransformationDictionary::TransformFunction function);
+
+    /// Reads an Apply with all that is nested in it. Node ids are the decimal text of a counter, in document order.
     /// @param target the derived field that the tree is for
     /// @param parent the node that the new one becomes a child of; null for the root
-    /// @return the tree's root, owned by the caller
-    /// @throws VTException 260120, or 260303 for an unknown function
+    /// @return the node, owned by its parent, or by the caller when it is the root
+    /// @throws VTException 260114, 260120, 260151, 260173, 260174, 260215, 260221 (also for one that is nested deeper
+    ///         than 1000 functions), 260243, 260245, 260303. The node is left without children under its parent then;
+    ///         a root is deleted
     FunctionTree* HandleApply(xercesc::DOMElement* apply, const ScoreDictVar* target, FunctionTree* parent,
                               const ScoreDictionary* dictionary, const ScoreDictionary* derived);
+
+    /// Adds a leaf for a field to a node.
+    /// @param fieldMissing the replacement for a missing value of the field, owned by the leaf from here on; may be
+    /// null
+    void SetLeafNodeStats(const std::string& field, FunctionTree* node, int index, bool isConst,
+                          ScoreValue* fieldMissing);
+
+    /// Checks the arguments of a function: their number, and the kind of each.
+    /// @param names          for each argument the field's name, or the name of its kind
+    /// @param kinds          0 a nested Apply, 1 a field, 2 a constant
+    /// @param childFunctions the function of each nested Apply, 79 for the rest
+    /// @throws VTException 260173, 260174, 260215, 260243, 260245
+    void VerifyApplyFunction(const std::vector<std::string>& names, const std::vector<int>& kinds,
+                             const ScoreDictionary* dictionary, const ScoreDictionary* derived,
+                             TransformationDictionary::TransformFunction function,
+                             const std::vector<TransformationDictionary::TransformFunction>& childFunctions,
+                             const ScoreDictVar* target);
+
+    /// @throws VTException 260243 when `parent` can't take the result of `child`
+    void VerifyParentAndChildFunction(TransformationDictionary::TransformFunction parent,
+                                      TransformationDictionary::TransformFunction child);
+
+    /// @throws VTException 260245 when a field or constant is a number and must be none, or the other way round
+    void VerifyOneElem(TransformationDictionary::TransformFunction function, bool expectNumeric, bool isConstant,
+                       const std::string& name, const ScoreDictionary* dictionary, const ScoreDictionary* derived);
+
+    /// The first child of a node that is an Array.
+    /// @throws VTException 260115
+    xercesc::DOMNode* GetArrayNode(xercesc::DOMNode* node);
+
+    /// The items of an Array. A quoted item may hold blanks, and quotes behind a backslash.
+    /// @param type the array's type: items of a "real" or "int" one are verified; may be null
+    /// @param var  the variable that the items are for; may be null. With a category that is a single backslash, a
+    ///             backslash escapes nothing
+    /// @throws VTException 260115, 260151, 260156 for a quote that is not closed, 260241, 260284
+    std::vector<std::string> GetArrayElements(xercesc::DOMNode* array, const XMLCh* type, const ScoreDictVar* var);
+
+    /// The items of an Array by its own type; none for a null element.
+    std::vector<std::string> ParseStrArray(xercesc::DOMElement* array);
+
+    /// The numbers of an Array or of a basis row, split at white space.
+    /// @param count how many a basis row has to have; an Array goes by its own attribute "n"
+    /// @throws VTException 260114, 260151, 260172, 260241, 260283, 260284
+    std::vector<int> VerifyIntArray(xercesc::DOMElement* array, int count);
+    std::vector<double> VerifyDoubleArray(xercesc::DOMElement* array, int count);
 
 protected:
     /// Kept for plug-ins, which may use them as they like; the library reads neither.
@@ -183,6 +256,9 @@ protected:
 
     /// The next node id of the function trees of one transformation dictionary.
     int fNodeCounter;
+
+private:
+    int fApplyDepth = 0;
 };
 
 } // namespace MCVeltrane_900

@@ -12,12 +12,16 @@
 #include <vector>
 
 namespace veltrane::transform {
+class ApplyFrames;
+class ApplyNode;
+struct ApplyCase;
 struct ClearedResult;
 class ValueQueue;
 } // namespace veltrane::transform
 
 namespace MCVeltrane_900 {
 
+class ApplyNodeStats;
 class FunctionTree;
 class MapValues;
 class NumericValue;
@@ -149,6 +153,7 @@ protected:
 
 private:
     friend struct veltrane::transform::ClearedResult;
+    friend class veltrane::transform::ApplyNode;
 
     using ValuePair = std::pair<ScoreValue*, ScoreValue*>;
     using Bin = std::pair<ScoreValueRange*, ScoreValue*>;
@@ -165,6 +170,23 @@ private:
     bool IsNearerToMax(double value) const;
 
     const ScoreValue* GetClearedResult();
+    const ScoreValue* Traverse(FunctionTree* node, const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
+                               const ScoreDictionary* transformations, int& status);
+    static double ApplyTransFunction(double a, double b, TransformationDictionary::TransformFunction function);
+    static double ApplyAccumulateFunction(const std::vector<double>& arguments,
+                                          TransformationDictionary::TransformFunction function);
+    static double ApplyDateTimeFunction(const ScoreValue* date, double b,
+                                        TransformationDictionary::TransformFunction function);
+    static bool HandleMissingAndInvalidOfApply(const std::vector<double>& arguments,
+                                               TransformationDictionary::TransformFunction function, ScoreValue* result,
+                                               const ApplyNodeStats& stats, bool resultIsSysmis, bool resultIsInvalid);
+    const ScoreValue* TraverseLeaf(FunctionTree& leaf, const veltrane::transform::ApplyCase& oneCase);
+    const ScoreValue* ReplaceMissingLeaf(const ScoreDictVar& variable, const ScoreValue& value,
+                                         const ApplyNodeStats& stats);
+    const ScoreValue* ReadAbsentField(const ScoreDictVar& variable, const veltrane::transform::ApplyCase& oneCase);
+    const ScoreValue* MissingScratch(VariableType type, int width);
+    veltrane::transform::ApplyFrames& Frames();
+
     void PrepareResult();
     void FillConstant();
     const ScoreValue* ReadSource(const ScoreCaseRecord* record);
@@ -239,6 +261,7 @@ private:
     double fMaxPoint = 0.0;
     bool fPointsAscend = true;
     bool fEvaluating = false;
+    std::unique_ptr<veltrane::transform::ApplyFrames> fFrames;
 };
 
 } // namespace MCVeltrane_900

@@ -200,6 +200,8 @@ public:
                                                                          const std::vector<double>& variances);
 
 private:
+    friend class TransformVar;
+
     /// A field in the order of computation, with what looking it up by name gave.
     struct DerivedField {
         TransformVar* var;
@@ -208,6 +210,7 @@ private:
     };
 
     void Reset();
+    const ScoreValue* ComputedValue(const ScoreDictVar& var) const;
     void FindDerivedFields();
     void AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field, const std::string& value);
     void AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field, double value);

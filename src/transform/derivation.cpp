@@ -23,11 +23,11 @@ thread_local NestingCount tNesting;
 
 } // namespace
 
-NestedEvaluation::NestedEvaluation() {
+NestedEvaluation::NestedEvaluation(bool isField) {
     if (tNesting.depth++ == 0) {
         tNesting.evaluations = 0;
     }
-    ++tNesting.evaluations;
+    tNesting.evaluations += isField ? 1 : 0;
 }
 
 NestedEvaluation::~NestedEvaluation() {
@@ -45,7 +45,7 @@ const ScoreValue* EvaluateDerived(const ScoreDictVar& var, const ScoreCaseRecord
     if (derived == nullptr) {
         return nullptr;
     }
-    const NestedEvaluation nested;
+    const NestedEvaluation nested(true);
     return nested.IsAllowed() ? derived->GetTransformedValue(record, dictionary, transformations)
                               : ClearedResult::Of(*derived);
 }

@@ -10,7 +10,9 @@ namespace veltrane::transform {
 /// or the day.
 class NestedEvaluation {
 public:
-    NestedEvaluation();
+    /// @param isField whether the step is into another field; those are counted together too, and not only how deep
+    ///                they are, since fields can refer to each other in more ways than there are fields
+    explicit NestedEvaluation(bool isField);
     ~NestedEvaluation();
     NestedEvaluation(const NestedEvaluation&) = delete;
     NestedEvaluation& operator=(const NestedEvaluation&) = delete;

@@ -51,6 +51,7 @@ FunctionTree* FunctionTreeImp::Clone() const {
     };
     auto root = std::make_unique<FunctionTreeImp>(fAllowsChildren);
     root->SetNodeStats(fNodeStats);
+    root->fKept = fKept;
     std::vector<Pending> pending{{this, root.get()}};
     while (!pending.empty()) {
         const auto [source, copy] = pending.back();
@@ -69,11 +70,16 @@ FunctionTree* FunctionTreeImp::Clone() const {
             linked->SetParent(copy);
             if (node != nullptr) {
                 linked->SetNodeStats(node->fNodeStats);
+                static_cast<FunctionTreeImp*>(linked)->fKept = node->fKept;
                 pending.push_back({node, static_cast<FunctionTreeImp*>(linked)});
             }
         }
     }
     return root.release();
+}
+
+void FunctionTreeImp::Keep(std::shared_ptr<const ScoreValue> value) {
+    fKept.push_back(std::move(value));
 }
 
 void FunctionTreeImp::Insert(FunctionTree* child, int /*index*/) {

@@ -1,3 +1,4 @@
+#include "transform/apply/apply_frame.h"
 #include "transform/derivation.h"
 #include "transform/value_queue.h"
 

@@ -154,6 +154,10 @@ const ScoreValue* TransformVar::EvaluateExpression(const ScoreCaseRecord* record
         return GetBinningValue(fSourceVar, source);
     case TD::TE_MAP_VALUES:
         return GetMappedValue(record, dictionary, transformations, source);
+    case TD::TE_APPLY: {
+        int status = 0;
+        return fRoot == nullptr ? nullptr : Traverse(fRoot.get(), record, dictionary, transformations, status);
+    }
     case TD::TE_LAG:
         return GetLagValue(record, dictionary, transformations, source);
     default:

@@ -147,6 +147,11 @@ const ScoreValue* TransformationDictionary::GetVarValue(const std::string& name)
     return fDerivedRecord == nullptr ? nullptr : std::as_const(*fDerivedRecord).Get(name);
 }
 
+/// The stored value of a field that has been computed for this case.
+const ScoreValue* TransformationDictionary::ComputedValue(const ScoreDictVar& var) const {
+    return fDerivedRecord == nullptr ? nullptr : std::as_const(*fDerivedRecord).Get(var.GetValueIndex());
+}
+
 void TransformationDictionary::AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field,
                                                const ScoreValue* value) {
     if (var == nullptr || value == nullptr) {

@@ -1,0 +1,156 @@
+#include "diagnostics/raise.h"
+#include "translators/array_scan.h"
+
+#include <MCVeltrane_900/PMMLModelTags.h>
+#include <MCVeltrane_900/PMMLTranslator.h>
+#include <MCVeltrane_900/ScoreEncoder.h>
+
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/util/XMLStringTokenizer.hpp>
+
+using veltrane::diagnostics::Raise;
+using veltrane::translators::ArrayItem;
+using veltrane::translators::ScanArray;
+using veltrane::translators::UnescapeQuotes;
+
+namespace MCVeltrane_900 {
+
+namespace {
+
+using Tags = PMMLModelTags;
+
+/// A variable with a category that is a single backslash can't have escaped quotes in its arrays.
+bool HasBackslashCategory(const ScoreDictVar* var) {
+    const ScoreEncoder* encoder = var != nullptr ? var->GetEncoder() : nullptr;
+    if (encoder == nullptr) {
+        return false;
+    }
+    for (int code = 0; code < encoder->GetNumberOfCategories(); ++code) {
+        if (encoder->Decode(code) == "\\") {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The item count that the attribute "n" states; 0 when it says nothing.
+int StatedSize(const xercesc::DOMNode* array) {
+    const auto* element = dynamic_cast<const xercesc::DOMElement*>(array);
+    const XMLCh* text = element != nullptr ? BaseTranslator::GetAttribute(element, Tags::XML_ATT_ARRAY_N) : nullptr;
+    return text != nullptr && *text != 0 ? BaseTranslator::VerifyInt(text) : 0;
+}
+
+bool IsBlank(const XMLCh* text) {
+    return !xercesc::XMLStringTokenizer(text).hasMoreTokens();
+}
+
+void Verify(const std::string& item, const XMLCh* type) {
+    if (BaseTranslator::IsEqual(type, Tags::XML_VAL_ARRAY_TYPE_REAL)) {
+        BaseTranslator::VerifyDouble(item);
+    } else if (BaseTranslator::IsEqual(type, Tags::XML_VAL_ARRAY_TYPE_INT)) {
+        BaseTranslator::VerifyInt(item);
+    }
+}
+
+/// The size that an array of numbers has to have; nothing when it isn't checked.
+std::optional<int> RequiredSize(const xercesc::DOMElement* array, int count) {
+    const XMLCh* tag = array->getTagName();
+    if (BaseTranslator::IsEqual(tag, Tags::XML_ELE_XBASISROW) ||
+        BaseTranslator::IsEqual(tag, Tags::XML_ELE_UPERXBASISROW)) {
+        return count;
+    }
+    if (!BaseTranslator::IsEqual(tag, Tags::XML_ELE_ARRAY)) {
+        char* name = xercesc::XMLString::transcode(tag);
+        const std::string text = name;
+        xercesc::XMLString::release(&name);
+        Raise(260172, text, Tags::XML_ELE_ARRAY);
+    }
+    const XMLCh* stated = BaseTranslator::GetAttribute(array, Tags::XML_ATT_ARRAY_N);
+    return *stated != 0 ? std::optional<int>(BaseTranslator::VerifyInt(stated)) : std::nullopt;
+}
+
+/// The white-space separated tokens of an array of numbers, each converted by `convert`.
+template <typename Number, typename Convert>
+std::vector<Number> ReadNumbers(const xercesc::DOMElement* array, int count, Convert convert) {
+    if (array == nullptr) {
+        Raise(260114, "Array, x-BasisRow,X-BasisRow");
+    }
+    const std::optional<int> required = RequiredSize(array, count);
+    const xercesc::DOMNode* child = array->getFirstChild();
+    if (child == nullptr) {
+        Raise(260283, Tags::XML_ELE_ARRAY);
+    }
+    const XMLCh* text = child->getNodeValue();
+    if (text == nullptr || IsBlank(text)) {
+        Raise(260284, Tags::XML_ELE_VALUE, Tags::XML_ELE_ARRAY);
+    }
+    xercesc::XMLStringTokenizer tokens(text);
+    const int found = static_cast<int>(tokens.countTokens());
+    if (required && *required != found) {
+        Raise(260241, std::to_string(*required), Tags::XML_ATT_ARRAY_N, std::to_string(found));
+    }
+    std::vector<Number> numbers;
+    while (tokens.hasMoreTokens()) {
+        numbers.push_back(convert(static_cast<const XMLCh*>(tokens.nextToken())));
+    }
+    return numbers;
+}
+
+} // namespace
+
+xercesc::DOMNode* PMMLTranslator::GetArrayNode(xercesc::DOMNode* node) {
+    xercesc::DOMNode* child = node != nullptr ? node->getFirstChild() : nullptr;
+    while (child != nullptr && !IsEqual(child->getNodeName(), Tags::XML_ELE_ARRAY)) {
+        child = child->getNextSibling();
+    }
+    if (child == nullptr) {
+        Raise(260115, Tags::XML_ELE_ARRAY, Tags::XML_ELE_SETPREDICATE);
+    }
+    return child;
+}
+
+std::vector<std::string> PMMLTranslator::GetArrayElements(xercesc::DOMNode* array, const XMLCh* type,
+                                                          const ScoreDictVar* var) {
+    const bool escapes = !HasBackslashCategory(var);
+    const int expected = StatedSize(array);
+    const xercesc::DOMNode* child = array->getFirstChild();
+    if (child == nullptr) {
+        Raise(260115, Tags::XML_ELE_ARRAY, Tags::XML_ELE_SETPREDICATE);
+    }
+    const XMLCh* value = child->getNodeValue();
+    if (value == nullptr || IsBlank(value)) {
+        Raise(260284, Tags::XML_ELE_VALUE, Tags::XML_ELE_ARRAY);
+    }
+    const std::string text = ToString(value);
+    const std::optional<std::vector<ArrayItem>> items = ScanArray(text, escapes);
+    if (!items) {
+        Raise(260156, text, Tags::XML_ELE_ARRAY);
+    }
+    std::vector<std::string> elements;
+    elements.reserve(items->size());
+    for (const ArrayItem& item : *items) {
+        Verify(item.text, type);
+        elements.push_back(item.escapedQuotes ? UnescapeQuotes(item.text) : item.text);
+    }
+    if (expected != 0 && static_cast<std::size_t>(expected) != elements.size()) {
+        Raise(260241, std::to_string(elements.size()), Tags::XML_ATT_ARRAY_N, std::to_string(expected));
+    }
+    return elements;
+}
+
+std::vector<std::string> PMMLTranslator::ParseStrArray(xercesc::DOMElement* array) {
+    if (array == nullptr) {
+        return {};
+    }
+    return GetArrayElements(array, GetAttribute(array, Tags::XML_ATT_ARRAY_TYPE), nullptr);
+}
+
+std::vector<double> PMMLTranslator::VerifyDoubleArray(xercesc::DOMElement* array, int count) {
+    return ReadNumbers<double>(array, count, [](const XMLCh* token) { return VerifyDouble(token); });
+}
+
+std::vector<int> PMMLTranslator::VerifyIntArray(xercesc::DOMElement* array, int count) {
+    return ReadNumbers<int>(array, count, [](const XMLCh* token) { return VerifyInt(token); });
+}
+
+} // namespace MCVeltrane_900

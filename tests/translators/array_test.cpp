@@ -1,0 +1,230 @@
+#include "support/dom.h"
+#include "support/failure.h"
+
+#include <MCVeltrane_900/DictVar.h>
+#include <MCVeltrane_900/PMMLTranslator.h>
+#include <MCVeltrane_900/ScoreCatStringEncoder.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using namespace MCVeltrane_900;
+using veltrane::tests::ExpectFailure;
+using veltrane::tests::ParsedXml;
+using veltrane::tests::ParseXml;
+
+namespace {
+
+using Strings = std::vector<std::string>;
+
+std::string Escaped(const std::string& text) {
+    std::string escaped;
+    for (const char c : text) {
+        escaped += c == '<' ? "&lt;" : c == '&' ? "&amp;" : std::string(1, c);
+    }
+    return escaped;
+}
+
+class ArrayReaders : public testing::Test {
+protected:
+    void SetUp() override {
+        veltrane::tests::StartXml();
+        translator.CreateTranscoder("UTF-8");
+    }
+
+    Strings Read(const std::string& text, const std::string& attributes = "") {
+        const ParsedXml xml = ParseXml("<Array " + attributes + ">" + Escaped(text) + "</Array>");
+        return translator.ParseStrArray(xml.Root());
+    }
+
+    Strings ReadFor(const ScoreDictVar& var, const std::string& text) {
+        const ParsedXml xml = ParseXml("<Array>" + Escaped(text) + "</Array>");
+        return translator.GetArrayElements(xml.Root(), nullptr, &var);
+    }
+
+    void ExpectArrayFailure(const std::string& xmlText, int id, const std::string& message) {
+        const ParsedXml xml = ParseXml(xmlText);
+        ExpectFailure([&] { translator.ParseStrArray(xml.Root()); }, id, message);
+    }
+
+    std::vector<double> Doubles(const std::string& xmlText, int count) {
+        const ParsedXml xml = ParseXml(xmlText);
+        return translator.VerifyDoubleArray(xml.Root(), count);
+    }
+
+    void ExpectDoublesFailure(const std::string& xmlText, int count, int id, const std::string& message) {
+        const ParsedXml xml = ParseXml(xmlText);
+        ExpectFailure([&] { translator.VerifyDoubleArray(xml.Root(), count); }, id, message);
+    }
+
+    PMMLTranslator translator{"UTF-8"};
+};
+
+struct ScanRow {
+    const char* name;
+    std::string text;
+    Strings items;
+};
+
+class ArrayScan : public ArrayReaders, public testing::WithParamInterface<ScanRow> {};
+
+TEST_P(ArrayScan, GivesTheItems) {
+    EXPECT_EQ(Read(GetParam().text), GetParam().items);
+}
+
+const ScanRow kScanRows[] = {
+    {"QuotedBlankAndPlain", "\"a b\" c", {"a b", "c"}},
+    {"EscapedQuoteInside", "\"a\\\"b\"", {"a\"b"}},
+    {"TwoEscapedQuotes", "\"\\\"a\\\"\" b", {"\"a\"", "b"}},
+    {"OneCharacter", "x", {"x"}},
+    {"SeveralBlanks", "  a   b  ", {"a", "b"}},
+    {"TabIsAnOrdinaryCharacter", "a\tb c", {"a\tb", "c"}},
+    {"NewlineEndsNothing", "a\nb c", {"a\nb", "c"}},
+    {"NewlineAtTheEndLosesTheLastItem", "a b\n", {"a"}},
+    {"NewlineAtTheEndKeepsAQuotedItem", "a \"b\"\n", {"a", "b"}},
+    {"EmptyQuotedItem", "\"\" a", {"", "a"}},
+    {"QuoteDropsWhatStandsRightBeforeIt", "ab\"cd\" e", {"cd", "e"}},
+    {"EscapedQuoteOutsideIsSkipped", "\\\" a", {"a"}},
+    {"EscapedQuoteOutsideEndsNothing", "a\\\"b c", {"a\\\"b", "c"}},
+    {"EscapedQuoteAtTheEndLosesTheLastItem", "a b\\\"", {"a"}},
+    {"BackslashElsewhereIsOrdinary", "a\\b \\", {"a\\b", "\\"}},
+    {"ItemEndsAtTheClosingQuote", "\"a\"b", {"a", "b"}},
+    {"NonAscii", "\xC3\xA4 \"\xE2\x82\xAC \"", {"\xC3\xA4", "\xE2\x82\xAC "}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, ArrayScan, testing::ValuesIn(kScanRows),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(ArrayReaders, NullElementGivesNothing) {
+    EXPECT_EQ(translator.ParseStrArray(nullptr), Strings());
+}
+
+TEST_F(ArrayReaders, StatedCountThatFits) {
+    EXPECT_EQ(Read("a b", "n='2'"), Strings({"a", "b"}));
+}
+
+TEST_F(ArrayReaders, StatedCountOfThreeForTwoItems) {
+    ExpectArrayFailure("<Array n='3'>a b</Array>", 260241,
+                       "The value: '2' of attribute 'n' does not match the array size: '3'.");
+}
+
+TEST_F(ArrayReaders, StatedCountOfZeroIsNotChecked) {
+    EXPECT_EQ(Read("a b", "n='0'"), Strings({"a", "b"}));
+}
+
+TEST_F(ArrayReaders, StatedCountThatIsNoNumber) {
+    ExpectArrayFailure("<Array n='two'>a b</Array>", 260151, "The value: 'two' is invalid of type: 'integer'.");
+}
+
+TEST_F(ArrayReaders, StatedCountIsReadBeforeTheContent) {
+    ExpectArrayFailure("<Array n='two'/>", 260151, "The value: 'two' is invalid of type: 'integer'.");
+}
+
+TEST_F(ArrayReaders, NoContent) {
+    ExpectArrayFailure("<Array/>", 260115, "Missing node of 'Array' element  in 'SimpleSetPredicate'.");
+}
+
+TEST_F(ArrayReaders, BlankContent) {
+    ExpectArrayFailure("<Array> \t\n </Array>", 260284, "Empty 'Value' in 'Array'.");
+}
+
+TEST_F(ArrayReaders, ContentThatIsNoText) {
+    ExpectArrayFailure("<Array><x>1</x></Array>", 260284, "Empty 'Value' in 'Array'.");
+}
+
+TEST_F(ArrayReaders, UnclosedQuoteEndsWithAFailure) {
+    ExpectArrayFailure("<Array>a \"b c</Array>", 260156, "Invalid content: 'a \"b c' of element 'Array'.");
+}
+
+TEST_F(ArrayReaders, UnclosedQuoteBehindAnEscapedOne) {
+    ExpectArrayFailure("<Array>\"b\\\"</Array>", 260156, "Invalid content: '\"b\\\"' of element 'Array'.");
+}
+
+TEST_F(ArrayReaders, RealItemsAreVerified) {
+    EXPECT_EQ(Read("1.5 2", "type='real'"), Strings({"1.5", "2"}));
+    ExpectArrayFailure("<Array type='real'>1.5 x</Array>", 260151, "The value: 'x' is invalid of type: 'double'.");
+}
+
+TEST_F(ArrayReaders, IntegerItemsAreVerified) {
+    EXPECT_EQ(Read("1 2", "type='int'"), Strings({"1", "2"}));
+    ExpectArrayFailure("<Array type='int'>1 1.5</Array>", 260151, "The value: '1.5' is invalid of type: 'integer'.");
+}
+
+TEST_F(ArrayReaders, StringItemsAreNotVerified) {
+    EXPECT_EQ(Read("1.5 x", "type='string'"), Strings({"1.5", "x"}));
+}
+
+TEST_F(ArrayReaders, CategoryThatIsABackslashSwitchesEscapesOff) {
+    DictVar var("v", ScoreDictVar::STRING_VAR);
+    auto* encoder = new ScoreCatStringEncoder(2);
+    var.SetEncoder(encoder);
+    encoder->Encode(std::string("a"));
+    EXPECT_EQ(ReadFor(var, "\"x\\\" y\" z"), Strings({"x\" y", "z"}));
+    encoder->Encode(std::string("\\"));
+    EXPECT_EQ(ReadFor(var, "\"x\\\" y z"), Strings({"x\\", "y", "z"}));
+}
+
+TEST_F(ArrayReaders, ArrayChildOfANode) {
+    const ParsedXml xml = ParseXml("<SimpleSetPredicate><x/><Array>a</Array><Array>b</Array></SimpleSetPredicate>");
+    auto* array = static_cast<xercesc::DOMElement*>(translator.GetArrayNode(xml.Root()));
+    EXPECT_EQ(translator.ParseStrArray(array), Strings({"a"}));
+}
+
+TEST_F(ArrayReaders, NodeWithoutArray) {
+    const ParsedXml xml = ParseXml("<SimpleSetPredicate><x><Array>a</Array></x></SimpleSetPredicate>");
+    ExpectFailure([&] { translator.GetArrayNode(xml.Root()); }, 260115,
+                  "Missing node of 'Array' element  in 'SimpleSetPredicate'.");
+}
+
+TEST_F(ArrayReaders, FiveNumbersWithoutStatedSizeWhateverTheCount) {
+    EXPECT_EQ(Doubles("<Array>1 2.5\t-3\n4e1 5</Array>", 2), std::vector<double>({1.0, 2.5, -3.0, 40.0, 5.0}));
+}
+
+TEST_F(ArrayReaders, BasisRowHasTheGivenSize) {
+    EXPECT_EQ(Doubles("<X-BasisRow>1 2</X-BasisRow>", 2), std::vector<double>({1.0, 2.0}));
+    ExpectDoublesFailure("<x-BasisRow n='2'>1 2</x-BasisRow>", 3, 260241,
+                         "The value: '3' of attribute 'n' does not match the array size: '2'.");
+}
+
+TEST_F(ArrayReaders, StatedSizeOfNumbersStandsFirstInTheMessage) {
+    ExpectDoublesFailure("<Array n='3'>1 2</Array>", 2, 260241,
+                         "The value: '3' of attribute 'n' does not match the array size: '2'.");
+}
+
+TEST_F(ArrayReaders, NumbersOfNoElement) {
+    ExpectFailure([&] { translator.VerifyDoubleArray(nullptr, 1); }, 260114,
+                  "Missing node: 'Array, x-BasisRow,X-BasisRow'.");
+    ExpectFailure([&] { translator.VerifyIntArray(nullptr, 1); }, 260114,
+                  "Missing node: 'Array, x-BasisRow,X-BasisRow'.");
+}
+
+TEST_F(ArrayReaders, NumbersOfAnotherElement) {
+    ExpectDoublesFailure("<Matrix>1</Matrix>", 1, 260172, "The value: 'Matrix' is invalid, expect: 'Array'.");
+}
+
+TEST_F(ArrayReaders, NumbersWithoutContent) {
+    ExpectDoublesFailure("<Array/>", 1, 260283, "No child element in Node 'Array'.");
+}
+
+TEST_F(ArrayReaders, NumbersOfBlankContent) {
+    ExpectDoublesFailure("<Array>  </Array>", 1, 260284, "Empty 'Value' in 'Array'.");
+}
+
+TEST_F(ArrayReaders, BadNumber) {
+    ExpectDoublesFailure("<Array>1 x</Array>", 1, 260151, "The value: 'x' is invalid of type: 'double'.");
+}
+
+TEST_F(ArrayReaders, Integers) {
+    const ParsedXml xml = ParseXml("<Array n='3'>1 -2 +3</Array>");
+    EXPECT_EQ(translator.VerifyIntArray(xml.Root(), 0), std::vector<int>({1, -2, 3}));
+}
+
+TEST_F(ArrayReaders, BadInteger) {
+    const ParsedXml xml = ParseXml("<Array>1 2.5</Array>");
+    ExpectFailure([&] { translator.VerifyIntArray(xml.Root(), 0); }, 260151,
+                  "The value: '2.5' is invalid of type: 'integer'.");
+}
+
+} // namespace
