@@ -4,9 +4,16 @@
 #include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreValueLabelSet.h>
 
+#include <memory>
+
+namespace veltrane::data {
+class ValueIndex;
+}
+
 namespace MCVeltrane_900 {
 
-/// The library's set of labelled values; it owns them.
+/// The library's set of labelled values; it owns them. A set of many values finds them through an index, so a value
+/// must not be changed behind the back of its label once the label is in a set.
 class VELTRANE_API ValueLabelSet : public ScoreValueLabelSet {
 public:
     ValueLabelSet();
@@ -23,8 +30,24 @@ public:
     bool Contains(const ScoreValue* value) const override;
     void Display(std::ostream& out) const override;
 
+    /// Whether an element has the value, by the operator of the given value, where Contains() goes by the stored ones.
+    bool HasValueEqualTo(const ScoreValue& value) const;
+
+    /// Whether an element has the value, by Equal() of the stored values with the given blank rules.
+    bool HasTextEqualTo(const ScoreValue& value, bool noSpaceTrim, bool emptyStringOK) const;
+
 private:
+    friend class ValueLbl;
+
+    template <typename Matches>
+    const ScoreValueLabel* FindFirst(const ScoreValue& value, bool useIndex, Matches matches) const;
+    const ScoreValueLabel* FindByStoredValue(const ScoreValue* value) const;
+    void MakeIndex();
+    void AddToIndex(int position);
+    void DropIndex();
+
     OwnedVector<ScoreValueLabel> fLabels;
+    std::unique_ptr<veltrane::data::ValueIndex> fIndex;
 };
 
 } // namespace MCVeltrane_900

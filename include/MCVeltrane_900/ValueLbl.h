@@ -8,6 +8,8 @@
 
 namespace MCVeltrane_900 {
 
+class ValueLabelSet;
+
 /// The library's labelled value. A comparison in which a value is null is false.
 class VELTRANE_API ValueLbl : public ScoreValueLabel {
 public:
@@ -41,8 +43,21 @@ public:
     void Display(std::ostream& out) const override;
 
 private:
+    friend class ValueLabelSet;
+
+    /// The set whose index holds the value; a copy is in none, and assignment leaves the target where it is.
+    struct IndexedIn {
+        IndexedIn() = default;
+        IndexedIn(const IndexedIn&) {}
+        IndexedIn& operator=(const IndexedIn&) { return *this; }
+        ValueLabelSet* fSet = nullptr;
+    };
+
+    void NoteNewValue();
+
     Owned<ScoreValue> fValue;
     std::string fLabel;
+    IndexedIn fIndexedIn;
 };
 
 } // namespace MCVeltrane_900

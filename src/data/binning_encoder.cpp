@@ -78,7 +78,7 @@ std::string ScoreBinningEncoder::Decode(int) const {
     return std::string();
 }
 double ScoreBinningEncoder::DecodeNum(int) const {
-    return NumericValue::GetSysmisValue();
+    return MCCommon_900::MCMV::Missing();
 }
 ScoreEncoder* ScoreBinningEncoder::Clone() const {
     return new ScoreBinningEncoder(*this);

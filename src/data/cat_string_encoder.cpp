@@ -42,10 +42,13 @@ int ScoreCatStringEncoder::GetNumberOfCategories() const {
 }
 
 int ScoreCatStringEncoder::Encode(const ScoreValue* value) {
-    return Encode(value->GetString());
+    const std::string* text = veltrane::data::StoredText(*value);
+    return text ? Encode(*text) : Encode(value->GetString());
 }
+
 int ScoreCatStringEncoder::EncodeConst(const ScoreValue* value) const {
-    return EncodeConst(value->GetString());
+    const std::string* text = veltrane::data::StoredText(*value);
+    return text ? EncodeConst(*text) : EncodeConst(value->GetString());
 }
 
 int ScoreCatStringEncoder::Encode(const std::string& text) {
@@ -67,7 +70,7 @@ std::string ScoreCatStringEncoder::Decode(int code) const {
 }
 
 double ScoreCatStringEncoder::DecodeNum(int) const {
-    return NumericValue::GetSysmisValue();
+    return MCCommon_900::MCMV::Missing();
 }
 
 ScoreEncoder* ScoreCatStringEncoder::Clone() const {

@@ -27,13 +27,34 @@ bool IsInMissingRange(const ScoreMissingValueSet& missingValues, const ScoreValu
                        [value](const ScoreValueRange* range) { return range->IsInRange(value); });
 }
 
-/// Whether a label has the value, by a comparison of the label's value with it.
+/// The library's own set, which finds values without a walk over its labels; null for any other class.
+const ValueLabelSet* AsOwnSet(const ScoreValueLabelSet& labels) {
+    return typeid(labels) == typeid(ValueLabelSet) ? static_cast<const ValueLabelSet*>(&labels) : nullptr;
+}
+
 template <typename Matches>
 bool HasLabel(const ScoreValueLabelSet& labels, Matches matches) {
     const std::vector<ScoreValueLabel*>& all = labels.GetAllValueLabels();
     return std::any_of(all.begin(), all.end(), [matches](const ScoreValueLabel* label) {
         return label && label->GetValue() && matches(*label->GetValue());
     });
+}
+
+/// Whether a label has the value, by the operator of the value.
+bool HasLabelOfValue(const ScoreValueLabelSet& labels, const ScoreValue& value) {
+    if (const ValueLabelSet* own = AsOwnSet(labels)) {
+        return own->HasValueEqualTo(value);
+    }
+    return HasLabel(labels, [&value](const ScoreValue& labelled) { return value == labelled; });
+}
+
+/// Whether a label has the value, by the label's comparison of texts.
+bool HasLabelOfText(const ScoreValueLabelSet& labels, const ScoreValue& value, bool noSpaceTrim, bool emptyStringOK) {
+    if (const ValueLabelSet* own = AsOwnSet(labels)) {
+        return own->HasTextEqualTo(value, noSpaceTrim, emptyStringOK);
+    }
+    return HasLabel(labels,
+                    [&](const ScoreValue& labelled) { return labelled.Equal(&value, noSpaceTrim, emptyStringOK); });
 }
 
 } // namespace
@@ -65,20 +86,16 @@ bool DictVar::IsMissingValue(const ScoreValue* value) const {
         return true;
     }
     // A label rescues a number that lies in a missing range.
-    return !HasLabel(*fValueLabels, [value](const ScoreValue& labelled) { return *value == labelled; });
+    return !HasLabelOfValue(*fValueLabels, *value);
 }
 
 bool DictVar::IsValidValue(const ScoreValue* value) const {
-    if (IsMissingValue(value)) {
+    if (IsMissingValue(value) || !value) {
         return false;
     }
     if (fValueLabels && (fMLevel == LEVEL_ORDINAL || fMLevel == LEVEL_NOMINAL)) {
-        if (fVarType == STRING_VAR) {
-            return HasLabel(*fValueLabels, [this, value](const ScoreValue& labelled) {
-                return labelled.Equal(value, GetNoSpaceTrim(), GetEmptyStringOK());
-            });
-        }
-        return HasLabel(*fValueLabels, [value](const ScoreValue& labelled) { return *value == labelled; });
+        return fVarType == STRING_VAR ? HasLabelOfText(*fValueLabels, *value, GetNoSpaceTrim(), GetEmptyStringOK())
+                                      : HasLabelOfValue(*fValueLabels, *value);
     }
     if (fVarType == kNUMERIC_VAR && !fValueLabels) {
         return value->GetType() == ScoreValue::NUMERIC_VALUE || value->GetType() == ScoreValue::DATETIME_VALUE;

@@ -1,5 +1,6 @@
 #include "data/valued_elements.h"
 
+#include <MCVeltrane_900/ValueLabelSet.h>
 #include <MCVeltrane_900/ValueLbl.h>
 
 #include <functional>
@@ -11,7 +12,14 @@ using veltrane::data::CompareValues;
 ValueLbl::ValueLbl() = default;
 ValueLbl::ValueLbl(ScoreValue* value, const std::string& label) : fValue(value), fLabel(label) {}
 ValueLbl::ValueLbl(const ValueLbl& other) = default;
-ValueLbl& ValueLbl::operator=(const ValueLbl& other) = default;
+
+ValueLbl& ValueLbl::operator=(const ValueLbl& other) {
+    fValue = other.fValue;
+    fLabel = other.fLabel;
+    NoteNewValue();
+    return *this;
+}
+
 ValueLbl::~ValueLbl() = default;
 
 bool ValueLbl::SetValueLabel(ScoreValue* value, const std::string& label) {
@@ -20,6 +28,7 @@ bool ValueLbl::SetValueLabel(ScoreValue* value, const std::string& label) {
     }
     fValue.Overwrite(value);
     fLabel = label;
+    NoteNewValue();
     return true;
 }
 
@@ -56,6 +65,13 @@ std::string ValueLbl::GetLabel() const {
 }
 const ScoreValue* ValueLbl::GetValue() const {
     return fValue.Get();
+}
+
+// An element of a set can be relabelled in its place; the set then searches without its index.
+void ValueLbl::NoteNewValue() {
+    if (fIndexedIn.fSet) {
+        fIndexedIn.fSet->DropIndex();
+    }
 }
 
 void ValueLbl::Display(std::ostream& out) const {

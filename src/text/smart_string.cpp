@@ -26,8 +26,9 @@ std::unique_ptr<XMLCh[]> Copy(std::basic_string_view<XMLCh> text) {
     return copy;
 }
 
+/// ASCII without a NUL: it needs no converter in any local code page, and none in UTF-8.
 bool IsAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+    return std::all_of(text.begin(), text.end(), [](unsigned char byte) { return byte > 0 && byte < 0x80; });
 }
 
 std::unique_ptr<XMLCh[]> Replicate(const XMLCh* text) {
@@ -48,7 +49,6 @@ std::unique_ptr<XMLCh[]> TranscodeLocal(const char* text) {
     }
 }
 
-/// ASCII has the same codes in every local code page and needs no converter.
 std::unique_ptr<XMLCh[]> Transcode(const char* text) {
     if (text == nullptr) {
         return nullptr;
@@ -183,13 +183,9 @@ unsigned int SmartString::convertToInteger() const {
 }
 
 void SmartString::assignUTF8(const std::string& text) {
-    const std::string source = text;
     clear();
-    if (source.empty()) {
-        return;
-    }
-    if (IsAscii(source) && source.find('\0') == std::string::npos) {
-        assign(source.c_str());
+    if (IsAscii(text)) {
+        append(text.c_str());
         return;
     }
     if (xercesc::XMLPlatformUtils::fgMemoryManager == nullptr) {
@@ -198,21 +194,19 @@ void SmartString::assignUTF8(const std::string& text) {
     xercesc::XMLUTF8Transcoder transcoder(xercesc::XMLUni::fgUTF8EncodingString, kBlock);
     XMLCh chunk[kBlock + 1];
     unsigned char sizes[kBlock];
-    const auto* bytes = reinterpret_cast<const XMLByte*>(source.data());
-    XMLSize_t eaten = 0;
+    const auto* bytes = reinterpret_cast<const XMLByte*>(text.data());
+    std::basic_string<XMLCh> result;
     try {
-        for (XMLSize_t at = 0; at < source.size(); at += eaten) {
-            const XMLSize_t units =
-                transcoder.transcodeFrom(bytes + at, source.size() - at, chunk, kBlock, eaten, sizes);
+        XMLSize_t eaten = 1;
+        for (XMLSize_t at = 0; at < text.size() && eaten > 0; at += eaten) {
+            const XMLSize_t units = transcoder.transcodeFrom(bytes + at, text.size() - at, chunk, kBlock, eaten, sizes);
             chunk[units] = 0;
-            append(chunk);
-            if (eaten == 0) {
-                return;
-            }
+            result.append(chunk);
         }
     } catch (const xercesc::XMLException&) {
         // The chunks before the bad byte stay.
     }
+    append(result.c_str());
 }
 
 std::string SmartString::toUTF8() const {
@@ -230,15 +224,12 @@ std::string SmartString::toUTF8() const {
     }
     xercesc::XMLUTF8Transcoder transcoder(xercesc::XMLUni::fgUTF8EncodingString, kBlock);
     XMLByte chunk[kBlock];
-    XMLSize_t eaten = 0;
     try {
-        for (XMLSize_t at = 0; at < units; at += eaten) {
+        XMLSize_t eaten = 1;
+        for (XMLSize_t at = 0; at < units && eaten > 0; at += eaten) {
             const XMLSize_t bytes = transcoder.transcodeTo(fText + at, units - at, chunk, kBlock, eaten,
                                                            xercesc::XMLTranscoder::UnRep_Throw);
             result.append(reinterpret_cast<const char*>(chunk), bytes);
-            if (eaten == 0) {
-                break;
-            }
         }
     } catch (const xercesc::XMLException&) {
         // The chunks before the bad unit are the result.
@@ -248,7 +239,8 @@ std::string SmartString::toUTF8() const {
 
 void SmartString::truncateString(unsigned int n) {
     const std::size_t units = length();
-    std::fill_n(fText + (units - std::min<std::size_t>(n, units)), std::min<std::size_t>(n, units), XMLCh(0));
+    const std::size_t removed = std::min<std::size_t>(n, units);
+    std::fill_n(fText + (units - removed), removed, XMLCh(0));
 }
 
 bool SmartString::ContainsString(const XMLCh* text) const {
@@ -268,7 +260,7 @@ int SmartString::replaceSubstring(const XMLCh* from, const XMLCh* to) {
     int count = 0;
     for (XMLSize_t at = 0; at <= units; ++at) {
         if (XMLString::startsWith(fText + at, from)) {
-            result.append(to != nullptr ? to : fText + units);
+            result.append(to, step);
             ++count;
             at += step;
         } else if (at < units) {

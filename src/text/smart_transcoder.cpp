@@ -6,8 +6,10 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <memory>
+#include <numeric>
 
 namespace MCVeltrane_900 {
 
@@ -18,6 +20,10 @@ using xercesc::XMLTranscoder;
 constexpr XMLSize_t kBlock = 4096;
 constexpr XMLSize_t kChunk = 1000;
 constexpr XMLCh kAsciiEnd = 0x80;
+
+constexpr bool IsHighSurrogate(XMLCh unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
 
 XMLTranscoder* MakeTranscoder(const std::string& encoding) {
     if (xercesc::XMLPlatformUtils::fgTransService == nullptr) {
@@ -32,28 +38,57 @@ XMLTranscoder* MakeTranscoder(const std::string& encoding) {
     }
 }
 
-/// Puts every ASCII character through the transcoder. Encodings that keep state or lay out units otherwise fail here.
-bool KeepsAscii(XMLTranscoder& transcoder) {
-    XMLCh units[kAsciiEnd];
-    XMLByte bytes[4 * kAsciiEnd];
-    for (XMLCh unit = 1; unit < kAsciiEnd; ++unit) {
-        units[unit - 1] = unit;
+/// Puts every ASCII character through a transcoder of its own. Encodings that keep state, or that lay units out in
+/// another way, fail here.
+bool KeepsAscii(const std::string& encoding) {
+    const std::unique_ptr<XMLTranscoder> transcoder(MakeTranscoder(encoding));
+    if (transcoder == nullptr) {
+        return false;
     }
-    const XMLSize_t count = kAsciiEnd - 1;
+    constexpr XMLSize_t kCount = kAsciiEnd - 1;
+    std::array<XMLCh, kCount> units;
+    std::iota(units.begin(), units.end(), XMLCh(1));
+    std::array<XMLByte, 4 * kCount> bytes;
     XMLSize_t eaten = 0;
     try {
-        const XMLSize_t made =
-            transcoder.transcodeTo(units, count, bytes, sizeof(bytes), eaten, XMLTranscoder::UnRep_Throw);
-        return made == count && eaten == count && std::equal(units, units + count, bytes);
+        const XMLSize_t made = transcoder->transcodeTo(units.data(), kCount, bytes.data(), bytes.size(), eaten,
+                                                       XMLTranscoder::UnRep_Throw);
+        return made == kCount && eaten == kCount && std::equal(units.begin(), units.end(), bytes.begin());
     } catch (const xercesc::XMLException&) {
         return false;
+    }
+}
+
+// Text that breaks off within a character leaves some of the parser's transcoders waiting for the rest of it, which
+// would spoil the next text. One more character settles them; what it gives is dropped.
+
+void SettleTo(XMLTranscoder& transcoder) {
+    constexpr XMLCh kBlank = ' ';
+    std::array<XMLByte, 16> dropped;
+    XMLSize_t eaten = 0;
+    try {
+        transcoder.transcodeTo(&kBlank, 1, dropped.data(), dropped.size(), eaten, XMLTranscoder::UnRep_Throw);
+    } catch (const xercesc::XMLException&) {
+        // The failure is about the text before.
+    }
+}
+
+void SettleFrom(XMLTranscoder& transcoder) {
+    constexpr XMLByte kNul = 0;
+    std::array<XMLCh, 16> dropped;
+    std::array<unsigned char, 16> sizes;
+    XMLSize_t eaten = 0;
+    try {
+        transcoder.transcodeFrom(&kNul, 1, dropped.data(), dropped.size(), eaten, sizes.data());
+    } catch (const xercesc::XMLException&) {
+        // The failure is about the text before.
     }
 }
 
 } // namespace
 
 SmartTranscoder::SmartTranscoder(const std::string& encoding)
-    : fTranscoder(MakeTranscoder(encoding)), fKeepsAscii(fTranscoder != nullptr && KeepsAscii(*fTranscoder)) {}
+    : fTranscoder(MakeTranscoder(encoding)), fKeepsAscii(KeepsAscii(encoding)) {}
 
 SmartTranscoder::SmartTranscoder(const SmartTranscoder& other) = default;
 
@@ -80,16 +115,19 @@ XMLCh* SmartTranscoder::ChangeChar2XML(const char* text) const {
     } catch (const xercesc::XMLException&) {
         units = 0;
     }
+    if (fKeepsAscii) {
+        SettleFrom(*fTranscoder);
+    }
     target[units] = 0;
     return target.release();
 }
 
 std::string SmartTranscoder::transcodeTo(const XMLCh* text) const {
     std::string result;
-    if (text == nullptr || fTranscoder == nullptr) {
+    const XMLSize_t length = xercesc::XMLString::stringLen(text);
+    if (length == 0 || fTranscoder == nullptr) {
         return result;
     }
-    const XMLSize_t length = xercesc::XMLString::stringLen(text);
     if (fKeepsAscii && std::all_of(text, text + length, [](XMLCh unit) { return unit < kAsciiEnd; })) {
         result.assign(text, text + length);
         return result;
@@ -108,6 +146,9 @@ std::string SmartTranscoder::transcodeTo(const XMLCh* text) const {
         }
     } catch (const xercesc::XMLException&) {
         // The chunks before are the result.
+    }
+    if (IsHighSurrogate(text[length - 1])) {
+        SettleTo(*fTranscoder);
     }
     return result;
 }

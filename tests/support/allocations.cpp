@@ -15,17 +15,40 @@ std::size_t AllocationsSoFar() {
 
 } // namespace veltrane::tests
 
-// The replacements of the whole program. The array and the non-throwing forms come to these.
-void* operator new(std::size_t size) {
+// The replacements of the whole program. All forms are here, since the sanitizers bring forms of their own, which do
+// not come to the replaced ones.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     ++gAllocations;
-    if (void* memory = std::malloc(size != 0 ? size : 1))
+    return std::malloc(size != 0 ? size : 1);
+}
+void* operator new(std::size_t size) {
+    if (void* memory = operator new(size, std::nothrow)) {
         return memory;
+    }
     throw std::bad_alloc();
+}
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return operator new(size, std::nothrow);
 }
 
 void operator delete(void* memory) noexcept {
     std::free(memory);
 }
 void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory, const std::nothrow_t&) noexcept {
     std::free(memory);
 }

@@ -1,0 +1,31 @@
+#include "data/value_index.h"
+
+#include <MCVeltrane_900/NumericValue.h>
+#include <MCVeltrane_900/StringValue.h>
+
+#include <typeinfo>
+
+namespace veltrane::data {
+
+using MCVeltrane_900::NumericValue;
+using MCVeltrane_900::StringValue;
+
+void ValueIndex::Add(int position, const MCVeltrane_900::ScoreValue* value) {
+    if (!value) {
+        return;
+    }
+    const std::type_info& type = typeid(*value);
+    if (type == typeid(NumericValue)) {
+        fHoldsNumbers = true;
+        const double number = value->GetDouble();
+        if (!std::isnan(number)) { // equal to nothing, and no key
+            fNumbers.emplace(number, position);
+        }
+    } else if (type == typeid(StringValue)) {
+        fTexts.emplace(Key(ValueText(*value).View()), position);
+    } else {
+        AddOther(position);
+    }
+}
+
+} // namespace veltrane::data

@@ -1,0 +1,76 @@
+#ifndef VELTRANE_DATA_VALUE_INDEX_H
+#define VELTRANE_DATA_VALUE_INDEX_H
+
+#include "data/value_text.h"
+
+#include <MCVeltrane_900/ScoreValue.h>
+
+#include <cmath>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace veltrane::data {
+
+/// Narrows the search for a value in a long list down to the places that can match.
+///
+/// The operators of values are no ordering, so nothing is decided here: a search visits a superset of the places whose
+/// value is equal, and the caller asks the operator itself. Plain numbers are found by a window that is wider than the
+/// tolerance of numeric equality, plain texts without their trailing blanks; a value of any other class is visited in
+/// every search.
+class ValueIndex {
+public:
+    /// @param value null is never visited
+    void Add(int position, const MCVeltrane_900::ScoreValue* value);
+
+    /// Adds a place that is visited in every search.
+    void AddOther(int position) { fOthers.push_back(position); }
+
+    /// Whether a number is among the values. Its Equal() is true for everything, so no search by text finds it.
+    bool HoldsNumbers() const { return fHoldsNumbers; }
+
+    /// Calls visit(position), in no order, for each place whose value can be equal to the asked one: by its own
+    /// operator, by that of an asked value of the library's own classes, or by Equal() unless HoldsNumbers().
+    template <typename Visit>
+    void Search(const MCVeltrane_900::ScoreValue& asked, Visit visit) const {
+        if (asked.GetType() == MCVeltrane_900::ScoreValue::NUMERIC_VALUE) {
+            SearchNumber(asked.GetDouble(), visit);
+        } else if (asked.GetType() == MCVeltrane_900::ScoreValue::STRING_VALUE) {
+            const auto [begin, end] = fTexts.equal_range(Key(ValueText(asked).View()));
+            for (auto entry = begin; entry != end; ++entry) {
+                visit(entry->second);
+            }
+        }
+        for (const int position : fOthers) {
+            visit(position);
+        }
+    }
+
+private:
+    template <typename Visit>
+    void SearchNumber(double number, Visit visit) const {
+        const double window = std::abs(number) * kWindow;
+        const double last = number + window;
+        for (auto entry = fNumbers.lower_bound(number - window); entry != fNumbers.end() && entry->first <= last;
+             ++entry) {
+            visit(entry->second);
+        }
+    }
+
+    /// The form in which equal texts are the same.
+    static std::string_view Key(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
+
+    /// Wider than the relative tolerance of numeric equality, 2.22045e-14.
+    static constexpr double kWindow = 2.5e-14;
+
+    std::multimap<double, int> fNumbers;
+    std::multimap<std::string, int, std::less<>> fTexts;
+    std::vector<int> fOthers;
+    bool fHoldsNumbers = false;
+};
+
+} // namespace veltrane::data
+
+#endif
