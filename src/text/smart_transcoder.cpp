@@ -3,7 +3,6 @@
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/TransService.hpp>
 #include <xercesc/util/XMLException.hpp>
-#include <xercesc/util/XMLString.hpp>
 
 #include <algorithm>
 #include <array>
@@ -123,15 +122,19 @@ XMLCh* SmartTranscoder::ChangeChar2XML(const char* text) const {
 }
 
 std::string SmartTranscoder::transcodeTo(const XMLCh* text) const {
+    if (text == nullptr || *text == 0 || fTranscoder == nullptr) {
+        return {};
+    }
+    // Most texts are short and ASCII: one pass finds the length and tells whether they are.
+    XMLSize_t length = 0;
+    XMLCh seen = 0;
+    for (; text[length] != 0; ++length) {
+        seen |= text[length];
+    }
+    if (fKeepsAscii && seen < kAsciiEnd) {
+        return std::string(text, text + length);
+    }
     std::string result;
-    const XMLSize_t length = xercesc::XMLString::stringLen(text);
-    if (length == 0 || fTranscoder == nullptr) {
-        return result;
-    }
-    if (fKeepsAscii && std::all_of(text, text + length, [](XMLCh unit) { return unit < kAsciiEnd; })) {
-        result.assign(text, text + length);
-        return result;
-    }
     XMLByte chunk[kChunk];
     XMLSize_t at = 0;
     try {
