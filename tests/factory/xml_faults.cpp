@@ -1,0 +1,100 @@
+#include "factory/xml_faults.h"
+
+#include <xercesc/dom/impl/DOMDeepNodeListImpl.hpp>
+#include <xercesc/dom/impl/DOMElementImpl.hpp>
+#include <xercesc/parsers/AbstractDOMParser.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/RuntimeException.hpp>
+
+#include <atomic>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <string>
+
+#define VELTRANE_IN_FRONT __attribute__((visibility("default")))
+
+namespace veltrane::tests {
+
+namespace {
+
+std::atomic<XmlFault> gFault{XmlFault::kNone};
+std::atomic<int> gStarted{0};
+
+/// The parser's own operation. `name` is its mangled name behind that of the parser's namespace.
+template <typename Function>
+Function Real(const std::string& prefix, const std::string& name) {
+    const std::string space =
+        "xercesc_" + std::to_string(XERCES_VERSION_MAJOR) + "_" + std::to_string(XERCES_VERSION_MINOR);
+    void* address = dlsym(RTLD_NEXT, (prefix + std::to_string(space.size()) + space + name).c_str());
+    if (address == nullptr) {
+        std::abort();
+    }
+    return reinterpret_cast<Function>(address);
+}
+
+} // namespace
+
+SetXmlFault::SetXmlFault(XmlFault fault) {
+    gFault = fault;
+}
+SetXmlFault::~SetXmlFault() {
+    gFault = XmlFault::kNone;
+}
+
+int PlatformsStarted() {
+    return gStarted;
+}
+
+} // namespace veltrane::tests
+
+using veltrane::tests::gFault;
+using veltrane::tests::gStarted;
+using veltrane::tests::Real;
+using veltrane::tests::XmlFault;
+
+XERCES_CPP_NAMESPACE_BEGIN
+
+VELTRANE_IN_FRONT void XMLPlatformUtils::Initialize(const char* const locale, const char* const nlsHome,
+                                                    PanicHandler* const panicHandler,
+                                                    MemoryManager* const memoryManager) {
+    using Function = void (*)(const char*, const char*, PanicHandler*, MemoryManager*);
+    static const auto real =
+        Real<Function>("_ZN", "16XMLPlatformUtils10InitializeEPKcS2_PNS_12PanicHandlerEPNS_13MemoryManagerE");
+    real(locale, nlsHome, panicHandler, memoryManager);
+    ++gStarted;
+    if (gFault == XmlFault::kPlatformFails) {
+        throw RuntimeException(__FILE__, __LINE__, XMLExcepts::Gen_CouldNotOpenDTD);
+    }
+}
+
+VELTRANE_IN_FRONT void XMLPlatformUtils::Terminate() {
+    static const auto real = Real<void (*)()>("_ZN", "16XMLPlatformUtils9TerminateEv");
+    --gStarted;
+    real();
+}
+
+VELTRANE_IN_FRONT void AbstractDOMParser::parse(const InputSource& source) {
+    using Function = void (*)(AbstractDOMParser*, const InputSource&);
+    static const auto real = Real<Function>("_ZN", "17AbstractDOMParser5parseERKNS_11InputSourceE");
+    if (gFault == XmlFault::kParseFails) {
+        throw RuntimeException(__FILE__, __LINE__, XMLExcepts::Gen_CouldNotOpenDTD);
+    }
+    real(this, source);
+}
+
+VELTRANE_IN_FRONT const XMLCh* DOMElementImpl::getTagName() const {
+    using Function = const XMLCh* (*)(const DOMElementImpl*);
+    static const auto real = Real<Function>("_ZNK", "14DOMElementImpl10getTagNameEv");
+    if (gFault == XmlFault::kTagIsEmpty) {
+        return XMLUni::fgZeroLenString;
+    }
+    return gFault == XmlFault::kTagIsNull ? nullptr : real(this);
+}
+
+VELTRANE_IN_FRONT DOMNode* DOMDeepNodeListImpl::item(XMLSize_t index) const {
+    using Function = DOMNode* (*)(const DOMDeepNodeListImpl*, XMLSize_t);
+    static const auto real = Real<Function>("_ZNK", "19DOMDeepNodeListImpl4itemEm");
+    return gFault == XmlFault::kListHasNoElement ? nullptr : real(this, index);
+}
+
+XERCES_CPP_NAMESPACE_END

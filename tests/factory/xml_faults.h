@@ -1,0 +1,31 @@
+#ifndef VELTRANE_TESTS_FACTORY_XML_FAULTS_H
+#define VELTRANE_TESTS_FACTORY_XML_FAULTS_H
+
+/// Faults of the XML parser that no document brings about. The test program has operations of the parser under their
+/// own names in front of the parser's library, and each goes on to the real one unless its fault is set.
+namespace veltrane::tests {
+
+enum class XmlFault {
+    kNone,
+    kPlatformFails,    ///< the start of the XML platform throws an XMLException, having begun
+    kParseFails,       ///< a parse throws an XMLException
+    kTagIsEmpty,       ///< an element has an empty tag name
+    kTagIsNull,        ///< an element has no tag name
+    kListHasNoElement, ///< a list of elements gives none, whatever its length
+};
+
+/// Sets a fault for its lifetime.
+class SetXmlFault {
+public:
+    explicit SetXmlFault(XmlFault fault);
+    ~SetXmlFault();
+    SetXmlFault(const SetXmlFault&) = delete;
+    SetXmlFault& operator=(const SetXmlFault&) = delete;
+};
+
+/// How often the XML platform was started, and ended, less the other.
+int PlatformsStarted();
+
+} // namespace veltrane::tests
+
+#endif
