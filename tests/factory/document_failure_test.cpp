@@ -68,7 +68,7 @@ TEST_P(BadDocument, NotWellFormed) {
 TEST_P(BadDocument, ParserThrows) {
     const SetXmlFault fault(XmlFault::kParseFails);
     ExpectFailureWithDetail([] { Call("<PMML><TreeModel/></PMML>"); }, 260109,
-                            "Error in parsing the PMML file. Detailed message:", "Could not open DTD file ''");
+                            "Error in parsing the PMML file. Detailed message:", kXmlFaultMessage);
 }
 
 /// A stream whose buffer throws what it is told to, once it has given `good` bytes after the last rewinding. The
@@ -121,7 +121,7 @@ TEST_P(BadDocument, StreamThrowsADomException) {
                                             xercesc::XMLPlatformUtils::fgMemoryManager);
             });
         },
-        260109, "Error in parsing the PMML file. Detailed message:", "An invalid or illegal string is specified");
+        260109, "Error in parsing the PMML file. Detailed message:", "invalid or illegal string");
 }
 
 TEST_P(BadDocument, StreamThrowsSomethingElse) {

@@ -2,6 +2,8 @@
 
 #include <MCVeltrane_900/VTDynamicLoadedLibrary.h>
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -62,6 +64,13 @@ std::string Repeat(const std::string& text, std::size_t count) {
         result += text;
     }
     return result;
+}
+
+int RunAgain(const std::string& settings) {
+    const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
+    const std::string command = settings + " '" + std::filesystem::read_symlink("/proc/self/exe").string() +
+                                "' --gtest_filter=" + test.test_suite_name() + "." + test.name() + " > /dev/null 2>&1";
+    return std::system(command.c_str());
 }
 
 TemporaryFolder::TemporaryFolder() : fBefore(std::filesystem::current_path()) {

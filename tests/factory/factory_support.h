@@ -39,6 +39,11 @@ std::string PointerText(const void* pointer);
 
 std::string Repeat(const std::string& text, std::size_t count);
 
+/// Runs the test that is running once more, in a process of its own.
+/// @param settings of its environment, as a shell takes them
+/// @return 0 when it passed there
+int RunAgain(const std::string& settings);
+
 /// An empty folder that is the working directory while it lives.
 class TemporaryFolder {
 public:

@@ -43,11 +43,7 @@ int RunWithoutPlugins() {
     }
     const std::filesystem::path library = info.dli_fname;
     std::filesystem::create_symlink(library, folder.Path() / library.filename());
-    const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
-    const std::string command = std::string(kAlone) + "=1 LD_LIBRARY_PATH='" + folder.Path().string() + "' '" +
-                                std::filesystem::read_symlink("/proc/self/exe").string() +
-                                "' --gtest_filter=" + test.test_suite_name() + "." + test.name() + " > output.txt 2>&1";
-    return std::system(command.c_str());
+    return RunAgain(std::string(kAlone) + "=1 LD_LIBRARY_PATH='" + folder.Path().string() + "'");
 }
 
 class WithoutPlugins : public testing::Test {

@@ -34,6 +34,8 @@ Function Real(const std::string& prefix, const std::string& name) {
 
 } // namespace
 
+const char* const kXmlFaultMessage = "NULL pointer";
+
 SetXmlFault::SetXmlFault(XmlFault fault) {
     gFault = fault;
 }
@@ -63,7 +65,7 @@ VELTRANE_IN_FRONT void XMLPlatformUtils::Initialize(const char* const locale, co
     real(locale, nlsHome, panicHandler, memoryManager);
     ++gStarted;
     if (gFault == XmlFault::kPlatformFails) {
-        throw RuntimeException(__FILE__, __LINE__, XMLExcepts::Gen_CouldNotOpenDTD);
+        throw RuntimeException(__FILE__, __LINE__, XMLExcepts::CPtr_PointerIsZero);
     }
 }
 
@@ -77,7 +79,7 @@ VELTRANE_IN_FRONT void AbstractDOMParser::parse(const InputSource& source) {
     using Function = void (*)(AbstractDOMParser*, const InputSource&);
     static const auto real = Real<Function>("_ZN", "17AbstractDOMParser5parseERKNS_11InputSourceE");
     if (gFault == XmlFault::kParseFails) {
-        throw RuntimeException(__FILE__, __LINE__, XMLExcepts::Gen_CouldNotOpenDTD);
+        throw RuntimeException(__FILE__, __LINE__, XMLExcepts::CPtr_PointerIsZero);
     }
     real(this, source);
 }
@@ -94,7 +96,8 @@ VELTRANE_IN_FRONT const XMLCh* DOMElementImpl::getTagName() const {
 VELTRANE_IN_FRONT DOMNode* DOMDeepNodeListImpl::item(XMLSize_t index) const {
     using Function = DOMNode* (*)(const DOMDeepNodeListImpl*, XMLSize_t);
     static const auto real = Real<Function>("_ZNK", "19DOMDeepNodeListImpl4itemEm");
-    return gFault == XmlFault::kListHasNoElement ? nullptr : real(this, index);
+    // The length of a list is found by asking for its last element.
+    return gFault == XmlFault::kListHasNoElement && index == 0 ? nullptr : real(this, index);
 }
 
 XERCES_CPP_NAMESPACE_END

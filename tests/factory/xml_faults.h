@@ -11,8 +11,11 @@ enum class XmlFault {
     kParseFails,       ///< a parse throws an XMLException
     kTagIsEmpty,       ///< an element has an empty tag name
     kTagIsNull,        ///< an element has no tag name
-    kListHasNoElement, ///< a list of elements gives none, whatever its length
+    kListHasNoElement, ///< a list of elements has no first one, whatever its length
 };
+
+/// The message of the exceptions that the faults throw.
+extern const char* const kXmlFaultMessage;
 
 /// Sets a fault for its lifetime.
 class SetXmlFault {

@@ -19,7 +19,7 @@ namespace {
 
 const Names kNames = {"TreeModel"};
 const std::string kText = "Error in initializing XPARS. Detailed Message:";
-const std::string kDetail = "Could not open DTD file ''";
+const std::string kDetail = kXmlFaultMessage;
 
 /// Whether another thread gets a model, which it only does while this thread doesn't hold the factory's lock.
 bool AnotherThreadGetsThrough() {
