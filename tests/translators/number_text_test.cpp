@@ -169,10 +169,11 @@ struct CommaAndGroups : std::numpunct<char> {
 };
 
 TEST(VerifyNumbers, DoNotDependOnTheLocaleOfStreams) {
-    std::locale::global(std::locale(std::locale::classic(), new CommaAndGroups));
+    const std::locale before = std::locale::global(std::locale(std::locale::classic(), new CommaAndGroups));
     EXPECT_EQ(BaseTranslator::VerifyDouble(std::string("1.5")), 1.5);
     EXPECT_EQ(BaseTranslator::VerifyDouble(std::string("1.500")), 1.5);
     EXPECT_EQ(BaseTranslator::VerifyDouble(std::string("1.5e400")), NumericValue::GetInfinity());
+    std::locale::global(before);
 }
 
 TEST(VerifyNumbers, DoNotDependOnTheLocaleOfTheProcess) {
@@ -181,6 +182,7 @@ TEST(VerifyNumbers, DoNotDependOnTheLocaleOfTheProcess) {
     EXPECT_EQ(BaseTranslator::VerifyDouble(std::string("1.5")), 1.5);
     EXPECT_EQ(BaseTranslator::VerifyDouble(std::string("1.5e400")), NumericValue::GetInfinity());
     ExpectFailure([] { BaseTranslator::VerifyDouble(std::string("1,5")); }, 260151, Invalid("1,5", "double"));
+    std::setlocale(LC_ALL, "C");
 }
 
 } // namespace
