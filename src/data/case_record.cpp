@@ -106,10 +106,11 @@ bool CaseRecord::SetMissingValue(const std::string& name) {
 }
 
 void CaseRecord::Remove(const std::string& name) {
-    const int index = GetIndex(name);
-    if (HasIndex(index)) {
-        delete fValues.Items()[index];
-        fValues.Items()[index] = nullptr;
+    const auto found = fNameIndexMap.find(name);
+    if (found != fNameIndexMap.end()) {
+        ScoreValue*& slot = fValues.Items()[found->second];
+        delete slot;
+        slot = nullptr;
     }
 }
 

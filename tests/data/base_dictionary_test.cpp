@@ -185,7 +185,8 @@ TEST(BaseDictionary, CopyConstructorClonesVariablesAndCopiesNames) {
         EXPECT_NE(other->GetVar("a"), source.GetVar("a"));
         EXPECT_EQ(other->GetVar("a")->GetName(), "a");
     }
-    EXPECT_EQ(typeid(*clone), typeid(BaseDictionary));
+    const ScoreDictionary& cloned = *clone;
+    EXPECT_EQ(typeid(cloned), typeid(BaseDictionary));
 }
 
 TEST(KeptBaseDictionary, AssignmentKeepsItsOwnListOfNames) {

@@ -202,7 +202,8 @@ TEST(DictVarCopy, CloneIsADictVar) {
     SetPlain(source);
     SetOwned(source, deleted);
     std::unique_ptr<ScoreDictVar> clone(source.Clone());
-    EXPECT_EQ(typeid(*clone), typeid(DictVar));
+    const ScoreDictVar& cloned = *clone;
+    EXPECT_EQ(typeid(cloned), typeid(DictVar));
     ExpectPlain(*clone);
     ExpectOwnedClones(*clone, source);
 }

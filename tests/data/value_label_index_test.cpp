@@ -149,6 +149,17 @@ TEST(ValueLabelIndex, GivesWhatAWalkGivesOnPlainTexts) {
     EXPECT_TRUE(set.HasTextEqualTo(three, false, true));
 }
 
+TEST(ValueLabelIndex, NumberAmongTextsIsEqualToEveryText) {
+    ValueLabelSet set;
+    for (int i = 0; i < 40; ++i) {
+        ASSERT_TRUE(set.Add(new ValueLbl(new StringValue("text " + std::to_string(i)), "label")));
+    }
+    const StringValue other("other");
+    EXPECT_FALSE(set.HasTextEqualTo(other, false, false));
+    ASSERT_TRUE(set.Add(new ValueLbl(new NumericValue(1.0), "one")));
+    EXPECT_TRUE(set.HasTextEqualTo(other, false, false));
+}
+
 TEST(ValueLabelIndex, FollowsRemovalsAndCopies) {
     std::mt19937 random(9);
     ValueLabelSet set;

@@ -1,3 +1,5 @@
+#include "support/vtable_slot.h"
+
 #include <MCVeltrane_900/ScoreCaseRecord.h>
 #include <MCVeltrane_900/ScoreDictVar.h>
 #include <MCVeltrane_900/ScoreDictionary.h>
@@ -15,29 +17,16 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstring>
-#include <numeric>
 
-// Plug-ins call these interfaces by their places in the virtual table. A pointer to a virtual member function holds its
-// byte offset there plus one; the two destructors stand first.
+// Plug-ins call these interfaces by their places in the virtual table; the two destructors stand first.
 namespace MCVeltrane_900 {
 namespace {
 
-template <typename Member>
-int SlotOf(Member member) {
-    std::ptrdiff_t words[2];
-    static_assert(sizeof(member) == sizeof(words));
-    std::memcpy(words, &member, sizeof(words));
-    return static_cast<int>((words[0] - 1) / static_cast<std::ptrdiff_t>(sizeof(void*))) - 2;
-}
-
-/// Whether the operations stand in this order, one behind the other.
+/// Whether the operations stand in this order behind the destructors.
 template <typename... Members>
 bool AreInOrder(Members... members) {
-    const int slots[] = {SlotOf(members)...};
-    int expected[sizeof...(members)];
-    std::iota(std::begin(expected), std::end(expected), 0);
-    return std::equal(std::begin(slots), std::end(slots), std::begin(expected));
+    std::size_t next = 2;
+    return ((veltrane::tests::VtableSlot(members) == next++) && ...);
 }
 
 using std::string;
