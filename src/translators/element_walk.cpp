@@ -46,11 +46,11 @@ ChildElements::Iterator& ChildElements::Iterator::operator++() {
     return *this;
 }
 
-DescendantsByTag::DescendantsByTag(const DOMElement* root, const char* tag) : fRoot(root), fCurrent(root), fTag(tag) {}
+DescendantsByTag::DescendantsByTag(const DOMElement* root, const char* tag) : fCurrent(root), fTag(tag) {}
 
 DOMElement* DescendantsByTag::Next() {
     while (fCurrent != nullptr) {
-        fCurrent = Step();
+        Step();
         if (fCurrent != nullptr && fCurrent->getNodeType() == DOMNode::ELEMENT_NODE) {
             const auto* element = static_cast<const DOMElement*>(fCurrent);
             if (HasTag(element, fTag)) {
@@ -61,18 +61,23 @@ DOMElement* DescendantsByTag::Next() {
     return nullptr;
 }
 
-// The node behind the current one: its first child, else the next sibling of it or of the nearest ancestor that has
-// one. The root bounds the climb.
-const DOMNode* DescendantsByTag::Step() const {
+// To the node behind the current one: its first child, else the next sibling of it or of the nearest ancestor that has
+// one. The root has no ancestors here, so its siblings are never reached.
+void DescendantsByTag::Step() {
     if (const DOMNode* child = fCurrent->getFirstChild()) {
-        return child;
+        fAncestors.push_back(fCurrent);
+        fCurrent = child;
+        return;
     }
-    for (const DOMNode* node = fCurrent; node != fRoot; node = node->getParentNode()) {
-        if (const DOMNode* sibling = node->getNextSibling()) {
-            return sibling;
+    while (!fAncestors.empty()) {
+        if (const DOMNode* sibling = fCurrent->getNextSibling()) {
+            fCurrent = sibling;
+            return;
         }
+        fCurrent = fAncestors.back();
+        fAncestors.pop_back();
     }
-    return nullptr;
+    fCurrent = nullptr;
 }
 
 bool HasDescendants(const DOMElement* root, const char* tag, int count) {

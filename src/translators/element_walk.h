@@ -3,6 +3,8 @@
 
 #include <xercesc/util/XercesDefs.hpp>
 
+#include <vector>
+
 XERCES_CPP_NAMESPACE_BEGIN
 class DOMElement;
 class DOMNode;
@@ -54,9 +56,10 @@ public:
     xercesc::DOMElement* Next();
 
 private:
-    const xercesc::DOMNode* Step() const;
+    void Step();
 
-    const xercesc::DOMNode* fRoot;
+    /// The elements that the walk is inside of; a parent is slow to ask a node for.
+    std::vector<const xercesc::DOMNode*> fAncestors;
     const xercesc::DOMNode* fCurrent;
     const char* fTag;
 };
