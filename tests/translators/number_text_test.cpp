@@ -1,3 +1,4 @@
+#include "support/dom.h"
 #include "support/failure.h"
 
 #include <MCVeltrane_900/BaseTranslator.h>
@@ -157,6 +158,7 @@ TEST(VerifyNumbers, ReadDocumentTextAsStrings) {
 }
 
 TEST(VerifyNumbers, ReadLongDocumentText) {
+    veltrane::tests::StartXml();
     const std::u16string zeros(200, u'0');
     EXPECT_EQ(BaseTranslator::VerifyDouble((u"0." + zeros + u"1e201").c_str()), 1.0);
     EXPECT_EQ(BaseTranslator::VerifyInt((zeros + u"7").c_str()), 7);
