@@ -3,17 +3,13 @@
 #include <xercesc/util/BinInputStream.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
+#include <cstddef>
 #include <memory>
+#include <new>
 
 namespace veltrane::factory {
 
 namespace {
-
-/// Stands in front of every block and keeps its size. It keeps the alignment too.
-union BlockHeader {
-    XMLSize_t size;
-    std::max_align_t alignment;
-};
 
 /// What is allowed beyond the bounds while the parser cleans up.
 constexpr std::uint64_t kCleanUpGrace = 4ULL << 20;
@@ -39,9 +35,20 @@ private:
 
 } // namespace
 
+/// Stands in front of every block and links it with the others.
+struct alignas(std::max_align_t) MeteredMemory::Block {
+    Block* previous;
+    Block* next;
+    XMLSize_t size;
+};
+
 MeteredMemory::MeteredMemory() : fSource(xercesc::XMLPlatformUtils::fgMemoryManager) {}
 
-MeteredMemory::~MeteredMemory() = default;
+MeteredMemory::~MeteredMemory() {
+    while (fBlocks != nullptr) {
+        deallocate(fBlocks + 1);
+    }
+}
 
 xercesc::MemoryManager* MeteredMemory::getExceptionMemoryManager() {
     return fSource->getExceptionMemoryManager();
@@ -55,19 +62,27 @@ void* MeteredMemory::allocate(XMLSize_t size) {
         fGrace += kCleanUpGrace;
         throw DocumentRefused();
     }
-    auto* header = static_cast<BlockHeader*>(fSource->allocate(sizeof(BlockHeader) + size));
-    header->size = size;
+    auto* block = new (fSource->allocate(sizeof(Block) + size)) Block{nullptr, fBlocks, size};
+    if (fBlocks != nullptr) {
+        fBlocks->previous = block;
+    }
+    fBlocks = block;
     fHeld = held;
     fTotal = total;
-    return header + 1;
+    return block + 1;
 }
 
-void MeteredMemory::deallocate(void* block) {
-    if (block != nullptr) {
-        BlockHeader* header = static_cast<BlockHeader*>(block) - 1;
-        fHeld -= header->size;
-        fSource->deallocate(header);
+void MeteredMemory::deallocate(void* memory) {
+    if (memory == nullptr) {
+        return;
     }
+    Block* block = static_cast<Block*>(memory) - 1;
+    (block->previous != nullptr ? block->previous->next : fBlocks) = block->next;
+    if (block->next != nullptr) {
+        block->next->previous = block->previous;
+    }
+    fHeld -= block->size;
+    fSource->deallocate(block);
 }
 
 void MeteredMemory::CountInput(XMLSize_t bytes) {

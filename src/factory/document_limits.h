@@ -47,7 +47,8 @@ inline constexpr std::uint64_t kScannedItemsPerByte = 8;
 /// leaves the factory.
 struct DocumentRefused {};
 
-/// The memory of one parser, taken from the XML platform and measured.
+/// The memory of one parser, taken from the XML platform and measured. What the parser has not given back at the end is
+/// freed with it: some of its constructors lose memory when one of their own allocations is refused.
 class MeteredMemory : public xercesc::MemoryManager {
 public:
     MeteredMemory();
@@ -58,14 +59,17 @@ public:
 
     /// @throws DocumentRefused beyond the bounds. Each time some more is allowed, so that the parser can clean up.
     void* allocate(XMLSize_t size) override;
-    void deallocate(void* block) override;
+    void deallocate(void* memory) override;
 
     /// Tells how many bytes of the document were read.
     void CountInput(XMLSize_t bytes);
     std::uint64_t InputBytes() const;
 
 private:
+    struct Block;
+
     xercesc::MemoryManager* fSource;
+    Block* fBlocks = nullptr;
     std::uint64_t fInput = 0;
     std::uint64_t fHeld = 0;
     std::uint64_t fTotal = 0;

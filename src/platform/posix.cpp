@@ -17,11 +17,33 @@ namespace veltrane::platform {
 const char* const kSharedLibrarySuffix = ".so";
 const char kPathSeparator = '/';
 
+namespace {
+
+/// Where a bare name lies: beside this library or in its folder veltrane/, else as the system searches. The run path
+/// says the same, but a sanitizer opens libraries in this library's place, and then it doesn't count.
+std::string PathOfLibrary(const std::string& fileName) {
+    Dl_info self{};
+    if (fileName.find('/') != std::string::npos || dladdr(&kPathSeparator, &self) == 0) {
+        return fileName;
+    }
+    const std::string path = self.dli_fname;
+    const std::string folder = path.substr(0, path.find_last_of('/') + 1);
+    for (const std::string& candidate : {folder + fileName, folder + "veltrane/" + fileName}) {
+        if (!folder.empty() && access(candidate.c_str(), F_OK) == 0) {
+            return candidate;
+        }
+    }
+    return fileName;
+}
+
+} // namespace
+
 void* OpenSharedLibrary(const std::string& fileName, int& error, std::string& errorText) {
     error = 0;
     errorText.clear();
+    const std::string path = PathOfLibrary(fileName);
     errno = 0;
-    void* module = dlopen(fileName.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (module == nullptr) {
         error = errno != 0 ? errno : ENOENT;
         const char* text = dlerror();
@@ -47,12 +69,20 @@ struct RecursiveMutex::State {
 
 RecursiveMutex::RecursiveMutex() : state(std::make_unique<State>()) {}
 RecursiveMutex::~RecursiveMutex() = default;
-void RecursiveMutex::lock() { state->mutex.lock(); }
-void RecursiveMutex::unlock() { state->mutex.unlock(); }
+void RecursiveMutex::lock() {
+    state->mutex.lock();
+}
+void RecursiveMutex::unlock() {
+    state->mutex.unlock();
+}
 
-int ProcessId() { return static_cast<int>(getpid()); }
+int ProcessId() {
+    return static_cast<int>(getpid());
+}
 
-unsigned long ThreadId() { return static_cast<unsigned long>(syscall(SYS_gettid)); }
+unsigned long ThreadId() {
+    return static_cast<unsigned long>(syscall(SYS_gettid));
+}
 
 LocalTime Now() {
     timeval now{};
@@ -60,11 +90,13 @@ LocalTime Now() {
     tm local{};
     localtime_r(&now.tv_sec, &local);
     auto narrow = [](long value) { return static_cast<unsigned short>(value); };
-    return {narrow(local.tm_year + 1900), narrow(local.tm_mon + 1), narrow(local.tm_mday),         narrow(local.tm_hour),
+    return {narrow(local.tm_year + 1900), narrow(local.tm_mon + 1), narrow(local.tm_mday),      narrow(local.tm_hour),
             narrow(local.tm_min),         narrow(local.tm_sec),     narrow(now.tv_usec / 1000L)};
 }
 
-void MakeDirectory(const std::string& name) { mkdir(name.c_str(), 0777); }
+void MakeDirectory(const std::string& name) {
+    mkdir(name.c_str(), 0777);
+}
 
 double ReadDouble(const char* text) {
     static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
