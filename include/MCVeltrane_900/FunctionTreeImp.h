@@ -91,6 +91,8 @@ public:
 
 private:
     FunctionTree* Self() const;
+    std::unique_ptr<FunctionTreeImp> CopyNode() const;
+    void Append(FunctionTree* child);
     void DisplayHead(std::ostream& out, int level) const;
 
     FunctionTree* fParent = nullptr;

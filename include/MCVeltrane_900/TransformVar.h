@@ -254,7 +254,7 @@ private:
 
     /// The dictionary that the source variable was found in, and its revision then, where it has revisions.
     const BaseDictionary* fSourceDictionary = nullptr;
-    unsigned long fSourceRevision = 0;
+    unsigned long long fSourceRevision = 0;
 
     /// Smallest and largest orig of the points, and whether they ascend.
     double fMinPoint = 0.0;

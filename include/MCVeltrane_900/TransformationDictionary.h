@@ -222,19 +222,18 @@ private:
     ScoreCaseRecord* KeepRecord(std::shared_ptr<ScoreCaseRecord> record);
     void ShareRecords(const TransformationDictionary& other);
 
-    /// Keeps the records alive, since assignment shares them. It stands ahead of the two pointers, which the copy
-    /// constructor fills through it.
-    std::vector<std::shared_ptr<ScoreCaseRecord>> fRecords;
-
     ScoreCaseRecord* fDerivedRecord = nullptr;
     ScoreCaseRecord* fInitialRecord = nullptr;
     std::vector<bool> fComputedFlags;
     std::vector<std::string> fDerivedVarNames;
     bool fSetUp = false;
 
+    /// Keeps the two records alive, which assignment shares, and the records that an assignment has replaced.
+    std::vector<std::shared_ptr<ScoreCaseRecord>> fRecords;
+
     /// The fields to compute, good for one revision of the variables and one state of the record and the names.
     std::vector<DerivedField> fDerivedFields;
-    unsigned long fFieldsRevision = 0;
+    unsigned long long fFieldsRevision = 0;
     bool fFieldsFound = false;
     std::string fText; ///< scratch of the text form
 };

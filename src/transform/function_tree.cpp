@@ -1,7 +1,6 @@
 #include <MCVeltrane_900/FunctionTreeImp.h>
 
 #include <algorithm>
-#include <memory>
 #include <typeinfo>
 
 namespace MCVeltrane_900 {
@@ -44,35 +43,42 @@ bool FunctionTreeImp::operator==(const FunctionTree& other) const {
     return fNodeStats.GetNodeID() == other.GetNodeStats().GetNodeID();
 }
 
+/// This node alone, without parent and children.
+std::unique_ptr<FunctionTreeImp> FunctionTreeImp::CopyNode() const {
+    auto copy = std::make_unique<FunctionTreeImp>(fAllowsChildren);
+    copy->SetNodeStats(fNodeStats);
+    copy->fKept = fKept;
+    return copy;
+}
+
+void FunctionTreeImp::Append(FunctionTree* child) {
+    child->SetParent(this);
+    fChildren.push_back(child);
+}
+
 FunctionTree* FunctionTreeImp::Clone() const {
     struct Pending {
         const FunctionTreeImp* source;
-        FunctionTreeImp* copy;
+        FunctionTreeImp* copy; ///< without children yet
     };
-    auto root = std::make_unique<FunctionTreeImp>(fAllowsChildren);
-    root->SetNodeStats(fNodeStats);
-    root->fKept = fKept;
+    auto root = CopyNode();
     std::vector<Pending> pending{{this, root.get()}};
     while (!pending.empty()) {
         const auto [source, copy] = pending.back();
         pending.pop_back();
+        copy->fChildren.reserve(source->fChildren.size());
         for (const FunctionTree* child : source->fChildren) {
             if (child == nullptr) {
                 continue;
             }
-            // Nodes of other classes copy themselves.
-            const auto* node =
-                typeid(*child) == typeid(FunctionTreeImp) ? static_cast<const FunctionTreeImp*>(child) : nullptr;
-            std::unique_ptr<FunctionTree> childCopy(node != nullptr ? new FunctionTreeImp(node->fAllowsChildren)
-                                                                    : child->Clone());
-            copy->fChildren.push_back(childCopy.get());
-            FunctionTree* linked = childCopy.release();
-            linked->SetParent(copy);
-            if (node != nullptr) {
-                linked->SetNodeStats(node->fNodeStats);
-                static_cast<FunctionTreeImp*>(linked)->fKept = node->fKept;
-                pending.push_back({node, static_cast<FunctionTreeImp*>(linked)});
+            if (typeid(*child) != typeid(FunctionTreeImp)) {
+                copy->Append(child->Clone()); // a host's class, which copies itself
+                continue;
             }
+            const auto* node = static_cast<const FunctionTreeImp*>(child);
+            FunctionTreeImp* nodeCopy = node->CopyNode().release();
+            copy->Append(nodeCopy);
+            pending.push_back({node, nodeCopy});
         }
     }
     return root.release();
@@ -93,8 +99,7 @@ void FunctionTreeImp::Insert(FunctionTree* child, int /*index*/) {
             return;
         }
     }
-    child->SetParent(this);
-    fChildren.push_back(child);
+    Append(child);
 }
 
 void FunctionTreeImp::Add(FunctionTree* child) {

@@ -1,3 +1,4 @@
+#include "data/value_cast.h"
 #include "transform/derivation.h"
 
 #include <MCVeltrane_900/InlineTable.h>
@@ -38,8 +39,7 @@ Order OrderOf(const ScoreValue* left, const ScoreValue* right) {
     if (left == nullptr || right == nullptr) {
         return Order::kEqual;
     }
-    const ScoreValue::ValueType type = left->GetType();
-    if (type != ScoreValue::NUMERIC_VALUE && type != ScoreValue::STRING_VALUE) {
+    if (!veltrane::data::IsNumber(*left) && !veltrane::data::IsText(*left)) {
         return Order::kEqual;
     }
     if (*left < *right) {

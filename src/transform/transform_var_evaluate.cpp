@@ -1,3 +1,4 @@
+#include "data/value_cast.h"
 #include "transform/derivation.h"
 #include "transform/value_queue.h"
 #include "transform/values.h"
@@ -9,13 +10,16 @@
 #include <MCVeltrane_900/StringValue.h>
 #include <MCVeltrane_900/TransformVar.h>
 
-#include <typeinfo>
-
 namespace MCVeltrane_900 {
 
 namespace {
 
 using TD = TransformationDictionary;
+using veltrane::data::AsDateTime;
+using veltrane::data::AsNumber;
+using veltrane::data::AsText;
+using veltrane::data::IsText;
+using veltrane::data::StoredText;
 using veltrane::transform::HoldsText;
 
 /// Marks a field as being evaluated for as long as it lives.
@@ -71,26 +75,26 @@ const ScoreValue* TransformVar::GetClearedResult() {
 /// made anew.
 void TransformVar::PrepareResult() {
     const VariableType type = GetVarType();
-    if (fResult == nullptr || (fResult->GetType() == ScoreValue::STRING_VALUE) != HoldsText(type)) {
+    if (fResult == nullptr || IsText(*fResult) != HoldsText(type)) {
         fResult = veltrane::transform::MissingValueOf(type);
     } else if (HoldsText(type)) {
-        static_cast<StringValue&>(*fResult).SetString(std::string());
+        AsText(*fResult).SetString(std::string());
     } else {
-        static_cast<NumericValue&>(*fResult).SetDoubleValue(NumericValue::GetSysmisValue());
+        AsNumber(*fResult).SetDoubleValue(NumericValue::GetSysmisValue());
     }
 }
 
 void TransformVar::FillConstant() {
     const VariableType type = GetVarType();
     if (HoldsText(type)) {
-        static_cast<StringValue&>(*fResult).SetString(fConstString);
+        AsText(*fResult).SetString(fConstString);
         return;
     }
     const double number = NumericValue(fConstString).GetDouble();
     if (type == DATETIME_VAR) {
-        static_cast<DateTimeValue&>(*fResult).SetDateTimeValue(number, DateTimeValue::GetValType(GetDateTimeType()));
+        AsDateTime(*fResult).SetDateTimeValue(number, DateTimeValue::GetValType(GetDateTimeType()));
     } else {
-        static_cast<NumericValue&>(*fResult).SetDoubleValue(number);
+        AsNumber(*fResult).SetDoubleValue(number);
     }
 }
 
@@ -169,7 +173,7 @@ void TransformVar::StoreNormValue(const ScoreValue* source) {
     if (GetVarType() != kNUMERIC_VAR || fSourceVar == nullptr) {
         return;
     }
-    auto& result = static_cast<NumericValue&>(*fResult);
+    auto& result = AsNumber(*fResult);
     if (source != nullptr && !fSourceVar->IsMissingValue(source)) {
         result.SetDoubleValue(GetNormValue(source->GetDouble()));
     } else if (fRecodeMissValue != nullptr) {
@@ -178,8 +182,9 @@ void TransformVar::StoreNormValue(const ScoreValue* source) {
 }
 
 void TransformVar::StoreResult(const ScoreValue& value) {
-    if (typeid(value) == typeid(StringValue) && fResult->GetType() == ScoreValue::STRING_VALUE) {
-        static_cast<StringValue&>(*fResult).SetString(static_cast<const StringValue&>(value).GetText());
+    const std::string* text = StoredText(value);
+    if (text != nullptr && IsText(*fResult)) {
+        AsText(*fResult).SetString(*text);
     } else {
         fResult->SetValue(&value);
     }
@@ -188,10 +193,10 @@ void TransformVar::StoreResult(const ScoreValue& value) {
 /// Cuts a text result to the variable's width and takes the width as its length.
 void TransformVar::FitResultToWidth() {
     const int width = GetWidth();
-    if (width < 0 || fResult->GetType() != ScoreValue::STRING_VALUE) {
+    if (width < 0 || !IsText(*fResult)) {
         return;
     }
-    auto& text = static_cast<StringValue&>(*fResult);
+    auto& text = AsText(*fResult);
     if (text.GetText().size() > static_cast<std::size_t>(width)) {
         text.SetString(text.GetText().substr(0, static_cast<std::size_t>(width)));
     }

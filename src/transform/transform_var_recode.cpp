@@ -1,4 +1,4 @@
-#include "transform/derivation.h"
+#include "data/value_cast.h"
 
 #include <MCVeltrane_900/MapValues.h>
 #include <MCVeltrane_900/NumericValue.h>
@@ -14,8 +14,7 @@ bool IsSysmis(const ScoreValue& value) {
 }
 
 bool HasNumber(const ScoreValue& value) {
-    const ScoreValue::ValueType type = value.GetType();
-    return type == ScoreValue::NUMERIC_VALUE || type == ScoreValue::DATETIME_VALUE;
+    return veltrane::data::IsNumber(value) || veltrane::data::IsDateTime(value);
 }
 
 } // namespace

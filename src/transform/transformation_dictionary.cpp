@@ -24,9 +24,11 @@ void PutValue(ScoreCaseRecord& record, const std::string& name, std::unique_ptr<
 TransformationDictionary::TransformationDictionary() = default;
 
 TransformationDictionary::TransformationDictionary(const TransformationDictionary& other)
-    : BaseDictionary(other), fDerivedRecord(CopyRecord(other.fDerivedRecord)),
-      fInitialRecord(CopyRecord(other.fInitialRecord)), fComputedFlags(other.fComputedFlags),
-      fDerivedVarNames(other.fDerivedVarNames), fSetUp(other.fSetUp) {}
+    : BaseDictionary(other), fComputedFlags(other.fComputedFlags), fDerivedVarNames(other.fDerivedVarNames),
+      fSetUp(other.fSetUp) {
+    fDerivedRecord = CopyRecord(other.fDerivedRecord);
+    fInitialRecord = CopyRecord(other.fInitialRecord);
+}
 
 TransformationDictionary& TransformationDictionary::operator=(const TransformationDictionary& other) {
     if (this == &other) {

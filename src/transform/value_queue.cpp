@@ -1,8 +1,6 @@
 #include "transform/value_queue.h"
 
-#include <MCVeltrane_900/DateTimeValue.h>
-#include <MCVeltrane_900/NumericValue.h>
-#include <MCVeltrane_900/StringValue.h>
+#include "data/value_cast.h"
 
 #include <algorithm>
 #include <typeinfo>
@@ -24,11 +22,11 @@ bool Overwrite(ScoreValue& old, const ScoreValue& value) {
         return false;
     }
     if (type == typeid(NumericValue)) {
-        static_cast<NumericValue&>(old) = static_cast<const NumericValue&>(value);
+        data::AsNumber(old) = static_cast<const NumericValue&>(value);
     } else if (type == typeid(DateTimeValue)) {
-        static_cast<DateTimeValue&>(old) = static_cast<const DateTimeValue&>(value);
+        data::AsDateTime(old) = static_cast<const DateTimeValue&>(value);
     } else if (type == typeid(StringValue)) {
-        auto& text = static_cast<StringValue&>(old);
+        auto& text = data::AsText(old);
         text.SetString(static_cast<const StringValue&>(value).GetText());
         text.SetLength(static_cast<int>(text.GetText().size()));
     } else {

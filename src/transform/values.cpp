@@ -1,10 +1,10 @@
 #include "transform/values.h"
 
+#include "data/value_cast.h"
+
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/StringValue.h>
-
-#include <typeinfo>
 
 using namespace MCVeltrane_900;
 
@@ -26,8 +26,8 @@ std::unique_ptr<ScoreValue> MissingValueOf(ScoreDictVar::VariableType type) {
 }
 
 const std::string& TextOf(const ScoreValue& value, std::string& buffer) {
-    if (typeid(value) == typeid(StringValue)) {
-        return static_cast<const StringValue&>(value).GetText();
+    if (const std::string* stored = data::StoredText(value)) {
+        return *stored;
     }
     buffer = value.GetString();
     return buffer;

@@ -16,7 +16,7 @@ bool HoldsText(MCVeltrane_900::ScoreDictVar::VariableType type);
 /// A new missing value of a variable type: SYSMIS, or the empty text.
 std::unique_ptr<MCVeltrane_900::ScoreValue> MissingValueOf(MCVeltrane_900::ScoreDictVar::VariableType type);
 
-/// The text of a value: the value's own where it has one in memory, else written to the buffer.
+/// The text of a value: its own one where it has that in memory, else written to the buffer.
 const std::string& TextOf(const MCVeltrane_900::ScoreValue& value, std::string& buffer);
 
 } // namespace veltrane::transform
