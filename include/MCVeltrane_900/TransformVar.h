@@ -38,9 +38,9 @@ class StringValue;
 /// field's next evaluation: a caller that needs it for longer copies it. A field belongs to one thread at a time.
 class VELTRANE_API TransformVar : public DictVar {
 public:
-    /// How deep the evaluation of one derived field may lead into the evaluation of others, and how many of those it
-    /// may take altogether. A field that would be evaluated beyond either bound, or from within its own evaluation,
-    /// gives its cleared result: SYSMIS, or the empty text.
+    /// How deep the evaluation of one derived field may lead into others, and how many evaluations each of the fields
+    /// that it refers to may take altogether. A field that would be evaluated beyond either bound, or from within its
+    /// own evaluation, gives its cleared result: SYSMIS, or the empty text.
     static constexpr int MAX_DERIVATION_DEPTH = 1000;
     static constexpr int MAX_NESTED_EVALUATIONS = 100000;
 
@@ -260,6 +260,7 @@ private:
     double fMinPoint = 0.0;
     double fMaxPoint = 0.0;
     bool fPointsAscend = true;
+    bool fResultHoldsText = false; ///< whether fResult, where there is one, is a StringValue
     bool fEvaluating = false;
     std::unique_ptr<veltrane::transform::ApplyFrames> fFrames;
 };

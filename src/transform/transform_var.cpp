@@ -37,7 +37,7 @@ TransformVar::TransformVar(const std::string& name, VariableType type) : DictVar
 
 TransformVar::TransformVar(const TransformVar& other)
     : DictVar(other), fResult(CloneOf(other.fResult.get())), fRecodeElseCopy(other.fRecodeElseCopy),
-      fRecodeMissingCopy(other.fRecodeMissingCopy) {
+      fRecodeMissingCopy(other.fRecodeMissingCopy), fResultHoldsText(other.fResultHoldsText) {
     CopyExpression(other);
 }
 
@@ -47,9 +47,10 @@ TransformVar& TransformVar::operator=(const TransformVar& other) {
     }
     DictVar::operator=(other);
     CopyExpression(other);
+    fResultHoldsText = other.GetVarType() != kNUMERIC_VAR;
     if (other.fResult == nullptr) {
         fResult.reset();
-    } else if (other.GetVarType() != kNUMERIC_VAR) {
+    } else if (fResultHoldsText) {
         fResult = std::make_unique<StringValue>(other.fResult->GetString());
     } else {
         fResult = std::make_unique<NumericValue>(other.fResult->GetDouble());

@@ -18,7 +18,6 @@ using TD = TransformationDictionary;
 using veltrane::data::AsDateTime;
 using veltrane::data::AsNumber;
 using veltrane::data::AsText;
-using veltrane::data::IsText;
 using veltrane::data::StoredText;
 using veltrane::transform::HoldsText;
 
@@ -66,7 +65,11 @@ const ScoreValue* TransformVar::GetTransformedValue(const ScoreCaseRecord* recor
     return fResult.get();
 }
 
+/// What stands for a value that the bounds of evaluation deny. A constant is never denied: it leads nowhere.
 const ScoreValue* TransformVar::GetClearedResult() {
+    if (fTransExpression == TD::TE_CONSTANT) {
+        return GetTransformedValue(nullptr, nullptr, nullptr);
+    }
     PrepareResult();
     return fResult.get();
 }
@@ -75,9 +78,10 @@ const ScoreValue* TransformVar::GetClearedResult() {
 /// made anew.
 void TransformVar::PrepareResult() {
     const VariableType type = GetVarType();
-    if (fResult == nullptr || IsText(*fResult) != HoldsText(type)) {
+    if (fResult == nullptr || fResultHoldsText != HoldsText(type)) {
         fResult = veltrane::transform::MissingValueOf(type);
-    } else if (HoldsText(type)) {
+        fResultHoldsText = HoldsText(type);
+    } else if (fResultHoldsText) {
         AsText(*fResult).SetString(std::string());
     } else {
         AsNumber(*fResult).SetDoubleValue(NumericValue::GetSysmisValue());
@@ -183,7 +187,7 @@ void TransformVar::StoreNormValue(const ScoreValue* source) {
 
 void TransformVar::StoreResult(const ScoreValue& value) {
     const std::string* text = StoredText(value);
-    if (text != nullptr && IsText(*fResult)) {
+    if (text != nullptr && fResultHoldsText) {
         AsText(*fResult).SetString(*text);
     } else {
         fResult->SetValue(&value);
@@ -192,8 +196,8 @@ void TransformVar::StoreResult(const ScoreValue& value) {
 
 /// Cuts a text result to the variable's width and takes the width as its length.
 void TransformVar::FitResultToWidth() {
-    const int width = GetWidth();
-    if (width < 0 || !IsText(*fResult)) {
+    const int width = fResultHoldsText ? GetWidth() : -1;
+    if (width < 0) {
         return;
     }
     auto& text = AsText(*fResult);
