@@ -1,5 +1,5 @@
-#include "allocations.h"
 #include "fields.h"
+#include "support/allocations.h"
 
 #include <MCVeltrane_900/InlineTable.h>
 #include <MCVeltrane_900/MapValues.h>
@@ -38,7 +38,7 @@ public:
 class ScoringPath : public DerivedFields {
 protected:
     template <typename Change>
-    std::size_t AllocationsOf(TransformVar& field, Change change) {
+    std::size_t AllocationsOfCases(TransformVar& field, Change change) {
         for (int i = 0; i < 8; ++i) {
             change(i);
             Value(field);
@@ -46,15 +46,13 @@ protected:
         std::size_t allocations = 0;
         for (int i = 0; i < 100; ++i) {
             change(i);
-            const std::size_t before = Allocations();
-            Value(field);
-            allocations += Allocations() - before;
+            allocations += AllocationsOf([&] { Value(field); });
         }
         return allocations;
     }
 
-    std::size_t AllocationsOf(TransformVar& field) {
-        return AllocationsOf(field, [this](int i) { record.SetValue("x", i % 5 == 4 ? kSysmis : i); });
+    std::size_t AllocationsOfCases(TransformVar& field) {
+        return AllocationsOfCases(field, [this](int i) { record.SetValue("x", i % 5 == 4 ? kSysmis : i); });
     }
 };
 
@@ -63,22 +61,20 @@ const char* const kLongText = "a text that is longer than what a string holds in
 } // namespace
 
 TEST_F(ScoringPath, TheCounterCounts) {
-    const std::size_t before = Allocations();
-    const std::unique_ptr<ScoreValue> value(Num(1));
-    EXPECT_GT(Allocations(), before);
+    EXPECT_GT(AllocationsOf([] { const std::unique_ptr<ScoreValue> value(Num(1)); }), 0U);
 }
 
 TEST_F(ScoringPath, AFieldReferenceAllocatesNothing) {
     Input("x", 1.0);
     TransformVar& field = Derived("d", kNumeric, "x", TD::TE_FIELD_REF);
     field.SetRecodeMissValueTo(Num(1));
-    EXPECT_EQ(AllocationsOf(field), 0U);
+    EXPECT_EQ(AllocationsOfCases(field), 0U);
 }
 
 TEST_F(ScoringPath, AFieldReferenceToALongTextAllocatesNothing) {
     Input("t", kLongText);
     TransformVar& field = Derived("d", kText, "t", TD::TE_FIELD_REF);
-    EXPECT_EQ(AllocationsOf(field), 0U);
+    EXPECT_EQ(AllocationsOfCases(field), 0U);
 }
 
 TEST_F(ScoringPath, AContinuousNormalisationAllocatesNothing) {
@@ -88,14 +84,14 @@ TEST_F(ScoringPath, AContinuousNormalisationAllocatesNothing) {
         field.AddLinearNorm(i, i);
         field.AddNormInfo(1, 0);
     }
-    EXPECT_EQ(AllocationsOf(field), 0U);
+    EXPECT_EQ(AllocationsOfCases(field), 0U);
 }
 
 TEST_F(ScoringPath, ADiscreteNormalisationAllocatesNothing) {
     Input("x", 1.0);
     TransformVar& field = Derived("d", kNumeric, "x", TD::TE_NORM_DISCRETE);
     field.SetRecodeDefaultValue(Num(1));
-    EXPECT_EQ(AllocationsOf(field), 0U);
+    EXPECT_EQ(AllocationsOfCases(field), 0U);
 }
 
 TEST_F(ScoringPath, ADiscretisationAllocatesNothing) {
@@ -104,7 +100,7 @@ TEST_F(ScoringPath, ADiscretisationAllocatesNothing) {
     field.AddBinningValue(new Range(0.0, 2.0, true, true), Txt(kLongText), "x");
     field.SetRecodeMissValueTo(Txt(kLongText));
     field.SetRecodeDefaultValue(Txt(kLongText));
-    EXPECT_EQ(AllocationsOf(field), 0U);
+    EXPECT_EQ(AllocationsOfCases(field), 0U);
 }
 
 TEST_F(ScoringPath, AValueMapAllocatesNothing) {
@@ -120,7 +116,7 @@ TEST_F(ScoringPath, AValueMapAllocatesNothing) {
     }
     map->SetTable(table);
     field.SetMapValues(map);
-    EXPECT_EQ(AllocationsOf(field), 0U);
+    EXPECT_EQ(AllocationsOfCases(field), 0U);
 }
 
 TEST_F(ScoringPath, ALagAllocatesNothingOnceItsHistoryIsFull) {
@@ -128,20 +124,20 @@ TEST_F(ScoringPath, ALagAllocatesNothingOnceItsHistoryIsFull) {
     const DictVar& block = Input("who", kLongText);
     TransformVar& field = Derived("d", kNumeric, "x", TD::TE_LAG);
     field.SetLags(3, {&block});
-    EXPECT_EQ(AllocationsOf(field), 0U);
+    EXPECT_EQ(AllocationsOfCases(field), 0U);
 }
 
 TEST_F(ScoringPath, AConstantAllocatesNothing) {
     TransformVar& field = Derived("d", kText, "", TD::TE_CONSTANT);
     field.SetConstString(kLongText);
-    EXPECT_EQ(AllocationsOf(field, [](int) {}), 0U);
+    EXPECT_EQ(AllocationsOfCases(field, [](int) {}), 0U);
 }
 
 TEST_F(ScoringPath, AChainAllocatesNothing) {
     Input("x", 1.0);
     Derived("first", kNumeric, "x", TD::TE_FIELD_REF);
     Derived("second", kNumeric, "first", TD::TE_FIELD_REF);
-    EXPECT_EQ(AllocationsOf(Derived("third", kNumeric, "second", TD::TE_FIELD_REF)), 0U);
+    EXPECT_EQ(AllocationsOfCases(Derived("third", kNumeric, "second", TD::TE_FIELD_REF)), 0U);
 }
 
 TEST(ScoringPathOfADictionary, AllocatesNothingAndLooksNoNameUpAfterTheFirstCase) {
@@ -170,13 +166,13 @@ TEST(ScoringPathOfADictionary, AllocatesNothingAndLooksNoNameUpAfterTheFirstCase
 
     record.byName = 0;
     dictionary.lookups = 0;
-    const std::size_t before = Allocations();
+    const std::size_t before = AllocationsSoFar();
     const ScoreCaseRecord* values = nullptr;
     for (int i = 0; i < 100; ++i) {
         record.SetValue(i % 4, i % 10);
         values = derived.GetValuesForDerivedVars(&record, &dictionary);
     }
-    EXPECT_EQ(Allocations(), before);
+    EXPECT_EQ(AllocationsSoFar(), before);
     EXPECT_EQ(record.byName, 0);
     EXPECT_EQ(dictionary.lookups, 0);
     EXPECT_EQ(Written(values->Get("n_d")), "number 0.90000000000000002");
