@@ -224,6 +224,39 @@ TEST(KeptTable, ASysmisInAKeyEqualsEveryNumber) {
     EXPECT_EQ(Written(table.getValue(&record, nullptr, nullptr, {})), "number 10");
 }
 
+TEST(KeptTable, ANumberWithinTheToleranceOfTwoRowsFindsTheSmaller) {
+    const DictVar x("x", kNumeric);
+    const double between = 1.0 + 0.8e-14;
+    const double above = 1.0 + 1.6e-14;
+    for (const bool ascending : {true, false}) {
+        InlineTable table;
+        table.AppendInputField(&x);
+        table.AddInputOutput({Num(ascending ? 1.0 : above)}, Num(ascending ? 10 : 30));
+        table.AddInputOutput({Num(ascending ? above : 1.0)}, Num(ascending ? 30 : 10));
+        table.AddInputOutput({Num(between)}, Num(20)); // equals the first row on its way, and is dropped
+        CaseRecord record;
+        record.Add("x", Num(between));
+        EXPECT_EQ(Written(table.getValue(&record, nullptr, nullptr, {})), "number 10") << ascending;
+        record.SetValue("x", 1.0 + 2.4e-14);
+        EXPECT_EQ(Written(table.getValue(&record, nullptr, nullptr, {})), "number 30") << ascending;
+    }
+}
+
+TEST(KeptTable, BlankTextsComeBehindEveryOther) {
+    const DictVar t("t", kText);
+    for (const bool blankFirst : {true, false}) {
+        InlineTable table;
+        table.AppendInputField(&t);
+        table.AddInputOutput({Txt(blankFirst ? "   " : "abc")}, Num(blankFirst ? 1 : 2));
+        table.AddInputOutput({Txt(blankFirst ? "abc" : "   ")}, Num(blankFirst ? 2 : 1));
+        CaseRecord record;
+        record.Add("t", Txt(""));
+        EXPECT_EQ(Written(table.getValue(&record, nullptr, nullptr, {})), "number 1") << blankFirst;
+        record.SetValue("t", "abc ");
+        EXPECT_EQ(Written(table.getValue(&record, nullptr, nullptr, {})), "number 2") << blankFirst;
+    }
+}
+
 TEST_F(Table, FindsEachOfAHundredThousandRows) {
     InlineTable table;
     NumberAndText(table);
@@ -239,10 +272,11 @@ TEST_F(Table, FindsEachOfAHundredThousandRows) {
 
 TEST_F(Table, ACopySharesItsRowsAndEitherMayGoFirst) {
     Deaths deaths;
+    const DictVar& x = Input("x", 1.0);
     for (const bool originalFirst : {true, false}) {
         deaths.clear();
         auto original = std::make_unique<InlineTable>();
-        original->AppendInputField(&Input("x", 1.0));
+        original->AppendInputField(&x);
         ScoreValue* output = new Counted("output", deaths);
         original->AddInputOutput({Num(1)}, output);
         EXPECT_EQ(original->getValue(&record, &dictionary, &derived, {}), output);
