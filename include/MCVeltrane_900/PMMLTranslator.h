@@ -45,6 +45,22 @@ public:
     ///         usable
     ScoreDictionary* ParseDictionary(xercesc::DOMNode* dataDictionary, bool withEncoders);
 
+    /// Reads the ResultField descendants of an element, at any depth: the outputs of a model, each a ResultVar under
+    /// its name. The first of several with one name stays. The translator must have its transcoder.
+    /// @return a new dictionary owned by the caller; null when there is no ResultField
+    /// @throws VTException 260114 for a null element; 260120, 260152, 260153, 260285: the first fault in document
+    ///         order. Nothing is kept then.
+    ScoreDictionary* ParseResultDictionary(xercesc::DOMNode* parent);
+
+    /// Refines variables of a dictionary from the Target children of an element: the default value of a continuous one;
+    /// labels and prior probabilities of the others, where a value that has a label keeps it. The translator must have
+    /// its transcoder.
+    /// @param targets may be null, which does nothing
+    /// @return true
+    /// @throws VTException 260120, 260124, 260151, 260152, 260203, 260214, 260271, 260285, 260294: the first fault in
+    ///         document order. What was set up to then stays set.
+    bool HandleTargets(xercesc::DOMElement* targets, ScoreDictionary* dictionary);
+
     /// Adds the complement of an Interval, the valid range, to the missing set.
     /// @param var, count not read
     /// @throws VTException 260151 for a margin that is no number; the set is then unchanged

@@ -1,6 +1,7 @@
 #include "diagnostics/raise.h"
 #include "translators/element_walk.h"
 #include "translators/field_values.h"
+#include "translators/label_checks.h"
 
 #include <MCVeltrane_900/PMMLModelTags.h>
 
@@ -14,9 +15,6 @@ using MCVeltrane_900::PMMLModelTags;
 using MCVeltrane_900::ScoreDictVar;
 
 namespace {
-
-/// The most categories of a flag variable.
-constexpr int kFlagCategories = 2;
 
 void CheckFormat(FieldValues&, const XMLCh* value) {
     BaseTranslator::VerifyInt(value);
@@ -90,8 +88,7 @@ void ReadCategoricalChildren(const xercesc::DOMElement* field, FieldValues& valu
     if (const XMLCh* conflict = values.FindConflict())
         Raise(260213, values.Text(conflict));
     if (values.HandOverLabels()) {
-        if (values.Var().IsFlagVariable() && values.Var().GetNumberOfCats() > kFlagCategories)
-            Raise(260271, "categorical", "flag");
+        CheckCategoryCount(values.Var());
         values.CheckLabels();
     }
     values.HandOverMissing();

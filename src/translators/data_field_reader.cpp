@@ -3,14 +3,12 @@
 #include "diagnostics/raise.h"
 #include "translators/element_walk.h"
 #include "translators/field_values.h"
+#include "translators/measure_levels.h"
 
 #include <MCVeltrane_900/PMMLModelTags.h>
 #include <MCVeltrane_900/ScoreDictionary.h>
 
 #include <xercesc/dom/DOMElement.hpp>
-
-#include <algorithm>
-#include <iterator>
 
 namespace veltrane::translators {
 
@@ -22,17 +20,6 @@ using MCVeltrane_900::ScoreDictionary;
 using MCVeltrane_900::ScoreDictVar;
 
 namespace {
-
-struct LevelWord {
-    const char* text;
-    ScoreDictVar::MeasureLevel level;
-};
-
-const LevelWord kLevelWords[] = {
-    {PMMLModelTags::XML_VAL_OT_CONTINUOUS, ScoreDictVar::LEVEL_CONTINUOUS},
-    {PMMLModelTags::XML_VAL_OT_CATEGORICAL, ScoreDictVar::LEVEL_NOMINAL},
-    {PMMLModelTags::XML_VAL_OT_ORDINAL, ScoreDictVar::LEVEL_ORDINAL},
-};
 
 /// An attribute that must be there and must not be empty.
 const XMLCh* Required(const xercesc::DOMElement* field, const char* name) {
@@ -94,11 +81,10 @@ std::unique_ptr<DictVar> DataFieldReader::MakeVar(const xercesc::DOMElement* fie
 
 void DataFieldReader::SetLevel(const xercesc::DOMElement* field, DictVar& var) const {
     const XMLCh* text = Required(field, PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE);
-    const auto* word = std::find_if(std::begin(kLevelWords), std::end(kLevelWords),
-                                    [&](const LevelWord& candidate) { return Equals(text, candidate.text); });
-    if (word == std::end(kLevelWords))
+    const auto level = ReadMeasureLevel(text);
+    if (!level)
         Raise(260152, fText(text), "optype");
-    var.SetMLevel(word->level);
+    var.SetMLevel(*level);
 }
 
 DataFieldReader::Storage DataFieldReader::ReadExtensions(xercesc::DOMElement* field, DictVar& var) {

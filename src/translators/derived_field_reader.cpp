@@ -2,6 +2,7 @@
 
 #include "diagnostics/raise.h"
 #include "translators/element_walk.h"
+#include "translators/measure_levels.h"
 
 #include <MCVeltrane_900/DictVar.h>
 #include <MCVeltrane_900/PMMLModelTags.h>
@@ -29,27 +30,16 @@ using xercesc::DOMElement;
 
 namespace {
 
-struct MeasureLevelWord {
-    const char* word;
-    ScoreDictVar::MeasureLevel level;
-};
-constexpr MeasureLevelWord kMeasureLevels[] = {
-    {PMMLModelTags::XML_VAL_OT_CONTINUOUS, ScoreDictVar::LEVEL_CONTINUOUS},
-    {PMMLModelTags::XML_VAL_OT_ORDINAL, ScoreDictVar::LEVEL_ORDINAL},
-    {PMMLModelTags::XML_VAL_OT_CATEGORICAL, ScoreDictVar::LEVEL_NOMINAL},
-};
-
-ScoreDictVar::MeasureLevel ReadMeasureLevel(const DocumentText& text, const DOMElement* element) {
+ScoreDictVar::MeasureLevel ReadLevel(const DocumentText& text, const DOMElement* element) {
     const XMLCh* word = BaseTranslator::GetAttribute(element, PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE);
     if (Equals(word, "")) {
         Raise(260285, PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE, PMMLModelTags::XML_ELE_DERIVEDFIELD);
     }
-    const auto* found = std::find_if(std::begin(kMeasureLevels), std::end(kMeasureLevels),
-                                     [word](const MeasureLevelWord& row) { return Equals(word, row.word); });
-    if (found == std::end(kMeasureLevels)) {
+    const auto level = ReadMeasureLevel(word);
+    if (!level) {
         Raise(260152, text(word), PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE);
     }
-    return found->level;
+    return *level;
 }
 
 bool IsWidthName(const XMLCh* name) {
@@ -95,7 +85,7 @@ std::unique_ptr<TransformVar> DerivedFieldReader::MakeVar(DOMElement* element, c
     auto var = std::make_unique<TransformVar>(name, ScoreDictVar::kNUMERIC_VAR);
     const std::string label = fText.Attribute(element, PMMLModelTags::XML_ATT_DATAFIELD_DISPLAYNAME);
     var->SetLabel(label.empty() ? name : label);
-    var->SetMLevel(ReadMeasureLevel(fText, element));
+    var->SetMLevel(ReadLevel(fText, element));
     if (!SetDataType(element, *var)) {
         var.reset();
     }

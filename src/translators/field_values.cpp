@@ -2,7 +2,7 @@
 
 #include "diagnostics/raise.h"
 #include "translators/element_walk.h"
-#include "translators/label_duplicates.h"
+#include "translators/label_checks.h"
 
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/PMMLModelTags.h>
@@ -24,7 +24,6 @@ using MCVeltrane_900::PMMLModelTags;
 using MCVeltrane_900::PMMLTranslator;
 using MCVeltrane_900::ScoreDictVar;
 using MCVeltrane_900::ScoreValue;
-using MCVeltrane_900::ScoreValueLabel;
 using MCVeltrane_900::ScoreValueRange;
 
 namespace {
@@ -107,15 +106,7 @@ bool FieldValues::HandOverLabels() {
 }
 
 void FieldValues::CheckLabels() const {
-    const std::vector<ScoreValueLabel*>& labels = fVar.GetValueLabels()->GetAllValueLabels();
-    const std::vector<bool> isDuplicate = FindDuplicateLabels(fVar, labels);
-    for (std::size_t i = 0; i < labels.size(); ++i) {
-        const ScoreValue* value = labels[i]->GetValue();
-        if (fVar.IsMissingValue(value))
-            Raise(260294, value->GetString(), fVar.GetName());
-        if (isDuplicate[i])
-            Raise(260203, "value", value->GetString(), "DataDictionary");
-    }
+    translators::CheckLabels(fVar);
 }
 
 void FieldValues::HandOverMissing() {

@@ -1,4 +1,5 @@
 #include "translators/function_rules.h"
+#include "translators/measure_levels.h"
 
 #include <MCVeltrane_900/PMMLTranslator.h>
 
@@ -27,16 +28,7 @@ std::string PMMLTranslator::ToString(Function function) {
 }
 
 std::string PMMLTranslator::ToString(ScoreDictVar::MeasureLevel level) {
-    switch (level) {
-    case ScoreDictVar::LEVEL_CONTINUOUS:
-        return "continuous";
-    case ScoreDictVar::LEVEL_ORDINAL:
-        return "ordinal";
-    case ScoreDictVar::LEVEL_NOMINAL:
-        return "categorical";
-    default:
-        return {};
-    }
+    return MeasureLevelText(level);
 }
 
 bool PMMLTranslator::IsArithmeticFunction(Function function) {

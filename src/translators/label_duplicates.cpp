@@ -36,6 +36,8 @@ std::vector<bool> FindDuplicateTexts(const ScoreDictVar& var, const Labels& labe
     std::unordered_map<std::string, std::size_t> first;
     first.reserve(labels.size());
     for (std::size_t i = 0; i < labels.size(); ++i) {
+        if (labels[i]->GetValue() == nullptr)
+            continue;
         const auto [entry, isNew] = first.emplace(ComparableText(labels[i]->GetValue()->GetString(), var), i);
         if (!isNew)
             isDuplicate[i] = isDuplicate[entry->second] = true;
@@ -57,7 +59,8 @@ std::vector<bool> FindDuplicateNumbers(const Labels& labels) {
     std::vector<std::pair<double, std::size_t>> ordered;
     ordered.reserve(labels.size());
     for (std::size_t i = 0; i < labels.size(); ++i)
-        ordered.emplace_back(OrderOf(*labels[i]->GetValue()), i);
+        if (labels[i]->GetValue() != nullptr)
+            ordered.emplace_back(OrderOf(*labels[i]->GetValue()), i);
     std::sort(ordered.begin(), ordered.end());
 
     std::vector<bool> isDuplicate(labels.size());
