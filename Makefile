@@ -41,8 +41,8 @@ docs:
 record-abi:
 	@cmake --preset release >/dev/null
 	@cmake --build --preset release -j $(jobs) --target veltrane
-	@python3 tests/structure/exported_symbols.py build/release/lib/libveltrane.so --recorded tests/abi/symbols.txt --record
-	@python3 tests/structure/vtable_layout.py --include include --recorded tests/abi/vtables.txt --record
+	@/usr/bin/python3 tests/structure/exported_symbols.py build/release/lib/libveltrane.so --recorded tests/abi/symbols.txt --record
+	@/usr/bin/python3 tests/structure/vtable_layout.py --include include --recorded tests/abi/vtables.txt --record
 
 clean:
 	@rm -rf build

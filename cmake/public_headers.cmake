@@ -1,6 +1,73 @@
 # The public headers are an explicit list: what does not stand here is not installed.
-# A test compares the list with the folder include/.
+# A test compares the list with the folder include/ and with include/veltrane.h.
 set(VELTRANE_PUBLIC_HEADERS
+    MCCommon_900/MCMV.h
+    MCMath_900/MCDistFun.h
+    MCMath_900/MCPower.h
+    MCScore/MCStatus.h
+    MCVeltrane_900/ApplyNodeStats.h
+    MCVeltrane_900/BaseDictionary.h
+    MCVeltrane_900/BaseModel.h
+    MCVeltrane_900/BaseTranslator.h
+    MCVeltrane_900/CaseRecord.h
+    MCVeltrane_900/DOMElemUtility.h
+    MCVeltrane_900/DateTimeValue.h
+    MCVeltrane_900/DictVar.h
+    MCVeltrane_900/ErrorFormater.h
+    MCVeltrane_900/FunctionTree.h
+    MCVeltrane_900/FunctionTreeImp.h
+    MCVeltrane_900/InlineTable.h
+    MCVeltrane_900/MapValues.h
+    MCVeltrane_900/MissingValueSet.h
+    MCVeltrane_900/ModelFactory.h
+    MCVeltrane_900/NumericValue.h
+    MCVeltrane_900/Owned.h
+    MCVeltrane_900/PMMLModelTags.def
+    MCVeltrane_900/PMMLModelTags.h
+    MCVeltrane_900/PMMLTranslator.h
+    MCVeltrane_900/Range.h
+    MCVeltrane_900/ResultField.h
+    MCVeltrane_900/ResultVar.h
+    MCVeltrane_900/ScoreBinningEncoder.h
+    MCVeltrane_900/ScoreCaseRecord.h
+    MCVeltrane_900/ScoreCatNumericEncoder.h
+    MCVeltrane_900/ScoreCatStringEncoder.h
+    MCVeltrane_900/ScoreClsResult.h
+    MCVeltrane_900/ScoreDictVar.h
+    MCVeltrane_900/ScoreDictionary.h
+    MCVeltrane_900/ScoreEncoder.h
+    MCVeltrane_900/ScoreMissingValueSet.h
+    MCVeltrane_900/ScoreModel.h
+    MCVeltrane_900/ScoreRegResult.h
+    MCVeltrane_900/ScoreResult.h
+    MCVeltrane_900/ScoreResultField.h
+    MCVeltrane_900/ScoreTranslator.h
+    MCVeltrane_900/ScoreValue.h
+    MCVeltrane_900/ScoreValueLabel.h
+    MCVeltrane_900/ScoreValueLabelSet.h
+    MCVeltrane_900/ScoreValueProbability.h
+    MCVeltrane_900/ScoreValueProbabilitySet.h
+    MCVeltrane_900/ScoreValueRange.h
+    MCVeltrane_900/ScoreVarStats.h
+    MCVeltrane_900/ScoreVersionInfo.h
+    MCVeltrane_900/ScoringLog.h
+    MCVeltrane_900/SmartString.h
+    MCVeltrane_900/SmartTranscoder.h
+    MCVeltrane_900/StringValue.h
+    MCVeltrane_900/TransformFunctions.def
+    MCVeltrane_900/TransformVar.h
+    MCVeltrane_900/TransformationDictionary.h
+    MCVeltrane_900/VTDynamicLoadedLibrary.h
+    MCVeltrane_900/VTException.h
+    MCVeltrane_900/ValueLabelSet.h
+    MCVeltrane_900/ValueLbl.h
+    MCVeltrane_900/ValueProbability.h
+    MCVeltrane_900/ValueProbabilitySet.h
+    MCVeltrane_900/VarStats.h
+    MCVeltrane_900/VersionInfo.h
+    MCXML_900/MCXInputSource.h
+    ScoreContext/IErrorFormater.h
+    ScoreContext/VTErrorFormater.h
     veltrane.h
     veltrane_export.h
 )

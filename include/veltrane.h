@@ -1,6 +1,74 @@
 #ifndef VELTRANE_H
 #define VELTRANE_H
 
+// Every public header of the library.
+// clang-format off
+#include <MCCommon_900/MCMV.h>
+#include <MCMath_900/MCDistFun.h>
+#include <MCMath_900/MCPower.h>
+#include <MCScore/MCStatus.h>
+#include <MCVeltrane_900/ApplyNodeStats.h>
+#include <MCVeltrane_900/BaseDictionary.h>
+#include <MCVeltrane_900/BaseModel.h>
+#include <MCVeltrane_900/BaseTranslator.h>
+#include <MCVeltrane_900/CaseRecord.h>
+#include <MCVeltrane_900/DOMElemUtility.h>
+#include <MCVeltrane_900/DateTimeValue.h>
+#include <MCVeltrane_900/DictVar.h>
+#include <MCVeltrane_900/ErrorFormater.h>
+#include <MCVeltrane_900/FunctionTree.h>
+#include <MCVeltrane_900/FunctionTreeImp.h>
+#include <MCVeltrane_900/InlineTable.h>
+#include <MCVeltrane_900/MapValues.h>
+#include <MCVeltrane_900/MissingValueSet.h>
+#include <MCVeltrane_900/ModelFactory.h>
+#include <MCVeltrane_900/NumericValue.h>
+#include <MCVeltrane_900/Owned.h>
+#include <MCVeltrane_900/PMMLModelTags.h>
+#include <MCVeltrane_900/PMMLTranslator.h>
+#include <MCVeltrane_900/Range.h>
+#include <MCVeltrane_900/ResultField.h>
+#include <MCVeltrane_900/ResultVar.h>
+#include <MCVeltrane_900/ScoreBinningEncoder.h>
+#include <MCVeltrane_900/ScoreCaseRecord.h>
+#include <MCVeltrane_900/ScoreCatNumericEncoder.h>
+#include <MCVeltrane_900/ScoreCatStringEncoder.h>
+#include <MCVeltrane_900/ScoreClsResult.h>
+#include <MCVeltrane_900/ScoreDictVar.h>
+#include <MCVeltrane_900/ScoreDictionary.h>
+#include <MCVeltrane_900/ScoreEncoder.h>
+#include <MCVeltrane_900/ScoreMissingValueSet.h>
+#include <MCVeltrane_900/ScoreModel.h>
+#include <MCVeltrane_900/ScoreRegResult.h>
+#include <MCVeltrane_900/ScoreResult.h>
+#include <MCVeltrane_900/ScoreResultField.h>
+#include <MCVeltrane_900/ScoreTranslator.h>
+#include <MCVeltrane_900/ScoreValue.h>
+#include <MCVeltrane_900/ScoreValueLabel.h>
+#include <MCVeltrane_900/ScoreValueLabelSet.h>
+#include <MCVeltrane_900/ScoreValueProbability.h>
+#include <MCVeltrane_900/ScoreValueProbabilitySet.h>
+#include <MCVeltrane_900/ScoreValueRange.h>
+#include <MCVeltrane_900/ScoreVarStats.h>
+#include <MCVeltrane_900/ScoreVersionInfo.h>
+#include <MCVeltrane_900/ScoringLog.h>
+#include <MCVeltrane_900/SmartString.h>
+#include <MCVeltrane_900/SmartTranscoder.h>
+#include <MCVeltrane_900/StringValue.h>
+#include <MCVeltrane_900/TransformVar.h>
+#include <MCVeltrane_900/TransformationDictionary.h>
+#include <MCVeltrane_900/VTDynamicLoadedLibrary.h>
+#include <MCVeltrane_900/VTException.h>
+#include <MCVeltrane_900/ValueLabelSet.h>
+#include <MCVeltrane_900/ValueLbl.h>
+#include <MCVeltrane_900/ValueProbability.h>
+#include <MCVeltrane_900/ValueProbabilitySet.h>
+#include <MCVeltrane_900/VarStats.h>
+#include <MCVeltrane_900/VersionInfo.h>
+#include <MCXML_900/MCXInputSource.h>
+#include <ScoreContext/IErrorFormater.h>
+#include <ScoreContext/VTErrorFormater.h>
 #include <veltrane_export.h>
+// clang-format on
 
 #endif
