@@ -57,7 +57,8 @@ const char* const kNumericField = "  <DataField name=\"x0\" optype=\"continuous\
 std::string ManyFields(int count) {
     std::string fields;
     for (int i = 0; i < count; ++i) {
-        const std::string name = "x" + std::to_string(i);
+        std::string name("x");
+        name += std::to_string(i);
         if (i % 2 == 0) {
             fields += "  <DataField name=\"" + name + "\" optype=\"continuous\" dataType=\"double\"/>\n";
         } else {
