@@ -62,8 +62,8 @@ public:
     static double CdfBeta(double x, double a, double b);
     static double IdfBeta(double p, double a, double b);
 
-    /// Binomial distribution of n trials, 0 <= prob <= 1: probability of x, probability of at most x, and the smallest
-    /// x whose cumulative probability exceeds p.
+    /// Binomial distribution of n trials, 0 <= prob <= 1: probability of x, probability of at most x, and the largest
+    /// x whose cumulative probability doesn't exceed p, -1 when there is none.
     static double PdfBin(double x, double n, double prob, long& code);
     static double CdfBin(double x, double n, double prob, long& code);
     static double IdfBin(double p, double n, double prob, long& code);
@@ -129,13 +129,21 @@ private:
     static double gammad(double x, double a, bool lower, long& code);
     static double cdfexp(double x, double rate, long& code);
     static double cdfbet(double x, double a, double b, long& code);
+    static double cdfbet(double x, double y, double a, double b, long& code);
+    static double cdfbetNormal(double x, double y, double a, double b, bool complement, long& code);
     static double betinv(double p, double a, double b);
+    static double solveBeta(double p, double a, double b);
+    static double tLowerTail(double x, double df, long& code);
     static double kordcdft(double x, double df, long& code);
     static double kordidft(double p, double df, long& code);
     static double kordcdff(double x, double df1, double df2, long& code);
     static double kordidff(double p, double df1, double df2, long& code);
+    static double cdfbinNormal(double x, double n, double prob);
     static double ncdbet(double x, double a, double b, double ncp, long& code, double tol);
+    static double ncdbet(double x, double y, double a, double b, double ncp, long& code, double tol);
+    static double nctPositivePart(double x, double df, double ncp);
     static double idfchb(double p, double df, double start, long& code);
+    static double correctedChi(double p, double df, double start);
     static double kordidfchi(double p, double df, long& code);
 };
 

@@ -52,6 +52,11 @@ inline double BoundedExp(double x) {
     return x < kMinExponent ? 0.0 : std::exp(x);
 }
 
+/// 1 - exp(x), with 1 below kMinExponent.
+inline double ComplementedExp(double x) {
+    return x < kMinExponent ? 1.0 : -std::expm1(x);
+}
+
 /// A probability that rounding may have pushed out of its range.
 inline double ClampedProbability(double p) {
     return p < 0 ? 0.0 : p > 1 ? 1.0 : p;

@@ -131,7 +131,7 @@ double MCDistFun::CdfNorm(double x, double mean, double sd) {
 }
 
 double MCDistFun::PdfNormalStandard(double z) {
-    return std::exp(-z * z / 2) * kDensityAtMean;
+    return std::isnan(z) ? Missing() : HalfSquareExp(z) * kDensityAtMean;
 }
 
 double MCDistFun::PdfNormal(double x, double mean, double sd) {
