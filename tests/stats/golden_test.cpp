@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fstream>
+#include <iterator>
 #include <limits>
 #include <set>
 #include <sstream>
@@ -86,6 +88,19 @@ TEST_P(GoldenTable, HasTwoHundredPointsAndATolerancesForEachRegion) {
     for (const GoldenRegion& region : Regions())
         listed.insert(region.region);
     EXPECT_EQ(inTable, listed);
+}
+
+TEST(GoldenPage, ListsEveryRegionWithItsTolerance) {
+    std::ifstream in(VELTRANE_SAMPLES "/../../docs/accuracy.md");
+    const std::string page((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    for (const GoldenRegion& region : GoldenRegions()) {
+        const std::size_t at = page.find("| `" + region.function + "` | " + region.region + " |");
+        ASSERT_NE(at, std::string::npos) << region.function << ", " << region.region;
+        const std::string line = page.substr(at, page.find('\n', at) - at);
+        std::ostringstream tolerance;
+        tolerance << "| " << region.tolerance << " | " << region.reason;
+        EXPECT_NE(line.find(tolerance.str()), std::string::npos) << line;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Functions, GoldenTable, testing::ValuesIn(GoldenFunctions()),
