@@ -54,8 +54,9 @@ make_locales() {
     done
 }
 
-command -v apt-get >/dev/null && command -v dpkg-query >/dev/null ||
+if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
     fail "this script needs apt (Debian 12); on another system install: ${demo_packages[*]} ${test_packages[*]}"
+fi
 
 case "${1:-demo}" in
 demo) install_packages "${demo_packages[@]}" ;;

@@ -15,7 +15,7 @@ namespace veltrane::host {
 namespace {
 
 constexpr std::size_t kChunkSize = std::size_t{256} << 10;
-constexpr std::size_t kCellBlockSize = std::size_t{64} << 10;
+constexpr std::size_t kCellBlockSize = std::size_t{1} << 20;
 
 /// No blank is special: the parser would drop those around a cell that is not quoted.
 int NoBlank(unsigned char) {

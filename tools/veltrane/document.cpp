@@ -8,16 +8,38 @@
 
 namespace veltrane::host {
 
+namespace {
+
+/// Receives an object through a pointer argument. It is owned even where the call that made it throws in the end.
+template <typename T>
+struct OutPointer {
+    explicit OutPointer(std::unique_ptr<T>& owner) : owner(owner) {}
+    ~OutPointer() { HandOver(); }
+    OutPointer(const OutPointer&) = delete;
+    OutPointer& operator=(const OutPointer&) = delete;
+
+    void HandOver() {
+        if (pointer)
+            owner.reset(pointer);
+        pointer = nullptr;
+    }
+
+    std::unique_ptr<T>& owner;
+    T* pointer = nullptr;
+};
+
+} // namespace
+
 Document::Document() = default;
 Document::Document(Document&&) noexcept = default;
 Document::~Document() = default;
 
 Document ReadDocument(const std::string& path, const std::string& encoding) {
     Document document;
-    MCVeltrane_900::ScoreDictionary* fields = nullptr;
+    OutPointer<MCVeltrane_900::ScoreDictionary> fields(document.fields);
     document.derivedFields.reset(
-        MCVeltrane_900::ModelFactory::GetTransformationDictionaryFromXML(path, fields, encoding));
-    document.fields.reset(fields);
+        MCVeltrane_900::ModelFactory::GetTransformationDictionaryFromXML(path, fields.pointer, encoding));
+    fields.HandOver();
     if (!document.fields)
         throw Failure(path + ": the document is no PMML: its root element is another one");
     return document;
