@@ -33,7 +33,7 @@ bench:
 docs:
 	@tools/setup.sh docs
 	@mkdir -p build/docs
-	@sed 's/@VERSION@/$(shell sed -n 's/^project(veltrane VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)/' docs/Doxyfile.in >build/Doxyfile
+	@sed 's/@VERSION@/$(shell sed -n 's/^project.veltrane VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)/' docs/Doxyfile.in >build/Doxyfile
 	@doxygen build/Doxyfile
 	@echo 'build/docs/html/index.html'
 
