@@ -239,6 +239,12 @@ class Dates(HostTest):
                     "t,m,s\n,,\n,,\n", "")
 
 
+class KeptDates(HostTest):
+    def test_a_copied_date_holds_its_day_count_as_seconds(self):
+        result = self.transform("D\n2024-02-29\n", fields=DATES[:1], derived=field_ref("E", "D", "date"))
+        self.expect(result, 0, "E\n1970-01-01\n", "")
+
+
 class Output(HostTest):
     def test_a_column_a_derived_field_in_document_order(self):
         derived = field_ref("z", "Age") + field_ref("a", "Age") + field_ref("m", "z")

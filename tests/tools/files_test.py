@@ -36,6 +36,11 @@ class Documents(HostTest):
         self.fails("error 260125: Missing variable:'Income' definition in the 'DataDictionary' and "
                    "'TransformationDictionary'.")
 
+    def test_the_failure_that_has_no_number_of_its_own(self):
+        self.document([AGE], '<DerivedField name="M" optype="continuous" dataType="double"><MapValues outputColumn="o">'
+                             '<FieldColumnPair field="Income" column="i"/></MapValues></DerivedField>')
+        self.fails("error 1: Income: not predefined!")
+
     def test_a_document_without_transformations(self):
         self.write("document.pmml", document([AGE], "").replace("<TransformationDictionary></TransformationDictionary>", ""))
         self.fails("error 260114: Missing node: 'TransformationDictionary'.")
@@ -109,6 +114,21 @@ class OutputFile(HostTest):
     def test_a_full_device(self):
         self.expect(self.run_host("transform", "document.pmml", "cases.csv", "-o", "/dev/full"), 1, "",
                     "veltrane: /dev/full: No space left on device\n")
+
+    def test_open_files_are_written_to_as_they_are(self):
+        for name in ("/dev/stdout", "/dev/fd/1", "/proc/self/fd/1"):
+            self.expect(self.run_host("transform", "document.pmml", "cases.csv", "-o", name), 0, "Out\n1\n2\n", "")
+            with open(self.folder / "log", "ab") as log:
+                log.write(b"before\n")
+                log.flush()
+                subprocess.run([COMMAND, "transform", "document.pmml", "cases.csv", "-o", name], cwd=self.folder,
+                               stdout=log, check=True, timeout=60)
+            self.assertEqual((self.folder / "log").read_text(), "before\nOut\n1\n2\n")
+            (self.folder / "log").unlink()
+
+    def test_a_file_that_is_not_open(self):
+        self.expect(self.run_host("transform", "document.pmml", "cases.csv", "-o", "/dev/fd/77"), 1, "",
+                    "veltrane: /dev/fd/77: Bad file descriptor\n")
 
     def test_a_file_size_limit_is_a_failure_that_leaves_nothing(self):
         self.write("cases.csv", "Age\n" + "123456789\n" * 100_000)

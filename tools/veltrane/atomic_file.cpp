@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -74,6 +75,23 @@ std::string BehindLinks(const std::string& path) {
     return resolved ? std::string(resolved.get()) : path;
 }
 
+/// The number of a file that the process has open already, by the names that the system has for such files; -1 for any
+/// other path. These names lead through links to the file behind them, which is not meant to be replaced.
+int NumberOfOpenFile(std::string_view path) {
+    if (path == "/dev/stdout")
+        return STDOUT_FILENO;
+    if (path == "/dev/stderr")
+        return STDERR_FILENO;
+    for (const std::string_view folder : {"/dev/fd/", "/proc/self/fd/"}) {
+        if (!path.starts_with(folder))
+            continue;
+        int number = -1;
+        const auto [end, error] = std::from_chars(path.data() + folder.size(), path.data() + path.size(), number);
+        return error == std::errc() && end == path.data() + path.size() ? number : -1;
+    }
+    return -1;
+}
+
 std::string TemporaryPattern(const std::string& target) {
     const std::size_t name = target.rfind('/') + 1; // npos + 1 is 0
     return target.substr(0, name) + "." + target.substr(name, kLongestKeptName) + ".XXXXXX";
@@ -88,6 +106,13 @@ unsigned ModeOfNewFiles() {
 } // namespace
 
 AtomicFile::AtomicFile(const std::string& path) : fName(path), fTarget(BehindLinks(path)) {
+    const int number = NumberOfOpenFile(path);
+    if (number >= 0) {
+        fDescriptor = ::fcntl(number, F_DUPFD_CLOEXEC, 0);
+        if (fDescriptor < 0)
+            Fail();
+        return;
+    }
     struct stat status {};
     const bool exists = ::stat(fTarget.c_str(), &status) == 0;
     if (!exists || S_ISREG(status.st_mode)) {

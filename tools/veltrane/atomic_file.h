@@ -9,8 +9,8 @@ namespace veltrane::host {
 
 /// A file that appears whole or not at all: it is written as a hidden temporary beside its final name and takes the
 /// name in `Commit`. Without `Commit`, and when SIGINT, SIGTERM or SIGHUP ends the process, the temporary is removed
-/// and what stood under the name before is untouched. A name that is a device or a pipe is written to directly, since
-/// it cannot be replaced. One such file is open at a time.
+/// and what stood under the name before is untouched. A device, a pipe and a file that is open already (/dev/stdout,
+/// /dev/fd/3) are written to directly, since they cannot be replaced. One such file is open at a time.
 class AtomicFile : public ByteSink {
 public:
     explicit AtomicFile(const std::string& path);
