@@ -14,8 +14,12 @@ std::atomic<std::size_t> gLive{0};
 
 namespace veltrane::bench {
 
-std::size_t Allocations() { return gCalls.load(std::memory_order_relaxed); }
-std::size_t LiveBytes() { return gLive.load(std::memory_order_relaxed); }
+std::size_t Allocations() {
+    return gCalls.load(std::memory_order_relaxed);
+}
+std::size_t LiveBytes() {
+    return gLive.load(std::memory_order_relaxed);
+}
 
 } // namespace veltrane::bench
 
@@ -36,4 +40,6 @@ void operator delete(void* block) noexcept {
     }
 }
 
-void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
+void operator delete(void* block, std::size_t) noexcept {
+    operator delete(block);
+}

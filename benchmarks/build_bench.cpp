@@ -16,7 +16,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-double Seconds(Clock::time_point from) { return std::chrono::duration<double>(Clock::now() - from).count(); }
+double Seconds(Clock::time_point from) {
+    return std::chrono::duration<double>(Clock::now() - from).count();
+}
 
 void Build(benchmark::State& state, std::string (*make)(int)) {
     // Both sides find the XML platform started.
@@ -46,9 +48,6 @@ void Build(benchmark::State& state, std::string (*make)(int)) {
 
 BENCHMARK_CAPTURE(Build, ManyFields, ManyFields)->Arg(10000)->Arg(20000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Build, InlineTable, InlineTable)->Arg(100000)->Arg(200000)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Build, ManyDerivedFields, ManyDerivedFields)
-    ->Arg(10000)
-    ->Arg(20000)
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Build, ManyDerivedFields, ManyDerivedFields)->Arg(10000)->Arg(20000)->Unit(benchmark::kMillisecond);
 
 } // namespace

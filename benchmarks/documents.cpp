@@ -40,7 +40,8 @@ std::string ReadFile(const std::string& path) {
 }
 
 std::string Document(const std::string& dataFields, int fieldCount, const std::string& derivedFields) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PMML version=\"4.1\">\n <Header/>\n <DataDictionary numberOfFields=\"" +
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PMML version=\"4.1\">\n <Header/>\n <DataDictionary "
+           "numberOfFields=\"" +
            std::to_string(fieldCount) + "\">\n" + dataFields + " </DataDictionary>\n <TransformationDictionary>\n" +
            derivedFields + " </TransformationDictionary>\n</PMML>\n";
 }
@@ -62,7 +63,8 @@ std::string ManyFields(int count) {
         if (i % 2 == 0) {
             fields += "  <DataField name=\"" + name + "\" optype=\"continuous\" dataType=\"double\"/>\n";
         } else {
-            fields += "  <DataField name=\"" + name + "\" optype=\"categorical\" dataType=\"string\">"
+            fields += "  <DataField name=\"" + name +
+                      "\" optype=\"categorical\" dataType=\"string\">"
                       "<Value value=\"low\"/><Value value=\"middle\"/><Value value=\"high\"/></DataField>\n";
         }
     }
@@ -78,7 +80,8 @@ std::string InlineTable(int rows) {
     return Document(kNumericField, 1,
                     "  <DerivedField name=\"rate\" optype=\"continuous\" dataType=\"double\">\n"
                     "   <MapValues outputColumn=\"rate\"><FieldColumnPair field=\"x0\" column=\"code\"/>\n"
-                    "   <InlineTable>\n" + table + "   </InlineTable></MapValues></DerivedField>\n");
+                    "   <InlineTable>\n" +
+                        table + "   </InlineTable></MapValues></DerivedField>\n");
 }
 
 std::string ManyDerivedFields(int count) {

@@ -25,8 +25,7 @@ void Run(benchmark::State& state, const std::string& document, const Records& re
     const std::size_t before = Allocations();
     std::size_t next = 0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(
-            loaded.derived->GetValuesForDerivedVars(records[next].get(), loaded.fields.get()));
+        benchmark::DoNotOptimize(loaded.derived->GetValuesForDerivedVars(records[next].get(), loaded.fields.get()));
         next = next + 1 < records.size() ? next + 1 : 0;
     }
     const auto cases = static_cast<double>(state.iterations());
@@ -61,7 +60,9 @@ std::string Derived(const std::string& type, const std::string& level, const std
                         "</DerivedField>");
 }
 
-void Kind(benchmark::State& state, const std::string& document) { Run(state, document, TwoFieldRows()); }
+void Kind(benchmark::State& state, const std::string& document) {
+    Run(state, document, TwoFieldRows());
+}
 
 void IrisScale(benchmark::State& state) {
     Records records;
@@ -93,11 +94,11 @@ const std::string kDiscretize =
             "</DiscretizeBin>"
             "<DiscretizeBin binValue=\"high\"><Interval closure=\"closedOpen\" leftMargin=\"8\"/></DiscretizeBin>"
             "</Discretize>");
-const std::string kMapValues =
-    Derived("double", "continuous",
-            "<MapValues outputColumn=\"out\" defaultValue=\"0\"><FieldColumnPair field=\"t\" column=\"in\"/><InlineTable>"
-            "<row><in>red</in><out>1</out></row><row><in>green</in><out>2</out></row>"
-            "<row><in>blue</in><out>3</out></row></InlineTable></MapValues>");
+const std::string kMapValues = Derived(
+    "double", "continuous",
+    "<MapValues outputColumn=\"out\" defaultValue=\"0\"><FieldColumnPair field=\"t\" column=\"in\"/><InlineTable>"
+    "<row><in>red</in><out>1</out></row><row><in>green</in><out>2</out></row>"
+    "<row><in>blue</in><out>3</out></row></InlineTable></MapValues>");
 const std::string kLag = Derived("double", "continuous", "<Lag field=\"x0\" n=\"2\"/>");
 
 BENCHMARK(IrisScale);

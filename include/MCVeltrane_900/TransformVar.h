@@ -14,6 +14,7 @@
 namespace veltrane::transform {
 class ApplyFrames;
 class ApplyNode;
+class ApplyPlan;
 struct ApplyCase;
 struct ClearedResult;
 class ValueQueue;
@@ -154,6 +155,7 @@ protected:
 private:
     friend struct veltrane::transform::ClearedResult;
     friend class veltrane::transform::ApplyNode;
+    friend class veltrane::transform::ApplyPlan;
 
     using ValuePair = std::pair<ScoreValue*, ScoreValue*>;
     using Bin = std::pair<ScoreValueRange*, ScoreValue*>;
@@ -180,10 +182,13 @@ private:
     static bool HandleMissingAndInvalidOfApply(const std::vector<double>& arguments,
                                                TransformationDictionary::TransformFunction function, ScoreValue* result,
                                                const ApplyNodeStats& stats, bool resultIsSysmis, bool resultIsInvalid);
+    const ScoreValue* EvaluateApply(const veltrane::transform::ApplyCase& oneCase);
     const ScoreValue* TraverseLeaf(FunctionTree& leaf, const veltrane::transform::ApplyCase& oneCase);
     const ScoreValue* ReplaceMissingLeaf(const ScoreDictVar& variable, const ScoreValue& value,
                                          const ApplyNodeStats& stats);
     const ScoreValue* ReadAbsentField(const ScoreDictVar& variable, const veltrane::transform::ApplyCase& oneCase);
+    static const ScoreValue* ReadComputedField(const ScoreDictVar& variable,
+                                               const veltrane::transform::ApplyCase& oneCase);
     const ScoreValue* MissingScratch(VariableType type, int width);
     veltrane::transform::ApplyFrames& Frames();
 
@@ -263,6 +268,8 @@ private:
     bool fResultHoldsText = false; ///< whether fResult, where there is one, is a StringValue
     bool fEvaluating = false;
     std::unique_ptr<veltrane::transform::ApplyFrames> fFrames;
+    std::unique_ptr<veltrane::transform::ApplyPlan> fPlan;
+    bool fIsPlanned = false;
 };
 
 } // namespace MCVeltrane_900

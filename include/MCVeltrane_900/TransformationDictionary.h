@@ -210,7 +210,7 @@ private:
     };
 
     void Reset();
-    const ScoreValue* ComputedValue(const ScoreDictVar& var) const;
+    const ScoreValue* ComputedValue(int index) const;
     void FindDerivedFields();
     void AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field, const std::string& value);
     void AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field, double value);

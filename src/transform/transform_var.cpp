@@ -1,4 +1,5 @@
 #include "transform/apply/apply_frame.h"
+#include "transform/apply/apply_plan.h"
 #include "transform/derivation.h"
 #include "transform/value_queue.h"
 
@@ -83,6 +84,8 @@ void TransformVar::CopyExpression(const TransformVar& other) {
     fMaxPoint = other.fMaxPoint;
     fPointsAscend = other.fPointsAscend;
     fRoot = CloneOf(other.fRoot.get());
+    fPlan.reset();
+    fIsPlanned = false;
     CopyBins(other);
     CopyEncodedValues(other);
     fNumericScratch = CopyOf(other.fNumericScratch);
@@ -142,6 +145,8 @@ void TransformVar::AddFieldNameAndTransExpression(const std::string& fieldName,
 
 void TransformVar::SetRoot(FunctionTree* root) {
     Overwrite(fRoot, root);
+    fPlan.reset();
+    fIsPlanned = false;
 }
 
 void TransformVar::SetMapValues(MapValues* mapValues) {

@@ -1,4 +1,5 @@
 #include "data/value_cast.h"
+#include "transform/apply/apply_node.h"
 #include "transform/derivation.h"
 #include "transform/value_queue.h"
 #include "transform/values.h"
@@ -162,10 +163,8 @@ const ScoreValue* TransformVar::EvaluateExpression(const ScoreCaseRecord* record
         return GetBinningValue(fSourceVar, source);
     case TD::TE_MAP_VALUES:
         return GetMappedValue(record, dictionary, transformations, source);
-    case TD::TE_APPLY: {
-        int status = 0;
-        return fRoot == nullptr ? nullptr : Traverse(fRoot.get(), record, dictionary, transformations, status);
-    }
+    case TD::TE_APPLY:
+        return EvaluateApply({record, dictionary, transformations});
     case TD::TE_LAG:
         return GetLagValue(record, dictionary, transformations, source);
     default:

@@ -149,9 +149,11 @@ const ScoreValue* TransformationDictionary::GetVarValue(const std::string& name)
     return fDerivedRecord == nullptr ? nullptr : std::as_const(*fDerivedRecord).Get(name);
 }
 
-/// The stored value of a field that has been computed for this case.
-const ScoreValue* TransformationDictionary::ComputedValue(const ScoreDictVar& var) const {
-    return fDerivedRecord == nullptr ? nullptr : std::as_const(*fDerivedRecord).Get(var.GetValueIndex());
+/// The stored value of the field with this value index, when it has been computed for this case; else null.
+const ScoreValue* TransformationDictionary::ComputedValue(int index) const {
+    const bool isComputed = index >= 0 && static_cast<std::size_t>(index) < fComputedFlags.size() &&
+                            fComputedFlags[static_cast<std::size_t>(index)];
+    return isComputed && fDerivedRecord != nullptr ? std::as_const(*fDerivedRecord).Get(index) : nullptr;
 }
 
 void TransformationDictionary::AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field,

@@ -1,4 +1,5 @@
 #include "transform/apply/apply_node.h"
+#include "transform/apply/apply_plan.h"
 #include "transform/derivation.h"
 #include "transform/values.h"
 
@@ -49,6 +50,24 @@ TD::TransformFunction ParentFunction(const FunctionTree& leaf) {
 }
 
 } // namespace
+
+/// The first case walks the tree and resolves its leaves; from then on a plan of it does the numeric part.
+const ScoreValue* TransformVar::EvaluateApply(const ApplyCase& oneCase) {
+    if (fRoot == nullptr) {
+        return nullptr;
+    }
+    if (fPlan != nullptr) {
+        return fPlan->Evaluate(*this, oneCase);
+    }
+    int status = 0;
+    const ScoreValue* value =
+        Traverse(fRoot.get(), oneCase.record, oneCase.dictionary, oneCase.transformations, status);
+    if (!fIsPlanned) {
+        fIsPlanned = true;
+        fPlan = veltrane::transform::ApplyPlan::Make(*fRoot);
+    }
+    return value;
+}
 
 const ScoreValue* TransformVar::Traverse(FunctionTree* node, const ScoreCaseRecord* record,
                                          const ScoreDictionary* dictionary, const ScoreDictionary* transformations,
@@ -124,11 +143,18 @@ const ScoreValue* TransformVar::ReadAbsentField(const ScoreDictVar& variable, co
     if (!variable.IsDerivedVariable()) {
         return MissingScratch(variable.GetVarType(), variable.GetWidth());
     }
-    const auto* derived = dynamic_cast<const TD*>(oneCase.transformations);
-    if (derived != nullptr && derived->IsVarValueComputed(&variable)) {
-        return derived->ComputedValue(variable);
+    if (const ScoreValue* computed = ReadComputedField(variable, oneCase)) {
+        return computed;
     }
     return veltrane::transform::EvaluateDerived(variable, oneCase.record, oneCase.dictionary, oneCase.transformations);
+}
+
+/// The derived record's value of a field that has been computed for this case; null for any other.
+const ScoreValue* TransformVar::ReadComputedField(const ScoreDictVar& variable, const ApplyCase& oneCase) {
+    const ScoreDictionary* place = oneCase.transformations;
+    const auto* derived = place != nullptr && typeid(*place) == typeid(TD) ? static_cast<const TD*>(place)
+                                                                           : dynamic_cast<const TD*>(place);
+    return derived == nullptr ? nullptr : derived->ComputedValue(variable.GetValueIndex());
 }
 
 const ScoreValue* TransformVar::MissingScratch(VariableType type, int width) {

@@ -1,4 +1,4 @@
-#include "transform/functions/missing.h"
+#include "transform/functions/kernels.h"
 
 #include <MCVeltrane_900/TransformationDictionary.h>
 
@@ -11,24 +11,16 @@ namespace MCVeltrane_900 {
 using veltrane::functions::IsMissing;
 using veltrane::functions::kMissing;
 
-namespace {
-
-bool HasTwoPresent(const std::vector<double>& values) {
-    return values.size() == 2 && !IsMissing(values[0]) && !IsMissing(values[1]);
-}
-
-} // namespace
-
 double TransformationDictionary::Minus(const std::vector<double>& values) {
-    return HasTwoPresent(values) ? values[0] - values[1] : kMissing;
+    return values.size() == 2 ? veltrane::functions::Difference(values[0], values[1]) : kMissing;
 }
 
 double TransformationDictionary::Multiply(const std::vector<double>& values) {
-    return HasTwoPresent(values) ? values[0] * values[1] : kMissing;
+    return values.size() == 2 ? veltrane::functions::Product(values[0], values[1]) : kMissing;
 }
 
 double TransformationDictionary::Divided(const std::vector<double>& values) {
-    return HasTwoPresent(values) && values[1] != 0.0 ? values[0] / values[1] : kMissing;
+    return values.size() == 2 ? veltrane::functions::Quotient(values[0], values[1]) : kMissing;
 }
 
 double TransformationDictionary::ProductOperator(const std::vector<double>& values) {
@@ -67,15 +59,7 @@ double TransformationDictionary::Max(const std::vector<double>& values) {
 }
 
 double TransformationDictionary::Sum(const std::vector<double>& values) {
-    double sum = 0.0;
-    bool found = false;
-    for (const double value : values) {
-        if (!IsMissing(value)) {
-            sum += value;
-            found = true;
-        }
-    }
-    return found ? sum : kMissing;
+    return veltrane::functions::Total(values.data(), values.size());
 }
 
 double TransformationDictionary::Mean(const std::vector<double>& values) {

@@ -1,0 +1,38 @@
+#ifndef VELTRANE_TRANSFORM_FUNCTIONS_KERNELS_H
+#define VELTRANE_TRANSFORM_FUNCTIONS_KERNELS_H
+
+#include "transform/functions/missing.h"
+
+#include <cstddef>
+
+/// The commonest functions of numbers as the public ones and the plan of a tree both compute them.
+namespace veltrane::functions {
+
+inline double Difference(double a, double b) {
+    return IsMissing(a) || IsMissing(b) ? kMissing : a - b;
+}
+
+inline double Product(double a, double b) {
+    return IsMissing(a) || IsMissing(b) ? kMissing : a * b;
+}
+
+inline double Quotient(double a, double b) {
+    return IsMissing(a) || IsMissing(b) || b == 0.0 ? kMissing : a / b;
+}
+
+/// Over what is not missing; missing when nothing is left.
+inline double Total(const double* values, std::size_t count) {
+    double sum = 0.0;
+    bool found = false;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!IsMissing(values[i])) {
+            sum += values[i];
+            found = true;
+        }
+    }
+    return found ? sum : kMissing;
+}
+
+} // namespace veltrane::functions
+
+#endif
