@@ -4,6 +4,7 @@
 #include <MCVeltrane_900/FunctionTree.h>
 #include <veltrane_export.h>
 
+#include <concepts>
 #include <memory>
 #include <vector>
 
@@ -21,6 +22,14 @@ public:
     ~FunctionTreeImp() override;
 
     bool operator==(const FunctionTree& other) const override;
+
+    /// The same operator with the exact type of its right side, so that a comparison of two concrete classes isn't
+    /// ambiguous with its own reversed form.
+    template <std::derived_from<FunctionTree> T>
+    bool operator==(const T& other) const {
+        return *this == static_cast<const FunctionTree&>(other);
+    }
+
     FunctionTree* Clone() const override;
     void Insert(FunctionTree* child, int index) override;
     void Add(FunctionTree* child) override;
