@@ -65,6 +65,8 @@ public:
                                         ScoreDictionary* second, const std::string& text);
 
     /// Reads the data dictionary and the transformation dictionary of a PMML document, without a model or a plug-in.
+    /// On this road alone the external DTD of a document is read, when the DOCTYPE names an ordinary file on this
+    /// machine; one at an address elsewhere counts as empty, and any other external entity is refused.
     /// @param in   read from where it stands
     /// @param dict receives the data dictionary, owned by the caller; untouched when the root isn't "PMML"
     /// @return the transformation dictionary, owned by the caller; null when it has no derived field or the root isn't
