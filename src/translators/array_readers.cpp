@@ -1,17 +1,20 @@
 #include "diagnostics/raise.h"
 #include "translators/array_scan.h"
+#include "translators/document_text.h"
+#include "translators/white_space_tokens.h"
 
 #include <MCVeltrane_900/PMMLModelTags.h>
 #include <MCVeltrane_900/PMMLTranslator.h>
 #include <MCVeltrane_900/ScoreEncoder.h>
 
 #include <xercesc/dom/DOM.hpp>
-#include <xercesc/util/XMLStringTokenizer.hpp>
 
 using veltrane::diagnostics::Raise;
 using veltrane::translators::ArrayItem;
+using veltrane::translators::DocumentText;
 using veltrane::translators::ScanArray;
 using veltrane::translators::UnescapeQuotes;
+using veltrane::translators::WhiteSpaceTokens;
 
 namespace MCVeltrane_900 {
 
@@ -41,7 +44,7 @@ int StatedSize(const xercesc::DOMNode* array) {
 }
 
 bool IsBlank(const XMLCh* text) {
-    return !xercesc::XMLStringTokenizer(text).hasMoreTokens();
+    return WhiteSpaceTokens(text).Next() == nullptr;
 }
 
 void Verify(const std::string& item, const XMLCh* type) {
@@ -53,29 +56,21 @@ void Verify(const std::string& item, const XMLCh* type) {
 }
 
 /// The size that an array of numbers has to have; nothing when it isn't checked.
-std::optional<int> RequiredSize(const xercesc::DOMElement* array, int count) {
+std::optional<int> RequiredSize(const xercesc::DOMElement* array, int count, const DocumentText& text) {
     const XMLCh* tag = array->getTagName();
     if (BaseTranslator::IsEqual(tag, Tags::XML_ELE_XBASISROW) ||
         BaseTranslator::IsEqual(tag, Tags::XML_ELE_UPERXBASISROW)) {
         return count;
     }
     if (!BaseTranslator::IsEqual(tag, Tags::XML_ELE_ARRAY)) {
-        char* name = xercesc::XMLString::transcode(tag);
-        const std::string text = name;
-        xercesc::XMLString::release(&name);
-        Raise(260172, text, Tags::XML_ELE_ARRAY);
+        Raise(260172, text(tag), Tags::XML_ELE_ARRAY);
     }
     const XMLCh* stated = BaseTranslator::GetAttribute(array, Tags::XML_ATT_ARRAY_N);
     return *stated != 0 ? std::optional<int>(BaseTranslator::VerifyInt(stated)) : std::nullopt;
 }
 
-/// The white-space separated tokens of an array of numbers, each converted by `convert`.
-template <typename Number, typename Convert>
-std::vector<Number> ReadNumbers(const xercesc::DOMElement* array, int count, Convert convert) {
-    if (array == nullptr) {
-        Raise(260114, "Array, x-BasisRow,X-BasisRow");
-    }
-    const std::optional<int> required = RequiredSize(array, count);
+/// The text of an array of numbers, once its element is what it has to be.
+const XMLCh* NumbersText(const xercesc::DOMElement* array) {
     const xercesc::DOMNode* child = array->getFirstChild();
     if (child == nullptr) {
         Raise(260283, Tags::XML_ELE_ARRAY);
@@ -84,14 +79,26 @@ std::vector<Number> ReadNumbers(const xercesc::DOMElement* array, int count, Con
     if (text == nullptr || IsBlank(text)) {
         Raise(260284, Tags::XML_ELE_VALUE, Tags::XML_ELE_ARRAY);
     }
-    xercesc::XMLStringTokenizer tokens(text);
-    const int found = static_cast<int>(tokens.countTokens());
-    if (required && *required != found) {
+    return text;
+}
+
+/// The tokens of an array of numbers, each converted by `convert`.
+template <typename Number>
+std::vector<Number> ReadNumbers(const xercesc::DOMElement* array, int count, const DocumentText& text,
+                                Number (*convert)(const XMLCh*)) {
+    if (array == nullptr) {
+        Raise(260114, "Array, x-BasisRow,X-BasisRow");
+    }
+    const std::optional<int> required = RequiredSize(array, count, text);
+    WhiteSpaceTokens tokens(NumbersText(array));
+    const std::size_t found = tokens.Count();
+    if (required && (*required < 0 || static_cast<std::size_t>(*required) != found)) {
         Raise(260241, std::to_string(*required), Tags::XML_ATT_ARRAY_N, std::to_string(found));
     }
     std::vector<Number> numbers;
-    while (tokens.hasMoreTokens()) {
-        numbers.push_back(convert(static_cast<const XMLCh*>(tokens.nextToken())));
+    numbers.reserve(found);
+    while (const XMLCh* token = tokens.Next()) {
+        numbers.push_back(convert(token));
     }
     return numbers;
 }
@@ -113,7 +120,7 @@ std::vector<std::string> PMMLTranslator::GetArrayElements(xercesc::DOMNode* arra
                                                           const ScoreDictVar* var) {
     const bool escapes = !HasBackslashCategory(var);
     const int expected = StatedSize(array);
-    const xercesc::DOMNode* child = array->getFirstChild();
+    const xercesc::DOMNode* child = array != nullptr ? array->getFirstChild() : nullptr;
     if (child == nullptr) {
         Raise(260115, Tags::XML_ELE_ARRAY, Tags::XML_ELE_SETPREDICATE);
     }
@@ -146,11 +153,11 @@ std::vector<std::string> PMMLTranslator::ParseStrArray(xercesc::DOMElement* arra
 }
 
 std::vector<double> PMMLTranslator::VerifyDoubleArray(xercesc::DOMElement* array, int count) {
-    return ReadNumbers<double>(array, count, [](const XMLCh* token) { return VerifyDouble(token); });
+    return ReadNumbers<double>(array, count, DocumentText(*this, &PMMLTranslator::ToString), VerifyDouble);
 }
 
 std::vector<int> PMMLTranslator::VerifyIntArray(xercesc::DOMElement* array, int count) {
-    return ReadNumbers<int>(array, count, [](const XMLCh* token) { return VerifyInt(token); });
+    return ReadNumbers<int>(array, count, DocumentText(*this, &PMMLTranslator::ToString), VerifyInt);
 }
 
 } // namespace MCVeltrane_900

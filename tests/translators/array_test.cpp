@@ -122,6 +122,24 @@ TEST_F(ArrayReaders, StatedCountIsReadBeforeTheContent) {
     ExpectArrayFailure("<Array n='two'/>", 260151, "The value: 'two' is invalid of type: 'integer'.");
 }
 
+TEST_F(ArrayReaders, NegativeStatedCountFitsNothing) {
+    ExpectArrayFailure("<Array n='-1'>a</Array>", 260241,
+                       "The value: '1' of attribute 'n' does not match the array size: '-1'.");
+}
+
+TEST_F(ArrayReaders, EmptyStatedCountIsNone) {
+    EXPECT_EQ(Read("a b", "n=''"), Strings({"a", "b"}));
+}
+
+TEST_F(ArrayReaders, ItemsAreVerifiedBeforeTheyAreCounted) {
+    ExpectArrayFailure("<Array n='3' type='int'>1 x</Array>", 260151, "The value: 'x' is invalid of type: 'integer'.");
+}
+
+TEST_F(ArrayReaders, ElementsOfNoNode) {
+    ExpectFailure([&] { translator.GetArrayElements(nullptr, nullptr, nullptr); }, 260115,
+                  "Missing node of 'Array' element  in 'SimpleSetPredicate'.");
+}
+
 TEST_F(ArrayReaders, NoContent) {
     ExpectArrayFailure("<Array/>", 260115, "Missing node of 'Array' element  in 'SimpleSetPredicate'.");
 }
@@ -152,6 +170,12 @@ TEST_F(ArrayReaders, IntegerItemsAreVerified) {
     ExpectArrayFailure("<Array type='int'>1 1.5</Array>", 260151, "The value: '1.5' is invalid of type: 'integer'.");
 }
 
+TEST_F(ArrayReaders, QuotedNumbersAreVerifiedAsTheyStand) {
+    EXPECT_EQ(Read("\"1.5\" 2", "type='real'"), Strings({"1.5", "2"}));
+    ExpectArrayFailure("<Array type='real'>\"1\\\"5\"</Array>", 260151,
+                       "The value: '1\\\"5' is invalid of type: 'double'.");
+}
+
 TEST_F(ArrayReaders, StringItemsAreNotVerified) {
     EXPECT_EQ(Read("1.5 x", "type='string'"), Strings({"1.5", "x"}));
 }
@@ -164,6 +188,18 @@ TEST_F(ArrayReaders, CategoryThatIsABackslashSwitchesEscapesOff) {
     EXPECT_EQ(ReadFor(var, "\"x\\\" y\" z"), Strings({"x\" y", "z"}));
     encoder->Encode(std::string("\\"));
     EXPECT_EQ(ReadFor(var, "\"x\\\" y z"), Strings({"x\\", "y", "z"}));
+}
+
+TEST_F(ArrayReaders, VariableWithoutEncoderChangesNothing) {
+    const DictVar var("v", ScoreDictVar::STRING_VAR);
+    EXPECT_EQ(ReadFor(var, "\"x\\\" y\" z"), Strings({"x\" y", "z"}));
+}
+
+// Only the first child counts, whatever it is.
+TEST_F(ArrayReaders, CommentInFrontIsTheText) {
+    const ParsedXml xml = ParseXml("<Array><!--a b-->c d e</Array>");
+    EXPECT_EQ(translator.ParseStrArray(xml.Root()), Strings({"a", "b"}));
+    EXPECT_EQ(Doubles("<Array><!--1 2-->3</Array>", 0), std::vector<double>({1.0, 2.0}));
 }
 
 TEST_F(ArrayReaders, ArrayChildOfANode) {
@@ -193,6 +229,43 @@ TEST_F(ArrayReaders, StatedSizeOfNumbersStandsFirstInTheMessage) {
                          "The value: '3' of attribute 'n' does not match the array size: '2'.");
 }
 
+TEST_F(ArrayReaders, StatedSizeOfZeroNumbersIsChecked) {
+    ExpectDoublesFailure("<Array n='0'>1 2</Array>", 2, 260241,
+                         "The value: '0' of attribute 'n' does not match the array size: '2'.");
+}
+
+TEST_F(ArrayReaders, EmptyStatedSizeOfNumbersIsNone) {
+    EXPECT_EQ(Doubles("<Array n=''>1 2</Array>", 7), std::vector<double>({1.0, 2.0}));
+}
+
+TEST_F(ArrayReaders, SizeThatIsNoNumberComesBeforeTheContent) {
+    ExpectDoublesFailure("<Array n='two'/>", 2, 260151, "The value: 'two' is invalid of type: 'integer'.");
+}
+
+TEST_F(ArrayReaders, SizeComesBeforeTheNumbers) {
+    ExpectDoublesFailure("<Array n='3'>1 x</Array>", 0, 260241,
+                         "The value: '3' of attribute 'n' does not match the array size: '2'.");
+}
+
+TEST_F(ArrayReaders, CarriageReturnsSplitNumbersToo) {
+    EXPECT_EQ(Doubles("<Array>1&#13;2&#13;&#10;3</Array>", 0), std::vector<double>({1.0, 2.0, 3.0}));
+}
+
+TEST_F(ArrayReaders, QuotesAreNoQuotesAmongNumbers) {
+    ExpectDoublesFailure("<Array>\"1 2\"</Array>", 0, 260151, "The value: '\"1' is invalid of type: 'double'.");
+}
+
+// Looking over what is left of the text for each number would take minutes here.
+TEST_F(ArrayReaders, ManyNumbers) {
+    constexpr int kCount = 200'000;
+    std::string text;
+    for (int i = 0; i < kCount; ++i) {
+        text += "1 ";
+    }
+    const ParsedXml xml = ParseXml("<Array n='200000'>" + text + "</Array>");
+    EXPECT_EQ(translator.VerifyIntArray(xml.Root(), 0), std::vector<int>(kCount, 1));
+}
+
 TEST_F(ArrayReaders, NumbersOfNoElement) {
     ExpectFailure([&] { translator.VerifyDoubleArray(nullptr, 1); }, 260114,
                   "Missing node: 'Array, x-BasisRow,X-BasisRow'.");
@@ -202,14 +275,18 @@ TEST_F(ArrayReaders, NumbersOfNoElement) {
 
 TEST_F(ArrayReaders, NumbersOfAnotherElement) {
     ExpectDoublesFailure("<Matrix>1</Matrix>", 1, 260172, "The value: 'Matrix' is invalid, expect: 'Array'.");
+    ExpectDoublesFailure("<M\xC3\xA4trix n='x'/>", 1, 260172,
+                         "The value: 'M\xC3\xA4trix' is invalid, expect: 'Array'.");
 }
 
 TEST_F(ArrayReaders, NumbersWithoutContent) {
     ExpectDoublesFailure("<Array/>", 1, 260283, "No child element in Node 'Array'.");
+    ExpectDoublesFailure("<x-BasisRow/>", 1, 260283, "No child element in Node 'Array'.");
 }
 
 TEST_F(ArrayReaders, NumbersOfBlankContent) {
     ExpectDoublesFailure("<Array>  </Array>", 1, 260284, "Empty 'Value' in 'Array'.");
+    ExpectDoublesFailure("<X-BasisRow><x>1</x></X-BasisRow>", 1, 260284, "Empty 'Value' in 'Array'.");
 }
 
 TEST_F(ArrayReaders, BadNumber) {
@@ -225,6 +302,13 @@ TEST_F(ArrayReaders, BadInteger) {
     const ParsedXml xml = ParseXml("<Array>1 2.5</Array>");
     ExpectFailure([&] { translator.VerifyIntArray(xml.Root(), 0); }, 260151,
                   "The value: '2.5' is invalid of type: 'integer'.");
+}
+
+TEST_F(ArrayReaders, BasisRowOfIntegers) {
+    const ParsedXml xml = ParseXml("<x-BasisRow n='9'>1 2</x-BasisRow>");
+    EXPECT_EQ(translator.VerifyIntArray(xml.Root(), 2), std::vector<int>({1, 2}));
+    ExpectFailure([&] { translator.VerifyIntArray(xml.Root(), 1); }, 260241,
+                  "The value: '1' of attribute 'n' does not match the array size: '2'.");
 }
 
 } // namespace
