@@ -211,7 +211,7 @@ public:
     /// Reads an Apply with all that is nested in it. Node ids are the decimal text of a counter, in document order.
     /// @param target the derived field that the tree is for
     /// @param parent the node that the new one becomes a child of; null for the root
-    /// @return the node, owned by its parent, or by the caller when it is the root
+    /// @return the node, owned by its parent, or by the caller when it has none
     /// @throws VTException 260114, 260120, 260151, 260173, 260174, 260215, 260221 (also for one that is nested deeper
     ///         than 1000 functions), 260243, 260245, 260303. The node is left without children under its parent then;
     ///         a root is deleted

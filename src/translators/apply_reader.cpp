@@ -2,6 +2,7 @@
 
 #include "diagnostics/raise.h"
 #include "translators/element_walk.h"
+#include "translators/function_rules.h"
 
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/PMMLModelTags.h>
@@ -22,8 +23,6 @@ namespace {
 
 /// Real expressions nest a few dozen functions; nothing that walks a tree has to survive more than this.
 constexpr int kDeepestApply = 1000;
-
-enum ArgumentKind : int { NESTED = 0, FIELD = 1, CONSTANT = 2 };
 
 struct Word {
     const char* literal;
@@ -98,17 +97,17 @@ FunctionTree* ApplyReader::Read(const DOMElement* apply, FunctionTree* parent) {
     ReadReplacements(apply);
     fStats.SetTransformFunction(fFunction);
     fStats.SetNodeID(std::to_string(fCounter++));
-    auto node = std::make_unique<FunctionTreeImp>(true);
-    fNode = node.get();
+    auto owner = std::make_unique<FunctionTreeImp>(true);
+    fNode = owner.get();
     fNode->SetNodeStats(fStats);
     for (auto& value : fReplacements) {
         fNode->Keep(std::move(value));
     }
-    std::unique_ptr<FunctionTreeImp> root;
     if (parent != nullptr) {
-        parent->Add(node.release());
-    } else {
-        root = std::move(node);
+        parent->Add(fNode);
+    }
+    if (fNode->GetParent() != nullptr) {
+        static_cast<void>(owner.release());
     }
     try {
         ReadChildren(apply);
@@ -122,7 +121,7 @@ FunctionTree* ApplyReader::Read(const DOMElement* apply, FunctionTree* parent) {
         fNode->RemoveAllChildren();
         throw;
     }
-    static_cast<void>(root.release());
+    static_cast<void>(owner.release());
     return fNode;
 }
 

@@ -13,8 +13,6 @@ using TD = TransformationDictionary;
 
 namespace {
 
-enum ArgumentKind : int { NESTED = 0, FIELD = 1, CONSTANT = 2 };
-
 /// Where the name of a constant argument tells its type, behind "Constant_".
 constexpr std::size_t kConstantTypePlace = 9;
 

@@ -8,6 +8,9 @@
 /// What the readers of an Apply know of a function, made from the table of built-in functions.
 namespace veltrane::translators {
 
+/// What an argument of an Apply is, as PMMLTranslator::VerifyApplyFunction counts it.
+enum ArgumentKind : int { NESTED = 0, FIELD = 1, CONSTANT = 2 };
+
 /// What the arguments of a function have to be.
 enum class Arguments {
     NOT_CHECKED,
