@@ -1,0 +1,126 @@
+#!/usr/bin/env python3
+"""Writes docs/functions.md from include/MCVeltrane_900/TransformFunctions.def. With --check it writes nothing and fails
+when the page is not current."""
+import argparse
+import difflib
+import pathlib
+import re
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+TABLE = ROOT / "include/MCVeltrane_900/TransformFunctions.def"
+PAGE = ROOT / "docs/functions.md"
+
+FUNCTION = re.compile(
+    r"VELTRANE_TRANSFORM_FUNCTION\(\w+, (?P<number>\d+), \((?P<names>[^)]*)\), \w+, [\w:]+, (?P<count>\w+), "
+    r'(?P<arguments>\w+), (?P<families>[\w |]+), "(?P<word>[^"]*)", "(?P<result>[^"]*)", "(?P<missing>[^"]*)"\)$'
+)
+NAME = re.compile(r'"([^"]*)"')
+
+# What the arguments of a function are: for one, for a fixed number, for any number.
+ARGUMENTS = {
+    "NUMERIC": ("1 number", "{} numbers", "any number of numbers"),
+    "TEXT": ("1 text", "{} texts", "any number of texts"),
+    "TEXT_NUMBER": (None, "a text and a number", None),
+    "TEXT_NUMBER_NUMBER": (None, "a text and two numbers", None),
+    "TARGET_FIELD": ("1 field of the derived field's type", None, None),
+    "NUMERIC_FIELD": ("1 numeric field", None, None),
+    "NOT_CHECKED": ("1, of any kind", "{}, of any kind", None),
+}
+
+FAMILIES = {
+    "ARITHMETIC": "arithmetic",
+    "MATHEMATICS": "mathematics",
+    "STATISTIC": "statistic",
+    "DATE_TIME": "date-time",
+    "LOGIC": "logic",
+    "STRING": "string",
+    "MIX_OUTPUT": "mixed output",
+    "MIX_INPUT": "mixed input",
+    "NUMERIC_RESULT": "numeric",
+    "INPUT_STRING": "string input",
+    "OUTPUT_NUMERIC": "numeric output",
+    "NO_FAMILY": "none",
+}
+
+HEAD = """\
+# Functions
+
+<!-- Made from include/MCVeltrane_900/TransformFunctions.def by tools/docs/functions_page.py; edit the table and run the
+script. -->
+
+The functions that an `Apply` can name: {names} names for {functions} functions. Names are compared exactly; a row with
+two names has two spellings of one function. The number is that of `TransformationDictionary::TransformFunction`, which
+plug-ins are built against.
+
+The arguments of an `Apply` are its `FieldRef`, `Constant` and `Apply` children in document order. Their number and their
+kinds are checked when the document is read:
+
+- A field is a number when its variable is numeric. A date-time field is neither a number nor a text.
+- A `Constant` is a number unless its `dataType` says otherwise, but a text under `matches`, `concat` and `replace`. A
+  date-time constant is neither.
+- A nested `Apply` has to fit by its families. Arithmetic, mathematics, statistic, date-time and numeric functions take
+  one of these families, of logic or of numeric output. Functions of the families string and string input take string
+  functions. Both take mixed output. The others take none, where their arguments are checked at all.
+- "Not checked" means that neither the number nor the kinds are looked at.
+- A text constant under `outlierHandle`, where the second argument is the method, has to be "asIs", "asMissingValues" or
+  "asExtremeValues".
+- `imputeCatFieldMissingAgainstConTarget` needs two fields, the category and the target, and two `Extension` children
+  with an `Array` each, both of one length: the means of the categories and their variances.
+
+A missing field is first replaced by the `mapMissingTo` of its `FieldRef`, though not under `value` and `sysmis`. What a
+function makes of an argument that is missing then stands behind its result. A number is missing when it is the
+system-missing one; a text never is, and the field that has none gives the empty text.
+
+"In messages" is the word that refusals use; some functions have none of their own.
+"""
+
+
+def read_table():
+    rows = []
+    for number, line in enumerate(TABLE.read_text(encoding="utf-8").splitlines(), 1):
+        if function := FUNCTION.match(line):
+            rows.append(function.groupdict() | {"names": NAME.findall(function["names"])})
+        elif line and not line.startswith(("//", "#undef")):
+            sys.exit(f"{TABLE.relative_to(ROOT)}:{number}: not a line of the table: {line}")
+    return rows
+
+
+def arguments_text(row):
+    if row["count"] == "UNCHECKED":
+        return "not checked"
+    one, several, any_number = ARGUMENTS[row["arguments"]]
+    if row["count"] == "ANY":
+        return any_number
+    return one if row["count"] == "1" else several.format(row["count"])
+
+
+def families_text(row):
+    return ", ".join(FAMILIES[family] for family in row["families"].split(" | "))
+
+
+def render(rows):
+    page = HEAD.format(names=sum(len(row["names"]) for row in rows), functions=len(rows))
+    page += "\n| Name | Number | Arguments | Result | With missing arguments | Families | In messages |\n"
+    page += "|---|---|---|---|---|---|---|\n"
+    for row in rows:
+        names = ", ".join(f"`{name}`" for name in row["names"])
+        cells = [names, row["number"], arguments_text(row), row["result"], row["missing"], families_text(row)]
+        page += "| " + " | ".join(cells) + f" | `{row['word']}` |\n"
+    return page
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--check", action="store_true")
+    page = render(read_table())
+    if not parser.parse_args().check:
+        PAGE.write_text(page, encoding="utf-8")
+        return 0
+    present = PAGE.read_text(encoding="utf-8") if PAGE.exists() else ""
+    sys.stdout.writelines(difflib.unified_diff(present.splitlines(True), page.splitlines(True), "docs/functions.md", "table"))
+    return 0 if present == page else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
