@@ -53,8 +53,8 @@ The functions that an `Apply` can name: {names} names for {functions} functions.
 two names has two spellings of one function. The number is that of `TransformationDictionary::TransformFunction`, which
 plug-ins are built against.
 
-The arguments of an `Apply` are its `FieldRef`, `Constant` and `Apply` children in document order. Their number and their
-kinds are checked when the document is read:
+The arguments of an `Apply` are its `FieldRef`, `Constant` and `Apply` children in document order. Their number and
+their kinds are checked when the document is read:
 
 - A field is a number when its variable is numeric. A date-time field is neither a number nor a text.
 - A `Constant` is a number unless its `dataType` says otherwise, but a text under `matches`, `concat` and `replace`. A
@@ -70,7 +70,8 @@ kinds are checked when the document is read:
 
 A missing field is first replaced by the `mapMissingTo` of its `FieldRef`, though not under `value` and `sysmis`. What a
 function makes of an argument that is missing then stands behind its result. A number is missing when it is the
-system-missing one; a text never is, and the field that has none gives the empty text.
+system-missing one, which every number that its field declares missing becomes. A text that its field declares missing
+stays as it is; a field that the case lacks gives the empty text.
 
 "In messages" is the word that refusals use; some functions have none of their own.
 """
@@ -118,7 +119,8 @@ def main():
         PAGE.write_text(page, encoding="utf-8")
         return 0
     present = PAGE.read_text(encoding="utf-8") if PAGE.exists() else ""
-    sys.stdout.writelines(difflib.unified_diff(present.splitlines(True), page.splitlines(True), "docs/functions.md", "table"))
+    difference = difflib.unified_diff(present.splitlines(True), page.splitlines(True), "docs/functions.md", "table")
+    sys.stdout.writelines(difference)
     return 0 if present == page else 1
 
 
