@@ -62,9 +62,6 @@ const Row kRows[] = {
     {"TextConstantUnderPlus",
      "<Apply function='+'><FieldRef field='x'/><Constant dataType='string'>1</Constant></Apply>", 260245,
      "Type mismatch between function '+' and parameter variable 'Constant_S_'."},
-    {"DateConstantUnderPlus",
-     "<Apply function='+'><FieldRef field='x'/><Constant dataType='dateDaysSince[1970]'>1</Constant></Apply>", 260245,
-     "Type mismatch between function '+' and parameter variable 'Constant_T_'."},
     {"PlainConstantThatIsNoNumber", "<Apply function='abs'><Constant>abc</Constant></Apply>", 260151,
      "The value: 'abc' is invalid of type: 'double'."},
     {"EmptyConstant", "<Apply function='abs'><Constant/></Apply>", 260114, "Missing node: 'Constant'."},
@@ -101,25 +98,6 @@ const Row kRows[] = {
      "<Apply function='outlierHandle'><FieldRef field='x'/><Constant dataType='string'>asBefore</Constant>"
      "<Constant>1</Constant><Constant>1</Constant><Constant>1</Constant><Constant>1</Constant></Apply>",
      260303, "Unsupported value 'asBefore' of attribute 'string'."},
-    {"LengthUnderConcat",
-     "<Apply function='concat'><FieldRef field='s'/><Apply function='length'><FieldRef field='s'/></Apply></Apply>",
-     260243, "Type mismatch between parent function 'concat' and child function 'length'."},
-    {"GreaterOrEqualUnderPlus",
-     "<Apply function='+'><FieldRef field='x'/><Apply function='greaterOrEqual'><FieldRef field='x'/>"
-     "<FieldRef field='x'/></Apply></Apply>",
-     260243, "Type mismatch between parent function '+' and child function 'greaterOrEqual'."},
-    {"ApplyUnderMatches",
-     "<Apply function='matches'><Apply function='lowercase'><FieldRef "
-     "field='s'/></Apply><Constant>a</Constant></Apply>",
-     260243, "Type mismatch between parent function 'matches' and child function 'lowercase'."},
-    {"ApplyUnderSubstring",
-     "<Apply function='substring'><FieldRef field='s'/><Constant>1</Constant><Apply function='abs'>"
-     "<FieldRef field='x'/></Apply></Apply>",
-     260243, "Type mismatch between parent function 'substring' and child function 'abs'."},
-    {"TextFunctionUnderSum", "<Apply function='sum'><Apply function='lower'><FieldRef field='s'/></Apply></Apply>",
-     260243, "Type mismatch between parent function '<not defined>' and child function 'lower'."},
-    {"SumNamesItselfNotDefined", "<Apply function='sum'><FieldRef field='s'/></Apply>", 260245,
-     "Type mismatch between function '<not defined>' and parameter variable 's'."},
     {"NestedFaultComesFirst", "<Apply function='abs'><Apply function='plus'/><FieldRef field='s'/></Apply>", 260303,
      "Unsupported value 'plus' of attribute 'function'."},
     {"FaultDeepDown",
@@ -148,6 +126,40 @@ const Row kRows[] = {
 
 INSTANTIATE_TEST_SUITE_P(Rows, RefusedApply, testing::ValuesIn(kRows), NameOf);
 
+// Refusals that follow from the gaps of the families and from the kinds that count as neither number nor text.
+class KeptRefusedApply : public testing::TestWithParam<Row> {};
+
+TEST_P(KeptRefusedApply, EndsInItsMessage) {
+    ExpectReadFailure(NumericField(GetParam().apply), GetParam().id, GetParam().message);
+}
+
+const Row kKeptRows[] = {
+    {"DateConstantUnderPlus",
+     "<Apply function='+'><FieldRef field='x'/><Constant dataType='dateDaysSince[1970]'>1</Constant></Apply>", 260245,
+     "Type mismatch between function '+' and parameter variable 'Constant_T_'."},
+    {"LengthUnderConcat",
+     "<Apply function='concat'><FieldRef field='s'/><Apply function='length'><FieldRef field='s'/></Apply></Apply>",
+     260243, "Type mismatch between parent function 'concat' and child function 'length'."},
+    {"GreaterOrEqualUnderPlus",
+     "<Apply function='+'><FieldRef field='x'/><Apply function='greaterOrEqual'><FieldRef field='x'/>"
+     "<FieldRef field='x'/></Apply></Apply>",
+     260243, "Type mismatch between parent function '+' and child function 'greaterOrEqual'."},
+    {"ApplyUnderMatches",
+     "<Apply function='matches'><Apply function='lowercase'><FieldRef "
+     "field='s'/></Apply><Constant>a</Constant></Apply>",
+     260243, "Type mismatch between parent function 'matches' and child function 'lowercase'."},
+    {"ApplyUnderSubstring",
+     "<Apply function='substring'><FieldRef field='s'/><Constant>1</Constant><Apply function='abs'>"
+     "<FieldRef field='x'/></Apply></Apply>",
+     260243, "Type mismatch between parent function 'substring' and child function 'abs'."},
+    {"TextFunctionUnderSum", "<Apply function='sum'><Apply function='lower'><FieldRef field='s'/></Apply></Apply>",
+     260243, "Type mismatch between parent function '<not defined>' and child function 'lower'."},
+    {"SumNamesItselfNotDefined", "<Apply function='sum'><FieldRef field='s'/></Apply>", 260245,
+     "Type mismatch between function '<not defined>' and parameter variable 's'."},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, KeptRefusedApply, testing::ValuesIn(kKeptRows), NameOf);
+
 TEST(RefusedApplyNesting, DeeperThanTheBound) {
     std::string apply = kX;
     for (int i = 0; i < 1001; ++i) {
@@ -165,7 +177,6 @@ TEST(AcceptedApplyNesting, AsDeepAsTheBound) {
     EXPECT_EQ(fields.Score("z", {{"x", "-2"}}), "2");
 }
 
-// A quarter of the functions isn't checked at all, and these stay so.
 class AcceptedApply : public testing::TestWithParam<std::pair<const char*, const char*>> {};
 
 TEST_P(AcceptedApply, IsRead) {
@@ -175,11 +186,6 @@ TEST_P(AcceptedApply, IsRead) {
 INSTANTIATE_TEST_SUITE_P(
     Rows, AcceptedApply,
     testing::Values(
-        std::pair{"SumOfNothing", "<Apply function='sum'/>"},
-        std::pair{"FloorOfThree",
-                  "<Apply function='floor'><FieldRef field='x'/><FieldRef field='x'/><FieldRef field='x'/></Apply>"},
-        std::pair{"AndOfOne", "<Apply function='and'><FieldRef field='x'/></Apply>"},
-        std::pair{"FloorOfText", "<Apply function='floor'><FieldRef field='s'/></Apply>"},
         std::pair{"PlusOfIf", "<Apply function='+'><FieldRef field='x'/><Apply function='if'><FieldRef field='x'/>"
                               "<FieldRef field='y'/></Apply></Apply>"},
         std::pair{"PlusOfIsMissing", "<Apply function='+'><FieldRef field='x'/><Apply function='isMissing'>"
@@ -188,12 +194,30 @@ INSTANTIATE_TEST_SUITE_P(
                                        "<FieldRef field='x'/><FieldRef field='x'/></Apply></Apply>"},
         std::pair{"PlusOfLength", "<Apply function='+'><FieldRef field='x'/><Apply function='length'>"
                                   "<FieldRef field='s'/></Apply></Apply>"},
-        std::pair{"AndOfAnything", "<Apply function='and'><Apply function='greaterOrEqual'/>"
-                                   "<Apply function='lower'><FieldRef field='s'/></Apply></Apply>"},
         std::pair{"OtherChildrenAreSkipped", "<Apply function='abs'><Note/><FieldRef field='x'/></Apply>"},
         std::pair{"OutlierWithNumberForMethod",
                   "<Apply function='outlierHandle'><FieldRef field='x'/><Constant>1</Constant><Constant>1</Constant>"
                   "<Constant>1</Constant><Constant>1</Constant><Constant>1</Constant></Apply>"}),
+    [](const auto& info) { return std::string(info.param.first); });
+
+// A quarter of the functions isn't checked at all, and these stay so.
+class KeptUncheckedApply : public testing::TestWithParam<std::pair<const char*, const char*>> {};
+
+TEST_P(KeptUncheckedApply, IsRead) {
+    EXPECT_NO_THROW(DerivedFields(NumericField(GetParam().second)));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, KeptUncheckedApply,
+    testing::Values(
+        std::pair{"SumOfNothing", "<Apply function='sum'/>"},
+        std::pair{"FloorOfThree",
+                  "<Apply function='floor'><FieldRef field='x'/><FieldRef field='x'/><FieldRef field='x'/></Apply>"},
+        std::pair{"FloorOfText", "<Apply function='floor'><FieldRef field='s'/></Apply>"},
+        std::pair{"AndOfOne", "<Apply function='and'><FieldRef field='x'/></Apply>"},
+        std::pair{"AndOfAnything", "<Apply function='and'><Apply function='greaterOrEqual'/>"
+                                   "<Apply function='lower'><FieldRef field='s'/></Apply></Apply>"},
+        std::pair{"YearOfAText", "<Apply function='year-from-date'><FieldRef field='s'/></Apply>"}),
     [](const auto& info) { return std::string(info.param.first); });
 
 } // namespace

@@ -80,21 +80,34 @@ const ScanRow kScanRows[] = {
     {"TwoEscapedQuotes", "\"\\\"a\\\"\" b", {"\"a\"", "b"}},
     {"OneCharacter", "x", {"x"}},
     {"SeveralBlanks", "  a   b  ", {"a", "b"}},
-    {"TabIsAnOrdinaryCharacter", "a\tb c", {"a\tb", "c"}},
-    {"NewlineEndsNothing", "a\nb c", {"a\nb", "c"}},
-    {"NewlineAtTheEndLosesTheLastItem", "a b\n", {"a"}},
-    {"NewlineAtTheEndKeepsAQuotedItem", "a \"b\"\n", {"a", "b"}},
     {"EmptyQuotedItem", "\"\" a", {"", "a"}},
-    {"QuoteDropsWhatStandsRightBeforeIt", "ab\"cd\" e", {"cd", "e"}},
-    {"EscapedQuoteOutsideIsSkipped", "\\\" a", {"a"}},
-    {"EscapedQuoteOutsideEndsNothing", "a\\\"b c", {"a\\\"b", "c"}},
-    {"EscapedQuoteAtTheEndLosesTheLastItem", "a b\\\"", {"a"}},
     {"BackslashElsewhereIsOrdinary", "a\\b \\", {"a\\b", "\\"}},
     {"ItemEndsAtTheClosingQuote", "\"a\"b", {"a", "b"}},
     {"NonAscii", "\xC3\xA4 \"\xE2\x82\xAC \"", {"\xC3\xA4", "\xE2\x82\xAC "}},
 };
 
 INSTANTIATE_TEST_SUITE_P(Rows, ArrayScan, testing::ValuesIn(kScanRows),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+// Only blanks and closing quotes end an item, or the very last position of the text.
+class KeptArrayScan : public ArrayReaders, public testing::WithParamInterface<ScanRow> {};
+
+TEST_P(KeptArrayScan, GivesTheItems) {
+    EXPECT_EQ(Read(GetParam().text), GetParam().items);
+}
+
+const ScanRow kKeptScanRows[] = {
+    {"TabIsAnOrdinaryCharacter", "a\tb c", {"a\tb", "c"}},
+    {"NewlineEndsNothing", "a\nb c", {"a\nb", "c"}},
+    {"NewlineAtTheEndLosesTheLastItem", "a b\n", {"a"}},
+    {"NewlineAtTheEndKeepsAQuotedItem", "a \"b\"\n", {"a", "b"}},
+    {"QuoteDropsWhatStandsRightBeforeIt", "ab\"cd\" e", {"cd", "e"}},
+    {"EscapedQuoteOutsideIsSkipped", "\\\" a", {"a"}},
+    {"EscapedQuoteOutsideEndsNothing", "a\\\"b c", {"a\\\"b", "c"}},
+    {"EscapedQuoteAtTheEndLosesTheLastItem", "a b\\\"", {"a"}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, KeptArrayScan, testing::ValuesIn(kKeptScanRows),
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(ArrayReaders, NullElementGivesNothing) {
@@ -195,13 +208,6 @@ TEST_F(ArrayReaders, VariableWithoutEncoderChangesNothing) {
     EXPECT_EQ(ReadFor(var, "\"x\\\" y\" z"), Strings({"x\" y", "z"}));
 }
 
-// Only the first child counts, whatever it is.
-TEST_F(ArrayReaders, CommentInFrontIsTheText) {
-    const ParsedXml xml = ParseXml("<Array><!--a b-->c d e</Array>");
-    EXPECT_EQ(translator.ParseStrArray(xml.Root()), Strings({"a", "b"}));
-    EXPECT_EQ(Doubles("<Array><!--1 2-->3</Array>", 0), std::vector<double>({1.0, 2.0}));
-}
-
 TEST_F(ArrayReaders, ArrayChildOfANode) {
     const ParsedXml xml = ParseXml("<SimpleSetPredicate><x/><Array>a</Array><Array>b</Array></SimpleSetPredicate>");
     auto* array = static_cast<xercesc::DOMElement*>(translator.GetArrayNode(xml.Root()));
@@ -221,11 +227,6 @@ TEST_F(ArrayReaders, FiveNumbersWithoutStatedSizeWhateverTheCount) {
 TEST_F(ArrayReaders, BasisRowHasTheGivenSize) {
     EXPECT_EQ(Doubles("<X-BasisRow>1 2</X-BasisRow>", 2), std::vector<double>({1.0, 2.0}));
     ExpectDoublesFailure("<x-BasisRow n='2'>1 2</x-BasisRow>", 3, 260241,
-                         "The value: '3' of attribute 'n' does not match the array size: '2'.");
-}
-
-TEST_F(ArrayReaders, StatedSizeOfNumbersStandsFirstInTheMessage) {
-    ExpectDoublesFailure("<Array n='3'>1 2</Array>", 2, 260241,
                          "The value: '3' of attribute 'n' does not match the array size: '2'.");
 }
 
@@ -309,6 +310,21 @@ TEST_F(ArrayReaders, BasisRowOfIntegers) {
     EXPECT_EQ(translator.VerifyIntArray(xml.Root(), 2), std::vector<int>({1, 2}));
     ExpectFailure([&] { translator.VerifyIntArray(xml.Root(), 1); }, 260241,
                   "The value: '1' of attribute 'n' does not match the array size: '2'.");
+}
+
+class KeptArrayReaders : public ArrayReaders {};
+
+// The other way round than for items.
+TEST_F(KeptArrayReaders, StatedSizeOfNumbersStandsFirstInTheMessage) {
+    ExpectDoublesFailure("<Array n='3'>1 2</Array>", 2, 260241,
+                         "The value: '3' of attribute 'n' does not match the array size: '2'.");
+}
+
+// Only the first child counts, whatever it is.
+TEST_F(KeptArrayReaders, CommentInFrontIsTheText) {
+    const ParsedXml xml = ParseXml("<Array><!--a b-->c d e</Array>");
+    EXPECT_EQ(translator.ParseStrArray(xml.Root()), Strings({"a", "b"}));
+    EXPECT_EQ(Doubles("<Array><!--1 2-->3</Array>", 0), std::vector<double>({1.0, 2.0}));
 }
 
 } // namespace
