@@ -1,0 +1,182 @@
+// Any bytes as an expression tree of numeric functions: the document that says it, its evaluation by the walk and by
+// the plan, and the evaluation of a clone agree with direct calls of the functions.
+#include <veltrane.h>
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+using namespace MCVeltrane_900;
+using Functions = TransformationDictionary;
+
+namespace {
+
+constexpr int kDeepest = 12;
+constexpr int kFieldCount = 4;
+
+struct Bytes {
+    const std::uint8_t* next;
+    const std::uint8_t* end;
+    std::uint8_t Take() { return next < end ? *next++ : 0; }
+};
+
+/// What one node says in the document, and its value by direct calls.
+struct Node {
+    std::string xml;
+    double value;
+};
+
+using Arguments = std::vector<double>;
+
+struct Function {
+    const char* name;
+    int least;
+    int most;
+    double (*call)(const Arguments&);
+};
+
+template <double (*F)(double)>
+double One(const Arguments& a) {
+    return F(a[0]);
+}
+
+template <double (*F)(double, double)>
+double Two(const Arguments& a) {
+    return F(a[0], a[1]);
+}
+
+double Power(const Arguments& a) {
+    const double missing = NumericValue::GetSysmisValue();
+    return a[0] == missing || a[1] == missing ? missing : std::pow(a[0], a[1]);
+}
+
+// Logic functions take any child; the rest only children that give numbers, which all of these but greaterOrEqual do.
+const Function kFunctions[] = {
+    {"+", 2, 2, Two<Functions::Plus>},
+    {"-", 2, 2, Functions::Minus},
+    {"*", 2, 2, Functions::Multiply},
+    {"/", 2, 2, Functions::Divided},
+    {"pow", 2, 2, Power},
+    {"abs", 1, 1, One<Functions::Abs>},
+    {"exp", 1, 1, One<Functions::Exp>},
+    {"log10", 1, 1, One<Functions::Log10>},
+    {"ln", 1, 1, One<Functions::Ln>},
+    {"mod", 2, 2, Two<Functions::Mod>},
+    {"round", 1, 1, One<Functions::Rnd>},
+    {"sqrt", 1, 1, One<Functions::Sqrt>},
+    {"trunc", 1, 1, One<Functions::Trunc>},
+    {"floor", 1, 1, One<Functions::Floor>},
+    {"ceil", 1, 1, One<Functions::Ceil>},
+    {"product", 1, 4, Functions::ProductOperator},
+    {"min", 1, 4, Functions::Min},
+    {"max", 1, 4, Functions::Max},
+    {"mean", 1, 4, Functions::Mean},
+    {"median", 1, 4, Functions::MedianOperator},
+    {"sum", 1, 4, Functions::Sum},
+    {"sd", 1, 4, Functions::Sd},
+    {"variance", 1, 4, Functions::Variance},
+    {"cdf.normal", 3, 3, Functions::CdfNormal},
+    {"pdf.normal", 3, 3, Functions::PdfNormal},
+    {"idf.normal", 3, 3, Functions::IdfNormal},
+    {"cdfnorm", 1, 1, One<Functions::CdfNorm>},
+    {"stdNormalPDF", 1, 1, Functions::stdNormalPDF},
+    {"erf", 1, 1, Functions::Erf},
+    {"lessThan", 2, 2, Functions::lessThan},
+    {"greaterThan", 2, 2, Functions::greaterThan},
+    {"and", 1, 4, Functions::AndOperator},
+    {"or", 1, 4, Functions::OrOperator},
+    {"not", 1, 1, Functions::NotOperator},
+    {"threshold", 2, 2, Two<Functions::Threshold>},
+};
+
+double FieldValue(int field) {
+    static const double kValues[kFieldCount] = {1.25, -3.5, 0.0, NumericValue::GetSysmisValue()};
+    return kValues[field];
+}
+
+Node MakeLeaf(Bytes& bytes) {
+    const int choice = bytes.Take();
+    if (choice < 128) {
+        const int field = choice % kFieldCount;
+        return {"<FieldRef field=\"x" + std::to_string(field) + "\"/>", FieldValue(field)};
+    }
+    const double number = static_cast<std::int8_t>(bytes.Take()) / 8.0;
+    char text[32];
+    std::snprintf(text, sizeof text, "%.6f", number);
+    return {std::string("<Constant dataType=\"double\">") + text + "</Constant>", number};
+}
+
+Node MakeNode(Bytes& bytes, int depth) {
+    const int choice = bytes.Take();
+    if (depth > 0 && (depth >= kDeepest || choice >= 160 || bytes.next == bytes.end)) {
+        return MakeLeaf(bytes);
+    }
+    const Function& function = kFunctions[static_cast<std::size_t>(choice) % std::size(kFunctions)];
+    const int spread = function.most - function.least + 1;
+    const int count = function.least + bytes.Take() % spread;
+    Node node{std::string("<Apply function=\"") + function.name + "\">", 0.0};
+    Arguments arguments;
+    for (int i = 0; i < count; ++i) {
+        const Node child = MakeNode(bytes, depth + 1);
+        node.xml += child.xml;
+        arguments.push_back(child.value);
+    }
+    node.xml += "</Apply>";
+    node.value = function.call(arguments);
+    return node;
+}
+
+void RequireSame(double found, double expected) {
+    const bool same = found == expected || (std::isnan(found) && std::isnan(expected));
+    if (!same) {
+        std::fprintf(stderr, "found %.17g, expected %.17g\n", found, expected);
+        __builtin_trap();
+    }
+}
+
+std::string Document(const std::string& expression) {
+    std::string fields;
+    for (int i = 0; i < kFieldCount; ++i) {
+        fields += "<DataField name=\"x" + std::to_string(i) + "\" optype=\"continuous\" dataType=\"double\"/>";
+    }
+    return "<PMML version=\"4.1\"><DataDictionary numberOfFields=\"" + std::to_string(kFieldCount) + "\">" + fields +
+           "</DataDictionary><TransformationDictionary><DerivedField name=\"d\" optype=\"continuous\" "
+           "dataType=\"double\">" +
+           expression + "</DerivedField></TransformationDictionary></PMML>";
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const bool started = (ModelFactory::Initialize(""), true);
+    if (!started || size < 2) {
+        return 0;
+    }
+    Bytes bytes{data, data + size};
+    const Node root = MakeNode(bytes, 0);
+    std::istringstream in(Document(root.xml));
+    ScoreDictionary* fields = nullptr;
+    std::unique_ptr<TransformationDictionary> derived(
+        ModelFactory::GetTransformationDictionaryFromXML(in, fields, "UTF-8"));
+    const std::unique_ptr<ScoreDictionary> owner(fields);
+    CaseRecord record;
+    for (int i = 0; i < kFieldCount; ++i) {
+        record.Add("x" + std::to_string(i), new NumericValue(FieldValue(i)));
+    }
+    for (int round = 0; round < 3; ++round) {
+        RequireSame(derived->GetValuesForDerivedVars(&record, fields)->Get("d")->GetDouble(), root.value);
+    }
+    const std::unique_ptr<ScoreDictVar> clone(derived->GetVar("d")->Clone());
+    derived.reset();
+    auto& var = static_cast<TransformVar&>(*clone);
+    for (int round = 0; round < 2; ++round) {
+        RequireSame(var.GetTransformedValue(&record, fields, nullptr)->GetDouble(), root.value);
+    }
+    return 0;
+}
