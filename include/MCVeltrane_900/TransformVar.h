@@ -73,6 +73,8 @@ public:
 
     /// @param root the function application, which becomes the field's; an earlier one is not deleted
     void SetRoot(FunctionTree* root);
+    /// @return the tree, which stays the field's; null when there is none
+    const FunctionTree* GetRoot() const { return fRoot.get(); }
 
     /// @param mapValues becomes the field's; an earlier one is deleted
     void SetMapValues(MapValues* mapValues);

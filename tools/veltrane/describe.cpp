@@ -3,6 +3,7 @@
 #include "date_text.h"
 #include "document.h"
 #include "encoding.h"
+#include "formula.h"
 #include "result_columns.h"
 #include "table.h"
 
@@ -89,6 +90,8 @@ public:
         result["expression"] = Word(kExpressions, expression);
         const bool constant = expression == TransformationDictionary::TE_CONSTANT;
         result["source"] = Utf8(constant ? variable.GetConstString() : variable.GetFieldName());
+        if (variable.GetRoot() != nullptr)
+            result["formula"] = Utf8(Formula(*variable.GetRoot()));
         return result;
     }
 
@@ -216,7 +219,8 @@ std::string DescriptionTables(const Json& description) {
     Table derivedFields(headings);
     for (const Json& field : description["derivedFields"]) {
         std::vector<std::string> cells = Cells(field);
-        cells.insert(cells.end(), {field["expression"], field["source"]});
+        cells.insert(cells.end(),
+                     {field["expression"], field.contains("formula") ? field["formula"] : field["source"]});
         derivedFields.AddRow(std::move(cells));
     }
     return "Fields\n\n" + fields.Text() + "\nDerived fields\n\n" + derivedFields.Text();

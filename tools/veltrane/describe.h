@@ -15,7 +15,8 @@ class Encoding;
 ///     {"fields": [{"name": "Age", "label": "Age", "type": "double", "level": "continuous",
 ///                  "missingValues": [-1, {"low": null, "lowIncluded": true, "high": 0, "highIncluded": false}],
 ///                  "categories": [{"value": 1, "label": "one"}]}],
-///      "derivedFields": [{..., "expression": "NormContinuous", "source": "Age"}]}
+///      "derivedFields": [{..., "expression": "NormContinuous", "source": "Age"},
+///                        {..., "expression": "Apply", "source": "", "formula": "(Age - 40) / 10"}]}
 ///
 /// An infinite bound is null. A date or time is its ISO text. All texts are UTF-8.
 /// @param encoding the one that the document was read into

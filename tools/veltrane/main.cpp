@@ -1,4 +1,5 @@
 #include "failure.h"
+#include "functions_command.h"
 #include "inspect_command.h"
 #include "options.h"
 #include "report.h"
@@ -41,6 +42,7 @@ void Complain(std::string_view text) {
 struct Runner {
     int operator()(const TransformOptions& options) const { return RunTransform(options); }
     int operator()(const InspectOptions& options) const { return RunInspect(options); }
+    int operator()(const FunctionsOptions&) const { return RunFunctions(); }
     int operator()(int exitCode) const { return exitCode; }
 };
 

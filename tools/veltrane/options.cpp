@@ -88,14 +88,17 @@ Request ParseCommandLine(int argc, const char* const* argv) {
     InspectOptions inspect;
     std::string delimiter = ",";
     const CLI::App& transformCommand = AddTransform(app, transform, delimiter);
-    AddInspect(app, inspect);
+    const CLI::App& inspectCommand = AddInspect(app, inspect);
+    app.add_subcommand("functions", "List the built-in functions of Apply");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& end) {
         return app.exit(end) == 0 ? kExitDone : kExitUsage;
     }
-    if (!transformCommand.parsed())
+    if (inspectCommand.parsed())
         return inspect;
+    if (!transformCommand.parsed())
+        return FunctionsOptions();
     transform.delimiter = delimiter == kWrittenTab ? '\t' : delimiter.front();
     return transform;
 }

@@ -28,8 +28,11 @@ struct InspectOptions {
     bool json = false;
 };
 
+/// `veltrane functions`.
+struct FunctionsOptions {};
+
 /// What the command line asks for; a number is the exit code where nothing is left to do (help, wrong usage).
-using Request = std::variant<TransformOptions, InspectOptions, int>;
+using Request = std::variant<TransformOptions, InspectOptions, FunctionsOptions, int>;
 
 /// Reads the command line. Help goes to standard output, a complaint to standard error.
 Request ParseCommandLine(int argc, const char* const* argv);
