@@ -79,7 +79,9 @@ double MCDistFun::PdfBin(double x, double n, double prob, long& code) {
         return std::pow(prob, n);
     if (x == 0)
         return NoneOf(n, prob);
-    const double logPoint = LogPoint(x, n, prob);
+    const double logPoint = n <= kLargestProduct ? dnlbnc(n, x, code) + x * LogProbability(prob, 1 - prob) +
+                                                       (n - x) * LogProbability(1 - prob, prob)
+                                                 : LogPoint(x, n, prob);
     if (!(logPoint <= kMaxExponent))
         return Fail(code, kFailed);
     return BoundedExp(logPoint);

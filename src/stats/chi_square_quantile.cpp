@@ -1,10 +1,10 @@
+#include "stats/constants.h"
 #include "stats/guards.h"
 #include "stats/saddle_point.h"
 
 #include <MCMath_900/MCDistFun.h>
 
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 /// The quantile of the chi-square distribution, on which that of gamma stands.
@@ -21,8 +21,6 @@ namespace MCMath_900 {
 using namespace veltrane::stats;
 
 namespace {
-
-constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 
 constexpr double kSmallStartFactor = 1.24f;
 constexpr double kSmallDf = 0.32f;

@@ -1,3 +1,4 @@
+#include "stats/constants.h"
 #include "stats/guards.h"
 
 #include <MCMath_900/MCDistFun.h>
@@ -10,13 +11,6 @@
 namespace MCMath_900 {
 
 using namespace veltrane::stats;
-
-namespace {
-
-/// From here on a t is taken as normal.
-constexpr double kNormalFrom = 1e8;
-
-} // namespace
 
 double MCDistFun::kordcdff(double x, double df1, double df2, long& code) {
     code = kSuccess;
@@ -65,9 +59,10 @@ double MCDistFun::kordidff(double p, double df1, double df2, long& code) {
         return code == kSuccess ? t * t : Missing();
     }
     const double v = betinv(p, df1 / 2, df2 / 2);
-    if (!(v >= 0 && v < 1))
+    const double quantile = v / (1 - v) * df2 / df1;
+    if (!(v >= 0 && v < 1) || !std::isfinite(quantile))
         return Fail(code, kFailed);
-    return v / (1 - v) * df2 / df1;
+    return quantile;
 }
 
 double MCDistFun::IdfF(double p, double df1, double df2) {

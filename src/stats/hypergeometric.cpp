@@ -119,7 +119,11 @@ double MCDistFun::PdfHyper(int x, int total, int sample, int hits) {
     const Population population{static_cast<double>(total), static_cast<double>(sample), static_cast<double>(hits)};
     if (!(x >= population.Smallest() && x <= population.Largest()))
         return Missing();
-    const double logProbability = LogPointProbability(x, population);
+    long code = kSuccess;
+    const double logProbability =
+        total <= kLargestProduct
+            ? dnlbnc(hits, x, code) + dnlbnc(total - hits, sample - x, code) - dnlbnc(total, sample, code)
+            : LogPointProbability(x, population);
     return MCPower::ExpUnderflow(logProbability) ? 0.0 : std::min(std::exp(logProbability), 1.0);
 }
 

@@ -1,3 +1,4 @@
+#include "stats/constants.h"
 #include "stats/guards.h"
 #include "stats/saddle_point.h"
 
@@ -6,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 
 /// The incomplete beta ratio and the cumulative function of the beta distribution.
@@ -23,14 +23,10 @@ using namespace veltrane::stats;
 
 namespace {
 
-constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 constexpr int kMaxRounds = 10000;
 
 /// The series is finished below this term.
 constexpr double kSmallestTerm = 1e-15;
-
-/// The sqrt of the largest double: from here on g(x) is -1.
-const double kLargestSquare = std::sqrt(std::numeric_limits<double>::max());
 
 /// Around 1 the closed form of g(x) cancels, and its series is used.
 constexpr double kNearOne = 0.1;
@@ -102,10 +98,10 @@ double MCDistFun::cbtaux(double x) {
         return 1.0;
     if (x == 1)
         return 0.0;
-    if (x > kLargestSquare)
+    if (x > kLargestRoot)
         return -1.0;
     const double u = 1 - x;
-    if (std::fabs(u) >= kNearOne)
+    if (!(std::fabs(u) < kNearOne))
         return (1 - x * x + 2 * x * std::log(x)) / (u * u);
     double sum = 0, power = u;
     for (int k = 3; sum + power != sum; ++k, power *= u)

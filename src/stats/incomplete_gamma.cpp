@@ -1,3 +1,4 @@
+#include "stats/constants.h"
 #include "stats/guards.h"
 #include "stats/saddle_point.h"
 
@@ -6,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 /// The incomplete gamma ratio.
 ///
@@ -22,8 +22,6 @@ namespace MCMath_900 {
 using namespace veltrane::stats;
 
 namespace {
-
-constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 
 /// The relative size of the last term of either expansion, and its decimal logarithm.
 constexpr double kTolerance = 1e-14;

@@ -1,5 +1,6 @@
 #include "platform/platform.h"
 #include "stats/guards.h"
+#include "stats/saddle_point.h"
 
 #include <MCMath_900/MCDistFun.h>
 
@@ -12,9 +13,6 @@ namespace MCMath_900 {
 using namespace veltrane::stats;
 
 namespace {
-
-/// Up to this n a binomial coefficient is multiplied out: every partial product is exact or nearly so.
-constexpr double kLargestProduct = 33;
 
 /// C(n, k) as a product over i of (n - i) / (m - i), with m the smaller of k and n - k.
 double BinomialProduct(double n, double k) {
@@ -44,12 +42,8 @@ double MCDistFun::dnlbnc(double n, double k, long& code) {
         return 0.0;
     if (n <= kLargestProduct && std::floor(n) == n && std::floor(k) == k)
         return std::log(BinomialProduct(n, k));
-    const double all = dnlgam(n + 1);
-    const double chosen = dnlgam(k + 1);
-    const double rest = dnlgam(n - k + 1);
-    if (IsMissing(all) || IsMissing(chosen) || IsMissing(rest))
-        return Fail(code, kFailed);
-    return std::max(all - (chosen + rest), 0.0);
+    const double value = LogChoose(n, k);
+    return std::isfinite(value) ? std::max(value, 0.0) : Fail(code, kFailed);
 }
 
 double MCDistFun::korddnlgam(double x) {

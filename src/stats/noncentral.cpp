@@ -1,3 +1,4 @@
+#include "stats/constants.h"
 #include "stats/guards.h"
 #include "stats/saddle_point.h"
 
@@ -20,8 +21,6 @@ using namespace veltrane::stats;
 
 namespace {
 
-/// The normal quantile of 1 - 1e-12: the weights before it are left out.
-constexpr double kStartQuantile = 7.0344838253011;
 constexpr double kTolerance = 1e-12;
 constexpr int kMaxTerms = 60000;
 

@@ -1,3 +1,4 @@
+#include "stats/constants.h"
 #include "stats/guards.h"
 #include "stats/saddle_point.h"
 
@@ -5,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 /// The non-central t distribution.
@@ -23,22 +23,14 @@ using namespace veltrane::stats;
 
 namespace {
 
-/// The normal quantile of 1 - 1e-12: the weights before it are left out.
-constexpr double kStartQuantile = 7.0344838253011;
 constexpr double kTolerance = 1e-12;
 constexpr int kMaxRounds = 60000;
-
-/// An x whose square overflows.
-const double kLargestRoot = std::sqrt(std::numeric_limits<double>::max());
 
 constexpr double kDensityTolerance = 1e-10;
 constexpr int kMaxDensityRounds = 10000;
 
 /// What is left of alternating terms below this part of their size is rounding.
 constexpr double kCancelled = 1e-14;
-
-/// ln(sqrt(pi))
-constexpr double kLogSqrtPi = 0.5723649429247001;
 
 /// The running quantities of one of the two sums of AS 243: weight times beta ratio, each by recurrence.
 struct WeightedRatio {

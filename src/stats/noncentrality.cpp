@@ -1,3 +1,4 @@
+#include "stats/constants.h"
 #include "stats/guards.h"
 
 #include <MCMath_900/MCDistFun.h>
@@ -51,7 +52,7 @@ template <class Cumulative>
 double FindNonCentrality(Cumulative cumulative, double start, double p, double tol) {
     const auto excess = [&](double ncp) {
         const double value = cumulative(ncp);
-        return IsMissing(value) ? NAN : value - p;
+        return IsMissing(value) ? kUnknown : value - p;
     };
     const double central = excess(0);
     if (std::isnan(central))

@@ -146,7 +146,7 @@ double MCDistFun::IdfStdNorm(double p) {
 double MCDistFun::IdfNorm(double p, double mean, double sd) {
     if (!(p > 0 && p < 1) || !(sd > 0))
         return Missing();
-    return p == 0.5 ? mean : FiniteOrMissing(probit(p) * sd + mean);
+    return FiniteOrMissing(p == 0.5 ? mean : probit(p) * sd + mean);
 }
 
 } // namespace MCMath_900

@@ -8,6 +8,9 @@
 /// Loader, "Fast and accurate computation of binomial probabilities", 2000. All arguments are positive unless stated.
 namespace veltrane::stats {
 
+/// Up to this n a binomial coefficient is better multiplied out: every partial product is exact or nearly so.
+constexpr double kLargestProduct = 33;
+
 /// ln Gamma(x + 1) less Stirling's formula (x + 1/2) ln x - x + ln(2 pi) / 2.
 double StirlingError(double x);
 

@@ -1,3 +1,4 @@
+#include "stats/constants.h"
 #include "stats/guards.h"
 #include "stats/saddle_point.h"
 
@@ -16,12 +17,6 @@ namespace MCMath_900 {
 using namespace veltrane::stats;
 
 namespace {
-
-/// From here on the distribution is taken as normal.
-constexpr double kNormalFrom = 1e8;
-
-/// ln(sqrt(pi))
-constexpr double kLogSqrtPi = 0.5723649429247001;
 
 /// An x whose square overflows.
 constexpr double kLargeX = 1e150;

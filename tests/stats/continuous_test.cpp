@@ -238,7 +238,8 @@ TEST(BetaCumulative, ASeriesThatDoesntFinishGivesWayToTheFraction) {
 // that stands in has weights of its own: with the published ones the first result would be the normal tail at -0.01.
 TEST(KeptBetaCumulative, TheNormalApproximationOfHugeParameters) {
     const double x = 0.5 - 0.01 * 0.5 / std::sqrt(2e13);
-    EXPECT_NEAR(MCDistFun::CdfBeta(x, 1e13, 1e13), MCDistFun::CdfStdNorm(-0.01 * std::sqrt(1 + 0.22741127776021886)), 1e-6);
+    EXPECT_NEAR(MCDistFun::CdfBeta(x, 1e13, 1e13), MCDistFun::CdfStdNorm(-0.01 * std::sqrt(1 + 0.22741127776021886)),
+                1e-6);
     EXPECT_NEAR(MCDistFun::CdfBeta(0.5, 1e13, 1e13), 0.5, 1e-6);
 }
 

@@ -1,0 +1,36 @@
+#include "stats/golden_tables.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace {
+
+using veltrane::tests::GoldenFunction;
+using veltrane::tests::GoldenFunctions;
+using veltrane::tests::GoldenPoint;
+using veltrane::tests::ReadGoldenTable;
+
+std::vector<double> Evaluate(const GoldenFunction& function, const std::vector<GoldenPoint>& points) {
+    std::vector<double> results;
+    for (const GoldenPoint& point : points)
+        results.push_back(function.evaluate(point.arguments));
+    return results;
+}
+
+TEST(DistributionFunctionsThreads, GiveTheSameResultsSideBySide) {
+    for (const GoldenFunction& function : GoldenFunctions()) {
+        const std::vector<GoldenPoint> points = ReadGoldenTable(function.name);
+        const std::vector<double> alone = Evaluate(function, points);
+        std::vector<std::vector<double>> together(4);
+        std::vector<std::thread> threads;
+        for (std::vector<double>& results : together)
+            threads.emplace_back([&] { results = Evaluate(function, points); });
+        for (std::thread& thread : threads)
+            thread.join();
+        for (const std::vector<double>& results : together)
+            EXPECT_EQ(results, alone) << function.name;
+    }
+}
+
+} // namespace
