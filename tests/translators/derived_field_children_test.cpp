@@ -53,6 +53,8 @@ INSTANTIATE_TEST_SUITE_P(
                 Dictionary::TE_DISCRETIZE, "x"},
         KindRow{"MapValues", "<MapValues outputColumn='out'><FieldColumnPair field='s' column='in'/></MapValues>",
                 Dictionary::TE_MAP_VALUES, "s"},
+        KindRow{"Apply", "<Apply function='+'><FieldRef field='x'/><FieldRef field='y'/></Apply>", Dictionary::TE_APPLY,
+                ""},
         KindRow{"Lag", "<Lag field='x'/>", Dictionary::TE_LAG, "x"}),
     [](const auto& row) { return row.param.label; });
 
@@ -100,6 +102,18 @@ TEST(DerivedFieldChildren, ExtensionsAndValuesMayFollowAnExpression) {
     const DerivedFields fields(NumericField(kConstant + "<Extension name='width' value='8'/>" + kValue));
     EXPECT_EQ(fields.Var("z").GetWidth(), 8);
     EXPECT_EQ(LabelsOf(fields.Var("z")), std::vector<std::string>{"1=1"});
+}
+
+TEST(DerivedFieldChildren, ValuesBehindAnApplyAreReadOnce) {
+    DerivedFields fields(NumericField("<Apply function='+'><FieldRef field='x'/><Constant>1</Constant></Apply>" +
+                                      kValue + "<Value value='2'/>"));
+    EXPECT_EQ(LabelsOf(fields.Var("z")), (std::vector<std::string>{"1=1", "2=2"}));
+    EXPECT_EQ(fields.Score("z", {{"x", "1"}}), "2");
+}
+
+TEST(DerivedFieldChildren, AFailedApplyLeavesNothing) {
+    ExpectReadFailure(NumericField("<Apply function='plus'/>"), 260303,
+                      "Unsupported value 'plus' of attribute 'function'.");
 }
 
 TEST(DerivedFieldChildren, TextAndCommentsAreNoChildren) {

@@ -81,6 +81,16 @@ TEST(NormContinuousReading, BothCoordinatesMustBeNumbers) {
                       "The value: 'zero' is invalid of type: 'double'.");
 }
 
+TEST(NormContinuousReading, PointsAreReadBehindTheFieldAndAheadOfMapMissingTo) {
+    const std::string points = Point("0", "0") + Point("one", "1");
+    ExpectReadFailure(Norm(points, "field='o' mapMissingTo='none'"), 260180,
+                      "Require the value 'continuous' of attribute 'optype' in 'o'.");
+    ExpectReadFailure(Norm(points, "field='x' mapMissingTo='none'"), 260151,
+                      "The value: 'one' is invalid of type: 'double'.");
+    ExpectReadFailure(Norm(Point("0", "0") + Point("1", "1"), "field='x' mapMissingTo='none'"), 260151,
+                      "The value: 'none' is invalid of type: 'double'.");
+}
+
 TEST(KeptNormContinuous, EveryChildIsAPoint) {
     ExpectReadFailure(Norm(Point("0", "0") + Point("1", "1") + "<Extension name='e'/>"), 260120,
                       "Missing the attribute 'orig' of 'Extension'.");
