@@ -3,13 +3,13 @@
 
 /// Marks what crosses the boundary of the shared library. Everything else is hidden.
 #if defined(_WIN32)
-#    if defined(VELTRANE_BUILDING)
-#        define VELTRANE_API __declspec(dllexport)
-#    else
-#        define VELTRANE_API __declspec(dllimport)
-#    endif
+#if defined(VELTRANE_BUILDING)
+#define VELTRANE_API __declspec(dllexport)
 #else
-#    define VELTRANE_API __attribute__((visibility("default")))
+#define VELTRANE_API __declspec(dllimport)
+#endif
+#else
+#define VELTRANE_API __attribute__((visibility("default")))
 #endif
 
 /// Forward declarations of the XML parser's classes, in whatever versioned namespace it has.

@@ -128,8 +128,8 @@ void NumericValue::FromString(const std::string& text) {
     if (text.empty())
         return;
     const bool readable = veltrane::data::ReadStreamDouble(text, fValue);
-    // The C library reads more than a stream does and has the first word on infinity: what overflows upward, infinity by
-    // name, and a hexadecimal number, of which a stream reads the 0 before the x.
+    // The C library reads more than a stream does and has the first word on infinity: what overflows upward, infinity
+    // by name, and a hexadecimal number, of which a stream reads the 0 before the x.
     const bool couldBeInfinite = !readable || (fValue == 0 && text.find_first_of("xX") != std::string::npos);
     if (couldBeInfinite && veltrane::platform::ReadDouble(text.c_str()) == gInfinity)
         fValue = gInfinity;

@@ -15,7 +15,8 @@ const char kPathSeparator = '\\';
 namespace {
 
 std::string SystemText(DWORD error) {
-    constexpr DWORD kFlags = FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_FROM_SYSTEM;
+    constexpr DWORD kFlags =
+        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_FROM_SYSTEM;
     constexpr DWORD kDefaultLanguage = 1024;
     char* buffer = nullptr;
     FormatMessageA(kFlags, nullptr, error, kDefaultLanguage, reinterpret_cast<char*>(&buffer), 0, nullptr);
@@ -53,12 +54,20 @@ struct RecursiveMutex::State {
 
 RecursiveMutex::RecursiveMutex() : state(std::make_unique<State>()) {}
 RecursiveMutex::~RecursiveMutex() = default;
-void RecursiveMutex::lock() { WaitForSingleObject(state->handle, INFINITE); }
-void RecursiveMutex::unlock() { ReleaseMutex(state->handle); }
+void RecursiveMutex::lock() {
+    WaitForSingleObject(state->handle, INFINITE);
+}
+void RecursiveMutex::unlock() {
+    ReleaseMutex(state->handle);
+}
 
-int ProcessId() { return _getpid(); }
+int ProcessId() {
+    return _getpid();
+}
 
-unsigned long ThreadId() { return GetCurrentThreadId(); }
+unsigned long ThreadId() {
+    return GetCurrentThreadId();
+}
 
 LocalTime Now() {
     SYSTEMTIME now{};
@@ -66,13 +75,17 @@ LocalTime Now() {
     return {now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds};
 }
 
-void MakeDirectory(const std::string& name) { _mkdir(name.c_str()); }
+void MakeDirectory(const std::string& name) {
+    _mkdir(name.c_str());
+}
 
 double ReadDouble(const char* text) {
     static const _locale_t classic = _create_locale(LC_ALL, "C");
     return _atof_l(text, classic);
 }
 
-double LogGamma(double x) { return std::lgamma(x); }
+double LogGamma(double x) {
+    return std::lgamma(x);
+}
 
 } // namespace veltrane::platform

@@ -2,4 +2,6 @@
 
 #include <gtest/gtest.h>
 
-TEST(Platform, TextOfTheXmlParserHasSixteenBitUnits) { EXPECT_EQ(sizeof(XMLCh), sizeof(char16_t)); }
+TEST(Platform, TextOfTheXmlParserHasSixteenBitUnits) {
+    EXPECT_EQ(sizeof(XMLCh), sizeof(char16_t));
+}
