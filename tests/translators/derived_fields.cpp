@@ -8,7 +8,6 @@
 #include <MCVeltrane_900/StringValue.h>
 
 #include <charconv>
-#include <regex>
 #include <sstream>
 
 namespace veltrane::tests {
@@ -42,6 +41,30 @@ std::string NumberText(double number) {
     char buffer[32];
     return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, number).ptr);
 }
+
+/// Goes through a dump from one of its fixed texts to the next.
+class DumpReader {
+public:
+    explicit DumpReader(std::string text) : dump(std::move(text)) {}
+
+    /// Behind the next occurrence of a text; false when there is none.
+    bool Skip(const std::string& text) {
+        const std::size_t found = dump.find(text, position);
+        position = found == std::string::npos ? dump.size() : found + text.size();
+        return found != std::string::npos;
+    }
+
+    /// What stands ahead of the next occurrence of a text.
+    std::string Until(const std::string& text) {
+        const std::size_t start = position;
+        EXPECT_TRUE(Skip(text)) << text;
+        return dump.substr(start, position - start - text.size());
+    }
+
+private:
+    std::string dump;
+    std::size_t position = 0;
+};
 
 } // namespace
 
@@ -102,23 +125,23 @@ std::string ToText(const ScoreValue* value) {
                                                         : NumberText(value->GetDouble());
 }
 
+// Takes the bins from the field's dump, where alone they all stand.
 std::vector<std::string> BinsOf(const TransformVar& var) {
     std::ostringstream out;
     var.Display(out);
-    const std::string display = out.str();
-    static const std::regex bin("MinValue: ([^;]*);  MaxValue: ([^;]*); High End (included|not included); "
-                                "lower End (included|not included)\n End of Range Display\n\n([^\n]*)\n");
+    DumpReader dump(out.str());
     std::vector<std::string> bins;
-    const std::size_t start = display.find("Bin values\n");
-    if (start == std::string::npos) {
+    if (!dump.Skip("Bin values\n")) {
         return bins;
     }
-    for (auto found = std::sregex_iterator(display.begin() + static_cast<long>(start), display.end(), bin);
-         found != std::sregex_iterator(); ++found) {
-        const std::smatch& match = *found;
-        const std::string value = match[5] == "recodeIntervalCopy" ? "copy" : match[5].str();
-        bins.push_back((match[4] == "included" ? "[" : "(") + match[1].str() + "," + match[2].str() +
-                       (match[3] == "included" ? "] " : ") ") + value);
+    while (dump.Skip("MinValue: ")) {
+        const std::string low = dump.Until(";  MaxValue: ");
+        const std::string high = dump.Until("; High End ");
+        const bool highIncluded = dump.Until("; lower End ") == "included";
+        const bool lowIncluded = dump.Until("\n End of Range Display\n\n") == "included";
+        const std::string value = dump.Until("\n");
+        bins.push_back((lowIncluded ? "[" : "(") + low + "," + high + (highIncluded ? "] " : ") ") +
+                       (value == "recodeIntervalCopy" ? "copy" : value));
     }
     return bins;
 }
