@@ -23,7 +23,6 @@ using MCVeltrane_900::PMMLModelTags;
 using MCVeltrane_900::PMMLTranslator;
 using MCVeltrane_900::ScoreDictVar;
 using MCVeltrane_900::ScoreValueLabel;
-using MCVeltrane_900::ScoreValueLabelSet;
 using MCVeltrane_900::TransformationDictionary;
 using MCVeltrane_900::TransformVar;
 using xercesc::DOMElement;

@@ -24,7 +24,6 @@ using MCVeltrane_900::PMMLModelTags;
 using MCVeltrane_900::PMMLTranslator;
 using MCVeltrane_900::ScoreDictVar;
 using MCVeltrane_900::ScoreValue;
-using MCVeltrane_900::ScoreValueRange;
 using MCVeltrane_900::StringValue;
 using MCVeltrane_900::TransformVar;
 using xercesc::DOMElement;

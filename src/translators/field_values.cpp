@@ -17,7 +17,6 @@
 
 namespace veltrane::translators {
 
-using diagnostics::Raise;
 using MCVeltrane_900::BaseTranslator;
 using MCVeltrane_900::NumericValue;
 using MCVeltrane_900::PMMLModelTags;

@@ -27,7 +27,7 @@ std::string ComparableText(std::string text, const ScoreDictVar& var) {
     if (last != std::string::npos)
         text.resize(last + 1);
     else if (!text.empty())
-        text = var.GetEmptyStringOK() ? " " : "";
+        text.resize(var.GetEmptyStringOK() ? 1 : 0);
     return text;
 }
 

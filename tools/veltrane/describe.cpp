@@ -164,7 +164,8 @@ std::string RangeText(const Json& range) {
         return (highIncluded ? "<= " : "< ") + ValueText(high);
     if (high.is_null())
         return (lowIncluded ? ">= " : "> ") + ValueText(low);
-    return (lowIncluded ? "[" : "(") + ValueText(low) + ", " + ValueText(high) + (highIncluded ? "]" : ")");
+    return fmt::format("{}{}, {}{}", lowIncluded ? '[' : '(', ValueText(low), ValueText(high),
+                       highIncluded ? ']' : ')');
 }
 
 std::string CategoryText(const Json& category) {
