@@ -23,6 +23,8 @@ DERIVED = (field_ref("Copy", "Age", more=' mapMissingTo="-1"') + text_ref("日�
            '<DerivedField name="M" optype="continuous" dataType="double"><MapValues outputColumn="o">'
            '<FieldColumnPair field="Size" column="i"/><InlineTable><row><i>S</i><o>1</o></row></InlineTable></MapValues>'
            "</DerivedField>"
+           '<DerivedField name="A" optype="continuous" dataType="double"><Apply function="+"><FieldRef field="Age"/>'
+           "<Constant>1</Constant></Apply></DerivedField>"
            '<DerivedField name="L" optype="continuous" dataType="double"><Lag field="Age"/></DerivedField>')
 
 TABLES = """\
@@ -37,7 +39,7 @@ Day   Day           dateDaysSince[1960]  continuous  1970-01-01
 Derived fields
 
 name  label   type    level        missing values  categories  expression      source
-----  ------  ------  -----------  --------------  ----------  --------------  ------
+----  ------  ------  -----------  --------------  ----------  --------------  -------
 Copy  Copy    double  continuous                               FieldRef        Age
 日本  日本    string  categorical                              FieldRef        Size
 C     C       double  continuous                               Constant        1.5
@@ -45,8 +47,53 @@ N     scaled  double  continuous                               NormContinuous  A
 I     I       double  continuous                               NormDiscrete    Size
 B     B       string  categorical                  x           Discretize      Age
 M     M       double  continuous                               MapValues       Size
+A     A       double  continuous                               Apply           Age + 1
 L     L       double  continuous                               Lag             Age
 """
+
+
+def apply(function, *arguments):
+    return f'<Apply function="{function}">{"".join(arguments)}</Apply>'
+
+
+def constant(text, kind="double"):
+    return f'<Constant dataType="{kind}">{text}</Constant>'
+
+
+class Formulas(HostTest):
+    X = '<FieldRef field="Age"/>'
+    T = '<FieldRef field="Size"/>'
+
+    def expect_formula(self, expression, formula, kind="double", level="continuous"):
+        self.document(FIELDS, f'<DerivedField name="d" optype="{level}" dataType="{kind}">{expression}</DerivedField>')
+        result = self.expect(self.run_host("inspect", "document.pmml", "--json"), 0, err="")
+        self.assertEqual(json.loads(result.stdout)["derivedFields"][0]["formula"], formula)
+
+    def test_operators_stand_between_their_arguments(self):
+        self.expect_formula(apply("/", apply("-", self.X, constant("2.5")), constant("3")), "(Age - 2.5) / 3")
+
+    def test_functions_stand_in_front_of_theirs(self):
+        self.expect_formula(apply("sum", self.X, apply("*", self.X, self.X), constant("1")), "sum(Age, Age * Age, 1)")
+
+    def test_texts_are_quoted(self):
+        self.expect_formula(apply("if", apply("equal", self.T, constant("S", "string")), constant("a", "string"),
+                                  constant("b", "string")), 'if(equal(Size, "S"), "a", "b")', "string", "categorical")
+
+    def test_a_function_without_arguments(self):
+        self.expect_formula(apply("sum"), "sum()")
+
+
+class Functions(HostTest):
+    def test_every_name_has_a_line(self):
+        result = self.expect(self.run_host("functions"), 0, err="")
+        lines = result.stdout.decode().splitlines()
+        self.assertEqual(len(lines), 2 + 79)
+        self.assertEqual(lines[0].split(), ["name", "also", "arguments", "result", "missing"])
+        self.assertRegex(lines[2 + 7], r"^log10 +lg10 +a number +the logarithm to base 10 +missing unless ")
+        self.assertRegex(lines[2 + 61], r"^substr +a text, a number ")
+
+    def test_nothing_else_is_taken(self):
+        self.assertEqual(self.run_host("functions", "more").returncode, 2)
 
 
 class Inspect(HostTest):
@@ -71,7 +118,8 @@ class Inspect(HostTest):
         self.assertEqual([(field["name"], field["expression"], field["source"]) for field in shown["derivedFields"]], [
             ("Copy", "FieldRef", "Age"), ("日本", "FieldRef", "Size"), ("C", "Constant", "1.5"),
             ("N", "NormContinuous", "Age"), ("I", "NormDiscrete", "Size"), ("B", "Discretize", "Age"),
-            ("M", "MapValues", "Size"), ("L", "Lag", "Age")])
+            ("M", "MapValues", "Size"), ("A", "Apply", ""), ("L", "Lag", "Age")])
+        self.assertEqual([field.get("formula") for field in shown["derivedFields"]], [None] * 7 + ["Age + 1", None])
         self.assertEqual(list(shown["derivedFields"][0]), ["name", "label", "type", "level", "missingValues",
                                                            "categories", "expression", "source"])
 
