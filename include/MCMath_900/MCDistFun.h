@@ -68,16 +68,15 @@ public:
     static double CdfBin(double x, double n, double prob, long& code);
     static double IdfBin(double p, double n, double prob, long& code);
 
-    /// Hypergeometric probability of exactly x, and of at most x, hits in a sample without replacement.
+    /// Hypergeometric probability of exactly x, and of at most x, hits in a sample without replacement. `code` is 0 on
+    /// success, else 1 or 2 as above.
     /// @param total  size of the population
     /// @param sample size of the sample
     /// @param hits   hits in the population
-    /// @param code   0 on success, else 1 or 2 as above
     static double PdfHyper(int x, int total, int sample, int hits);
     static double CDFHyper(double x, double total, double sample, double hits, int& code);
 
-    /// Non-central cumulative functions, for df > 0 and, but for t, ncp >= 0.
-    /// @param tol the bound on the truncation error
+    /// Non-central cumulative functions, for df > 0 and, but for t, ncp >= 0. `tol` is the bound on the truncation error.
     static double NonCentralCdfChi(double x, double df, double ncp);
     static double NonCentralCdfF(double x, double df1, double df2, double ncp, double tol);
     static double NonCentralCdfT(double x, double df, double ncp);
