@@ -76,7 +76,8 @@ public:
     static double PdfHyper(int x, int total, int sample, int hits);
     static double CDFHyper(double x, double total, double sample, double hits, int& code);
 
-    /// Non-central cumulative functions, for df > 0 and, but for t, ncp >= 0. `tol` is the bound on the truncation error.
+    /// Non-central cumulative functions, for df > 0 and, but for t, ncp >= 0. `tol` is the bound on the truncation
+    /// error.
     static double NonCentralCdfChi(double x, double df, double ncp);
     static double NonCentralCdfF(double x, double df1, double df2, double ncp, double tol);
     static double NonCentralCdfT(double x, double df, double ncp);
