@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <utility>
+
 using namespace veltrane::tests;
 using MCVeltrane_900::NumericValue;
 using Ids = std::vector<std::string>;
@@ -89,4 +92,27 @@ TEST(FunctionTreeClone, ANodeOfAnotherClassCopiesItself) {
     ASSERT_EQ(Slots(*copy), (Ids{"1"}));
     EXPECT_NE(dynamic_cast<ForeignNode*>(copy->GetChildAt(0)), nullptr);
     EXPECT_EQ(copy->GetChildAt(0)->GetParent(), copy.get());
+}
+
+TEST(FunctionTreeClone, AKeptValueLivesAsLongAsTheNodeOrAClone) {
+    std::weak_ptr<const NumericValue> watched;
+    std::unique_ptr<FunctionTree> copy;
+    {
+        const auto root = Root("0");
+        FunctionTreeImp* leaf = AddNode(root.get(), "1");
+        for (FunctionTreeImp* node : {root.get(), leaf}) {
+            auto value = std::make_shared<NumericValue>(4.0);
+            ApplyNodeStats stats = node->GetNodeStats();
+            stats.SetValue(value.get());
+            node->SetNodeStats(stats);
+            watched = value;
+            node->Keep(std::move(value));
+        }
+        copy = CloneOf(*root);
+    }
+    EXPECT_FALSE(watched.expired());
+    EXPECT_EQ(copy->GetNodeStats().GetValue()->GetDouble(), 4.0);
+    EXPECT_EQ(copy->GetChildAt(0)->GetNodeStats().GetValue()->GetDouble(), 4.0);
+    copy.reset();
+    EXPECT_TRUE(watched.expired());
 }
