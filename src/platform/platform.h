@@ -1,6 +1,8 @@
 #ifndef VELTRANE_PLATFORM_PLATFORM_H
 #define VELTRANE_PLATFORM_PLATFORM_H
 
+#include <array>
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -57,6 +59,17 @@ void MakeDirectory(const std::string& name);
 /// Reads a decimal number as atof does, but with the point as decimal sign under every locale. Overflow gives an
 /// infinity, text without a number 0.
 double ReadDouble(const char* text);
+
+using ByteSet = std::array<bool, 256>;
+
+/// Which of the 256 bytes begin a character of several bytes in the code page of the calling thread's locale. Under the
+/// C locale and in single-byte code pages none does.
+/// @return the set, valid in this thread until its next call under another locale
+const ByteSet& LeadBytes();
+
+/// The name of the code page of the process's locale, where text converters can't find it by themselves.
+/// @return empty where they do, and under the C locale, which names none
+std::string CodePageName();
 
 /// ln |Gamma(x)| without a trace in global state, as the C library's lgamma leaves one in signgam.
 double LogGamma(double x);

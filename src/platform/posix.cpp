@@ -3,8 +3,11 @@
 #include <cerrno>
 #include <clocale>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
+#include <cwchar>
 #include <dlfcn.h>
+#include <langinfo.h>
 #include <math.h>
 #include <mutex>
 #include <sys/stat.h>
@@ -101,6 +104,33 @@ void MakeDirectory(const std::string& name) {
 double ReadDouble(const char* text) {
     static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
     return strtod_l(text, nullptr, classic);
+}
+
+const ByteSet& LeadBytes() {
+    // The code set decides how the C library reads bytes, so a table stands for all locales of its code set.
+    struct Table {
+        std::string codeSet;
+        ByteSet leads{};
+    };
+    thread_local Table table;
+    const char* codeSet = nl_langinfo(CODESET);
+    if (table.codeSet != codeSet) {
+        for (std::size_t value = 0; value < table.leads.size(); ++value) {
+            const char byte = static_cast<char>(value);
+            std::mbstate_t state{};
+            table.leads[value] = std::mbrlen(&byte, 1, &state) == static_cast<std::size_t>(-2);
+        }
+        table.codeSet = codeSet;
+    }
+    return table.leads;
+}
+
+std::string CodePageName() {
+    const char* name = std::setlocale(LC_CTYPE, nullptr);
+    if (name == nullptr || std::strcmp(name, "C") == 0 || std::strcmp(name, "POSIX") == 0) {
+        return {};
+    }
+    return nl_langinfo(CODESET);
 }
 
 double LogGamma(double x) {

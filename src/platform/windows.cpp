@@ -3,7 +3,9 @@
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
+#include <ctype.h>
 #include <direct.h>
+#include <locale.h>
 #include <process.h>
 #include <windows.h>
 
@@ -82,6 +84,22 @@ void MakeDirectory(const std::string& name) {
 double ReadDouble(const char* text) {
     static const _locale_t classic = _create_locale(LC_ALL, "C");
     return _atof_l(text, classic);
+}
+
+const ByteSet& LeadBytes() {
+    thread_local unsigned int codePage = 0;
+    thread_local ByteSet leads{};
+    if (const unsigned int current = ___lc_codepage_func(); codePage != current) {
+        for (int byte = 0; byte < 256; ++byte) {
+            leads[static_cast<size_t>(byte)] = isleadbyte(byte) != 0;
+        }
+        codePage = current;
+    }
+    return leads;
+}
+
+std::string CodePageName() {
+    return {};
 }
 
 double LogGamma(double x) {
