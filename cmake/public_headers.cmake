@@ -10,10 +10,13 @@ set(VELTRANE_PUBLIC_HEADERS
     MCVeltrane_900/BaseModel.h
     MCVeltrane_900/BaseTranslator.h
     MCVeltrane_900/CaseRecord.h
+    MCVeltrane_900/CompoundPredicate.h
     MCVeltrane_900/DOMElemUtility.h
     MCVeltrane_900/DateTimeValue.h
     MCVeltrane_900/DictVar.h
+    MCVeltrane_900/DiscreteSplit.h
     MCVeltrane_900/ErrorFormater.h
+    MCVeltrane_900/FalsePredicate.h
     MCVeltrane_900/FunctionTree.h
     MCVeltrane_900/FunctionTreeImp.h
     MCVeltrane_900/InlineTable.h
@@ -28,6 +31,7 @@ set(VELTRANE_PUBLIC_HEADERS
     MCVeltrane_900/Range.h
     MCVeltrane_900/ResultField.h
     MCVeltrane_900/ResultVar.h
+    MCVeltrane_900/ScaleSplit.h
     MCVeltrane_900/ScoreBinningEncoder.h
     MCVeltrane_900/ScoreCaseRecord.h
     MCVeltrane_900/ScoreCatNumericEncoder.h
@@ -38,9 +42,11 @@ set(VELTRANE_PUBLIC_HEADERS
     MCVeltrane_900/ScoreEncoder.h
     MCVeltrane_900/ScoreMissingValueSet.h
     MCVeltrane_900/ScoreModel.h
+    MCVeltrane_900/ScorePredicate.h
     MCVeltrane_900/ScoreRegResult.h
     MCVeltrane_900/ScoreResult.h
     MCVeltrane_900/ScoreResultField.h
+    MCVeltrane_900/ScoreSplitVar.h
     MCVeltrane_900/ScoreTranslator.h
     MCVeltrane_900/ScoreValue.h
     MCVeltrane_900/ScoreValueLabel.h
@@ -51,12 +57,16 @@ set(VELTRANE_PUBLIC_HEADERS
     MCVeltrane_900/ScoreVarStats.h
     MCVeltrane_900/ScoreVersionInfo.h
     MCVeltrane_900/ScoringLog.h
+    MCVeltrane_900/SetPredicate.h
+    MCVeltrane_900/SimplePredicate.h
     MCVeltrane_900/SmartString.h
     MCVeltrane_900/SmartTranscoder.h
+    MCVeltrane_900/SplitRecords.h
     MCVeltrane_900/StringValue.h
     MCVeltrane_900/TransformFunctions.def
     MCVeltrane_900/TransformVar.h
     MCVeltrane_900/TransformationDictionary.h
+    MCVeltrane_900/TruePredicate.h
     MCVeltrane_900/VTDynamicLoadedLibrary.h
     MCVeltrane_900/VTException.h
     MCVeltrane_900/ValueLabelSet.h

@@ -1,0 +1,118 @@
+#include <MCVeltrane_900/DiscreteSplit.h>
+#include <MCVeltrane_900/ScoreDictVar.h>
+
+#include <cmath>
+
+namespace MCVeltrane_900 {
+
+DiscreteSplit::DiscreteSplit(const ScoreDictVar* var) : ScoreSplitVar(var) {}
+
+// The codes belong to the split that they were put into and don't travel with a copy.
+DiscreteSplit::DiscreteSplit(const DiscreteSplit& other)
+    : ScoreSplitVar(other), fValues(other.fValues), fStartIndex(other.fStartIndex), fEndIndex(other.fEndIndex) {}
+
+DiscreteSplit& DiscreteSplit::operator=(const DiscreteSplit& other) {
+    if (this != &other) {
+        ScoreSplitVar::operator=(other);
+        fValues = other.fValues;
+        fStartIndex = other.fStartIndex;
+        fEndIndex = other.fEndIndex;
+    }
+    return *this;
+}
+
+DiscreteSplit::~DiscreteSplit() = default;
+
+ScoreSplitVar* DiscreteSplit::Clone() const {
+    return new DiscreteSplit(*this);
+}
+ScoreSplitVar::SplitVarType DiscreteSplit::GetSplitVarType() const {
+    return DISCRETE_SPLIT;
+}
+
+int DiscreteSplit::GetSplitChildIndex(double code) const {
+    if (code < 0 && fSplitVar->GetMLevel() == ScoreDictVar::LEVEL_NOMINAL) {
+        return fMissvalMap;
+    }
+    if (std::isnan(code)) { // equal to no code, but not ordered either, so the map can't be asked
+        return -1;
+    }
+    const auto found = fNumericMap.find(code);
+    return found == fNumericMap.end() ? -1 : found->second;
+}
+
+int DiscreteSplit::GetSplitChildIndex(const ScoreValue* value) const {
+    if (!value) {
+        return fMissvalMap;
+    }
+    if (fSplitVar->GetVarType() != ScoreDictVar::STRING_VAR) {
+        return fValues.FindChild([value](const ScoreValue& stored) { return stored == *value; });
+    }
+    const bool noSpaceTrim = fSplitVar->GetNoSpaceTrim();
+    const bool emptyStringOK = fSplitVar->GetEmptyStringOK();
+    return fValues.FindChild([=](const ScoreValue& stored) { return stored.Equal(value, noSpaceTrim, emptyStringOK); });
+}
+
+void DiscreteSplit::PutSplit(ScoreValue* value, int index) {
+    fValues.Append(value, index);
+}
+
+void DiscreteSplit::PutSplit(double code, int index) {
+    if (!std::isnan(code)) {
+        fNumericMap.emplace(code, index);
+    }
+}
+
+std::vector<const ScoreValue*> DiscreteSplit::GetSplitValues() const {
+    std::vector<const ScoreValue*> values;
+    values.reserve(fValues.All().size());
+    for (const auto& record : fValues.All()) {
+        values.push_back(record.object);
+    }
+    return values;
+}
+
+std::vector<const ScoreValue*> DiscreteSplit::GetSplitValuesForIndex(int index) const {
+    std::vector<const ScoreValue*> values;
+    for (const auto& record : fValues.All()) {
+        if (record.index == index) {
+            values.push_back(record.object);
+        }
+    }
+    return values;
+}
+
+std::vector<const ScoreValue*> DiscreteSplit::GetSplitValuesFirst() const {
+    std::vector<const ScoreValue*> values;
+    if (fValues.Size() != 0) {
+        values.push_back(fValues.All().front().object);
+    }
+    return values;
+}
+
+void DiscreteSplit::GetStartAndEndIndex(int& start, int& end) const {
+    start = fStartIndex;
+    end = fEndIndex;
+}
+
+void DiscreteSplit::SetStartAndEndIndex(int start, int end) {
+    fStartIndex = start;
+    fEndIndex = end;
+}
+
+void DiscreteSplit::Display(std::ostream& out) const {
+    const bool isCategorical = fSplitVar->GetMLevel() == ScoreDictVar::LEVEL_NOMINAL;
+    out << "SplitVarName = " << GetSplitName()
+        << (isCategorical ? "; Var type: Categorical\n" : "; Var type: Ordinal\n")
+        << "Missing Value index: " << fMissvalMap << "\n";
+    if (fStartIndex >= 0 && fEndIndex >= 0) {
+        out << "Split value index starts from  " << fStartIndex << " to " << fEndIndex << "\n";
+    }
+    for (const auto& record : fValues.All()) {
+        out << "Value = " << (record.object ? record.object->GetString() : std::string()) << "; "
+            << "Index = " << record.index << "\n";
+    }
+    out << "\n";
+}
+
+} // namespace MCVeltrane_900

@@ -1,0 +1,30 @@
+#include <MCVeltrane_900/FalsePredicate.h>
+
+namespace MCVeltrane_900 {
+
+FalsePredicate::~FalsePredicate() = default;
+
+ScorePredicate* FalsePredicate::Clone() const {
+    return new FalsePredicate(*this);
+}
+ScorePredicate::PredicateResult FalsePredicate::Evaluate(const std::vector<double>&) const {
+    return PRED_FALSE;
+}
+ScorePredicate::PredicateResult FalsePredicate::Evaluate(const ScoreCaseRecord*, const ScoreCaseRecord*) const {
+    return PRED_FALSE;
+}
+ScorePredicate::PredicateType FalsePredicate::GetPredType() const {
+    return FALSE_PREDICATE;
+}
+bool FalsePredicate::IsDerivedPredictor() const {
+    return false;
+}
+void FalsePredicate::SetSplit(const ScoreSplitVar*) {}
+const ScoreSplitVar* FalsePredicate::GetSplit() const {
+    return nullptr;
+}
+void FalsePredicate::Display(std::ostream& out) const {
+    out << "Constant FALSE\n";
+}
+
+} // namespace MCVeltrane_900
