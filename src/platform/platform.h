@@ -71,6 +71,13 @@ const ByteSet& LeadBytes();
 /// @return empty where they do, and under the C locale, which names none
 std::string CodePageName();
 
+/// The name of the C locale's encoding where it is one of its own: empty for the plain C locale, and on a system whose
+/// code page doesn't depend on the locale.
+std::string LocaleEncoding();
+
+/// Sets a variable of the process's environment, over an older value.
+void SetEnvironment(const char* name, const char* value);
+
 /// ln |Gamma(x)| without a trace in global state, as the C library's lgamma leaves one in signgam.
 double LogGamma(double x);
 

@@ -101,6 +101,15 @@ void MakeDirectory(const std::string& name) {
     mkdir(name.c_str(), 0777);
 }
 
+std::string LocaleEncoding() {
+    const char* locale = std::setlocale(LC_CTYPE, nullptr);
+    return locale == nullptr || std::strcmp(locale, "C") == 0 ? "" : nl_langinfo(CODESET);
+}
+
+void SetEnvironment(const char* name, const char* value) {
+    setenv(name, value, 1);
+}
+
 double ReadDouble(const char* text) {
     static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
     return strtod_l(text, nullptr, classic);

@@ -81,6 +81,14 @@ void MakeDirectory(const std::string& name) {
     _mkdir(name.c_str());
 }
 
+std::string LocaleEncoding() {
+    return "";
+}
+
+void SetEnvironment(const char* name, const char* value) {
+    _putenv_s(name, value);
+}
+
 double ReadDouble(const char* text) {
     static const _locale_t classic = _create_locale(LC_ALL, "C");
     return _atof_l(text, classic);

@@ -1,0 +1,96 @@
+#include "platform/platform.h"
+#include "text/code_pages.h"
+#include "text/converter_callbacks.h"
+
+#include <MCXML_900/KORDMBConverter.h>
+
+#include <unicode/ucnv.h>
+
+#include <atomic>
+#include <mutex>
+#include <string>
+
+namespace MCXML_900 {
+
+namespace {
+
+using namespace veltrane;
+
+std::atomic<UConverter*> gDefaultConverter = nullptr;
+std::atomic<int> gDefaultConverterID = 0;
+std::mutex gDefaultConverterMutex;
+
+/// Opens by ICU's name, null for ICU's own default.
+UConverter* Open(const char* name) {
+    UErrorCode error = U_ZERO_ERROR;
+    UConverter* converter = ucnv_open(name, &error);
+    return U_SUCCESS(error) ? converter : nullptr;
+}
+
+/// One for the encoding of the C locale, which ICU takes for UTF-8 on some systems, whatever it is.
+UConverter* OpenProcessDefault() {
+    const std::string encoding = platform::LocaleEncoding();
+    UConverter* converter = encoding.empty() ? nullptr : Open(encoding.c_str());
+    return converter != nullptr ? converter : Open(nullptr);
+}
+
+UConverter* OpenLikeDefault() {
+    const UConverter* existing = gDefaultConverter.load();
+    if (existing == nullptr) {
+        return OpenProcessDefault();
+    }
+    UErrorCode error = U_ZERO_ERROR;
+    const char* name = ucnv_getName(existing, &error);
+    return U_SUCCESS(error) ? Open(name) : nullptr;
+}
+
+UConverter* OpenByName(const char* name) {
+    if (const long number = text::CodePageNumber(name); number != 0) {
+        const std::string known = text::CodePageName(number);
+        return known.empty() ? nullptr : Open(known.c_str());
+    }
+    UConverter* converter = Open(name);
+    // A name that ICU doesn't have.
+    if (converter == nullptr && ucnv_compareNames(name, "windows-28591") == 0) {
+        converter = Open("ISO-8859-1");
+    }
+    return converter;
+}
+
+} // namespace
+
+void* KORDMBConverterNew_C(const char* name) {
+    UConverter* converter = name == nullptr ? OpenLikeDefault() : OpenByName(name);
+    if (converter == nullptr) {
+        return nullptr;
+    }
+    UErrorCode error = U_ZERO_ERROR;
+    text::InstallCallbacks(converter, error);
+    if (U_FAILURE(error)) {
+        ucnv_close(converter);
+        return nullptr;
+    }
+    return converter;
+}
+
+UConverter* KORDMBGetDefaultConverter() {
+    if (UConverter* existing = gDefaultConverter.load()) {
+        return existing;
+    }
+    const std::lock_guard lock(gDefaultConverterMutex);
+    if (UConverter* existing = gDefaultConverter.load()) {
+        return existing;
+    }
+    auto* converter = static_cast<UConverter*>(KORDMBConverterNew_C(nullptr));
+    if (converter != nullptr) {
+        ++gDefaultConverterID;
+        gDefaultConverter = converter;
+    }
+    return converter;
+}
+
+int KORDMBDefaultConverterID() {
+    return gDefaultConverterID;
+}
+
+} // namespace MCXML_900
