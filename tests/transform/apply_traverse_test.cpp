@@ -1,0 +1,337 @@
+#include "fields.h"
+#include "trees.h"
+
+#include <MCVeltrane_900/ApplyNodeStats.h>
+#include <MCVeltrane_900/DateTimeValue.h>
+#include <MCVeltrane_900/FunctionTreeImp.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+// The evaluation of trees that are built by hand, and so have numbers of arguments that no document may have.
+
+namespace veltrane::tests {
+
+namespace {
+
+/// Builds the tree of a derived field. The values that hang on nodes live as long as the test.
+class ApplyTraverse : public DerivedFields {
+protected:
+    ScoreValue* Own(ScoreValue* value) {
+        owned.emplace_back(value);
+        return value;
+    }
+
+    static FunctionTreeImp* Node(const ApplyNodeStats& stats) {
+        auto* node = new FunctionTreeImp;
+        node->SetNodeStats(stats);
+        return node;
+    }
+
+    FunctionTreeImp* Const(ScoreValue* value) {
+        ApplyNodeStats stats;
+        stats.SetConstNode(true);
+        stats.SetValue(Own(value));
+        return Node(stats);
+    }
+    FunctionTreeImp* Const(double number) { return Const(Num(number)); }
+
+    FunctionTreeImp* Field(const std::string& name, ScoreValue* mapMissingTo = nullptr) {
+        ApplyNodeStats stats;
+        stats.SetParameterName(name);
+        if (mapMissingTo != nullptr) {
+            stats.SetFieldrefRecodeMissValueTo(Own(mapMissingTo));
+        }
+        return Node(stats);
+    }
+
+    FunctionTreeImp* Call(ApplyNodeStats stats, TD::TransformFunction function,
+                          const std::vector<FunctionTreeImp*>& children) {
+        stats.SetTransformFunction(function);
+        FunctionTreeImp* node = Node(stats);
+        int id = 0;
+        for (FunctionTreeImp* child : children) {
+            ApplyNodeStats named(child->GetNodeStats());
+            named.SetNodeID(std::to_string(++id));
+            child->SetNodeStats(named);
+            node->Add(child);
+        }
+        return node;
+    }
+    FunctionTreeImp* Call(TD::TransformFunction function, const std::vector<FunctionTreeImp*>& children) {
+        return Call(ApplyNodeStats(), function, children);
+    }
+
+    TransformVar& Apply(ScoreDictVar::VariableType type, FunctionTreeImp* root, const std::string& name = "z") {
+        TransformVar& field = Derived(name, type, "", TD::TE_APPLY);
+        field.SetRoot(root);
+        return field;
+    }
+
+    /// The result of a tree, which has to be the same for a second case.
+    std::string ResultOf(ScoreDictVar::VariableType type, FunctionTreeImp* root) {
+        TransformVar& field = Apply(type, root, "z" + std::to_string(++fields));
+        const std::string first = Result(field);
+        EXPECT_EQ(Result(field), first) << "for the second case";
+        return first;
+    }
+    std::string NumberOf(FunctionTreeImp* root) { return ResultOf(kNumeric, root); }
+    std::string TextOf(FunctionTreeImp* root) { return ResultOf(kText, root); }
+
+    /// Whether a leaf has been evaluated, which leaves its field in it.
+    static bool IsEvaluated(const FunctionTree& leaf) { return leaf.GetNodeStats().GetVariable() != nullptr; }
+
+    int fields = 0;
+    std::vector<std::unique_ptr<ScoreValue>> owned;
+};
+
+using KeptApplyTraverse = ApplyTraverse;
+
+// ---- numbers of arguments ----
+
+TEST_F(ApplyTraverse, PlusOfThreeFoldsFromTheLeft) {
+    EXPECT_EQ(NumberOf(Call(TD::TF_PLUS, {Const(1e16), Const(1), Const(-1e16)})), "number 0");
+    EXPECT_EQ(NumberOf(Call(TD::TF_PLUS, {Const(1e16), Const(-1e16), Const(1)})), "number 1");
+}
+
+TEST_F(ApplyTraverse, OneMissingMakesAPlusOfThreeMissingAndNothingRescuesIt) {
+    Input("x", kSysmis);
+    ApplyNodeStats stats;
+    stats.SetRecodeMissValueTo(Own(Num(9)));
+    stats.SetDefaultValue(Own(Num(8)));
+    EXPECT_EQ(NumberOf(Call(stats, TD::TF_PLUS, {Const(1), Field("x"), Const(2)})), "number SYSMIS");
+}
+
+TEST_F(ApplyTraverse, MinusOfThreeIsMissing) {
+    EXPECT_EQ(NumberOf(Call(TD::TF_MINUS, {Const(5), Const(3), Const(1)})), "number SYSMIS");
+}
+
+TEST_F(ApplyTraverse, OutlierHandleNeedsSixChildren) {
+    const auto arguments = [this](std::size_t count) {
+        std::vector<FunctionTreeImp*> children;
+        for (const double number : {20.0, 2.0, 10.0, 2.0, 3.0, 4.0, 5.0}) {
+            if (children.size() < count) {
+                children.push_back(Const(number));
+            }
+        }
+        return children;
+    };
+    EXPECT_EQ(NumberOf(Call(TD::TF_OUTLIER_HANDLE, arguments(5))), "number SYSMIS");
+    EXPECT_EQ(NumberOf(Call(TD::TF_OUTLIER_HANDLE, arguments(6))), "number 13");
+    EXPECT_EQ(NumberOf(Call(TD::TF_OUTLIER_HANDLE, arguments(7))), "number SYSMIS");
+}
+
+TEST_F(ApplyTraverse, ADateDifferenceFindsNoDateForAThirdArgument) {
+    Input("d", kDateTime, new DateTimeValue(90000, DateTimeValue::VAL_DATETIME));
+    EXPECT_EQ(NumberOf(Call(TD::TF_TIME_SECONDS_DIFFERENCE, {Field("d"), Const(1000)})), "number 89000");
+    EXPECT_EQ(NumberOf(Call(TD::TF_TIME_SECONDS_DIFFERENCE, {Field("d"), Const(1000), Const(1)})), "number SYSMIS");
+}
+
+TEST_F(ApplyTraverse, ADateDifferenceOfOneArgumentTakesZeroFromIt) {
+    Input("d", kDateTime, new DateTimeValue(90000, DateTimeValue::VAL_DATETIME));
+    EXPECT_EQ(NumberOf(Call(TD::TF_TIME_SECONDS_DIFFERENCE, {Field("d")})), "number 90000");
+}
+
+TEST_F(ApplyTraverse, ADateDifferenceWithASysmisOperandIsMissing) {
+    Input("d", kDateTime, new DateTimeValue(90000, DateTimeValue::VAL_DATETIME));
+    EXPECT_EQ(NumberOf(Call(TD::TF_DATE_DAYS_DIFFERENCE, {Field("d"), Const(kSysmis)})), "number SYSMIS");
+}
+
+TEST_F(ApplyTraverse, EveryLaterArgumentOfSubstrStartsFromTheSubjectAnew) {
+    EXPECT_EQ(TextOf(Call(TD::TF_SUBSTR, {Const(Txt("abcdef")), Const(2), Const(4)})), "text 'def'");
+}
+
+TEST_F(ApplyTraverse, TheLastArgumentOfSubstringIsItsLength) {
+    EXPECT_EQ(TextOf(Call(TD::TF_SUBSTRING, {Const(Txt("abcdef")), Const(2), Const(4), Const(1)})), "text 'b'");
+}
+
+// ---- the order of evaluation and its early ends ----
+
+TEST_F(ApplyTraverse, ATrueConditionDoesNotEvaluateTheThirdArgument) {
+    Input("c", 1);
+    Input("x", 5);
+    Input("y", 6);
+    FunctionTreeImp* root = Call(TD::TF_IF, {Field("c"), Field("x"), Field("y")});
+    EXPECT_EQ(NumberOf(root), "number 5");
+    EXPECT_TRUE(IsEvaluated(*root->GetChildAt(1)));
+    EXPECT_FALSE(IsEvaluated(*root->GetChildAt(2)));
+}
+
+TEST_F(ApplyTraverse, AFalseConditionEvaluatesTheSecondAndTheThirdArgument) {
+    Input("c", 0.0);
+    Input("x", 5);
+    Input("y", 6);
+    FunctionTreeImp* root = Call(TD::TF_IF, {Field("c"), Field("x"), Field("y")});
+    EXPECT_EQ(NumberOf(root), "number 6");
+    EXPECT_TRUE(IsEvaluated(*root->GetChildAt(1)));
+    EXPECT_TRUE(IsEvaluated(*root->GetChildAt(2)));
+}
+
+TEST_F(ApplyTraverse, AFalseConditionWithTwoArgumentsGivesZero) {
+    EXPECT_EQ(NumberOf(Call(TD::TF_IF, {Const(0.0), Const(5)})), "number 0");
+}
+
+TEST_F(ApplyTraverse, ATextThatIfGivesHasTheLengthZero) {
+    EXPECT_EQ(NumberOf(Call(TD::TF_LENGTH, {Call(TD::TF_IF, {Const(1), Const(Txt("abc"))})})), "number 0");
+}
+
+TEST_F(ApplyTraverse, ATestForMissingLeavesTheFurtherArgumentsAlone) {
+    Input("x", kSysmis);
+    Input("y", 6);
+    for (const auto function : {TD::TF_IS_MISSING, TD::TF_IS_NOT_MISSING}) {
+        FunctionTreeImp* root = Call(function, {Field("x"), Field("y")});
+        EXPECT_EQ(NumberOf(root), function == TD::TF_IS_MISSING ? "number 1" : "number 0");
+        EXPECT_FALSE(IsEvaluated(*root->GetChildAt(1)));
+    }
+}
+
+TEST_F(ApplyTraverse, AndAndOrEvaluateAllTheirArguments) {
+    Input("x", 0.0);
+    Input("y", 1);
+    for (const auto function : {TD::TF_AND, TD::TF_OR}) {
+        FunctionTreeImp* root = Call(function, {Field("x"), Field("y"), Field("x")});
+        EXPECT_EQ(NumberOf(root), function == TD::TF_AND ? "number 0" : "number 1");
+        EXPECT_TRUE(IsEvaluated(*root->GetChildAt(1)));
+        EXPECT_TRUE(IsEvaluated(*root->GetChildAt(2)));
+    }
+}
+
+// ---- field leaves ----
+
+TEST_F(ApplyTraverse, ALeafKeepsThePositionThatItFoundFirst) {
+    Input("x", kNumeric, nullptr);
+    TransformVar& field = Apply(kNumeric, Call(TD::TF_ABS, {Field("x")}));
+    EXPECT_EQ(Result(field), "number SYSMIS");
+    record.Add("x", Num(-4));
+    EXPECT_EQ(Result(field), "number SYSMIS");
+}
+
+TEST_F(ApplyTraverse, AFieldInTheDataDictionaryComesFirst) {
+    Input("x", 4);
+    Derived("x", kNumeric, "", TD::TE_CONSTANT).SetConstString("7");
+    EXPECT_EQ(NumberOf(Call(TD::TF_ABS, {Field("x")})), "number 4");
+}
+
+TEST_F(ApplyTraverse, AnAbsentFieldIsMissingAsItsTypeIs) {
+    Input("x", kNumeric, nullptr);
+    Input("d", kDateTime, nullptr);
+    Input("t", kText, nullptr).SetWidth(6);
+    EXPECT_EQ(NumberOf(Call(TD::TF_SYSMIS, {Field("x")})), "number 1");
+    EXPECT_EQ(NumberOf(Call(TD::TF_SYSMIS, {Field("d")})), "number 1");
+    EXPECT_EQ(TextOf(Call(TD::TF_UPPERCASE, {Field("t")})), "text ''");
+    EXPECT_EQ(NumberOf(Call(TD::TF_LENGTH, {Field("t")})), "number 6");
+}
+
+TEST_F(ApplyTraverse, AMissingNumberIsSysmisUnderAnythingButValueAndSysmis) {
+    MakeMissing(Input("x", -9), -9);
+    EXPECT_EQ(NumberOf(Call(TD::TF_ABS, {Field("x")})), "number SYSMIS");
+    EXPECT_EQ(NumberOf(Call(TD::TF_ABS, {Field("x", Num(-3))})), "number 3");
+    EXPECT_EQ(NumberOf(Call(TD::TF_VALUE, {Field("x", Num(-3))})), "number -9");
+    EXPECT_EQ(NumberOf(Call(TD::TF_SYSMIS, {Field("x", Num(-3))})), "number 0");
+}
+
+TEST_F(ApplyTraverse, AMissingDateIsReplacedOrStays) {
+    Input("d", kDateTime, new DateTimeValue(kSysmis, DateTimeValue::VAL_DATETIME));
+    const auto replacement = [] { return new DateTimeValue(400 * 86400.0, DateTimeValue::VAL_DATETIME); };
+    EXPECT_EQ(NumberOf(Call(TD::TF_YEAR_FROM_DATE, {Field("d", replacement())})), "number 1971");
+    EXPECT_EQ(NumberOf(Call(TD::TF_YEAR_FROM_DATE, {Field("d")})), "number SYSMIS");
+}
+
+TEST_F(ApplyTraverse, AMissingTextIsReplacedAndHasTheWidthOfItsField) {
+    DictVar& var = Input("t", "?");
+    MakeMissing(var, "?");
+    var.SetWidth(7);
+    EXPECT_EQ(TextOf(Call(TD::TF_UPPERCASE, {Field("t", Txt("abc"))})), "text 'ABC'");
+    EXPECT_EQ(NumberOf(Call(TD::TF_LENGTH, {Field("t", Txt("abc"))})), "number 7");
+    EXPECT_EQ(TextOf(Call(TD::TF_UPPERCASE, {Field("t")})), "text '?'");
+}
+
+TEST_F(KeptApplyTraverse, TheWidthOfAFieldIsWrittenIntoTheValueOfTheRecord) {
+    auto* value = new StringValue("abc");
+    Input("t", kText, value).SetWidth(10);
+    EXPECT_EQ(NumberOf(Call(TD::TF_LENGTH, {Field("t")})), "number 10");
+    EXPECT_EQ(value->GetLength(), 10);
+}
+
+// ---- what stands behind the last argument ----
+
+TEST_F(ApplyTraverse, AReplacementThatIsMissingItselfGivesWayToTheDefault) {
+    Input("x", kSysmis);
+    ApplyNodeStats stats;
+    stats.SetRecodeMissValueTo(Own(Num(kSysmis)));
+    stats.SetDefaultValue(Own(Num(8)));
+    EXPECT_EQ(NumberOf(Call(stats, TD::TF_SUM, {Field("x"), Field("x")})), "number 8");
+}
+
+TEST_F(KeptApplyTraverse, ADateThatIsPassedOnIsATextAndItsTextIsUndefined) {
+    Input("d", kDateTime, new DateTimeValue(90000, DateTimeValue::VAL_DATETIME));
+    for (const auto function : {TD::TF_VALUE, TD::TF_RECAST_TO_ORDINAL, TD::TF_RECAST_TO_SCALE}) {
+        EXPECT_EQ(TextOf(Call(function, {Field("d")})), "text 'Undefined'");
+    }
+}
+
+TEST_F(ApplyTraverse, APassedTextKeepsItsLength) {
+    Input("t", "abc").SetWidth(5);
+    EXPECT_EQ(NumberOf(Call(TD::TF_LENGTH, {Call(TD::TF_VALUE, {Field("t")})})), "number 5");
+}
+
+TEST_F(ApplyTraverse, AValueThatOutlivesItsNeighboursIsACopy) {
+    // Both branches end in the same scratch values.
+    Input("s", "ab");
+    Input("t", "cd");
+    const auto upper = [this](const char* name) { return Call(TD::TF_UPPERCASE, {Field(name)}); };
+    EXPECT_EQ(NumberOf(Call(TD::TF_EQUAL, {upper("s"), upper("t")})), "number 0");
+    EXPECT_EQ(NumberOf(Call(TD::TF_IS_IN, {upper("s"), upper("t")})), "number 0");
+    EXPECT_EQ(NumberOf(Call(TD::TF_IS_IN, {upper("s"), upper("t"), upper("s")})), "number 1");
+}
+
+TEST_F(ApplyTraverse, TheWholeFieldJudgesTheResultsOfInnerNodes) {
+    // 7 is no value of the field, 1 is: the inner node becomes missing, and the outer sum skips it.
+    Input("x", 7);
+    ApplyNodeStats asMissing;
+    asMissing.SetInvalidValueTreatmentMethod(ApplyNodeStats::IV_AS_MISSING);
+    TransformVar& field = Apply(kNumeric, Call(TD::TF_SUM, {Call(asMissing, TD::TF_ABS, {Field("x")}), Const(1)}));
+    MakeMissing(field, 7);
+    EXPECT_EQ(Result(field), "number 1");
+    EXPECT_EQ(Result(field), "number 1");
+}
+
+// ---- fields that stand later in the list ----
+
+TEST_F(ApplyTraverse, AFieldListedLaterIsEvaluatedOnTheSpotAndAgainInItsTurn) {
+    Input("x", 1);
+    Apply(kNumeric, Call(TD::TF_ABS, {Field("lagged")}));
+    Derived("lagged", kNumeric, "x", TD::TE_LAG);
+    derived.SetUpDerivedCaseRecord();
+    const auto score = [this](double x) {
+        record.SetValue("x", x);
+        derived.GetValuesForDerivedVars(&record, &dictionary);
+        return Written(derived.GetVarValue("z")) + ", " + Written(derived.GetVarValue("lagged"));
+    };
+    // A lag moves on with each evaluation, here twice a case.
+    EXPECT_EQ(score(1), "number SYSMIS, number 1");
+    EXPECT_EQ(score(2), "number 1, number 2");
+    EXPECT_EQ(score(3), "number 2, number 3");
+}
+
+TEST_F(ApplyTraverse, AFieldListedEarlierIsReadFromTheDerivedRecord) {
+    Input("x", 1);
+    Derived("lagged", kNumeric, "x", TD::TE_LAG);
+    Apply(kNumeric, Call(TD::TF_ABS, {Field("lagged")}));
+    derived.SetUpDerivedCaseRecord();
+    const auto score = [this](double x) {
+        record.SetValue("x", x);
+        derived.GetValuesForDerivedVars(&record, &dictionary);
+        return Written(derived.GetVarValue("z")) + ", " + Written(derived.GetVarValue("lagged"));
+    };
+    EXPECT_EQ(score(1), "number SYSMIS, number SYSMIS");
+    EXPECT_EQ(score(2), "number 1, number 1");
+    EXPECT_EQ(score(3), "number 2, number 2");
+}
+
+} // namespace
+
+} // namespace veltrane::tests
