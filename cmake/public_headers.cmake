@@ -76,6 +76,7 @@ set(VELTRANE_PUBLIC_HEADERS
     MCVeltrane_900/VarStats.h
     MCVeltrane_900/VersionInfo.h
     MCXML_900/KORDMBConverter.h
+    MCXML_900/KORDMBString.h
     MCXML_900/MCXInputSource.h
     ScoreContext/IErrorFormater.h
     ScoreContext/VTErrorFormater.h

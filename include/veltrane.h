@@ -76,6 +76,7 @@
 #include <MCVeltrane_900/VarStats.h>
 #include <MCVeltrane_900/VersionInfo.h>
 #include <MCXML_900/KORDMBConverter.h>
+#include <MCXML_900/KORDMBString.h>
 #include <MCXML_900/MCXInputSource.h>
 #include <ScoreContext/IErrorFormater.h>
 #include <ScoreContext/VTErrorFormater.h>

@@ -67,10 +67,6 @@ using ByteSet = std::array<bool, 256>;
 /// @return the set, valid in this thread until its next call under another locale
 const ByteSet& LeadBytes();
 
-/// The name of the code page of the process's locale, where text converters can't find it by themselves.
-/// @return empty where they do, and under the C locale, which names none
-std::string CodePageName();
-
 /// The name of the C locale's encoding where it is one of its own: empty for the plain C locale, and on a system whose
 /// code page doesn't depend on the locale.
 std::string LocaleEncoding();

@@ -134,14 +134,6 @@ const ByteSet& LeadBytes() {
     return table.leads;
 }
 
-std::string CodePageName() {
-    const char* name = std::setlocale(LC_CTYPE, nullptr);
-    if (name == nullptr || std::strcmp(name, "C") == 0 || std::strcmp(name, "POSIX") == 0) {
-        return {};
-    }
-    return nl_langinfo(CODESET);
-}
-
 double LogGamma(double x) {
     int sign = 0;
     return lgamma_r(x, &sign);

@@ -106,10 +106,6 @@ const ByteSet& LeadBytes() {
     return leads;
 }
 
-std::string CodePageName() {
-    return {};
-}
-
 double LogGamma(double x) {
     return std::lgamma(x);
 }
