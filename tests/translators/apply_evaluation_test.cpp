@@ -25,18 +25,25 @@ std::string NameOf(const testing::TestParamInfo<Row>& info) {
     return info.param.name;
 }
 
+/// The first case of a field is evaluated another way than the later ones.
+void ExpectInEveryCase(DerivedFields& fields, const Row& row) {
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(fields.Score("z", row.values), row.expected) << "case " << i;
+    }
+}
+
 class NumericApply : public testing::TestWithParam<Row> {};
 
 TEST_P(NumericApply, GivesTheStatedValue) {
     DerivedFields fields(NumericField(GetParam().apply));
-    EXPECT_EQ(fields.Score("z", GetParam().values), GetParam().expected);
+    ExpectInEveryCase(fields, GetParam());
 }
 
 class TextApply : public testing::TestWithParam<Row> {};
 
 TEST_P(TextApply, GivesTheStatedValue) {
     DerivedFields fields(TextField(GetParam().apply));
-    EXPECT_EQ(fields.Score("z", GetParam().values), GetParam().expected);
+    ExpectInEveryCase(fields, GetParam());
 }
 
 const Row kBranchRows[] = {
@@ -259,7 +266,7 @@ class InvalidApply : public testing::TestWithParam<Row> {};
 
 TEST_P(InvalidApply, IsTreatedAsStated) {
     DerivedFields fields(DerivedField("z", "optype='categorical' dataType='double'", GetParam().apply));
-    EXPECT_EQ(fields.Score("z", GetParam().values), GetParam().expected);
+    ExpectInEveryCase(fields, GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, InvalidApply, testing::ValuesIn(kInvalidRows), NameOf);

@@ -1,177 +1,212 @@
 #include "transform/apply/apply_plan.h"
 
-#include "transform/apply/child_values.h"
-#include "transform/functions/kernels.h"
-
-#include <MCVeltrane_900/ScoreCaseRecord.h>
+#include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreDictVar.h>
+
+#include <typeinfo>
 
 using namespace MCVeltrane_900;
 
+/// How a plan is made of a tree.
 namespace veltrane::transform {
 
 using TD = TransformationDictionary;
-using functions::IsMissing;
-using functions::kMissing;
 
 namespace {
 
 /// Trees of documents are a few levels deep; deeper ones are walked.
 constexpr int kDeepestPlan = 100;
 
-bool IsFunctionOfNumbers(const FunctionTree& node) {
-    const Gathering gathering = DispatchOf(node.GetNodeStats().GetTransformFunction()).gathering;
-    return !node.IsLeaf() && (gathering == Gathering::FOLD || gathering == Gathering::ACCUMULATE);
+bool IsNumber(const ScoreValue* value) {
+    return value != nullptr && typeid(*value) == typeid(NumericValue);
+}
+
+/// A leaf that names a field, as opposed to a function without arguments.
+bool NamesField(const ApplyNodeStats& stats) {
+    return !stats.IsConstNode() && stats.GetTransformFunction() == TD::TF_NONE;
 }
 
 } // namespace
 
 std::unique_ptr<ApplyPlan> ApplyPlan::Make(FunctionTree& root) {
-    if (!IsFunctionOfNumbers(root)) {
-        return nullptr;
-    }
     auto plan = std::make_unique<ApplyPlan>();
-    if (!plan->Add(root, 0)) {
-        return nullptr;
+    const Added added = plan->Add(root, 0);
+    const bool isWalk = plan->fSteps.size() == 1 && plan->fSteps.front().kind == Kind::WALK;
+    if (added == Added::NOTHING || isWalk || root.IsLeaf()) {
+        plan->fSteps.clear();
+        plan->fOperands.clear();
+        if (plan->fUnresolved.empty()) {
+            return nullptr;
+        }
     }
     plan->fStack.resize(plan->fSteps.size());
     return plan;
 }
 
-bool ApplyPlan::Add(FunctionTree& node, int depth) {
-    if (depth > kDeepestPlan) {
+bool ApplyPlan::IsOutdated() {
+    if (fUnresolved.empty()) {
         return false;
     }
+    while (!fUnresolved.empty() && fUnresolved.back()->GetNodeStats().GetVariable() != nullptr) {
+        fUnresolved.pop_back();
+    }
+    return fUnresolved.empty();
+}
+
+ApplyPlan::Added ApplyPlan::Add(FunctionTree& node, int depth) {
+    if (depth > kDeepestPlan) {
+        return Added::NOTHING;
+    }
     if (node.IsLeaf()) {
-        AddLeaf(node);
-        return true;
+        return AddLeaf(node);
     }
-    if (!IsFunctionOfNumbers(node)) {
-        fSteps.push_back({.kind = Kind::WALK, .node = &node});
-        return true;
+    switch (DispatchOf(node.GetNodeStats().GetTransformFunction()).gathering) {
+    case Gathering::FOLD:
+    case Gathering::ACCUMULATE:
+        return AddFunction(node, depth);
+    case Gathering::COMPARE:
+    case Gathering::MEMBER:
+        return AddComparison(node, depth);
+    case Gathering::DATE_TIME:
+        return AddWalk(node, true);
+    case Gathering::OWN:
+        return AddOwnRule(node, depth);
+    default:
+        return AddWalk(node, false);
     }
-    const int count = node.GetChildCount();
-    for (int i = 0; i < count; ++i) {
-        FunctionTree* child = node.GetChildAt(i);
-        if (child == nullptr || !Add(*child, depth + 1)) {
-            return false;
-        }
-    }
-    const ApplyNodeStats& stats = node.GetNodeStats();
-    fSteps.push_back({.kind = Kind::FUNCTION,
-                      .node = &node,
-                      .arguments = static_cast<std::size_t>(count),
-                      .dispatch = DispatchOf(stats.GetTransformFunction()),
-                      .function = stats.GetTransformFunction(),
-                      .treatsInvalid = stats.GetInvalidValueTreatmentMethod() == ApplyNodeStats::IV_AS_MISSING});
-    return true;
 }
 
 /// Numbers and numeric fields; every other leaf is left to the walk, which also writes the lengths of texts.
-void ApplyPlan::AddLeaf(FunctionTree& leaf) {
+ApplyPlan::Added ApplyPlan::AddLeaf(FunctionTree& leaf) {
     const ApplyNodeStats& stats = leaf.GetNodeStats();
     const ScoreDictVar* variable = stats.GetVariable();
     if (stats.IsConstNode() && stats.GetValue() != nullptr) {
         fSteps.push_back({.kind = Kind::CONSTANT, .constant = stats.GetValue()->GetDouble()});
-    } else if (!stats.IsConstNode() && variable != nullptr && variable->GetVarType() == ScoreDictVar::kNUMERIC_VAR) {
+        return IsNumber(stats.GetValue()) ? Added::NUMBER : Added::VALUE;
+    }
+    if (!stats.IsConstNode() && variable != nullptr && variable->GetVarType() == ScoreDictVar::kNUMERIC_VAR) {
         fSteps.push_back({.kind = Kind::FIELD,
                           .node = &leaf,
                           .variable = variable,
                           .position = stats.GetVarIndex(),
                           .isDerived = variable->IsDerivedVariable()});
-    } else {
-        fSteps.push_back({.kind = Kind::WALK, .node = &leaf});
+        return Added::NUMBER;
+    }
+    if (variable == nullptr && NamesField(stats)) {
+        fUnresolved.push_back(&leaf);
+    }
+    return AddWalk(leaf, false);
+}
+
+ApplyPlan::Added ApplyPlan::AddFunction(FunctionTree& node, int depth) {
+    const int count = node.GetChildCount();
+    for (int i = 0; i < count; ++i) {
+        FunctionTree* child = node.GetChildAt(i);
+        if (child == nullptr || Add(*child, depth + 1) == Added::NOTHING) {
+            return Added::NOTHING;
+        }
+    }
+    AddCall(Kind::FUNCTION, node, count);
+    return Added::NUMBER;
+}
+
+/// Values are compared by their kinds too, so only what is a number in every case is compared here.
+ApplyPlan::Added ApplyPlan::AddComparison(FunctionTree& node, int depth) {
+    const std::size_t first = fSteps.size();
+    const int count = node.GetChildCount();
+    for (int i = 0; i < count; ++i) {
+        if (AddOperand(node.GetChildAt(i), depth) != Added::NUMBER) {
+            return WalkInstead(first, node, true);
+        }
+    }
+    AddCall(Kind::COMPARISON, node, count);
+    return Added::NUMBER;
+}
+
+/// The condition, the second child, the choice, the third child. The walk evaluates the second child in every case, and
+/// none behind the third.
+ApplyPlan::Added ApplyPlan::AddBranch(FunctionTree& node, int depth) {
+    const std::size_t first = fSteps.size();
+    const int count = node.GetChildCount();
+    const bool mayBeTreated =
+        count < 3 && node.GetNodeStats().GetInvalidValueTreatmentMethod() == ApplyNodeStats::IV_AS_MISSING;
+    FunctionTree* condition = node.GetChildAt(0);
+    if (count < 2 || mayBeTreated || condition == nullptr || Add(*condition, depth + 1) == Added::NOTHING ||
+        AddOperand(node.GetChildAt(1), depth) != Added::NUMBER) {
+        return WalkInstead(first, node, false);
+    }
+    const std::size_t choice = fSteps.size();
+    fSteps.push_back({.kind = Kind::BRANCH, .node = &node});
+    if (count == 2) {
+        fSteps.push_back({.kind = Kind::CONSTANT, .constant = 0.0});
+    } else if (AddOperand(node.GetChildAt(2), depth) != Added::NUMBER) {
+        return WalkInstead(first, node, false);
+    }
+    fSteps[choice].count = fSteps.size() - choice - 1;
+    return Added::NUMBER;
+}
+
+ApplyPlan::Added ApplyPlan::AddOwnRule(FunctionTree& node, int depth) {
+    const TD::TransformFunction function = node.GetNodeStats().GetTransformFunction();
+    switch (function) {
+    case TD::TF_IF:
+        return AddBranch(node, depth);
+    case TD::TF_IS_MISSING:
+    case TD::TF_IS_NOT_MISSING: {
+        FunctionTree* child = node.GetChildAt(0);
+        if (child == nullptr || !child->IsLeaf() || child->GetNodeStats().GetVariable() == nullptr) {
+            if (child != nullptr && child->IsLeaf() && NamesField(child->GetNodeStats())) {
+                fUnresolved.push_back(child);
+            }
+            return AddWalk(node, true);
+        }
+        fSteps.push_back({.kind = Kind::MISSING_TEST,
+                          .node = child,
+                          .variable = child->GetNodeStats().GetVariable(),
+                          .function = function});
+        return Added::NUMBER;
+    }
+    case TD::TF_LENGTH:
+    case TD::TF_SYSMIS:
+    case TD::TF_MATCHES:
+    case TD::TF_OUTLIER_HANDLE:
+        return AddWalk(node, true);
+    default:
+        return AddWalk(node, false);
     }
 }
 
-const ScoreValue* ApplyPlan::Evaluate(TransformVar& var, const ApplyCase& oneCase) {
-    double* top = fStack.data();
-    for (const Step& step : fSteps) {
-        switch (step.kind) {
-        case Kind::CONSTANT:
-            *top++ = step.constant;
-            break;
-        case Kind::FIELD:
-            *top++ = ReadField(step, var, oneCase);
-            break;
-        case Kind::WALK:
-            *top++ = Walk(step, var, oneCase);
-            break;
-        case Kind::FUNCTION: {
-            top -= step.arguments;
-            const double result = Call(step, top);
-            *top = IsMissing(result) || step.treatsInvalid ? Treat(step, var, top, result) : result;
-            ++top;
-            break;
-        }
-        }
+/// A child whose kind matters. A record may hold a text for a numeric field, which each case is asked for ahead.
+ApplyPlan::Added ApplyPlan::AddOperand(FunctionTree* child, int depth) {
+    const Added added = child == nullptr ? Added::NOTHING : Add(*child, depth + 1);
+    if (added == Added::NUMBER && child->IsLeaf() && fSteps.back().kind == Kind::FIELD) {
+        fOperands.push_back(fSteps.size() - 1);
     }
-    NumericValue& result = var.NumericScratch();
-    result.SetDoubleValue(fStack[0]);
-    return &result;
+    return added;
 }
 
-double ApplyPlan::ReadField(const Step& step, TransformVar& var, const ApplyCase& oneCase) const {
-    const ScoreValue* value =
-        step.position >= 0 && oneCase.record != nullptr ? oneCase.record->Get(step.position) : nullptr;
-    if (value != nullptr) {
-        if (!step.variable->IsMissingValue(value)) {
-            return value->GetDouble();
-        }
-        const ScoreValue* replacement = step.node->GetNodeStats().GetFieldrefRecodeMissValueRep();
-        return replacement != nullptr ? replacement->GetDouble() : kMissing;
-    }
-    if (!step.isDerived) {
-        return kMissing;
-    }
-    const ScoreValue* computed = TransformVar::ReadComputedField(*step.variable, oneCase);
-    return DoubleOf(computed != nullptr ? computed : var.ReadAbsentField(*step.variable, oneCase));
+ApplyPlan::Added ApplyPlan::AddWalk(FunctionTree& node, bool givesNumber) {
+    fSteps.push_back({.kind = Kind::WALK, .node = &node});
+    return givesNumber ? Added::NUMBER : Added::VALUE;
 }
 
-double ApplyPlan::Walk(const Step& step, TransformVar& var, const ApplyCase& oneCase) const {
-    int status = 0;
-    return DoubleOf(var.Traverse(step.node, oneCase.record, oneCase.dictionary, oneCase.transformations, status));
+/// Takes back the steps from this one on.
+ApplyPlan::Added ApplyPlan::WalkInstead(std::size_t first, FunctionTree& node, bool givesNumber) {
+    fSteps.resize(first, {.kind = Kind::WALK});
+    while (!fOperands.empty() && fOperands.back() >= first) {
+        fOperands.pop_back();
+    }
+    return AddWalk(node, givesNumber);
 }
 
-double ApplyPlan::Call(const Step& step, const double* arguments) {
-    if (step.arguments == 2) {
-        switch (step.function) {
-        case TD::TF_MINUS:
-            return functions::Difference(arguments[0], arguments[1]);
-        case TD::TF_MULTIPLY:
-            return functions::Product(arguments[0], arguments[1]);
-        case TD::TF_DIVIDE:
-            return functions::Quotient(arguments[0], arguments[1]);
-        default:
-            break;
-        }
-    }
-    if (step.function == TD::TF_SUM) {
-        return functions::Total(arguments, step.arguments);
-    }
-    if (step.dispatch.fold != nullptr) {
-        double result = step.arguments == 1 ? step.dispatch.fold(arguments[0], 0.0) : arguments[0];
-        for (std::size_t i = 1; i < step.arguments; ++i) {
-            result = step.dispatch.fold(result, arguments[i]);
-        }
-        return result;
-    }
-    fArguments.assign(arguments, arguments + step.arguments);
-    return step.dispatch.accumulate(fArguments);
-}
-
-/// Only accumulated arguments can make a missing result replaceable.
-double ApplyPlan::Treat(const Step& step, TransformVar& var, const double* arguments, double result) {
-    NumericValue& scratch = var.NumericScratch();
-    scratch.SetDoubleValue(result);
-    const bool isInvalid = step.treatsInvalid && !var.IsValidValue(&scratch);
-    fArguments.clear();
-    if (step.dispatch.accumulate != nullptr) {
-        fArguments.assign(arguments, arguments + step.arguments);
-    }
-    TransformVar::HandleMissingAndInvalidOfApply(fArguments, step.function, &scratch, step.node->GetNodeStats(),
-                                                 IsMissing(result), isInvalid);
-    return scratch.GetDouble();
+void ApplyPlan::AddCall(Kind kind, FunctionTree& node, int count) {
+    const ApplyNodeStats& stats = node.GetNodeStats();
+    fSteps.push_back({.kind = kind,
+                      .node = &node,
+                      .count = static_cast<std::size_t>(count),
+                      .dispatch = DispatchOf(stats.GetTransformFunction()),
+                      .function = stats.GetTransformFunction(),
+                      .treatsInvalid = stats.GetInvalidValueTreatmentMethod() == ApplyNodeStats::IV_AS_MISSING});
 }
 
 } // namespace veltrane::transform

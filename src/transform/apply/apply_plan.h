@@ -11,21 +11,29 @@
 
 namespace veltrane::transform {
 
-/// The numeric part of a tree as a flat list of steps, made once all its leaves have been resolved. It gives what the
-/// walk over the tree gives, without the walk: constants and fields are pushed, functions take their arguments from
-/// the stack. Whatever is no function of numbers stays with the walk, as one step.
+/// The numeric part of a tree as a flat list of steps, made once its leaves have been resolved. It gives what the walk
+/// over the tree gives, without the walk: constants and fields are pushed, functions take their arguments from the
+/// stack, a branch jumps over the steps that the walk would not reach. Whatever gives no number stays with the walk, as
+/// one step.
 ///
 /// A plan borrows the nodes of its tree, which does not change once it has been evaluated.
 class ApplyPlan {
 public:
-    /// @return null for a tree whose root is no function of numbers, or that is too deep to bother
+    /// @return null for a tree that only the walk can evaluate
     static std::unique_ptr<ApplyPlan> Make(MCVeltrane_900::FunctionTree& root);
 
-    /// @return the numeric scratch value of the field
+    /// @return the numeric scratch value of the field; null when this case has to be walked
     const MCVeltrane_900::ScoreValue* Evaluate(MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase);
 
+    /// Whether leaves that no case had reached when the plan was made have been resolved since: a new plan can do more.
+    bool IsOutdated();
+
 private:
-    enum class Kind { CONSTANT, FIELD, WALK, FUNCTION };
+    enum class Kind { CONSTANT, FIELD, WALK, MISSING_TEST, FUNCTION, COMPARISON, BRANCH };
+
+    /// What is known of the steps of a node: none because it lies too deep, or steps for a value of any kind, or for
+    /// one that is a number in every case.
+    enum class Added { NOTHING, VALUE, NUMBER };
 
     struct Step {
         Kind kind;
@@ -34,21 +42,39 @@ private:
         const MCVeltrane_900::ScoreDictVar* variable = nullptr;
         int position = -1; ///< of the field in the record
         bool isDerived = false;
-        std::size_t arguments = 0;
+        std::size_t count = 0; ///< of the arguments of a function, of the steps of a branch's alternative
         FunctionDispatch dispatch{Gathering::OWN, nullptr, nullptr};
         MCVeltrane_900::TransformationDictionary::TransformFunction function =
             MCVeltrane_900::TransformationDictionary::TF_NONE;
         bool treatsInvalid = false;
     };
 
-    bool Add(MCVeltrane_900::FunctionTree& node, int depth);
-    void AddLeaf(MCVeltrane_900::FunctionTree& leaf);
+    Added Add(MCVeltrane_900::FunctionTree& node, int depth);
+    Added AddLeaf(MCVeltrane_900::FunctionTree& leaf);
+    Added AddFunction(MCVeltrane_900::FunctionTree& node, int depth);
+    Added AddComparison(MCVeltrane_900::FunctionTree& node, int depth);
+    Added AddBranch(MCVeltrane_900::FunctionTree& node, int depth);
+    Added AddOwnRule(MCVeltrane_900::FunctionTree& node, int depth);
+    Added AddOperand(MCVeltrane_900::FunctionTree* child, int depth);
+    Added AddWalk(MCVeltrane_900::FunctionTree& node, bool givesNumber);
+    Added WalkInstead(std::size_t first, MCVeltrane_900::FunctionTree& node, bool givesNumber);
+    void AddCall(Kind kind, MCVeltrane_900::FunctionTree& node, int count);
+
+    bool HoldsNumbers(const ApplyCase& oneCase) const;
+    double Run(MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase);
+    double RunRare(const Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase,
+                   const double* arguments);
     double ReadField(const Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase) const;
     double Walk(const Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase) const;
+    double TestMissing(const Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase) const;
     double Call(const Step& step, const double* arguments);
+    double Accumulate(const Step& step, const double* arguments);
+    double Compare(const Step& step, MCVeltrane_900::TransformVar& var, const double* arguments);
     double Treat(const Step& step, MCVeltrane_900::TransformVar& var, const double* arguments, double result);
 
     std::vector<Step> fSteps;
+    std::vector<std::size_t> fOperands; ///< fields among the steps that have to hold a number, or the case is walked
+    std::vector<const MCVeltrane_900::FunctionTree*> fUnresolved; ///< leaves that no case has reached yet
     std::vector<double> fStack;
     std::vector<double> fArguments; ///< of functions that take a vector
 };

@@ -1,6 +1,6 @@
 #include "transform/apply/apply_node.h"
 #include "transform/apply/child_values.h"
-#include "transform/functions/missing.h"
+#include "transform/functions/kernels.h"
 
 #include <MCVeltrane_900/ScoreValueLabelSet.h>
 
@@ -17,7 +17,8 @@ using TD = TransformationDictionary;
 const ScoreValue* ApplyNode::Finish(const ScoreValue* last) {
     switch (fDispatch.gathering) {
     case Gathering::ACCUMULATE:
-        fNumber = fVar.ApplyAccumulateFunction(fFrame.numbers, fFunction);
+        fNumber = fFunction == TD::TF_MEDIAN ? functions::MedianInPlace(fFrame.numbers)
+                                             : fVar.ApplyAccumulateFunction(fFrame.numbers, fFunction);
         break;
     case Gathering::TEXT_RESULT:
         return FinishText();

@@ -51,18 +51,18 @@ TD::TransformFunction ParentFunction(const FunctionTree& leaf) {
 
 } // namespace
 
-/// The first case walks the tree and resolves its leaves; from then on a plan of it does the numeric part.
+/// The first case walks the tree and resolves its leaves; from then on a plan of it does the numeric part. Leaves that
+/// are reached later give a new plan.
 const ScoreValue* TransformVar::EvaluateApply(const ApplyCase& oneCase) {
     if (fRoot == nullptr) {
         return nullptr;
     }
-    if (fPlan != nullptr) {
-        return fPlan->Evaluate(*this, oneCase);
+    const ScoreValue* value = fPlan != nullptr ? fPlan->Evaluate(*this, oneCase) : nullptr;
+    if (value == nullptr) {
+        int status = 0;
+        value = Traverse(fRoot.get(), oneCase.record, oneCase.dictionary, oneCase.transformations, status);
     }
-    int status = 0;
-    const ScoreValue* value =
-        Traverse(fRoot.get(), oneCase.record, oneCase.dictionary, oneCase.transformations, status);
-    if (!fIsPlanned) {
+    if (!fIsPlanned || (fPlan != nullptr && fPlan->IsOutdated())) {
         fIsPlanned = true;
         fPlan = veltrane::transform::ApplyPlan::Make(*fRoot);
     }

@@ -6,6 +6,23 @@
 #include <cmath>
 #include <limits>
 
+namespace veltrane::functions {
+
+double MedianInPlace(std::vector<double>& values) {
+    const auto first = values.begin();
+    const auto last = std::partition(first, values.end(), [](double x) { return !IsMissing(x); });
+    if (first == last) {
+        return kMissing;
+    }
+    // A NaN is kept; it sorts behind all numbers, so that the order stays total.
+    std::sort(first, last, [](double a, double b) { return std::isnan(b) ? !std::isnan(a) : a < b; });
+    const auto count = last - first;
+    const auto half = count / 2;
+    return count % 2 == 1 ? first[half] : (first[half - 1] + first[half]) * 0.5;
+}
+
+} // namespace veltrane::functions
+
 namespace MCVeltrane_900 {
 
 using veltrane::functions::IsMissing;
@@ -75,17 +92,8 @@ double TransformationDictionary::Mean(const std::vector<double>& values) {
 }
 
 double TransformationDictionary::MedianOperator(const std::vector<double>& values) {
-    std::vector<double> present;
-    present.reserve(values.size());
-    std::copy_if(values.begin(), values.end(), std::back_inserter(present), [](double x) { return !IsMissing(x); });
-    if (present.empty()) {
-        return kMissing;
-    }
-    // A NaN is kept; it sorts behind all numbers, so that the order stays total.
-    std::sort(present.begin(), present.end(),
-              [](double a, double b) { return std::isnan(b) ? !std::isnan(a) : a < b; });
-    const std::size_t half = present.size() / 2;
-    return present.size() % 2 == 1 ? present[half] : (present[half - 1] + present[half]) * 0.5;
+    std::vector<double> copy(values);
+    return veltrane::functions::MedianInPlace(copy);
 }
 
 /// The sum of squares is scaled by the largest deviation so far, so that no square leaves the range of a double.

@@ -4,6 +4,7 @@
 #include "transform/functions/missing.h"
 
 #include <cstddef>
+#include <vector>
 
 /// The commonest functions of numbers as the public ones and the plan of a tree both compute them.
 namespace veltrane::functions {
@@ -32,6 +33,9 @@ inline double Total(const double* values, std::size_t count) {
     }
     return found ? sum : kMissing;
 }
+
+/// The median of what is not missing; missing when nothing is left. It leaves the numbers in another order.
+double MedianInPlace(std::vector<double>& values);
 
 } // namespace veltrane::functions
 
