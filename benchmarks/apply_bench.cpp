@@ -4,6 +4,7 @@
 #include "documents.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
+#include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/StringValue.h>
 
@@ -134,17 +135,19 @@ void HousingByHand(benchmark::State& state) {
 }
 
 const char* const kFields = "<DataField name=\"x0\" optype=\"continuous\" dataType=\"double\"/>"
-                            "<DataField name=\"t\" optype=\"categorical\" dataType=\"string\"/>";
+                            "<DataField name=\"t\" optype=\"categorical\" dataType=\"string\"/>"
+                            "<DataField name=\"when\" optype=\"continuous\" dataType=\"dateTimeSecondsSince[1970]\"/>";
 
 /// One derived field with this expression; `nodes` is the number of functions in it.
 void Expression(benchmark::State& state, const char* type, const char* level, const std::string& expression,
                 double nodes) {
-    Loaded loaded = Load(Document(kFields, 2,
+    Loaded loaded = Load(Document(kFields, 3,
                                   std::string("<DerivedField name=\"d\" optype=\"") + level + "\" dataType=\"" + type +
                                       "\">" + expression + "</DerivedField>"));
     CaseRecord record;
     record.Add("x0", new NumericValue(1.25));
     record.Add("t", new StringValue("some text to look at"));
+    record.Add("when", new DateTimeValue(1234567890.0, ScoreDictVar::DT_SECONDS_SINCE_1970));
     loaded.derived->GetValuesForDerivedVars(&record, loaded.fields.get());
     const std::size_t before = Allocations();
     for (auto _ : state) {
@@ -167,6 +170,7 @@ std::string Nest(const std::string& function, const std::string& innermost, cons
 
 const char* const kX = "<FieldRef field=\"x0\"/>";
 const char* const kT = "<FieldRef field=\"t\"/>";
+const char* const kWhen = "<FieldRef field=\"when\"/>";
 const char* const kTwo = "<Constant>2</Constant>";
 const char* const kTwoOne = "<Constant>2</Constant><Constant>1</Constant>";
 
@@ -189,9 +193,17 @@ BENCHMARK_CAPTURE(Number, Comparisons, Nest("lessThan", kX, kTwo), 10);
 BENCHMARK_CAPTURE(Number, Equality, Nest("equal", kX, kTwo), 10);
 BENCHMARK_CAPTURE(Number, Membership, Nest("isIn", kX, kTwoOne), 10);
 BENCHMARK_CAPTURE(Number, Branches, Nest("if", kX, kTwoOne), 10);
+BENCHMARK_CAPTURE(Number, Logic, Nest("and", kX, kTwo), 10);
+BENCHMARK_CAPTURE(Number, MissingTest, std::string("<Apply function=\"isMissing\">") + kX + "</Apply>", 1);
+BENCHMARK_CAPTURE(Number, DateDifference,
+                  std::string("<Apply function=\"date_days_difference\">") + kWhen + kTwo + "</Apply>", 1);
+BENCHMARK_CAPTURE(Number, YearOfDate, std::string("<Apply function=\"year-from-date\">") + kWhen + "</Apply>", 1);
+BENCHMARK_CAPTURE(Number, Length, std::string("<Apply function=\"length\">") + kT + "</Apply>", 1);
 BENCHMARK_CAPTURE(Number, RegularExpression,
                   std::string("<Apply function=\"matches\">") + kT + "<Constant>t[eo]xt</Constant></Apply>", 1);
 BENCHMARK_CAPTURE(Text, Case, Nest("uppercase", kT, ""), 10);
+BENCHMARK_CAPTURE(Text, Trim, Nest("rtrim", kT, ""), 10);
+BENCHMARK_CAPTURE(Text, Substring, std::string("<Apply function=\"substring\">") + kT + kTwo + kTwo + "</Apply>", 1);
 BENCHMARK_CAPTURE(Text, Concatenation,
                   std::string("<Apply function=\"concat\">") + kT + "<Constant>abc</Constant></Apply>", 1);
 BENCHMARK_CAPTURE(Text, Replacement,

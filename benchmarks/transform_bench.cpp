@@ -99,6 +99,21 @@ const std::string kMapValues = Derived(
     "<MapValues outputColumn=\"out\" defaultValue=\"0\"><FieldColumnPair field=\"t\" column=\"in\"/><InlineTable>"
     "<row><in>red</in><out>1</out></row><row><in>green</in><out>2</out></row>"
     "<row><in>blue</in><out>3</out></row></InlineTable></MapValues>");
+
+/// A table of many rows; the three texts of the cases stand behind the others.
+std::string LongTable(int rows) {
+    std::string table;
+    for (int i = 0; i < rows; ++i) {
+        table += "<row><in>colour" + std::to_string(i) + "</in><out>" + std::to_string(i) + "</out></row>";
+    }
+    return Derived("double", "continuous",
+                   "<MapValues outputColumn=\"out\" defaultValue=\"0\"><FieldColumnPair field=\"t\" column=\"in\"/>"
+                   "<InlineTable>" +
+                       table +
+                       "<row><in>red</in><out>1</out></row><row><in>green</in><out>2</out></row>"
+                       "<row><in>blue</in><out>3</out></row></InlineTable></MapValues>");
+}
+
 const std::string kLag = Derived("double", "continuous", "<Lag field=\"x0\" n=\"2\"/>");
 
 BENCHMARK(IrisScale);
@@ -109,6 +124,7 @@ BENCHMARK_CAPTURE(Kind, NormContinuous, kNormContinuous);
 BENCHMARK_CAPTURE(Kind, NormDiscrete, kNormDiscrete);
 BENCHMARK_CAPTURE(Kind, Discretize, kDiscretize);
 BENCHMARK_CAPTURE(Kind, MapValues, kMapValues);
+BENCHMARK_CAPTURE(Kind, MapValuesOfManyRows, LongTable(10000));
 BENCHMARK_CAPTURE(Kind, Lag, kLag);
 
 } // namespace
