@@ -90,15 +90,24 @@ public:
     static double FindNCParamF(double x, double df1, double df2, double p, double tol);
     static double FindNCParamT(double x, double df, double p, double tol);
 
-    /// A percentile of grouped data.
+    /// A percentile of grouped data: the place on the scale where the cumulative frequency reaches pct percent of all,
+    /// interpolated linearly between the two ends of the stretch that holds it.
+    ///
+    /// | mode    | values[i] is                      | a stretch runs                                              |
+    /// |---------|-----------------------------------|-------------------------------------------------------------|
+    /// | below 1 | the midpoint of class i           | from midpoint to midpoint, each with half its class below it |
+    /// | 1       | the midpoint of class i           | over a class, half of widths[i] to either side              |
+    /// | above 1 | the upper limit of class i        | from limit to limit, each with its whole class below it     |
+    ///
     /// @param n      number of classes, at least 2
     /// @param pct    the percentage, 0 to 100
-    /// @param values class midpoints, or the limits of the classes, ascending
-    /// @param freqs  frequency of each class
-    /// @param widths width of each class
-    /// @param mode   how the limits of a class are found
+    /// @param values n midpoints or upper limits, ascending
+    /// @param freqs  n frequencies
+    /// @param widths n widths of classes; read in mode 1 only and may be null in the others
+    /// @param mode   which of the three, as above
     /// @param out    the percentile; missing when there is none
-    /// @param code   0 found, 1 below the first class, 2 above the last class, -1 fewer than two classes
+    /// @param code   0 found, 1 below the first midpoint, class or limit, 2 above the last one, -1 fewer than two
+    /// classes
     static void GPTile(int n, double pct, const double* values, const double* freqs, const double* widths, int mode,
                        double& out, long& code);
 
