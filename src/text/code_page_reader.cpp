@@ -65,7 +65,7 @@ UConverter* CodePageReader::Converter() {
     return fClone->Get();
 }
 
-std::optional<TextUnit> CodePageReader::Decode(std::string_view text) {
+std::optional<TextUnit> CodePageReader::ReadNext(std::string_view text) {
     UConverter* converter = Converter();
     UErrorCode error = U_ZERO_ERROR;
     const char* at = text.data();
@@ -96,7 +96,7 @@ TextUnit CodePageReader::ReadFirst(std::string_view text) {
     if (UConverter* converter = Converter(); converter != nullptr) {
         ucnv_resetToUnicode(converter);
     }
-    return *Decode(text);
+    return *ReadNext(text);
 }
 
 } // namespace veltrane::text

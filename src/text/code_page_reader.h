@@ -35,7 +35,6 @@ public:
 
 private:
     UConverter* Converter();
-    std::optional<TextUnit> Decode(std::string_view text);
 
     std::optional<ConverterClone> fClone;
 };
