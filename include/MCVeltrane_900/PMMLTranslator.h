@@ -13,10 +13,15 @@
 
 namespace MCVeltrane_900 {
 
+class DiscreteSplit;
 class FunctionTree;
+class ScaleSplit;
 class ScoreDictionary;
 class ScoreMissingValueSet;
+class ScorePredicate;
 class ScoreValueRange;
+class SetPredicate;
+class SimplePredicate;
 class TransformVar;
 
 /// The translator of PMML documents: the readers that every model kind shares. A plug-in derives its translator from
@@ -262,6 +267,76 @@ public:
     /// @throws VTException 260114, 260151, 260172, 260241, 260283, 260284
     std::vector<int> VerifyIntArray(xercesc::DOMElement* array, int count);
     std::vector<double> VerifyDoubleArray(xercesc::DOMElement* array, int count);
+
+    // The readers of predicates turn operator and value into a split once; evaluation asks the split alone. A field is
+    // looked up in `dictionary` first, in `derived`, which may be null, second. The split borrows its variable, so the
+    // dictionaries have to live as long as the predicates. Every split has the one child index 0, which means true.
+    // A variable that lists no categories learns those that a document names, although the dictionaries are constant.
+
+    /// Reads a SimplePredicate. A continuous field gives a ScaleSplit, a categorical one a DiscreteSplit.
+    /// @param ordinalAsScale which of the two a numeric ordinal field gives
+    /// @return a new predicate owned by the caller
+    /// @throws VTException 260114 for a node that is no element, 260120, 260125, and what the two readers of splits
+    ///         throw. Nothing is kept then, but what was learned.
+    SimplePredicate* ParsePredicate(xercesc::DOMNode* node, const ScoreDictionary* dictionary,
+                                    const ScoreDictionary* derived, bool ordinalAsScale);
+
+    /// Reads a SimpleSetPredicate.
+    /// @return a new predicate owned by the caller; null for a continuous field
+    /// @throws VTException 260114 for a node that is no element, 260120, 260125, and what HandleArrayDiscreteSplit
+    ///         throws. Nothing is kept then, but what was learned.
+    SetPredicate* ParseSetPredicate(xercesc::DOMNode* node, const ScoreDictionary* dictionary,
+                                    const ScoreDictionary* derived);
+
+    /// Reads a CompoundPredicate with all that is nested in it. A True under "and" and a False under "or" change
+    /// nothing and are left out; a compound of one child is that child.
+    /// @return a new predicate owned by the caller, not always a compound; null when there is no child
+    /// @throws VTException 260114 for a node that is no element, 260153, 260221 for one that is nested deeper than 1000
+    ///         compounds, and what the other readers of predicates throw. Nothing is kept then, but what was learned.
+    ScorePredicate* ParseCompoundPredicate(xercesc::DOMNode* node, const ScoreDictionary* dictionary,
+                                           const ScoreDictionary* derived, bool ordinalAsScale);
+
+    /// The ranges in which a SimplePredicate holds. A node of another name gives the whole real line.
+    /// @param[out] op, value the attributes' texts; unchanged for a node of another name, `value` also when absent
+    /// @param[out] isMissing whether the predicate asks for a missing value
+    /// @return a new split owned by the caller
+    /// @throws VTException 260119 for a comparison without a value, 260120, 260151, 260157, 260171, 260212, 260303
+    ScaleSplit* HandleNodeScaleSplit(xercesc::DOMNode* node, const ScoreDictVar* var, std::string& op, bool& isMissing,
+                                     std::string& value);
+
+    /// The categories for which a SimplePredicate holds: of an ordinal variable those that the operator spans, of a
+    /// categorical one the value alone, whatever the operator. A node of another name gives an ordinal variable all of
+    /// its categories.
+    /// @param[out] op, isMissing, value as for HandleNodeScaleSplit
+    /// @return a new split owned by the caller
+    /// @throws VTException 260119, 260120, 260126, 260151, 260153, 260171, 260212, 260291
+    DiscreteSplit* HandleNodeDiscreteSplit(xercesc::DOMNode* node, const ScoreDictVar* var, std::string& op,
+                                           bool& isMissing, std::string& value);
+
+    /// The categories for which a SimpleSetPredicate holds: those of its array, or all others.
+    /// @param[in,out] op    the attribute's text; the operator to go by for a node of another name, which has no
+    ///                      elements
+    /// @param[in,out] array gets the codes of text categories, or the numbers of a variable without an encoder
+    /// @return a new split owned by the caller
+    /// @throws VTException 260115, 260120, 260126, 260151, 260152 for an element that is no category, 260153, 260156,
+    ///         260158 for one of "isNotIn", 260222 for a type of array that isn't known, 260241, 260284
+    DiscreteSplit* HandleArrayDiscreteSplit(xercesc::DOMNode* node, const ScoreDictVar* var, std::string& op,
+                                            std::vector<double>& array);
+
+    /// Puts one category into a split.
+    /// @throws VTException 260119 for null, 260126, 260151, 260291 for a text that is no category
+    void SetDiscreteSplitValue(const ScoreDictVar* var, DiscreteSplit* split, const XMLCh* value, int index);
+
+    /// The bounds that an operator makes of a number; infinite where there is none.
+    /// @param[out] included whether the bounds belong to the range; for "notEqual" the range is all but the number
+    /// @throws VTException 260119 for null, 260151, 260303 for an unknown operator
+    void GetScaleSplitValue(const XMLCh* value, const XMLCh* op, double& low, double& high, bool& included);
+
+    /// The texts of the variable's listed values without `elements`, in order. A number counts as an element when it is
+    /// written in another way too, and an element that stands twice counts once. An empty text that is left goes to the
+    /// end.
+    /// @throws VTException 260126, 260158 for an element that isn't listed
+    std::vector<std::string> Remove(const ScoreDictVar* var, std::vector<std::string> elements);
 
 protected:
     /// Kept for plug-ins, which may use them as they like; the library reads neither.
