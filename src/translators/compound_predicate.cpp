@@ -43,6 +43,19 @@ constexpr BoolOperatorWord kBoolOperators[] = {
     {Tags::XML_VAL_SURROGATE, ScorePredicate::BOOL_SURROGATE},
 };
 
+enum class ChildKind { kSimple, kCompound, kSet, kTrue, kFalse };
+
+struct ChildWord {
+    const char* tag;
+    ChildKind kind;
+};
+
+constexpr ChildWord kChildren[] = {
+    {Tags::XML_ELE_PREDICATE, ChildKind::kSimple}, {Tags::XML_ELE_COMPOUNDPREDICATE, ChildKind::kCompound},
+    {Tags::XML_ELE_SETPREDICATE, ChildKind::kSet}, {Tags::XML_ELE_TRUE, ChildKind::kTrue},
+    {Tags::XML_ELE_FALSE, ChildKind::kFalse},
+};
+
 /// What every compound of one call is read with.
 struct CompoundScope {
     PMMLTranslator& translator;
@@ -70,13 +83,6 @@ public:
     }
 
 private:
-    using ReadPredicate = OwnedPredicate (CompoundReader::*)(DOMElement* element);
-    struct ChildRule {
-        const char* tag;
-        ReadPredicate read;
-    };
-    static const ChildRule kChildRules[];
-
     BoolOperator ReadOperator(const DOMElement* compound) const {
         const XMLCh* text = BaseTranslator::GetAttribute(compound, Tags::XML_ATT_BOOLEANOPERATOR);
         for (const BoolOperatorWord& word : kBoolOperators) {
@@ -87,40 +93,44 @@ private:
         Raise(260153, fScope.text(text), Tags::XML_ATT_BOOLEANOPERATOR, Tags::XML_ELE_COMPOUNDPREDICATE);
     }
 
-    void ReadChild(DOMElement* child) {
-        for (const ChildRule& rule : kChildRules) {
-            if (HasTag(child, rule.tag)) {
-                if (OwnedPredicate predicate = (this->*rule.read)(child)) {
-                    fChildren.push_back(std::move(predicate));
+    void ReadChild(DOMElement* element) {
+        for (const ChildWord& word : kChildren) {
+            if (HasTag(element, word.tag)) {
+                if (OwnedPredicate child = ReadAs(word.kind, element)) {
+                    fChildren.push_back(std::move(child));
                 }
                 return;
             }
         }
     }
 
-    OwnedPredicate ReadSimple(DOMElement* element) {
-        return OwnedPredicate(
-            fScope.translator.ParsePredicate(element, fScope.dictionary, fScope.derived, fScope.ordinalAsScale));
-    }
-    OwnedPredicate ReadCompound(DOMElement* element) { return CompoundReader(fScope, fDepth + 1).Read(element); }
-    OwnedPredicate ReadSet(DOMElement* element) {
-        return OwnedPredicate(fScope.translator.ParseSetPredicate(element, fScope.dictionary, fScope.derived));
+    OwnedPredicate ReadAs(ChildKind kind, DOMElement* element) {
+        PMMLTranslator& translator = fScope.translator;
+        switch (kind) {
+        case ChildKind::kSimple:
+            return OwnedPredicate(
+                translator.ParsePredicate(element, fScope.dictionary, fScope.derived, fScope.ordinalAsScale));
+        case ChildKind::kSet:
+            return OwnedPredicate(translator.ParseSetPredicate(element, fScope.dictionary, fScope.derived));
+        case ChildKind::kCompound:
+            return CompoundReader(fScope, fDepth + 1).Read(element);
+        case ChildKind::kTrue:
+            return Constant<TruePredicate>(ScorePredicate::BOOL_AND);
+        case ChildKind::kFalse:
+            return Constant<FalsePredicate>(ScorePredicate::BOOL_OR);
+        }
+        return nullptr;
     }
 
-    // A child that leaves its compound's result as it is, is only remembered.
-    OwnedPredicate ReadTrue(DOMElement*) {
-        if (fOperator == ScorePredicate::BOOL_AND) {
-            fNeutral = std::make_unique<TruePredicate>();
-            return nullptr;
+    /// A constant child. Under the operator whose result it leaves as it is, it is remembered and is no child.
+    template <typename Predicate>
+    OwnedPredicate Constant(BoolOperator neutralUnder) {
+        auto constant = std::make_unique<Predicate>();
+        if (fOperator != neutralUnder) {
+            return constant;
         }
-        return std::make_unique<TruePredicate>();
-    }
-    OwnedPredicate ReadFalse(DOMElement*) {
-        if (fOperator == ScorePredicate::BOOL_OR) {
-            fNeutral = std::make_unique<FalsePredicate>();
-            return nullptr;
-        }
-        return std::make_unique<FalsePredicate>();
+        fNeutral = std::move(constant);
+        return nullptr;
     }
 
     OwnedPredicate Result() {
@@ -142,16 +152,8 @@ private:
     BoolOperator fOperator = ScorePredicate::BOOL_OR;
     std::vector<OwnedPredicate> fChildren;
 
-    /// What the compound comes to when nothing but children without an effect stands in it.
+    /// What the compound comes to when it has no child but a remembered one.
     OwnedPredicate fNeutral;
-};
-
-const CompoundReader::ChildRule CompoundReader::kChildRules[] = {
-    {Tags::XML_ELE_PREDICATE, &CompoundReader::ReadSimple},
-    {Tags::XML_ELE_COMPOUNDPREDICATE, &CompoundReader::ReadCompound},
-    {Tags::XML_ELE_SETPREDICATE, &CompoundReader::ReadSet},
-    {Tags::XML_ELE_TRUE, &CompoundReader::ReadTrue},
-    {Tags::XML_ELE_FALSE, &CompoundReader::ReadFalse},
 };
 
 } // namespace
