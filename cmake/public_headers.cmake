@@ -75,9 +75,12 @@ set(VELTRANE_PUBLIC_HEADERS
     MCVeltrane_900/ValueProbabilitySet.h
     MCVeltrane_900/VarStats.h
     MCVeltrane_900/VersionInfo.h
+    MCXML_900/ExtNameStr.h
     MCXML_900/KORDMBConverter.h
     MCXML_900/KORDMBString.h
+    MCXML_900/KORDMBTranscode.h
     MCXML_900/MCXInputSource.h
+    MCXML_900/SystemEncoding.h
     ScoreContext/IErrorFormater.h
     ScoreContext/VTErrorFormater.h
     veltrane.h

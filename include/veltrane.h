@@ -75,9 +75,12 @@
 #include <MCVeltrane_900/ValueProbabilitySet.h>
 #include <MCVeltrane_900/VarStats.h>
 #include <MCVeltrane_900/VersionInfo.h>
+#include <MCXML_900/ExtNameStr.h>
 #include <MCXML_900/KORDMBConverter.h>
 #include <MCXML_900/KORDMBString.h>
+#include <MCXML_900/KORDMBTranscode.h>
 #include <MCXML_900/MCXInputSource.h>
+#include <MCXML_900/SystemEncoding.h>
 #include <ScoreContext/IErrorFormater.h>
 #include <ScoreContext/VTErrorFormater.h>
 #include <veltrane_export.h>

@@ -17,6 +17,13 @@ namespace MCXML_900 {
 /// @return the converter, owned by the caller; null for an unknown name and for any other failure
 VELTRANE_API void* KORDMBConverterNew_C(const char* name);
 
+/// The same for a name in UTF-8. A name of more than 59 bytes is cut to a whole character and filled with blanks.
+/// @return as KORDMBConverterNew_C; null, too, for a name that can't be converted
+VELTRANE_API void* KORDMBConverterNew_8(const char* name);
+
+/// KORDMBConverterNew_8 in UTF-8 mode, otherwise KORDMBConverterNew_C.
+VELTRANE_API void* KORDMBConverterNew_A(const char* name);
+
 /// The converter of the process's code page, which every conversion without a converter of its own clones. It is made
 /// on first use, from the C locale as it is then, and lives to the end of the process; setting the locale afterwards
 /// doesn't change it. The plain C locale, and a locale whose encoding ICU doesn't know, have ICU's own default, UTF-8

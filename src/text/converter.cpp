@@ -1,8 +1,11 @@
 #include "platform/platform.h"
 #include "text/code_pages.h"
 #include "text/converter_callbacks.h"
+#include "text/status.h"
 
 #include <MCXML_900/KORDMBConverter.h>
+#include <MCXML_900/KORDMBString.h>
+#include <MCXML_900/KORDMBTranscode.h>
 
 #include <unicode/ucnv.h>
 
@@ -19,6 +22,9 @@ using namespace veltrane;
 std::atomic<UConverter*> gDefaultConverter = nullptr;
 std::atomic<int> gDefaultConverterID = 0;
 std::mutex gDefaultConverterMutex;
+
+/// Room for a name in plain text, with its terminator.
+constexpr int kNameBytes = 60;
 
 /// Opens by ICU's name, null for ICU's own default.
 UConverter* Open(const char* name) {
@@ -51,7 +57,7 @@ UConverter* OpenByName(const char* name) {
     }
     UConverter* converter = Open(name);
     // A name that ICU doesn't have.
-    if (converter == nullptr && ucnv_compareNames(name, "windows-28591") == 0) {
+    if (converter == nullptr && KORDMBqstricmp_C(name, -1, "windows-28591", -1, nullptr) != 0) {
         converter = Open("ISO-8859-1");
     }
     return converter;
@@ -71,6 +77,21 @@ void* KORDMBConverterNew_C(const char* name) {
         return nullptr;
     }
     return converter;
+}
+
+void* KORDMBConverterNew_8(const char* name) {
+    if (name == nullptr) {
+        return KORDMBConverterNew_C(nullptr);
+    }
+    // ICU's names are plain text.
+    char plain[kNameBytes];
+    int status = text::kConverted;
+    KORDMB8toCodePage(nullptr, plain, kNameBytes, name, -1, &status);
+    return status == text::kNotConverted ? nullptr : KORDMBConverterNew_C(plain);
+}
+
+void* KORDMBConverterNew_A(const char* name) {
+    return qUTF8mode() != 0 ? KORDMBConverterNew_8(name) : KORDMBConverterNew_C(name);
 }
 
 UConverter* KORDMBGetDefaultConverter() {
