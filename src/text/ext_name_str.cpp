@@ -100,7 +100,10 @@ void ExtNameStr::SetCP(const std::string& text, void* converter) {
 }
 
 void ExtNameStr::SetSystem(const std::string& text) {
-    fForms->fSystem = text;
+    // The default converter is made before the locale moves, whichever form of a name is the first one to be set.
+    const std::string system = text;
+    fForms->Update();
+    fForms->fSystem = system;
     fForms->fErrorCode = KORDMBCodePageToU8(SystemConverter().get(), fForms->fU8, fForms->fSystem);
     fForms->MakeCodePage();
     fForms->MakeU16();
