@@ -175,8 +175,21 @@ TEST(Concat, NegativeWidthGivesNothingAndCounts) {
 TEST(Concat, HugeWidthIsFilledUpToABound) {
     int length = -1;
     const std::string text = Functions::Concat({"ab", "cd"}, {2147483647, 2147483647}, length);
-    EXPECT_LE(text.size(), std::size_t{1} << 25U);
+    EXPECT_EQ(text.size(), std::size_t{1} << 24U);
     EXPECT_EQ(length, 2147483647);
+}
+
+// Fields that each join the one before with itself would double with every field.
+TEST(Concat, JoinedTextsEndAtTheSameBound) {
+    std::string text = "abc";
+    for (int field = 0; field < 24; ++field) {
+        int length = 0;
+        const int width = static_cast<int>(text.size());
+        text = Functions::Concat({text, text}, {width, width}, length);
+        EXPECT_EQ(length, 2 * width);
+    }
+    EXPECT_EQ(text.size(), std::size_t{1} << 24U);
+    EXPECT_EQ(text.substr(0, 6), "abcabc");
 }
 
 TEST(Matches, FindsThePatternInsideTheText) {
@@ -200,6 +213,11 @@ TEST(Matches, SlowPatternEnds) {
     EXPECT_EQ(Functions::Matches({std::string(60, 'a') + "!", "^(a+)+$"}), 0.0);
 }
 
+TEST(Matches, BytesThatAreNoUtf8AreReplacementCharacters) {
+    EXPECT_EQ(Functions::Matches({"a\xFF", "^a\\x{FFFD}$"}), 1.0);
+    EXPECT_EQ(Functions::Matches({"a\xEF\xBF\xBD", "a\xFF"}), 1.0);
+}
+
 TEST(KeptReplace, AppendsTheOutcomeToTheSubject) {
     int length = -1;
     EXPECT_EQ(Functions::Replace({"abc", "b", "x"}, length), "abcaxc");
@@ -221,6 +239,66 @@ TEST(Replace, BadGroupGivesTheSubject) {
     int length = -1;
     EXPECT_EQ(Functions::Replace({"ab", "a", "$7"}, length), "ab");
     EXPECT_EQ(length, 2);
+}
+
+TEST(Replace, NoMatchAppendsTheSubjectAgain) {
+    int length = -1;
+    EXPECT_EQ(Functions::Replace({"abc", "z", "x"}, length), "abcabc");
+    EXPECT_EQ(length, 6);
+}
+
+TEST(Replace, EveryMatchAndEveryEmptyOne) {
+    int length = -1;
+    EXPECT_EQ(Functions::Replace({"aXbX", "X", "--"}, length), "aXbXa--b--");
+    EXPECT_EQ(Functions::Replace({"ab", "", "-"}, length), "ab-a-b-");
+    EXPECT_EQ(Functions::Replace({"", "^", "x"}, length), "x");
+    EXPECT_EQ(length, 1);
+}
+
+TEST(Replace, TooFewTextsGiveTheSubject) {
+    int length = -1;
+    EXPECT_EQ(Functions::Replace({"abc", "b"}, length), "abc");
+    EXPECT_EQ(length, 3);
+    EXPECT_EQ(Functions::Replace({}, length), "");
+    EXPECT_EQ(length, 0);
+}
+
+TEST(Replace, InvalidBytesStayAheadAndBecomeReplacementsBehind) {
+    int length = -1;
+    EXPECT_EQ(Functions::Replace({"a\xFF", "a", "b"}, length), "a\xFF"
+                                                               "b\xEF\xBF\xBD");
+    EXPECT_EQ(length, 6);
+}
+
+// Exponential backtracking ends at the bound, and what was replaced before it does not count.
+TEST(Replace, SlowPatternGivesTheSubject) {
+    const std::string subject = "b" + std::string(60, 'a') + "!";
+    int length = -1;
+    EXPECT_EQ(Functions::Replace({subject, "b|(a+)+$", "x"}, length), subject);
+    EXPECT_EQ(length, 62);
+}
+
+TEST(Replace, AnOutcomeThatRepeatsTheMatchWithoutEndGivesTheSubject) {
+    const std::string subject(100000, 'a');
+    std::string replacement;
+    for (int i = 0; i < 100000; ++i) {
+        replacement += "$0";
+    }
+    int length = -1;
+    EXPECT_EQ(Functions::Replace({subject, "a+", replacement}, length), subject);
+    EXPECT_EQ(length, 100000);
+    EXPECT_EQ(Functions::Replace({subject, "a", std::string(1000000, 'x')}, length), subject);
+    EXPECT_EQ(length, 100000);
+}
+
+// Fields that each replace in the one before would double with every field.
+TEST(Replace, ATextStopsGrowingAtTheBound) {
+    std::string text = "abc";
+    for (int field = 0; field < 24; ++field) {
+        int length = 0;
+        text = Functions::Replace({text, "z", ""}, length);
+    }
+    EXPECT_EQ(text.size(), std::size_t{3} << 22U);
 }
 
 TEST(Replace, LengthIsInBytes) {

@@ -85,8 +85,8 @@ std::string TransformationDictionary::Concat(const std::vector<std::string>& tex
     for (std::size_t i = 0; i < std::min(texts.size(), widths.size()); ++i) {
         total += widths[i];
         const auto width = static_cast<std::size_t>(std::max(widths[i], 0));
-        whole.append(texts[i], 0, width);
-        if (width > texts[i].size() && whole.size() < kLongestText) {
+        whole.append(texts[i], 0, std::min(width, kLongestText - whole.size()));
+        if (width > texts[i].size()) {
             whole.append(std::min(width - texts[i].size(), kLongestText - whole.size()), ' ');
         }
     }

@@ -7,8 +7,9 @@
 
 namespace veltrane::functions {
 
-/// Widths come from the document: a field that claims to be two billion bytes wide is filled up with blanks to this
-/// many bytes and no further.
+/// The longest text that a function makes out of shorter ones. Widths come from the document, and fields that each put
+/// the one before together with itself double with every field: a text is filled up, joined and replaced up to this many
+/// bytes and no further.
 inline constexpr std::size_t kLongestText = std::size_t{1} << 24U;
 
 /// What a regular expression may cost before it counts as one that does not match, in steps of the matcher (some

@@ -8,9 +8,11 @@
 #include <unicode/unistr.h>
 
 #include <algorithm>
+#include <cstdint>
 
 namespace MCVeltrane_900 {
 
+using veltrane::functions::kLongestText;
 using veltrane::functions::ToLength;
 
 namespace {
@@ -26,6 +28,37 @@ std::string ToBytes(const icu::UnicodeString& text) {
 void Bound(icu::RegexMatcher& matcher, UErrorCode& status) {
     matcher.setTimeLimit(veltrane::functions::kRegexSteps, status);
     matcher.setStackLimit(veltrane::functions::kRegexStackBytes, status);
+}
+
+/// The most units that one match adds: its replacement with each group in it as long as the longest.
+std::int64_t LongestAddition(const icu::RegexMatcher& matcher, const icu::UnicodeString& replacement,
+                             UErrorCode& status) {
+    std::int64_t longest = 0;
+    for (int group = 0; group <= matcher.groupCount(); ++group) {
+        longest = std::max<std::int64_t>(longest, matcher.end(group, status) - matcher.start(group, status));
+    }
+    const char16_t* const units = replacement.getBuffer();
+    return replacement.length() + longest * std::count(units, units + replacement.length(), u'$');
+}
+
+/// Replaces every match. Unlike the matcher's own operation it tells a search that ran out of its bounds from one that
+/// found nothing more, and it ends before the outcome outgrows the longest text: a replacement can repeat the match.
+/// @return false when there is no outcome
+bool ReplaceAll(icu::RegexMatcher& matcher, const icu::UnicodeString& replacement, icu::UnicodeString& outcome,
+                UErrorCode& status) {
+    while (matcher.find(status) && U_SUCCESS(status)) {
+        const auto ahead = static_cast<std::int64_t>(matcher.start(status));
+        const std::int64_t most = ahead + outcome.length() + LongestAddition(matcher, replacement, status);
+        if (most > static_cast<std::int64_t>(kLongestText)) {
+            return false;
+        }
+        matcher.appendReplacement(outcome, replacement, status);
+    }
+    if (U_FAILURE(status)) {
+        return false;
+    }
+    matcher.appendTail(outcome);
+    return true;
 }
 
 } // namespace
@@ -46,7 +79,8 @@ double TransformationDictionary::Matches(const std::vector<std::string>& texts) 
     return found && U_SUCCESS(status) ? 1.0 : 0.0;
 }
 
-/// The outcome stands behind the subject, not in its place.
+/// The outcome stands behind the subject, not in its place. An expression or a replacement that fails, and a whole that
+/// would be longer than any text may become, give the subject alone.
 std::string TransformationDictionary::Replace(const std::vector<std::string>& texts, int& length) {
     std::string whole = texts.empty() ? std::string() : texts[0];
     length = ToLength(whole.size());
@@ -61,10 +95,13 @@ std::string TransformationDictionary::Replace(const std::vector<std::string>& te
     }
     Bound(matcher, status);
     matcher.reset(subject);
-    const icu::UnicodeString outcome = matcher.replaceAll(icu::UnicodeString::fromUTF8(texts[2]), status);
-    if (U_SUCCESS(status)) {
-        whole += ToBytes(outcome);
-        length = ToLength(whole.size());
+    icu::UnicodeString replaced;
+    if (ReplaceAll(matcher, icu::UnicodeString::fromUTF8(texts[2]), replaced, status)) {
+        const std::string outcome = ToBytes(replaced);
+        if (whole.size() + outcome.size() <= kLongestText) {
+            whole += outcome;
+            length = ToLength(whole.size());
+        }
     }
     return whole;
 }
