@@ -48,7 +48,8 @@ public:
     TransformVar(const std::string& name, VariableType type);
 
     /// Copies the variable and its expression. What ties a field to its surroundings or to earlier cases starts afresh:
-    /// the position and the variable of its source, the value map, the outlier treatment, the lag and its histories.
+    /// the positions and variables of its source and of the leaves of its tree, the value map, the outlier treatment,
+    /// the lag and its histories.
     TransformVar(const TransformVar& other);
 
     /// As the copy constructor, but the target keeps its own value map, outlier treatment, lag, source position, source

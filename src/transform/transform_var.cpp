@@ -25,6 +25,31 @@ std::unique_ptr<T> CopyOf(const std::unique_ptr<T>& scratch) {
     return scratch == nullptr ? nullptr : std::make_unique<T>(*scratch);
 }
 
+/// A copy of a tree whose leaves look their fields up afresh: those of the original may be gone before the copy is.
+std::unique_ptr<FunctionTree> UnresolvedCloneOf(const FunctionTree* tree) {
+    std::unique_ptr<FunctionTree> copy = CloneOf(tree);
+    std::vector<FunctionTree*> pending;
+    if (copy != nullptr) {
+        pending.push_back(copy.get());
+    }
+    while (!pending.empty()) {
+        FunctionTree* node = pending.back();
+        pending.pop_back();
+        if (node->GetNodeStats().GetVariable() != nullptr) {
+            ApplyNodeStats stats(node->GetNodeStats());
+            stats.SetVariable(nullptr);
+            stats.SetVarIndex(-1);
+            node->SetNodeStats(stats);
+        }
+        for (int i = 0; i < node->GetChildCount(); ++i) {
+            if (FunctionTree* child = node->GetChildAt(i)) {
+                pending.push_back(child);
+            }
+        }
+    }
+    return copy;
+}
+
 /// Takes over a new object without deleting the earlier one, which stays with whoever has fetched it.
 template <typename T>
 void Overwrite(std::unique_ptr<T>& field, T* object) {
@@ -83,7 +108,7 @@ void TransformVar::CopyExpression(const TransformVar& other) {
     fMinPoint = other.fMinPoint;
     fMaxPoint = other.fMaxPoint;
     fPointsAscend = other.fPointsAscend;
-    fRoot = CloneOf(other.fRoot.get());
+    fRoot = UnresolvedCloneOf(other.fRoot.get());
     fPlan.reset();
     fIsPlanned = false;
     CopyBins(other);

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -330,6 +331,68 @@ TEST_F(ApplyTraverse, AFieldListedEarlierIsReadFromTheDerivedRecord) {
     EXPECT_EQ(score(1), "number SYSMIS, number SYSMIS");
     EXPECT_EQ(score(2), "number 1, number 1");
     EXPECT_EQ(score(3), "number 2, number 2");
+}
+
+// ---- copies ----
+
+TEST_F(ApplyTraverse, TheLeavesOfACopyLookTheirFieldsUpAfresh) {
+    Input("x", 1);
+    Apply(kNumeric, Call(TD::TF_ABS, {Field("lagged")}));
+    Derived("lagged", kNumeric, "x", TD::TE_LAG);
+    derived.SetUpDerivedCaseRecord();
+    derived.GetValuesForDerivedVars(&record, &dictionary);
+    TransformationDictionary copy(derived);
+    copy.GetValuesForDerivedVars(&record, &dictionary);
+    // The lag of the copy has no history yet; that of the original would give 1.
+    EXPECT_EQ(Written(copy.GetVarValue("z")), "number SYSMIS");
+}
+
+TEST_F(ApplyTraverse, ACopyOutlivesTheFieldsOfTheOriginal) {
+    Input("x", -3);
+    auto original = std::make_unique<TransformationDictionary>();
+    for (const char* name : {"a", "b"}) {
+        auto* field = new TransformVar(name, kNumeric);
+        field->AddFieldNameAndTransExpression("", TD::TE_APPLY);
+        field->SetRoot(Call(TD::TF_ABS, {Field(name == std::string("a") ? "x" : "a")}));
+        original->AddVar(name, field);
+        original->AddDerievedVarName(name);
+    }
+    original->SetUpDerivedCaseRecord();
+    original->GetValuesForDerivedVars(&record, &dictionary);
+    TransformationDictionary copy(*original);
+    original.reset();
+    copy.GetValuesForDerivedVars(&record, &dictionary);
+    EXPECT_EQ(Written(copy.GetVarValue("b")), "number 3");
+}
+
+// ---- the imputation ----
+
+TEST_F(ApplyTraverse, AnImputationBeyondTheLabelsThrowsAndLeavesTheFieldUsable) {
+    Input("s", "a");
+    Input("x", 9);
+    ApplyNodeStats stats;
+    stats.AddArray({0, 10});
+    stats.AddArray({1, 1});
+    TransformVar& field = Apply(kText, Call(stats, TD::TF_IMPUTE_CAT_FIELD_MISSING, {Field("s"), Field("x")}));
+    field.AddScoreValueLabel(Txt("low"), "low");
+    for (int time = 0; time < 2; ++time) {
+        try {
+            Value(field);
+            ADD_FAILURE() << "nothing was thrown";
+        } catch (const std::out_of_range& failure) {
+            EXPECT_STREQ(failure.what(), "invalid vector<T> subscript");
+        }
+    }
+    field.AddScoreValueLabel(Txt("high"), "high");
+    EXPECT_EQ(Result(field), "text 'high'");
+}
+
+TEST_F(ApplyTraverse, AnAbsentTextIsNotMissing) {
+    // It is the empty text, which only a field that declares it missing takes for missing.
+    Input("t", kText, nullptr);
+    MakeMissing(Input("u", kText, nullptr), "");
+    EXPECT_EQ(NumberOf(Call(TD::TF_IS_MISSING, {Field("t")})), "number 0");
+    EXPECT_EQ(NumberOf(Call(TD::TF_IS_MISSING, {Field("u")})), "number 1");
 }
 
 } // namespace

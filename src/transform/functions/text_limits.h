@@ -8,8 +8,8 @@
 namespace veltrane::functions {
 
 /// The longest text that a function makes out of shorter ones. Widths come from the document, and fields that each put
-/// the one before together with itself double with every field: a text is filled up, joined and replaced up to this many
-/// bytes and no further.
+/// the one before together with itself double with every field: a text is filled up, joined and replaced up to this
+/// many bytes and no further.
 inline constexpr std::size_t kLongestText = std::size_t{1} << 24U;
 
 /// What a regular expression may cost before it counts as one that does not match, in steps of the matcher (some
