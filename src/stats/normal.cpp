@@ -1,4 +1,5 @@
 #include "stats/guards.h"
+#include "stats/half_square_exp.h"
 
 #include <MCMath_900/MCDistFun.h>
 
@@ -68,18 +69,6 @@ constexpr RationalApproximation kTail = {
 
 /// exp(-708): a tail below it counts as 0.
 constexpr double kSmallestTail = 3.307553003638408e-308;
-
-/// From here on the density is 0.
-constexpr double kFarthestDensity = 40;
-
-/// exp(-z^2 / 2) for a z that is a number. The square is split into a head that is exact and a small rest, since its
-/// rounding alone would cost three digits far out.
-double HalfSquareExp(double z) {
-    if (!(std::fabs(z) < kFarthestDensity))
-        return 0.0;
-    const double head = std::trunc(z * 16) / 16;
-    return std::exp(-head * head / 2) * std::exp(-(z - head) * (z + head) / 2);
-}
 
 /// The lower tail at z, made up for the rounding of z / sqrt(2) that the tail was computed at. The relative change of a
 /// tail with its argument is the hazard, density over tail.

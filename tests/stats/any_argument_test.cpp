@@ -1,4 +1,4 @@
-#include "stats/golden_tables.h"
+#include "stats/golden_functions.h"
 
 #include <gtest/gtest.h>
 
@@ -44,7 +44,8 @@ std::vector<AnyArgument> Functions() {
         const std::string name = function.name;
         // These take arrays, or integers that every double here isn't.
         if (name != "GPTile" && name.rfind("Mednci", 0) != 0 && name != "PdfHyper")
-            functions.push_back({&function, veltrane::tests::ReadGoldenTable(name).front().arguments.size()});
+            functions.push_back(
+                {&function, veltrane::tests::DistributionTables().Points(name).front().arguments.size()});
     }
     return functions;
 }

@@ -1,4 +1,4 @@
-#include "stats/golden_tables.h"
+#include "stats/golden_functions.h"
 
 #include <MCCommon_900/MCMV.h>
 #include <MCMath_900/MCDistFun.h>
@@ -91,6 +91,11 @@ double MedianLimit(const Arguments& a) {
 }
 
 } // namespace
+
+const GoldenFolder& DistributionTables() {
+    static const GoldenFolder tables("stats/golden");
+    return tables;
+}
 
 const std::vector<GoldenFunction>& GoldenFunctions() {
     static const std::vector<GoldenFunction> functions = {

@@ -1,4 +1,4 @@
-#include "stats/golden_tables.h"
+#include "stats/golden_functions.h"
 
 #include <gtest/gtest.h>
 
@@ -6,10 +6,10 @@
 
 namespace {
 
+using veltrane::tests::DistributionTables;
 using veltrane::tests::GoldenFunction;
 using veltrane::tests::GoldenFunctions;
 using veltrane::tests::GoldenPoint;
-using veltrane::tests::ReadGoldenTable;
 
 std::vector<double> Evaluate(const GoldenFunction& function, const std::vector<GoldenPoint>& points) {
     std::vector<double> results;
@@ -20,7 +20,7 @@ std::vector<double> Evaluate(const GoldenFunction& function, const std::vector<G
 
 TEST(DistributionFunctionsThreads, GiveTheSameResultsSideBySide) {
     for (const GoldenFunction& function : GoldenFunctions()) {
-        const std::vector<GoldenPoint> points = ReadGoldenTable(function.name);
+        const std::vector<GoldenPoint> points = DistributionTables().Points(function.name);
         const std::vector<double> alone = Evaluate(function, points);
         std::vector<std::vector<double>> together(4);
         std::vector<std::thread> threads;

@@ -1,3 +1,4 @@
+#include "stats/half_square_exp.h"
 #include "transform/functions/missing.h"
 
 #include <MCMath_900/MCDistFun.h>
@@ -11,6 +12,7 @@ namespace MCVeltrane_900 {
 using MCMath_900::MCDistFun;
 using veltrane::functions::IsMissing;
 using veltrane::functions::kMissing;
+using veltrane::stats::HalfSquareExp;
 
 namespace {
 
@@ -43,7 +45,7 @@ double TransformationDictionary::PdfNormal(const std::vector<double>& values) {
     if (z == 0.0) {
         return (1.0 / std::sqrt(kTwoPi)) / values[2];
     }
-    return std::fabs(z) <= kDensityReach ? std::exp(-0.5 * z * z) / std::sqrt(kTwoPi) / values[2] : 0.0;
+    return std::fabs(z) <= kDensityReach ? HalfSquareExp(z) / std::sqrt(kTwoPi) / values[2] : 0.0;
 }
 
 double TransformationDictionary::IdfNormal(const std::vector<double>& values) {
@@ -55,7 +57,11 @@ double TransformationDictionary::stdNormalCDF(const std::vector<double>& values)
 }
 
 double TransformationDictionary::stdNormalPDF(const std::vector<double>& values) {
-    return ArePresent(values, 1) ? std::exp(-0.5 * values[0] * values[0]) / std::sqrt(kShortTwoPi) : kMissing;
+    if (!ArePresent(values, 1)) {
+        return kMissing;
+    }
+    const double x = values[0];
+    return std::isnan(x) ? x : HalfSquareExp(x) / std::sqrt(kShortTwoPi);
 }
 
 double TransformationDictionary::stdNormalIDF(const std::vector<double>& values) {

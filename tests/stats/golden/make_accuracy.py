@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Writes docs/accuracy.md: python3 make_accuracy.py build/release/bin/veltrane_stats_tests
+"""Writes docs/accuracy.md: python3 make_accuracy.py build/release/bin
 
-Runs the golden tests of the program and puts the largest error that they measured beside the tolerance and the reason of
-each region in regions.txt.
+Runs the golden tests of the programs in that folder and puts the largest error that they measured beside the tolerance
+and the reason of each region in the regions.txt of the tables.
 """
 import pathlib
 import subprocess
@@ -11,21 +11,43 @@ import tempfile
 import xml.etree.ElementTree as tree
 
 HERE = pathlib.Path(__file__).resolve().parent
+TESTS = HERE.parents[1]
 PAGE = HERE.parents[2] / "docs" / "accuracy.md"
 
-HEAD = """# Accuracy of the distribution functions
+HEAD = """# Accuracy of the numeric functions
 
-The largest errors of the functions of `MCDistFun` against tables computed with fifty digits, by function and region.
-`tests/stats/golden/make_golden.py` made the tables, `tests/stats/golden/make_accuracy.py` makes this page from a run of
-the tests, and the tests hold every region to its tolerance, which `tests/stats/golden/regions.txt` lists.
+The largest errors of the distribution functions and of the built-in functions of `Apply` against tables computed with
+fifty digits, by function and region. `tests/stats/golden/make_golden.py` made the tables,
+`tests/stats/golden/make_accuracy.py` makes this page from a run of the tests, and the tests hold every region to its
+tolerance, which the `regions.txt` beside the tables lists.
 
-Errors are relative; those marked *abs* are absolute. The usual tolerances are 1e-14 for the normal family, 1e-12 for
-cumulative functions and densities, 1e-10 for quantiles. A wider one has its reason in the last column: the stopping rules
-of the iterations are part of the results that models were built on, and stay.
+Errors are relative to the result; those marked *abs* are absolute, those marked *arg* relative to the largest argument.
+"""
 
+COLUMNS = """
 | Function | Region | Points | Largest error | Tolerance | Why wider |
 |---|---|---|---|---|---|
 """
+
+DISTRIBUTIONS = """
+## Distribution functions
+
+The functions of `MCDistFun`. The usual tolerances are 1e-14 for the normal family, 1e-12 for cumulative functions and
+densities, 1e-10 for quantiles. A wider one has its reason in the last column: the stopping rules of the iterations are
+part of the results that models were built on, and stay.
+"""
+
+BUILT_IN = """
+## Built-in functions
+
+From a document with the function to its value. Results that are exact are held to 0, or to 1e-18 where twenty digits
+don't write them in full; one correctly rounded operation to 1.2e-16; powers, exponentials, logarithms, sums and dates to
+1e-15; the normal family to 2e-15. `stdNormalPDF` is held to the density with its own constant, 6.2831853 for two pi.
+Limits are the ends of the domain: zeros, overflow, missing arguments.
+"""
+
+SECTIONS = ((DISTRIBUTIONS, "stats"), (BUILT_IN, "transform"))
+MARKS = {"relative": "", "absolute": " *abs*", "arguments": " *arg*"}
 
 
 def measured(program):
@@ -37,17 +59,23 @@ def measured(program):
         return {entry.get("name"): entry.get("value").split() for entry in tree.parse(report).iter("property")}
 
 
-def main():
-    errors = measured(sys.argv[1])
-    lines = []
-    for line in (HERE / "regions.txt").read_text().splitlines():
+def rows(subsystem, programs):
+    errors = measured(programs / f"veltrane_{subsystem}_tests")
+    for line in (TESTS / subsystem / "golden" / "regions.txt").read_text().splitlines():
         if not line or line.startswith("#"):
             continue
         function, region, measure, tolerance, reason = line.split("|")
         points, error = errors[f"{function}|{region}"]
-        mark = " *abs*" if measure == "absolute" else ""
-        lines.append(f"| `{function}` | {region} | {points} | {float(error):.1e}{mark} | {float(tolerance):g} | {reason} |")
-    PAGE.write_text(HEAD + "\n".join(lines) + "\n")
+        yield (f"| `{function}` | {region} | {points} | {float(error):.1e}{MARKS[measure]} | {float(tolerance):g} | "
+               f"{reason} |\n")
+
+
+def main():
+    programs = pathlib.Path(sys.argv[1])
+    page = HEAD
+    for text, subsystem in SECTIONS:
+        page += text + COLUMNS + "".join(rows(subsystem, programs))
+    PAGE.write_text(page)
 
 
 if __name__ == "__main__":
