@@ -33,10 +33,21 @@ UConverter* Open(const char* name) {
     return U_SUCCESS(error) ? converter : nullptr;
 }
 
+/// A converter for the encoding of the C locale, which names a Windows code page "CP" and its number: to ICU that is an
+/// older one for some numbers, and its "cp949" lacks most of Hangul.
+UConverter* OpenLocaleEncoding() {
+    const std::string encoding = platform::LocaleEncoding();
+    if (encoding.empty()) {
+        return nullptr;
+    }
+    const bool isNumber = encoding.rfind("CP", 0) == 0 && text::CodePageNumber(encoding.c_str() + 2) != 0;
+    UConverter* converter = isNumber ? Open(("windows-" + encoding.substr(2)).c_str()) : nullptr;
+    return converter != nullptr ? converter : Open(encoding.c_str());
+}
+
 /// One for the encoding of the C locale, which ICU takes for UTF-8 on some systems, whatever it is.
 UConverter* OpenProcessDefault() {
-    const std::string encoding = platform::LocaleEncoding();
-    UConverter* converter = encoding.empty() ? nullptr : Open(encoding.c_str());
+    UConverter* converter = OpenLocaleEncoding();
     return converter != nullptr ? converter : Open(nullptr);
 }
 
