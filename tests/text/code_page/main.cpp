@@ -1,0 +1,54 @@
+// veltrane_code_page_tests --page=NUMBER: the tests in a process of one code page. Without a page, all pages one after
+// the other.
+#include "page.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <string>
+
+namespace {
+
+using namespace veltrane::tests;
+
+int RunPage(int number, int argc, char** argv) {
+    for (const Page& page : Pages()) {
+        if (page.number == number) {
+            if (!EnterPage(page)) {
+                std::cerr << "no locale " << page.locale << " in " VELTRANE_TEST_LOCALES
+                          << ": the build makes it with the package locales (tools/setup.sh test)\n";
+                return 1;
+            }
+            testing::InitGoogleTest(&argc, argv);
+            return RUN_ALL_TESTS();
+        }
+    }
+    std::cerr << "no code page " << number << "\n";
+    return 1;
+}
+
+int RunAllPages(int argc, char** argv) {
+    std::string arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments += " '" + std::string(argv[i]) + "'";
+    }
+    int failed = 0;
+    for (const Page& page : Pages()) {
+        const std::string command = "'" + std::string(argv[0]) + "' --page=" + std::to_string(page.number) + arguments;
+        failed += std::system(command.c_str()) != 0 ? 1 : 0;
+    }
+    return failed != 0 ? 1 : 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::string option = "--page=";
+    for (int i = 1; i < argc; ++i) {
+        if (const std::string argument = argv[i]; argument.rfind(option, 0) == 0) {
+            return RunPage(std::atoi(argument.c_str() + option.size()), argc, argv);
+        }
+    }
+    return RunAllPages(argc, argv);
+}
