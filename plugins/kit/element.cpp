@@ -1,0 +1,125 @@
+#include "kit/element.h"
+
+#include "kit/raise.h"
+
+#include <xercesc/dom/DOMAttr.hpp>
+
+namespace veltrane_kit {
+
+namespace {
+
+constexpr Word<bool> kFlags[] = {{u"true", true}, {u"1", true}, {u"false", false}, {u"0", false}};
+
+} // namespace
+
+std::string Element::Tag() const {
+    return Narrow(fElement->getTagName());
+}
+
+bool Element::Is(const XMLCh* tag) const {
+    return Same(fElement->getTagName(), tag);
+}
+
+bool Element::Has(const XMLCh* name) const {
+    return fElement->getAttributeNode(name) != nullptr;
+}
+
+const XMLCh* Element::Raw(const XMLCh* name) const {
+    return fElement->getAttribute(name);
+}
+
+const XMLCh* Element::Filled(const XMLCh* name) const {
+    const xercesc::DOMAttr* attribute = fElement->getAttributeNode(name);
+    if (attribute == nullptr) {
+        Raise(260120, Narrow(name), Tag());
+    }
+    const XMLCh* text = attribute->getValue();
+    if (text == nullptr || *text == 0) {
+        Raise(260285, Narrow(name), Tag());
+    }
+    return text;
+}
+
+std::string Element::Text(const XMLCh* name) const {
+    return (*fText)(Filled(name));
+}
+
+std::string Element::AnyText(const XMLCh* name) const {
+    if (!Has(name)) {
+        Raise(260120, Narrow(name), Tag());
+    }
+    return (*fText)(Raw(name));
+}
+
+std::string Element::TextOr(const XMLCh* name, const std::string& fallback) const {
+    return Has(name) ? (*fText)(Raw(name)) : fallback;
+}
+
+double Element::Number(const XMLCh* name) const {
+    double number = 0.0;
+    if (!ReadNumber(Filled(name), number)) {
+        RaiseInvalid(name);
+    }
+    return number;
+}
+
+double Element::NumberOr(const XMLCh* name, double fallback) const {
+    return Has(name) ? Number(name) : fallback;
+}
+
+int Element::IntegerOr(const XMLCh* name, int fallback) const {
+    if (Has(name) && !ReadInteger(Filled(name), fallback)) {
+        RaiseInvalid(name);
+    }
+    return fallback;
+}
+
+bool Element::FlagOr(const XMLCh* name, bool fallback) const {
+    return OneOfOr(name, kFlags, fallback);
+}
+
+Element Element::Child(const XMLCh* tag) const {
+    Element found;
+    for (const Element child : Children()) {
+        if (!child.Is(tag)) {
+            continue;
+        }
+        if (found) {
+            Raise(260272, Narrow(tag), Tag());
+        }
+        found = child;
+    }
+    return found;
+}
+
+Element Element::RequireChild(const XMLCh* tag) const {
+    const Element child = Child(tag);
+    if (!child) {
+        Raise(260115, Narrow(tag), Tag());
+    }
+    return child;
+}
+
+Element Element::FirstChild() const {
+    xercesc::DOMElement* child = fElement->getFirstElementChild();
+    return child == nullptr ? Element() : Element(child, *fText);
+}
+
+Element Element::NextSibling() const {
+    xercesc::DOMElement* next = fElement->getNextElementSibling();
+    return next == nullptr ? Element() : Element(next, *fText);
+}
+
+std::string Element::Content() const {
+    return (*fText)(fElement->getTextContent());
+}
+
+void Element::RaiseInvalid(const XMLCh* name) const {
+    Raise(260153, (*fText)(Raw(name)), Narrow(name), Tag());
+}
+
+void Element::RaiseMisplaced() const {
+    Raise(260159, Tag(), Narrow(fElement->getParentNode()->getNodeName()));
+}
+
+} // namespace veltrane_kit

@@ -1,0 +1,215 @@
+#include "kit/expression_completion.h"
+
+#include "kit/dictionary_completion.h"
+
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMText.hpp>
+
+#include <map>
+#include <string>
+
+namespace veltrane_kit {
+
+namespace {
+
+using xercesc::DOMElement;
+
+enum class FieldType { NUMBER, TEXT, BOOLEAN_TEXT };
+
+/// Completes expressions one derived field after the other; a field can refer to the data and to the fields before it.
+class ExpressionCompleter {
+public:
+    explicit ExpressionCompleter(const Element& dictionary);
+
+    void CompleteField(const Element& field);
+
+private:
+    FieldType TypeOf(const Element& reference) const;
+    void CompleteType(const Element& field);
+    void Complete(const Element& expression);
+    void CompleteConstant(const Element& constant);
+    void CompleteConditions(const Element& apply);
+    void MakeIndicator(const Element& normDiscrete);
+    bool StandsByText(const Element& constant) const;
+
+    static DOMElement* Make(const Element& at, const XMLCh* tag);
+    static DOMElement* MakeApply(const Element& at, const XMLCh* function);
+    static DOMElement* MakeConstant(const Element& at, const XMLCh* type, const XMLCh* text);
+    static DOMElement* MakeReference(const Element& at, const XMLCh* field);
+
+    std::map<std::u16string, FieldType> fTypes;
+};
+
+ExpressionCompleter::ExpressionCompleter(const Element& dictionary) {
+    for (const Element field : dictionary.Children()) {
+        if (field.Is(u"DataField")) {
+            fTypes[field.Raw(u"name")] = IsCompletedBoolean(field) ? FieldType::BOOLEAN_TEXT
+                                         : HoldsText(field)        ? FieldType::TEXT
+                                                                   : FieldType::NUMBER;
+        }
+    }
+}
+
+FieldType ExpressionCompleter::TypeOf(const Element& reference) const {
+    const auto found = fTypes.find(reference.Raw(u"field"));
+    return found == fTypes.end() ? FieldType::NUMBER : found->second;
+}
+
+void ExpressionCompleter::CompleteField(const Element& field) {
+    CompleteType(field);
+    for (Element child = field.FirstChild(); child;) {
+        const Element next = child.NextSibling();
+        Complete(child);
+        child = next;
+    }
+    fTypes[field.Raw(u"name")] = HoldsText(field) ? FieldType::TEXT : FieldType::NUMBER;
+}
+
+/// A boolean derived field holds 1 or 0 where a function computes it, and the text of its source otherwise.
+void ExpressionCompleter::CompleteType(const Element& field) {
+    if (!IsBoolean(field)) {
+        return;
+    }
+    for (const Element child : field.Children()) {
+        const bool isNumber = child.Is(u"Apply") || (child.Is(u"FieldRef") && TypeOf(child) == FieldType::NUMBER);
+        if (!child.Is(u"Extension") && !child.Is(u"Value")) {
+            field.Dom()->setAttribute(u"dataType", isNumber ? u"double" : u"string");
+        }
+    }
+}
+
+void ExpressionCompleter::Complete(const Element& expression) {
+    if (expression.Is(u"Constant")) {
+        CompleteConstant(expression);
+    } else if (expression.Is(u"NormDiscrete")) {
+        MakeIndicator(expression);
+    } else if (expression.Is(u"Apply")) {
+        CompleteConditions(expression);
+        for (Element child = expression.FirstChild(); child;) {
+            const Element next = child.NextSibling();
+            Complete(child);
+            child = next;
+        }
+    }
+}
+
+/// Whether a constant is compared with a text field: with any among the other arguments.
+bool ExpressionCompleter::StandsByText(const Element& constant) const {
+    auto* parent = static_cast<DOMElement*>(constant.Dom()->getParentNode());
+    for (const Element sibling : Element(parent, constant.Reader()).Children()) {
+        if (sibling.Is(u"FieldRef") && TypeOf(sibling) != FieldType::NUMBER) {
+            return true;
+        }
+    }
+    return Element(parent, constant.Reader()).Is(u"DerivedField") && HoldsText(Element(parent, constant.Reader()));
+}
+
+void ExpressionCompleter::CompleteConstant(const Element& constant) {
+    DOMElement* dom = constant.Dom();
+    const XMLCh* text = dom->getTextContent();
+    double number = 0.0;
+    if (!constant.Has(u"dataType")) {
+        if (!ReadNumber(text, number) && *text != 0) {
+            dom->setAttribute(u"dataType", u"string");
+        }
+    } else if (IsBoolean(constant) && (Same(text, u"true") || Same(text, u"false"))) {
+        const bool isText = StandsByText(constant);
+        dom->setAttribute(u"dataType", isText ? u"string" : u"double");
+        if (!isText) {
+            dom->setTextContent(Same(text, u"true") ? u"1" : u"0");
+        }
+    }
+}
+
+/// A boolean text can't be a condition: what is one is compared with "true".
+void ExpressionCompleter::CompleteConditions(const Element& apply) {
+    const XMLCh* function = apply.Raw(u"function");
+    const bool isIf = Same(function, u"if");
+    if (!isIf && !Same(function, u"and") && !Same(function, u"or") && !Same(function, u"not")) {
+        return;
+    }
+    for (Element child = apply.FirstChild(); child;) {
+        const Element next = isIf ? Element() : child.NextSibling();
+        if (child.Is(u"FieldRef") && TypeOf(child) == FieldType::BOOLEAN_TEXT) {
+            DOMElement* equal = MakeApply(apply, u"equal");
+            apply.Dom()->replaceChild(equal, child.Dom());
+            equal->appendChild(child.Dom());
+            equal->appendChild(MakeConstant(apply, u"string", u"true"));
+        }
+        child = next;
+    }
+}
+
+/// Puts if(isMissing(field), missing, equal(field, value)) in the place of a NormDiscrete.
+void ExpressionCompleter::MakeIndicator(const Element& normDiscrete) {
+    if (!normDiscrete.Has(u"field") || !normDiscrete.Has(u"value")) {
+        return;
+    }
+    const XMLCh* field = normDiscrete.Raw(u"field");
+    const bool isText = TypeOf(normDiscrete) != FieldType::NUMBER;
+
+    DOMElement* isMissing = MakeApply(normDiscrete, u"isMissing");
+    isMissing->appendChild(MakeReference(normDiscrete, field));
+
+    DOMElement* missing = nullptr;
+    if (const XMLCh* replacement = normDiscrete.Raw(u"mapMissingTo"); *replacement != 0) {
+        missing = MakeConstant(normDiscrete, u"double", replacement);
+    } else {
+        // There is no constant for the missing number; a quotient by 0 is one.
+        missing = MakeApply(normDiscrete, u"/");
+        missing->appendChild(MakeConstant(normDiscrete, u"double", u"1"));
+        missing->appendChild(MakeConstant(normDiscrete, u"double", u"0"));
+    }
+
+    DOMElement* equal = MakeApply(normDiscrete, u"equal");
+    equal->appendChild(MakeReference(normDiscrete, field));
+    equal->appendChild(MakeConstant(normDiscrete, isText ? u"string" : u"double", normDiscrete.Raw(u"value")));
+
+    DOMElement* choice = MakeApply(normDiscrete, u"if");
+    choice->appendChild(isMissing);
+    choice->appendChild(missing);
+    choice->appendChild(equal);
+    normDiscrete.Dom()->getParentNode()->replaceChild(choice, normDiscrete.Dom());
+}
+
+DOMElement* ExpressionCompleter::Make(const Element& at, const XMLCh* tag) {
+    return at.Dom()->getOwnerDocument()->createElement(tag);
+}
+
+DOMElement* ExpressionCompleter::MakeApply(const Element& at, const XMLCh* function) {
+    DOMElement* apply = Make(at, u"Apply");
+    apply->setAttribute(u"function", function);
+    return apply;
+}
+
+DOMElement* ExpressionCompleter::MakeConstant(const Element& at, const XMLCh* type, const XMLCh* text) {
+    DOMElement* constant = Make(at, u"Constant");
+    constant->setAttribute(u"dataType", type);
+    constant->appendChild(at.Dom()->getOwnerDocument()->createTextNode(text));
+    return constant;
+}
+
+DOMElement* ExpressionCompleter::MakeReference(const Element& at, const XMLCh* field) {
+    DOMElement* reference = Make(at, u"FieldRef");
+    reference->setAttribute(u"field", field);
+    return reference;
+}
+
+} // namespace
+
+void CompleteExpressions(const Element& dictionary, const Element& derivedFields, const Element& output) {
+    ExpressionCompleter completer(dictionary);
+    for (const Element field : derivedFields.Children()) {
+        completer.CompleteField(field);
+    }
+    if (!output) {
+        return;
+    }
+    for (const Element field : output.Children()) {
+        if (field.Is(u"OutputField")) {
+            completer.CompleteField(field);
+        }
+    }
+}
+
+} // namespace veltrane_kit

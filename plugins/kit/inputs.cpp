@@ -1,0 +1,202 @@
+#include "kit/inputs.h"
+
+#include "kit/raise.h"
+
+#include <cmath>
+#include <utility>
+
+namespace veltrane_kit {
+
+using namespace MCVeltrane_900;
+
+Inputs::Inputs(const MiningSchema& schema, const DeclaredValidities& validities, const ScoreDictionary& dictionary,
+               TransformationDictionary* derived)
+    : fDictionary(dictionary), fDerived(derived) {
+    for (const MiningField& field : schema.fields) {
+        if (field.role == ScoreModel::ROLE_INPUT) {
+            fInputs.push_back(MakeSource(field.name, &field, validities));
+            fSlots.emplace(field.name, fInputs.back().slot);
+            fNames.push_back(field.name);
+        }
+    }
+    if (!schema.target.empty()) {
+        fTarget = MakeSource(schema.target, schema.Find(schema.target), validities);
+    }
+}
+
+Inputs::Source Inputs::MakeSource(const std::string& name, const MiningField* schema,
+                                  const DeclaredValidities& validities) {
+    Source source{};
+    source.name = name;
+    source.var = fDictionary.GetVar(name);
+    const auto validity = validities.find(name);
+    source.field =
+        std::make_unique<InputField>(*source.var, schema, validity == validities.end() ? nullptr : &validity->second);
+    source.slot = static_cast<int>(fValues.size());
+    source.position = -1;
+    source.recordPosition = fRecord.AddField(name);
+    fValues.emplace_back();
+    return source;
+}
+
+int Inputs::Slot(const std::string& name) {
+    if (const auto found = fSlots.find(name); found != fSlots.end()) {
+        return found->second;
+    }
+    const ScoreDictVar* var = fDerived == nullptr ? nullptr : std::as_const(*fDerived).GetVar(name);
+    return var == nullptr ? kNoSlot : AddDerived(name, *var);
+}
+
+int Inputs::AddDerived(const std::string& name, const ScoreDictVar& var) {
+    Source source{};
+    source.name = name;
+    source.var = &var;
+    source.slot = static_cast<int>(fValues.size());
+    source.position = var.GetValueIndex();
+    fValues.emplace_back();
+    fSlots.emplace(name, source.slot);
+    fDerivedFields.push_back(std::move(source));
+    return fDerivedFields.back().slot;
+}
+
+int Inputs::RequireSlot(const Element& element, const XMLCh* attribute) {
+    const std::string name = element.Text(attribute);
+    const int slot = Slot(name);
+    if (slot == kNoSlot) {
+        if (fDictionary.GetVar(name) != nullptr) {
+            Raise(260161, name);
+        }
+        Raise(260125, name, "DataDictionary", "TransformationDictionary");
+    }
+    return slot;
+}
+
+Inputs::Source& Inputs::SourceOf(int slot) {
+    return const_cast<Source&>(std::as_const(*this).SourceOf(slot));
+}
+
+const Inputs::Source& Inputs::SourceOf(int slot) const {
+    for (const Source& source : fInputs) {
+        if (source.slot == slot) {
+            return source;
+        }
+    }
+    for (const Source& source : fDerivedFields) {
+        if (source.slot == slot) {
+            return source;
+        }
+    }
+    return fTarget;
+}
+
+bool Inputs::IsNumeric(int slot) const {
+    return Var(slot).GetVarType() != ScoreDictVar::STRING_VAR;
+}
+
+int Inputs::CategoryOf(int slot, const Element& element, const XMLCh* attribute) {
+    const int code = CategoryOf(slot, element.AnyText(attribute));
+    if (code == Categories::kUnknown) {
+        element.RaiseInvalid(attribute);
+    }
+    return code;
+}
+
+int Inputs::CategoryOf(int slot, const std::string& text) {
+    Source& source = SourceOf(slot);
+    std::unique_ptr<ScoreValue> value(MakeValue(*source.var, text));
+    if (value == nullptr && source.field == nullptr && (text == "true" || text == "false")) {
+        // What a function computes is true as the number 1.
+        value = std::make_unique<NumericValue>(text == "true" ? 1.0 : 0.0);
+    }
+    if (value == nullptr) {
+        return Categories::kUnknown;
+    }
+    if (source.field != nullptr) {
+        return source.field->CategoryOf(*value);
+    }
+    if (source.categories == nullptr) {
+        source.categories = std::make_unique<Categories>(*source.var);
+    }
+    return source.categories->Add(*value);
+}
+
+int Inputs::WatchTarget() {
+    fTargetWatched = fTarget.var != nullptr;
+    return fTargetWatched ? fTarget.slot : kNoSlot;
+}
+
+bool Inputs::Read(const ScoreCaseRecord& record) {
+    if (record.Size() != fLayoutSize) {
+        FindPositions(record);
+    }
+    if (!ReadInputs(record)) {
+        return false;
+    }
+    if (fDerived != nullptr) {
+        ReadDerived();
+    }
+    return true;
+}
+
+void Inputs::FindPositions(const ScoreCaseRecord& record) {
+    for (Source& source : fInputs) {
+        source.position = record.GetIndex(source.name);
+    }
+    if (fTargetWatched) {
+        fTarget.position = record.GetIndex(fTarget.name);
+    }
+    fLayoutSize = record.Size();
+}
+
+bool Inputs::ReadInputs(const ScoreCaseRecord& record) {
+    bool isScorable = true;
+    for (const Source& source : fInputs) {
+        FieldValue& value = fValues[static_cast<std::size_t>(source.slot)];
+        const ScoreValue* raw = source.position < 0 ? nullptr : record.Get(source.position);
+        isScorable = source.field->Read(raw, value) && isScorable;
+        fRecord.Borrow(source.recordPosition, value.IsMissing() ? source.field->MissingPlaceholder() : value.value);
+    }
+    if (fTargetWatched) {
+        FieldValue& value = fValues[static_cast<std::size_t>(fTarget.slot)];
+        const ScoreValue* raw = fTarget.position < 0 ? nullptr : record.Get(fTarget.position);
+        if (!fTarget.field->Read(raw, value)) {
+            value = FieldValue();
+        }
+    }
+    return isScorable;
+}
+
+void Inputs::ReadDerived() {
+    fDerivedRecord = fDerived->GetValuesForDerivedVars(&fRecord, &fDictionary);
+    for (const Source& source : fDerivedFields) {
+        const ScoreValue* value = fDerivedRecord == nullptr ? nullptr : fDerivedRecord->Get(source.position);
+        ReadDerivedValue(value, source, fValues[static_cast<std::size_t>(source.slot)]);
+    }
+}
+
+void Inputs::ReadDerivedValue(const ScoreValue* value, const Source& source, FieldValue& field) {
+    field = FieldValue();
+    if (value == nullptr) {
+        return;
+    }
+    if (value->GetType() == ScoreValue::STRING_VALUE) {
+        std::string buffer;
+        const std::string& text = TextOf(*value, buffer);
+        if (text.empty()) {
+            return;
+        }
+        field.value = value;
+        field.category =
+            source.categories == nullptr ? Categories::kUnknown : source.categories->Find(std::string_view(text));
+        return;
+    }
+    const double number = value->GetDouble();
+    if (value->IsSystemMissingValue() || std::isnan(number)) {
+        return;
+    }
+    field.value = value;
+    field.number = number;
+    field.category = source.categories == nullptr ? Categories::kUnknown : source.categories->Find(number);
+}
+
+} // namespace veltrane_kit

@@ -1,0 +1,120 @@
+#ifndef VELTRANE_PLUGINS_KIT_INPUTS_H
+#define VELTRANE_PLUGINS_KIT_INPUTS_H
+
+#include "kit/borrowed_record.h"
+#include "kit/element.h"
+#include "kit/input_field.h"
+#include "kit/mining_schema.h"
+#include "kit/validity.h"
+
+#include <MCVeltrane_900/ScoreCaseRecord.h>
+#include <MCVeltrane_900/ScoreDictionary.h>
+#include <MCVeltrane_900/TransformationDictionary.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace veltrane_kit {
+
+/// Everything that a model reads of a case: its input fields, treated as the mining schema says, and the derived fields
+/// behind them. Each has a slot, a small number that a model keeps in place of the name:
+///
+///     const int slot = inputs.RequireSlot(element, u"field");   // when the model is built
+///     const FieldValue& x = inputs[slot];                       // for each case
+///
+/// Reading a case allocates nothing and looks no name up after the first one.
+class Inputs {
+public:
+    static constexpr int kNoSlot = -1;
+
+    /// @param schema     how the model uses its fields
+    /// @param validities what the document declares of them
+    /// @param dictionary the data dictionary
+    /// @param derived    the derived fields, set up; null for none. Both are borrowed for the life of this object.
+    Inputs(const MiningSchema& schema, const DeclaredValidities& validities,
+           const MCVeltrane_900::ScoreDictionary& dictionary, MCVeltrane_900::TransformationDictionary* derived);
+
+    /// The slot of an active field of the mining schema or of a derived field; kNoSlot for any other name.
+    int Slot(const std::string& name);
+
+    /// The slot of the field that an attribute names.
+    /// @throws VTException 260120, 260285 for the attribute; 260161 for a field that the mining schema doesn't make
+    ///         active, 260125 for a field that the document doesn't have
+    int RequireSlot(const Element& element, const XMLCh* attribute);
+
+    const MCVeltrane_900::ScoreDictVar& Var(int slot) const { return *SourceOf(slot).var; }
+
+    /// Whether the slot's values are numbers or date-times, so that FieldValue::number holds them.
+    bool IsNumeric(int slot) const;
+
+    /// The code of a category that the model mentions: FieldValue::category of the cases that have it.
+    /// @throws VTException 260120 for an absent attribute, 260153 for one that is no value of the field's kind
+    int CategoryOf(int slot, const Element& element, const XMLCh* attribute);
+
+    /// The same for a text, from an array for one.
+    /// @return the code; Categories::kUnknown when the text is no value of the field's kind
+    int CategoryOf(int slot, const std::string& text);
+
+    /// Has the target's own value read from each case from now on, for outputs that compare with it.
+    /// @return its slot; kNoSlot when the model has no target
+    int WatchTarget();
+
+    /// The names of the fields that a case has to hold, in the order of the mining schema.
+    const std::vector<std::string>& Names() const { return fNames; }
+
+    /// Reads a case and computes its derived fields.
+    ///
+    /// The positions of the fields are looked up in the first case, and again when the size of the record changes: all
+    /// records of one size have to have the same layout.
+    /// @return false for a case with a value that the mining schema refuses
+    bool Read(const MCVeltrane_900::ScoreCaseRecord& record);
+
+    const FieldValue& operator[](int slot) const { return fValues[static_cast<std::size_t>(slot)]; }
+
+    /// The case as the derived fields saw it, with the values of all input fields, and the derived values.
+    const BorrowedRecord& Record() const { return fRecord; }
+    const MCVeltrane_900::ScoreCaseRecord* DerivedRecord() const { return fDerivedRecord; }
+    const MCVeltrane_900::ScoreDictionary& Dictionary() const { return fDictionary; }
+    const MCVeltrane_900::TransformationDictionary* Derived() const { return fDerived; }
+
+private:
+    /// A field that is read from the case, or a derived field, which has no treatment.
+    struct Source {
+        std::string name;
+        const MCVeltrane_900::ScoreDictVar* var;
+        std::unique_ptr<InputField> field;      ///< null for a derived field
+        std::unique_ptr<Categories> categories; ///< of a derived field that codes are asked of
+        int slot;
+        int position;       ///< in the case, or among the derived values; -1 when it isn't there
+        int recordPosition; ///< in the record that the derived fields see
+    };
+
+    Source MakeSource(const std::string& name, const MiningField* schema, const DeclaredValidities& validities);
+    int AddDerived(const std::string& name, const MCVeltrane_900::ScoreDictVar& var);
+    Source& SourceOf(int slot);
+    const Source& SourceOf(int slot) const;
+    void FindPositions(const MCVeltrane_900::ScoreCaseRecord& record);
+    bool ReadInputs(const MCVeltrane_900::ScoreCaseRecord& record);
+    void ReadDerived();
+    static void ReadDerivedValue(const MCVeltrane_900::ScoreValue* value, const Source& source, FieldValue& field);
+
+    const MCVeltrane_900::ScoreDictionary& fDictionary;
+    MCVeltrane_900::TransformationDictionary* fDerived;
+    std::vector<Source> fInputs;
+    std::vector<Source> fDerivedFields;
+    std::vector<FieldValue> fValues; ///< by slot: of inputs, of the target, of derived fields as they are asked for
+    std::map<std::string, int, std::less<>> fSlots;
+    std::vector<std::string> fNames;
+    Source fTarget{};
+    bool fTargetWatched = false;
+    BorrowedRecord fRecord;
+    const MCVeltrane_900::ScoreCaseRecord* fDerivedRecord = nullptr;
+    int fLayoutSize = -1;
+};
+
+} // namespace veltrane_kit
+
+#endif

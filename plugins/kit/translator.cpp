@@ -1,0 +1,74 @@
+#include "kit/translator.h"
+
+#include "kit/completion.h"
+#include "kit/raise.h"
+
+#include <xercesc/dom/DOMDocument.hpp>
+
+#include <utility>
+
+namespace veltrane_kit {
+
+using namespace MCVeltrane_900;
+
+namespace {
+
+constexpr Word<BaseModel::FUNCNAME_TYPE> kFunctions[] = {
+    {u"classification", BaseModel::FUNC_CLASSIFICATION},
+    {u"regression", BaseModel::FUNC_REGRESSION},
+};
+
+} // namespace
+
+ScoreModel* ModelTranslator::ParseFromTree(xercesc::DOMDocument* document, const std::string& encoding) {
+    CreateTranscoder(encoding);
+    const DocumentText text(encoding);
+    const Element root(document->getDocumentElement(), text);
+    if (!root.Is(u"PMML")) {
+        Raise(260160, root.Tag(), "PMML");
+    }
+    const Element element = FindModel(root);
+    ModelParts parts = ReadParts(root, element);
+    std::unique_ptr<Model> model = BuildModel(element, parts);
+    parts.outputs = std::make_unique<Outputs>(element, parts.IsClassification(), *parts.inputs, *parts.target, *this);
+    model->Adopt(std::move(parts));
+    return model.release();
+}
+
+/// A model within another one is a part of that: scored alone it would give something else.
+Element ModelTranslator::FindModel(const Element& root) const {
+    for (const Element child : root.Children()) {
+        if (child.Is(fTag)) {
+            return child;
+        }
+    }
+    Raise(260301, Narrow(fTag));
+}
+
+ModelParts ModelTranslator::ReadParts(const Element& root, const Element& model) {
+    ModelParts parts;
+    parts.tag = model.Tag();
+    parts.version = root.TextOr(u"version", "");
+    parts.name = model.TextOr(u"modelName", "");
+    parts.algorithm = model.TextOr(u"algorithmName", "");
+    parts.function = model.OneOf(u"functionName", kFunctions);
+    if (!model.FlagOr(u"isScorable", true)) {
+        Raise(260179, model.Text(u"isScorable"), "isScorable", parts.tag, "true");
+    }
+    const Completed completed = Complete(root, model);
+    parts.dictionary.reset(ParseDictionary(root.RequireChild(u"DataDictionary").Dom(), false));
+    parts.schema = ReadMiningSchema(model, *parts.dictionary);
+    const Element targets = model.Child(u"Targets");
+    HandleTargets(targets ? targets.Dom() : nullptr, parts.dictionary.get());
+    parts.derived.reset(HandleTransformationDictionary(completed.derivedFields.Dom(), parts.dictionary.get()));
+    if (parts.derived != nullptr) {
+        parts.derived->SetUpDerivedCaseRecord();
+    }
+    parts.inputs = std::make_unique<Inputs>(parts.schema, completed.validities, *parts.dictionary, parts.derived.get());
+    const std::string& target = parts.schema.target;
+    parts.target = std::make_unique<Target>(target, target.empty() ? nullptr : parts.dictionary->GetVar(target));
+    parts.target->ReadAdjustment(model);
+    return parts;
+}
+
+} // namespace veltrane_kit

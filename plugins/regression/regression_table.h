@@ -1,0 +1,61 @@
+#ifndef VELTRANE_PLUGINS_REGRESSION_REGRESSION_TABLE_H
+#define VELTRANE_PLUGINS_REGRESSION_REGRESSION_TABLE_H
+
+#include "kit/element.h"
+#include "kit/inputs.h"
+
+#include <iosfwd>
+#include <vector>
+
+namespace veltrane_regression {
+
+/// A RegressionTable: a sum of terms of the fields.
+class RegressionTable {
+public:
+    /// A table without terms.
+    RegressionTable() = default;
+
+    /// @throws VTException 260120, 260285, 260153 for attributes, 260125 and 260161 for fields, 260187 for a text where
+    ///         a number has to be, 260203 for a predictor that comes twice, 260115 for a term without fields, 260159
+    ///         for an element that has no place here
+    RegressionTable(const veltrane_kit::Element& element, veltrane_kit::Inputs& inputs);
+
+    /// The sum for a case. A missing category adds nothing.
+    /// @return false when a number that the sum needs is missing
+    bool Sum(const veltrane_kit::Inputs& inputs, double& sum) const;
+
+    /// Writes the number of its parts.
+    void Display(std::ostream& out) const;
+
+private:
+    struct NumericPredictor {
+        int slot;
+        double exponent;
+        double coefficient;
+    };
+    /// The predictors of one field: coefficients by the code of the category.
+    struct CategoricalField {
+        int slot;
+        std::vector<double> coefficients;
+        std::vector<bool> isSet;
+    };
+    struct Term {
+        double coefficient;
+        std::vector<int> slots;
+    };
+
+    void ReadNumeric(const veltrane_kit::Element& element, veltrane_kit::Inputs& inputs);
+    void ReadCategorical(const veltrane_kit::Element& element, veltrane_kit::Inputs& inputs);
+    void ReadTerm(const veltrane_kit::Element& element, veltrane_kit::Inputs& inputs);
+    CategoricalField& FieldOf(int slot);
+    bool AddTerms(const veltrane_kit::Inputs& inputs, double& sum) const;
+
+    double fIntercept = 0.0;
+    std::vector<NumericPredictor> fNumeric;
+    std::vector<CategoricalField> fCategorical;
+    std::vector<Term> fTerms;
+};
+
+} // namespace veltrane_regression
+
+#endif

@@ -1,0 +1,55 @@
+// Documents that modelling tools wrote, rows, and the predictions that the tools themselves gave.
+#include "models/scoring.h"
+
+#include <MCVeltrane_900/ScoreDictVar.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+
+using namespace veltrane::tests;
+
+namespace {
+
+/// The answers are printed with 6 to 15 digits.
+void ExpectNear(double actual, double expected, const std::string& what) {
+    EXPECT_LE(std::abs(actual - expected), 1e-6 * std::max(std::abs(expected), 1e-6)) << what << ": " << actual;
+}
+
+class RealRegression : public testing::TestWithParam<const char*> {};
+
+TEST_P(RealRegression, GivesTheAnswersOfItsTool) {
+    const std::string base = std::string(VELTRANE_CASES) + "/models/" + GetParam();
+    if (!std::filesystem::exists(base + ".pmml")) {
+        GTEST_SKIP() << "the real documents are not here: " << base;
+    }
+    Scored scored(ReadFile(base + ".pmml"));
+    const std::vector<Case> rows = ReadRows(base + ".csv");
+    const std::vector<Case> answers = ReadRows(base + ".expected.csv");
+    ASSERT_EQ(rows.size(), answers.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        ASSERT_TRUE(scored.Score(rows[i]).IsOK()) << "row " << i;
+        for (const auto& [column, answer] : answers[i]) {
+            const std::string what = "row " + std::to_string(i) + ", " + column;
+            if (column.rfind("Probability_", 0) == 0) {
+                ExpectNear(scored.Probability(column.substr(12)), std::stod(answer), what);
+                ExpectNear(scored.Number(column), std::stod(answer), what);
+            } else if (scored.Number() != kMissing) {
+                ExpectNear(scored.Number(), std::stod(answer), what);
+            } else {
+                EXPECT_EQ(scored.Text(), answer) << what;
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Documents, RealRegression,
+                         testing::Values("rattle-regression-iris", "rattle-regression-ozone", "sklearn-linear-housing"),
+                         [](const auto& info) {
+                             std::string name = info.param;
+                             std::replace(name.begin(), name.end(), '-', '_');
+                             return name;
+                         });
+
+} // namespace
