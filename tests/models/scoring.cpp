@@ -42,7 +42,8 @@ std::string TextOf(const ScoreValue* value) {
 
 std::vector<std::string> Cells(const std::string& line) {
     std::vector<std::string> cells;
-    std::istringstream in(line);
+    const bool endsInReturn = !line.empty() && line.back() == '\r';
+    std::istringstream in(endsInReturn ? line.substr(0, line.size() - 1) : line);
     std::string cell;
     while (std::getline(in, cell, ',')) {
         cells.push_back(cell);
