@@ -20,6 +20,9 @@ set(VELTRANE_PUBLIC_HEADERS
     MCVeltrane_900/FunctionTree.h
     MCVeltrane_900/FunctionTreeImp.h
     MCVeltrane_900/InlineTable.h
+    MCVeltrane_900/KORDModelTags.def
+    MCVeltrane_900/KORDModelTags.h
+    MCVeltrane_900/KORDTranslator.h
     MCVeltrane_900/MapValues.h
     MCVeltrane_900/MissingValueSet.h
     MCVeltrane_900/ModelFactory.h

@@ -22,6 +22,8 @@
 #include <MCVeltrane_900/FunctionTree.h>
 #include <MCVeltrane_900/FunctionTreeImp.h>
 #include <MCVeltrane_900/InlineTable.h>
+#include <MCVeltrane_900/KORDModelTags.h>
+#include <MCVeltrane_900/KORDTranslator.h>
 #include <MCVeltrane_900/MapValues.h>
 #include <MCVeltrane_900/MissingValueSet.h>
 #include <MCVeltrane_900/ModelFactory.h>

@@ -1,6 +1,7 @@
 #include "diagnostics/raise.h"
 #include "translators/document_text.h"
 #include "translators/element_walk.h"
+#include "translators/hand_over.h"
 
 #include <MCVeltrane_900/MissingValueSet.h>
 #include <MCVeltrane_900/NumericValue.h>
@@ -45,12 +46,8 @@ void InvalidRange::Read(const DocumentText& text, const DOMElement* extension) {
     count += isLower ? kLowerBoundCame : kUpperBoundCame;
 }
 
-// A set that has an equal range already leaves the new one to its maker.
 void AddSingleValue(ScoreMissingValueSet& missing, ScoreValue* value) {
-    auto range = std::make_unique<Range>(value);
-    if (missing.Add(range.get())) {
-        range.release();
-    }
+    AddRange(missing, std::make_unique<Range>(value));
 }
 
 void CheckIntervalAllowed(const TransformVar& var) {

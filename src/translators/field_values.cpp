@@ -2,6 +2,7 @@
 
 #include "diagnostics/raise.h"
 #include "translators/element_walk.h"
+#include "translators/hand_over.h"
 #include "translators/label_checks.h"
 
 #include <MCVeltrane_900/NumericValue.h>
@@ -23,7 +24,6 @@ using MCVeltrane_900::PMMLModelTags;
 using MCVeltrane_900::PMMLTranslator;
 using MCVeltrane_900::ScoreDictVar;
 using MCVeltrane_900::ScoreValue;
-using MCVeltrane_900::ScoreValueRange;
 
 namespace {
 
@@ -50,10 +50,7 @@ void FieldValues::AddMissing(const XMLCh* text) {
     std::unique_ptr<ScoreValue> value(fTranslator.CarefullyMakeVarValue(&fVar, text));
     fIsTypeExplicit |= IsNumeric();
     fMissingTexts.push_back(text);
-    std::unique_ptr<ScoreValueRange> range = std::make_unique<MCVeltrane_900::Range>(value.release());
-    // A set that has the value already leaves the range to us.
-    if (UseMissing()->Add(range.get()))
-        static_cast<void>(range.release());
+    AddRange(*UseMissing(), std::make_unique<MCVeltrane_900::Range>(value.release()));
 }
 
 void FieldValues::AddValid(const xercesc::DOMElement* element, const XMLCh* text) {

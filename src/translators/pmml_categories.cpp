@@ -1,35 +1,21 @@
 #include "diagnostics/raise.h"
+#include "translators/category_encoder.h"
 #include "translators/element_walk.h"
 
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/PMMLModelTags.h>
 #include <MCVeltrane_900/PMMLTranslator.h>
-#include <MCVeltrane_900/ScoreCatNumericEncoder.h>
-#include <MCVeltrane_900/ScoreCatStringEncoder.h>
 #include <MCVeltrane_900/ScoreValueLabel.h>
 #include <MCVeltrane_900/ScoreValueLabelSet.h>
 
 #include <xercesc/dom/DOMElement.hpp>
 
 #include <algorithm>
-#include <memory>
 
 namespace MCVeltrane_900 {
 namespace {
 
 using veltrane::diagnostics::Raise;
-
-/// How many categories a new encoder reserves for.
-constexpr int kReservedCategories = 2;
-
-std::unique_ptr<ScoreEncoder> MakeEncoder(const ScoreDictVar& var) {
-    if (var.GetVarType() == ScoreDictVar::kNUMERIC_VAR)
-        return std::make_unique<ScoreCatNumericEncoder>(kReservedCategories);
-    auto encoder = std::make_unique<ScoreCatStringEncoder>(kReservedCategories);
-    encoder->SetEmptyStringOK(var.GetEmptyStringOK());
-    encoder->SetNoSpaceTrim(var.GetNoSpaceTrim());
-    return encoder;
-}
 
 /// The position of the first of the variable's labels whose value `matches`; -1 when none does.
 template <typename Matches>
@@ -83,15 +69,7 @@ const OrdinalOperator kOrdinalOperators[] = {
 } // namespace
 
 bool PMMLTranslator::SetupCatEncoder(ScoreDictVar* var) {
-    if (!var || (var->GetMLevel() != ScoreDictVar::LEVEL_NOMINAL && var->GetMLevel() != ScoreDictVar::LEVEL_ORDINAL))
-        return false;
-    if (!var->GetEncoder())
-        var->SetEncoder(MakeEncoder(*var).release());
-    if (const ScoreValueLabelSet* labels = var->GetValueLabels())
-        for (const ScoreValueLabel* label : labels->GetAllValueLabels())
-            if (label->GetValue())
-                var->GetEncoder()->Encode(label->GetValue());
-    return true;
+    return veltrane::translators::SetupCategoryEncoder(var);
 }
 
 bool PMMLTranslator::IsValidScoreValue(const ScoreDictVar* var, const std::string& text) {

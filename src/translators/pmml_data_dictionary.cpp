@@ -1,6 +1,7 @@
 #include "diagnostics/raise.h"
 #include "translators/data_field_reader.h"
 #include "translators/element_walk.h"
+#include "translators/hand_over.h"
 
 #include <MCVeltrane_900/BaseDictionary.h>
 #include <MCVeltrane_900/PMMLModelTags.h>
@@ -22,14 +23,6 @@ using veltrane::translators::DataFieldReader;
 using veltrane::translators::DocumentText;
 using veltrane::translators::Equals;
 using veltrane::translators::HasTag;
-
-/// Hands the variable over. A name that no variable can be stored under leaves the dictionary as it is.
-void AddVar(BaseDictionary& dictionary, std::unique_ptr<DictVar> var) {
-    const int size = dictionary.Size();
-    dictionary.AddVar(var->GetName(), var.get());
-    if (dictionary.Size() > size)
-        static_cast<void>(var.release());
-}
 
 std::optional<int> ReadCount(const XMLCh* text) {
     try {
@@ -69,7 +62,7 @@ ScoreDictionary* PMMLTranslator::ParseDictionary(xercesc::DOMNode* dataDictionar
         if (!HasTag(child, PMMLModelTags::XML_ELE_DATAFIELD))
             Raise(260178, text.Tag(child), "DataDictionary", "Extension");
         ++count;
-        AddVar(*dictionary, reader.Read(child, *dictionary, withEncoders));
+        veltrane::translators::AddVar(*dictionary, reader.Read(child, *dictionary, withEncoders));
     }
     CheckNumberOfFields(static_cast<const xercesc::DOMElement*>(dataDictionary), count, text);
     return dictionary.release();

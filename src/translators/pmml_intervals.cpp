@@ -1,5 +1,6 @@
 #include "diagnostics/raise.h"
 #include "translators/element_walk.h"
+#include "translators/hand_over.h"
 
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/PMMLModelTags.h>
@@ -14,6 +15,8 @@
 
 namespace MCVeltrane_900 {
 namespace {
+
+using veltrane::translators::AddRange;
 
 /// How far a closed bound moves out, relative to itself, so that the bound stays on the valid side of a complement.
 constexpr double kBoundStep = 1e-15;
@@ -66,16 +69,10 @@ Margins ReadMargins(const xercesc::DOMNode* node) {
     return {left, right, closure.leftClosed, closure.rightClosed};
 }
 
-/// Hands a range to the set, which refuses one that it has already.
-void AddRange(ScoreMissingValueSet* missing, std::unique_ptr<ScoreValueRange> range) {
-    if (missing->Add(range.get()))
-        static_cast<void>(range.release());
-}
-
 void AddRangeOfValues(ScoreMissingValueSet* missing, double min, double max, bool lowEnd, bool highEnd) {
     auto minValue = std::make_unique<NumericValue>(min);
     auto maxValue = std::make_unique<NumericValue>(max);
-    AddRange(missing, std::make_unique<Range>(minValue.release(), maxValue.release(), lowEnd, highEnd));
+    AddRange(*missing, std::make_unique<Range>(minValue.release(), maxValue.release(), lowEnd, highEnd));
 }
 
 } // namespace
@@ -102,7 +99,7 @@ void PMMLTranslator::handleInterval(ScoreDictVar*, xercesc::DOMNode* interval, S
 
 void PMMLTranslator::handleTreeInterval(xercesc::DOMNode* interval, ScoreMissingValueSet* missing) {
     const Margins margins = ReadMargins(interval);
-    AddRange(missing, std::make_unique<Range>(margins.left, margins.right, margins.leftClosed, margins.rightClosed));
+    AddRange(*missing, std::make_unique<Range>(margins.left, margins.right, margins.leftClosed, margins.rightClosed));
 }
 
 bool PMMLTranslator::HandleKORDMissingInterval(ScoreMissingValueSet* missing, int count, double lower, double upper) {
@@ -110,7 +107,7 @@ bool PMMLTranslator::HandleKORDMissingInterval(ScoreMissingValueSet* missing, in
         return false;
     if (count != kLowerBound && count != kUpperBound && count != kLowerBound + kUpperBound)
         veltrane::diagnostics::Raise(260272, "invalidRangeLower, invalidRangeUpper", "Value");
-    AddRange(missing, std::make_unique<Range>(lower, upper, true, true));
+    AddRange(*missing, std::make_unique<Range>(lower, upper, true, true));
     return true;
 }
 
