@@ -52,7 +52,13 @@ class Documents(HostTest):
     def test_a_document_with_another_root(self):
         self.write("document.pmml", "<model/>")
         self.fails("document.pmml: the document is no PMML: its root element is another one")
-        self.fails("document.pmml: the document is no PMML: its root element is another one", "inspect", "document.pmml")
+        self.fails("document.pmml: the document is neither PMML nor kord-ml: its root element is another one", "inspect",
+                   "document.pmml")
+
+    def test_a_document_with_the_older_root(self):
+        self.write("document.pmml", "<kord-ml/>")
+        self.fails("document.pmml: the document is no PMML: its root element is another one")
+        self.fails("error 260114: Missing node: 'dictionary'.", "inspect", "document.pmml")
 
     def test_cases_that_cannot_be_read(self):
         self.document([AGE], field_ref("Out", "Age"))

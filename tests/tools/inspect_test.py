@@ -151,6 +151,53 @@ class Inspect(HostTest):
         self.expect(result, 1, err="veltrane: document.pmml: the document has no derived fields\n")
         self.assertEqual(json.loads(result.stdout)["derivedFields"], [])
 
+    def kord(self, variables, head=""):
+        self.write("old model.xml", f"{head}<kord-ml version='1'><dictionary>{variables}</dictionary></kord-ml>")
+
+    def test_the_dictionary_of_a_document_with_the_root_kord_ml(self):
+        self.kord("<variable name='Größe' label='height' storage-type='NUMERIC' measurement-level='CONTINUOUS'>"
+                  "<missing-values><category value='-1'/><range><category value='900'/><category value='999'/></range>"
+                  "</missing-values></variable>"
+                  "<variable name='color' storage-type='STRING' measurement-level='NOMINAL'><categories>"
+                  "<category value='r' display-value='red'/><category value='g'/></categories></variable>")
+        result = self.expect(self.run_host("inspect", "old model.xml", "--json"), 0, err="")
+        self.assertEqual(json.loads(result.stdout), {"fields": [
+            {"name": "Größe", "label": "height", "type": "number", "level": "continuous",
+             "missingValues": [-1, {"low": 900, "lowIncluded": True, "high": 999, "highIncluded": True}],
+             "categories": []},
+            {"name": "color", "label": "color", "type": "string", "level": "categorical", "missingValues": [],
+             "categories": [{"value": "r", "label": "red"}, {"value": "g", "label": "g"}]}], "derivedFields": []})
+        tables = self.expect(self.run_host("inspect", "old model.xml"), 0, err="").stdout.decode()
+        self.assertIn("Größe  height  number  continuous   -1, [900, 999]", tables)
+        self.assertIn("color  color   string  categorical                  r=red, g", tables)
+
+    def test_a_document_with_the_root_kord_ml_that_cannot_be_read(self):
+        self.kord("")
+        self.expect(self.run_host("inspect", "old model.xml"), 1, "",
+                    "veltrane: error 260283: No child element in Node 'dictionary'.\n")
+        self.kord("<variable name='v' storage-type='NUMERIC' measurement-level='ORDINAL'><format-spec/></variable>")
+        self.expect(self.run_host("inspect", "old model.xml"), 1, "",
+                    "veltrane: old model.xml: a format-spec has decimals or a width that is no integer\n")
+
+    def test_a_document_with_the_root_kord_ml_reaches_for_nothing_else(self):
+        self.write("secret", "stolen")
+        self.kord("<variable name='v' label='&e;' storage-type='STRING' measurement-level='ORDINAL'/>",
+                  "<!DOCTYPE kord-ml [<!ENTITY e SYSTEM 'secret'>]>")
+        result = self.run_host("inspect", "old model.xml")
+        self.assertEqual(result.returncode, 1)
+        self.assertNotIn(b"stolen", result.stdout + result.stderr)
+        self.write("secret.dtd", "<!ENTITY e 'stolen'>")
+        self.kord("<variable name='v' label='&e;' storage-type='STRING' measurement-level='ORDINAL'/>",
+                  "<!DOCTYPE kord-ml SYSTEM 'secret.dtd'>")
+        result = self.run_host("inspect", "old model.xml")
+        self.assertNotIn(b"stolen", result.stdout)
+
+    def test_a_document_with_the_root_kord_ml_from_a_pipe(self):
+        document = ("<kord-ml><dictionary><variable name='v' storage-type='STRING' measurement-level='ORDINAL'/>"
+                    "</dictionary></kord-ml>")
+        self.expect(self.run_host("inspect", "/dev/stdin", input=document.encode()), 1, "",
+                    "veltrane: /dev/stdin: only an ordinary file is read as a document without the root PMML\n")
+
     def test_tables_are_written_in_the_encoding_and_json_in_utf_8(self):
         self.document(['<DataField name="Größe" optype="continuous" dataType="double"/>'], field_ref("Maß", "Größe"))
         tables = self.expect(self.run_host("inspect", "document.pmml", "--encoding", "CP1252"), 0, err="")

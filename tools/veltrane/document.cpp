@@ -1,6 +1,7 @@
 #include "document.h"
 
 #include "failure.h"
+#include "kord_document.h"
 
 #include <MCVeltrane_900/ModelFactory.h>
 #include <MCVeltrane_900/ScoreDictionary.h>
@@ -34,14 +35,34 @@ Document::Document() = default;
 Document::Document(Document&&) noexcept = default;
 Document::~Document() = default;
 
-Document ReadDocument(const std::string& path, const std::string& encoding) {
+namespace {
+
+/// Without fields when the document is no PMML.
+Document ReadPmml(const std::string& path, const std::string& encoding) {
     Document document;
     OutPointer<MCVeltrane_900::ScoreDictionary> fields(document.fields);
     document.derivedFields.reset(
         MCVeltrane_900::ModelFactory::GetTransformationDictionaryFromXML(path, fields.pointer, encoding));
     fields.HandOver();
+    document.isPmml = document.fields != nullptr;
+    return document;
+}
+
+} // namespace
+
+Document ReadDocument(const std::string& path, const std::string& encoding) {
+    Document document = ReadPmml(path, encoding);
     if (!document.fields)
         throw Failure(path + ": the document is no PMML: its root element is another one");
+    return document;
+}
+
+Document ReadAnyDocument(const std::string& path, const std::string& encoding) {
+    Document document = ReadPmml(path, encoding);
+    if (!document.fields)
+        document.fields = ReadKordDictionary(path, encoding);
+    if (!document.fields)
+        throw Failure(path + ": the document is neither PMML nor kord-ml: its root element is another one");
     return document;
 }
 

@@ -19,11 +19,15 @@ struct Document {
 
     std::unique_ptr<MCVeltrane_900::ScoreDictionary> fields;
     std::unique_ptr<MCVeltrane_900::TransformationDictionary> derivedFields; ///< null when there are none
+    bool isPmml = true;                                                      ///< else it has no derived fields
 };
 
 /// Reads a document, its texts in the named encoding. Throws a `VTException` for a document that cannot be read, and a
 /// `Failure` for one that is no PMML.
 Document ReadDocument(const std::string& path, const std::string& encoding);
+
+/// The same, and reads the fields of a document with the root "kord-ml" too.
+Document ReadAnyDocument(const std::string& path, const std::string& encoding);
 
 /// Throws a `Failure` when there are no derived fields.
 /// @param path of the document, for the message

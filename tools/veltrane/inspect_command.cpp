@@ -12,12 +12,13 @@ namespace veltrane::host {
 
 int RunInspect(const InspectOptions& options) {
     const Encoding encoding(options.encoding);
-    const Document document = ReadDocument(options.document, options.encoding);
+    const Document document = ReadAnyDocument(options.document, options.encoding);
     const nlohmann::ordered_json description = Describe(document, encoding);
     const std::string text =
         options.json ? description.dump(2) + "\n" : encoding.FromUtf8(DescriptionTables(description));
     DescriptorSink(STDOUT_FILENO, "standard output").Write(text);
-    RequireDerivedFields(document, options.document);
+    if (document.isPmml)
+        RequireDerivedFields(document, options.document);
     return kExitDone;
 }
 

@@ -69,7 +69,9 @@ CLI::App& AddTransform(CLI::App& app, TransformOptions& options, std::string& de
 
 CLI::App& AddInspect(CLI::App& app, InspectOptions& options) {
     CLI::App& command = *app.add_subcommand("inspect", "Show a document's fields and derived fields");
-    command.add_option("DOCUMENT", options.document, "PMML document with a TransformationDictionary")
+    command
+        .add_option("DOCUMENT", options.document,
+                    "PMML document with a TransformationDictionary, or one with the root kord-ml")
         ->required()
         ->type_name("");
     AddEncoding(command, options.encoding, "encoding that the texts are read into and the tables are written in");
