@@ -19,6 +19,7 @@ set(VELTRANE_PUBLIC_HEADERS
     MCVeltrane_900/FalsePredicate.h
     MCVeltrane_900/FunctionTree.h
     MCVeltrane_900/FunctionTreeImp.h
+    MCVeltrane_900/IndexedIn.h
     MCVeltrane_900/InlineTable.h
     MCVeltrane_900/KORDModelTags.def
     MCVeltrane_900/KORDModelTags.h

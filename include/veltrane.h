@@ -21,6 +21,7 @@
 #include <MCVeltrane_900/FalsePredicate.h>
 #include <MCVeltrane_900/FunctionTree.h>
 #include <MCVeltrane_900/FunctionTreeImp.h>
+#include <MCVeltrane_900/IndexedIn.h>
 #include <MCVeltrane_900/InlineTable.h>
 #include <MCVeltrane_900/KORDModelTags.h>
 #include <MCVeltrane_900/KORDTranslator.h>

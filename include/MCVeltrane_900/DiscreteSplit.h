@@ -6,7 +6,12 @@
 #include <MCVeltrane_900/SplitRecords.h>
 
 #include <map>
+#include <memory>
 #include <vector>
+
+namespace veltrane::data {
+class ValueIndex;
+}
 
 namespace MCVeltrane_900 {
 
@@ -51,10 +56,15 @@ public:
     void SetStartAndEndIndex(int start, int end);
 
 private:
+    template <typename Matches>
+    int FindChild(const ScoreValue& value, bool useIndex, Matches matches) const;
+    void MakeIndex();
+
     SplitRecords<ScoreValue> fValues;
     int fStartIndex = -1;
     int fEndIndex = -1;
     std::map<double, int> fNumericMap;
+    std::unique_ptr<veltrane::data::ValueIndex> fIndex;
 };
 
 } // namespace MCVeltrane_900

@@ -4,11 +4,18 @@
 #include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreMissingValueSet.h>
 
+#include <memory>
+
+namespace veltrane::data {
+struct RangeIndex;
+}
+
 namespace MCVeltrane_900 {
 
 class ScoreValue;
 
-/// The library's set of user-missing ranges; it owns them.
+/// The library's set of user-missing ranges; it owns them. A set of many ranges finds them through an index, so a bound
+/// must not be changed behind the back of its range once the range is in a set.
 class VELTRANE_API MissingValueSet : public ScoreMissingValueSet {
 public:
     MissingValueSet();
@@ -28,7 +35,14 @@ public:
     bool IsInAnyRange(const ScoreValue* value) const;
 
 private:
+    friend class Range;
+
+    void MakeIndex();
+    void AddToIndex(int position);
+    void DropIndex();
+
     OwnedVector<ScoreValueRange> fRanges;
+    std::unique_ptr<veltrane::data::RangeIndex> fIndex;
 };
 
 } // namespace MCVeltrane_900

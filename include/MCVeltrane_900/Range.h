@@ -1,12 +1,15 @@
 #ifndef MCVELTRANE_900_RANGE_H
 #define MCVELTRANE_900_RANGE_H
 
+#include <MCVeltrane_900/IndexedIn.h>
 #include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreValueRange.h>
 
 #include <concepts>
 
 namespace MCVeltrane_900 {
+
+class MissingValueSet;
 
 /// The library's interval. Beside its bounds it keeps their numeric form, on which numbers are tested; only the bounds
 /// of type NUMERIC_VALUE have one, the others leave it at the infinity of their side.
@@ -48,7 +51,10 @@ public:
     void Display(std::ostream& out) const override;
 
 private:
+    friend class MissingValueSet;
+
     void FindSingleValue();
+    void NoteNewBounds();
     bool IsInside(double value) const;
 
     Owned<ScoreValue> fMin;
@@ -58,6 +64,7 @@ private:
     bool fSingleValue;
     double fMinNumber;
     double fMaxNumber;
+    IndexedIn<MissingValueSet> fIndexedIn;
 };
 
 } // namespace MCVeltrane_900

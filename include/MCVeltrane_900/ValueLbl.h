@@ -1,6 +1,7 @@
 #ifndef MCVELTRANE_900_VALUELBL_H
 #define MCVELTRANE_900_VALUELBL_H
 
+#include <MCVeltrane_900/IndexedIn.h>
 #include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreValueLabel.h>
 
@@ -45,19 +46,11 @@ public:
 private:
     friend class ValueLabelSet;
 
-    /// The set whose index holds the value; a copy is in none, and assignment leaves the target where it is.
-    struct IndexedIn {
-        IndexedIn() = default;
-        IndexedIn(const IndexedIn&) {}
-        IndexedIn& operator=(const IndexedIn&) { return *this; }
-        ValueLabelSet* fSet = nullptr;
-    };
-
     void NoteNewValue();
 
     Owned<ScoreValue> fValue;
     std::string fLabel;
-    IndexedIn fIndexedIn;
+    IndexedIn<ValueLabelSet> fIndexedIn;
 };
 
 } // namespace MCVeltrane_900

@@ -1,13 +1,36 @@
+#include "data/range_index.h"
+
 #include <MCVeltrane_900/MissingValueSet.h>
+#include <MCVeltrane_900/Range.h>
 #include <MCVeltrane_900/ScoreValueRange.h>
 
 #include <algorithm>
+#include <typeinfo>
 
 namespace MCVeltrane_900 {
 
+namespace {
+
+/// A shorter list is searched from end to end.
+constexpr int kIndexedFrom = 16;
+
+} // namespace
+
 MissingValueSet::MissingValueSet() = default;
-MissingValueSet::MissingValueSet(const MissingValueSet& other) = default;
-MissingValueSet& MissingValueSet::operator=(const MissingValueSet& other) = default;
+
+MissingValueSet::MissingValueSet(const MissingValueSet& other) : ScoreMissingValueSet(other), fRanges(other.fRanges) {
+    MakeIndex();
+}
+
+MissingValueSet& MissingValueSet::operator=(const MissingValueSet& other) {
+    if (this != &other) {
+        fIndex.reset();
+        fRanges = other.fRanges;
+        MakeIndex();
+    }
+    return *this;
+}
+
 MissingValueSet::~MissingValueSet() = default;
 
 ScoreMissingValueSet* MissingValueSet::Clone() const {
@@ -19,6 +42,11 @@ bool MissingValueSet::Add(ScoreValueRange* range) {
         return false;
     }
     fRanges.Items().push_back(range);
+    if (fIndex) {
+        AddToIndex(Size() - 1);
+    } else {
+        MakeIndex();
+    }
     return true;
 }
 
@@ -33,6 +61,9 @@ bool MissingValueSet::Remove(const ScoreValueRange* range) {
     const bool found = doomed != ranges.end();
     std::for_each(doomed, ranges.end(), [](const ScoreValueRange* element) { delete element; });
     ranges.erase(doomed, ranges.end());
+    if (found) {
+        MakeIndex();
+    }
     return found;
 }
 
@@ -41,9 +72,18 @@ int MissingValueSet::Size() const {
 }
 
 bool MissingValueSet::Contains(const ScoreValueRange* range) const {
+    if (!range) {
+        return false;
+    }
     const auto& ranges = fRanges.Items();
-    return range && std::any_of(ranges.begin(), ranges.end(),
-                                [range](const ScoreValueRange* element) { return *element == *range; });
+    const ScoreValue* min = fIndex ? range->GetMin() : nullptr;
+    if (!min) {
+        return std::any_of(ranges.begin(), ranges.end(),
+                           [range](const ScoreValueRange* element) { return *element == *range; });
+    }
+    bool found = false;
+    fIndex->byMin.Search(*min, [&](int position) { found = found || *ranges[position] == *range; });
+    return found;
 }
 
 std::vector<const ScoreValueRange*> MissingValueSet::GetMissingValues() const {
@@ -60,8 +100,44 @@ void MissingValueSet::Display(std::ostream& out) const {
 
 bool MissingValueSet::IsInAnyRange(const ScoreValue* value) const {
     const auto& ranges = fRanges.Items();
-    return std::any_of(ranges.begin(), ranges.end(),
-                       [value](const ScoreValueRange* range) { return range->IsInRange(value); });
+    if (!fIndex || !value || !veltrane::data::AgreesWithIndex(*value)) {
+        return std::any_of(ranges.begin(), ranges.end(),
+                           [value](const ScoreValueRange* range) { return range->IsInRange(value); });
+    }
+    bool found = false;
+    fIndex->bySingleValue.Search(*value, [&](int position) { found = found || ranges[position]->IsInRange(value); });
+    return found;
+}
+
+void MissingValueSet::MakeIndex() {
+    fIndex.reset();
+    if (Size() >= kIndexedFrom) {
+        fIndex = std::make_unique<veltrane::data::RangeIndex>();
+        for (int position = 0; position < Size(); ++position) {
+            AddToIndex(position);
+        }
+    }
+}
+
+void MissingValueSet::AddToIndex(int position) {
+    ScoreValueRange& element = *fRanges.Items()[position];
+    if (typeid(element) != typeid(Range)) {
+        fIndex->byMin.AddOther(position);
+        fIndex->bySingleValue.AddOther(position);
+        return;
+    }
+    auto& range = static_cast<Range&>(element);
+    range.fIndexedIn.fSet = this;
+    fIndex->byMin.Add(position, range.GetMin());
+    if (range.fSingleValue) {
+        fIndex->bySingleValue.Add(position, range.GetMin());
+    } else {
+        fIndex->bySingleValue.AddOther(position);
+    }
+}
+
+void MissingValueSet::DropIndex() {
+    fIndex.reset();
 }
 
 } // namespace MCVeltrane_900

@@ -1,11 +1,11 @@
 #include "data/number_format.h"
+#include "data/number_tests.h"
 #include "data/number_text.h"
 #include "platform/checked_cast.h"
 #include "platform/platform.h"
 
 #include <MCVeltrane_900/NumericValue.h>
 
-#include <algorithm>
 #include <cmath>
 
 namespace MCVeltrane_900 {
@@ -109,18 +109,13 @@ double NumericValue::GetInfinity() {
     return gInfinity;
 }
 
-// An absolute tolerance by contract, although at this magnitude only the number itself lies within it.
 bool NumericValue::IsSystemMissingValue(double value) {
-    return fEpsilon > std::fabs(value - gSysmisValue);
+    static_assert(gSysmisValue == veltrane::data::kMissingNumber && fEpsilon == veltrane::data::kEqualityTolerance);
+    return veltrane::data::IsMissingNumber(value);
 }
 
 bool NumericValue::IsEqual(double a, double b) {
-    if (a == 0 && b == 0)
-        return true;
-    if (a == gSysmisValue || b == gSysmisValue)
-        return a == b;
-    const double tolerance = std::max(std::fabs(a), std::fabs(b)) * fEpsilon;
-    return tolerance > std::fabs(a - b);
+    return veltrane::data::AreEqualNumbers(a, b);
 }
 
 void NumericValue::FromString(const std::string& text) {

@@ -1,5 +1,7 @@
+#include "data/number_tests.h"
 #include "data/value_cast.h"
 
+#include <MCVeltrane_900/MissingValueSet.h>
 #include <MCVeltrane_900/Range.h>
 
 namespace MCVeltrane_900 {
@@ -70,7 +72,21 @@ Range::Range(ScoreValue* min, ScoreValue* max, bool lowEnd, bool highEnd)
 }
 
 Range::Range(const Range& other) = default;
-Range& Range::operator=(const Range& other) = default;
+
+Range& Range::operator=(const Range& other) {
+    if (this != &other) {
+        fMin = other.fMin;
+        fMax = other.fMax;
+        fHighEnd = other.fHighEnd;
+        fLowEnd = other.fLowEnd;
+        fSingleValue = other.fSingleValue;
+        fMinNumber = other.fMinNumber;
+        fMaxNumber = other.fMaxNumber;
+        NoteNewBounds();
+    }
+    return *this;
+}
+
 Range::~Range() = default;
 
 bool Range::operator==(const ScoreValueRange& other) const {
@@ -109,9 +125,9 @@ void Range::SetMax(ScoreValue* value) {
 
 bool Range::IsInRange(double value) const {
     if (fSingleValue) {
-        return NumericValue::IsEqual(value, fMinNumber);
+        return veltrane::data::AreEqualNumbers(value, fMinNumber);
     }
-    return !NumericValue::IsSystemMissingValue(value) && IsInside(value);
+    return !veltrane::data::IsMissingNumber(value) && IsInside(value);
 }
 
 bool Range::IsInRange(const ScoreValue* value) const {
@@ -153,18 +169,21 @@ void Range::Display(std::ostream& out) const {
 
 void Range::FindSingleValue() {
     fSingleValue = *fMin == *fMax;
+    NoteNewBounds();
+}
+
+void Range::NoteNewBounds() {
+    if (fIndexedIn.fSet) {
+        fIndexedIn.fSet->DropIndex();
+    }
 }
 
 // Included ends have the tolerance of numeric equality, the inside is compared plainly: a number a tolerance away from
 // an excluded end is out on the far side and in on the near one.
 bool Range::IsInside(double value) const {
-    if (fLowEnd && NumericValue::IsEqual(value, fMinNumber)) {
-        return true;
-    }
-    if (fHighEnd && NumericValue::IsEqual(value, fMaxNumber)) {
-        return true;
-    }
-    return value > fMinNumber && fMaxNumber > value;
+    using veltrane::data::AreEqualNumbers;
+    return (value > fMinNumber && fMaxNumber > value) || (fLowEnd && AreEqualNumbers(value, fMinNumber)) ||
+           (fHighEnd && AreEqualNumbers(value, fMaxNumber));
 }
 
 } // namespace MCVeltrane_900

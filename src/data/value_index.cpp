@@ -1,5 +1,6 @@
 #include "data/value_index.h"
 
+#include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/StringValue.h>
 
@@ -9,6 +10,11 @@ namespace veltrane::data {
 
 using MCVeltrane_900::NumericValue;
 using MCVeltrane_900::StringValue;
+
+bool AgreesWithIndex(const MCVeltrane_900::ScoreValue& value) {
+    const std::type_info& type = typeid(value);
+    return type == typeid(NumericValue) || type == typeid(StringValue) || type == typeid(MCVeltrane_900::DateTimeValue);
+}
 
 void ValueIndex::Add(int position, const MCVeltrane_900::ScoreValue* value) {
     if (!value) {

@@ -14,6 +14,10 @@
 
 namespace veltrane::data {
 
+/// Whether the operator of a value is known to agree with the index. A value of any other class has to be compared with
+/// all values, where it is the receiver.
+bool AgreesWithIndex(const MCVeltrane_900::ScoreValue& value);
+
 /// Narrows the search for a value in a long list down to the places that can match.
 ///
 /// The operators of values are no ordering, so nothing is decided here: a search visits a superset of the places whose

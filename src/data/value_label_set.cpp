@@ -1,7 +1,6 @@
 #include "data/value_index.h"
 #include "data/valued_elements.h"
 
-#include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/ValueLabelSet.h>
 #include <MCVeltrane_900/ValueLbl.h>
 
@@ -13,12 +12,6 @@ namespace {
 
 /// A shorter list is searched from end to end.
 constexpr int kIndexedFrom = 32;
-
-/// Whether the operator of a value is known to agree with the index.
-bool IsPlain(const ScoreValue& value) {
-    const std::type_info& type = typeid(value);
-    return type == typeid(NumericValue) || type == typeid(StringValue) || type == typeid(DateTimeValue);
-}
 
 } // namespace
 
@@ -82,7 +75,8 @@ bool ValueLabelSet::Contains(const ScoreValue* value) const {
 }
 
 bool ValueLabelSet::HasValueEqualTo(const ScoreValue& value) const {
-    return FindFirst(value, IsPlain(value), [&value](const ScoreValue& stored) { return value == stored; }) != nullptr;
+    return FindFirst(value, veltrane::data::AgreesWithIndex(value),
+                     [&value](const ScoreValue& stored) { return value == stored; }) != nullptr;
 }
 
 bool ValueLabelSet::HasTextEqualTo(const ScoreValue& value, bool noSpaceTrim, bool emptyStringOK) const {

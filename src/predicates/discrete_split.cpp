@@ -1,3 +1,5 @@
+#include "data/value_index.h"
+
 #include <MCVeltrane_900/DiscreteSplit.h>
 #include <MCVeltrane_900/ScoreDictVar.h>
 
@@ -5,11 +7,20 @@
 
 namespace MCVeltrane_900 {
 
+namespace {
+
+/// Fewer values are searched from end to end.
+constexpr int kIndexedFrom = 8;
+
+} // namespace
+
 DiscreteSplit::DiscreteSplit(const ScoreDictVar* var) : ScoreSplitVar(var) {}
 
 // The codes belong to the split that they were put into and don't travel with a copy.
 DiscreteSplit::DiscreteSplit(const DiscreteSplit& other)
-    : ScoreSplitVar(other), fValues(other.fValues), fStartIndex(other.fStartIndex), fEndIndex(other.fEndIndex) {}
+    : ScoreSplitVar(other), fValues(other.fValues), fStartIndex(other.fStartIndex), fEndIndex(other.fEndIndex) {
+    MakeIndex();
+}
 
 DiscreteSplit& DiscreteSplit::operator=(const DiscreteSplit& other) {
     if (this != &other) {
@@ -17,6 +28,7 @@ DiscreteSplit& DiscreteSplit::operator=(const DiscreteSplit& other) {
         fValues = other.fValues;
         fStartIndex = other.fStartIndex;
         fEndIndex = other.fEndIndex;
+        MakeIndex();
     }
     return *this;
 }
@@ -46,15 +58,48 @@ int DiscreteSplit::GetSplitChildIndex(const ScoreValue* value) const {
         return fMissvalMap;
     }
     if (fSplitVar->GetVarType() != ScoreDictVar::STRING_VAR) {
-        return fValues.FindChild([value](const ScoreValue& stored) { return stored == *value; });
+        return FindChild(*value, true, [value](const ScoreValue& stored) { return stored == *value; });
     }
     const bool noSpaceTrim = fSplitVar->GetNoSpaceTrim();
     const bool emptyStringOK = fSplitVar->GetEmptyStringOK();
-    return fValues.FindChild([=](const ScoreValue& stored) { return stored.Equal(value, noSpaceTrim, emptyStringOK); });
+    // A number is equal to every text, so with one among the values the index can't say which comes first.
+    const bool useIndex = fIndex && !fIndex->HoldsNumbers();
+    return FindChild(*value, useIndex,
+                     [=](const ScoreValue& stored) { return stored.Equal(value, noSpaceTrim, emptyStringOK); });
+}
+
+template <typename Matches>
+int DiscreteSplit::FindChild(const ScoreValue& value, bool useIndex, Matches matches) const {
+    if (!useIndex || !fIndex) {
+        return fValues.FindChild(matches);
+    }
+    const auto& records = fValues.All();
+    int first = fValues.Size();
+    fIndex->Search(value, [&](int position) {
+        if (position < first && matches(*records[position].object)) {
+            first = position;
+        }
+    });
+    return first < fValues.Size() ? records[first].index : -1;
+}
+
+void DiscreteSplit::MakeIndex() {
+    fIndex.reset();
+    if (fValues.Size() >= kIndexedFrom) {
+        fIndex = std::make_unique<veltrane::data::ValueIndex>();
+        for (int position = 0; position < fValues.Size(); ++position) {
+            fIndex->Add(position, fValues.All()[position].object);
+        }
+    }
 }
 
 void DiscreteSplit::PutSplit(ScoreValue* value, int index) {
     fValues.Append(value, index);
+    if (fIndex) {
+        fIndex->Add(fValues.Size() - 1, value);
+    } else {
+        MakeIndex();
+    }
 }
 
 void DiscreteSplit::PutSplit(double code, int index) {

@@ -1,4 +1,5 @@
-#include <MCVeltrane_900/NumericValue.h>
+#include "data/number_tests.h"
+
 #include <MCVeltrane_900/ScaleSplit.h>
 #include <MCVeltrane_900/ScoreDictVar.h>
 
@@ -17,7 +18,7 @@ ScoreSplitVar::SplitVarType ScaleSplit::GetSplitVarType() const {
 }
 
 int ScaleSplit::GetSplitChildIndex(double value) const {
-    if (NumericValue::IsSystemMissingValue(value)) {
+    if (veltrane::data::IsMissingNumber(value)) {
         return fMissvalMap;
     }
     return fRanges.FindChild([value](const ScoreValueRange& range) { return range.IsInRange(value); });

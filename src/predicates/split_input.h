@@ -1,16 +1,17 @@
 #ifndef VELTRANE_PREDICATES_SPLIT_INPUT_H
 #define VELTRANE_PREDICATES_SPLIT_INPUT_H
 
-#include <MCVeltrane_900/NumericValue.h>
+#include "data/number_tests.h"
+
 #include <MCVeltrane_900/ScoreCaseRecord.h>
 #include <MCVeltrane_900/ScoreEncoder.h>
 #include <MCVeltrane_900/ScorePredicate.h>
+#include <MCVeltrane_900/ScoreValue.h>
 
 /// What the predicates that decide through a split share: how the value of the split's variable is found in a case, and
 /// when it counts as missing.
 namespace veltrane::predicates {
 
-using MCVeltrane_900::NumericValue;
 using MCVeltrane_900::ScoreCaseRecord;
 using MCVeltrane_900::ScoreDictVar;
 using MCVeltrane_900::ScorePredicate;
@@ -36,7 +37,7 @@ inline const ScoreValue* ReadVariable(const ScoreDictVar& var, const ScoreCaseRe
 /// The code of a value; the missing number for null and for a variable without encoder.
 inline double CodeOf(const ScoreDictVar& var, const ScoreValue* value) {
     const MCVeltrane_900::ScoreEncoder* encoder = value ? var.GetEncoder() : nullptr;
-    return encoder ? encoder->EncodeConst(value) : NumericValue::GetSysmisValue();
+    return encoder ? encoder->EncodeConst(value) : data::kMissingNumber;
 }
 
 /// Whether the value of a case counts as missing. A category that isn't known is missing too.
@@ -64,11 +65,11 @@ inline EncodedInput ReadEncoded(const ScoreDictVar& var, const std::vector<doubl
     const ScoreDictVar::MeasureLevel level = var.GetMLevel();
     const bool isEncoded = level == ScoreDictVar::LEVEL_NOMINAL || level == ScoreDictVar::LEVEL_ORDINAL;
     const int index = var.GetEncodedValueIndex();
-    double number = isEncoded ? kUnknownCategory : NumericValue::GetSysmisValue();
+    double number = isEncoded ? kUnknownCategory : data::kMissingNumber;
     if (index >= 0 && static_cast<std::size_t>(index) < encodedValues.size()) {
         number = encodedValues[index];
     }
-    return {number, isEncoded ? number == kMissingCategory : NumericValue::IsSystemMissingValue(number)};
+    return {number, isEncoded ? number == kMissingCategory : data::IsMissingNumber(number)};
 }
 
 /// Any child means true.
