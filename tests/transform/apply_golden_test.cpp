@@ -68,6 +68,15 @@ TEST(BuiltInGoldenPage, ListsEveryRegionWithItsTolerance) {
     BuiltInTables().ExpectOnPage();
 }
 
+TEST(BuiltInGoldenRegions, WiderTolerancesHaveTheirReasons) {
+    constexpr double kWidest = 2e-15;
+    for (const GoldenRegion& region : BuiltInTables().Regions()) {
+        const bool isWider =
+            region.tolerance > kWidest || (region.measure != GoldenRegion::RELATIVE && region.tolerance > 0);
+        EXPECT_TRUE(!isWider || !region.reason.empty()) << region.function << ", " << region.region;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Functions, BuiltInGoldenTable, testing::ValuesIn(NumericBuiltIns()), NameOf);
 INSTANTIATE_TEST_SUITE_P(Functions, PublicBuiltIn, testing::ValuesIn(PublicBuiltIns()), NameOf);
 
