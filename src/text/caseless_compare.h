@@ -12,18 +12,15 @@ constexpr int kUndecodable = 3;
 /// @tparam Text has `bool More()`, whether there is another unit; `std::int32_t Next(int& status)`, which takes it:
 /// folded,
 ///         or with kUndecodable as status the byte itself; and the static `SkipEqual(Text&, Text&)`, which may pass
-///         over equal units in a quicker way
+///         over equal characters in a quicker way
 /// @return -1, 0 or 1
 template <class Text>
 int CompareUnits(Text& a, Text& b, int& status) {
-    constexpr int kRun = 16; // units after which the quicker way is worth another try
     for (Text::SkipEqual(a, b); a.More() && b.More(); Text::SkipEqual(a, b)) {
-        for (int i = 0; i < kRun && a.More() && b.More(); ++i) {
-            const std::int32_t unitOfA = a.Next(status);
-            const std::int32_t unitOfB = b.Next(status);
-            if (unitOfA != unitOfB) {
-                return unitOfA < unitOfB ? -1 : 1;
-            }
+        const std::int32_t unitOfA = a.Next(status);
+        const std::int32_t unitOfB = b.Next(status);
+        if (unitOfA != unitOfB) {
+            return unitOfA < unitOfB ? -1 : 1;
         }
     }
     return a.More() ? 1 : b.More() ? -1 : 0;

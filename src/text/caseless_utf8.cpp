@@ -6,6 +6,7 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace MCXML_900 {
 
@@ -18,20 +19,59 @@ constexpr unsigned char LowerAscii(unsigned char byte) {
     return byte >= 'A' && byte <= 'Z' ? static_cast<unsigned char>(byte + ('a' - 'A')) : byte;
 }
 
-constexpr std::size_t kBlock = 16;
+/// Eight bytes at once.
+using Word = std::uint64_t;
+constexpr std::size_t kWord = sizeof(Word);
 
-/// Whether two blocks are ASCII and equal without regard to case. The loop has no branch, so that the compiler takes
-/// the whole block at once.
-bool EqualAsciiBlocks(const char* a, const char* b) {
-    unsigned char high = 0;
-    unsigned char difference = 0;
-    for (std::size_t i = 0; i < kBlock; ++i) {
-        const unsigned char x = Byte(a[i]);
-        const unsigned char y = Byte(b[i]);
-        high |= static_cast<unsigned char>(x | y);
-        difference |= static_cast<unsigned char>(LowerAscii(x) ^ LowerAscii(y));
+constexpr Word Repeat(unsigned char byte) {
+    return byte * Word{0x0101010101010101};
+}
+
+Word ReadWord(const char* bytes) {
+    Word word;
+    std::memcpy(&word, bytes, kWord);
+    return word;
+}
+
+/// LowerAscii of eight bytes, all below 0x80: none carries into the next.
+constexpr Word LowerAscii(Word word) {
+    const Word fromA = word + Repeat(0x80 - 'A');
+    const Word behindZ = word + Repeat(0x80 - ('Z' + 1));
+    return word + ((fromA & ~behindZ & Repeat(0x80)) >> 2); // 0x20 where a letter is large
+}
+
+/// Whether two words are ASCII and equal without regard to case.
+bool AreEqualAscii(Word a, Word b) {
+    return ((a | b) & Repeat(0x80)) == 0 && LowerAscii(a) == LowerAscii(b);
+}
+
+/// The bytes of the characters that two texts begin with, and that are equal byte for byte
+/// or but for the case of ASCII letters.
+std::size_t EqualPrefix(std::string_view a, std::string_view b) {
+    const std::size_t common = std::min(a.size(), b.size());
+    std::size_t at = 0;
+    while (at < common) {
+        if (common - at >= kWord && AreEqualAscii(ReadWord(a.data() + at), ReadWord(b.data() + at))) {
+            at += kWord;
+            continue;
+        }
+        const unsigned char byte = Byte(a[at]);
+        if (byte < 0x80) {
+            if (LowerAscii(byte) != LowerAscii(Byte(b[at]))) {
+                break;
+            }
+            ++at;
+            continue;
+        }
+        const int trails = text::TrailingBytes(byte);
+        const auto length = static_cast<std::size_t>(trails) + 1;
+        if (common - at < length || std::memcmp(a.data() + at, b.data() + at, length) != 0 ||
+            !text::HasShape(a.substr(at), trails)) {
+            break;
+        }
+        at += length;
     }
-    return high < 0x80 && difference == 0;
+    return at;
 }
 
 class FoldedUtf8 {
@@ -54,13 +94,9 @@ public:
         return u_tolower(unit.value);
     }
     static void SkipEqual(FoldedUtf8& a, FoldedUtf8& b) {
-        const std::size_t common = std::min(a.fRest.size(), b.fRest.size());
-        std::size_t at = 0;
-        while (common - at >= kBlock && EqualAsciiBlocks(a.fRest.data() + at, b.fRest.data() + at)) {
-            at += kBlock;
-        }
-        a.fRest.remove_prefix(at);
-        b.fRest.remove_prefix(at);
+        const std::size_t equal = EqualPrefix(a.fRest, b.fRest);
+        a.fRest.remove_prefix(equal);
+        b.fRest.remove_prefix(equal);
     }
 
 private:

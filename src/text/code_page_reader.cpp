@@ -1,7 +1,6 @@
 #include "text/code_page_reader.h"
 
 #include "text/byte_span.h"
-#include "text/converter_callbacks.h"
 
 #include <unicode/uchar.h>
 
@@ -66,20 +65,15 @@ UConverter* CodePageReader::Converter() {
 }
 
 std::optional<TextUnit> CodePageReader::ReadNext(std::string_view text) {
-    UConverter* converter = Converter();
-    UErrorCode error = U_ZERO_ERROR;
-    const char* at = text.data();
-    UChar32 value = 0;
-    bool substituted = false;
-    if (converter != nullptr) {
-        const SubstitutionWatch watch;
-        value = ucnv_getNextUChar(converter, &at, text.data() + text.size(), &error);
-        substituted = watch.Seen();
-    }
-    if (converter != nullptr && error == U_ZERO_ERROR && !substituted) {
-        return TextUnit{value, static_cast<int>(at - text.data()), true};
-    }
-    if (converter != nullptr) {
+    if (UConverter* converter = Converter(); converter != nullptr) {
+        UErrorCode error = U_ZERO_ERROR;
+        const char* at = text.data();
+        const UChar32 value = ucnv_getNextUChar(converter, &at, text.data() + text.size(), &error);
+        // What a converter substitutes is a '?': for any other character the watch needn't be asked.
+        if (error == U_ZERO_ERROR && (value != u'?' || !fWatch.Seen())) {
+            return TextUnit{value, static_cast<int>(at - text.data()), true};
+        }
+        fWatch = SubstitutionWatch();
         ucnv_resetToUnicode(converter);
     }
     if (text.empty()) {

@@ -1,6 +1,7 @@
 #ifndef VELTRANE_TEXT_CODE_PAGE_READER_H
 #define VELTRANE_TEXT_CODE_PAGE_READER_H
 
+#include "text/converter_callbacks.h"
 #include "text/converter_clone.h"
 #include "text/text_unit.h"
 
@@ -37,6 +38,7 @@ private:
     UConverter* Converter();
 
     std::optional<ConverterClone> fClone;
+    SubstitutionWatch fWatch; ///< new after each substitution
 };
 
 } // namespace veltrane::text
