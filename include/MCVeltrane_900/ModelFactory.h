@@ -23,7 +23,11 @@ class TransformationDictionary;
 /// - `names` are the element names of models for which there are plug-ins. Their order is the order of the search, so
 ///   it decides between several models in one document;
 /// - `encoding` names the code page that the translator brings the document's text into; empty for the default;
-/// - `auxPath` reaches the NearestNeighborModel plug-in only.
+/// - `auxPath` reaches the NearestNeighborModel plug-in only;
+/// - paths of files are in UTF-8, whatever the locale; messages name them in the form in which they were opened, that
+/// of
+///   the code page. Bringing them there takes a process in the C locale to another one (see SystemEncoding.h), so the
+///   first such call belongs in front of a host's threads.
 ///
 /// A document comes from outside and is not trusted: nothing is read from the network, nesting and the expansion of
 /// entities are bounded, and a document that passes a bound is refused like one that is not well-formed.
@@ -32,8 +36,9 @@ public:
     /// Starts the XML platform for the life of the process and reads the list of model names. Optional; it is to be
     /// called before other threads use the factory. With it models can be built in parallel; without it each call
     /// starts and stops the XML platform, and calls wait for each other.
-    /// @param modelListFile path of a model-list file; empty reads none
-    /// @throws VTException 260103 when the file can't be opened; xercesc::XMLException when the XML platform fails
+    /// @param modelListFile path of a model-list file; empty reads none, and leaves the names as they are
+    /// @throws VTException 260103 when the file can't be opened, with the XML platform started and fInitialized false;
+    ///         xercesc::XMLException when the XML platform fails
     static void Initialize(std::string modelListFile);
 
     /// Ends the XML platform that Initialize started. Nothing else is reset.
@@ -50,6 +55,24 @@ public:
     static ScoreModel* MakeModelFromXML(std::istream& in, const std::vector<std::string>& names,
                                         const std::string& encoding, const std::string& auxPath);
     static ScoreModel* MakeModelFromXML(std::istream& in, const std::vector<std::string>& names,
+                                        const std::string& encoding);
+
+    /// Builds a model from the document on a stream, with the names of a model-list file; encoding and auxPath are
+    /// empty.
+    /// @param in            read from its beginning, wherever it stands
+    /// @param modelListFile path, not changed; empty stands for "modeldll.txt" in the working directory
+    /// @throws VTException 260103 when the list can't be opened
+    static ScoreModel* MakeModelFromXML(std::istream& in, std::string& modelListFile);
+
+    /// Builds a model from a file, with the names of a model-list file. They become those of the process when it has
+    /// none yet.
+    /// @param modelFile     path of the document
+    /// @param modelListFile path; empty stands for "modeldll.txt" in the working directory
+    /// @param auxPath       a path that is converted like the others
+    /// @throws VTException 260103 when the list can't be opened, then 260104 when the document can't
+    static ScoreModel* MakeModelFromXML(const std::string& modelFile, const std::string& modelListFile,
+                                        const std::string& encoding, const std::string& auxPath);
+    static ScoreModel* MakeModelFromXML(const std::string& modelFile, const std::string& modelListFile,
                                         const std::string& encoding);
 
     /// Builds a model from an element that the caller holds.

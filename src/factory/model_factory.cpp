@@ -1,7 +1,6 @@
 #include "diagnostics/raise.h"
 #include "diagnostics/trace.h"
 #include "factory/kept_on_failure.h"
-#include "factory/model_names.h"
 #include "factory/model_scan.h"
 #include "factory/plugin_route.h"
 #include "factory/xml_platform_guard.h"
@@ -14,7 +13,6 @@
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/dom/DOMNodeList.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
 
 #include <istream>
 #include <string_view>
@@ -140,20 +138,6 @@ bool ScanForNearestNeighbor(std::istream& in, const std::vector<std::string>& na
 }
 
 } // namespace
-
-void ModelFactory::Initialize(std::string modelListFile) {
-    StartXmlPlatform();
-    if (!modelListFile.empty()) {
-        std::vector<std::string> names;
-        ReadModelNames(modelListFile, names);
-        fModelNames = names;
-    }
-    fInitialized = true;
-}
-
-void ModelFactory::Terminate() {
-    xercesc::XMLPlatformUtils::Terminate();
-}
 
 ScoreModel* ModelFactory::MakeModelFromXML(std::istream& in, const std::vector<std::string>& names,
                                            const std::string& encoding, const std::string& auxPath) {

@@ -50,6 +50,26 @@ TEST_F(FactoryTrace, FollowsADocument) {
                                           "Enter:" + kSymbol, "Exit:" + kSymbol, "Make Model End."}));
 }
 
+TEST_F(FactoryTrace, FollowsAFile) {
+    fFolder.Write("list.txt", "RegressionModel");
+    fFolder.Write("model.xml", Pmml("<RegressionModel/>"));
+    SetLevel(1);
+    const ModelPointer model(ModelFactory::MakeModelFromXML("model.xml", "list.txt", ""));
+    EXPECT_EQ(TraceLines(fFolder),
+              (Lines{"Enter:" + kMake, "Enter:" + kMake, "Enter:" + kRoute, "Enter:" + kSymbol, "Exit:" + kSymbol,
+                     "Enter:" + kSymbol, "Exit:" + kSymbol, "Make Model End."}));
+}
+
+TEST_F(FactoryTrace, FollowsAStreamWithAListAsAnyOther) {
+    fFolder.Write("list.txt", "RegressionModel");
+    SetLevel(1);
+    std::istringstream in(Pmml("<RegressionModel/>"));
+    std::string list = "list.txt";
+    const ModelPointer model(ModelFactory::MakeModelFromXML(in, list));
+    EXPECT_EQ(TraceLines(fFolder), (Lines{"Enter:" + kMake, "Enter:" + kRoute, "Enter:" + kSymbol, "Exit:" + kSymbol,
+                                          "Enter:" + kSymbol, "Exit:" + kSymbol, "Make Model End."}));
+}
+
 TEST_F(FactoryTrace, FollowsADocumentInTheDictionaryOverload) {
     SetLevel(1);
     BuildWithDictionary(Pmml("<RegressionModel/>"), nullptr, {"RegressionModel"});
