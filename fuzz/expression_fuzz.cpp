@@ -3,6 +3,7 @@
 #include <veltrane.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -20,6 +21,7 @@ namespace {
 
 constexpr int kDeepest = 12;
 constexpr int kFieldCount = 4;
+constexpr int kCaseCount = 3;
 
 struct Bytes {
     const std::uint8_t* next;
@@ -27,10 +29,10 @@ struct Bytes {
     std::uint8_t Take() { return next < end ? *next++ : 0; }
 };
 
-/// What one node says in the document, and its value by direct calls.
+/// What one node says in the document, and its value in each case by direct calls.
 struct Node {
     std::string xml;
-    double value;
+    std::array<double, kCaseCount> values;
 };
 
 using Arguments = std::vector<double>;
@@ -55,6 +57,27 @@ double Two(const Arguments& a) {
 double Power(const Arguments& a) {
     const double missing = NumericValue::GetSysmisValue();
     return a[0] == missing || a[1] == missing ? missing : std::pow(a[0], a[1]);
+}
+
+double Choose(const Arguments& a) {
+    return NumericValue::IsEqual(a[0], 1.0) ? a[1] : a[2];
+}
+
+double Equal(const Arguments& a) {
+    return NumericValue::IsEqual(a[0], a[1]) ? 1.0 : 0.0;
+}
+
+double NotEqual(const Arguments& a) {
+    return 1.0 - Equal(a);
+}
+
+double IsIn(const Arguments& a) {
+    const bool isFound = std::any_of(a.begin() + 1, a.end(), [&a](double x) { return NumericValue::IsEqual(a[0], x); });
+    return isFound ? 1.0 : 0.0;
+}
+
+double IsNotIn(const Arguments& a) {
+    return 1.0 - IsIn(a);
 }
 
 // Logic functions take any child; the rest only children that give numbers, which all of these but greaterOrEqual do.
@@ -94,23 +117,39 @@ const Function kFunctions[] = {
     {"or", 1, 4, Functions::OrOperator},
     {"not", 1, 1, Functions::NotOperator},
     {"threshold", 2, 2, Two<Functions::Threshold>},
+    {"if", 3, 3, Choose},
+    {"equal", 2, 2, Equal},
+    {"notEqual", 2, 2, NotEqual},
+    {"isIn", 2, 4, IsIn},
+    {"isNotIn", 2, 4, IsNotIn},
 };
 
-double FieldValue(int field) {
-    static const double kValues[kFieldCount] = {1.25, -3.5, 0.0, NumericValue::GetSysmisValue()};
-    return kValues[field];
+/// The cases take different branches of a tree.
+double FieldValue(int row, int field) {
+    static const double kValues[kCaseCount][kFieldCount] = {{1.25, -3.5, 0.0, NumericValue::GetSysmisValue()},
+                                                            {1.0, 0.0, 1.0, 2.0},
+                                                            {0.0, NumericValue::GetSysmisValue(), 1.0, 1.25}};
+    return kValues[row][field];
+}
+
+std::array<double, kCaseCount> FieldValues(int field) {
+    std::array<double, kCaseCount> values{};
+    for (int row = 0; row < kCaseCount; ++row) {
+        values[static_cast<std::size_t>(row)] = FieldValue(row, field);
+    }
+    return values;
 }
 
 Node MakeLeaf(Bytes& bytes) {
     const int choice = bytes.Take();
     if (choice < 128) {
         const int field = choice % kFieldCount;
-        return {"<FieldRef field=\"x" + std::to_string(field) + "\"/>", FieldValue(field)};
+        return {"<FieldRef field=\"x" + std::to_string(field) + "\"/>", FieldValues(field)};
     }
     const double number = static_cast<std::int8_t>(bytes.Take()) / 8.0;
     char text[32];
     std::snprintf(text, sizeof text, "%.6f", number);
-    return {std::string("<Constant dataType=\"double\">") + text + "</Constant>", number};
+    return {std::string("<Constant dataType=\"double\">") + text + "</Constant>", {number, number, number}};
 }
 
 Node MakeNode(Bytes& bytes, int depth) {
@@ -121,15 +160,19 @@ Node MakeNode(Bytes& bytes, int depth) {
     const Function& function = kFunctions[static_cast<std::size_t>(choice) % std::size(kFunctions)];
     const int spread = function.most - function.least + 1;
     const int count = function.least + bytes.Take() % spread;
-    Node node{std::string("<Apply function=\"") + function.name + "\">", 0.0};
-    Arguments arguments;
+    Node node{std::string("<Apply function=\"") + function.name + "\">", {}};
+    std::array<Arguments, kCaseCount> arguments;
     for (int i = 0; i < count; ++i) {
         const Node child = MakeNode(bytes, depth + 1);
         node.xml += child.xml;
-        arguments.push_back(child.value);
+        for (std::size_t row = 0; row < kCaseCount; ++row) {
+            arguments[row].push_back(child.values[row]);
+        }
     }
     node.xml += "</Apply>";
-    node.value = function.call(arguments);
+    for (std::size_t row = 0; row < kCaseCount; ++row) {
+        node.values[row] = function.call(arguments[row]);
+    }
     return node;
 }
 
@@ -169,16 +212,24 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::unique_ptr<ScoreDictionary> owner(fields);
     CaseRecord record;
     for (int i = 0; i < kFieldCount; ++i) {
-        record.Add("x" + std::to_string(i), new NumericValue(FieldValue(i)));
+        record.Add("x" + std::to_string(i), new NumericValue);
     }
-    for (int round = 0; round < 3; ++round) {
-        RequireSame(derived->GetValuesForDerivedVars(&record, fields)->Get("d")->GetDouble(), root.value);
+    const auto takeCase = [&record](int round) {
+        for (int i = 0; i < kFieldCount; ++i) {
+            record.SetValue(i, FieldValue(round % kCaseCount, i));
+        }
+    };
+    const auto expected = [&root](int round) { return root.values[static_cast<std::size_t>(round % kCaseCount)]; };
+    for (int round = 0; round < 2 * kCaseCount; ++round) {
+        takeCase(round);
+        RequireSame(derived->GetValuesForDerivedVars(&record, fields)->Get("d")->GetDouble(), expected(round));
     }
     const std::unique_ptr<ScoreDictVar> clone(derived->GetVar("d")->Clone());
     derived.reset();
     auto& var = static_cast<TransformVar&>(*clone);
-    for (int round = 0; round < 2; ++round) {
-        RequireSame(var.GetTransformedValue(&record, fields, nullptr)->GetDouble(), root.value);
+    for (int round = 0; round < 2 * kCaseCount; ++round) {
+        takeCase(round);
+        RequireSame(var.GetTransformedValue(&record, fields, nullptr)->GetDouble(), expected(round));
     }
     return 0;
 }
