@@ -8,6 +8,8 @@
 
 #include <unicode/ustring.h>
 
+#include <iterator>
+
 namespace veltrane::text {
 
 namespace {
@@ -22,18 +24,45 @@ const UConverter* Utf8Converter() {
     return converter;
 }
 
+/// A way through UTF-16 from one kind of bytes to another, which may be gone in several steps.
+class Pipe {
+public:
+    Pipe(UConverter* to, UConverter* from, Text<char> source)
+        : fTo(to), fFrom(from), fAt(source.length > 0 ? source.units : ""), fEnd(fAt + source.length) {}
+
+    /// Converts on until the source or the room ends.
+    /// @return the bytes written, a part of a character included
+    int Run(Room<char> target, bool first, UErrorCode& error) {
+        char* at = target.units;
+        ucnv_convertEx(fTo, fFrom, &at, target.units + target.size, &fAt, fEnd, fPivot, &fRead, &fWritten,
+                       std::end(fPivot), static_cast<UBool>(first), true, &error);
+        return static_cast<int>(at - target.units);
+    }
+
+private:
+    UConverter* fTo;
+    UConverter* fFrom;
+    const char* fAt;
+    const char* fEnd;
+    UChar fPivot[1024];
+    UChar* fRead = fPivot;
+    UChar* fWritten = fPivot;
+};
+
 /// From one kind of bytes to another. `units` is all that was written, a part of a character included.
 Converted Convert(UConverter* to, UConverter* from, Room<char> target, Text<char> source) {
-    // ICU takes no null pointers, even for nothing.
-    char nothing = 0;
-    char* const begin = target.size > 0 ? target.units : &nothing;
-    char* at = begin;
-    const char* in = source.length > 0 ? source.units : &nothing;
+    char rest[16];
     UErrorCode error = U_ZERO_ERROR;
     const SubstitutionWatch watch;
-    ucnv_convertEx(to, from, &at, begin + target.size, &in, in + source.length, nullptr, nullptr, nullptr, nullptr,
-                   true, true, &error);
-    return {static_cast<int>(at - begin), error == U_BUFFER_OVERFLOW_ERROR, Failed(error) || watch.Seen()};
+    Pipe pipe(to, from, source);
+    const int written = pipe.Run({target.size > 0 ? target.units : rest, target.size}, true, error);
+    bool overflow = error == U_BUFFER_OVERFLOW_ERROR;
+    if (overflow) {
+        // What is left of the source may stand for nothing.
+        error = U_ZERO_ERROR;
+        overflow = pipe.Run({rest, sizeof rest}, false, error) > 0 || error == U_BUFFER_OVERFLOW_ERROR;
+    }
+    return {written, overflow, Failed(error) || watch.Seen()};
 }
 
 /// The outcome of those functions of ICU that count on behind the end of the target.
