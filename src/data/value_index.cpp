@@ -8,12 +8,13 @@
 
 namespace veltrane::data {
 
+using MCVeltrane_900::DateTimeValue;
 using MCVeltrane_900::NumericValue;
 using MCVeltrane_900::StringValue;
 
 bool AgreesWithIndex(const MCVeltrane_900::ScoreValue& value) {
     const std::type_info& type = typeid(value);
-    return type == typeid(NumericValue) || type == typeid(StringValue) || type == typeid(MCVeltrane_900::DateTimeValue);
+    return type == typeid(NumericValue) || type == typeid(StringValue) || type == typeid(DateTimeValue);
 }
 
 void ValueIndex::Add(int position, const MCVeltrane_900::ScoreValue* value) {
@@ -26,6 +27,12 @@ void ValueIndex::Add(int position, const MCVeltrane_900::ScoreValue* value) {
         const double number = value->GetDouble();
         if (!std::isnan(number)) { // equal to nothing, and no key
             fNumbers.emplace(number, position);
+        }
+    } else if (type == typeid(DateTimeValue)) {
+        fHoldsNumbers = true;
+        const double seconds = SecondsOf(*value);
+        if (!std::isnan(seconds)) {
+            fDateTimes.emplace(seconds, position);
         }
     } else if (type == typeid(StringValue)) {
         fTexts.emplace(Key(ValueText(*value).View()), position);

@@ -3,6 +3,7 @@
 
 #include "data/value_text.h"
 
+#include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreValue.h>
 
 #include <cmath>
@@ -22,8 +23,8 @@ bool AgreesWithIndex(const MCVeltrane_900::ScoreValue& value);
 ///
 /// The operators of values are no ordering, so nothing is decided here: a search visits a superset of the places whose
 /// value is equal, and the caller asks the operator itself. Plain numbers are found by a window that is wider than the
-/// tolerance of numeric equality, plain texts without their trailing blanks; a value of any other class is visited in
-/// every search.
+/// tolerance of numeric equality, plain texts without their trailing blanks, plain date-times by their seconds; a value
+/// of any other class is visited in every search.
 class ValueIndex {
 public:
     /// @param value null is never visited
@@ -32,7 +33,8 @@ public:
     /// Adds a place that is visited in every search.
     void AddOther(int position) { fOthers.push_back(position); }
 
-    /// Whether a number is among the values. Its Equal() is true for everything, so no search by text finds it.
+    /// Whether a number or a date-time is among the values. Their Equal() is true for everything, so no search by text
+    /// finds them.
     bool HoldsNumbers() const { return fHoldsNumbers; }
 
     /// Calls visit(position), in no order, for each place whose value can be equal to the asked one: by its own
@@ -43,6 +45,11 @@ public:
             SearchNumber(asked.GetDouble(), visit);
         } else if (asked.GetType() == MCVeltrane_900::ScoreValue::STRING_VALUE) {
             const auto [begin, end] = fTexts.equal_range(Key(ValueText(asked).View()));
+            for (auto entry = begin; entry != end; ++entry) {
+                visit(entry->second);
+            }
+        } else if (asked.GetType() == MCVeltrane_900::ScoreValue::DATETIME_VALUE) {
+            const auto [begin, end] = fDateTimes.equal_range(SecondsOf(asked));
             for (auto entry = begin; entry != end; ++entry) {
                 visit(entry->second);
             }
@@ -66,10 +73,17 @@ private:
     /// The form in which equal texts are the same.
     static std::string_view Key(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
 
+    /// What the operator of a date-time compares, exactly: the number inside, which its GetDouble() may show in another
+    /// unit.
+    static double SecondsOf(const MCVeltrane_900::ScoreValue& dateTime) {
+        return static_cast<const MCVeltrane_900::NumericValue&>(dateTime).NumericValue::GetDouble();
+    }
+
     /// Wider than the relative tolerance of numeric equality, 2.22045e-14.
     static constexpr double kWindow = 2.5e-14;
 
     std::multimap<double, int> fNumbers;
+    std::multimap<double, int> fDateTimes;
     std::multimap<std::string, int, std::less<>> fTexts;
     std::vector<int> fOthers;
     bool fHoldsNumbers = false;
