@@ -14,7 +14,8 @@ endif()
 
 install(EXPORT veltraneTargets NAMESPACE veltrane:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/veltrane)
 configure_package_config_file(cmake/veltraneConfig.cmake.in ${CMAKE_CURRENT_BINARY_DIR}/veltraneConfig.cmake
-    INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/veltrane)
+    INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/veltrane
+    PATH_VARS CMAKE_INSTALL_LIBDIR)
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/veltraneConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/veltraneConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/veltraneConfigVersion.cmake
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/veltrane)

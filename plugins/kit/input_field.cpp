@@ -98,6 +98,7 @@ void InputField::DeclareValid(const DeclaredValidity& validity) {
     if (fVar->GetMLevel() == ScoreDictVar::LEVEL_CONTINUOUS) {
         fIntervals = validity.intervals;
     }
+    fChecksNumbers = fDeclaredCategories > 0 || fInvalid.Size() > 0 || !fIntervals.empty();
 }
 
 void InputField::SetStandIn(StandIn& standIn, const ScoreValue* value) {
@@ -138,13 +139,15 @@ bool InputField::Read(const ScoreValue* raw, FieldValue& field) const {
 
 bool InputField::ReadNumber(const ScoreValue& raw, FieldValue& field) const {
     const double number = raw.GetDouble();
-    if (raw.IsSystemMissingValue() || std::isnan(number) || (fHasMissingSet && fVar->IsMissingValue(&raw))) {
+    const bool isSystemMissing =
+        fKind == ScoreValue::NUMERIC_VALUE ? number == FieldValue::kMissingNumber : raw.IsSystemMissingValue();
+    if (isSystemMissing || std::isnan(number) || (fHasMissingSet && fVar->IsMissingValue(&raw))) {
         return GiveMissing(field);
     }
     field.value = &raw;
     field.number = number;
     field.category = fNeedsCategory ? fCategories.Find(number) : Categories::kUnknown;
-    if (!IsAllowedNumber(number, field.category)) {
+    if (fChecksNumbers && !IsAllowedNumber(number, field.category)) {
         bool goesOn = false;
         if (const bool scored = GiveInvalid(field, goesOn); !goesOn) {
             return scored;

@@ -70,6 +70,7 @@ private:
     int fDeclaredCategories = 0; ///< codes below this are those that the document lists as valid
     std::vector<ValidInterval> fIntervals;
     bool fNeedsCategory = false;
+    bool fChecksNumbers = false; ///< whether the document says which numbers are allowed
     bool fHasMissingSet = false;
     bool fEmptyIsMissing = true;
     bool fMissingRefused = false;

@@ -51,6 +51,8 @@ int Inputs::AddDerived(const std::string& name, const ScoreDictVar& var) {
     Source source{};
     source.name = name;
     source.var = &var;
+    source.holdsText = var.GetVarType() == ScoreDictVar::STRING_VAR;
+    source.holdsNumber = var.GetVarType() == ScoreDictVar::kNUMERIC_VAR;
     source.slot = static_cast<int>(fValues.size());
     source.position = var.GetValueIndex();
     fValues.emplace_back();
@@ -179,19 +181,19 @@ void Inputs::ReadDerivedValue(const ScoreValue* value, const Source& source, Fie
     if (value == nullptr) {
         return;
     }
-    if (value->GetType() == ScoreValue::STRING_VALUE) {
+    if (source.holdsText) {
         std::string buffer;
         const std::string& text = TextOf(*value, buffer);
-        if (text.empty()) {
-            return;
+        if (!text.empty()) {
+            field.value = value;
+            field.category =
+                source.categories == nullptr ? Categories::kUnknown : source.categories->Find(std::string_view(text));
         }
-        field.value = value;
-        field.category =
-            source.categories == nullptr ? Categories::kUnknown : source.categories->Find(std::string_view(text));
         return;
     }
     const double number = value->GetDouble();
-    if (value->IsSystemMissingValue() || std::isnan(number)) {
+    const bool isMissing = source.holdsNumber ? number == FieldValue::kMissingNumber : value->IsSystemMissingValue();
+    if (isMissing || std::isnan(number)) {
         return;
     }
     field.value = value;

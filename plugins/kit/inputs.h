@@ -87,6 +87,8 @@ private:
         const MCVeltrane_900::ScoreDictVar* var;
         std::unique_ptr<InputField> field;      ///< null for a derived field
         std::unique_ptr<Categories> categories; ///< of a derived field that codes are asked of
+        bool holdsText;
+        bool holdsNumber; ///< neither for a date-time
         int slot;
         int position;       ///< in the case, or among the derived values; -1 when it isn't there
         int recordPosition; ///< in the record that the derived fields see

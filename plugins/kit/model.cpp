@@ -118,35 +118,23 @@ bool Model::PredictCase(const ScoreCaseRecord& record) {
 }
 
 void Model::Report(ScoreResult& result) {
-    if (typeid(result) == typeid(ClassificationResult)) {
-        ReportTo(static_cast<ClassificationResult&>(result));
-    } else if (typeid(result) == typeid(RegressionResult)) {
-        ReportTo(static_cast<RegressionResult&>(result));
+    OutputValues* outputs = OwnOutputs(result);
+    if (outputs == nullptr) {
+        ReportToForeign(result);
+        return;
+    }
+    if (fIsClassification) {
+        auto& own = static_cast<ClassificationResult&>(result);
+        own.Clear();
+        own.Value().Set(&fTarget->Category(fPrediction.category));
+        own.SetProbabilities(fPrediction.probabilities);
+        own.SetResultConfidence(fPrediction.ProbabilityOf(fPrediction.category));
     } else {
-        ReportToForeign(result);
+        auto& own = static_cast<RegressionResult&>(result);
+        own.Clear();
+        own.Value().SetNumber(fPrediction.number);
     }
-}
-
-void Model::ReportTo(ClassificationResult& result) {
-    if (!fIsClassification || !result.IsOf(*fLayout)) {
-        ReportToForeign(result);
-        return;
-    }
-    result.Clear();
-    result.Value().Set(&fTarget->Category(fPrediction.category));
-    result.SetProbabilities(fPrediction.probabilities);
-    result.SetResultConfidence(fPrediction.ProbabilityOf(fPrediction.category));
-    fOutputs->Fill(result.GetResultValue(), fPrediction, *fInputs, *fTarget, result.Outputs());
-}
-
-void Model::ReportTo(RegressionResult& result) {
-    if (fIsClassification || !result.IsOf(*fLayout)) {
-        ReportToForeign(result);
-        return;
-    }
-    result.Clear();
-    result.Value().SetNumber(fPrediction.number);
-    fOutputs->Fill(result.GetResultValue(), fPrediction, *fInputs, *fTarget, result.Outputs());
+    fOutputs->Fill(result.GetResultValue(), fPrediction, *fInputs, *fTarget, *outputs);
 }
 
 /// A result that this model didn't make: everything goes by its operations, outputs by name.
@@ -197,16 +185,15 @@ void Model::TakeDefault(ScoreResult& result) {
     }
 }
 
+/// The output fields of a result that this model has made; null for any other result.
 OutputValues* Model::OwnOutputs(ScoreResult& result) const {
-    if (typeid(result) == typeid(ClassificationResult)) {
-        auto& own = static_cast<ClassificationResult&>(result);
-        return own.IsOf(*fLayout) ? &own.Outputs() : nullptr;
+    if (fIsClassification) {
+        auto* own =
+            typeid(result) == typeid(ClassificationResult) ? static_cast<ClassificationResult*>(&result) : nullptr;
+        return own != nullptr && own->IsOf(*fLayout) ? &own->Outputs() : nullptr;
     }
-    if (typeid(result) == typeid(RegressionResult)) {
-        auto& own = static_cast<RegressionResult&>(result);
-        return own.IsOf(*fLayout) ? &own.Outputs() : nullptr;
-    }
-    return nullptr;
+    auto* own = typeid(result) == typeid(RegressionResult) ? static_cast<RegressionResult*>(&result) : nullptr;
+    return own != nullptr && own->IsOf(*fLayout) ? &own->Outputs() : nullptr;
 }
 
 void Model::FillOutputs(const ScoreValue* value, ScoreResult& result) {

@@ -76,8 +76,6 @@ protected:
 private:
     bool PredictCase(const MCVeltrane_900::ScoreCaseRecord& record);
     void Report(MCVeltrane_900::ScoreResult& result);
-    void ReportTo(ClassificationResult& result);
-    void ReportTo(RegressionResult& result);
     void ReportToForeign(MCVeltrane_900::ScoreResult& result);
     MCScore::MCStatus PredictDefault(MCVeltrane_900::ScoreResult& result);
     void TakeDefault(MCVeltrane_900::ScoreResult& result);
