@@ -34,10 +34,10 @@ TEST_P(RealRegression, GivesTheAnswersOfItsTool) {
         for (const auto& [column, answer] : answers[i]) {
             const std::string what = "row " + std::to_string(i) + ", " + column;
             if (column.rfind("Probability_", 0) == 0) {
-                ExpectNear(scored.Probability(column.substr(12)), std::stod(answer), what);
-                ExpectNear(scored.Number(column), std::stod(answer), what);
+                ExpectNear(scored.Probability(column.substr(12)), ToNumber(answer), what);
+                ExpectNear(scored.Number(column), ToNumber(answer), what);
             } else if (scored.Number() != kMissing) {
-                ExpectNear(scored.Number(), std::stod(answer), what);
+                ExpectNear(scored.Number(), ToNumber(answer), what);
             } else {
                 EXPECT_EQ(scored.Text(), answer) << what;
             }

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -121,6 +122,10 @@ std::vector<Case> ReadRows(const std::string& path) {
         rows.push_back(std::move(row));
     }
     return rows;
+}
+
+double ToNumber(const std::string& text) {
+    return std::strtod(text.c_str(), nullptr);
 }
 
 std::string Replaced(std::string text, const std::string& from, const std::string& to) {

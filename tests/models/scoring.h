@@ -44,7 +44,7 @@ private:
     std::unique_ptr<MCVeltrane_900::ScoreResult> fResult;
 };
 
-constexpr double kMissing = -1.7976931348623157e308;
+constexpr double kMissing = -1.7976931348623157e+308;
 
 /// Reads a model through the factory, with the list of all plug-ins of the tree.
 std::unique_ptr<MCVeltrane_900::ScoreModel> ReadModel(const std::string& document);
@@ -56,6 +56,9 @@ std::string ReadFile(const std::string& path);
 
 /// The rows of a simple CSV file, by the names in its header.
 std::vector<Case> ReadRows(const std::string& path);
+
+/// The number that a text starts with; one below the range of doubles is 0.
+double ToNumber(const std::string& text);
 
 /// Replaces the only occurrence of a text; fails the test when there isn't exactly one.
 std::string Replaced(std::string text, const std::string& from, const std::string& to);
