@@ -1,0 +1,97 @@
+#ifndef VELTRANE_PLUGINS_TREE_CONDITION_H
+#define VELTRANE_PLUGINS_TREE_CONDITION_H
+
+#include "kit/inputs.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace veltrane_tree {
+
+/// The answer of a condition for one case. A missing value leaves most comparisons unknown.
+enum class Truth : std::uint8_t { NO, YES, UNKNOWN };
+
+/// What a condition does. Numbers and date-times are compared as numbers; texts, and ordinal fields that list their
+/// values, by the code of their category.
+enum class Test : std::uint8_t {
+    ALWAYS,
+    NEVER,
+    IS_MISSING,
+    IS_NOT_MISSING,
+    EQUAL,
+    NOT_EQUAL,
+    LESS,
+    LESS_OR_EQUAL,
+    GREATER,
+    GREATER_OR_EQUAL,
+    IS_CATEGORY,
+    IS_NOT_CATEGORY,
+    PLACE_LESS,
+    PLACE_LESS_OR_EQUAL,
+    PLACE_GREATER,
+    PLACE_GREATER_OR_EQUAL,
+    IN_NUMBERS,
+    NOT_IN_NUMBERS,
+    IN_CATEGORIES,
+    NOT_IN_CATEGORIES,
+    AND,
+    OR,
+    XOR,
+    SURROGATE
+};
+
+/// One condition of a node, as small as it gets: a tree of a million nodes holds a million of them.
+struct Condition {
+    /// A run of a pool of Conditions: the parts of a compound, the numbers or the words of bits of a set.
+    struct Span {
+        std::int32_t first;
+        std::int32_t count;
+    };
+    /// The place of a category in the order of an ordinal field. Values that the field doesn't list have no place.
+    struct Place {
+        std::int32_t code;
+        std::int32_t listed; ///< how many values the field lists
+    };
+
+    Test test = Test::ALWAYS;
+    std::int32_t slot = 0; ///< of the field, in the model's inputs
+    union {
+        double number = 0.0;
+        std::int32_t category;
+        Place place;
+        Span span;
+    };
+};
+
+/// What the conditions of a tree share, and how they are decided.
+class Conditions {
+public:
+    /// Decides a condition for the case at hand. It allocates nothing; compounds nest as deep as the document did.
+    Truth Decide(const Condition& condition, const veltrane_kit::Inputs& inputs) const;
+
+    // For the reader of a tree.
+
+    /// Keeps the numbers of a set, in any order.
+    Condition::Span AddNumbers(std::vector<double> numbers);
+    /// Keeps the codes of a set of categories, none of them negative.
+    Condition::Span AddCategories(const std::vector<int>& codes);
+    /// Keeps room for the parts of a compound.
+    Condition::Span AddParts(int count);
+    void SetPart(int index, const Condition& part) { fParts[static_cast<std::size_t>(index)] = part; }
+
+    /// The memory that is taken, in bytes.
+    std::size_t Bytes() const;
+
+private:
+    Truth DecideParts(const Condition& condition, const veltrane_kit::Inputs& inputs) const;
+    bool HasNumber(Condition::Span set, double number) const;
+    bool HasCategory(Condition::Span set, int code) const;
+
+    std::vector<Condition> fParts;
+    std::vector<double> fNumbers;      ///< each set sorted
+    std::vector<std::uint64_t> fWords; ///< a bit for each category code
+};
+
+} // namespace veltrane_tree
+
+#endif

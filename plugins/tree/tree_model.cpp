@@ -1,0 +1,283 @@
+#include "tree_model.h"
+
+#include "kit/common_elements.h"
+#include "tree_reader.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <ostream>
+
+namespace veltrane_tree {
+
+using veltrane_kit::Element;
+using veltrane_kit::Inputs;
+using veltrane_kit::ModelParts;
+using veltrane_kit::Prediction;
+using veltrane_kit::Word;
+
+namespace {
+
+constexpr Word<MissingStrategy> kStrategies[] = {
+    {u"none", MissingStrategy::NONE},
+    {u"lastPrediction", MissingStrategy::LAST_PREDICTION},
+    {u"nullPrediction", MissingStrategy::NULL_PREDICTION},
+    {u"defaultChild", MissingStrategy::DEFAULT_CHILD},
+    {u"weightedConfidence", MissingStrategy::WEIGHTED_CONFIDENCE},
+    {u"aggregateNodes", MissingStrategy::AGGREGATE_NODES},
+};
+
+constexpr Word<bool> kNoTrueChild[] = {{u"returnNullPrediction", false}, {u"returnLastPrediction", true}};
+
+/// It says nothing that the nodes don't say themselves.
+constexpr Word<bool> kSplits[] = {{u"binarySplit", true}, {u"multiSplit", false}};
+
+/// The place of the highest of some numbers, the first among equals.
+int Highest(const std::vector<double>& numbers) {
+    return static_cast<int>(std::max_element(numbers.begin(), numbers.end()) - numbers.begin());
+}
+
+double ReadPenalty(const Element& element) {
+    const double penalty = element.NumberOr(u"missingValuePenalty", 1.0);
+    if (penalty < 0.0 || penalty > 1.0) {
+        element.RaiseInvalid(u"missingValuePenalty");
+    }
+    return penalty;
+}
+
+} // namespace
+
+TreeModel::TreeModel(const Element& element, ModelParts& parts, MCVeltrane_900::PMMLTranslator& translator)
+    : fStrategy(element.OneOfOr(u"missingValueStrategy", kStrategies, MissingStrategy::NONE)),
+      fPenalty(ReadPenalty(element)), fAnswersFromLast(element.OneOfOr(u"noTrueChildStrategy", kNoTrueChild, false)) {
+    element.OneOfOr(u"splitCharacteristic", kSplits, false);
+    for (const Element child : element.Children()) {
+        if (!child.Is(u"Node")) {
+            veltrane_kit::RequireCommonElement(child);
+        }
+    }
+    const bool weighs = fStrategy == MissingStrategy::WEIGHTED_CONFIDENCE ||
+                        (fStrategy == MissingStrategy::AGGREGATE_NODES && !parts.IsClassification());
+    TreeReader(fTree, parts, translator, {weighs}).Read(element.RequireChild(u"Node"));
+}
+
+bool TreeModel::Predict(const Inputs& inputs, Prediction& prediction) {
+    if (fTree.conditions.Decide(fTree.nodes.front().condition, inputs) != Truth::YES) {
+        return false;
+    }
+    return GoOn(0, inputs, prediction);
+}
+
+/// The first child whose condition holds; kNoNode when none does, kUndecided when one that comes first can't be
+/// decided.
+int TreeModel::FindChild(const Node& node, const Inputs& inputs) const {
+    const bool isDecided = fStrategy == MissingStrategy::NONE;
+    for (int child = node.firstChild; child < node.firstChild + node.childCount; ++child) {
+        const Truth truth = fTree.conditions.Decide(fTree.nodes[static_cast<std::size_t>(child)].condition, inputs);
+        if (truth == Truth::YES) {
+            return child;
+        }
+        if (truth == Truth::UNKNOWN && !isDecided) {
+            return kUndecided;
+        }
+    }
+    return kNoNode;
+}
+
+bool TreeModel::GoOn(int node, const Inputs& inputs, Prediction& prediction) {
+    int defaults = 0;
+    while (fTree.nodes[static_cast<std::size_t>(node)].childCount > 0) {
+        int next = FindChild(fTree.nodes[static_cast<std::size_t>(node)], inputs);
+        if (next == kNoNode) {
+            return fAnswersFromLast && Answer(node, defaults, prediction);
+        }
+        if (next == kUndecided) {
+            if (fStrategy == MissingStrategy::LAST_PREDICTION) {
+                return Answer(node, defaults, prediction);
+            }
+            if (fStrategy != MissingStrategy::DEFAULT_CHILD) {
+                return fStrategy != MissingStrategy::NULL_PREDICTION && AnswerFromSeveral(node, inputs, prediction);
+            }
+            next = fTree.scores[static_cast<std::size_t>(node)].defaultChild;
+            if (next == NodeScore::kNone) {
+                return false;
+            }
+            ++defaults;
+        }
+        node = next;
+    }
+    return Answer(node, defaults, prediction);
+}
+
+/// The prediction of one node.
+/// @param defaults how often the case went on to a default child
+/// @return false for a node that predicts nothing
+bool TreeModel::Answer(int node, int defaults, Prediction& prediction) {
+    const NodeScore& score = fTree.scores[static_cast<std::size_t>(node)];
+    if (!IsClassification()) {
+        prediction.number = score.number;
+    } else if (!AnswerCategory(score, defaults, prediction)) {
+        return false;
+    }
+    NameNode(score, prediction);
+    return true;
+}
+
+bool TreeModel::AnswerCategory(const NodeScore& score, int defaults, Prediction& prediction) const {
+    const bool hasConfidences = fTree.hasConfidences || (defaults > 0 && fPenalty != 1.0);
+    const double penalty = defaults > 0 ? std::pow(fPenalty, defaults) : 1.0;
+    if (score.shareCount > 0) {
+        prediction.probabilities.assign(prediction.probabilities.size(), 0.0);
+    }
+    if (hasConfidences) {
+        prediction.confidences.assign(prediction.probabilities.size(), score.shareCount > 0 ? 0.0 : Prediction::kNone);
+    }
+    const Share* share = fTree.shares.data() + score.firstShare;
+    for (const Share* const end = share + score.shareCount; share != end; ++share) {
+        const auto category = static_cast<std::size_t>(share->category);
+        prediction.probabilities[category] = share->probability;
+        if (hasConfidences) {
+            const double told = share->confidence == Prediction::kNone ? share->probability : share->confidence;
+            prediction.confidences[category] = told == Prediction::kNone ? told : told * penalty;
+        }
+    }
+    prediction.category = score.category;
+    if (score.category == NodeScore::kNone) {
+        prediction.TakeMostProbable();
+    }
+    return prediction.category != Prediction::kNoCategory;
+}
+
+/// A node without an id is called by its place in the document.
+void TreeModel::NameNode(const NodeScore& score, Prediction& prediction) {
+    if (score.id != NodeScore::kNone) {
+        prediction.entityId = &fTree.ids[static_cast<std::size_t>(score.id)];
+        return;
+    }
+    char digits[16];
+    fPlaceName.assign(digits, std::to_chars(digits, digits + sizeof(digits), score.place).ptr);
+    prediction.entityId = &fPlaceName;
+}
+
+/// The prediction of all nodes that a case may come to from one that doesn't decide.
+bool TreeModel::AnswerFromSeveral(int node, const Inputs& inputs, Prediction& prediction) {
+    Sums sums;
+    prediction.probabilities.assign(prediction.probabilities.size(), 0.0);
+    if (fTree.hasConfidences) {
+        prediction.confidences.assign(prediction.probabilities.size(), 0.0);
+    }
+    AddChildren(fTree.nodes[static_cast<std::size_t>(node)], 1.0, inputs, prediction, sums);
+    if (!(sums.weight > 0.0)) {
+        return false;
+    }
+    if (!IsClassification()) {
+        prediction.number = sums.number / sums.weight;
+        return true;
+    }
+    const bool areCounts = fStrategy == MissingStrategy::AGGREGATE_NODES;
+    for (double& probability : prediction.probabilities) {
+        probability /= areCounts ? sums.weight : 1.0;
+    }
+    if (areCounts) {
+        prediction.confidences.clear();
+    }
+    prediction.category = Highest(prediction.confidences.empty() ? prediction.probabilities : prediction.confidences);
+    return true;
+}
+
+/// Adds what a case gets that has come to a node with part of its weight.
+void TreeModel::Add(int node, double weight, const Inputs& inputs, Prediction& prediction, Sums& sums) const {
+    while (fTree.nodes[static_cast<std::size_t>(node)].childCount > 0) {
+        const int next = FindChild(fTree.nodes[static_cast<std::size_t>(node)], inputs);
+        if (next == kUndecided) {
+            AddChildren(fTree.nodes[static_cast<std::size_t>(node)], weight, inputs, prediction, sums);
+            return;
+        }
+        if (next == kNoNode) {
+            if (fAnswersFromLast) {
+                AddNode(fTree.scores[static_cast<std::size_t>(node)], weight, prediction, sums);
+            }
+            return;
+        }
+        node = next;
+    }
+    AddNode(fTree.scores[static_cast<std::size_t>(node)], weight, prediction, sums);
+}
+
+/// Shares a weight out among the children that may hold, by their records.
+void TreeModel::AddChildren(const Node& node, double weight, const Inputs& inputs, Prediction& prediction,
+                            Sums& sums) const {
+    const int end = node.firstChild + node.childCount;
+    double records = 0.0;
+    for (int pass = 0; pass < 2; ++pass) {
+        for (int child = node.firstChild; child < end; ++child) {
+            const auto at = static_cast<std::size_t>(child);
+            if (fTree.conditions.Decide(fTree.nodes[at].condition, inputs) == Truth::NO) {
+                continue;
+            }
+            if (fStrategy == MissingStrategy::AGGREGATE_NODES) {
+                if (pass == 0) {
+                    Add(child, weight, inputs, prediction, sums);
+                }
+            } else if (pass == 0) {
+                records += fTree.scores[at].recordCount;
+            } else if (records > 0.0) {
+                Add(child, weight * fTree.scores[at].recordCount / records, inputs, prediction, sums);
+            }
+        }
+    }
+}
+
+void TreeModel::AddNode(const NodeScore& score, double weight, Prediction& prediction, Sums& sums) const {
+    const bool areCounts = fStrategy == MissingStrategy::AGGREGATE_NODES;
+    if (!IsClassification()) {
+        if (score.number != Prediction::kNone) {
+            const double part = areCounts ? score.recordCount : weight;
+            sums.number += part * score.number;
+            sums.weight += part;
+        }
+        return;
+    }
+    if (score.shareCount == 0 && score.category != NodeScore::kNone) {
+        AddShare({score.recordCount, 1.0, 1.0, score.category}, weight, prediction, sums);
+    }
+    const Share* share = fTree.shares.data() + score.firstShare;
+    for (const Share* const end = share + score.shareCount; share != end; ++share) {
+        AddShare(*share, weight, prediction, sums);
+    }
+}
+
+void TreeModel::AddShare(const Share& share, double weight, Prediction& prediction, Sums& sums) const {
+    const auto category = static_cast<std::size_t>(share.category);
+    const double probability = share.probability == Prediction::kNone ? 0.0 : share.probability;
+    double part = weight * probability;
+    if (fStrategy == MissingStrategy::AGGREGATE_NODES) {
+        part = share.recordCount == Prediction::kNone ? 0.0 : share.recordCount;
+    }
+    prediction.probabilities[category] += part;
+    sums.weight += part;
+    if (!prediction.confidences.empty()) {
+        prediction.confidences[category] +=
+            weight * (share.confidence == Prediction::kNone ? probability : share.confidence);
+    }
+}
+
+void TreeModel::DisplayModel(std::ostream& out) const {
+    for (const Word<MissingStrategy>& strategy : kStrategies) {
+        if (strategy.meaning == fStrategy) {
+            out << "missing values: " << veltrane_kit::Narrow(strategy.text) << "\n";
+        }
+    }
+    out << "nodes: " << fTree.nodes.size() << ", bytes: " << fTree.Bytes() << "\n";
+}
+
+std::size_t Tree::Bytes() const {
+    std::size_t texts = ids.capacity() * sizeof(std::string);
+    for (const std::string& id : ids) {
+        texts += id.capacity() > std::string().capacity() ? id.capacity() + 1 : 0;
+    }
+    return nodes.capacity() * sizeof(Node) + scores.capacity() * sizeof(NodeScore) + shares.capacity() * sizeof(Share) +
+           texts + conditions.Bytes();
+}
+
+} // namespace veltrane_tree

@@ -1,0 +1,56 @@
+#ifndef VELTRANE_PLUGINS_TREE_TREE_READER_H
+#define VELTRANE_PLUGINS_TREE_TREE_READER_H
+
+#include "condition_reader.h"
+#include "kit/element.h"
+#include "kit/model.h"
+#include "tree.h"
+
+namespace veltrane_tree {
+
+/// Reads the nodes of a TreeModel, each once, in the order of the document.
+class TreeReader {
+public:
+    /// What a tree has to tell for the way in which it treats missing values.
+    struct Needs {
+        bool recordCounts = false; ///< of all nodes but the root
+    };
+
+    /// All are borrowed.
+    TreeReader(Tree& tree, veltrane_kit::ModelParts& parts, MCVeltrane_900::PMMLTranslator& translator, Needs needs)
+        : fTree(tree), fParts(parts), fConditions(tree.conditions, *parts.inputs, translator), fNeeds(needs) {}
+
+    /// Nodes nest at most as deep as the factory lets a document nest.
+    /// @param root the only Node of a TreeModel
+    /// @throws VTException what reading a predicate throws; 260115 for a node without one, 260272 for two of them;
+    ///         260120, 260285, 260153 for attributes; 260203 for a category with two distributions; 260159 for an
+    ///         element that has no place in a node
+    void Read(const veltrane_kit::Element& root);
+
+private:
+    /// What is among the children of a node.
+    struct Parts {
+        veltrane_kit::Element predicate;
+        int nodes = 0;
+        int shares = 0;
+    };
+
+    Parts Survey(const veltrane_kit::Element& element) const;
+    void ReadNode(const veltrane_kit::Element& element, std::size_t index);
+    void ReadScore(const veltrane_kit::Element& element, std::size_t index);
+    void ReadShares(const veltrane_kit::Element& element, int count, NodeScore& score);
+    void ReadShare(const veltrane_kit::Element& element, const NodeScore& score);
+    void CompleteProbabilities(const NodeScore& score);
+    void ReadChildren(const veltrane_kit::Element& element, std::size_t index, int count);
+    void RequireRecordCount(const veltrane_kit::Element& element, NodeScore& score) const;
+
+    Tree& fTree;
+    veltrane_kit::ModelParts& fParts;
+    ConditionReader fConditions;
+    Needs fNeeds;
+    std::int32_t fPlace = 0;
+};
+
+} // namespace veltrane_tree
+
+#endif

@@ -1,0 +1,23 @@
+#include "kit/translator.h"
+#include "tree_model.h"
+
+namespace veltrane_tree {
+
+namespace {
+
+class TreeTranslator : public veltrane_kit::ModelTranslator {
+public:
+    TreeTranslator() : ModelTranslator(u"TreeModel") {}
+
+protected:
+    std::unique_ptr<veltrane_kit::Model> BuildModel(const veltrane_kit::Element& element,
+                                                    veltrane_kit::ModelParts& parts) override {
+        return std::make_unique<TreeModel>(element, parts, *this);
+    }
+};
+
+} // namespace
+
+} // namespace veltrane_tree
+
+VELTRANE_KIT_EXPORT_TRANSLATOR(veltrane_tree::TreeTranslator)
