@@ -13,7 +13,8 @@ test_packages=(libgtest-dev libgmock-dev libbenchmark-dev python3 python3-pyelft
 docs_packages=(doxygen graphviz)
 ci_packages=(git clang clang-tidy clang-format libclang-rt-14-dev lcov abigail-tools)
 
-# The tests read numbers under a locale with a decimal comma, and text under the usual one.
+# The tests read numbers under a locale with a decimal comma, and text under the usual one. Those of the code pages come
+# from the charmaps of the package locales, too, but into the build folder (tests/text/code_page).
 test_locales=(en_US de_DE)
 
 fail() {

@@ -45,8 +45,7 @@ bool AreEqualAscii(Word a, Word b) {
     return ((a | b) & Repeat(0x80)) == 0 && LowerAscii(a) == LowerAscii(b);
 }
 
-/// The bytes of the characters that two texts begin with, and that are equal byte for byte
-/// or but for the case of ASCII letters.
+/// The bytes of the characters that two texts begin with, and that are equal but for the case of ASCII letters.
 std::size_t EqualPrefix(std::string_view a, std::string_view b) {
     const std::size_t common = std::min(a.size(), b.size());
     std::size_t at = 0;

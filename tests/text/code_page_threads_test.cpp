@@ -1,10 +1,12 @@
 #include <MCXML_900/KORDMBConverter.h>
 #include <MCXML_900/KORDMBString.h>
+#include <MCXML_900/SystemEncoding.h>
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <clocale>
+#include <cstdlib>
 #include <thread>
 #include <vector>
 
@@ -44,6 +46,16 @@ TEST(CodePageInTheCLocale, HasNoLeadBytesAndDecodesUtf8) {
     unsigned int value = 0;
     EXPECT_EQ(KORDMBU32Get_C(&value, "\xC3\x84", 0, -1), 2);
     EXPECT_EQ(value, 0xC4U);
+}
+
+TEST(CodePageInTheCLocale, HasTheLeadBytesOfTheLocaleThatItIsMovedTo) {
+    std::setlocale(LC_ALL, "C");
+    EXPECT_FALSE(KORDMBIsLeadByte_C(0xC3));
+    EnableLocale();
+    const bool utf8 = MB_CUR_MAX > 1; // en_US by its bare name has single bytes
+    EXPECT_EQ(KORDMBIsLeadByte_C(0xC3), utf8);
+    EXPECT_EQ(KORDMBmbclen_C("\xC3\x84"), utf8 ? 2 : 1);
+    EXPECT_FALSE(KORDMBIsLeadByte_C('a'));
 }
 
 } // namespace
