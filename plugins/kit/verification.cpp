@@ -104,6 +104,9 @@ void Parse(xercesc::XercesDOMParser& parser, std::istream& in) {
         Raise(260105);
     }
     parser.setSecurityManager(nullptr);
+    if (parser.getErrorCount() > 0) {
+        Raise(260105);
+    }
 }
 
 } // namespace
