@@ -7,10 +7,11 @@ namespace veltrane::host {
 
 /// What the command ends with. A shell script tells from it whether the output can be used.
 enum ExitCode {
-    kExitDone = 0,            ///< done, every cell was read
-    kExitFailed = 1,          ///< the document, the set-up or a file failed
-    kExitUsage = 2,           ///< the command line is wrong
-    kExitUnreadableCells = 3, ///< done, but some cells could not be read and count as missing
+    kExitDone = 0,       ///< done, every cell was read
+    kExitFailed = 1,     ///< the document, the set-up or a file failed
+    kExitUsage = 2,      ///< the command line is wrong
+    kExitIncomplete = 3, ///< done, but some cells could not be read and count as missing, or some rows were not scored
+    kExitDifferent = 4,  ///< a document's verification records do not give what they should
 };
 
 /// Ends the run with `kExitFailed`. The text is for the person at the terminal and names the file it is about.

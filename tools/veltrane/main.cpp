@@ -3,7 +3,9 @@
 #include "inspect_command.h"
 #include "options.h"
 #include "report.h"
+#include "score_command.h"
 #include "transform_command.h"
+#include "verify_command.h"
 
 #include <MCVeltrane_900/VTException.h>
 
@@ -41,6 +43,8 @@ void Complain(std::string_view text) {
 
 struct Runner {
     int operator()(const TransformOptions& options) const { return RunTransform(options); }
+    int operator()(const ScoreOptions& options) const { return RunScore(options); }
+    int operator()(const VerifyOptions& options) const { return RunVerify(options); }
     int operator()(const InspectOptions& options) const { return RunInspect(options); }
     int operator()(const FunctionsOptions&) const { return RunFunctions(); }
     int operator()(int exitCode) const { return exitCode; }
@@ -56,6 +60,8 @@ int Run(const Request& request) {
         Complain("not enough memory");
     } catch (const std::exception& failure) {
         Complain(failure.what());
+    } catch (...) {
+        Complain("a plug-in failed with something that is no exception of the library");
     }
     return kExitFailed;
 }

@@ -12,7 +12,8 @@ namespace veltrane::host {
 namespace {
 
 constexpr const char* kExitCodes = "Exit codes: 0 done; 1 the document, the set-up or a file failed; 2 wrong usage; "
-                                   "3 done, but some cells could not be read.";
+                                   "3 done, but some cells could not be read or some rows not scored; "
+                                   "4 verification records differ.";
 
 /// Characters that occur in numbers or that CSV gives a meaning of its own.
 constexpr std::string_view kNoDelimiters = "0123456789+-.\"\r\n";
@@ -44,11 +45,12 @@ void AddEncoding(CLI::App& command, std::string& encoding, const char* help) {
         ->capture_default_str();
 }
 
-CLI::App& AddTransform(CLI::App& app, TransformOptions& options, std::string& delimiter) {
-    CLI::App& command = *app.add_subcommand("transform", "Compute a document's derived fields for rows of cases");
-    command.add_option("DOCUMENT", options.document, "PMML document with a TransformationDictionary")
-        ->required()
-        ->type_name("");
+void AddDocument(CLI::App& command, std::string& document, const char* help) {
+    command.add_option("DOCUMENT", document, help)->required()->type_name("");
+}
+
+/// @param results what the output holds, for the help
+void AddCases(CLI::App& command, CaseOptions& options, std::string& delimiter, const std::string& results) {
     command.add_option("CASES", options.cases, "CSV file with a header of field names; - is standard input")
         ->required()
         ->type_name("");
@@ -61,19 +63,64 @@ CLI::App& AddTransform(CLI::App& app, TransformOptions& options, std::string& de
     command.add_option("--missing", options.missingTokens, "cells with this text are missing; may be given again")
         ->type_name("TOKEN")
         ->allow_extra_args(false);
-    command.add_flag("--keep", options.keep, "write the input columns in front of the derived fields");
+    command.add_flag("--keep", options.keep, "write the input columns in front of the " + results);
     command.add_flag("--strict", options.strict, "end at the first cell that cannot be read");
     command.add_flag("--quiet", options.quiet, "no progress bar, no warnings, no report of each unreadable cell");
+}
+
+CLI::App& AddTransform(CLI::App& app, TransformOptions& options, std::string& delimiter) {
+    CLI::App& command = *app.add_subcommand("transform", "Compute a document's derived fields for rows of cases");
+    AddDocument(command, options.document, "PMML document with a TransformationDictionary");
+    AddCases(command, options, delimiter, "derived fields");
     return command;
+}
+
+void AddModels(CLI::App& command, std::optional<std::string>& models) {
+    command
+        .add_option("--models", models, "list of the models for which there are plug-ins; the installed one without")
+        ->type_name("LIST");
+}
+
+std::string CheckModelOption(const std::string& text) {
+    const std::size_t sign = text.find('=');
+    return sign == std::string::npos || sign == 0 ? "an option of a model is NAME=VALUE" : "";
+}
+
+CLI::App& AddScore(CLI::App& app, ScoreOptions& options, std::string& delimiter,
+                   std::vector<std::string>& modelOptions) {
+    CLI::App& command = *app.add_subcommand("score", "Score rows of cases with a document's model");
+    AddDocument(command, options.document, "document with a model");
+    AddCases(command, options, delimiter, "predictions");
+    AddModels(command, options.models);
+    command.add_option("--option", modelOptions, "set an option of the model; may be given again")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false)
+        ->check(CLI::Validator(CheckModelOption, "", "model option"));
+    return command;
+}
+
+CLI::App& AddVerify(CLI::App& app, VerifyOptions& options) {
+    CLI::App& command = *app.add_subcommand("verify", "Score a document's own verification records and compare");
+    AddDocument(command, options.document, "document with a model and its ModelVerification");
+    AddModels(command, options.models);
+    AddEncoding(command, options.encoding, "encoding in which the report is written");
+    return command;
+}
+
+/// Parts the options of a model at their first equals sign.
+std::vector<std::pair<std::string, std::string>> PartModelOptions(const std::vector<std::string>& texts) {
+    std::vector<std::pair<std::string, std::string>> parts;
+    for (const std::string& text : texts) {
+        const std::size_t sign = text.find('=');
+        parts.emplace_back(text.substr(0, sign), text.substr(sign + 1));
+    }
+    return parts;
 }
 
 CLI::App& AddInspect(CLI::App& app, InspectOptions& options) {
     CLI::App& command = *app.add_subcommand("inspect", "Show a document's fields and derived fields");
-    command
-        .add_option("DOCUMENT", options.document,
-                    "PMML document with a TransformationDictionary, or one with the root kord-ml")
-        ->required()
-        ->type_name("");
+    AddDocument(command, options.document,
+                "PMML document with a TransformationDictionary, or one with the root kord-ml");
     AddEncoding(command, options.encoding, "encoding that the texts are read into and the tables are written in");
     command.add_flag("--json", options.json, "write JSON (UTF-8) instead of tables");
     return command;
@@ -82,14 +129,19 @@ CLI::App& AddInspect(CLI::App& app, InspectOptions& options) {
 } // namespace
 
 Request ParseCommandLine(int argc, const char* const* argv) {
-    CLI::App app("Computes the derived fields of model documents.", "veltrane");
+    CLI::App app("Scores cases with the models of documents and computes their derived fields.", "veltrane");
     app.set_version_flag("--version", std::string("veltrane ") + VELTRANE_VERSION);
     app.require_subcommand(1);
     app.footer(kExitCodes);
     TransformOptions transform;
+    ScoreOptions score;
+    VerifyOptions verify;
     InspectOptions inspect;
     std::string delimiter = ",";
+    std::vector<std::string> modelOptions;
     const CLI::App& transformCommand = AddTransform(app, transform, delimiter);
+    const CLI::App& scoreCommand = AddScore(app, score, delimiter, modelOptions);
+    const CLI::App& verifyCommand = AddVerify(app, verify);
     const CLI::App& inspectCommand = AddInspect(app, inspect);
     app.add_subcommand("functions", "List the built-in functions of Apply");
     try {
@@ -99,10 +151,15 @@ Request ParseCommandLine(int argc, const char* const* argv) {
     }
     if (inspectCommand.parsed())
         return inspect;
-    if (!transformCommand.parsed())
+    if (verifyCommand.parsed())
+        return verify;
+    transform.delimiter = score.delimiter = delimiter == kWrittenTab ? '\t' : delimiter.front();
+    if (transformCommand.parsed())
+        return transform;
+    if (!scoreCommand.parsed())
         return FunctionsOptions();
-    transform.delimiter = delimiter == kWrittenTab ? '\t' : delimiter.front();
-    return transform;
+    score.modelOptions = PartModelOptions(modelOptions);
+    return score;
 }
 
 } // namespace veltrane::host

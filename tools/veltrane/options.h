@@ -3,14 +3,14 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
 namespace veltrane::host {
 
-/// `veltrane transform`.
-struct TransformOptions {
-    std::string document;
+/// What every command that goes through a file of cases is asked.
+struct CaseOptions {
     std::string cases;                 ///< `-` is standard input
     std::optional<std::string> output; ///< standard output without it
     std::string encoding = "UTF-8";
@@ -19,6 +19,26 @@ struct TransformOptions {
     bool keep = false;
     bool strict = false;
     bool quiet = false;
+};
+
+/// `veltrane transform`.
+struct TransformOptions : CaseOptions {
+    std::string document;
+};
+
+/// `veltrane score`.
+struct ScoreOptions : CaseOptions {
+    std::string document;
+    std::optional<std::string> models; ///< the file with the list of models; the installed one without it
+    std::vector<std::pair<std::string, std::string>>
+        modelOptions; ///< names and values, in the order of the command line
+};
+
+/// `veltrane verify`.
+struct VerifyOptions {
+    std::string document;
+    std::optional<std::string> models;
+    std::string encoding = "UTF-8";
 };
 
 /// `veltrane inspect`.
@@ -32,7 +52,7 @@ struct InspectOptions {
 struct FunctionsOptions {};
 
 /// What the command line asks for; a number is the exit code where nothing is left to do (help, wrong usage).
-using Request = std::variant<TransformOptions, InspectOptions, FunctionsOptions, int>;
+using Request = std::variant<TransformOptions, ScoreOptions, VerifyOptions, InspectOptions, FunctionsOptions, int>;
 
 /// Reads the command line. Help goes to standard output, a complaint to standard error.
 Request ParseCommandLine(int argc, const char* const* argv);

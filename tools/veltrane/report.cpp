@@ -69,6 +69,9 @@ void Report::Ragged(std::size_t line, std::size_t cells, std::size_t columns) {
 void Report::Total() {
     if (fUnreadableCells > 0)
         Write(fmt::format("veltrane: {} {} could not be read\n", fUnreadableCells, CellWord(fUnreadableCells)));
+    for (const auto& [reason, rows] : fUnscoredRows)
+        Write(fmt::format("veltrane: {} {} could not be scored{}{}\n", rows, rows == 1 ? "row" : "rows",
+                          reason.empty() ? "" : ": ", Escaped(reason)));
 }
 
 void Report::Write(const std::string& line) {

@@ -2,6 +2,7 @@
 #define VELTRANE_HOST_REPORT_H
 
 #include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -12,7 +13,7 @@ class ProgressBar;
 /// Text that a terminal shows on one line: control characters stand as escapes (`\n`, `\x1B`).
 std::string Escaped(std::string_view text);
 
-/// Tells the person at the terminal about the cases, on standard error, and counts the cells that could not be read.
+/// Tells the person at the terminal about the cases, on standard error, and counts what could not be read or scored.
 class Report {
 public:
     /// @param cases the name of the file of cases, as it was given
@@ -30,9 +31,14 @@ public:
     /// A record with more or fewer cells than the header; each cell between the two counts.
     void Ragged(std::size_t line, std::size_t cells, std::size_t columns);
 
-    std::size_t UnreadableCells() const { return fUnreadableCells; }
+    /// Notes a row that the model gave no prediction for.
+    /// @param reason why, as the line of the total tells it; empty where nothing more is known
+    void Unscored(const std::string& reason) { ++fUnscoredRows[reason]; }
 
-    /// The last line: how many cells could not be read. Written in quiet too.
+    /// Whether every cell was read and every row scored.
+    bool IsComplete() const { return fUnreadableCells == 0 && fUnscoredRows.empty(); }
+
+    /// The last lines: how many cells could not be read, and how many rows not scored and why. Written in quiet too.
     void Total();
 
 private:
@@ -42,6 +48,7 @@ private:
     bool fQuiet;
     ProgressBar* fBar = nullptr;
     std::size_t fUnreadableCells = 0;
+    std::map<std::string, std::size_t> fUnscoredRows; ///< by reason
 };
 
 } // namespace veltrane::host

@@ -25,6 +25,27 @@ DateForm DateFormOf(const ScoreDictVar& variable) {
     }
 }
 
+void WriteValue(const ScoreValue* value, DateForm dateForm, CsvWriter& writer, std::string& scratch) {
+    if (!value || value->IsSystemMissingValue()) {
+        writer.Empty();
+        return;
+    }
+    switch (value->GetType()) {
+    case ScoreValue::NUMERIC_VALUE:
+        writer.Number(value->GetDouble());
+        return;
+    case ScoreValue::DATETIME_VALUE:
+        scratch.clear();
+        AppendDate(scratch, static_cast<const DateTimeValue&>(*value).GetDoubleValue(ScoreDictVar::DT_DATETIME),
+                   dateForm);
+        writer.Text(scratch);
+        return;
+    case ScoreValue::STRING_VALUE:
+        writer.Text(static_cast<const StringValue&>(*value).GetText());
+        return;
+    }
+}
+
 ResultColumns::ResultColumns(const MCVeltrane_900::TransformationDictionary& derivedFields) {
     for (const std::string& name : derivedFields.GetDerivedVarNames()) {
         const ScoreDictVar& variable = *derivedFields.GetVar(name);
@@ -42,30 +63,8 @@ void ResultColumns::WriteHeader(CsvWriter& writer) const {
 }
 
 void ResultColumns::WriteCase(const MCVeltrane_900::ScoreCaseRecord& record, CsvWriter& writer) {
-    for (const Column& column : fColumns) {
-        const ScoreValue* value = record.Get(column.index);
-        if (!value || value->IsSystemMissingValue())
-            writer.Empty();
-        else
-            WriteValue(*value, column, writer);
-    }
-}
-
-void ResultColumns::WriteValue(const ScoreValue& value, const Column& column, CsvWriter& writer) {
-    switch (value.GetType()) {
-    case ScoreValue::NUMERIC_VALUE:
-        writer.Number(value.GetDouble());
-        return;
-    case ScoreValue::DATETIME_VALUE:
-        fText.clear();
-        AppendDate(fText, static_cast<const DateTimeValue&>(value).GetDoubleValue(ScoreDictVar::DT_DATETIME),
-                   column.dateForm);
-        writer.Text(fText);
-        return;
-    case ScoreValue::STRING_VALUE:
-        writer.Text(static_cast<const StringValue&>(value).GetText());
-        return;
-    }
+    for (const Column& column : fColumns)
+        WriteValue(record.Get(column.index), column.dateForm, writer, fText);
 }
 
 } // namespace veltrane::host

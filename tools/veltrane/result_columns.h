@@ -19,6 +19,11 @@ namespace veltrane::host {
 /// The textual form in which the date-times of a field are written, whatever its storage type counts.
 DateForm DateFormOf(const MCVeltrane_900::ScoreDictVar& variable);
 
+/// Writes a value as a cell: a number, a text, or a date-time in the given form; null and a system-missing value as an
+/// empty cell.
+/// @param scratch holds the text of a date-time; its content is lost
+void WriteValue(const MCVeltrane_900::ScoreValue* value, DateForm dateForm, CsvWriter& writer, std::string& scratch);
+
 /// The derived fields as columns of the output, in document order.
 class ResultColumns {
 public:
@@ -37,8 +42,6 @@ private:
         int index; ///< in the record
         DateForm dateForm;
     };
-
-    void WriteValue(const MCVeltrane_900::ScoreValue& value, const Column& column, CsvWriter& writer);
 
     std::vector<Column> fColumns;
     std::string fText;

@@ -1,0 +1,139 @@
+#include "case_run.h"
+
+#include "atomic_file.h"
+#include "failure.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <unistd.h>
+
+namespace veltrane::host {
+namespace {
+
+/// Standard output. The bar is taken away first where both are on a terminal.
+class StandardOutput : public ByteSink {
+public:
+    explicit StandardOutput(ProgressBar* bar) : fBar(::isatty(STDOUT_FILENO) ? bar : nullptr) {}
+
+    void Write(std::string_view bytes) override {
+        if (fBar)
+            fBar->Hide();
+        DescriptorSink(STDOUT_FILENO, "standard output").Write(bytes);
+    }
+
+private:
+    ProgressBar* fBar;
+};
+
+} // namespace
+
+CaseRun::CaseRun(const CaseOptions& options, CaseRow& row, CaseResults& results)
+    : fOptions(options), fCase(row), fResults(results), fReport(options.cases, options.quiet), fInput(options.cases),
+      fReader(fInput, options.cases, options.delimiter), fCells(options.missingTokens) {}
+
+int CaseRun::Run() {
+    Columns();
+    CheckKeptColumns();
+    std::optional<AtomicFile> file;
+    if (fOptions.output)
+        file.emplace(*fOptions.output);
+    ShowBar();
+    StandardOutput standardOutput(fBar ? &*fBar : nullptr);
+    CsvWriter writer(file ? static_cast<ByteSink&>(*file) : standardOutput, fOptions.delimiter);
+    WriteHeader(writer);
+    WriteCases(writer);
+    writer.Flush();
+    if (file)
+        file->Commit();
+    if (fBar)
+        fBar->Finish();
+    fReport.Total();
+    return fReport.IsComplete() ? kExitDone : kExitIncomplete;
+}
+
+const CaseColumns& CaseRun::Columns() {
+    if (fColumns)
+        return *fColumns;
+    if (!fReader.Next(fRow))
+        throw Failure(fOptions.cases + ": the file is empty; a header of field names is needed");
+    fColumns.emplace(fRow.cells, fCase, fmt::format("{}:{}", fOptions.cases, fRow.line));
+    const std::string ignored = fColumns->IgnoredNames();
+    if (!ignored.empty())
+        fReport.Warning(fmt::format("{}: columns that are no field are ignored: {}", fOptions.cases, ignored));
+    return *fColumns;
+}
+
+void CaseRun::CheckKeptColumns() {
+    if (!fOptions.keep)
+        return;
+    for (const auto& column : fColumns->All()) {
+        if (fResults.Has(column.name))
+            throw Failure(fmt::format("{}: the column \"{}\" cannot be kept: {} has its name", fOptions.cases,
+                                      Escaped(column.name), fResults.ColumnKind()));
+    }
+}
+
+void CaseRun::ShowBar() {
+    if (fOptions.quiet || !fInput.Size() || !::isatty(STDERR_FILENO))
+        return;
+    fBar.emplace(STDERR_FILENO, *fInput.Size());
+    fReport.SetBar(&*fBar);
+}
+
+void CaseRun::WriteHeader(CsvWriter& writer) {
+    if (fOptions.keep) {
+        for (const auto& column : fColumns->All())
+            writer.Text(column.name);
+    }
+    fResults.WriteHeader(writer);
+    writer.EndRow();
+}
+
+void CaseRun::WriteCases(CsvWriter& writer) {
+    const bool mayBlock = !fInput.Size();
+    for (std::uint64_t rows = 1;; ++rows) {
+        if (mayBlock && !fReader.HasRecord())
+            writer.Flush();
+        if (!fReader.Next(fRow))
+            return;
+        ReadCase();
+        if (fOptions.keep)
+            KeepCells(writer);
+        fResults.WriteCase(fCase, writer, fReport);
+        writer.EndRow();
+        if (fBar)
+            fBar->Update(rows, fInput.BytesRead());
+    }
+}
+
+void CaseRun::ReadCase() {
+    const auto& all = fColumns->All();
+    const std::size_t cells = std::min(fRow.cells.size(), all.size());
+    if (fRow.cells.size() != all.size()) {
+        fReport.Ragged(fRow.line, fRow.cells.size(), all.size());
+        EndIfStrict();
+    }
+    for (std::size_t at = 0; at < all.size(); ++at) {
+        if (!all[at].field)
+            continue;
+        if (at >= cells) {
+            fCase.SetMissing(*all[at].field);
+        } else if (const char* problem = fCells.Read(fRow.cells[at], *all[at].field, fCase)) {
+            fReport.Cell(fRow.line, all[at].name, fRow.cells[at], problem);
+            EndIfStrict();
+        }
+    }
+}
+
+void CaseRun::KeepCells(CsvWriter& writer) const {
+    for (std::size_t at = 0; at < fColumns->All().size(); ++at)
+        writer.Text(at < fRow.cells.size() ? fRow.cells[at] : std::string_view{});
+}
+
+void CaseRun::EndIfStrict() const {
+    if (fOptions.strict)
+        throw ToldFailure();
+}
+
+} // namespace veltrane::host

@@ -1,0 +1,77 @@
+#ifndef VELTRANE_HOST_CASE_RUN_H
+#define VELTRANE_HOST_CASE_RUN_H
+
+#include "byte_stream.h"
+#include "case_columns.h"
+#include "case_row.h"
+#include "cell_parser.h"
+#include "csv_reader.h"
+#include "csv_writer.h"
+#include "options.h"
+#include "progress_bar.h"
+#include "report.h"
+
+#include <optional>
+#include <string>
+
+namespace veltrane::host {
+
+/// What a command computes for a case: columns behind those of the input.
+class CaseResults {
+public:
+    virtual ~CaseResults() = default;
+
+    /// Whether a column has this name.
+    virtual bool Has(const std::string& name) const = 0;
+
+    /// What a column is, for messages: "a derived field".
+    virtual const char* ColumnKind() const = 0;
+
+    virtual void WriteHeader(CsvWriter& writer) const = 0;
+
+    /// Computes the results of a case and writes one cell for each column.
+    virtual void WriteCase(const CaseRow& row, CsvWriter& writer, Report& report) = 0;
+};
+
+/// One pass over a file of cases: reads them row by row, has the results computed, writes them. Memory does not grow
+/// with the number of cases.
+class CaseRun {
+public:
+    /// @param options borrowed, like the others
+    /// @param row     is filled with each case
+    CaseRun(const CaseOptions& options, CaseRow& row, CaseResults& results);
+
+    /// Where the person at the terminal is told about the cases.
+    Report& GetReport() { return fReport; }
+
+    /// The columns of the file, read by the first call. Throws a `Failure` for a file without a header.
+    const CaseColumns& Columns();
+
+    /// Goes through all cases; the output is complete when it returns. Failures are thrown.
+    /// @return the exit code
+    int Run();
+
+private:
+    void CheckKeptColumns();
+    void ShowBar();
+    void WriteHeader(CsvWriter& writer);
+    void WriteCases(CsvWriter& writer);
+    void ReadCase();
+    void KeepCells(CsvWriter& writer) const;
+    void EndIfStrict() const;
+
+    const CaseOptions& fOptions;
+    CaseRow& fCase;
+    CaseResults& fResults;
+    Report fReport;
+    InputFile fInput;
+    CsvReader fReader;
+    CellParser fCells;
+    CsvRow fRow;
+    std::optional<CaseColumns> fColumns;
+    std::optional<ProgressBar> fBar;
+};
+
+} // namespace veltrane::host
+
+#endif

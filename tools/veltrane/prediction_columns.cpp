@@ -1,0 +1,67 @@
+#include "prediction_columns.h"
+
+#include "result_columns.h"
+
+#include <MCVeltrane_900/ScoreDictVar.h>
+#include <MCVeltrane_900/ScoreDictionary.h>
+#include <MCVeltrane_900/ScoreModel.h>
+#include <MCVeltrane_900/ScoreResult.h>
+#include <MCVeltrane_900/ScoreResultField.h>
+#include <MCVeltrane_900/ScoreValue.h>
+
+#include <algorithm>
+
+namespace veltrane::host {
+
+using MCVeltrane_900::ScoreDictVar;
+using MCVeltrane_900::ScoreModel;
+using MCVeltrane_900::ScoreResult;
+using MCVeltrane_900::ScoreResultField;
+
+namespace {
+
+DateForm DateFormOf(const ScoreDictVar* variable) {
+    return variable ? host::DateFormOf(*variable) : DateForm::kDateTime;
+}
+
+} // namespace
+
+PredictionColumns::PredictionColumns(const ScoreModel& model, ScoreResult& emptyResult) {
+    if (const auto* dictionary = model.GetResultDictionary()) {
+        for (const std::string& name : dictionary->GetVarNames())
+            fOutputs.push_back({name, DateFormOf(dictionary->GetVar(name))});
+    } else if (const ScoreResultField* fields = emptyResult.GetResultFields()) {
+        for (const std::string& name : fields->GetResultFields())
+            fOutputs.push_back({name, DateForm::kDateTime});
+    }
+    const ScoreDictVar* target = model.GetTargetVar();
+    fPredicted = {target ? target->GetName() : "prediction", DateFormOf(target)};
+    const auto isOutput = [&](const Column& output) { return output.name == fPredicted.name; };
+    while (std::any_of(fOutputs.begin(), fOutputs.end(), isOutput))
+        fPredicted.name = "predicted " + fPredicted.name;
+}
+
+bool PredictionColumns::Has(const std::string& name) const {
+    return name == fPredicted.name ||
+           std::any_of(fOutputs.begin(), fOutputs.end(), [&](const Column& output) { return output.name == name; });
+}
+
+void PredictionColumns::WriteHeader(CsvWriter& writer) const {
+    writer.Text(fPredicted.name);
+    for (const Column& output : fOutputs)
+        writer.Text(output.name);
+}
+
+void PredictionColumns::WriteCase(ScoreResult& result, CsvWriter& writer) {
+    WriteValue(result.GetResultValue(), fPredicted.dateForm, writer, fText);
+    const ScoreResultField* fields = result.GetResultFields();
+    for (const Column& output : fOutputs)
+        WriteValue(fields ? fields->GetResultValue(output.name) : nullptr, output.dateForm, writer, fText);
+}
+
+void PredictionColumns::WriteEmpty(CsvWriter& writer) const {
+    for (std::size_t cells = fOutputs.size() + 1; cells > 0; --cells)
+        writer.Empty();
+}
+
+} // namespace veltrane::host

@@ -1,0 +1,48 @@
+#ifndef VELTRANE_HOST_PREDICTION_COLUMNS_H
+#define VELTRANE_HOST_PREDICTION_COLUMNS_H
+
+#include "csv_writer.h"
+#include "date_text.h"
+
+#include <string>
+#include <vector>
+
+namespace MCVeltrane_900 {
+class ScoreModel;
+class ScoreResult;
+} // namespace MCVeltrane_900
+
+namespace veltrane::host {
+
+/// What a model predicts as columns of the output: the predicted value under the target's name, then the output fields.
+class PredictionColumns {
+public:
+    /// The output fields are those of the model's result dictionary, in its order; where a model has none, those that
+    /// its empty result holds. A predicted value whose name an output field has is called `predicted NAME`; one without
+    /// a target, `prediction`.
+    PredictionColumns(const MCVeltrane_900::ScoreModel& model, MCVeltrane_900::ScoreResult& emptyResult);
+
+    const std::string& PredictedName() const { return fPredicted.name; }
+    bool Has(const std::string& name) const;
+    void WriteHeader(CsvWriter& writer) const;
+
+    /// @param result of a case that was scored
+    void WriteCase(MCVeltrane_900::ScoreResult& result, CsvWriter& writer);
+
+    /// Empty cells, for a case that could not be scored.
+    void WriteEmpty(CsvWriter& writer) const;
+
+private:
+    struct Column {
+        std::string name;
+        DateForm dateForm;
+    };
+
+    Column fPredicted;
+    std::vector<Column> fOutputs;
+    std::string fText;
+};
+
+} // namespace veltrane::host
+
+#endif

@@ -1,0 +1,82 @@
+#include "score_command.h"
+
+#include "case_run.h"
+#include "failure.h"
+#include "prediction_columns.h"
+#include "score_model.h"
+
+#include <MCScore/MCStatus.h>
+#include <MCVeltrane_900/ScoreDictionary.h>
+#include <MCVeltrane_900/ScoreModel.h>
+#include <MCVeltrane_900/ScoreResult.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace veltrane::host {
+namespace {
+
+using MCVeltrane_900::ScoreModel;
+using MCVeltrane_900::ScoreResult;
+
+/// The predictions of a model, one case after the other into the same result.
+class Predictions : public CaseResults {
+public:
+    Predictions(ScoreModel& model, const std::string& document)
+        : fModel(model), fResult(MakeResult(model, document)), fColumns(model, *fResult) {}
+
+    bool Has(const std::string& name) const override { return fColumns.Has(name); }
+    const char* ColumnKind() const override { return "a result"; }
+    void WriteHeader(CsvWriter& writer) const override { fColumns.WriteHeader(writer); }
+
+    void WriteCase(const CaseRow& row, CsvWriter& writer, Report& report) override {
+        const MCScore::MCStatus status = fModel.Score(&row, fResult.get());
+        if (!status.IsError() && fResult->GetResultValue() != nullptr) {
+            fColumns.WriteCase(*fResult, writer);
+        } else {
+            report.Unscored(ReasonOf(status));
+            fColumns.WriteEmpty(writer);
+        }
+    }
+
+private:
+    ScoreModel& fModel;
+    std::unique_ptr<ScoreResult> fResult;
+    PredictionColumns fColumns;
+};
+
+void SetOptions(ScoreModel& model, const ScoreOptions& options) {
+    for (const auto& [name, value] : options.modelOptions) {
+        if (!model.SetOption(name, value))
+            throw Failure(fmt::format("{}: the model has no option \"{}\", or \"{}\" is no value of it",
+                                      options.document, name, value));
+    }
+}
+
+/// Without one of its inputs a model sees a missing value in every case, which is seldom meant.
+void WarnOfMissingInputs(const ScoreModel& model, CaseRun& run, const std::string& cases) {
+    std::string names;
+    for (const std::string& input : model.GetInputNames()) {
+        const auto& columns = run.Columns().All();
+        const auto isInput = [&](const CaseColumns::Column& column) { return column.name == input; };
+        if (std::none_of(columns.begin(), columns.end(), isInput))
+            names += (names.empty() ? "\"" : ", \"") + Escaped(input) + "\"";
+    }
+    if (!names.empty())
+        run.GetReport().Warning(fmt::format("{}: inputs without a column are missing in every case: {}", cases, names));
+}
+
+} // namespace
+
+int RunScore(const ScoreOptions& options) {
+    const std::unique_ptr<ScoreModel> model = BuildModel(options.document, options.models, options.encoding);
+    SetOptions(*model, options);
+    CaseRow row(*model->GetDictionary());
+    Predictions predictions(*model, options.document);
+    CaseRun run(options, row, predictions);
+    WarnOfMissingInputs(*model, run, options.cases);
+    return run.Run();
+}
+
+} // namespace veltrane::host
