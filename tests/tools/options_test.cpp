@@ -56,6 +56,40 @@ TEST(TransformOptionsTest, RefuseOtherDelimiters) {
         EXPECT_EQ(ExitCodeOf({"transform", "d", "c", "--delimiter", delimiter}), 2) << delimiter;
 }
 
+TEST(ScoreOptionsTest, HaveDefaults) {
+    const auto options = std::get<ScoreOptions>(Parse({"score", "d.pmml", "c.csv"}));
+    EXPECT_EQ(options.document, "d.pmml");
+    EXPECT_EQ(options.cases, "c.csv");
+    EXPECT_EQ(options.models, std::nullopt);
+    EXPECT_TRUE(options.modelOptions.empty());
+    EXPECT_EQ(options.delimiter, ',');
+}
+
+TEST(ScoreOptionsTest, AreAllRead) {
+    const auto options = std::get<ScoreOptions>(
+        Parse({"score", "d.pmml", "-", "-o", "out.csv", "--models", "list.txt", "--option", "a=1", "--option", "b=c=d",
+               "--option", "e=", "--encoding", "CP1252", "--delimiter", ";", "--missing", "NA", "--keep", "--strict",
+               "--quiet"}));
+    EXPECT_EQ(options.output, "out.csv");
+    EXPECT_EQ(options.models, "list.txt");
+    EXPECT_EQ(options.modelOptions,
+              (std::vector<std::pair<std::string, std::string>>{{"a", "1"}, {"b", "c=d"}, {"e", ""}}));
+    EXPECT_EQ(options.encoding, "CP1252");
+    EXPECT_EQ(options.delimiter, ';');
+    EXPECT_EQ(options.missingTokens, std::vector<std::string>{"NA"});
+    EXPECT_TRUE(options.keep && options.strict && options.quiet);
+}
+
+TEST(VerifyOptionsTest, AreAllRead) {
+    const auto plain = std::get<VerifyOptions>(Parse({"verify", "d.pmml"}));
+    EXPECT_EQ(plain.document, "d.pmml");
+    EXPECT_EQ(plain.models, std::nullopt);
+    EXPECT_EQ(plain.encoding, "UTF-8");
+    const auto full = std::get<VerifyOptions>(Parse({"verify", "d.pmml", "--models", "l", "--encoding", "CP1252"}));
+    EXPECT_EQ(full.models, "l");
+    EXPECT_EQ(full.encoding, "CP1252");
+}
+
 TEST(InspectOptionsTest, AreAllRead) {
     const auto plain = std::get<InspectOptions>(Parse({"inspect", "d.pmml"}));
     EXPECT_EQ(plain.document, "d.pmml");
@@ -77,6 +111,11 @@ TEST(CommandLine, EndsWithTwoOnWrongUsage) {
     EXPECT_EQ(ExitCodeOf({"transform", "d", "c", "--missing"}), 2);
     EXPECT_EQ(ExitCodeOf({"transform", "d", "c", "--encoding", "no-such-encoding"}), 2);
     EXPECT_EQ(ExitCodeOf({"transform", "d", "c", "--encoding", "UTF-16"}), 2);
+    EXPECT_EQ(ExitCodeOf({"score", "d"}), 2);
+    EXPECT_EQ(ExitCodeOf({"score", "d", "c", "--option", "a"}), 2);
+    EXPECT_EQ(ExitCodeOf({"score", "d", "c", "--option", "=a"}), 2);
+    EXPECT_EQ(ExitCodeOf({"verify"}), 2);
+    EXPECT_EQ(ExitCodeOf({"verify", "d", "c"}), 2);
     EXPECT_EQ(ExitCodeOf({"inspect"}), 2);
     EXPECT_EQ(ExitCodeOf({"inspect", "d", "--keep"}), 2);
 }

@@ -1,0 +1,173 @@
+"""`veltrane score` with a plug-in of the tests that can keep or break its side of the contract."""
+import os
+import unittest
+
+from host_command import HostTest
+
+X = '<DataField name="x" optype="continuous" dataType="double"/>'
+Y = '<DataField name="y" optype="continuous" dataType="double"/>'
+OUTPUTS = ('<ResultField name="Size" dataType="string" optype="categorical" feature="predictedDisplayValue"/>'
+           '<ResultField name="Half" dataType="double" optype="continuous" feature="predictedValue"/>')
+NO_DEFAULT = "a case without a prediction, and the target has no default (status 90027)"
+
+
+class Score(HostTest):
+    def setUp(self):
+        super().setUp()
+        self.write("models.txt", "ScriptedModel\n")
+
+    def model(self, fault="", target="y", fields=(X, Y), outputs=OUTPUTS):
+        self.write("model.pmml", f'<PMML version="4.1"><Header/><DataDictionary numberOfFields="{len(fields)}">'
+                                 f'{"".join(fields)}</DataDictionary><ScriptedModel fault="{fault}" target="{target}">'
+                                 f"{outputs}</ScriptedModel></PMML>")
+
+    def score(self, cases, *options):
+        self.write("cases.csv", cases)
+        environment = dict(os.environ, LD_LIBRARY_PATH=os.environ["VELTRANE_TEST_PLUGINS"])
+        return self.run_host("score", "model.pmml", "cases.csv", "--models", "models.txt", *options, env=environment)
+
+
+class Columns(Score):
+    def test_the_prediction_stands_under_the_target_and_outputs_in_document_order(self):
+        self.model()
+        self.expect(self.score("x,y\n1,0\n11,\n"), 0, 'y,Size,Half\n2,small,0.5\n22,"big, or so",5.5\n', "")
+
+    def test_without_a_result_dictionary_the_outputs_are_those_of_an_empty_result(self):
+        self.model(outputs="")
+        self.expect(self.score("x\n1\n"), 0, "y,Half,Size\n2,0.5,small\n", "")
+
+    def test_without_a_target_the_column_is_called_prediction(self):
+        self.model(target="", outputs=OUTPUTS)
+        self.expect(self.score("x\n1\n"), 0, "prediction,Size,Half\n2,small,0.5\n", "")
+
+    def test_an_output_with_the_target_s_name_keeps_it(self):
+        half = '<DataField name="Half" optype="continuous" dataType="double"/>'
+        self.model(target="Half", fields=(X, half))
+        self.expect(self.score("x\n1\n"), 0, "predicted Half,Size,Half\n2,small,0.5\n", "")
+
+    def test_input_columns_are_kept_in_front(self):
+        self.model()
+        self.expect(self.score("x,note\n1,a\n", "--keep"), 0, "x,note,y,Size,Half\n1,a,2,small,0.5\n",
+                    'veltrane: warning: cases.csv: columns that are no field are ignored: "note"\n')
+
+    def test_a_column_of_a_result_s_name_cannot_be_kept(self):
+        self.model()
+        for column in ("y", "Half"):
+            self.expect(self.score(f"x,{column}\n1,a\n", "--keep", "--quiet"), 1, "",
+                        f'veltrane: cases.csv: the column "{column}" cannot be kept: a result has its name\n')
+
+    def test_a_delimiter_serves_both_sides(self):
+        self.model()
+        self.expect(self.score("x;y\n11;0\n", "--delimiter", ";"), 0, "y;Size;Half\n22;big, or so;5.5\n", "")
+
+
+class Rows(Score):
+    def test_rows_that_cannot_be_scored_are_empty_and_counted_by_reason(self):
+        self.model()
+        self.expect(self.score("x\n1\n\"\"\n-1\nNA\n-2\n3\n-5\n", "--missing", "NA"), 3,
+                    "y,Size,Half\n2,small,0.5\n,,\n,,\n,,\n,,\n6,small,1.5\n,,\n",
+                    f"veltrane: 2 rows could not be scored: {NO_DEFAULT}\n"
+                    "veltrane: 3 rows could not be scored: status 7\n")
+
+    def test_they_are_counted_in_quiet_too(self):
+        self.model()
+        self.expect(self.score("x\n-1\n", "--quiet"), 3, "y,Size,Half\n,,\n",
+                    "veltrane: 1 row could not be scored: status 7\n")
+
+    def test_a_row_without_a_prediction_is_not_scored(self):
+        self.model("no prediction")
+        self.expect(self.score("x\n1\n"), 3, "y,Size,Half\n,,\n", "veltrane: 1 row could not be scored\n")
+
+    def test_a_row_with_a_warning_is_scored(self):
+        self.model("warns")
+        self.expect(self.score("x\n1\n"), 0, "y,Size,Half\n2,small,0.5\n", "")
+
+    def test_an_unreadable_cell_is_missing(self):
+        self.model()
+        self.expect(self.score("x\nabc\n1\n"), 3, "y,Size,Half\n,,\n2,small,0.5\n",
+                    'cases.csv:2: x: "abc" is not a number\nveltrane: 1 cell could not be read\n'
+                    f"veltrane: 1 row could not be scored: {NO_DEFAULT}\n")
+
+    def test_strict_ends_at_the_first_unreadable_cell_and_leaves_no_file(self):
+        self.model()
+        self.expect(self.score("x\nabc\n", "--strict", "-o", "out.csv"), 1, "",
+                    'cases.csv:2: x: "abc" is not a number\n')
+        self.assertNotIn("out.csv", self.names())
+
+    def test_the_output_goes_to_a_file(self):
+        self.model()
+        self.expect(self.score("x\n1\n", "-o", "out.csv"), 0, "", "")
+        self.assertEqual((self.folder / "out.csv").read_text(), "y,Size,Half\n2,small,0.5\n")
+
+    def test_an_input_without_a_column_is_told_once(self):
+        self.model()
+        self.expect(self.score("y\n1\n2\n"), 3, "y,Size,Half\n,,\n,,\n",
+                    'veltrane: warning: cases.csv: inputs without a column are missing in every case: "x"\n'
+                    f"veltrane: 2 rows could not be scored: {NO_DEFAULT}\n")
+
+
+class ModelOptions(Score):
+    def test_they_reach_the_model_in_order(self):
+        self.model()
+        self.expect(self.score("x\n1\n", "--option", "factor=3", "--option", "factor=5"), 0,
+                    "y,Size,Half\n5,small,0.5\n", "")
+
+    def test_unknown_ones_end_the_run(self):
+        self.model()
+        for option, shown in (("speed=3", '"speed", or "3"'), ("factor=x", '"factor", or "x"'),
+                              ("factor=", '"factor", or ""'), ("a=b=c", '"a", or "b=c"')):
+            self.expect(self.score("x\n1\n", "--option", option), 1, "",
+                        f"veltrane: model.pmml: the model has no option {shown} is no value of it\n")
+
+    def test_text_that_is_no_option_is_wrong_usage(self):
+        self.model()
+        for option in ("factor", "=3", ""):
+            self.expect(self.score("x\n1\n", "--option", option), 2, "")
+
+
+class Models(Score):
+    def test_a_list_that_is_not_there_is_told(self):
+        self.model()
+        self.write("cases.csv", "x\n1\n")
+        self.expect(self.run_host("score", "model.pmml", "cases.csv", "--models", "none.txt"), 1, "",
+                    "veltrane: error 260103: Could not open file: 'none.txt'.\n")
+
+    def test_a_document_that_is_not_there_is_told(self):
+        self.expect(self.score("x\n1\n"), 1, "",
+                    "veltrane: error 260104: Unexpected error in opening PMML file: 'model.pmml'.\n")
+
+    def test_a_model_that_the_list_lacks_is_told(self):
+        self.model()
+        self.write("models.txt", "TreeModel\n")
+        self.expect(self.score("x\n1\n"), 1, "")
+        self.assertIn(b"veltrane: error 260301: ", self.score("x\n1\n").stderr)
+
+    def test_a_plug_in_that_is_not_there_is_told(self):
+        self.write("models.txt", "AbsentModel\n")
+        self.write("model.pmml", "<PMML><AbsentModel/></PMML>")
+        self.expect(self.score("x\n1\n"), 1, "", "veltrane: error 260113: Missing model dll of 'AbsentModel'.\n")
+
+
+class Faults(Score):
+    """Plug-ins that break their side of the contract: the command says so and ends cleanly."""
+
+    FAULTS = {
+        "no model": "model.pmml: the plug-in made no model of the document",
+        "no dictionary": "model.pmml: the plug-in made a model without a data dictionary",
+        "no result": "model.pmml: the model makes no results",
+        "a lie": "model.pmml: the model's results say that they are of kind 0, and are not",
+        "no kind": "model.pmml: the model's results say that they are of kind 28, and are not",
+        "throws at the document": "a plug-in failed with something that is no exception of the library",
+        "throws at a case": "a plug-in failed with something that is no exception of the library",
+    }
+
+    def test_each_is_told(self):
+        for fault, text in self.FAULTS.items():
+            with self.subTest(fault):
+                self.model(fault)
+                self.expect(self.score("x\n1\n", "-o", "out.csv"), 1, "", f"veltrane: {text}\n")
+                self.assertNotIn("out.csv", self.names())
+
+
+if __name__ == "__main__":
+    unittest.main()
