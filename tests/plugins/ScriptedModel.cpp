@@ -5,9 +5,9 @@
 #include <memory>
 #include <ostream>
 
-/// A plug-in for the tests of hosts. Its model predicts twice the number x: a case without x has no prediction, one with
-/// a negative x fails with the status 7. The option "factor" takes the place of two. An attribute "fault" makes the
-/// plug-in break its side of the contract in one of the ways that a host has to survive.
+/// A plug-in for the tests of hosts. Its model predicts twice the number x: a case without x has no prediction, one
+/// with a negative x fails with the status 7. The option "factor" takes the place of two. An attribute "fault" makes
+/// the plug-in break its side of the contract in one of the ways that a host has to survive.
 namespace {
 
 using namespace MCVeltrane_900;

@@ -67,9 +67,9 @@ TEST(ScoreOptionsTest, HaveDefaults) {
 
 TEST(ScoreOptionsTest, AreAllRead) {
     const auto options = std::get<ScoreOptions>(
-        Parse({"score", "d.pmml", "-", "-o", "out.csv", "--models", "list.txt", "--option", "a=1", "--option", "b=c=d",
-               "--option", "e=", "--encoding", "CP1252", "--delimiter", ";", "--missing", "NA", "--keep", "--strict",
-               "--quiet"}));
+        Parse({"score", "d.pmml",    "-",     "-o",       "out.csv",  "--models",   "list.txt", "--option",
+               "a=1",   "--option",  "b=c=d", "--option", "e=",       "--encoding", "CP1252",   "--delimiter",
+               ";",     "--missing", "NA",    "--keep",   "--strict", "--quiet"}));
     EXPECT_EQ(options.output, "out.csv");
     EXPECT_EQ(options.models, "list.txt");
     EXPECT_EQ(options.modelOptions,
