@@ -6,6 +6,7 @@
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/StringValue.h>
 
+#include <iterator>
 #include <memory>
 #include <typeinfo>
 
@@ -15,8 +16,8 @@ using namespace MCVeltrane_900;
 
 namespace {
 
-/// Up to so many texts a walk over them is faster than a hash.
-constexpr std::size_t kFewTexts = 8;
+/// Up to so many categories a walk over them is faster than an index.
+constexpr std::size_t kFew = 8;
 
 } // namespace
 
@@ -36,6 +37,7 @@ int Categories::Add(const ScoreValue& value) {
     }
     if (!fHoldsTexts) {
         fNumbers.push_back(value.GetDouble());
+        fNumberCodes.emplace(value.GetDouble(), Size() - 1);
         return Size() - 1;
     }
     const std::string text = value.GetString();
@@ -53,6 +55,15 @@ int Categories::Find(const ScoreValue& value) const {
 }
 
 int Categories::Find(double number) const {
+    if (fNumbers.size() > kFew) {
+        // Equal numbers lie beside each other: the nearest one on either side decides.
+        const auto above = fNumberCodes.lower_bound(number);
+        if (above != fNumberCodes.end() && NumericValue::IsEqual(above->first, number)) {
+            return above->second;
+        }
+        const bool isBelow = above != fNumberCodes.begin() && NumericValue::IsEqual(std::prev(above)->first, number);
+        return isBelow ? std::prev(above)->second : kUnknown;
+    }
     for (std::size_t code = 0; code < fNumbers.size(); ++code) {
         if (NumericValue::IsEqual(fNumbers[code], number)) {
             return static_cast<int>(code);
@@ -63,7 +74,7 @@ int Categories::Find(double number) const {
 
 int Categories::Find(std::string_view text) const {
     const std::string_view key = Key(text);
-    if (fTexts.size() > kFewTexts) {
+    if (fTexts.size() > kFew) {
         const auto found = fCodes.find(key);
         return found == fCodes.end() ? kUnknown : found->second;
     }

@@ -5,6 +5,7 @@
 #include <MCVeltrane_900/ScoreValue.h>
 
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -46,6 +47,7 @@ private:
     std::vector<std::string> fTexts;
     std::vector<double> fNumbers;
     std::unordered_map<std::string, int, Hash, std::equal_to<>> fCodes;
+    std::map<double, int> fNumberCodes;
 };
 
 /// The text of a value without a copy where it is a StringValue, else through `buffer`.

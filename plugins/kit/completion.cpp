@@ -6,6 +6,9 @@
 
 #include <xercesc/dom/DOMDocument.hpp>
 
+#include <map>
+#include <string>
+
 namespace veltrane_kit {
 
 namespace {
@@ -23,13 +26,14 @@ void MoveDerivedFields(const Element& from, const Element& to) {
     }
 }
 
-Element DataFieldOf(const Element& dictionary, const std::string& name) {
+std::map<std::string, Element> DataFieldsOf(const Element& dictionary) {
+    std::map<std::string, Element> fields;
     for (const Element field : dictionary.Children()) {
-        if (field.Is(u"DataField") && field.TextOr(u"name", "") == name) {
-            return field;
+        if (field.Is(u"DataField")) {
+            fields.emplace(field.TextOr(u"name", ""), field);
         }
     }
-    return {};
+    return fields;
 }
 
 /// The library requires of every Target what documents leave to the mining schema and the dictionary.
@@ -38,20 +42,18 @@ void CompleteTargets(const Element& dictionary, const Element& model) {
     if (!targets) {
         return;
     }
+    const std::map<std::string, Element> fields = DataFieldsOf(dictionary);
+    const std::string name = FirstTargetName(model);
     for (const Element target : targets.Children()) {
-        if (!target.Is(u"Target")) {
-            continue;
-        }
-        const std::string name = target.TextOr(u"field", FirstTargetName(model));
-        const Element field = DataFieldOf(dictionary, name);
-        if (!field) {
+        const auto field = target.Is(u"Target") ? fields.find(target.TextOr(u"field", name)) : fields.end();
+        if (field == fields.end()) {
             continue;
         }
         if (!target.Has(u"field")) {
-            target.Dom()->setAttribute(u"field", field.Raw(u"name"));
+            target.Dom()->setAttribute(u"field", field->second.Raw(u"name"));
         }
-        if (!target.Has(u"optype") && field.Has(u"optype")) {
-            target.Dom()->setAttribute(u"optype", field.Raw(u"optype"));
+        if (!target.Has(u"optype") && field->second.Has(u"optype")) {
+            target.Dom()->setAttribute(u"optype", field->second.Raw(u"optype"));
         }
     }
 }

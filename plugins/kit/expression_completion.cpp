@@ -26,11 +26,11 @@ public:
 private:
     FieldType TypeOf(const Element& reference) const;
     void CompleteType(const Element& field);
-    void Complete(const Element& expression);
-    void CompleteConstant(const Element& constant);
+    void Complete(const Element& expression, bool standsByText);
+    void CompleteConstant(const Element& constant, bool standsByText);
     void CompleteConditions(const Element& apply);
     void MakeIndicator(const Element& normDiscrete);
-    bool StandsByText(const Element& constant) const;
+    bool RefersToText(const Element& apply) const;
 
     static DOMElement* Make(const Element& at, const XMLCh* tag);
     static DOMElement* MakeApply(const Element& at, const XMLCh* function);
@@ -59,7 +59,7 @@ void ExpressionCompleter::CompleteField(const Element& field) {
     CompleteType(field);
     for (Element child = field.FirstChild(); child;) {
         const Element next = child.NextSibling();
-        Complete(child);
+        Complete(child, HoldsText(field));
         child = next;
     }
     fTypes[field.Raw(u"name")] = HoldsText(field) ? FieldType::TEXT : FieldType::NUMBER;
@@ -78,33 +78,34 @@ void ExpressionCompleter::CompleteType(const Element& field) {
     }
 }
 
-void ExpressionCompleter::Complete(const Element& expression) {
+/// @param standsByText whether a constant is compared with a text field, or is the value of one
+void ExpressionCompleter::Complete(const Element& expression, bool standsByText) {
     if (expression.Is(u"Constant")) {
-        CompleteConstant(expression);
+        CompleteConstant(expression, standsByText);
     } else if (expression.Is(u"NormDiscrete")) {
         MakeIndicator(expression);
     } else if (expression.Is(u"Apply")) {
+        const bool refersToText = RefersToText(expression);
         CompleteConditions(expression);
         for (Element child = expression.FirstChild(); child;) {
             const Element next = child.NextSibling();
-            Complete(child);
+            Complete(child, refersToText);
             child = next;
         }
     }
 }
 
-/// Whether a constant is compared with a text field: with any among the other arguments.
-bool ExpressionCompleter::StandsByText(const Element& constant) const {
-    auto* parent = static_cast<DOMElement*>(constant.Dom()->getParentNode());
-    for (const Element sibling : Element(parent, constant.Reader()).Children()) {
-        if (sibling.Is(u"FieldRef") && TypeOf(sibling) != FieldType::NUMBER) {
+/// Whether a text field is among the arguments.
+bool ExpressionCompleter::RefersToText(const Element& apply) const {
+    for (const Element argument : apply.Children()) {
+        if (argument.Is(u"FieldRef") && TypeOf(argument) != FieldType::NUMBER) {
             return true;
         }
     }
-    return Element(parent, constant.Reader()).Is(u"DerivedField") && HoldsText(Element(parent, constant.Reader()));
+    return false;
 }
 
-void ExpressionCompleter::CompleteConstant(const Element& constant) {
+void ExpressionCompleter::CompleteConstant(const Element& constant, bool standsByText) {
     DOMElement* dom = constant.Dom();
     const XMLCh* text = dom->getTextContent();
     double number = 0.0;
@@ -113,9 +114,8 @@ void ExpressionCompleter::CompleteConstant(const Element& constant) {
             dom->setAttribute(u"dataType", u"string");
         }
     } else if (IsBoolean(constant) && (Same(text, u"true") || Same(text, u"false"))) {
-        const bool isText = StandsByText(constant);
-        dom->setAttribute(u"dataType", isText ? u"string" : u"double");
-        if (!isText) {
+        dom->setAttribute(u"dataType", standsByText ? u"string" : u"double");
+        if (!standsByText) {
             dom->setTextContent(Same(text, u"true") ? u"1" : u"0");
         }
     }

@@ -3,11 +3,18 @@
 #include "kit/raise.h"
 
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace veltrane_kit {
 
 using namespace MCVeltrane_900;
+
+namespace {
+
+constexpr int kTargetPlace = std::numeric_limits<int>::max();
+
+} // namespace
 
 Inputs::Inputs(const MiningSchema& schema, const DeclaredValidities& validities, const ScoreDictionary& dictionary,
                TransformationDictionary* derived)
@@ -15,12 +22,14 @@ Inputs::Inputs(const MiningSchema& schema, const DeclaredValidities& validities,
     for (const MiningField& field : schema.fields) {
         if (field.role == ScoreModel::ROLE_INPUT) {
             fInputs.push_back(MakeSource(field.name, &field, validities));
+            fPlaces.push_back(static_cast<int>(fInputs.size()) - 1);
             fSlots.emplace(field.name, fInputs.back().slot);
             fNames.push_back(field.name);
         }
     }
     if (!schema.target.empty()) {
         fTarget = MakeSource(schema.target, schema.Find(schema.target), validities);
+        fPlaces.push_back(kTargetPlace);
     }
 }
 
@@ -57,6 +66,7 @@ int Inputs::AddDerived(const std::string& name, const ScoreDictVar& var) {
     source.position = var.GetValueIndex();
     fValues.emplace_back();
     fSlots.emplace(name, source.slot);
+    fPlaces.push_back(-1 - static_cast<int>(fDerivedFields.size()));
     fDerivedFields.push_back(std::move(source));
     return fDerivedFields.back().slot;
 }
@@ -78,17 +88,11 @@ Inputs::Source& Inputs::SourceOf(int slot) {
 }
 
 const Inputs::Source& Inputs::SourceOf(int slot) const {
-    for (const Source& source : fInputs) {
-        if (source.slot == slot) {
-            return source;
-        }
+    const int place = fPlaces[static_cast<std::size_t>(slot)];
+    if (place == kTargetPlace) {
+        return fTarget;
     }
-    for (const Source& source : fDerivedFields) {
-        if (source.slot == slot) {
-            return source;
-        }
-    }
-    return fTarget;
+    return place >= 0 ? fInputs[static_cast<std::size_t>(place)] : fDerivedFields[static_cast<std::size_t>(-1 - place)];
 }
 
 bool Inputs::IsNumeric(int slot) const {

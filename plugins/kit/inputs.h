@@ -107,6 +107,8 @@ private:
     MCVeltrane_900::TransformationDictionary* fDerived;
     std::vector<Source> fInputs;
     std::vector<Source> fDerivedFields;
+    /// By slot, where its source is: the place among the inputs, or -1 less that among the derived fields.
+    std::vector<int> fPlaces;
     std::vector<FieldValue> fValues; ///< by slot: of inputs, of the target, of derived fields as they are asked for
     std::map<std::string, int, std::less<>> fSlots;
     std::vector<std::string> fNames;

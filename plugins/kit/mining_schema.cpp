@@ -3,6 +3,7 @@
 #include "kit/categories.h"
 #include "kit/raise.h"
 
+#include <set>
 #include <utility>
 
 namespace veltrane_kit {
@@ -126,6 +127,7 @@ const MiningField* MiningSchema::Find(const std::string& name) const {
 
 MiningSchema ReadMiningSchema(const Element& model, ScoreDictionary& dictionary) {
     MiningSchema schema;
+    std::set<std::string> names;
     for (const Element child : model.RequireChild(u"MiningSchema").Children()) {
         if (child.Is(u"Extension")) {
             continue;
@@ -134,7 +136,7 @@ MiningSchema ReadMiningSchema(const Element& model, ScoreDictionary& dictionary)
             child.RaiseMisplaced();
         }
         MiningField field = ReadMiningField(child, dictionary);
-        if (schema.Find(field.name) != nullptr) {
+        if (!names.insert(field.name).second) {
             Raise(260202, field.name, "MiningSchema");
         }
         NoteTarget(model, field, schema);

@@ -2,6 +2,7 @@
 
 #include <MCVeltrane_900/VersionInfo.h>
 
+#include <algorithm>
 #include <ostream>
 #include <typeinfo>
 #include <utility>
@@ -178,6 +179,11 @@ void Model::TakeDefault(ScoreResult& result) {
         return;
     }
     fPrediction.category = fTarget->Find(*value);
+    if (OwnOutputs(result) != nullptr) {
+        const std::vector<double>& own = static_cast<const ClassificationResult&>(result).Probabilities();
+        std::copy_n(own.begin(), fPrediction.probabilities.size(), fPrediction.probabilities.begin());
+        return;
+    }
     const auto* categories = dynamic_cast<ScoreClsResult*>(&result);
     for (int code = 0; categories != nullptr && code < fTarget->CategoryCount(); ++code) {
         fPrediction.probabilities[static_cast<std::size_t>(code)] =

@@ -8,7 +8,7 @@
 
 #include <xercesc/dom/DOMDocument.hpp>
 
-#include <algorithm>
+#include <set>
 
 namespace veltrane_kit {
 
@@ -129,6 +129,7 @@ Outputs::Outputs(const Element& model, bool classification, Inputs& inputs, Targ
         return;
     }
     bool transforms = false;
+    std::set<std::string> names;
     for (const Element child : output.Children()) {
         if (child.Is(u"Extension")) {
             continue;
@@ -138,7 +139,7 @@ Outputs::Outputs(const Element& model, bool classification, Inputs& inputs, Targ
         }
         Field field = ReadField(child, classification, inputs, target);
         transforms = transforms || field.feature == Feature::TRANSFORMED_VALUE;
-        if (std::any_of(fFields.begin(), fFields.end(), [&field](const Field& f) { return f.name == field.name; })) {
+        if (!names.insert(field.name).second) {
             Raise(260203, "OutputField", field.name, "Output");
         }
         fFields.push_back(std::move(field));

@@ -109,8 +109,9 @@ void KeptValue::Set(const ScoreValue* value) {
     if (!fIsSet) {
         return;
     }
-    if (fValue != nullptr && typeid(*fValue) == typeid(*value)) {
-        Store(*value, *fValue);
+    ScoreValue* kept = fValue.get();
+    if (kept != nullptr && typeid(*kept) == typeid(*value)) {
+        Store(*value, *kept);
     } else {
         fValue.reset(value->Clone());
     }
@@ -118,8 +119,9 @@ void KeptValue::Set(const ScoreValue* value) {
 
 void KeptValue::SetNumber(double number) {
     fIsSet = true;
-    if (fValue != nullptr && typeid(*fValue) == typeid(NumericValue)) {
-        static_cast<NumericValue&>(*fValue).SetDoubleValue(number);
+    ScoreValue* kept = fValue.get();
+    if (kept != nullptr && typeid(*kept) == typeid(NumericValue)) {
+        static_cast<NumericValue*>(kept)->SetDoubleValue(number);
     } else {
         fValue = std::make_unique<NumericValue>(number);
     }
@@ -128,12 +130,18 @@ void KeptValue::SetNumber(double number) {
 ClassificationResult::ClassificationResult(std::shared_ptr<const ResultLayout> layout)
     : CommonResult(std::move(layout)), fProbabilities(Layout().categories.size(), NumericValue::GetSysmisValue()) {}
 
-int ClassificationResult::Find(const ScoreValue* category) const {
+bool ClassificationResult::IsAt(std::size_t index, const ScoreValue& category) const {
     const std::size_t known = Layout().categories.size();
-    for (std::size_t i = 0; category != nullptr && i < fProbabilities.size(); ++i) {
-        const ScoreValue& value = i < known ? *Layout().categories[i] : *fOthers[i - known];
-        if (value == *category) {
-            return static_cast<int>(i);
+    return (index < known ? *Layout().categories[index] : *fOthers[index - known]) == category;
+}
+
+int ClassificationResult::Find(const ScoreValue* category) const {
+    const std::size_t count = fProbabilities.size();
+    for (std::size_t i = 0; category != nullptr && i < count; ++i) {
+        const std::size_t index = (fNext + i) % count;
+        if (IsAt(index, *category)) {
+            fNext = index + 1;
+            return static_cast<int>(index);
         }
     }
     return -1;

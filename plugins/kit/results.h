@@ -111,11 +111,16 @@ public:
     /// Sets the probabilities of the layout's categories, in their order; the missing number for none.
     void SetProbabilities(const std::vector<double>& probabilities);
 
+    /// The probabilities of the layout's categories, then of others that a host has set.
+    const std::vector<double>& Probabilities() const { return fProbabilities; }
+
 private:
     int Find(const MCVeltrane_900::ScoreValue* category) const;
+    bool IsAt(std::size_t index, const MCVeltrane_900::ScoreValue& category) const;
 
     std::vector<double> fProbabilities; ///< of the layout's categories, then of the others
     std::vector<std::unique_ptr<MCVeltrane_900::ScoreValue>> fOthers;
+    mutable std::size_t fNext = 0; ///< where the next category is expected: they are asked for in their order
 };
 
 /// The result of a regression.

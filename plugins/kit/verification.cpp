@@ -11,6 +11,8 @@
 #include <xercesc/util/XMLUni.hpp>
 
 #include <cmath>
+#include <map>
+#include <set>
 
 namespace veltrane_kit {
 
@@ -41,6 +43,7 @@ void CheckCount(const Element& element, const XMLCh* attribute, std::size_t coun
 
 std::vector<VerificationField> ReadFields(const Element& element) {
     std::vector<VerificationField> fields;
+    std::set<std::string> names;
     for (const Element child : element.Children()) {
         if (child.Is(u"Extension")) {
             continue;
@@ -53,25 +56,37 @@ std::vector<VerificationField> ReadFields(const Element& element) {
         field.column = child.Has(u"column") ? child.Text(u"column") : field.field;
         field.precision = child.NumberOr(u"precision", field.precision);
         field.zeroThreshold = child.NumberOr(u"zeroThreshold", field.zeroThreshold);
-        for (const VerificationField& other : fields) {
-            if (other.field == field.field) {
-                Raise(260203, "VerificationField", field.field, "VerificationFields");
-            }
+        if (!names.insert(field.field).second) {
+            Raise(260203, "VerificationField", field.field, "VerificationFields");
         }
         fields.push_back(std::move(field));
     }
     return fields;
 }
 
-std::vector<std::optional<std::string>> ReadRecord(const Element& row, const std::vector<VerificationField>& fields) {
-    std::vector<std::optional<std::string>> record(fields.size());
+/// The fields by the tag of their cells, with its prefix and without.
+using Columns = std::map<std::string, std::size_t>;
+
+Columns ColumnsOf(const std::vector<VerificationField>& fields) {
+    Columns columns;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        columns.emplace(fields[i].column, i);
+    }
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        columns.emplace(LocalName(fields[i].column), i);
+    }
+    return columns;
+}
+
+std::vector<std::optional<std::string>> ReadRecord(const Element& row, const Columns& columns, std::size_t size) {
+    std::vector<std::optional<std::string>> record(size);
     for (const Element cell : row.Children()) {
-        const std::string tag = cell.Tag();
-        for (std::size_t i = 0; i < fields.size(); ++i) {
-            const bool isItsColumn = tag == fields[i].column || LocalName(tag) == LocalName(fields[i].column);
-            if (std::string text = isItsColumn ? cell.Content() : ""; !text.empty()) {
-                record[i] = std::move(text);
-            }
+        auto column = columns.find(cell.Tag());
+        if (column == columns.end()) {
+            column = columns.find(LocalName(cell.Tag()));
+        }
+        if (std::string text = column == columns.end() ? "" : cell.Content(); !text.empty()) {
+            record[column->second] = std::move(text);
         }
     }
     return record;
@@ -129,9 +144,10 @@ std::optional<Verification> ReadVerification(const Element& model) {
         Raise(260115, "VerificationField", "VerificationFields");
     }
     CheckCount(element, u"fieldCount", verification.fields.size(), "VerificationField", "VerificationFields");
+    const Columns columns = ColumnsOf(verification.fields);
     for (const Element row : element.RequireChild(u"InlineTable").Children()) {
         if (row.Is(u"row")) {
-            verification.records.push_back(ReadRecord(row, verification.fields));
+            verification.records.push_back(ReadRecord(row, columns, verification.fields.size()));
         } else if (!row.Is(u"Extension")) {
             row.RaiseMisplaced();
         }

@@ -50,11 +50,12 @@ void RegressionModel::CheckNormalization(const Element& element, bool isClassifi
 }
 
 void RegressionModel::ReadTables(const Element& element, ModelParts& parts) {
+    std::set<int> known;
     for (const Element child : element.Children()) {
         if (!child.Is(u"RegressionTable")) {
             veltrane_kit::RequireCommonElement(child);
         } else if (parts.IsClassification()) {
-            ReadCategoryTable(child, parts);
+            ReadCategoryTable(child, parts, known);
         } else if (fTables.empty()) {
             fTables.push_back({Prediction::kNoCategory, RegressionTable(child, *parts.inputs)});
         } else {
@@ -66,12 +67,10 @@ void RegressionModel::ReadTables(const Element& element, ModelParts& parts) {
     }
 }
 
-void RegressionModel::ReadCategoryTable(const Element& element, ModelParts& parts) {
+void RegressionModel::ReadCategoryTable(const Element& element, ModelParts& parts, std::set<int>& known) {
     const int category = parts.target->CategoryOf(element, u"targetCategory");
-    for (const CategoryTable& other : fTables) {
-        if (other.category == category) {
-            Raise(260203, "targetCategory", element.AnyText(u"targetCategory"), "RegressionModel");
-        }
+    if (!known.insert(category).second) {
+        Raise(260203, "targetCategory", element.AnyText(u"targetCategory"), "RegressionModel");
     }
     fTables.push_back({category, RegressionTable(element, *parts.inputs)});
 }

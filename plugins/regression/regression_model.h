@@ -5,6 +5,7 @@
 #include "normalization.h"
 #include "regression_table.h"
 
+#include <set>
 #include <vector>
 
 namespace veltrane_regression {
@@ -28,7 +29,7 @@ private:
     };
 
     void ReadTables(const veltrane_kit::Element& element, veltrane_kit::ModelParts& parts);
-    void ReadCategoryTable(const veltrane_kit::Element& element, veltrane_kit::ModelParts& parts);
+    void ReadCategoryTable(const veltrane_kit::Element& element, veltrane_kit::ModelParts& parts, std::set<int>& known);
     void CompleteCategories(const veltrane_kit::ModelParts& parts);
     void CheckNormalization(const veltrane_kit::Element& element, bool isClassification) const;
     bool PredictNumber(const veltrane_kit::Inputs& inputs, double& number) const;

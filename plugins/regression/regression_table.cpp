@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <ostream>
+#include <set>
 #include <utility>
 
 namespace veltrane_regression {
@@ -31,45 +33,47 @@ int RequireNumericSlot(const Element& element, const XMLCh* attribute, Inputs& i
 
 } // namespace
 
+struct RegressionTable::Known {
+    std::set<std::pair<int, double>> numeric;         ///< slot and exponent
+    std::map<int, std::map<int, double>> categorical; ///< coefficients by slot and category
+};
+
 RegressionTable::RegressionTable(const Element& element, Inputs& inputs) : fIntercept(element.Number(u"intercept")) {
+    Known known;
     for (const Element child : element.Children()) {
         if (child.Is(u"NumericPredictor")) {
-            ReadNumeric(child, inputs);
+            ReadNumeric(child, inputs, known);
         } else if (child.Is(u"CategoricalPredictor")) {
-            ReadCategorical(child, inputs);
+            ReadCategorical(child, inputs, known);
         } else if (child.Is(u"PredictorTerm")) {
             ReadTerm(child, inputs);
         } else if (!child.Is(u"Extension")) {
             child.RaiseMisplaced();
         }
     }
+    for (const auto& [slot, coefficients] : known.categorical) {
+        fCategorical.push_back({slot, {}});
+        for (const auto& [category, coefficient] : coefficients) {
+            fCategorical.back().coefficients.push_back({category, coefficient});
+        }
+    }
 }
 
-void RegressionTable::ReadNumeric(const Element& element, Inputs& inputs) {
+void RegressionTable::ReadNumeric(const Element& element, Inputs& inputs, Known& known) {
     const NumericPredictor predictor{RequireNumericSlot(element, FieldAttribute(element), inputs),
                                      element.NumberOr(u"exponent", 1.0), element.Number(u"coefficient")};
-    const bool isDouble = std::any_of(fNumeric.begin(), fNumeric.end(), [&predictor](const NumericPredictor& other) {
-        return other.slot == predictor.slot && other.exponent == predictor.exponent;
-    });
-    if (isDouble) {
+    if (!known.numeric.insert({predictor.slot, predictor.exponent}).second) {
         Raise(260203, element.Tag(), inputs.Var(predictor.slot).GetName(), "RegressionTable");
     }
     fNumeric.push_back(predictor);
 }
 
-void RegressionTable::ReadCategorical(const Element& element, Inputs& inputs) {
+void RegressionTable::ReadCategorical(const Element& element, Inputs& inputs, Known& known) {
     const int slot = inputs.RequireSlot(element, FieldAttribute(element));
-    const auto category = static_cast<std::size_t>(inputs.CategoryOf(slot, element, u"value"));
-    CategoricalField& field = FieldOf(slot);
-    if (category >= field.coefficients.size()) {
-        field.coefficients.resize(category + 1, 0.0);
-        field.isSet.resize(category + 1, false);
-    }
-    if (field.isSet[category]) {
+    const int category = inputs.CategoryOf(slot, element, u"value");
+    if (!known.categorical[slot].emplace(category, element.Number(u"coefficient")).second) {
         Raise(260203, element.Tag(), element.AnyText(u"value"), "RegressionTable");
     }
-    field.coefficients[category] = element.Number(u"coefficient");
-    field.isSet[category] = true;
 }
 
 void RegressionTable::ReadTerm(const Element& element, Inputs& inputs) {
@@ -87,16 +91,6 @@ void RegressionTable::ReadTerm(const Element& element, Inputs& inputs) {
     fTerms.push_back(std::move(term));
 }
 
-RegressionTable::CategoricalField& RegressionTable::FieldOf(int slot) {
-    for (CategoricalField& field : fCategorical) {
-        if (field.slot == slot) {
-            return field;
-        }
-    }
-    fCategorical.push_back({slot, {}, {}});
-    return fCategorical.back();
-}
-
 bool RegressionTable::Sum(const Inputs& inputs, double& sum) const {
     sum = fIntercept;
     for (const NumericPredictor& predictor : fNumeric) {
@@ -108,9 +102,14 @@ bool RegressionTable::Sum(const Inputs& inputs, double& sum) const {
     }
     for (const CategoricalField& field : fCategorical) {
         const FieldValue& x = inputs[field.slot];
-        const auto category = static_cast<std::size_t>(x.category);
-        if (!x.IsMissing() && x.category >= 0 && category < field.coefficients.size()) {
-            sum += field.coefficients[category];
+        if (x.IsMissing()) {
+            continue;
+        }
+        const auto found =
+            std::lower_bound(field.coefficients.begin(), field.coefficients.end(), x.category,
+                             [](const Coefficient& entry, int category) { return entry.category < category; });
+        if (found != field.coefficients.end() && found->category == x.category) {
+            sum += found->coefficient;
         }
     }
     return AddTerms(inputs, sum);

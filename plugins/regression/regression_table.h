@@ -33,21 +33,26 @@ private:
         double exponent;
         double coefficient;
     };
-    /// The predictors of one field: coefficients by the code of the category.
+    struct Coefficient {
+        int category;
+        double coefficient;
+    };
+    /// The predictors of one field, in the order of the codes of their categories.
     struct CategoricalField {
         int slot;
-        std::vector<double> coefficients;
-        std::vector<bool> isSet;
+        std::vector<Coefficient> coefficients;
     };
     struct Term {
         double coefficient;
         std::vector<int> slots;
     };
 
-    void ReadNumeric(const veltrane_kit::Element& element, veltrane_kit::Inputs& inputs);
-    void ReadCategorical(const veltrane_kit::Element& element, veltrane_kit::Inputs& inputs);
+    /// What was read already, while a table is read.
+    struct Known;
+
+    void ReadNumeric(const veltrane_kit::Element& element, veltrane_kit::Inputs& inputs, Known& known);
+    void ReadCategorical(const veltrane_kit::Element& element, veltrane_kit::Inputs& inputs, Known& known);
     void ReadTerm(const veltrane_kit::Element& element, veltrane_kit::Inputs& inputs);
-    CategoricalField& FieldOf(int slot);
     bool AddTerms(const veltrane_kit::Inputs& inputs, double& sum) const;
 
     double fIntercept = 0.0;
