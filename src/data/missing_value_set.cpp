@@ -1,4 +1,5 @@
 #include "data/range_index.h"
+#include "data/value_cast.h"
 
 #include <MCVeltrane_900/MissingValueSet.h>
 #include <MCVeltrane_900/Range.h>
@@ -104,7 +105,8 @@ bool MissingValueSet::IsInAnyRange(const ScoreValue* value) const {
         return std::any_of(ranges.begin(), ranges.end(),
                            [value](const ScoreValueRange* range) { return range->IsInRange(value); });
     }
-    bool found = false;
+    const bool isNumber = veltrane::data::IsNumber(*value) || veltrane::data::IsDateTime(*value);
+    bool found = isNumber && !value->IsSystemMissingValue() && fIndex->intervals.Holds(value->GetDouble());
     fIndex->bySingleValue.Search(*value, [&](int position) { found = found || ranges[position]->IsInRange(value); });
     return found;
 }
@@ -132,7 +134,7 @@ void MissingValueSet::AddToIndex(int position) {
     if (range.fSingleValue) {
         fIndex->bySingleValue.Add(position, range.GetMin());
     } else {
-        fIndex->bySingleValue.AddOther(position);
+        fIndex->intervals.Add(range.fMinNumber, range.fMaxNumber, range.fLowEnd, range.fHighEnd);
     }
 }
 

@@ -60,8 +60,12 @@ public:
     }
 
 private:
+    /// An infinity is equal to nothing.
     template <typename Visit>
     void SearchNumber(double number, Visit visit) const {
+        if (!std::isfinite(number)) {
+            return;
+        }
         const double window = std::abs(number) * kWindow;
         const double last = number + window;
         for (auto entry = fNumbers.lower_bound(number - window); entry != fNumbers.end() && entry->first <= last;

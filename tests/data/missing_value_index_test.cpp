@@ -9,6 +9,7 @@
 #include <limits>
 #include <memory>
 #include <random>
+#include <string>
 
 // A set of many ranges finds them through an index; it must give what a walk over its ranges gives.
 namespace MCVeltrane_900 {
@@ -150,6 +151,33 @@ struct ManyValues {
     Range* first = nullptr;
 };
 
+// Ends that meet, insides that overlap, and numbers within the tolerance of an end.
+TEST(MissingValueIndex, GivesWhatAWalkGivesOnIntervals) {
+    std::mt19937 random(14);
+    const double odd[] = {kInfinity, -kInfinity, std::numeric_limits<double>::quiet_NaN(), 1e308, -1e308, 0.0, 1e-320};
+    const auto end = [&] {
+        return random() % 20 == 0 ? odd[random() % std::size(odd)] : static_cast<int>(random() % 400) / 4.0 - 50.0;
+    };
+    for (const int size : {20, 40, 200}) {
+        MissingValueSet set;
+        for (int i = 0; i < size; ++i) {
+            const double low = end();
+            const double high = random() % 4 == 0 ? end() : low + static_cast<int>(random() % 3) * 0.25;
+            auto range = std::make_unique<Range>(low, high, random() % 2 == 0, random() % 2 == 0);
+            if (set.Add(range.get())) {
+                range.release();
+            }
+        }
+        for (int i = 0; i < 5000; ++i) {
+            const double nudges[] = {0.0, 1e-15, -1e-15, 2.2e-14, -2.2e-14, 3e-14, -3e-14, 1e-3};
+            const NumericValue number(end() * (1.0 + nudges[random() % std::size(nudges)]));
+            ASSERT_EQ(set.IsInAnyRange(&number), WalkForValue(set, number)) << number.GetDouble();
+            const DateTimeValue date(number.GetDouble(), DateTimeValue::VAL_TIME);
+            ASSERT_EQ(set.IsInAnyRange(&date), WalkForValue(set, date)) << number.GetDouble();
+        }
+    }
+}
+
 TEST(MissingValueIndex, NullIsInNoRange) {
     EXPECT_FALSE(ManyValues().set.IsInAnyRange(nullptr));
     EXPECT_FALSE(ManyValues().set.Contains(nullptr));
@@ -201,6 +229,27 @@ TEST(MissingValueIndex, ManyValuesAreAddedAndFound) {
     for (int i = 0; i < 20000; ++i) {
         const NumericValue value(i);
         ASSERT_EQ(set.IsInAnyRange(&value), i < 15000);
+    }
+}
+
+// All of these would take minutes if every range were compared with all the others.
+TEST(MissingValueIndex, ManyRangesOfEachKindAreAddedAndSearched) {
+    constexpr int kCount = 20000;
+    MissingValueSet set;
+    for (int i = 0; i < kCount; ++i) {
+        ASSERT_TRUE(set.Add(new Range(new StringValue("v" + std::to_string(i)))));
+        ASSERT_TRUE(set.Add(new Range(new DateTimeValue(i, DateTimeValue::VAL_DATETIME))));
+        ASSERT_TRUE(set.Add(new Range(i + 0.25, i + 0.5, true, true)));
+        ASSERT_TRUE(set.Add(new Range(-kInfinity, -i, true, true)));
+        ASSERT_TRUE(set.Add(new Range(kInfinity, kInfinity, true, true)));
+    }
+    const Range known(new StringValue("v7777 "));
+    EXPECT_TRUE(set.Contains(&known));
+    for (int i = 0; i < kCount; ++i) {
+        const NumericValue outside(i + 0.75);
+        ASSERT_FALSE(set.IsInAnyRange(&outside));
+        const NumericValue inside(i + 0.375);
+        ASSERT_TRUE(set.IsInAnyRange(&inside));
     }
 }
 
