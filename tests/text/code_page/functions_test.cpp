@@ -258,25 +258,35 @@ TEST(CodePage, ComparesFoldedCharacters) {
     EXPECT_EQ(KORDMBqstricmp_C("ab", -1, "abc", -1, nullptr), 0);
 }
 
-// In a process of one locale, threads that have others.
+/// A copy of a locale of the C library, to be freed.
+locale_t Locale(const char* name) {
+    std::setlocale(LC_CTYPE, name);
+    const locale_t copy = duplocale(LC_GLOBAL_LOCALE);
+    std::setlocale(LC_CTYPE, CurrentPage().locale);
+    return copy;
+}
+
+int LeadBytesUnder(locale_t locale) {
+    uselocale(locale);
+    int leads = 0;
+    for (int value = 0; value < 256; ++value) {
+        leads += KORDMBIsLeadByte_C(static_cast<unsigned char>(value)) ? 1 : 0;
+    }
+    uselocale(LC_GLOBAL_LOCALE);
+    return leads;
+}
+
 TEST(CodePage, LeadBytesAreThoseOfTheThread) {
-    auto countLeads = [](const char* name) {
-        const locale_t locale = newlocale(LC_CTYPE_MASK, name, nullptr);
-        uselocale(locale);
-        int leads = 0;
-        for (int value = 0; value < 256; ++value) {
-            leads += KORDMBIsLeadByte_C(static_cast<unsigned char>(value)) ? 1 : 0;
-        }
-        uselocale(LC_GLOBAL_LOCALE);
-        freelocale(locale);
-        return leads;
-    };
-    int inGbk = 0;
+    const locale_t gbk = Locale("zh_CN.GBK");
+    const locale_t cp1252 = Locale("en_US.CP1252");
+    int inGbk = -1;
     int inCp1252 = -1;
-    std::thread first([&] { inGbk = countLeads("zh_CN.GBK"); });
-    std::thread second([&] { inCp1252 = countLeads("en_US.CP1252"); });
+    std::thread first([&] { inGbk = LeadBytesUnder(gbk); });
+    std::thread second([&] { inCp1252 = LeadBytesUnder(cp1252); });
     first.join();
     second.join();
+    freelocale(gbk);
+    freelocale(cp1252);
     EXPECT_EQ(inGbk, 0xFE - 0x81 + 1);
     EXPECT_EQ(inCp1252, 0);
 }
