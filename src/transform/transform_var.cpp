@@ -25,7 +25,8 @@ std::unique_ptr<T> CopyOf(const std::unique_ptr<T>& scratch) {
     return scratch == nullptr ? nullptr : std::make_unique<T>(*scratch);
 }
 
-/// A copy of a tree whose leaves look their fields up afresh: those of the original may be gone before the copy is.
+/// A copy of a tree whose leaves look their fields up afresh: those of the original may be gone before the copy is. A
+/// leaf that was given a field without a name has nothing to look up and keeps it.
 std::unique_ptr<FunctionTree> UnresolvedCloneOf(const FunctionTree* tree) {
     std::unique_ptr<FunctionTree> copy = CloneOf(tree);
     std::vector<FunctionTree*> pending;
@@ -35,7 +36,7 @@ std::unique_ptr<FunctionTree> UnresolvedCloneOf(const FunctionTree* tree) {
     while (!pending.empty()) {
         FunctionTree* node = pending.back();
         pending.pop_back();
-        if (node->GetNodeStats().GetVariable() != nullptr) {
+        if (node->GetNodeStats().GetVariable() != nullptr && !node->GetNodeStats().GetParameterName().empty()) {
             ApplyNodeStats stats(node->GetNodeStats());
             stats.SetVariable(nullptr);
             stats.SetVarIndex(-1);

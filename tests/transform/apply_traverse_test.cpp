@@ -365,6 +365,19 @@ TEST_F(ApplyTraverse, ACopyOutlivesTheFieldsOfTheOriginal) {
     EXPECT_EQ(Written(copy.GetVarValue("b")), "number 3");
 }
 
+TEST_F(ApplyTraverse, ALeafThatWasGivenItsFieldWithoutANameKeepsItInACopy) {
+    const DictVar& var = Input("x", -3);
+    ApplyNodeStats stats;
+    stats.SetVariable(&var);
+    stats.SetVarIndex(record.GetIndex("x"));
+    TransformVar field("z", kNumeric);
+    field.AddFieldNameAndTransExpression("", TD::TE_APPLY);
+    field.SetRoot(Call(TD::TF_ABS, {Node(stats)}));
+    TransformVar copy(field);
+    EXPECT_EQ(Result(field), "number 3");
+    EXPECT_EQ(Result(copy), "number 3");
+}
+
 // ---- the imputation ----
 
 TEST_F(ApplyTraverse, AnImputationBeyondTheLabelsThrowsAndLeavesTheFieldUsable) {
