@@ -87,5 +87,8 @@ void Score(benchmark::State& state, const std::string& name) {
 BENCHMARK_CAPTURE(Score, rattle_regression_ozone, std::string("rattle-regression-ozone"));
 BENCHMARK_CAPTURE(Score, rattle_regression_iris, std::string("rattle-regression-iris"));
 BENCHMARK_CAPTURE(Score, sklearn_linear_housing, std::string("sklearn-linear-housing"));
+BENCHMARK_CAPTURE(Score, rattle_tree_iris, std::string("rattle-tree-iris"));
+BENCHMARK_CAPTURE(Score, rattle_tree_audit, std::string("rattle-tree-audit"));
+BENCHMARK_CAPTURE(Score, knime_tree_iris, std::string("knime-tree-iris"));
 
 } // namespace

@@ -18,9 +18,9 @@ void ExpectNear(double actual, double expected, const std::string& what) {
     EXPECT_LE(std::abs(actual - expected), 1e-6 * std::max(std::abs(expected), 1e-6)) << what << ": " << actual;
 }
 
-class RealRegression : public testing::TestWithParam<const char*> {};
+class RealDocument : public testing::TestWithParam<const char*> {};
 
-TEST_P(RealRegression, GivesTheAnswersOfItsTool) {
+TEST_P(RealDocument, GivesTheAnswersOfItsTool) {
     const std::string base = std::string(VELTRANE_CASES) + "/models/" + GetParam();
     if (!std::filesystem::exists(base + ".pmml")) {
         GTEST_SKIP() << "the real documents are not here: " << base;
@@ -45,8 +45,9 @@ TEST_P(RealRegression, GivesTheAnswersOfItsTool) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Documents, RealRegression,
-                         testing::Values("rattle-regression-iris", "rattle-regression-ozone", "sklearn-linear-housing"),
+INSTANTIATE_TEST_SUITE_P(Documents, RealDocument,
+                         testing::Values("rattle-regression-iris", "rattle-regression-ozone", "sklearn-linear-housing",
+                                         "rattle-tree-iris", "rattle-tree-audit", "knime-tree-iris"),
                          [](const auto& info) {
                              std::string name = info.param;
                              std::replace(name.begin(), name.end(), '-', '_');

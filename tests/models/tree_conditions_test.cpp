@@ -1,0 +1,265 @@
+// What each condition of a tree says of a case: every operator on every kind of field.
+#include "models/scoring.h"
+#include "models/small_tree.h"
+
+#include <gtest/gtest.h>
+
+using namespace veltrane::tests;
+
+namespace {
+
+struct Row {
+    const char* name;
+    const char* predicate;
+    Case holds;
+    Case fails;
+    Case unknown; ///< empty where the condition is always decided
+};
+
+const Row kRows[] = {
+    {"True", "<True/>", {{"x", "1"}}, {}, {}},
+    {"False", "<False/>", {}, {{"x", "1"}}, {}},
+    {"NumberEqual",
+     R"(<SimplePredicate field="x" operator="equal" value="1.5"/>)",
+     {{"x", "1.5"}},
+     {{"x", "1.25"}},
+     {{"x", ""}}},
+    {"NumberNotEqual",
+     R"(<SimplePredicate field="x" operator="notEqual" value="1.5"/>)",
+     {{"x", "1.25"}},
+     {{"x", "1.5"}},
+     {{"x", ""}}},
+    {"NumberLess",
+     R"(<SimplePredicate field="x" operator="lessThan" value="1.5"/>)",
+     {{"x", "1.25"}},
+     {{"x", "1.5"}},
+     {{"x", ""}}},
+    {"NumberLessOrEqual",
+     R"(<SimplePredicate field="x" operator="lessOrEqual" value="1.5"/>)",
+     {{"x", "1.5"}},
+     {{"x", "1.75"}},
+     {{"x", ""}}},
+    {"NumberGreater",
+     R"(<SimplePredicate field="x" operator="greaterThan" value="1.5"/>)",
+     {{"x", "1.75"}},
+     {{"x", "1.5"}},
+     {{"x", ""}}},
+    {"NumberGreaterOrEqual",
+     R"(<SimplePredicate field="x" operator="greaterOrEqual" value=" 1.5 "/>)",
+     {{"x", "1.5"}},
+     {{"x", "1.25"}},
+     {{"x", ""}}},
+    {"NumberIsMissing", R"(<SimplePredicate field="x" operator="isMissing"/>)", {{"x", ""}}, {{"x", "1"}}, {}},
+    {"NumberIsNotMissing", R"(<SimplePredicate field="x" operator="isNotMissing"/>)", {{"x", "1"}}, {{"x", ""}}, {}},
+    {"CategoryEqual",
+     R"(<SimplePredicate field="c" operator="equal" value="u"/>)",
+     {{"c", "u"}},
+     {{"c", "v"}},
+     {{"c", ""}}},
+    {"CategoryNotEqualHoldsForTheOthers",
+     R"(<SimplePredicate field="c" operator="notEqual" value="u"/>)",
+     {{"c", "v"}},
+     {{"c", "u"}},
+     {{"c", ""}}},
+    {"CategoryNotEqualHoldsForUnlistedOnes",
+     R"(<SimplePredicate field="c" operator="notEqual" value="u"/>)",
+     {{"c", "other"}},
+     {{"c", "u"}},
+     {}},
+    {"CategoryIsMissing", R"(<SimplePredicate field="c" operator="isMissing"/>)", {{"c", ""}}, {{"c", "u"}}, {}},
+    {"CategoryIsNotMissing", R"(<SimplePredicate field="c" operator="isNotMissing"/>)", {{"c", "u"}}, {{"c", ""}}, {}},
+    {"NumericCategoryEqual",
+     R"(<SimplePredicate field="k" operator="equal" value="7"/>)",
+     {{"k", "7"}},
+     {{"k", "8"}},
+     {{"k", ""}}},
+    {"NumericCategoryLess",
+     R"(<SimplePredicate field="k" operator="lessThan" value="7"/>)",
+     {{"k", "6"}},
+     {{"k", "7"}},
+     {{"k", ""}}},
+    {"BooleanEqual",
+     R"(<SimplePredicate field="b" operator="equal" value="true"/>)",
+     {{"b", "true"}},
+     {{"b", "false"}},
+     {{"b", ""}}},
+    {"BooleanNotEqual",
+     R"(<SimplePredicate field="b" operator="notEqual" value="true"/>)",
+     {{"b", "false"}},
+     {{"b", "true"}},
+     {{"b", ""}}},
+    {"DateLess",
+     R"(<SimplePredicate field="d" operator="lessThan" value="2024-02-29"/>)",
+     {{"d", "2024-02-28"}},
+     {{"d", "2024-02-29"}},
+     {{"d", ""}}},
+    {"DateEqual",
+     R"(<SimplePredicate field="d" operator="equal" value="2024-02-29"/>)",
+     {{"d", "2024-02-29"}},
+     {{"d", "2024-03-01"}},
+     {{"d", ""}}},
+    {"OrderLess",
+     R"(<SimplePredicate field="o" operator="lessThan" value="mid"/>)",
+     {{"o", "low"}},
+     {{"o", "mid"}},
+     {{"o", ""}}},
+    {"OrderLessOrEqual",
+     R"(<SimplePredicate field="o" operator="lessOrEqual" value="mid"/>)",
+     {{"o", "mid"}},
+     {{"o", "high"}},
+     {{"o", ""}}},
+    {"OrderGreater",
+     R"(<SimplePredicate field="o" operator="greaterThan" value="mid"/>)",
+     {{"o", "high"}},
+     {{"o", "mid"}},
+     {{"o", ""}}},
+    {"OrderGreaterOrEqual",
+     R"(<SimplePredicate field="o" operator="greaterOrEqual" value="mid"/>)",
+     {{"o", "mid"}},
+     {{"o", "low"}},
+     {{"o", ""}}},
+    {"OrderEqual",
+     R"(<SimplePredicate field="o" operator="equal" value="mid"/>)",
+     {{"o", "mid"}},
+     {{"o", "high"}},
+     {{"o", ""}}},
+    {"UnlistedHasNoPlaceBelow",
+     R"(<SimplePredicate field="o" operator="greaterOrEqual" value="low"/>)",
+     {{"o", "low"}},
+     {{"o", "other"}},
+     {}},
+    {"UnlistedHasNoPlaceAbove",
+     R"(<SimplePredicate field="o" operator="lessOrEqual" value="high"/>)",
+     {{"o", "high"}},
+     {{"o", "other"}},
+     {}},
+    {"NumericOrderIsThatOfTheList",
+     R"(<SimplePredicate field="r" operator="lessThan" value="20"/>)",
+     {{"r", "30"}},
+     {{"r", "20"}},
+     {{"r", ""}}},
+    {"NumericOrderGreater",
+     R"(<SimplePredicate field="r" operator="greaterThan" value="30"/>)",
+     {{"r", "10"}},
+     {{"r", "30"}},
+     {{"r", ""}}},
+    {"SetOfTexts",
+     R"(<SimpleSetPredicate field="c" booleanOperator="isIn"><Array n="2" type="string">u "w"</Array></SimpleSetPredicate>)",
+     {{"c", "w"}},
+     {{"c", "v"}},
+     {{"c", ""}}},
+    {"ComplementOfTexts",
+     R"(<SimpleSetPredicate field="c" booleanOperator="isNotIn"><Array n="2" type="string">u w</Array></SimpleSetPredicate>)",
+     {{"c", "v"}},
+     {{"c", "u"}},
+     {{"c", ""}}},
+    {"ComplementHoldsForUnlistedOnes",
+     R"(<SimpleSetPredicate field="c" booleanOperator="isNotIn"><Array type="string">u</Array></SimpleSetPredicate>)",
+     {{"c", "other"}},
+     {{"c", "u"}},
+     {}},
+    {"SetOfNumbers",
+     R"(<SimpleSetPredicate field="x" booleanOperator="isIn"><Array n="3" type="real">3 1.5 -2</Array></SimpleSetPredicate>)",
+     {{"x", "-2"}},
+     {{"x", "2"}},
+     {{"x", ""}}},
+    {"ComplementOfNumbers",
+     R"(<SimpleSetPredicate field="k" booleanOperator="isNotIn"><Array n="3" type="int">3 1 2</Array></SimpleSetPredicate>)",
+     {{"k", "4"}},
+     {{"k", "1"}},
+     {{"k", ""}}},
+    {"DerivedNumber",
+     R"(<SimplePredicate field="half" operator="greaterOrEqual" value="3"/>)",
+     {{"x", "6"}},
+     {{"x", "5"}},
+     {{"x", ""}}},
+    {"DerivedText",
+     R"(<SimplePredicate field="copy" operator="equal" value="v"/>)",
+     {{"c", "v"}},
+     {{"c", "u"}},
+     {{"c", ""}}},
+    {"DerivedBoolean",
+     R"(<SimplePredicate field="big" operator="equal" value="true"/>)",
+     {{"x", "11"}},
+     {{"x", "10"}},
+     {}},
+    {"And",
+     R"(<CompoundPredicate booleanOperator="and"><SimplePredicate field="x" operator="greaterThan" value="0"/><SimplePredicate field="c" operator="equal" value="u"/></CompoundPredicate>)",
+     {{"x", "1"}, {"c", "u"}},
+     {{"x", "-1"}, {"c", ""}},
+     {{"x", "1"}, {"c", ""}}},
+    {"Or",
+     R"(<CompoundPredicate booleanOperator="or"><SimplePredicate field="x" operator="greaterThan" value="0"/><SimplePredicate field="c" operator="equal" value="u"/></CompoundPredicate>)",
+     {{"x", ""}, {"c", "u"}},
+     {{"x", "-1"}, {"c", "v"}},
+     {{"x", ""}, {"c", "v"}}},
+    {"Xor",
+     R"(<CompoundPredicate booleanOperator="xor"><SimplePredicate field="x" operator="greaterThan" value="0"/><SimplePredicate field="c" operator="equal" value="u"/><True/></CompoundPredicate>)",
+     {{"x", "1"}, {"c", "u"}},
+     {{"x", "1"}, {"c", "v"}},
+     {{"x", "1"}, {"c", ""}}},
+    {"SurrogateStandsInForAMissingValue",
+     R"(<CompoundPredicate booleanOperator="surrogate"><SimplePredicate field="x" operator="greaterThan" value="0"/><SimplePredicate field="c" operator="equal" value="u"/></CompoundPredicate>)",
+     {{"x", ""}, {"c", "u"}},
+     {{"x", ""}, {"c", "v"}},
+     {{"x", ""}, {"c", ""}}},
+    {"SurrogateIsNotAskedAfterAnAnswer",
+     R"(<CompoundPredicate booleanOperator="surrogate"><SimplePredicate field="x" operator="greaterThan" value="0"/><SimplePredicate field="c" operator="equal" value="u"/></CompoundPredicate>)",
+     {{"x", "1"}, {"c", "v"}},
+     {{"x", "-1"}, {"c", "u"}},
+     {}},
+    {"Nested",
+     R"(<CompoundPredicate booleanOperator="and"><CompoundPredicate booleanOperator="or"><False/><SimplePredicate field="k" operator="equal" value="1"/></CompoundPredicate><CompoundPredicate booleanOperator="surrogate"><SimplePredicate field="x" operator="equal" value="1"/><True/></CompoundPredicate></CompoundPredicate>)",
+     {{"k", "1"}, {"x", ""}},
+     {{"k", "1"}, {"x", "2"}},
+     {{"k", ""}, {"x", "1"}}},
+};
+
+class TreeCondition : public testing::TestWithParam<Row> {
+protected:
+    void SetUp() override { fScored = std::make_unique<Scored>(ConditionDocument(GetParam().predicate)); }
+
+    std::string Answer(const Case& values) {
+        fScored->Score(values);
+        return fScored->Text();
+    }
+
+    std::unique_ptr<Scored> fScored;
+};
+
+TEST_P(TreeCondition, Holds) {
+    if (!GetParam().holds.empty()) {
+        EXPECT_EQ(Answer(GetParam().holds), "yes");
+    }
+}
+
+TEST_P(TreeCondition, Fails) {
+    if (!GetParam().fails.empty()) {
+        EXPECT_EQ(Answer(GetParam().fails), "no");
+    }
+}
+
+TEST_P(TreeCondition, IsUnknownForAMissingValue) {
+    if (!GetParam().unknown.empty()) {
+        EXPECT_EQ(Answer(GetParam().unknown), "");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, TreeCondition, testing::ValuesIn(kRows),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+/// The codes of the categories stand in several words of bits.
+TEST(TreeSets, HoldHundredsOfCategories) {
+    std::string array;
+    for (int i = 0; i < 500; i += 2) {
+        array += "s" + std::to_string(i) + " ";
+    }
+    Scored scored(ConditionDocument("<SimpleSetPredicate field=\"c\" booleanOperator=\"isIn\"><Array type=\"string\">" +
+                                    array + "</Array></SimpleSetPredicate>"));
+    for (int i = 0; i < 501; ++i) {
+        scored.Score({{"c", "s" + std::to_string(i)}});
+        EXPECT_EQ(scored.Text(), i < 500 && i % 2 == 0 ? "yes" : "no") << i;
+    }
+}
+
+} // namespace
