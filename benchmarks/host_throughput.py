@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""Rows a second and peak memory of `veltrane transform` on many rows: memory must not grow with the rows.
+"""Rows a second and peak memory of `veltrane transform` or `veltrane score` on many rows: memory must not grow with the
+rows.
 
-Arguments: the command, the document, its rows (CSV with a header), and the numbers of rows to try.
+Arguments: the command, `transform` or `score`, the document, its rows (CSV with a header), and the numbers of rows to try.
 """
 import itertools
 import os
@@ -21,15 +22,15 @@ def repeat_rows(source, target, count):
 
 
 def main():
-    command, document, rows = sys.argv[1:4]
-    counts = [int(text) for text in sys.argv[4:]] or [100_000, 1_000_000]
+    command, verb, document, rows = sys.argv[1:5]
+    counts = [int(text) for text in sys.argv[5:]] or [100_000, 1_000_000]
     print(f"{'rows':>10} {'seconds':>8} {'rows/s':>10} {'peak MB':>8}")
     for count in counts:
         with tempfile.TemporaryDirectory() as folder:
             cases = pathlib.Path(folder) / "cases.csv"
             repeat_rows(pathlib.Path(rows), cases, count)
             started = time.monotonic()
-            child = subprocess.Popen([command, "transform", document, str(cases), "-o", os.path.join(folder, "out.csv")])
+            child = subprocess.Popen([command, verb, document, str(cases), "--quiet", "-o", os.path.join(folder, "out.csv")])
             _, status, usage = os.wait4(child.pid, 0)
             seconds = time.monotonic() - started
             if status != 0:

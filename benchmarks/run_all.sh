@@ -7,6 +7,9 @@ for program in "$build"/bin/*_bench; do
     echo "== $(basename "$program")"
     "$program" --benchmark_min_time=0.5
 done
-echo "== host_throughput"
-python3 benchmarks/host_throughput.py "$build/bin/veltrane" \
+echo "== host_throughput, transform"
+python3 benchmarks/host_throughput.py "$build/bin/veltrane" transform \
     "$cases/transform/ozone-scale.pmml" "$cases/transform/ozone-scale.csv"
+echo "== host_throughput, score"
+python3 benchmarks/host_throughput.py "$build/bin/veltrane" score \
+    "$cases/models/rattle-tree-iris.pmml" "$cases/models/rattle-tree-iris.csv"

@@ -1,13 +1,13 @@
 # Shows CSV on a terminal as an aligned table: awk -f tools/align_csv.awk -v rows=10 FILE
-# Cells are cut at commas: it is meant for output without quoted cells.
-BEGIN { FS = "," }
+# A cell in quotes may hold commas; it holds no line end.
 rows && NR > rows + 1 { exit }
 {
-    for (i = 1; i <= NF; i++) {
-        cell[NR, i] = $i
-        if (length($i) > width[i]) width[i] = length($i)
+    count = split_cells($0)
+    for (i = 1; i <= count; i++) {
+        cell[NR, i] = parts[i]
+        if (length(parts[i]) > width[i]) width[i] = length(parts[i])
     }
-    if (NF > columns) columns = NF
+    if (count > columns) columns = count
     lines = NR
 }
 END {
@@ -17,4 +17,19 @@ END {
         sub(/ +$/, "", text)
         print text
     }
+}
+# Parts a row into parts[1], parts[2] and so on; gives their number.
+function split_cells(row,    at, character, quoted, count) {
+    count = 1
+    parts[1] = ""
+    for (at = 1; at <= length(row); at++) {
+        character = substr(row, at, 1)
+        if (character == "\"" && quoted && substr(row, at + 1, 1) == "\"") {
+            parts[count] = parts[count] character
+            at++
+        } else if (character == "\"") quoted = !quoted
+        else if (character == "," && !quoted) parts[++count] = ""
+        else parts[count] = parts[count] character
+    }
+    return count
 }

@@ -9,6 +9,7 @@ from host_command import COMMAND, PROJECT, HostTest
 
 LOAN = PROJECT / "examples" / "loan"
 CASES = PROJECT.parent / "shared" / "cases" / "transform"
+MODELS = PROJECT.parent / "shared" / "cases" / "models"
 
 
 def close(text, expected):
@@ -34,6 +35,19 @@ class Sample(HostTest):
             self.assertRegex(result.stdout.decode(), rf"(?m)  {kind} ")
 
 
+class Model(HostTest):
+    def test_the_model_gives_what_it_should(self):
+        result = self.run_host("score", LOAN / "default.pmml", LOAN / "applicants.csv", "--missing", "NA", "--quiet")
+        self.expect(result, 3, (LOAN / "default.expected.csv").read_bytes(),
+                    "veltrane: 1 row could not be scored: a case without a prediction, and the target has no default "
+                    "(status 90027)\n")
+
+    def test_the_model_s_own_records_agree(self):
+        self.expect(self.run_host("verify", LOAN / "default.pmml"), 0,
+                    "Field    Records  Agree  Largest difference\n-------  -------  -----  ------------------\n"
+                    "Default  3        3      -\nRisk     3        3      0\n", "")
+
+
 class Readme(HostTest):
     README = (PROJECT / "README.md").read_text()
 
@@ -51,6 +65,12 @@ class Readme(HostTest):
         shown = re.search(r"```text\n(Currency .*?)```", self.README, re.DOTALL).group(1)
         output = subprocess.run(["awk", "-v", "rows=3", "-f", PROJECT / "tools" / "align_csv.awk",
                                  LOAN / "applicants.expected.csv"], capture_output=True, text=True, check=True).stdout
+        self.assertEqual(shown, output)
+
+    def test_the_first_predictions_are_the_real_ones(self):
+        shown = re.search(r"```text\n(Default .*?)```", self.README, re.DOTALL).group(1)
+        output = subprocess.run(["awk", "-v", "rows=3", "-f", PROJECT / "tools" / "align_csv.awk",
+                                 LOAN / "default.expected.csv"], capture_output=True, text=True, check=True).stdout
         self.assertEqual(shown, output)
 
     def test_every_link_into_the_tree_leads_somewhere(self):
@@ -73,14 +93,39 @@ class KnownAnswers(HostTest):
                 self.assertTrue(close(cell, answer), f"{name}, line {line}, {column}: {cell}, not {answer}")
 
 
-def add_known_answers(paths):
+@unittest.skipUnless(MODELS.is_dir(), f"the models of open-source tools are not at {MODELS}")
+class KnownPredictions(HostTest):
+    """The tools printed their answers with 6 to 15 digits. The first column is the predicted value."""
+
+    def compare(self, name):
+        result = self.run_host("score", MODELS / f"{name}.pmml", MODELS / f"{name}.csv", "--quiet")
+        self.expect(result, 0, err="")
+        header, *rows = csv.reader(result.stdout.decode().splitlines())
+        with open(MODELS / f"{name}.expected.csv", newline="") as file:
+            wanted_header, *wanted_rows = csv.reader(file)
+        self.assertEqual(len(rows), len(wanted_rows))
+        places = [0] + [header.index(column) for column in wanted_header[1:]]
+        for line, (row, wanted) in enumerate(zip(rows, wanted_rows), 2):
+            for place, answer in zip(places, wanted):
+                self.assertTrue(self.agree(row[place], answer), f"{name}, line {line}: {row[place]}, not {answer}")
+
+    @staticmethod
+    def agree(cell, answer):
+        try:
+            return abs(float(cell) - float(answer)) <= 1e-6 * max(abs(float(answer)), 1e-6)
+        except ValueError:
+            return cell == answer
+
+
+def add_known_answers(suite, paths):
     for path in paths:
-        setattr(KnownAnswers, "test_" + path.stem.replace("-", "_"), lambda self, name=path.stem: self.compare(name))
+        setattr(suite, "test_" + path.stem.replace("-", "_"), lambda self, name=path.stem: self.compare(name))
     if not paths:
-        KnownAnswers.test_all = lambda self: None
+        suite.test_all = lambda self: None
 
 
-add_known_answers(sorted(CASES.glob("*.pmml")))
+add_known_answers(KnownAnswers, sorted(CASES.glob("*.pmml")))
+add_known_answers(KnownPredictions, sorted(MODELS.glob("*.pmml")))
 
 if __name__ == "__main__":
     unittest.main()

@@ -1,0 +1,62 @@
+"""`veltrane verify`: documents that agree with their own records, and documents that don't."""
+import unittest
+
+from host_command import PROJECT, HostTest
+
+DEFAULT = (PROJECT / "examples" / "loan" / "default.pmml").read_text()
+HEAD = "Field    Records  Agree  Largest difference\n-------  -------  -----  ------------------\n"
+
+
+class Verify(HostTest):
+    def verify(self, old="", new=""):
+        self.assertIn(old, DEFAULT)
+        self.write("model.pmml", DEFAULT.replace(old, new, 1) if old else DEFAULT)
+        return self.run_host("verify", "model.pmml")
+
+    def test_records_that_agree(self):
+        self.expect(self.verify(), 0, HEAD + "Default  3        3      -\nRisk     3        3      0\n", "")
+
+    def test_a_number_that_differs(self):
+        risk = "0.1383184753107612"
+        self.expect(self.verify(risk, "0.6383184753107612"), 4,
+                    HEAD + "Default  3        3      -\nRisk     3        2      0.5\n", "")
+
+    def test_a_number_within_its_precision_agrees(self):
+        result = self.expect(self.verify("0.1383184753107612", "0.13831847531"), 0, err="")
+        self.assertIn(b"Risk     3        3      ", result.stdout)
+
+    def test_a_category_that_differs(self):
+        self.expect(self.verify("<default>no</default>", "<default>yes</default>"), 4,
+                    HEAD + "Default  3        2      -\nRisk     3        3      0\n", "")
+
+    def test_a_result_where_none_is_expected(self):
+        self.expect(self.verify("<default>no</default>", ""), 4,
+                    HEAD + "Default  3        2      -\nRisk     3        3      0\n", "")
+
+    def test_a_case_without_a_result_differs_and_one_that_expects_none_agrees(self):
+        row = "<age>34</age><income>52000</income><amount>12000</amount><housing>own</housing>"
+        result = self.verify(row, "<age>34</age><income>52000</income><housing>own</housing>")
+        self.expect(result, 4, HEAD + "Default  3        2      -\nRisk     3        2      0\n", "")
+        self.expect(self.verify(row + "<default>no</default><risk>0.1383184753107612</risk>", "<age>34</age>"), 0,
+                    HEAD + "Default  3        3      -\nRisk     3        3      0\n", "")
+
+    def test_a_document_without_records(self):
+        start, end = DEFAULT.index("<ModelVerification"), DEFAULT.index("</RegressionModel>")
+        self.expect(self.verify(DEFAULT[start:end], ""), 1, "",
+                    "veltrane: model.pmml: the document has no verification records\n")
+
+    def test_a_field_that_is_neither_input_nor_result(self):
+        self.expect(self.verify('field="Age" column="age"', 'field="Years" column="age"'), 1, "",
+                    'veltrane: model.pmml: the verification field "Years" is neither a field nor a result\n')
+
+    def test_a_cell_that_cannot_be_read(self):
+        self.expect(self.verify("<age>22</age>", "<age>young</age>"), 1, "",
+                    'veltrane: model.pmml: record 2: Age: "young" is not a number\n')
+
+    def test_a_document_that_is_not_there(self):
+        self.expect(self.run_host("verify", "none.pmml"), 1, "",
+                    "veltrane: error 260104: Unexpected error in opening PMML file: 'none.pmml'.\n")
+
+
+if __name__ == "__main__":
+    unittest.main()
