@@ -78,13 +78,12 @@ bool MissingValueSet::Contains(const ScoreValueRange* range) const {
     }
     const auto& ranges = fRanges.Items();
     const ScoreValue* min = fIndex ? range->GetMin() : nullptr;
-    if (!min) {
+    const ScoreValue* max = fIndex ? range->GetMax() : nullptr;
+    if (!min || !max) {
         return std::any_of(ranges.begin(), ranges.end(),
                            [range](const ScoreValueRange* element) { return *element == *range; });
     }
-    bool found = false;
-    fIndex->byMin.Search(*min, [&](int position) { found = found || *ranges[position] == *range; });
-    return found;
+    return fIndex->SearchUntil(*min, *max, [&](int position) { return *ranges[position] == *range; });
 }
 
 std::vector<const ScoreValueRange*> MissingValueSet::GetMissingValues() const {
@@ -106,9 +105,10 @@ bool MissingValueSet::IsInAnyRange(const ScoreValue* value) const {
                            [value](const ScoreValueRange* range) { return range->IsInRange(value); });
     }
     const bool isNumber = veltrane::data::IsNumber(*value) || veltrane::data::IsDateTime(*value);
-    bool found = isNumber && !value->IsSystemMissingValue() && fIndex->intervals.Holds(value->GetDouble());
-    fIndex->bySingleValue.Search(*value, [&](int position) { found = found || ranges[position]->IsInRange(value); });
-    return found;
+    if (isNumber && !value->IsSystemMissingValue() && fIndex->intervals.Holds(value->GetDouble())) {
+        return true;
+    }
+    return fIndex->bySingleValue.SearchUntil(*value, [&](int position) { return ranges[position]->IsInRange(value); });
 }
 
 void MissingValueSet::MakeIndex() {
@@ -125,12 +125,14 @@ void MissingValueSet::AddToIndex(int position) {
     ScoreValueRange& element = *fRanges.Items()[position];
     if (typeid(element) != typeid(Range)) {
         fIndex->byMin.AddOther(position);
+        fIndex->byMax.AddOther(position);
         fIndex->bySingleValue.AddOther(position);
         return;
     }
     auto& range = static_cast<Range&>(element);
     range.fIndexedIn.fSet = this;
     fIndex->byMin.Add(position, range.GetMin());
+    fIndex->byMax.Add(position, range.GetMax());
     if (range.fSingleValue) {
         fIndex->bySingleValue.Add(position, range.GetMin());
     } else {

@@ -6,6 +6,7 @@
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreValue.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <map>
@@ -41,37 +42,60 @@ public:
     /// operator, by that of an asked value of the library's own classes, or by Equal() unless HoldsNumbers().
     template <typename Visit>
     void Search(const MCVeltrane_900::ScoreValue& asked, Visit visit) const {
+        SearchUntil(asked, [visit](int position) {
+            visit(position);
+            return false;
+        });
+    }
+
+    /// The same up to the first place for which visit(position) is true.
+    /// @return whether there was one
+    template <typename Visit>
+    bool SearchUntil(const MCVeltrane_900::ScoreValue& asked, Visit visit) const {
         if (asked.GetType() == MCVeltrane_900::ScoreValue::NUMERIC_VALUE) {
-            SearchNumber(asked.GetDouble(), visit);
+            if (SearchNumber(asked.GetDouble(), visit)) {
+                return true;
+            }
         } else if (asked.GetType() == MCVeltrane_900::ScoreValue::STRING_VALUE) {
-            const auto [begin, end] = fTexts.equal_range(Key(ValueText(asked).View()));
-            for (auto entry = begin; entry != end; ++entry) {
-                visit(entry->second);
+            if (SearchText(Key(ValueText(asked).View()), visit)) {
+                return true;
             }
         } else if (asked.GetType() == MCVeltrane_900::ScoreValue::DATETIME_VALUE) {
             const auto [begin, end] = fDateTimes.equal_range(SecondsOf(asked));
-            for (auto entry = begin; entry != end; ++entry) {
-                visit(entry->second);
+            if (std::any_of(begin, end, [&visit](const auto& entry) { return visit(entry.second); })) {
+                return true;
             }
         }
-        for (const int position : fOthers) {
-            visit(position);
-        }
+        return std::any_of(fOthers.begin(), fOthers.end(), visit);
     }
 
 private:
     /// An infinity is equal to nothing.
     template <typename Visit>
-    void SearchNumber(double number, Visit visit) const {
+    bool SearchNumber(double number, Visit& visit) const {
         if (!std::isfinite(number)) {
-            return;
+            return false;
         }
         const double window = std::abs(number) * kWindow;
         const double last = number + window;
         for (auto entry = fNumbers.lower_bound(number - window); entry != fNumbers.end() && entry->first <= last;
              ++entry) {
-            visit(entry->second);
+            if (visit(entry->second)) {
+                return true;
+            }
         }
+        return false;
+    }
+
+    // Not by equal_range(), which goes from one end of the equal keys to the other here.
+    template <typename Visit>
+    bool SearchText(std::string_view key, Visit& visit) const {
+        for (auto entry = fTexts.lower_bound(key); entry != fTexts.end() && entry->first == key; ++entry) {
+            if (visit(entry->second)) {
+                return true;
+            }
+        }
+        return false;
     }
 
     /// The form in which equal texts are the same.

@@ -6,6 +6,7 @@
 #include <MCVeltrane_900/KORDModelTags.h>
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/ScoreMissingValueSet.h>
+#include <MCVeltrane_900/ScoreValue.h>
 #include <MCVeltrane_900/ScoreValueLabel.h>
 #include <MCVeltrane_900/ScoreValueLabelSet.h>
 
@@ -18,6 +19,7 @@ using MCVeltrane_900::BaseTranslator;
 using MCVeltrane_900::DictVar;
 using MCVeltrane_900::ScoreDictionary;
 using MCVeltrane_900::ScoreDictVar;
+using MCVeltrane_900::ScoreValue;
 using MCVeltrane_900::ScoreValueLabel;
 using Tags = MCVeltrane_900::KORDModelTags;
 
@@ -40,7 +42,13 @@ const XMLCh* CheckFilled(const XMLCh* text, const char* name) {
     return text;
 }
 
-/// A label with a value that is missing too. Only a text can be both: the label of a number wins over a missing range.
+/// Whether a value that has a label is missing. The label of a number wins over a missing range, so ranges aren't
+/// asked.
+bool IsMissing(const DictVar& var, const ScoreValue& labelled) {
+    return var.IsString() ? var.IsMissingValue(&labelled) : labelled.IsSystemMissingValue();
+}
+
+/// Finds a label whose value is missing too.
 void CheckLabels(const DictVar& var) {
     if (!var.GetValueLabels() || !var.GetMissingValues())
         return;
@@ -48,7 +56,7 @@ void CheckLabels(const DictVar& var) {
         Raise(260126, var.GetName());
     int index = 0;
     for (const ScoreValueLabel* label : var.GetValueLabels()->GetAllValueLabels()) {
-        if (var.IsMissingValue(label->GetValue()))
+        if (IsMissing(var, *label->GetValue()))
             Raise(260292, std::to_string(index), var.GetName());
         ++index;
     }
