@@ -95,4 +95,65 @@ std::string ManyDerivedFields(int count) {
     return Document(kNumericField, 1, fields);
 }
 
+namespace {
+
+const char* const kGrades[] = {"low", "below", "middle", "above", "high"};
+
+std::string ConditionFields() {
+    std::string grades;
+    for (const char* grade : kGrades)
+        grades += "<Value value=\"" + std::string(grade) + "\"/>";
+    std::string regions;
+    for (int i = 0; i < 20; ++i)
+        regions += "<Value value=\"region " + std::to_string(i) + "\"/>";
+    return "  <DataField name=\"amount\" optype=\"continuous\" dataType=\"double\"/>\n"
+           "  <DataField name=\"grade\" optype=\"ordinal\" dataType=\"string\">" +
+           grades + "</DataField>\n  <DataField name=\"region\" optype=\"categorical\" dataType=\"string\">" + regions +
+           "</DataField>\n";
+}
+
+std::string ConditionDocument(const std::string& conditions) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PMML version=\"4.1\">\n <DataDictionary "
+           "numberOfFields=\"3\">\n" +
+           ConditionFields() + " </DataDictionary>\n" + conditions + "</PMML>\n";
+}
+
+std::string AmountCondition(int i) {
+    return " <SimplePredicate field=\"amount\" operator=\"lessOrEqual\" value=\"" + std::to_string(i) + ".5\"/>\n";
+}
+
+std::string RegionCondition(int i) {
+    return " <SimplePredicate field=\"region\" operator=\"equal\" value=\"region " + std::to_string(i % 20) + "\"/>\n";
+}
+
+std::string GradeCondition(int i) {
+    return " <SimplePredicate field=\"grade\" operator=\"greaterThan\" value=\"" + std::string(kGrades[i % 5]) +
+           "\"/>\n";
+}
+
+std::string RegionSet(int i) {
+    std::string regions;
+    for (int k = 0; k < 5; ++k)
+        regions += "&quot;region " + std::to_string((i + k) % 20) + "&quot; ";
+    return " <SimpleSetPredicate field=\"region\" booleanOperator=\"isIn\"><Array n=\"5\" type=\"string\">" + regions +
+           "</Array></SimpleSetPredicate>\n";
+}
+
+} // namespace
+
+std::string ManySimplePredicates(int count) {
+    std::string conditions;
+    for (int i = 0; i < count; ++i)
+        conditions += i % 2 == 0 ? AmountCondition(i) : RegionCondition(i);
+    return ConditionDocument(conditions);
+}
+
+std::string ManyCompounds(int count) {
+    std::string conditions;
+    for (int i = 0; i < count; i += 4)
+        conditions += " <CompoundPredicate booleanOperator=\"and\">\n" + AmountCondition(i) + RegionCondition(i) +
+                      GradeCondition(i) + RegionSet(i) + " </CompoundPredicate>\n";
+    return ConditionDocument(conditions);
+}
+
 } // namespace veltrane::bench

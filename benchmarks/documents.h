@@ -29,6 +29,12 @@ std::string ManyFields(int count);
 std::string InlineTable(int rows);
 std::string ManyDerivedFields(int count);
 
+/// A document whose root holds `count` conditions behind its data dictionary: comparisons of numbers and categories.
+std::string ManySimplePredicates(int count);
+
+/// The same with two comparisons, one of an ordinal category, and a set of five in each compound.
+std::string ManyCompounds(int count);
+
 } // namespace veltrane::bench
 
 #endif

@@ -6,9 +6,10 @@ seconds=$2
 name=$(basename "$program" _fuzz)
 scratch=$(mktemp -d)
 seeds=fuzz/seeds/$name
-[ -d "$seeds" ] || seeds=tests/samples
+[ -d "$seeds" ] || seeds="tests/samples examples/predicates"
+# shellcheck disable=SC2086
 "$program" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -max_len=65536 -print_final_stats=1 \
-    -artifact_prefix="$scratch/" "$scratch" "$seeds" >"$scratch/log" 2>&1 || {
+    -artifact_prefix="$scratch/" "$scratch" $seeds >"$scratch/log" 2>&1 || {
     tail -n 60 "$scratch/log"
     echo "fuzz target $name failed; its input is in $scratch"
     exit 1
