@@ -40,7 +40,7 @@ public:
 
     /// Reads a case's value and treats it.
     /// @param raw the value in the case; null for none
-    /// @return false for a value with which the case can't be scored
+    /// @return false for a value with which the case can't be scored; `field` is then of no use
     bool Read(const MCVeltrane_900::ScoreValue* raw, FieldValue& field) const;
 
     /// What derived fields find in the place of a missing value: never a value that they would take for a present one.

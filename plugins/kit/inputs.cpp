@@ -135,13 +135,12 @@ bool Inputs::Read(const ScoreCaseRecord& record) {
     if (record.Size() != fLayoutSize) {
         FindPositions(record);
     }
-    if (!ReadInputs(record)) {
-        return false;
-    }
+    const bool isScorable = ReadInputs(record);
     if (fDerived != nullptr) {
+        // Also for a case that isn't scored: lags count the cases.
         ReadDerived();
     }
-    return true;
+    return isScorable;
 }
 
 void Inputs::FindPositions(const ScoreCaseRecord& record) {
@@ -159,7 +158,10 @@ bool Inputs::ReadInputs(const ScoreCaseRecord& record) {
     for (const Source& source : fInputs) {
         FieldValue& value = fValues[static_cast<std::size_t>(source.slot)];
         const ScoreValue* raw = source.position < 0 ? nullptr : record.Get(source.position);
-        isScorable = source.field->Read(raw, value) && isScorable;
+        if (!source.field->Read(raw, value)) {
+            value = FieldValue();
+            isScorable = false;
+        }
         fRecord.Borrow(source.recordPosition, value.IsMissing() ? source.field->MissingPlaceholder() : value.value);
     }
     if (fTargetWatched) {

@@ -233,6 +233,17 @@ TEST(DerivedFields, SeeNoFieldThatTheSchemaDoesNotMakeActive) {
     EXPECT_FALSE(scored.Score({{"g", "2"}}).IsOK());
 }
 
+TEST(DerivedFields, CountACaseThatIsRefused) {
+    Scored scored(DerivedDocument("<DataField name=\"x\" optype=\"continuous\" dataType=\"double\">"
+                                  "<Interval closure=\"closedClosed\" leftMargin=\"0\" rightMargin=\"9\"/></DataField>",
+                                  "<MiningField name=\"x\"/>", DerivedField("<Lag field=\"x\" n=\"2\"/>")));
+    EXPECT_FALSE(scored.Score({{"x", "1"}}).IsOK());
+    EXPECT_FALSE(scored.Score({{"x", "10"}}).IsOK());
+    EXPECT_EQ(Answer(scored, {{"x", "3"}}), 1);
+    EXPECT_FALSE(scored.Score({{"x", "4"}}).IsOK()) << "the value before is the refused one";
+    EXPECT_EQ(Answer(scored, {{"x", "5"}}), 3);
+}
+
 TEST(Target, WithoutAFieldOrALevelIsTheModelsTarget) {
     Scored scored(Replaced(kSmallRegression, "<Target field=\"y\" optype=\"continuous\"", "<Target"));
     ASSERT_TRUE(scored.Score({}).IsOK());

@@ -200,4 +200,21 @@ TEST(TransformedValue, SeesOutputsInputsAndDerivedFields) {
     EXPECT_EQ(var.GetVarType(), ScoreDictVar::STRING_VAR);
 }
 
+TEST(TransformedValue, OfARefusedCaseSeesNothingOfTheCaseBefore) {
+    std::string document = WithOutput("<OutputField name=\"v\" feature=\"transformedValue\" dataType=\"double\" "
+                                      "optype=\"continuous\"><FieldRef field=\"twice\"/></OutputField>");
+    document = Replaced(document, "<RegressionTable intercept=\"1\">",
+                        "<LocalTransformations><DerivedField name=\"twice\" optype=\"continuous\" dataType=\"double\">"
+                        "<Apply function=\"*\"><FieldRef field=\"x\"/><Constant>2</Constant></Apply></DerivedField>"
+                        "</LocalTransformations><RegressionTable intercept=\"1\">");
+    Scored scored(document);
+    ASSERT_TRUE(scored.Score(kComplete).IsOK());
+    EXPECT_EQ(scored.Number("v"), 4);
+    Case refused = kComplete;
+    refused["x"] = "100";
+    ASSERT_TRUE(scored.Score(refused).IsOK());
+    EXPECT_EQ(scored.Number(), -7);
+    EXPECT_EQ(scored.Number("v"), kMissing);
+}
+
 } // namespace
