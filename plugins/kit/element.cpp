@@ -17,7 +17,7 @@ std::string Element::Tag() const {
 }
 
 bool Element::Is(const XMLCh* tag) const {
-    return Same(fElement->getTagName(), tag);
+    return fElement != nullptr && Same(fElement->getTagName(), tag);
 }
 
 bool Element::Has(const XMLCh* name) const {
@@ -101,12 +101,12 @@ Element Element::RequireChild(const XMLCh* tag) const {
 }
 
 Element Element::FirstChild() const {
-    xercesc::DOMElement* child = fElement->getFirstElementChild();
+    xercesc::DOMElement* child = fElement == nullptr ? nullptr : fElement->getFirstElementChild();
     return child == nullptr ? Element() : Element(child, *fText);
 }
 
 Element Element::NextSibling() const {
-    xercesc::DOMElement* next = fElement->getNextElementSibling();
+    xercesc::DOMElement* next = fElement == nullptr ? nullptr : fElement->getNextElementSibling();
     return next == nullptr ? Element() : Element(next, *fText);
 }
 

@@ -42,10 +42,4 @@ private:
 
 } // namespace veltrane_kit
 
-/// Exports the entry of a plug-in: a new translator of a class for each call.
-#define VELTRANE_KIT_EXPORT_TRANSLATOR(Class)                                                                          \
-    extern "C" __attribute__((visibility("default"))) MCVeltrane_900::ScoreTranslator* GiveMyTranslator() {            \
-        return new Class;                                                                                              \
-    }
-
 #endif

@@ -20,4 +20,7 @@ protected:
 
 } // namespace veltrane_regression
 
-VELTRANE_KIT_EXPORT_TRANSLATOR(veltrane_regression::RegressionTranslator)
+/// The entry of the plug-in: a new translator, which the factory deletes.
+extern "C" VELTRANE_API MCVeltrane_900::ScoreTranslator* GiveMyTranslator() {
+    return new veltrane_regression::RegressionTranslator;
+}
