@@ -132,6 +132,19 @@ class Models(Score):
         self.expect(self.run_host("score", "model.pmml", "cases.csv", "--models", "none.txt"), 1, "",
                     "veltrane: error 260103: Could not open file: 'none.txt'.\n")
 
+    def test_names_of_files_have_blanks_and_any_letters(self):
+        self.model()
+        self.write("cases.csv", "x\n1\n")
+        (self.folder / "model.pmml").rename(self.folder / "Größe und 模型.pmml")
+        (self.folder / "models.txt").rename(self.folder / "eine Liste für alle.txt")
+        for locale in ("C", "en_US.UTF-8", "de_DE.UTF-8"):
+            environment = dict(os.environ, LD_LIBRARY_PATH=os.environ["VELTRANE_TEST_PLUGINS"], LC_ALL=locale)
+            result = self.run_host("score", "Größe und 模型.pmml", "cases.csv", "--models", "eine Liste für alle.txt",
+                                   env=environment)
+            self.expect(result, 0, "y,Size,Half\n2,small,0.5\n", "")
+        self.expect(self.run_host("score", "kein Maß", "cases.csv", "--models", "eine Liste für alle.txt"), 1, "",
+                    "veltrane: error 260104: Unexpected error in opening PMML file: 'kein Maß'.\n")
+
     def test_a_document_that_is_not_there_is_told(self):
         self.expect(self.score("x\n1\n"), 1, "",
                     "veltrane: error 260104: Unexpected error in opening PMML file: 'model.pmml'.\n")
