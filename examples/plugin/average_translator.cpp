@@ -22,8 +22,10 @@ public:
         xercesc::DOMElement* root = document->getDocumentElement();
         auto model = std::make_unique<AverageModel>();
         model->SetScoreDictionary(ParseDictionary(GetChildByTagForced(root, "DataDictionary"), true));
-        if (auto* derived = HandleTransformationDictionary(root, model->GetDictionary()))
+        if (auto* derived = HandleTransformationDictionary(root, model->GetDictionary())) {
             model->SetTransformationScoreDictionary(derived);
+            derived->SetUpDerivedCaseRecord(); // once, when all fields are there
+        }
         ReadModel(static_cast<xercesc::DOMElement*>(GetChildByTagForced(root, "WeightedAverageModel")), *model);
         return model.release();
     }
