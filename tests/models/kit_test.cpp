@@ -128,6 +128,22 @@ TEST(KitCategories, NumbersAreEqualWithinTheTolerance) {
     EXPECT_EQ(categories.Find(0.3), Categories::kUnknown);
 }
 
+TEST(KitCategories, ManyNumbersAreFoundByAnIndex) {
+    Categories categories(DictVar("n", ScoreDictVar::kNUMERIC_VAR));
+    for (int i = 0; i < 100; ++i) {
+        EXPECT_EQ(categories.Add(NumericValue(100 - i * 0.5)), i);
+    }
+    for (int i = 0; i < 100; ++i) {
+        const double number = 100 - i * 0.5;
+        EXPECT_EQ(categories.Find(number), i);
+        EXPECT_EQ(categories.Find(number * (1 + 1e-15)), i);
+        EXPECT_EQ(categories.Find(number * (1 - 1e-15)), i);
+        EXPECT_EQ(categories.Find(number + 0.25), Categories::kUnknown);
+    }
+    EXPECT_EQ(categories.Find(-1e9), Categories::kUnknown);
+    EXPECT_EQ(categories.Find(1e9), Categories::kUnknown);
+}
+
 TEST(KitValue, IsOfTheFieldsKind) {
     DictVar number("n", ScoreDictVar::kNUMERIC_VAR);
     DictVar date("d", ScoreDictVar::DATETIME_VAR);

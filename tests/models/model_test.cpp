@@ -139,6 +139,43 @@ TEST(Model, HasADictionaryOfItsOutputs) {
               1);
 }
 
+TEST(Model, WithoutOutputFieldsHasNoDictionaryOfThem) {
+    const std::string output = "<Output><OutputField name=\"P\" feature=\"probability\" value=\"yes\"/></Output>";
+    Scored scored(Replaced(kSmallClassification, output, ""));
+    EXPECT_EQ(scored.Model().GetResultDictionary(), nullptr);
+    ASSERT_TRUE(scored.Score({{"x", "1"}}).IsOK());
+    EXPECT_EQ(scored.Result().GetResultFields()->GetResultSize(), 0);
+}
+
+TEST(Model, LearnsTheCategoriesThatNoDictionaryLists) {
+    const std::string document = Replaced(kSmallClassification, "<Value value=\"no\"/><Value value=\"yes\"/>", "");
+    Scored scored(document);
+    ASSERT_TRUE(scored.Score({{"x", "1"}}).IsOK());
+    EXPECT_EQ(scored.Text(), "yes");
+    const auto categories = dynamic_cast<ScoreClsResult&>(scored.Result()).GetCategories();
+    ASSERT_EQ(categories.size(), 2U);
+    EXPECT_EQ(categories[0]->GetString(), "yes");
+    Scored other(Replaced(Replaced(document, "<MiningField name=\"t\" usageType=\"target\"/>", ""),
+                          "value=\"yes\"/></Output>", "value=\"no\"/></Output>"));
+    ASSERT_TRUE(other.Score({{"x", "1"}}).IsOK());
+    EXPECT_EQ(other.Text(), "yes");
+    EXPECT_DOUBLE_EQ(other.Number("P"), 1 - 1 / (1 + std::exp(-1.0)));
+}
+
+TEST(Model, ReadsTheFieldOfAPredictorByItsNewerName) {
+    Scored scored(Replaced(Replaced(kSmallRegression, "<NumericPredictor name=", "<NumericPredictor field="),
+                           "<CategoricalPredictor name=", "<CategoricalPredictor field="));
+    ASSERT_TRUE(scored.Score(kComplete).IsOK());
+    EXPECT_EQ(scored.Number(), kCompleteAnswer);
+}
+
+TEST(Model, GivesTheOtherCategoryOfOneTableTheRest) {
+    Scored scored(Replaced(kSmallClassification, "<RegressionTable targetCategory=\"no\" intercept=\"0\"/>", ""));
+    ASSERT_TRUE(scored.Score({{"x", "1"}}).IsOK());
+    EXPECT_DOUBLE_EQ(scored.Probability("yes"), 1 / (1 + std::exp(-1.0)));
+    EXPECT_DOUBLE_EQ(scored.Probability("no"), 1 - 1 / (1 + std::exp(-1.0)));
+}
+
 TEST(Result, IsOfTheModelsKind) {
     EXPECT_EQ(Scored(kSmallRegression).Result().GetResultKind(), 1);
     EXPECT_EQ(Scored(kSmallClassification).Result().GetResultKind(), 0);
