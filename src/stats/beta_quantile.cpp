@@ -42,11 +42,12 @@ constexpr double kSquareTolerance = 1e-20;
 constexpr double kPrecision = 1e-12;
 constexpr double kInPlaceOfOne = 0.999999999999;
 
-/// The start for two parameters above 1: Abramowitz and Stegun 26.5.22. `deviate` is positive for a small tail.
+/// The start for two parameters above 1: Abramowitz and Stegun 26.5.22 with the parts of the two parameters exchanged.
+/// The steps come to the same quantile from either. `deviate` is positive for a small tail.
 double CarterStart(double deviate, double a, double b) {
     const double r = (deviate * deviate - 3) / 6;
-    const double s = 1 / (2 * a - 1);
-    const double t = 1 / (2 * b - 1);
+    const double s = 1 / (2 * b - 1);
+    const double t = 1 / (2 * a - 1);
     const double h = 2 / (s + t);
     const double w = deviate * std::sqrt(h + r) / h - (t - s) * (r + 5.0 / 6 - 2 / (3 * h));
     return 2 * w > kMaxExponent ? 0.0 : a / (a + b * std::exp(2 * w));
