@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 namespace veltrane::text {
 
@@ -50,7 +51,8 @@ std::array<std::string, 3> Candidates(long number) {
 long CodePageNumber(const char* text) {
     char* end = nullptr;
     const unsigned long number = std::strtoul(text, &end, 10);
-    return end != text && *end == 0 && number <= kLastNumber ? static_cast<long>(number) : 0;
+    const bool whole = end != text && *end == 0 && std::strchr(text, '-') == nullptr;
+    return whole && number <= kLastNumber ? static_cast<long>(number) : 0;
 }
 
 std::string CodePageName(long number) {

@@ -1,4 +1,5 @@
 #include <MCXML_900/KORDMBConverter.h>
+#include <MCXML_900/KORDMBString.h>
 
 #include <gtest/gtest.h>
 #include <unicode/ucnv.h>
@@ -76,7 +77,8 @@ TEST(Converter, OtherNumbersAreTriedAsWindowsAndCpNames) {
 }
 
 TEST(Converter, OnlyAWholeDecimalNumberIsANumber) {
-    for (const char* name : {"", "0", "-1", "100000", "99999999999999999999", "1252x", "0x4E4", "12 52"}) {
+    for (const char* name :
+         {"", "0", "-1", "100000", "99999999999999999999", "-18446744073709550364", "1252x", "0x4E4", "12 52"}) {
         EXPECT_EQ(Opened(name), OpenedByIcu(name)) << name;
     }
     EXPECT_EQ(Opened("01252"), Opened("1252"));
@@ -91,6 +93,38 @@ TEST(Converter, UnknownNamesGiveNull) {
 
 TEST(Converter, EncodingWithoutAQuestionMarkGivesNull) {
     EXPECT_EQ(Opened("ibm-971"), "(null)");
+}
+
+std::string OpenedByUtf8(const std::string& name) {
+    return NameOf(Converter(KORDMBConverterNew_8(name.c_str())).get());
+}
+
+TEST(Converter, NameInUtf8) {
+    EXPECT_EQ(OpenedByUtf8("1252"), Opened("1252"));
+    EXPECT_EQ(OpenedByUtf8("windows-28591"), OpenedByIcu("ISO-8859-1"));
+    EXPECT_EQ(OpenedByUtf8("\xE6\x97\xA5"), "(null)");
+    EXPECT_EQ(OpenedByUtf8("cp1252\xFF"), "(null)") << "a name that can't be converted";
+    EXPECT_EQ(NameOf(Converter(KORDMBConverterNew_8(nullptr)).get()), Opened(nullptr));
+}
+
+TEST(Converter, LongNameInUtf8IsCutToWholeCharactersAndFilledWithBlanks) {
+    const std::string name = "cp1252";
+    const auto blanks = [&](std::size_t length) { return name + std::string(length - name.size(), ' '); };
+    EXPECT_EQ(OpenedByUtf8(blanks(59)), Opened("cp1252"));
+    EXPECT_EQ(OpenedByUtf8(blanks(100)), Opened("cp1252")) << "cut at 59 bytes";
+    EXPECT_EQ(Opened(blanks(100).c_str()), "(null)") << "too long for ICU";
+    EXPECT_EQ(OpenedByUtf8(blanks(58) + "\xE6\x97\xA5"), Opened("cp1252")) << "cut before a character of 3 bytes";
+    EXPECT_EQ(OpenedByUtf8(blanks(58) + "x"), "(null)") << "which fits";
+    EXPECT_EQ(OpenedByUtf8(blanks(59) + "x"), Opened("cp1252")) << "cut before it";
+}
+
+TEST(Converter, NameGoesByTheMode) {
+    const std::string name = "cp1252" + std::string(100, ' ');
+    EXPECT_EQ(NameOf(Converter(KORDMBConverterNew_A(name.c_str())).get()), Opened("cp1252"));
+    SetUTF8mode(0);
+    EXPECT_EQ(NameOf(Converter(KORDMBConverterNew_A(name.c_str())).get()), "(null)");
+    EXPECT_EQ(NameOf(Converter(KORDMBConverterNew_A("1252")).get()), Opened("1252"));
+    SetUTF8mode(1);
 }
 
 TEST(Converter, NullNameOpensOneLikeTheDefault) {

@@ -15,7 +15,7 @@ using namespace veltrane::tests;
 constexpr int kTexts = 1000000;
 constexpr const char* kCodePages[] = {nullptr, "windows-1252", "Shift_JIS"}; // null for the default
 constexpr int kTextsOfACodePage = kTexts / static_cast<int>(std::size(kCodePages)) + 1;
-constexpr int kLongest = 24;
+constexpr int kLongest = 40;
 
 /// Texts that are neither all good nor all bad.
 class RandomTexts {
@@ -25,22 +25,26 @@ public:
     /// Whole characters of UTF-8, then some bytes changed; or any bytes at all.
     std::string Utf8() {
         std::string text;
-        const int kind = Below(4);
+        const int kind = Below(5);
         const int length = Below(kLongest);
         while (static_cast<int>(text.size()) < length) {
-            text += kind == 0 ? std::string(1, static_cast<char>(Below(256))) : InUtf8(Character());
+            text += kind == 0   ? std::string(1, static_cast<char>(Below(256)))
+                    : kind == 2 ? InUtf8(MostlyAscii())
+                                : InUtf8(Character());
         }
         return kind == 1 ? Changed(text) : text;
     }
 
     std::u16string Utf16() {
         std::u16string text;
-        const bool whole = Below(4) != 0;
+        const int kind = Below(5);
         const int length = Below(kLongest);
         while (static_cast<int>(text.size()) < length) {
             // Half of the lone units are surrogates.
             const int unit = Below(2) == 0 ? Below(0x10000) : 0xD800 + Below(0x800);
-            text += whole ? InUtf16(Character()) : std::u16string(1, static_cast<char16_t>(unit));
+            text += kind == 0   ? std::u16string(1, static_cast<char16_t>(unit))
+                    : kind == 2 ? InUtf16(MostlyAscii())
+                                : InUtf16(Character());
         }
         return text;
     }
@@ -57,6 +61,8 @@ public:
     }
 
 private:
+    char32_t MostlyAscii() { return Below(20) == 0 ? Character() : static_cast<char32_t>(Below(0x80)); }
+
     char32_t Character() {
         switch (Below(8)) {
         case 0:
