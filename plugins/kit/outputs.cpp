@@ -204,42 +204,46 @@ std::vector<ResultLayout::Output> Outputs::Layout() const {
 void Outputs::Fill(const ScoreValue* value, const Prediction& prediction, const Inputs& inputs, const Target& target,
                    OutputValues& outputs) {
     for (std::size_t i = 0; i < fFields.size(); ++i) {
-        const Field& field = fFields[i];
         const int position = static_cast<int>(i);
-        const int category = field.category == Prediction::kNoCategory ? prediction.category : field.category;
-        switch (field.feature) {
-        case Feature::PREDICTED_VALUE:
-            outputs.Set(position, value);
-            break;
-        case Feature::DISPLAY_VALUE:
-            if (prediction.category != Prediction::kNoCategory) {
-                outputs.SetText(position, target.Label(prediction.category));
-            } else {
-                outputs.Set(position, value);
-            }
-            break;
-        case Feature::PROBABILITY:
-            outputs.SetNumber(position, prediction.ProbabilityOf(category));
-            break;
-        case Feature::CONFIDENCE:
-            outputs.SetNumber(position, prediction.ConfidenceOf(category));
-            break;
-        case Feature::ENTITY_ID:
-            if (prediction.entityId != nullptr) {
-                outputs.SetText(position, *prediction.entityId);
-            } else {
-                outputs.SetMissing(position);
-            }
-            break;
-        case Feature::RESIDUAL:
+        if (fFields[i].feature == Feature::RESIDUAL) {
             outputs.SetNumber(position, Residual(value, inputs));
-            break;
-        default:
-            outputs.SetMissing(position);
+        } else {
+            FillField(fFields[i], position, value, prediction, target, outputs);
         }
     }
     if (fExpressions != nullptr) {
         Transform(inputs, outputs);
+    }
+}
+
+void Outputs::FillField(const Field& field, int position, const ScoreValue* value, const Prediction& prediction,
+                        const Target& target, OutputValues& outputs) {
+    const int category = field.category == Prediction::kNoCategory ? prediction.category : field.category;
+    switch (field.feature) {
+    case Feature::PREDICTED_VALUE:
+        outputs.Set(position, value);
+        return;
+    case Feature::DISPLAY_VALUE:
+        if (prediction.category == Prediction::kNoCategory) {
+            outputs.Set(position, value);
+        } else {
+            outputs.SetText(position, target.Label(prediction.category));
+        }
+        return;
+    case Feature::PROBABILITY:
+        outputs.SetNumber(position, prediction.ProbabilityOf(category));
+        return;
+    case Feature::CONFIDENCE:
+        outputs.SetNumber(position, prediction.ConfidenceOf(category));
+        return;
+    case Feature::ENTITY_ID:
+        if (prediction.entityId != nullptr) {
+            outputs.SetText(position, *prediction.entityId);
+            return;
+        }
+        [[fallthrough]];
+    default:
+        outputs.SetMissing(position);
     }
 }
 

@@ -68,6 +68,8 @@ private:
     void ReadExpressions(const Element& output, const Inputs& inputs, MCVeltrane_900::PMMLTranslator& translator);
     void AddKnownFields(const Inputs& inputs);
     void AddKnownField(const std::string& name, const MCVeltrane_900::ScoreDictVar& var);
+    static void FillField(const Field& field, int position, const MCVeltrane_900::ScoreValue* value,
+                          const Prediction& prediction, const Target& target, OutputValues& outputs);
     void Transform(const Inputs& inputs, OutputValues& outputs);
     double Residual(const MCVeltrane_900::ScoreValue* value, const Inputs& inputs) const;
 
