@@ -185,6 +185,7 @@ TEST(MissingValueIndex, NullIsInNoRange) {
 
 TEST(MissingValueIndex, KnowsANewLowerBound) {
     ManyValues many;
+    const std::unique_ptr<const ScoreValue> former(many.first->GetMin()); // a setter leaves it to the caller
     many.first->SetMin(new NumericValue(-100.0));
     EXPECT_TRUE(many.Holds(-50.0));
     const Range asked(-100.0, 0.0, true, true);
@@ -193,6 +194,7 @@ TEST(MissingValueIndex, KnowsANewLowerBound) {
 
 TEST(MissingValueIndex, KnowsANewUpperBound) {
     ManyValues many;
+    const std::unique_ptr<const ScoreValue> former(many.first->GetMax()); // a setter leaves it to the caller
     many.first->SetMax(new NumericValue(1000.0));
     EXPECT_TRUE(many.Holds(500.0));
     EXPECT_TRUE(many.set.Add(new Range(new NumericValue(2000.0))));
@@ -213,6 +215,7 @@ TEST(MissingValueIndex, ACopiedRangeIsInNoSet) {
     auto many = std::make_unique<ManyValues>();
     Range copy(*many->first);
     many.reset();
+    const std::unique_ptr<const ScoreValue> former(copy.GetMin()); // a setter leaves it to the caller
     copy.SetMin(new NumericValue(7.0));
     EXPECT_TRUE(copy.IsInRange(0.0) || copy.IsInRange(7.0));
 }
