@@ -52,7 +52,9 @@ std::string SetElement(const std::string& attributes, const std::string& content
 
 } // namespace
 
-PredicateReading::PredicateReading() : dictionary(translator.ParseDictionary(Element(kFields), false)) {}
+PredicateReading::PredicateReading() {
+    dictionary.reset(translator.ParseDictionary(Element(kFields), false));
+}
 
 xercesc::DOMElement* PredicateReading::Element(const std::string& text) {
     return fDocuments.emplace_back(text).Root();
