@@ -1,4 +1,5 @@
 // Every element and attribute that the plug-in of trees reads missing, empty, wrong or doubled.
+#include "models/fault.h"
 #include "models/scoring.h"
 #include "models/small_tree.h"
 #include "support/failure.h"
@@ -8,18 +9,6 @@
 using namespace veltrane::tests;
 
 namespace {
-
-struct Fault {
-    const char* name;
-    const char* from;
-    const char* to;
-    int id;
-    const char* text;
-};
-
-std::string NameOf(const testing::TestParamInfo<Fault>& info) {
-    return info.param.name;
-}
 
 class TreeFault : public testing::TestWithParam<Fault> {};
 

@@ -1,5 +1,6 @@
 // The verification records of documents.
 #include "kit/verification.h"
+#include "models/fault.h"
 #include "models/scoring.h"
 #include "models/small_documents.h"
 #include "support/failure.h"
@@ -73,14 +74,6 @@ TEST(VerificationFieldAgrees, WithinItsPrecision) {
     EXPECT_TRUE(field.Agrees(1e-9, -1e-9));
     EXPECT_FALSE(field.Agrees(0, 1e-7));
 }
-
-struct Fault {
-    const char* name;
-    const char* from;
-    const char* to;
-    int id;
-    const char* text;
-};
 
 class VerificationFault : public testing::TestWithParam<Fault> {};
 
