@@ -26,11 +26,11 @@ public:
     /// code page of the process.
     /// @param dictionary the element
     /// @return a new dictionary of DictVars in document order, owned by the caller
-    /// @throws VTException 260115, 260117, 260118, 260120, 260151, 260152, 260154, 260178, 260202, 260211, 260283,
-    ///         260285, 260292: the first fault in document order; nothing is kept then and the translator stays usable
-    /// @throws xercesc::NumberFormatException for a "format-spec" whose "decimals" or "width" is absent or no integer.
-    /// It
-    ///         may outlive the XML platform.
+    /// @throws VTException 260115, 260117, 260118, 260120, 260126, 260151, 260152, 260154, 260178, 260202, 260211,
+    ///         260283, 260285, 260292: the first fault in document order; nothing is kept then and the translator stays
+    ///         usable
+    /// @throws xercesc::NumberFormatException for a "format-spec" whose "decimals" or "width" is absent or no integer;
+    ///         it may outlive the XML platform
     ScoreDictionary* ParseDictionary(xercesc::DOMElement* dictionary);
 
     /// Gives an ordinal or nominal variable its encoder, if it has none, and teaches it the variable's categories.

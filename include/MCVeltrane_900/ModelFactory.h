@@ -24,10 +24,9 @@ class TransformationDictionary;
 ///   it decides between several models in one document;
 /// - `encoding` names the code page that the translator brings the document's text into; empty for the default;
 /// - `auxPath` reaches the NearestNeighborModel plug-in only;
-/// - paths of files are in UTF-8, whatever the locale; messages name them in the form in which they were opened, that
-/// of
-///   the code page. Bringing them there takes a process in the C locale to another one (see SystemEncoding.h), so the
-///   first such call belongs in front of a host's threads.
+/// - paths of files are in UTF-8, whatever the locale; messages name them in the form in which they were opened, which
+///   is that of the code page. Bringing them there takes a process in the C locale to another one (see
+///   SystemEncoding.h), so the first such call belongs in front of a host's threads.
 ///
 /// A document comes from outside and is not trusted: nothing is read from the network, nesting and the expansion of
 /// entities are bounded, and a document that passes a bound is refused like one that is not well-formed.

@@ -40,6 +40,14 @@ int ReadFormatNumber(const xercesc::DOMElement* format, const char* name) {
     return xercesc::XMLString::parseInt(BaseTranslator::GetAttribute(format, name), manager);
 }
 
+/// The text of one end of a missing range.
+const XMLCh* BoundText(const xercesc::DOMElement* bound) {
+    const XMLCh* text = BaseTranslator::GetAttribute(bound, Tags::XML_ATT_VALUE);
+    if (Equals(text, ""))
+        Raise(260120, Tags::XML_ATT_VALUE, Tags::XML_ELE_CATEGORY);
+    return text;
+}
+
 } // namespace
 
 std::unique_ptr<ScoreValue> KordVariableReader::MakeValue(const DictVar& var, const XMLCh* text) const {
@@ -97,16 +105,12 @@ void KordVariableReader::AddMissingRange(const xercesc::DOMElement* range, const
     const xercesc::DOMElement* second = NextElement(first);
     if (!second)
         Raise(260118, Tags::XML_ELE_CATEGORY, Tags::XML_ELE_RANGE);
-    std::unique_ptr<ScoreValue> lower = MakeBound(first, var);
-    std::unique_ptr<ScoreValue> upper = MakeBound(second, var);
+    // Both have to be there before either is read.
+    const XMLCh* lowerText = BoundText(first);
+    const XMLCh* upperText = BoundText(second);
+    std::unique_ptr<ScoreValue> lower = MakeValue(var, lowerText);
+    std::unique_ptr<ScoreValue> upper = MakeValue(var, upperText);
     AddRange(missing, std::make_unique<MCVeltrane_900::Range>(lower.release(), upper.release(), true, true));
-}
-
-std::unique_ptr<ScoreValue> KordVariableReader::MakeBound(const xercesc::DOMElement* bound, const DictVar& var) const {
-    const XMLCh* text = BaseTranslator::GetAttribute(bound, Tags::XML_ATT_VALUE);
-    if (Equals(text, ""))
-        Raise(260120, Tags::XML_ATT_VALUE, Tags::XML_ELE_CATEGORY);
-    return MakeValue(var, text);
 }
 
 void KordVariableReader::ReadStatistics(const xercesc::DOMElement* statistics, DictVar& var) const {

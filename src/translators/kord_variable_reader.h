@@ -54,7 +54,6 @@ private:
                             MCVeltrane_900::ScoreMissingValueSet& missing) const;
     void AddMissingRange(const xercesc::DOMElement* range, const Var& var,
                          MCVeltrane_900::ScoreMissingValueSet& missing) const;
-    std::unique_ptr<MCVeltrane_900::ScoreValue> MakeBound(const xercesc::DOMElement* bound, const Var& var) const;
     std::unique_ptr<MCVeltrane_900::ScoreValue> MakeValue(const Var& var, const XMLCh* text) const;
 
     MCVeltrane_900::BaseTranslator& fTranslator;

@@ -238,6 +238,8 @@ const TwoFaults kTwoFaults[] = {
     {"ContinuousStringBeforeChildren", TextVariable("<x/>", "CONTINUOUS"), 260211},
     {"FirstChildBeforeSecond", NumberVariable(Categories("<category value='x'/>") + "<x/>"), 260151},
     {"SecondBoundBeforeTheValueOfTheFirst", NumberVariable(Missing("<range><category/></range>")), 260118},
+    {"EmptyUpperBoundBeforeTheNumberOfTheLower",
+     NumberVariable(Missing("<range><low value='x'/><high value=''/></range>")), 260120},
     {"ChildrenBeforeIntersection",
      TextVariable(Missing("<category value='a'/>") + Categories("<category value='a'/>") + "<x/>"), 260154},
     {"FirstVariableBeforeSecond", TextVariable("<x/>") + "<y/>", 260154},
