@@ -20,6 +20,17 @@ private:
     int& fDeleted;
 };
 
+/// A split with nothing but what every split has.
+class BareSplit : public ScoreSplitVar {
+public:
+    using ScoreSplitVar::ScoreSplitVar;
+    ScoreSplitVar* Clone() const override { return new BareSplit(*this); }
+    SplitVarType GetSplitVarType() const override { return SCALE_SPLIT; }
+    int GetSplitChildIndex(double) const override { return -1; }
+    int GetSplitChildIndex(const ScoreValue*) const override { return -1; }
+    void Display(std::ostream&) const override {}
+};
+
 int ChildOf(const ScoreSplitVar& split, double x) {
     const NumericValue value(x);
     return split.GetSplitChildIndex(&value);
@@ -60,6 +71,25 @@ TEST(ScoreSplitVar, MissingValuesGoNowhereAtFirst) {
     EXPECT_EQ(split.GetMissvalMap(), -1);
     split.SetMissvalMap(3);
     EXPECT_EQ(split.GetMissvalMap(), 3);
+}
+
+TEST(ScoreSplitVar, HasNoVariableUntilItIsGivenOne) {
+    const BareSplit split;
+    EXPECT_EQ(split.GetSplitVar(), nullptr);
+    EXPECT_EQ(split.GetMissvalMap(), -1);
+}
+
+TEST(ScoreSplitVar, CopiesTakeVariableAndMap) {
+    const Continuous x("x");
+    BareSplit split(&x);
+    split.SetMissvalMap(3);
+    const BareSplit copy(split);
+    EXPECT_EQ(copy.GetSplitVar(), &x);
+    EXPECT_EQ(copy.GetMissvalMap(), 3);
+    BareSplit assigned;
+    assigned = split;
+    EXPECT_EQ(assigned.GetSplitVar(), &x);
+    EXPECT_EQ(assigned.GetMissvalMap(), 3);
 }
 
 TEST(ScaleSplit, WithoutRangesOnlyMissingValuesHaveAChild) {
