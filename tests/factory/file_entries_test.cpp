@@ -153,6 +153,28 @@ TEST(InitializedFactory, WithoutAListSearchesNoNamesOfItsOwn) {
     ModelFactory::Terminate();
 }
 
+TEST_F(FileEntries, InitializeWithoutAListLeavesTheNamesAsTheyAre) {
+    Build(Pmml("<TreeModel/>"), {"TreeModel"});
+    ModelFactory::Initialize("");
+    EXPECT_EQ(ModelFactory::fModelNames, Names{"TreeModel"});
+    ModelFactory::Terminate();
+    EXPECT_EQ(ModelFactory::fModelNames, Names{"TreeModel"});
+}
+
+TEST_F(FileEntries, InitializeWithAListReplacesTheNames) {
+    Build(Pmml("<TreeModel/>"), {"TreeModel"});
+    ModelFactory::Initialize("list.txt");
+    EXPECT_EQ(ModelFactory::fModelNames, (Names{"RegressionModel", "TreeModel"}));
+    ModelFactory::Terminate();
+}
+
+TEST_F(FileEntries, InitializeWithAMissingListLeavesTheNamesAsTheyAre) {
+    Build(Pmml("<TreeModel/>"), {"TreeModel"});
+    ExpectFailure([] { ModelFactory::Initialize("no list"); }, 260103, "Could not open file: 'no list'.");
+    EXPECT_EQ(ModelFactory::fModelNames, Names{"TreeModel"});
+    ModelFactory::Terminate();
+}
+
 TEST(InitializedFactory, WithAMissingListHasItsPlatformStarted) {
     ExpectFailure([] { ModelFactory::Initialize("no list"); }, 260103, "Could not open file: 'no list'.");
     EXPECT_FALSE(ModelFactory::fInitialized);
