@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unicode/ucnv.h>
 
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <thread>
@@ -74,6 +75,7 @@ TEST(Converter, OtherNumbersAreTriedAsWindowsAndCpNames) {
     EXPECT_EQ(Opened("874"), OpenedByIcu("windows-874"));
     EXPECT_EQ(Opened("437"), OpenedByIcu("cp437"));
     EXPECT_EQ(Opened("37"), OpenedByIcu("cp037"));
+    EXPECT_EQ(Opened("1363"), OpenedByIcu("windows-949")) << "by its registered name, which that one has, too";
 }
 
 TEST(Converter, OnlyAWholeDecimalNumberIsANumber) {
@@ -143,6 +145,20 @@ TEST(DefaultConverter, IsMadeOnceAndRaisesItsNumber) {
     EXPECT_EQ(KORDMBDefaultConverterID(), 1);
     EXPECT_EQ(KORDMBGetDefaultConverter(), converter);
     EXPECT_EQ(KORDMBDefaultConverterID(), 1);
+}
+
+TEST(DefaultConverterDeathTest, NumberIsZeroUntilItIsNeeded) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // a process of its own
+    EXPECT_EXIT(
+        {
+            bool right = KORDMBDefaultConverterID() == 0;
+            const Converter like(KORDMBConverterNew_C(nullptr));
+            const Converter named(KORDMBConverterNew_C("1252"));
+            right = right && like != nullptr && named != nullptr && KORDMBDefaultConverterID() == 0;
+            KORDMBGetDefaultConverter();
+            std::_Exit(right && KORDMBDefaultConverterID() == 1 ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
 }
 
 TEST(DefaultConverter, FirstUseOfManyThreadsMakesOneThreads) {

@@ -133,4 +133,24 @@ TEST_F(SystemEncodingDeathTest, NameHasTheBytesOfTheSystem) {
         ExitedWithCode(0), "");
 }
 
+// In GB18030 the character has more bytes than in UTF-8, so it is cut: status 1. The system's encoding doesn't have it:
+// status 3.
+TEST_F(SystemEncodingDeathTest, ErrorOfTheCodePageComesBeforeThatOfTheSystem) {
+    fLocales.Add("zh_CN.gb18030", "zh_CN", "GB18030").Add("en_US", "en_US", "ISO-8859-1");
+    EXPECT_EXIT(
+        {
+            std::setlocale(LC_ALL, "zh_CN.GB18030");
+            KORDMBGetDefaultConverter();
+            std::setlocale(LC_ALL, "en_US");
+            ExtNameStr name;
+            name.SetU8("\u0400");
+            bool right = name.ErrorCode() == 1 && name.GetCP() == "" && name.GetSystem() == "?";
+            name.SetU16(std::u16string{0x400, 0xD800});
+            right = right && name.ErrorCode() == 3 && name.GetU8() == "\u0400?";
+            std::exit(right ? 0 : 1);
+        },
+        ExitedWithCode(0), "")
+        << "and that of the form that was set before both";
+}
+
 } // namespace

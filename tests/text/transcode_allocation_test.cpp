@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <vector>
+
 namespace {
 
 using namespace MCXML_900;
@@ -65,6 +68,34 @@ INSTANTIATE_TEST_SUITE_P(All, TranscodeAllocation,
                              return info.param != nullptr ? "CodePage" + std::string(info.param)
                                                           : std::string("Default");
                          });
+
+/// Whether each conversion of a text of so many units takes memory beyond its target's.
+template <class Out, class In>
+std::vector<std::size_t> MallocsOfStrings(int (*convert)(void*, Out&, const In&), std::initializer_list<int> lengths) {
+    Out out(8192, ' ');
+    std::vector<std::size_t> mallocs;
+    for (const int length : lengths) {
+        const In text(static_cast<std::size_t>(length), 'a');
+        convert(nullptr, out, text);
+        mallocs.push_back(MallocsOf([&] { convert(nullptr, out, text); }));
+    }
+    return mallocs;
+}
+
+TEST(TranscodeStackBuffer, ServesTextsOf1024UnitsAndNoLongerOnes) {
+    if (!CountsMalloc()) {
+        GTEST_SKIP() << "a sanitizer has an allocator of its own";
+    }
+    using Mallocs = std::vector<std::size_t>;
+    using ToBytes = int (*)(void*, std::string&, const std::u16string&);
+    using ToUnits = int (*)(void*, std::u16string&, const std::string&);
+    EXPECT_EQ(MallocsOfStrings(KORDMBU8ToCodePage, {1023, 1024, 1025}), (Mallocs{0, 0, 1}));
+    EXPECT_EQ(MallocsOfStrings(KORDMBGenericToCodePage, {1023, 1024, 1025}), (Mallocs{0, 0, 1}));
+    EXPECT_EQ(MallocsOfStrings(KORDMBCodePageToU8, {1023, 1024, 1025}), (Mallocs{0, 0, 1}));
+    EXPECT_EQ(MallocsOfStrings(KORDMBCodePageToGeneric, {1023, 1024, 1025}), (Mallocs{0, 0, 1}));
+    EXPECT_EQ(MallocsOfStrings<std::string>(ToBytes(KORDMBU16ToU8), {1023, 1024, 1025}), (Mallocs{0, 0, 1}));
+    EXPECT_EQ(MallocsOfStrings<std::u16string>(ToUnits(KORDMBU8ToU16), {1023, 1024, 1025}), (Mallocs{0, 0, 1}));
+}
 
 TEST(MallocCounter, SeesWhatIcuTakes) {
     if (!CountsMalloc()) {
