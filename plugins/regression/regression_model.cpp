@@ -75,16 +75,15 @@ void RegressionModel::ReadCategoryTable(const Element& element, ModelParts& part
     fTables.push_back({category, RegressionTable(element, *parts.inputs)});
 }
 
-/// With a single table the target's other category has one without terms. The links of an ordinal target go by the
-/// order of its categories.
+/// With a single table the target's other category has one without terms, and comes last: it has the rest. The links of
+/// an ordinal target go by the order of its categories.
 void RegressionModel::CompleteCategories(const ModelParts& parts) {
     if (fTables.size() == 1) {
         if (parts.target->CategoryCount() != 2) {
             Raise(260176, "RegressionTable", parts.tag);
         }
         fTables.push_back({1 - fTables.front().category, RegressionTable()});
-    }
-    if (fIsOrdinal) {
+    } else if (fIsOrdinal) {
         std::sort(fTables.begin(), fTables.end(),
                   [](const CategoryTable& a, const CategoryTable& b) { return a.category < b.category; });
     }

@@ -176,6 +176,21 @@ TEST(Model, GivesTheOtherCategoryOfOneTableTheRest) {
     EXPECT_DOUBLE_EQ(scored.Probability("no"), 1 - 1 / (1 + std::exp(-1.0)));
 }
 
+TEST(Model, OneTableOfAnOrdinalTargetCountsForEitherCategory) {
+    const std::string document =
+        Replaced(Replaced(kSmallClassification, "<RegressionTable targetCategory=\"no\" intercept=\"0\"/>", ""),
+                 "categorical", "ordinal");
+    const double logistic = 1 / (1 + std::exp(-1.0));
+    Scored last(document);
+    ASSERT_TRUE(last.Score({{"x", "1"}}).IsOK());
+    EXPECT_EQ(last.Text(), "yes");
+    EXPECT_DOUBLE_EQ(last.Probability("yes"), logistic);
+    EXPECT_DOUBLE_EQ(last.Probability("no"), 1 - logistic);
+    Scored first(Replaced(document, "targetCategory=\"yes\"", "targetCategory=\"no\""));
+    ASSERT_TRUE(first.Score({{"x", "1"}}).IsOK());
+    EXPECT_DOUBLE_EQ(first.Probability("no"), logistic);
+}
+
 TEST(Result, IsOfTheModelsKind) {
     EXPECT_EQ(Scored(kSmallRegression).Result().GetResultKind(), 1);
     EXPECT_EQ(Scored(kSmallClassification).Result().GetResultKind(), 0);
