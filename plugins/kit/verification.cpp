@@ -81,9 +81,11 @@ Columns ColumnsOf(const std::vector<VerificationField>& fields) {
 std::vector<std::optional<std::string>> ReadRecord(const Element& row, const Columns& columns, std::size_t size) {
     std::vector<std::optional<std::string>> record(size);
     for (const Element cell : row.Children()) {
-        auto column = columns.find(cell.Tag());
+        // In the encoding of the names, where Element::Tag has just its ASCII.
+        const std::string tag = cell.Reader()(cell.Dom()->getTagName());
+        auto column = columns.find(tag);
         if (column == columns.end()) {
-            column = columns.find(LocalName(cell.Tag()));
+            column = columns.find(LocalName(tag));
         }
         if (std::string text = column == columns.end() ? "" : cell.Content(); !text.empty()) {
             record[column->second] = std::move(text);

@@ -111,6 +111,17 @@ constexpr Fault kFaults[] = {
 INSTANTIATE_TEST_SUITE_P(Reader, VerificationFault, testing::ValuesIn(kFaults),
                          [](const auto& info) { return std::string(info.param.name); });
 
+TEST(Verification, FindsCellsWhoseNamesAreNoAscii) {
+    std::istringstream in(
+        Document("<ModelVerification><VerificationFields><VerificationField field=\"x\" column=\"größe\"/>"
+                 "<VerificationField field=\"c\" column=\"é\"/></VerificationFields><InlineTable>"
+                 "<row><größe>2</größe><é>a</é></row></InlineTable></ModelVerification>"));
+    const auto verification = veltrane_kit::ReadVerification(in, {"RegressionModel"}, "CP1252");
+    ASSERT_TRUE(verification.has_value());
+    ASSERT_EQ(verification->records.size(), 1U);
+    EXPECT_EQ(verification->records[0], (std::vector<std::optional<std::string>>{"2", "a"}));
+}
+
 TEST(VerificationFaults, MissingElementsAreNamed) {
     ExpectFailure([] { Read(Document("<ModelVerification/>")); }, 260115,
                   "Missing node of 'VerificationFields' element  in 'ModelVerification'.");
