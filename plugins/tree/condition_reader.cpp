@@ -93,7 +93,7 @@ Condition ConditionReader::Read(const Element& element) {
 }
 
 Condition ConditionReader::ReadSimple(const Element& element) {
-    const int slot = fInputs.RequireSlot(element, u"field");
+    const int slot = RequireSlot(element);
     const Test test = element.OneOf(kOperator, kOperators);
     if (test == Test::IS_MISSING || test == Test::IS_NOT_MISSING) {
         if (element.Has(kValue)) {
@@ -116,6 +116,15 @@ Condition ConditionReader::ReadSimple(const Element& element) {
     return condition;
 }
 
+/// The slot of the field. One with an order gets its codes before a condition mentions a single value.
+int ConditionReader::RequireSlot(const Element& element) {
+    const int slot = fInputs.RequireSlot(element, u"field");
+    if (HasOrder(fInputs.Var(slot)) && fListed.count(slot) == 0) {
+        fListed.emplace(slot, LearnListed(slot));
+    }
+    return slot;
+}
+
 Condition ConditionReader::CompareNumber(const Element& element, int slot, Test test) {
     Condition condition = OnSlot(test, slot);
     condition.number = ReadNumber(element, slot);
@@ -124,7 +133,7 @@ Condition ConditionReader::CompareNumber(const Element& element, int slot, Test 
 
 /// @throws VTException 260153 for a value that the field doesn't list: it has no place in the order
 Condition ConditionReader::ComparePlace(const Element& element, int slot, Test test) {
-    const int listed = LearnListed(slot);
+    const int listed = fListed.at(slot);
     Condition condition = OnSlot(OfPlaces(test), slot);
     condition.place = {fInputs.CategoryOf(slot, element, kValue), listed};
     if (condition.place.code >= listed) {
@@ -170,7 +179,7 @@ int ConditionReader::LearnListed(int slot) {
 }
 
 Condition ConditionReader::ReadSet(const Element& element) {
-    const int slot = fInputs.RequireSlot(element, u"field");
+    const int slot = RequireSlot(element);
     const bool isIn = element.OneOf(kBooleanOperator, kSetOperators);
     const Element array = element.RequireChild(u"Array");
     const bool isNumeric = fInputs.IsNumeric(slot);

@@ -6,6 +6,8 @@
 
 #include <MCVeltrane_900/PMMLTranslator.h>
 
+#include <map>
+
 namespace veltrane_tree {
 
 /// Reads the predicates of a document. An operator means what PMML says on every kind of field: "notEqual" on a
@@ -30,6 +32,7 @@ private:
     Condition ReadSimple(const veltrane_kit::Element& element);
     Condition ReadSet(const veltrane_kit::Element& element);
     Condition ReadCompound(const veltrane_kit::Element& element);
+    int RequireSlot(const veltrane_kit::Element& element);
     Condition CompareNumber(const veltrane_kit::Element& element, int slot, Test test);
     Condition ComparePlace(const veltrane_kit::Element& element, int slot, Test test);
     double ReadNumber(const veltrane_kit::Element& element, int slot);
@@ -39,6 +42,7 @@ private:
     Conditions& fConditions;
     veltrane_kit::Inputs& fInputs;
     MCVeltrane_900::PMMLTranslator& fTranslator;
+    std::map<int, int> fListed; ///< by the slots of fields with an order, how many values they list
 };
 
 } // namespace veltrane_tree

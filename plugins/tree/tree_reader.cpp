@@ -2,6 +2,7 @@
 
 #include "kit/raise.h"
 
+#include <algorithm>
 #include <string>
 
 namespace veltrane_tree {
@@ -116,11 +117,14 @@ void TreeReader::ReadShares(const Element& element, int count, NodeScore& score)
 void TreeReader::ReadShare(const Element& element, const NodeScore& score) {
     Share share;
     share.category = fParts.target->CategoryOf(element, u"value");
-    for (std::size_t i = static_cast<std::size_t>(score.firstShare); i < fTree.shares.size(); ++i) {
-        if (fTree.shares[i].category == share.category) {
-            Raise(260203, element.Tag(), element.AnyText(u"value"), "Node");
-        }
+    const auto category = static_cast<std::size_t>(share.category);
+    if (category >= fSharedAt.size()) {
+        fSharedAt.resize(std::max(category + 1, 2 * fSharedAt.size()));
     }
+    if (fSharedAt[category] == score.place) {
+        Raise(260203, element.Tag(), element.AnyText(u"value"), "Node");
+    }
+    fSharedAt[category] = score.place;
     if (!element.Has(kRecordCount)) {
         Raise(260120, veltrane_kit::Narrow(kRecordCount), element.Tag());
     }

@@ -6,6 +6,9 @@
 #include "kit/model.h"
 #include "tree.h"
 
+#include <cstdint>
+#include <vector>
+
 namespace veltrane_tree {
 
 /// Reads the nodes of a TreeModel, each once, in the order of the document.
@@ -49,6 +52,7 @@ private:
     ConditionReader fConditions;
     Needs fNeeds;
     std::int32_t fPlace = 0;
+    std::vector<std::int32_t> fSharedAt; ///< by category, the place of the last node with a share of it; 0 for none
 };
 
 } // namespace veltrane_tree

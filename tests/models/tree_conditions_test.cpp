@@ -262,4 +262,43 @@ TEST(TreeSets, HoldHundredsOfCategories) {
     }
 }
 
+/// The order is that of the list, whichever condition mentions a value first.
+TEST(TreeOrder, OfADerivedFieldIsThatOfItsList) {
+    std::string document =
+        Replaced(ConditionDocument(
+                     "<CompoundPredicate booleanOperator=\"and\">"
+                     "<SimplePredicate field=\"rank\" operator=\"notEqual\" value=\"high\"/>"
+                     "<SimplePredicate field=\"rank\" operator=\"greaterThan\" value=\"low\"/></CompoundPredicate>"),
+                 "<DerivedField name=\"copy\"",
+                 "<DerivedField name=\"rank\" optype=\"ordinal\" dataType=\"string\"><FieldRef field=\"o\"/><Value "
+                 "value=\"low\"/>"
+                 "<Value value=\"mid\"/><Value value=\"high\"/></DerivedField><DerivedField name=\"copy\"");
+    Scored scored(document);
+    for (const auto& [value, answer] : Case{{"low", "no"}, {"mid", "yes"}, {"high", "no"}}) {
+        scored.Score({{"o", value}});
+        EXPECT_EQ(scored.Text(), answer) << value;
+    }
+}
+
+/// Each comparison would walk over the whole list, if the order weren't learned once.
+TEST(TreeOrder, OfManyValuesIsLearnedOnce) {
+    constexpr int kValues = 20000;
+    std::string values;
+    std::string nodes;
+    for (int i = 0; i < kValues; ++i) {
+        const std::string value = "\"v" + std::to_string(i) + "\"/>";
+        values += "<Value value=" + value;
+        nodes += "<Node score=\"" + std::to_string(i) +
+                 "\"><SimplePredicate field=\"m\" operator=\"lessThan\" value=" + value + "</Node>";
+    }
+    std::string document = ConditionDocument("<True/>");
+    document = Replaced(document, "<DataField name=\"b\"",
+                        "<DataField name=\"m\" optype=\"ordinal\" dataType=\"string\">" + values +
+                            "</DataField><DataField name=\"b\"");
+    document = Replaced(document, "<MiningField name=\"b\"/>", "<MiningField name=\"m\"/><MiningField name=\"b\"/>");
+    Scored scored(Replaced(document, "<Node score=\"yes\"><True/></Node>", nodes));
+    scored.Score({{"m", "v19998"}});
+    EXPECT_EQ(scored.Text(), "19999");
+}
+
 } // namespace

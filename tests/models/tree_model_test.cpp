@@ -73,6 +73,22 @@ TEST(TreeModel, SharesWithoutRecordsHaveNoProbability) {
     EXPECT_EQ(scored.Number("p"), kMissing);
 }
 
+TEST(TreeModel, ANodeCanShareThousandsOfCategories) {
+    constexpr int kCategories = 50000;
+    std::string shares;
+    for (int i = 0; i < kCategories; ++i) {
+        shares += "<ScoreDistribution value=\"c" + std::to_string(i) + "\" recordCount=\"1\"/>";
+    }
+    Scored scored(
+        "<PMML><DataDictionary><DataField name=\"t\" optype=\"categorical\" dataType=\"string\"/></DataDictionary>"
+        "<TreeModel functionName=\"classification\"><MiningSchema><MiningField name=\"t\" usageType=\"target\"/>"
+        "</MiningSchema><Node><True/>" +
+        shares + "</Node></TreeModel></PMML>");
+    scored.Score({});
+    EXPECT_EQ(scored.Text(), "c0");
+    EXPECT_DOUBLE_EQ(scored.Probability("c49999"), 1.0 / kCategories);
+}
+
 TEST(TreeModel, ExtensionsAndPartitionsAreSkipped) {
     Scored scored(Replaced(kSmallTree, "  <True/>\n", "<Extension/><True/><Partition name=\"p\"/>"));
     scored.Score({{"x", "2"}});
