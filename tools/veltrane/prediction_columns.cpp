@@ -9,8 +9,6 @@
 #include <MCVeltrane_900/ScoreResultField.h>
 #include <MCVeltrane_900/ScoreValue.h>
 
-#include <algorithm>
-
 namespace veltrane::host {
 
 using MCVeltrane_900::ScoreDictVar;
@@ -36,14 +34,15 @@ PredictionColumns::PredictionColumns(const ScoreModel& model, ScoreResult& empty
     }
     const ScoreDictVar* target = model.GetTargetVar();
     fPredicted = {target ? target->GetName() : "prediction", DateFormOf(target)};
-    const auto isOutput = [&](const Column& output) { return output.name == fPredicted.name; };
-    while (std::any_of(fOutputs.begin(), fOutputs.end(), isOutput))
+    for (const Column& output : fOutputs)
+        fNames.insert(output.name);
+    while (fNames.count(fPredicted.name) > 0)
         fPredicted.name = "predicted " + fPredicted.name;
+    fNames.insert(fPredicted.name);
 }
 
 bool PredictionColumns::Has(const std::string& name) const {
-    return name == fPredicted.name ||
-           std::any_of(fOutputs.begin(), fOutputs.end(), [&](const Column& output) { return output.name == name; });
+    return fNames.count(name) > 0;
 }
 
 void PredictionColumns::WriteHeader(CsvWriter& writer) const {

@@ -5,6 +5,7 @@
 #include "date_text.h"
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace MCVeltrane_900 {
@@ -40,6 +41,7 @@ private:
 
     Column fPredicted;
     std::vector<Column> fOutputs;
+    std::unordered_set<std::string> fNames; ///< of all columns
     std::string fText;
 };
 

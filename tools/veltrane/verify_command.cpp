@@ -20,7 +20,9 @@
 #include <fmt/format.h>
 
 #include <fstream>
+#include <string_view>
 #include <unistd.h>
+#include <unordered_map>
 
 namespace veltrane::host {
 namespace {
@@ -49,7 +51,6 @@ private:
 
     Verification ReadRecords() const;
     void SortFields();
-    const CaseRow::Field* FindInput(const std::string& name) const;
     void ReadCase(std::size_t record);
     void CompareCase(std::size_t record);
     const MCVeltrane_900::ScoreValue* ResultOf(const std::string& name) const;
@@ -87,25 +88,20 @@ int VerifyRun::Run() {
 }
 
 void VerifyRun::SortFields() {
+    std::unordered_map<std::string_view, const CaseRow::Field*> inputs;
+    for (const CaseRow::Field& field : fRow.Fields())
+        inputs.emplace(field.name, &field);
     for (const auto& field : fVerification.fields) {
         Field sorted;
         if (fColumns.Has(field.field))
             sorted.result.emplace(field);
-        else
-            sorted.input = FindInput(field.field);
+        else if (const auto input = inputs.find(field.field); input != inputs.end())
+            sorted.input = input->second;
         if (!sorted.result && !sorted.input)
             throw Failure(fmt::format("{}: the verification field \"{}\" is neither a field nor a result",
                                       fOptions.document, field.field));
         fFields.push_back(std::move(sorted));
     }
-}
-
-const CaseRow::Field* VerifyRun::FindInput(const std::string& name) const {
-    for (const CaseRow::Field& field : fRow.Fields()) {
-        if (field.name == name)
-            return &field;
-    }
-    return nullptr;
 }
 
 void VerifyRun::ReadCase(std::size_t record) {
