@@ -22,12 +22,12 @@ bool HasPlace(const FieldValue& x, Condition::Place operand) {
 
 } // namespace
 
-Truth Conditions::Decide(const Condition& condition, const Inputs& inputs) const {
+Truth Conditions::Decide(const Condition& condition, const Inputs& inputs, bool& usedSurrogate) const {
     if (condition.test == Test::ALWAYS || condition.test == Test::NEVER) {
         return Answer(condition.test == Test::ALWAYS);
     }
     if (condition.test >= Test::AND) {
-        return DecideParts(condition, inputs);
+        return DecideParts(condition, inputs, usedSurrogate);
     }
     const FieldValue& x = inputs[condition.slot];
     if (condition.test == Test::IS_MISSING || condition.test == Test::IS_NOT_MISSING) {
@@ -67,24 +67,29 @@ Truth Conditions::Decide(const Condition& condition, const Inputs& inputs) const
         return Answer(!HasNumber(condition.span, x.number));
     case Test::IN_CATEGORIES:
         return Answer(HasCategory(condition.span, x.category));
-    default:
+    case Test::NOT_IN_CATEGORIES:
         return Answer(!HasCategory(condition.span, x.category));
+    case Test::IN_FEW_CATEGORIES:
+        return Answer(HasNumber(condition.span, x.category));
+    default:
+        return Answer(!HasNumber(condition.span, x.category));
     }
 }
 
 /// The three-valued logic of compounds. A surrogate is the first of its parts that can be decided.
-Truth Conditions::DecideParts(const Condition& condition, const Inputs& inputs) const {
+Truth Conditions::DecideParts(const Condition& condition, const Inputs& inputs, bool& usedSurrogate) const {
     bool isUnknown = false;
     bool isOdd = false;
     const Condition* part = fParts.data() + condition.span.first;
     for (const Condition* const end = part + condition.span.count; part != end; ++part) {
-        const Truth truth = Decide(*part, inputs);
+        const Truth truth = Decide(*part, inputs, usedSurrogate);
         if (truth == Truth::UNKNOWN) {
             if (condition.test == Test::XOR) {
                 return Truth::UNKNOWN;
             }
             isUnknown = true;
         } else if (condition.test == Test::SURROGATE) {
+            usedSurrogate = usedSurrogate || isUnknown;
             return truth;
         } else if (condition.test == Test::XOR) {
             isOdd = isOdd != (truth == Truth::YES);
@@ -116,15 +121,21 @@ Condition::Span Conditions::AddNumbers(std::vector<double> numbers) {
     return span;
 }
 
-Condition::Span Conditions::AddCategories(const std::vector<int>& codes) {
+void Conditions::SetCategories(Condition& condition, const std::vector<int>& codes, bool isIn) {
     const auto highest = std::max_element(codes.begin(), codes.end());
     const int words = highest == codes.end() ? 0 : *highest / kWordBits + 1;
-    const Condition::Span span{static_cast<std::int32_t>(fWords.size()), words};
+    if (static_cast<std::size_t>(words) > codes.size()) {
+        condition.test = isIn ? Test::IN_FEW_CATEGORIES : Test::NOT_IN_FEW_CATEGORIES;
+        condition.span = AddNumbers(std::vector<double>(codes.begin(), codes.end()));
+        return;
+    }
+    condition.test = isIn ? Test::IN_CATEGORIES : Test::NOT_IN_CATEGORIES;
+    condition.span = {static_cast<std::int32_t>(fWords.size()), words};
     fWords.resize(fWords.size() + static_cast<std::size_t>(words));
     for (const int code : codes) {
-        fWords[static_cast<std::size_t>(span.first + code / kWordBits)] |= std::uint64_t{1} << (code % kWordBits);
+        fWords[static_cast<std::size_t>(condition.span.first + code / kWordBits)] |= std::uint64_t{1}
+                                                                                     << (code % kWordBits);
     }
-    return span;
 }
 
 Condition::Span Conditions::AddParts(int count) {

@@ -34,6 +34,8 @@ enum class Test : std::uint8_t {
     NOT_IN_NUMBERS,
     IN_CATEGORIES,
     NOT_IN_CATEGORIES,
+    IN_FEW_CATEGORIES,
+    NOT_IN_FEW_CATEGORIES,
     AND,
     OR,
     XOR,
@@ -67,14 +69,17 @@ struct Condition {
 class Conditions {
 public:
     /// Decides a condition for the case at hand. It allocates nothing; compounds nest as deep as the document did.
-    Truth Decide(const Condition& condition, const veltrane_kit::Inputs& inputs) const;
+    /// @param usedSurrogate set to true when a surrogate stood in for a missing value, else left alone
+    Truth Decide(const Condition& condition, const veltrane_kit::Inputs& inputs, bool& usedSurrogate) const;
 
     // For the reader of a tree.
 
     /// Keeps the numbers of a set, in any order.
     Condition::Span AddNumbers(std::vector<double> numbers);
-    /// Keeps the codes of a set of categories, none of them negative.
-    Condition::Span AddCategories(const std::vector<int>& codes);
+    /// Keeps the codes of a set of categories, none of them negative, and sets the condition's test and span: a bit for
+    /// each code up to the highest, or the codes themselves where they are few among many, so that the memory of sets
+    /// grows with their size alone.
+    void SetCategories(Condition& condition, const std::vector<int>& codes, bool isIn);
     /// Keeps room for the parts of a compound.
     Condition::Span AddParts(int count);
     void SetPart(int index, const Condition& part) { fParts[static_cast<std::size_t>(index)] = part; }
@@ -83,12 +88,12 @@ public:
     std::size_t Bytes() const;
 
 private:
-    Truth DecideParts(const Condition& condition, const veltrane_kit::Inputs& inputs) const;
+    Truth DecideParts(const Condition& condition, const veltrane_kit::Inputs& inputs, bool& usedSurrogate) const;
     bool HasNumber(Condition::Span set, double number) const;
     bool HasCategory(Condition::Span set, int code) const;
 
     std::vector<Condition> fParts;
-    std::vector<double> fNumbers;      ///< each set sorted
+    std::vector<double> fNumbers;      ///< of numbers, and of the codes of few categories; each set sorted
     std::vector<std::uint64_t> fWords; ///< a bit for each category code
 };
 

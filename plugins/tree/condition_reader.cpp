@@ -199,8 +199,8 @@ Condition ConditionReader::ReadSet(const Element& element) {
         condition.span = fConditions.AddNumbers(std::move(numbers));
         return condition;
     }
-    Condition condition = OnSlot(isIn ? Test::IN_CATEGORIES : Test::NOT_IN_CATEGORIES, slot);
-    condition.span = fConditions.AddCategories(codes);
+    Condition condition = OnSlot(Test::IN_CATEGORIES, slot);
+    fConditions.SetCategories(condition, codes, isIn);
     return condition;
 }
 

@@ -62,7 +62,8 @@ TreeModel::TreeModel(const Element& element, ModelParts& parts, MCVeltrane_900::
 }
 
 bool TreeModel::Predict(const Inputs& inputs, Prediction& prediction) {
-    if (fTree.conditions.Decide(fTree.nodes.front().condition, inputs) != Truth::YES) {
+    bool usedSurrogate = false;
+    if (fTree.conditions.Decide(fTree.nodes.front().condition, inputs, usedSurrogate) != Truth::YES) {
         return false;
     }
     return GoOn(0, inputs, prediction);
@@ -70,10 +71,11 @@ bool TreeModel::Predict(const Inputs& inputs, Prediction& prediction) {
 
 /// The first child whose condition holds; kNoNode when none does, kUndecided when one that comes first can't be
 /// decided.
-int TreeModel::FindChild(const Node& node, const Inputs& inputs) const {
+int TreeModel::FindChild(const Node& node, const Inputs& inputs, bool& usedSurrogate) const {
     const bool isDecided = fStrategy == MissingStrategy::NONE;
     for (int child = node.firstChild; child < node.firstChild + node.childCount; ++child) {
-        const Truth truth = fTree.conditions.Decide(fTree.nodes[static_cast<std::size_t>(child)].condition, inputs);
+        const Condition& condition = fTree.nodes[static_cast<std::size_t>(child)].condition;
+        const Truth truth = fTree.conditions.Decide(condition, inputs, usedSurrogate);
         if (truth == Truth::YES) {
             return child;
         }
@@ -85,47 +87,54 @@ int TreeModel::FindChild(const Node& node, const Inputs& inputs) const {
 }
 
 bool TreeModel::GoOn(int node, const Inputs& inputs, Prediction& prediction) {
-    int defaults = 0;
+    int penalties = 0;
     while (fTree.nodes[static_cast<std::size_t>(node)].childCount > 0) {
-        int next = FindChild(fTree.nodes[static_cast<std::size_t>(node)], inputs);
+        bool isPenalized = false;
+        int next = FindChild(fTree.nodes[static_cast<std::size_t>(node)], inputs, isPenalized);
         if (next == kNoNode) {
-            return fAnswersFromLast && Answer(node, defaults, prediction);
+            return fAnswersFromLast && Answer(node, penalties, prediction);
         }
         if (next == kUndecided) {
             if (fStrategy == MissingStrategy::LAST_PREDICTION) {
-                return Answer(node, defaults, prediction);
+                return Answer(node, penalties, prediction);
             }
             if (fStrategy != MissingStrategy::DEFAULT_CHILD) {
-                return fStrategy != MissingStrategy::NULL_PREDICTION && AnswerFromSeveral(node, inputs, prediction);
+                return fStrategy != MissingStrategy::NULL_PREDICTION &&
+                       AnswerFromSeveral(node, penalties, inputs, prediction);
             }
             next = fTree.scores[static_cast<std::size_t>(node)].defaultChild;
             if (next == NodeScore::kNone) {
                 return false;
             }
-            ++defaults;
+            isPenalized = true;
         }
+        penalties += isPenalized ? 1 : 0;
         node = next;
     }
-    return Answer(node, defaults, prediction);
+    return Answer(node, penalties, prediction);
+}
+
+double TreeModel::PenaltyOf(int penalties) const {
+    return penalties > 0 ? std::pow(fPenalty, penalties) : 1.0;
 }
 
 /// The prediction of one node.
-/// @param defaults how often the case went on to a default child
+/// @param penalties the steps on the way to it that needed a surrogate or a default child
 /// @return false for a node that predicts nothing
-bool TreeModel::Answer(int node, int defaults, Prediction& prediction) {
+bool TreeModel::Answer(int node, int penalties, Prediction& prediction) {
     const NodeScore& score = fTree.scores[static_cast<std::size_t>(node)];
     if (!IsClassification()) {
         prediction.number = score.number;
-    } else if (!AnswerCategory(score, defaults, prediction)) {
+    } else if (!AnswerCategory(score, penalties, prediction)) {
         return false;
     }
     NameNode(score, prediction);
     return true;
 }
 
-bool TreeModel::AnswerCategory(const NodeScore& score, int defaults, Prediction& prediction) const {
-    const bool hasConfidences = fTree.hasConfidences || (defaults > 0 && fPenalty != 1.0);
-    const double penalty = defaults > 0 ? std::pow(fPenalty, defaults) : 1.0;
+bool TreeModel::AnswerCategory(const NodeScore& score, int penalties, Prediction& prediction) const {
+    const bool hasConfidences = fTree.hasConfidences || (penalties > 0 && fPenalty != 1.0);
+    const double penalty = PenaltyOf(penalties);
     if (score.shareCount > 0) {
         prediction.probabilities.assign(prediction.probabilities.size(), 0.0);
     }
@@ -160,7 +169,8 @@ void TreeModel::NameNode(const NodeScore& score, Prediction& prediction) {
 }
 
 /// The prediction of all nodes that a case may come to from one that doesn't decide.
-bool TreeModel::AnswerFromSeveral(int node, const Inputs& inputs, Prediction& prediction) {
+/// @param penalties the steps on the way to it that needed a surrogate
+bool TreeModel::AnswerFromSeveral(int node, int penalties, const Inputs& inputs, Prediction& prediction) {
     Sums sums;
     prediction.probabilities.assign(prediction.probabilities.size(), 0.0);
     if (fTree.hasConfidences) {
@@ -181,6 +191,12 @@ bool TreeModel::AnswerFromSeveral(int node, const Inputs& inputs, Prediction& pr
     if (areCounts) {
         prediction.confidences.clear();
     }
+    if (penalties > 0 && prediction.confidences.empty()) {
+        prediction.confidences = prediction.probabilities;
+    }
+    for (double& confidence : prediction.confidences) {
+        confidence *= PenaltyOf(penalties);
+    }
     prediction.category = Highest(prediction.confidences.empty() ? prediction.probabilities : prediction.confidences);
     return true;
 }
@@ -188,7 +204,8 @@ bool TreeModel::AnswerFromSeveral(int node, const Inputs& inputs, Prediction& pr
 /// Adds what a case gets that has come to a node with part of its weight.
 void TreeModel::Add(int node, double weight, const Inputs& inputs, Prediction& prediction, Sums& sums) const {
     while (fTree.nodes[static_cast<std::size_t>(node)].childCount > 0) {
-        const int next = FindChild(fTree.nodes[static_cast<std::size_t>(node)], inputs);
+        bool usedSurrogate = false;
+        const int next = FindChild(fTree.nodes[static_cast<std::size_t>(node)], inputs, usedSurrogate);
         if (next == kUndecided) {
             AddChildren(fTree.nodes[static_cast<std::size_t>(node)], weight, inputs, prediction, sums);
             return;
@@ -212,7 +229,8 @@ void TreeModel::AddChildren(const Node& node, double weight, const Inputs& input
     for (int pass = 0; pass < 2; ++pass) {
         for (int child = node.firstChild; child < end; ++child) {
             const auto at = static_cast<std::size_t>(child);
-            if (fTree.conditions.Decide(fTree.nodes[at].condition, inputs) == Truth::NO) {
+            bool usedSurrogate = false;
+            if (fTree.conditions.Decide(fTree.nodes[at].condition, inputs, usedSurrogate) == Truth::NO) {
                 continue;
             }
             if (fStrategy == MissingStrategy::AGGREGATE_NODES) {

@@ -42,13 +42,15 @@ private:
         double number = 0.0;
     };
 
-    int FindChild(const Node& node, const veltrane_kit::Inputs& inputs) const;
+    int FindChild(const Node& node, const veltrane_kit::Inputs& inputs, bool& usedSurrogate) const;
     bool GoOn(int node, const veltrane_kit::Inputs& inputs, veltrane_kit::Prediction& prediction);
-    bool Answer(int node, int defaults, veltrane_kit::Prediction& prediction);
-    bool AnswerCategory(const NodeScore& score, int defaults, veltrane_kit::Prediction& prediction) const;
+    bool Answer(int node, int penalties, veltrane_kit::Prediction& prediction);
+    bool AnswerCategory(const NodeScore& score, int penalties, veltrane_kit::Prediction& prediction) const;
     void NameNode(const NodeScore& score, veltrane_kit::Prediction& prediction);
 
-    bool AnswerFromSeveral(int node, const veltrane_kit::Inputs& inputs, veltrane_kit::Prediction& prediction);
+    bool AnswerFromSeveral(int node, int penalties, const veltrane_kit::Inputs& inputs,
+                           veltrane_kit::Prediction& prediction);
+    double PenaltyOf(int penalties) const;
     void Add(int node, double weight, const veltrane_kit::Inputs& inputs, veltrane_kit::Prediction& prediction,
              Sums& sums) const;
     void AddChildren(const Node& node, double weight, const veltrane_kit::Inputs& inputs,
@@ -58,7 +60,7 @@ private:
 
     Tree fTree;
     MissingStrategy fStrategy;
-    double fPenalty;       ///< a factor of the confidence for each default child on the way
+    double fPenalty;       ///< a factor of the confidence for each step that needed a surrogate or a default child
     bool fAnswersFromLast; ///< a case that no child takes gets the answer of the node that it has come to
     std::string fPlaceName;
 };

@@ -37,6 +37,17 @@ class Tree:
         predicate = next(child for child in node if child.tag[len(NAMESPACE):] in PREDICATES)
         return self.decide(predicate, case)
 
+    def needs_surrogate(self, node, case):
+        """Whether the condition of a node is decided by a surrogate, anywhere in it."""
+        compounds = [part for part in node.iter(NAMESPACE + "CompoundPredicate")
+                     if part.get("booleanOperator") == "surrogate" and not self.is_below_a_child(node, part)]
+        return any(self.decide(compound[0], case) is None and self.decide(compound, case) is not None
+                   for compound in compounds)
+
+    @staticmethod
+    def is_below_a_child(node, part):
+        return any(part in list(child.iter()) for child in node.findall(NAMESPACE + "Node"))
+
     def decide(self, predicate, case):
         kind = predicate.tag[len(NAMESPACE):]
         if kind in ("True", "False"):
@@ -90,28 +101,30 @@ class Tree:
     def predict(self, case):
         if self.holds(self.root, case) is not True:
             return None
-        node, defaults = self.root, 0
+        node, penalties = self.root, 0
         while True:
             children = node.findall(NAMESPACE + "Node")
             if not children:
-                return self.answer(node, defaults)
+                return self.answer(node, penalties)
             verdict = self.choose(children, case)
             if verdict == "nobody":
-                return self.answer(node, defaults) if self.no_child == "returnLastPrediction" else None
+                return self.answer(node, penalties) if self.no_child == "returnLastPrediction" else None
             if verdict != "unknown":
+                asked = children[:children.index(verdict) + 1]
+                penalties += any(self.needs_surrogate(child, case) for child in asked)
                 node = verdict
                 continue
             if self.strategy == "nullPrediction":
                 return None
             if self.strategy == "lastPrediction":
-                return self.answer(node, defaults)
+                return self.answer(node, penalties)
             if self.strategy != "defaultChild":
-                return self.several(node, case)
+                return self.several(node, case, penalties)
             default = node.get("defaultChild")
             if default is None:
                 return None
             node = next(child for child in children if child.get("id") == default)
-            defaults += 1
+            penalties += 1
 
     def choose(self, children, case):
         for child in children:
@@ -133,14 +146,14 @@ class Tree:
             result[share.get("value")] = (records, probability, float(share.get("confidence", probability)))
         return result
 
-    def answer(self, node, defaults):
+    def answer(self, node, penalties):
         entity = node.get("id") or self.places[id(node)]
         if not self.is_classification:
             return None if node.get("score") is None else {"prediction": float(node.get("score")), "entity": entity}
         shares = self.distribution(node)
         probabilities = {category: shares.get(category, (0, 0, 0))[1] for category in self.categories}
         prediction = node.get("score") or max(self.categories, key=lambda category: probabilities[category])
-        confidence = shares.get(prediction, (0, 0, 0))[2] * self.penalty ** defaults
+        confidence = shares.get(prediction, (0, 0, 0))[2] * self.penalty ** penalties
         return {"prediction": prediction, "probabilities": probabilities, "confidence": confidence, "entity": entity}
 
     def reach(self, node, weight, case):
@@ -159,7 +172,7 @@ class Tree:
         return [part for child in open_children if total
                 for part in self.reach(child, weight * float(child.get("recordCount")) / total, case)]
 
-    def several(self, node, case):
+    def several(self, node, case, penalties):
         parts = self.share_out(node, 1.0, case)
         if not self.is_classification:
             scored = [(float(part.get("score")), weight if self.strategy == "weightedConfidence"
@@ -179,7 +192,7 @@ class Tree:
             probabilities = {category: records / total for category, records in probabilities.items()}
             confidences = probabilities
         prediction = max(self.categories, key=lambda category: confidences[category])
-        return {"prediction": prediction, "probabilities": probabilities, "confidence": confidences[prediction],
+        return {"prediction": prediction, "probabilities": probabilities, "confidence": confidences[prediction] * self.penalty ** penalties,
                 "entity": ""}
 
 

@@ -301,4 +301,29 @@ TEST(TreeOrder, OfManyValuesIsLearnedOnce) {
     EXPECT_EQ(scored.Text(), "19999");
 }
 
+/// A few codes among many are kept one by one.
+TEST(TreeSets, HoldAFewAmongHundredsOfCategories) {
+    std::string many;
+    for (int i = 0; i < 500; ++i) {
+        many += "s" + std::to_string(i) + " ";
+    }
+    const std::string set = "<SimpleSetPredicate field=\"c\" booleanOperator=\"";
+    Scored scored(ConditionDocument(
+        "<CompoundPredicate booleanOperator=\"or\">" + set + "isIn\"><Array type=\"string\">" +
+        many.substr(0, many.find("s490")) + "</Array></SimpleSetPredicate><CompoundPredicate booleanOperator=\"and\">" +
+        set + "isIn\"><Array type=\"string\">s499 s495 s492 s300</Array></SimpleSetPredicate>" + set +
+        "isNotIn\"><Array type=\"string\">s495</Array></SimpleSetPredicate>"
+        "</CompoundPredicate></CompoundPredicate>"));
+    const auto answer = [&scored](const std::string& category) {
+        scored.Score({{"c", category}});
+        return scored.Text();
+    };
+    EXPECT_EQ(answer("s489"), "yes");
+    EXPECT_EQ(answer("s490"), "no");
+    EXPECT_EQ(answer("s492"), "yes");
+    EXPECT_EQ(answer("s495"), "no");
+    EXPECT_EQ(answer("s499"), "yes");
+    EXPECT_EQ(answer("other"), "no");
+}
+
 } // namespace

@@ -12,7 +12,8 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <string_view>
+#include <unordered_set>
 
 namespace veltrane::host {
 namespace {
@@ -56,11 +57,12 @@ void SetOptions(ScoreModel& model, const ScoreOptions& options) {
 
 /// Without one of its inputs a model sees a missing value in every case, which is seldom meant.
 void WarnOfMissingInputs(const ScoreModel& model, CaseRun& run, const std::string& cases) {
+    std::unordered_set<std::string_view> columns;
+    for (const CaseColumns::Column& column : run.Columns().All())
+        columns.insert(column.name);
     std::string names;
     for (const std::string& input : model.GetInputNames()) {
-        const auto& columns = run.Columns().All();
-        const auto isInput = [&](const CaseColumns::Column& column) { return column.name == input; };
-        if (std::none_of(columns.begin(), columns.end(), isInput))
+        if (!columns.contains(input))
             names += (names.empty() ? "\"" : ", \"") + Escaped(input) + "\"";
     }
     if (!names.empty())
