@@ -109,9 +109,8 @@ bool Conditions::HasNumber(Condition::Span set, double number) const {
 }
 
 bool Conditions::HasCategory(Condition::Span set, int code) const {
-    const int word = code / kWordBits;
-    return code >= 0 && word < set.count &&
-           (fWords[static_cast<std::size_t>(set.first + word)] >> (code % kWordBits) & 1U) != 0;
+    const std::uint64_t* const words = fWords.data() + set.first;
+    return code >= 0 && code / kWordBits < set.count && (words[code / kWordBits] >> (code % kWordBits) & 1U) != 0;
 }
 
 Condition::Span Conditions::AddNumbers(std::vector<double> numbers) {
@@ -132,9 +131,9 @@ void Conditions::SetCategories(Condition& condition, const std::vector<int>& cod
     condition.test = isIn ? Test::IN_CATEGORIES : Test::NOT_IN_CATEGORIES;
     condition.span = {static_cast<std::int32_t>(fWords.size()), words};
     fWords.resize(fWords.size() + static_cast<std::size_t>(words));
+    std::uint64_t* const bits = fWords.data() + condition.span.first;
     for (const int code : codes) {
-        fWords[static_cast<std::size_t>(condition.span.first + code / kWordBits)] |= std::uint64_t{1}
-                                                                                     << (code % kWordBits);
+        bits[code / kWordBits] |= std::uint64_t{1} << (code % kWordBits);
     }
 }
 

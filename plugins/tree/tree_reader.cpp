@@ -158,8 +158,9 @@ void TreeReader::RequireRecordCount(const Element& element, NodeScore& score) co
         Raise(260120, veltrane_kit::Narrow(kRecordCount), element.Tag());
     }
     score.recordCount = 0.0;
-    for (std::int32_t i = 0; i < score.shareCount; ++i) {
-        score.recordCount += fTree.shares[static_cast<std::size_t>(score.firstShare + i)].recordCount;
+    const Share* share = fTree.shares.data() + score.firstShare;
+    for (const Share* const end = share + score.shareCount; share != end; ++share) {
+        score.recordCount += share->recordCount;
     }
 }
 
