@@ -1,3 +1,5 @@
+#include "support/folders.h"
+
 #include <MCVeltrane_900/ErrorFormater.h>
 
 #include <gtest/gtest.h>
@@ -23,7 +25,7 @@ struct Row {
 
 /// A copy of the catalogue that was made on its own, to hold the table against.
 std::vector<Row> ReadExpected() {
-    std::ifstream file(std::filesystem::path(VELTRANE_SAMPLES).parent_path() / "diagnostics" / "messages.tsv");
+    std::ifstream file(std::filesystem::path(veltrane::tests::TestsFolder()) / "diagnostics" / "messages.tsv");
     std::vector<Row> rows;
     std::string line;
     std::getline(file, line);

@@ -1,3 +1,5 @@
+#include "support/folders.h"
+
 #include <MCVeltrane_900/ModelFactory.h>
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
@@ -41,7 +43,7 @@ Outcome Read(const std::string& document) {
 
 std::vector<std::string> Samples() {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(VELTRANE_SAMPLES)) {
+    for (const auto& entry : std::filesystem::directory_iterator(veltrane::tests::SamplesFolder())) {
         if (entry.path().extension() == ".pmml") {
             names.push_back(entry.path().string());
         }

@@ -1,6 +1,7 @@
 // The samples with one place after the other damaged: each ends in a catalogued failure, or in a model that scores.
 #include "models/scoring.h"
 #include "models/small_documents.h"
+#include "support/folders.h"
 
 #include <MCVeltrane_900/VTException.h>
 
@@ -94,7 +95,7 @@ int ReadDamaged(const std::string& document, const std::vector<Place>& places,
 
 class DamagedDocument : public testing::TestWithParam<const char*> {
 protected:
-    const std::string fDocument = ReadFile(std::string(VELTRANE_MODEL_SAMPLES) + "/" + GetParam() + ".pmml");
+    const std::string fDocument = ReadFile(ModelSamplesFolder() + "/" + GetParam() + ".pmml");
 };
 
 TEST_P(DamagedDocument, WithoutAnAttribute) {

@@ -1,5 +1,6 @@
 // Documents that modelling tools wrote, rows, and the predictions that the tools themselves gave.
 #include "models/scoring.h"
+#include "support/folders.h"
 
 #include <MCVeltrane_900/ScoreDictVar.h>
 
@@ -21,7 +22,7 @@ void ExpectNear(double actual, double expected, const std::string& what) {
 class RealDocument : public testing::TestWithParam<const char*> {};
 
 TEST_P(RealDocument, GivesTheAnswersOfItsTool) {
-    const std::string base = std::string(VELTRANE_CASES) + "/models/" + GetParam();
+    const std::string base = CasesFolder() + "/models/" + GetParam();
     if (!std::filesystem::exists(base + ".pmml")) {
         GTEST_SKIP() << "the real documents are not here: " << base;
     }

@@ -1,5 +1,6 @@
 // The documents of samples/: rows, and the answers that regression_answers.py computes apart from the plug-ins.
 #include "models/scoring.h"
+#include "support/folders.h"
 
 #include <gtest/gtest.h>
 
@@ -29,7 +30,7 @@ void ExpectAnswer(Scored& scored, const std::string& output, const std::string& 
 class Sample : public testing::TestWithParam<const char*> {};
 
 TEST_P(Sample, GivesTheAnswersComputedApart) {
-    const std::string base = std::string(VELTRANE_MODEL_SAMPLES) + "/" + GetParam();
+    const std::string base = ModelSamplesFolder() + "/" + GetParam();
     Scored scored(ReadFile(base + ".pmml"));
     const std::vector<Case> rows = ReadRows(base + ".csv");
     const std::vector<Case> answers = ReadRows(base + ".expected.csv");
@@ -74,7 +75,7 @@ std::string NormalizingDocument(const Case& row) {
 }
 
 TEST(Normalization, EveryMethodWithEveryFunction) {
-    const std::vector<Case> rows = ReadRows(std::string(VELTRANE_MODEL_SAMPLES) + "/../normalizations.csv");
+    const std::vector<Case> rows = ReadRows(TestsFolder() + "/models/normalizations.csv");
     ASSERT_GT(rows.size(), 100U);
     for (const Case& row : rows) {
         const std::string where = row.at("function") + " " + row.at("level") + " " + row.at("method") + " of " +

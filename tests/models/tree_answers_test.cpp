@@ -1,6 +1,7 @@
 // Trees under every strategy for missing values, against the answers that tree_answers.py computes apart from the
 // plug-in.
 #include "models/scoring.h"
+#include "support/folders.h"
 
 #include <gtest/gtest.h>
 
@@ -25,8 +26,7 @@ void ExpectNumber(double actual, const std::string& answer, const std::string& w
 /// The models of a sample, one for each pair of strategies.
 class Models {
 public:
-    explicit Models(const std::string& name)
-        : fDocument(ReadFile(std::string(VELTRANE_MODEL_SAMPLES) + "/" + name + ".pmml")) {}
+    explicit Models(const std::string& name) : fDocument(ReadFile(ModelSamplesFolder() + "/" + name + ".pmml")) {}
 
     Scored& Of(const std::string& strategy, const std::string& noChild) {
         std::unique_ptr<Scored>& model = fModels[{strategy, noChild}];
@@ -60,7 +60,7 @@ class TreeAnswers : public testing::TestWithParam<const char*> {};
 TEST_P(TreeAnswers, AreThoseComputedApart) {
     const std::string name = GetParam();
     Models models(name);
-    const std::vector<Case> rows = ReadRows(std::string(VELTRANE_MODEL_SAMPLES) + "/" + name + ".answers.csv");
+    const std::vector<Case> rows = ReadRows(ModelSamplesFolder() + "/" + name + ".answers.csv");
     ASSERT_GT(rows.size(), 600U);
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const Case& row = rows[i];

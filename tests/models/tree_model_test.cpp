@@ -3,6 +3,7 @@
 #include "models/small_tree.h"
 #include "support/allocations.h"
 #include "support/failure.h"
+#include "support/folders.h"
 
 #include <gtest/gtest.h>
 
@@ -161,10 +162,10 @@ TEST(TreeSpeed, NothingIsAllocatedForACase) {
 }
 
 TEST(TreeThreads, EightModelsGiveTheSameAnswers) {
-    std::string document = ReadFile(std::string(VELTRANE_MODEL_SAMPLES) + "/play.pmml");
+    std::string document = ReadFile(ModelSamplesFolder() + "/play.pmml");
     document = Replaced(Replaced(document, "STRATEGY\" noTrue", "weightedConfidence\" noTrue"), "\"NOCHILD\"",
                         "\"returnLastPrediction\"");
-    const std::vector<Case> rows = ReadRows(std::string(VELTRANE_MODEL_SAMPLES) + "/play.answers.csv");
+    const std::vector<Case> rows = ReadRows(ModelSamplesFolder() + "/play.answers.csv");
     std::vector<std::vector<double>> answers(8);
     std::vector<std::thread> threads;
     for (std::vector<double>& mine : answers) {

@@ -1,5 +1,7 @@
 #include "support/golden_tables.h"
 
+#include "support/folders.h"
+
 #include <MCCommon_900/MCMV.h>
 
 #include <gtest/gtest.h>
@@ -84,7 +86,7 @@ std::string Describe(const GoldenPoint& point, double result) {
 
 } // namespace
 
-GoldenFolder::GoldenFolder(const std::string& folder) : fFolder(VELTRANE_SAMPLES "/../" + folder + "/") {
+GoldenFolder::GoldenFolder(const std::string& folder) : fFolder(TestsFolder() + "/" + folder + "/") {
     std::ifstream in = Open(fFolder + "regions.txt");
     for (std::string line; std::getline(in, line);) {
         if (line.empty() || line.front() == '#')
@@ -156,7 +158,7 @@ void GoldenFolder::ExpectComplete(const std::string& function, const std::string
 }
 
 void GoldenFolder::ExpectOnPage() const {
-    std::ifstream in = Open(VELTRANE_SAMPLES "/../../docs/accuracy.md");
+    std::ifstream in = Open(TestsFolder() + "/../docs/accuracy.md");
     const std::string page((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     for (const GoldenRegion& region : fRegions) {
         const std::size_t at = page.find("| `" + region.function + "` | " + region.region + " |");

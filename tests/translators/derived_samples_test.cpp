@@ -1,3 +1,4 @@
+#include "support/folders.h"
 #include "translators/derived_fields.h"
 
 #include <MCVeltrane_900/NumericValue.h>
@@ -112,7 +113,7 @@ void ExpectSample(const fs::path& base) {
 class DerivedSample : public testing::TestWithParam<const char*> {};
 
 TEST_P(DerivedSample, GivesTheExpectedValues) {
-    ExpectSample(fs::path(VELTRANE_SAMPLES) / GetParam());
+    ExpectSample(fs::path(SamplesFolder()) / GetParam());
 }
 
 std::string TestName(const testing::TestParamInfo<const char*>& info) {
@@ -129,7 +130,7 @@ INSTANTIATE_TEST_SUITE_P(Expressions, DerivedSample,
 class ToolDocument : public testing::TestWithParam<const char*> {};
 
 TEST_P(ToolDocument, GivesTheKnownAnswers) {
-    const fs::path cases = fs::path(VELTRANE_CASES) / "transform";
+    const fs::path cases = fs::path(CasesFolder()) / "transform";
     if (!fs::exists(cases)) {
         GTEST_SKIP() << "no documents of modelling tools in " << cases;
     }

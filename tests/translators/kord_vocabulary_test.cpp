@@ -1,3 +1,5 @@
+#include "support/folders.h"
+
 #include <MCVeltrane_900/KORDModelTags.h>
 
 #include <gtest/gtest.h>
@@ -23,7 +25,7 @@ Constants Exported() {
 
 /// The list that the constants are held against: name, tab, literal.
 Constants Listed() {
-    const auto file = std::filesystem::path(VELTRANE_SAMPLES).parent_path() / "translators" / "kord_vocabulary.tsv";
+    const auto file = std::filesystem::path(veltrane::tests::TestsFolder()) / "translators" / "kord_vocabulary.tsv";
     std::ifstream in(file);
     EXPECT_TRUE(in.is_open()) << file;
     Constants constants;

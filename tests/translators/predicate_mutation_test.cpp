@@ -1,4 +1,5 @@
 #include "support/dom.h"
+#include "support/folders.h"
 #include "translators/test_translator.h"
 
 #include <MCVeltrane_900/ScoreDictionary.h>
@@ -30,7 +31,7 @@ const char16_t* const kTexts[] = {u"",       u" ",         u"x",         u"1",  
                                   u"\\\"",   u"surrogate", u"\u00e4",    u"D D D"};
 
 std::string ReadSample(const std::string& name) {
-    std::ifstream in(std::string(VELTRANE_SAMPLES) + "/../../examples/predicates/" + name, std::ios::binary);
+    std::ifstream in(TestsFolder() + "/../examples/predicates/" + name, std::ios::binary);
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();

@@ -1,3 +1,5 @@
+#include "support/folders.h"
+
 #include <MCVeltrane_900/PMMLModelTags.h>
 
 #include <gtest/gtest.h>
@@ -27,7 +29,7 @@ std::vector<Entry> ExportedEntries() {
 
 /// The list that the constants are held against: name, tab, literal.
 std::vector<Entry> ListedEntries() {
-    const auto file = std::filesystem::path(VELTRANE_SAMPLES).parent_path() / "translators" / "vocabulary.tsv";
+    const auto file = std::filesystem::path(veltrane::tests::TestsFolder()) / "translators" / "vocabulary.tsv";
     std::ifstream in(file);
     EXPECT_TRUE(in.is_open()) << file;
     std::vector<Entry> entries;
