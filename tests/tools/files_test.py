@@ -109,10 +109,6 @@ class OutputFile(HostTest):
             self.assertEqual((self.folder / "out.csv").read_text(), "old")
             self.assertEqual(self.names(), ["cases.csv", "document.pmml", "out.csv"])
 
-    def test_the_cases_may_be_replaced_by_the_output(self):
-        self.expect(self.run_host("transform", "document.pmml", "cases.csv", "-o", "cases.csv", "--keep"), 0, "", "")
-        self.assertEqual((self.folder / "cases.csv").read_text(), "Age,Out\n1,1\n2,2\n")
-
     def test_a_folder_that_is_missing(self):
         self.expect(self.run_host("transform", "document.pmml", "cases.csv", "-o", "none/out.csv"), 1, "",
                     "veltrane: none/out.csv: No such file or directory\n")

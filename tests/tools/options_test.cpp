@@ -25,7 +25,7 @@ TEST(TransformOptionsTest, HaveDefaults) {
     const auto options = std::get<TransformOptions>(Parse({"transform", "d.pmml", "c.csv"}));
     EXPECT_EQ(options.document, "d.pmml");
     EXPECT_EQ(options.cases, "c.csv");
-    EXPECT_EQ(options.output, std::nullopt);
+    EXPECT_EQ(options.output, "-");
     EXPECT_EQ(options.encoding, "UTF-8");
     EXPECT_EQ(options.delimiter, ',');
     EXPECT_TRUE(options.missingTokens.empty());
@@ -101,6 +101,8 @@ TEST(InspectOptionsTest, AreAllRead) {
 }
 
 TEST(CommandLine, EndsWithTwoOnWrongUsage) {
+    EXPECT_EQ(ExitCodeOf({"scor", "d", "c"}), 2);
+    EXPECT_EQ(ExitCodeOf({"score", "-", "-"}), 2);
     EXPECT_EQ(ExitCodeOf({}), 2);
     EXPECT_EQ(ExitCodeOf({"score"}), 2);
     EXPECT_EQ(ExitCodeOf({"transform"}), 2);

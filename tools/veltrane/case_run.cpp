@@ -36,8 +36,8 @@ int CaseRun::Run() {
     Columns();
     CheckKeptColumns();
     std::optional<AtomicFile> file;
-    if (fOptions.output)
-        file.emplace(*fOptions.output);
+    if (fOptions.output != kStandardStream)
+        file.emplace(fOptions.output);
     ShowBar();
     StandardOutput standardOutput(fBar ? &*fBar : nullptr);
     CsvWriter writer(file ? static_cast<ByteSink&>(*file) : standardOutput, fOptions.delimiter);

@@ -20,6 +20,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Ends the run with `kExitUsage`: what the command line asks for cannot be meant.
+class UsageFailure : public Failure {
+public:
+    using Failure::Failure;
+};
+
 /// Ends the run with `kExitFailed` where the reason has been told already.
 class ToldFailure : public std::exception {};
 

@@ -56,6 +56,9 @@ int Run(const Request& request) {
     } catch (const MCVeltrane_900::VTException& error) {
         Complain(fmt::format("error {}: {}", error.GetErrorCode(), error.GetErrorMessage()));
     } catch (const ToldFailure&) {
+    } catch (const UsageFailure& failure) {
+        Complain(failure.what());
+        return kExitUsage;
     } catch (const std::bad_alloc&) {
         Complain("not enough memory");
     } catch (const std::exception& failure) {

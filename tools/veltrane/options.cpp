@@ -2,9 +2,14 @@
 
 #include "encoding.h"
 #include "failure.h"
+#include "nearest_name.h"
+#include "report.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
+#include <algorithm>
 #include <stdexcept>
 #include <string_view>
 
@@ -46,7 +51,7 @@ void AddEncoding(CLI::App& command, std::string& encoding, const char* help) {
 }
 
 void AddDocument(CLI::App& command, std::string& document, const char* help) {
-    command.add_option("DOCUMENT", document, help)->required()->type_name("");
+    command.add_option("DOCUMENT", document, std::string(help) + "; - is standard input")->required()->type_name("");
 }
 
 /// @param results what the output holds, for the help
@@ -54,7 +59,8 @@ void AddCases(CLI::App& command, CaseOptions& options, std::string& delimiter, c
     command.add_option("CASES", options.cases, "CSV file with a header of field names; - is standard input")
         ->required()
         ->type_name("");
-    command.add_option("-o", options.output, "write to FILE, which appears whole or not at all")->type_name("FILE");
+    command.add_option("-o", options.output, "write to FILE, which appears whole or not at all; - is standard output")
+        ->type_name("FILE");
     AddEncoding(command, options.encoding, "encoding of the cases and of the output");
     command.add_option("--delimiter", delimiter, "character between two cells; \\t is a tab")
         ->type_name("C")
@@ -126,6 +132,64 @@ CLI::App& AddInspect(CLI::App& app, InspectOptions& options) {
     return command;
 }
 
+std::vector<std::string> CommandNames(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+        names.push_back(command->get_name());
+    return names;
+}
+
+/// The long names of a command's options.
+std::vector<std::string> OptionNames(const CLI::App& command) {
+    std::vector<std::string> names;
+    for (const CLI::Option* option : command.get_options()) {
+        for (const std::string& name : option->get_lnames())
+            names.push_back("--" + name);
+    }
+    return names;
+}
+
+/// What is wrong with a command's name, or with the first option that is none; empty where it is something else.
+std::string UnknownName(const CLI::App& app, int argc, const char* const* argv) {
+    const std::string word = argc > 1 ? argv[1] : "";
+    const std::vector<std::string> commands = CommandNames(app);
+    if (!word.empty() && word.front() != '-') {
+        if (std::find(commands.begin(), commands.end(), word) == commands.end())
+            return fmt::format("there is no command \"{}\"{}", Escaped(word), Suggestion(word, commands));
+    }
+    for (const CLI::App* command : app.get_subcommands()) {
+        for (const std::string& rest : command->remaining()) {
+            const std::string name = rest.substr(0, rest.find('='));
+            if (name.starts_with("--"))
+                return fmt::format("there is no option \"{}\" of {}{}", Escaped(name), command->get_name(),
+                                   Suggestion(name, OptionNames(*command)));
+        }
+    }
+    return {};
+}
+
+/// Tells a person what is wrong with the command line.
+int Complain(const CLI::App& app, const CLI::ParseError& fault, int argc, const char* const* argv) {
+    const std::string unknown = UnknownName(app, argc, argv);
+    if (unknown.empty()) {
+        app.exit(fault);
+        return kExitUsage;
+    }
+    fmt::print(stderr, "veltrane: {}\nThe commands are {}; run one with --help for its options.\n", unknown,
+               fmt::join(CommandNames(app), ", "));
+    return kExitUsage;
+}
+
+/// Standard input can be read once only.
+int ComplainOfTwoStandardInputs() {
+    fmt::print(stderr, "veltrane: DOCUMENT and CASES cannot both be standard input\n");
+    return kExitUsage;
+}
+
+bool BothAreStandardInput(const std::string& document, const CaseOptions& options) {
+    return document == kStandardStream && options.cases == kStandardStream;
+}
+
 } // namespace
 
 Request ParseCommandLine(int argc, const char* const* argv) {
@@ -146,14 +210,18 @@ Request ParseCommandLine(int argc, const char* const* argv) {
     app.add_subcommand("functions", "List the built-in functions of Apply");
     try {
         app.parse(argc, argv);
-    } catch (const CLI::ParseError& end) {
-        return app.exit(end) == 0 ? kExitDone : kExitUsage;
+    } catch (const CLI::Success& end) {
+        return app.exit(end);
+    } catch (const CLI::ParseError& fault) {
+        return Complain(app, fault, argc, argv);
     }
     if (inspectCommand.parsed())
         return inspect;
     if (verifyCommand.parsed())
         return verify;
     transform.delimiter = score.delimiter = delimiter == kWrittenTab ? '\t' : delimiter.front();
+    if (BothAreStandardInput(transform.document, transform) || BothAreStandardInput(score.document, score))
+        return ComplainOfTwoStandardInputs();
     if (transformCommand.parsed())
         return transform;
     if (!scoreCommand.parsed())

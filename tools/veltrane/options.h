@@ -9,10 +9,13 @@
 
 namespace veltrane::host {
 
+/// The name of standard input, and as an output that of standard output.
+inline constexpr const char* kStandardStream = "-";
+
 /// What every command that goes through a file of cases is asked.
 struct CaseOptions {
-    std::string cases;                 ///< `-` is standard input
-    std::optional<std::string> output; ///< standard output without it
+    std::string cases;
+    std::string output = kStandardStream;
     std::string encoding = "UTF-8";
     char delimiter = ',';
     std::vector<std::string> missingTokens;

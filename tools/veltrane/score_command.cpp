@@ -2,6 +2,7 @@
 
 #include "case_run.h"
 #include "failure.h"
+#include "file_identity.h"
 #include "prediction_columns.h"
 #include "score_model.h"
 
@@ -72,6 +73,8 @@ void WarnOfMissingInputs(const ScoreModel& model, CaseRun& run, const std::strin
 } // namespace
 
 int RunScore(const ScoreOptions& options) {
+    RefuseOutputOnInput(options.output,
+                        {options.document, options.cases, options.models.value_or(InstalledModelList())});
     const std::unique_ptr<ScoreModel> model = BuildModel(options.document, options.models, options.encoding);
     SetOptions(*model, options);
     CaseRow row(*model->GetDictionary());

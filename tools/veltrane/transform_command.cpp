@@ -2,6 +2,7 @@
 
 #include "case_run.h"
 #include "document.h"
+#include "file_identity.h"
 #include "result_columns.h"
 
 #include <MCVeltrane_900/ScoreDictionary.h>
@@ -31,6 +32,7 @@ private:
 } // namespace
 
 int RunTransform(const TransformOptions& options) {
+    RefuseOutputOnInput(options.output, {options.document, options.cases});
     const Document document = ReadDocument(options.document, options.encoding);
     RequireDerivedFields(document, options.document);
     CaseRow row(*document.fields);
