@@ -70,8 +70,11 @@ bool CaseRow::SetDateText(const Field& field, const std::string& text) {
 }
 
 void CaseRow::SetMissing(const Field& field) {
+    const auto slot = static_cast<std::size_t>(field.slot);
     if (field.type == ScoreDictVar::STRING_VAR)
-        fIsMissingText[static_cast<std::size_t>(field.slot)] = 1;
+        fIsMissingText[slot] = 1;
+    else if (field.type == ScoreDictVar::DATETIME_VAR)
+        fSlots[slot].date->SetDateTimeValue(NumericValue::GetSysmisValue(), DateTimeValue::VAL_DATETIME);
     else
         SetMissingValue(field.slot);
 }

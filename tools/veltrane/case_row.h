@@ -19,8 +19,9 @@ namespace veltrane::host {
 
 /// The case under way: one slot for each field of a data dictionary, in the dictionary's order, filled over and over.
 ///
-/// A missing number or date-time is system-missing. A text is never that, so a missing text is no value at all: its
-/// slot answers null, which every field takes for missing.
+/// A missing number or date-time is system-missing. A missing date is no `VAL_DATE`, whatever its slot held before: a
+/// copy of one divides its number by the seconds of a day, and would not be missing any more. A text is never
+/// system-missing, so a missing text is no value at all: its slot answers null, which every field takes for missing.
 class CaseRow : public MCVeltrane_900::CaseRecord {
 public:
     using VariableType = MCVeltrane_900::ScoreDictVar::VariableType;

@@ -6,6 +6,7 @@
 #include <MCVeltrane_900/TransformationDictionary.h>
 
 #include <algorithm>
+#include <kit/missing_value.h>
 
 namespace veltrane::host {
 
@@ -26,7 +27,7 @@ DateForm DateFormOf(const ScoreDictVar& variable) {
 }
 
 void WriteValue(const ScoreValue* value, DateForm dateForm, CsvWriter& writer, std::string& scratch) {
-    if (!value || value->IsSystemMissingValue()) {
+    if (veltrane_kit::IsMissing(value)) {
         writer.Empty();
         return;
     }

@@ -19,8 +19,8 @@ namespace veltrane::host {
 /// The textual form in which the date-times of a field are written, whatever its storage type counts.
 DateForm DateFormOf(const MCVeltrane_900::ScoreDictVar& variable);
 
-/// Writes a value as a cell: a number, a text, or a date-time in the given form; null and a system-missing value as an
-/// empty cell.
+/// Writes a value as a cell: a number, a text, or a date-time in the given form; null and a missing value, whatever its
+/// type, as an empty cell.
 /// @param scratch holds the text of a date-time; its content is lost
 void WriteValue(const MCVeltrane_900::ScoreValue* value, DateForm dateForm, CsvWriter& writer, std::string& scratch);
 

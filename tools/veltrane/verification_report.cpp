@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <kit/missing_value.h>
 
 namespace veltrane::host {
 
@@ -17,8 +18,8 @@ using MCVeltrane_900::ScoreDictVar;
 using MCVeltrane_900::ScoreValue;
 
 void VerifiedField::Compare(const std::optional<std::string>& expected, const ScoreValue* value) {
-    const bool isMissing = value == nullptr || value->IsSystemMissingValue() ||
-                           (value->GetType() == ScoreValue::STRING_VALUE && value->GetString().empty());
+    const bool isMissing =
+        veltrane_kit::IsMissing(value) || (value->GetType() == ScoreValue::STRING_VALUE && value->GetString().empty());
     const bool agrees = isMissing || !expected ? isMissing && !expected : Agrees(*expected, *value);
     ++fRecords;
     fAgreeing += agrees ? 1 : 0;
