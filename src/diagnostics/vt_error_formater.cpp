@@ -3,9 +3,38 @@
 #include <ScoreContext/VTErrorFormater.h>
 
 #include <unicode/fmtable.h>
+#include <unicode/messagepattern.h>
 #include <unicode/msgfmt.h>
 
 namespace ScoreContext {
+
+namespace {
+
+/// The index of the next outermost placeholder behind a part, or that of the pattern's end.
+int32_t NextPlaceholder(const icu::MessagePattern& parsed, int32_t part) {
+    do {
+        ++part;
+    } while (part < parsed.countParts() && parsed.getPartType(part) != UMSGPAT_PART_TYPE_ARG_START);
+    return part;
+}
+
+/// Counted over the parsed pattern: a MessageFormat whose pattern was refused has no parts left, and its getFormats()
+/// reads past them. A placeholder of an unknown type counts; a pattern that can't be parsed has none.
+int CountPlaceholders(const icu::UnicodeString& pattern) {
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::MessagePattern parsed(pattern, nullptr, status);
+    int count = 0;
+    if (U_SUCCESS(status)) {
+        int32_t part = NextPlaceholder(parsed, 0);
+        while (part < parsed.countParts()) {
+            ++count;
+            part = NextPlaceholder(parsed, parsed.getLimitPartIndex(part));
+        }
+    }
+    return count;
+}
+
+} // namespace
 
 using veltrane::diagnostics::FromMessageBytes;
 using veltrane::diagnostics::ToMessageBytes;
@@ -72,11 +101,7 @@ int VTErrorFormater::GetParameterNumber(int id) {
     if (content == nullptr) {
         return 0;
     }
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::MessageFormat format(FromMessageBytes(content), status);
-    int32_t count = 0;
-    format.getFormats(count);
-    return count;
+    return CountPlaceholders(FromMessageBytes(content));
 }
 
 bool VTErrorFormater::LoadMessages(int count, MessageItem* items) {

@@ -1,6 +1,7 @@
 #include "support/vtable_slot.h"
 
 #include <MCVeltrane_900/ErrorFormater.h>
+#include <MCVeltrane_900/VTException.h>
 
 #include <gtest/gtest.h>
 
@@ -108,6 +109,28 @@ TEST(ErrorFormater, ParameterNumberOfAnUnknownIdIsZero) {
 TEST(ErrorFormater, ParameterNumberOfABadPatternCountsItsPlaceholdersToo) {
     EXPECT_EQ(MakeFormater("{0,nonsense}").GetParameterNumber(1), 1);
 }
+
+TEST(ErrorFormater, ParameterNumberCountsOutermostPlaceholdersOnly) {
+    EXPECT_EQ(MakeFormater("{0,choice,0#none {1}|1#one {2}} of {3}").GetParameterNumber(1), 2);
+    EXPECT_EQ(MakeFormater("it''s '{0}' {1}").GetParameterNumber(1), 1);
+    EXPECT_EQ(MakeFormater("").GetParameterNumber(1), 0);
+}
+
+class RefusedPattern : public testing::TestWithParam<const char*> {};
+
+TEST_P(RefusedPattern, HasNoParametersAndStandsRaw) {
+    VTErrorFormater formater = MakeFormater(GetParam());
+    EXPECT_EQ(formater.GetParameterNumber(1), 0);
+    EXPECT_EQ(formater.FormatV(1, "a", "b"), GetParam());
+    EXPECT_EQ(formater.Format(1, {"a", "b"}), GetParam());
+    MCVeltrane_900::VTException failure(&formater);
+    EXPECT_TRUE(failure.PutErrorMessage(1, "a", nullptr));
+    EXPECT_EQ(failure.ConstructMessage(), GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(ErrorFormater, RefusedPattern,
+                         testing::Values("expected {", "50% of {x", "{0} and {", "{0} and {1", "{0,choice,0#{1}",
+                                         "{0} {-1}", "{0 x}", "{}"));
 
 TEST(ErrorFormater, BadPatternStandsRaw) {
     EXPECT_EQ(MakeFormater("''{0}'' {").Format(1, {"a"}), "''{0}'' {");
