@@ -95,9 +95,9 @@ int PMMLTranslator::HandleOrdinalVariable(xercesc::DOMElement* predicate, const 
     const std::string value = ToString(GetAttributeForced(predicate, PMMLModelTags::XML_ATT_VALUE));
     const XMLCh* operatorText = GetAttributeForced(predicate, PMMLModelTags::XML_ATT_OPERATOR);
     const int index = GetIndexOfOrdinalValue(value, var);
-    const int last = var->GetNumberOfCats() - 1;
     if (index < 0)
-        Raise(260153, value, "value", var->GetName());
+        Raise(260153, value, "value", var ? var->GetName() : std::string());
+    const int last = var->GetNumberOfCats() - 1;
     for (const OrdinalOperator& candidate : kOrdinalOperators) {
         if (veltrane::translators::Equals(operatorText, candidate.text)) {
             low = candidate.low(index);

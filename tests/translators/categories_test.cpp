@@ -215,6 +215,17 @@ TEST_F(OrdinalPredicate, RefusesUnlistedValuesAndUnknownOperators) {
     EXPECT_EQ(high, -9);
 }
 
+TEST_F(OrdinalPredicate, OfNoVariableHasNoListedValue) {
+    const ParsedXml document = ParseXml("<SimplePredicate value='x' operator='any'/>");
+    ExpectFailure([&] { translator.HandleOrdinalVariable(document.Root(), nullptr, low, high); }, 260153,
+                  "Invalid value: 'x' of attribute 'value' in ''.");
+    const ParsedXml bare = ParseXml("<SimplePredicate value='x'/>");
+    ExpectFailure([&] { translator.HandleOrdinalVariable(bare.Root(), nullptr, low, high); }, 260120,
+                  "Missing the attribute 'operator' of 'SimplePredicate'.");
+    EXPECT_EQ(low, -9);
+    EXPECT_EQ(high, -9);
+}
+
 TEST_F(OrdinalPredicate, NeedsAListOfValues) {
     const DictVar var = MakeVar(ScoreDictVar::STRING_VAR);
     ExpectFailure([&] { Handle("value='a' operator='equal'", var); }, 260126, kNoList);
