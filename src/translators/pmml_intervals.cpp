@@ -69,6 +69,11 @@ Margins ReadMargins(const xercesc::DOMNode* node) {
     return {left, right, closure.leftClosed, closure.rightClosed};
 }
 
+/// An infinite margin has nowhere to go: moved by a part of itself it would be no number.
+double MoveOut(double margin, bool isClosed, double step) {
+    return isClosed && std::isfinite(margin) ? margin + std::abs(margin) * step : margin;
+}
+
 void AddRangeOfValues(ScoreMissingValueSet* missing, double min, double max, bool lowEnd, bool highEnd) {
     auto minValue = std::make_unique<NumericValue>(min);
     auto maxValue = std::make_unique<NumericValue>(max);
@@ -83,10 +88,8 @@ void PMMLTranslator::handleInterval(ScoreDictVar*, xercesc::DOMNode* interval, S
     const bool rightOpen = !margins.rightClosed;
     const bool hasLeft = margins.left != -Infinity();
     const bool hasRight = margins.right != Infinity();
-    const double left =
-        hasLeft && margins.leftClosed ? margins.left - std::abs(margins.left) * kBoundStep : margins.left;
-    const double right =
-        hasRight && margins.rightClosed ? margins.right + std::abs(margins.right) * kBoundStep : margins.right;
+    const double left = MoveOut(margins.left, margins.leftClosed, -kBoundStep);
+    const double right = MoveOut(margins.right, margins.rightClosed, kBoundStep);
 
     // With the left margin alone the range carries the right one's flag: documents are scored by it.
     if (hasLeft && hasRight)

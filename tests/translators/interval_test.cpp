@@ -99,6 +99,23 @@ TEST(IntervalComplement, NegativeClosedBoundsMoveOutToo) {
               (Ranges{{-kInfinity, -kAboveThree, true, false}, {-kBelowOne, kInfinity, false, true}}));
 }
 
+TEST(IntervalComplement, AnInfiniteMarginStays) {
+    EXPECT_EQ(Complement("closure='closedClosed' leftMargin='1e999'"), (Ranges{{-kInfinity, kInfinity, false, true}}));
+    EXPECT_EQ(Complement("closure='closedOpen' leftMargin='1e999'"), (Ranges{{-kInfinity, kInfinity, true, true}}));
+    EXPECT_EQ(Complement("closure='closedClosed' leftMargin='1e999' rightMargin='3'"),
+              (Ranges{{-kInfinity, kInfinity, true, false}, {kAboveThree, kInfinity, false, true}}));
+    EXPECT_EQ(Complement("closure='closedClosed' rightMargin='1e999'"), (Ranges{{kInfinity, kInfinity, false, true}}));
+}
+
+TEST(IntervalComplement, ALeftMarginOfInfinityMakesEveryNumberMissing) {
+    const ParsedXml document = ParseXml("<Interval closure='closedClosed' leftMargin='1e999'/>");
+    MissingValueSet missing;
+    PMMLTranslator::handleInterval(nullptr, document.Root(), &missing, 0);
+    ASSERT_EQ(missing.Size(), 1);
+    for (const double number : {-1e308, -1.0, 0.0, 5e-324, 1e308})
+        EXPECT_TRUE(missing.GetMissingValues()[0]->IsInRange(number)) << number;
+}
+
 TEST(IntervalComplement, WithoutALeftMargin) {
     EXPECT_EQ(Complement("closure='openOpen' rightMargin='3'"), (Ranges{{3, kInfinity, true, true}}));
     EXPECT_EQ(Complement("closure='closedClosed' leftMargin='' rightMargin='3'"),
