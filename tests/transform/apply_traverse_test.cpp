@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -139,6 +140,17 @@ TEST_F(ApplyTraverse, ADateDifferenceOfOneArgumentTakesZeroFromIt) {
 TEST_F(ApplyTraverse, ADateDifferenceWithASysmisOperandIsMissing) {
     Input("d", kDateTime, new DateTimeValue(90000, DateTimeValue::VAL_DATETIME));
     EXPECT_EQ(NumberOf(Call(TD::TF_DATE_DAYS_DIFFERENCE, {Field("d"), Const(kSysmis)})), "number SYSMIS");
+}
+
+TEST_F(ApplyTraverse, ADateFunctionWithAnOperandThatIsNoNumberIsMissing) {
+    Input("d", kDateTime, new DateTimeValue(90000, DateTimeValue::VAL_DATETIME));
+    Input("x", std::numeric_limits<double>::quiet_NaN());
+    for (const TD::TransformFunction function :
+         {TD::TF_DATE_YEARS_DIFFERENCE, TD::TF_DATE_MONTHS_DIFFERENCE, TD::TF_DATE_DAYS_DIFFERENCE,
+          TD::TF_TIME_HOURS_DIFFERENCE, TD::TF_TIME_MINUTES_DIFFERENCE, TD::TF_TIME_SECONDS_DIFFERENCE,
+          TD::TF_YEAR_FROM_DATE}) {
+        EXPECT_EQ(NumberOf(Call(function, {Field("d"), Field("x")})), "number SYSMIS") << function;
+    }
 }
 
 TEST_F(ApplyTraverse, EveryLaterArgumentOfSubstrStartsFromTheSubjectAnew) {

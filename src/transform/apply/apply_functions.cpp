@@ -8,6 +8,7 @@
 #include <MCVeltrane_900/TransformVar.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace MCVeltrane_900 {
 
@@ -26,10 +27,11 @@ double TransformVar::ApplyAccumulateFunction(const std::vector<double>& argument
 }
 
 /// The first operand is always the stored seconds, the second what its value reports: days for a plain date. The
-/// subtraction takes the two as they are.
+/// subtraction takes the two as they are. A second operand that is no number at all makes the result missing too,
+/// whatever the function.
 double TransformVar::ApplyDateTimeFunction(const ScoreValue* date, double b, TD::TransformFunction function) {
     if (date == nullptr || date->GetType() != ScoreValue::DATETIME_VALUE || date->IsSystemMissingValue() ||
-        NumericValue::IsSystemMissingValue(b)) {
+        NumericValue::IsSystemMissingValue(b) || std::isnan(b)) {
         return kMissing;
     }
     const auto* value = dynamic_cast<const DateTimeValue*>(date);
