@@ -64,22 +64,25 @@ void SetLevel(const DOMElement* field, const DocumentText& text, ResultVar& var)
     }
 }
 
+/// An attribute is empty or not as it stands in the document: characters that the encoding lacks are no part of its
+/// text here, and still make it one.
 std::unique_ptr<ResultVar> ReadResultField(const DOMElement* field, const DocumentText& text) {
-    const std::string name = text.Forced(field, Tags::XML_ATT_VAL_MINING_NAME);
-    if (name.empty()) {
+    const XMLCh* nameText = BaseTranslator::GetAttributeForced(field, Tags::XML_ATT_VAL_MINING_NAME);
+    if (Equals(nameText, "")) {
         Raise(260285, Tags::XML_ATT_VAL_MINING_NAME, Tags::XML_ELE_VAL_RESULTFIELD);
     }
+    const std::string name = text(nameText);
     auto var = std::make_unique<ResultVar>(name, ScoreDictVar::kNUMERIC_VAR);
-    const std::string label = text.Attribute(field, Tags::XML_ATT_DATAFIELD_DISPLAYNAME);
-    var->SetLabel(label.empty() ? name : label);
+    const XMLCh* display = BaseTranslator::GetAttribute(field, Tags::XML_ATT_DATAFIELD_DISPLAYNAME);
+    var->SetLabel(Equals(display, "") ? name : text(display));
     SetLevel(field, text, *var);
     if (Equals(BaseTranslator::GetAttribute(field, Tags::XML_ATT_DATATYPE), Tags::XML_VAL_STRING)) {
         var->SetVarType(ScoreDictVar::STRING_VAR);
     }
     var->SetFeature(ReadFeature(field, text));
-    const std::string value = text.Attribute(field, Tags::XML_ATT_VALUE);
-    if (!value.empty()) {
-        var->SetDefValue(new StringValue(value));
+    const XMLCh* value = BaseTranslator::GetAttribute(field, Tags::XML_ATT_VALUE);
+    if (!Equals(value, "")) {
+        var->SetDefValue(new StringValue(text(value)));
     }
     return var;
 }

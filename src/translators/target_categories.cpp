@@ -1,6 +1,7 @@
 #include "translators/target_categories.h"
 
 #include "diagnostics/raise.h"
+#include "translators/element_walk.h"
 #include "translators/label_checks.h"
 
 #include <MCVeltrane_900/PMMLModelTags.h>
@@ -38,28 +39,32 @@ void TargetCategories::Read(const xercesc::DOMElement* targetValue) {
     std::unique_ptr<ScoreValue> copy(value ? value->Clone() : nullptr);
     fIsAnyRead = true;
 
-    const std::string label = fText.Attribute(targetValue, Tags::XML_ATT_VALUE_DISPLAYVALUE);
+    const XMLCh* display = PMMLTranslator::GetAttribute(targetValue, Tags::XML_ATT_VALUE_DISPLAYVALUE);
     if (fNewLabels || !fLabels.Contains(value.get())) {
-        auto valueLabel = std::make_unique<ValueLbl>(value.release(), label.empty() ? text : label);
+        auto valueLabel = std::make_unique<ValueLbl>(value.release(), Equals(display, "") ? text : fText(display));
         fLabels.Add(valueLabel.release());
     }
-    const std::string probability = fText.Attribute(targetValue, Tags::XML_ATT_PRIORPROBABILITY);
-    if (!probability.empty()) {
+    const XMLCh* probability = PMMLTranslator::GetAttribute(targetValue, Tags::XML_ATT_PRIORPROBABILITY);
+    if (!Equals(probability, "")) {
         const double number = PMMLTranslator::VerifyDouble(probability);
         auto prior = std::make_unique<ValueProbability>(copy.release(), number);
         fProbabilities->Add(prior.release());
     }
 }
 
-/// The message for an empty value speaks of a Value, as that of a data field does.
+/// The message for an empty value speaks of a Value, as that of a data field does. Whether a value is empty, and
+/// whether it is a number, is asked of the document's own text: in the encoding it may lack characters.
 std::string TargetCategories::ReadValue(const xercesc::DOMElement* targetValue) const {
-    const std::string text = fText.Forced(targetValue, Tags::XML_ATT_VALUE);
-    const ScoreDictVar::VariableType type = fVar.GetVarType();
-    if (text.empty() &&
-        (type == ScoreDictVar::kNUMERIC_VAR || (type == ScoreDictVar::STRING_VAR && !fVar.GetEmptyStringOK()))) {
+    const XMLCh* text = PMMLTranslator::GetAttributeForced(targetValue, Tags::XML_ATT_VALUE);
+    const bool isNumeric = fVar.GetVarType() == ScoreDictVar::kNUMERIC_VAR;
+    const bool isString = fVar.GetVarType() == ScoreDictVar::STRING_VAR;
+    if (Equals(text, "") && (isNumeric || (isString && !fVar.GetEmptyStringOK()))) {
         Raise(260285, Tags::XML_ATT_VALUE, Tags::XML_ELE_VALUE);
     }
-    return text;
+    if (isNumeric) {
+        PMMLTranslator::VerifyDouble(text);
+    }
+    return fText(text);
 }
 
 // A setter of the variable overwrites without deleting, so the probabilities of an earlier Target go here.

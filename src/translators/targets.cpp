@@ -23,10 +23,11 @@ using xercesc::DOMElement;
 namespace {
 
 ScoreDictVar& FindVar(const DOMElement* target, ScoreDictionary* dictionary, const DocumentText& text) {
-    const std::string name = text.Forced(target, Tags::XML_ATT_FIELD);
-    if (name.empty()) {
+    const XMLCh* nameText = BaseTranslator::GetAttributeForced(target, Tags::XML_ATT_FIELD);
+    if (Equals(nameText, "")) {
         Raise(260285, Tags::XML_ATT_FIELD, Tags::XML_ELE_TARGET);
     }
+    const std::string name = text(nameText);
     ScoreDictVar* var = dictionary != nullptr ? dictionary->GetVar(name) : nullptr;
     if (var == nullptr) {
         Raise(260124, name, Tags::XML_ELE_DATADICTIONARY);

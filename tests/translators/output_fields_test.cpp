@@ -153,6 +153,22 @@ TEST_F(OutputFields, TextsAreInTheTranslatorsEncoding) {
     EXPECT_EQ(var->GetDefValue()->GetString(), "\x80");
 }
 
+// Emptiness is the attribute's, not that of its text in an encoding that lacks the characters.
+TEST_F(OutputFields, TextsThatTheEncodingLacksAreNotEmpty) {
+    PMMLTranslator western("CP1252");
+    western.CreateTranscoder("CP1252");
+    const ParsedXml xml = ParseXml("<Output><ResultField name='\xD0\x96' feature='probability'/>"
+                                   "<ResultField name='r' displayName='\xD0\x96' value='\xD0\x96' "
+                                   "feature='probability'/></Output>");
+    read.reset(western.ParseResultDictionary(xml.Root()));
+    EXPECT_EQ(read->Size(), 1); // a dictionary takes no variable without a name
+    const ScoreDictVar* var = read->GetVar("r");
+    ASSERT_NE(var, nullptr);
+    EXPECT_EQ(var->GetLabel(), "");
+    ASSERT_NE(var->GetDefValue(), nullptr);
+    EXPECT_EQ(var->GetDefValue()->GetString(), "");
+}
+
 TEST_F(OutputFields, NoElement) {
     ExpectFailure([&] { translator.ParseResultDictionary(nullptr); }, 260114, "Missing node: 'ResultField'.");
 }

@@ -12,6 +12,7 @@
 #include <MCVeltrane_900/StringValue.h>
 
 #include <gtest/gtest.h>
+#include <xercesc/util/XMLString.hpp>
 
 #include <charconv>
 #include <memory>
@@ -245,6 +246,45 @@ TEST_F(Targets, TextsAreInTheTranslatorsEncoding) {
     translator.CreateTranscoder("CP1252");
     Handle(Target("t", "categorical", "<TargetValue value='\xC3\xA4' displayValue='\xE2\x82\xAC'/>"));
     EXPECT_EQ(LabelsOf("t"), Texts({"'\xE4'=\x80"}));
+}
+
+// Emptiness is the attribute's, not that of its text in an encoding that lacks the characters.
+
+class LackingTarget : public Targets {
+protected:
+    void SetUp() override {
+        Targets::SetUp();
+        translator.CreateTranscoder("CP1252");
+    }
+
+    /// The message for a number, which shows the document's text in the process's code page.
+    static std::string NoNumber(const XMLCh* text) {
+        const std::unique_ptr<char, void (*)(char*)> local(xercesc::XMLString::transcode(text),
+                                                           [](char* bytes) { xercesc::XMLString::release(&bytes); });
+        return std::string("The value: '") + local.get() + "' is invalid of type: 'double'.";
+    }
+};
+
+TEST_F(LackingTarget, FieldIsNotInTheDictionary) {
+    ExpectTargetFault("<Target field='\xD0\x96' optype=''/>", 260124,
+                      "Missing variable:'' definition in the 'DataDictionary'.");
+}
+
+TEST_F(LackingTarget, PriorProbabilityIsNoNumber) {
+    ExpectTargetFault(Target("t", "categorical", "<TargetValue value='a' priorProbability='\xD0\x96'/>"), 260151,
+                      NoNumber(u"\u0416"));
+}
+
+TEST_F(LackingTarget, ValueOfANumericFieldIsNoNumber) {
+    ExpectTargetFault(Target("n", "categorical", Values({"\xD0\x96"})), 260151, NoNumber(u"\u0416"));
+}
+
+TEST_F(LackingTarget, ValueAndDisplayValueOfATextFieldAreReadWithoutTheCharacters) {
+    Var("t")->SetEmptyStringOK(false);
+    Handle(Target("t", "categorical", "<TargetValue value='\xD0\x96'/>"));
+    EXPECT_EQ(LabelsOf("t"), Texts({"''="}));
+    Handle(Target("s", "categorical", "<TargetValue value='c' displayValue='\xD0\x96'/>"));
+    EXPECT_EQ(LabelsOf("s"), Texts({"'a'=a", "'b'=b", "'c'="}));
 }
 
 // Faults of one Target, in the order in which they are looked for.
