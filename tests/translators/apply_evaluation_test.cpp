@@ -338,6 +338,23 @@ TEST(ApplyConcat, FillsFieldsToTheirWidth) {
     EXPECT_EQ(fields.Score("z", {{"t", "abcdef"}}), "'abcdx'");
 }
 
+TEST(ApplyConcat, FieldsWithoutAWidthAreNeverCut) {
+    DerivedFields fields(TextField("<Apply function='concat'><FieldRef field='t'/><Constant>|</Constant></Apply>"));
+    EXPECT_EQ(fields.Score("z", {{"t", "ab"}}), "'ab|'");
+    EXPECT_EQ(fields.Score("z", {{"t", ""}}), "'|'");
+}
+
+TEST(KeptConcat, AFieldWithoutAWidthCountsAsOneLess) {
+    DerivedFields lengths(
+        NumericField("<Apply function='length'><Apply function='concat'><FieldRef field='t'/><Constant>xyz</Constant>"
+                     "</Apply></Apply>"));
+    EXPECT_EQ(lengths.Score("z", {{"t", "ab"}}), "2");
+    DerivedFields nested(
+        TextField("<Apply function='concat'><Apply function='concat'><FieldRef field='t'/><Constant>xyz</Constant>"
+                  "</Apply><Constant>|</Constant></Apply>"));
+    EXPECT_EQ(nested.Score("z", {{"t", "ab"}}), "'ab|'");
+}
+
 TEST(ApplyOnDerived, ReadsTheStoredValueOfAnEarlierField) {
     DerivedFields fields(DerivedField("lagged", "optype='continuous' dataType='double'", "<Lag field='x'/>") +
                          NumericField("<Apply function='+'><FieldRef field='lagged'/><Constant>0</Constant></Apply>"));

@@ -77,14 +77,15 @@ std::string TransformationDictionary::Substring(const StringValue* value, int st
     return text.substr(static_cast<std::size_t>(start) - 1, static_cast<std::size_t>(taken));
 }
 
-/// Each argument fills exactly its field's width: longer ones are cut, shorter ones filled up with blanks.
+/// Each argument fills exactly its field's width: longer ones are cut, shorter ones filled up with blanks. A negative
+/// width is that of a field without one, which is never cut; it counts into the length as it is.
 std::string TransformationDictionary::Concat(const std::vector<std::string>& texts, const std::vector<int>& widths,
                                              int& length) {
     std::string whole;
     long long total = 0;
     for (std::size_t i = 0; i < std::min(texts.size(), widths.size()); ++i) {
         total += widths[i];
-        const auto width = static_cast<std::size_t>(std::max(widths[i], 0));
+        const std::size_t width = widths[i] < 0 ? texts[i].size() : static_cast<std::size_t>(widths[i]);
         whole.append(texts[i], 0, std::min(width, kLongestText - whole.size()));
         if (width > texts[i].size()) {
             whole.append(std::min(width - texts[i].size(), kLongestText - whole.size()), ' ');
