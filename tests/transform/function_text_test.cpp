@@ -1,8 +1,12 @@
+#include "../../src/transform/functions/text_limits.h"
+
 #include <MCVeltrane_900/StringValue.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -166,10 +170,12 @@ TEST(Concat, ReachesAsFarAsTheWidths) {
     EXPECT_EQ(length, 2);
 }
 
-TEST(Concat, NegativeWidthGivesNothingAndCounts) {
+TEST(KeptConcat, NegativeWidthGivesTheWholeTextAndCounts) {
     int length = -1;
-    EXPECT_EQ(Functions::Concat({"ab", "cd"}, {-1, 2}, length), "cd");
+    EXPECT_EQ(Functions::Concat({"ab", "cd"}, {-1, 2}, length), "abcd");
     EXPECT_EQ(length, 1);
+    EXPECT_EQ(Functions::Concat({"ab", "cd", ""}, {-2147483647 - 1, 0, -1}, length), "ab");
+    EXPECT_EQ(length, -2147483647 - 1);
 }
 
 TEST(Concat, HugeWidthIsFilledUpToABound) {
@@ -177,6 +183,13 @@ TEST(Concat, HugeWidthIsFilledUpToABound) {
     const std::string text = Functions::Concat({"ab", "cd"}, {2147483647, 2147483647}, length);
     EXPECT_EQ(text.size(), std::size_t{1} << 24U);
     EXPECT_EQ(length, 2147483647);
+}
+
+TEST(Concat, WholeTextsEndAtTheSameBound) {
+    int length = -1;
+    const std::string most(std::size_t{1} << 24U, 'a');
+    EXPECT_EQ(Functions::Concat({"b", most, "c"}, {-1, -1, -1}, length), "b" + most.substr(1));
+    EXPECT_EQ(length, -3);
 }
 
 // Fields that each join the one before with itself would double with every field.
@@ -213,6 +226,38 @@ TEST(Matches, SlowPatternEnds) {
     EXPECT_EQ(Functions::Matches({std::string(60, 'a') + "!", "^(a+)+$"}), 0.0);
 }
 
+TEST(Matches, LongTextsOfOrdinaryExpressionsStayInTheBounds) {
+    const std::string longText(1'000'000, 'a');
+    EXPECT_EQ(Functions::Matches({longText + "b", "(a|c)*b"}), 1.0);
+    EXPECT_EQ(Functions::Matches({longText + "b", "^((a)|(c))*b$"}), 1.0);
+    EXPECT_EQ(Functions::Matches({longText + "x", "^(?:a|b|c|d|e|f|g|h)*x$"}), 1.0);
+    EXPECT_EQ(Functions::Matches({longText, "^((((((((a))))))))*$"}), 1.0);
+    EXPECT_EQ(Functions::Matches({longText, "^(a?)*$"}), 1.0);
+}
+
+TEST(Matches, RunawayExpressionsEndOnLongTextsToo) {
+    const std::string longText(200'000, 'a');
+    EXPECT_EQ(Functions::Matches({longText, "(a+)+b"}), 0.0);
+    EXPECT_EQ(Functions::Matches({longText + "c", "^(a|aa)+$"}), 0.0);
+    EXPECT_EQ(Functions::Matches({"b" + longText, "(a+)+b|ba+$"}), 1.0);
+}
+
+TEST(RegexBounds, GrowWithTheText) {
+    using veltrane::functions::RegexStack;
+    using veltrane::functions::RegexTicks;
+    EXPECT_EQ(RegexTicks(0), 100);
+    EXPECT_EQ(RegexTicks(10), 100);
+    EXPECT_EQ(RegexTicks(1'000'000), 100 + 3200);
+    EXPECT_EQ(RegexTicks(std::int64_t{1} << 24U), 100 + 53687);
+    EXPECT_EQ(RegexTicks(std::numeric_limits<std::int64_t>::max() / 64), 2147483647);
+    EXPECT_EQ(RegexStack(0, 0), 8 << 20U);
+    EXPECT_EQ(RegexStack(1'000'000, 0), (8 << 20U) + 48'000'000);
+    EXPECT_EQ(RegexStack(1'000'000, 1), (8 << 20U) + 84'000'000);
+    EXPECT_EQ(RegexStack(1 << 24U, 9), 768 << 20U);
+    // What "(a|c)*b" keeps for each unit: two frames of five numbers.
+    EXPECT_GE(RegexStack(1 << 24U, 1), (1 << 24U) * 40);
+}
+
 TEST(Matches, BytesThatAreNoUtf8AreReplacementCharacters) {
     EXPECT_EQ(Functions::Matches({"a\xFF", "^a\\x{FFFD}$"}), 1.0);
     EXPECT_EQ(Functions::Matches({"a\xEF\xBF\xBD", "a\xFF"}), 1.0);
@@ -222,6 +267,15 @@ TEST(KeptReplace, AppendsTheOutcomeToTheSubject) {
     int length = -1;
     EXPECT_EQ(Functions::Replace({"abc", "b", "x"}, length), "abcaxc");
     EXPECT_EQ(length, 6);
+}
+
+TEST(Replace, OfEveryLetterOfALongText) {
+    const std::string longText(1'000'000, 'a');
+    int length = -1;
+    EXPECT_TRUE(Functions::Replace({longText, "a", "b"}, length) == longText + std::string(1'000'000, 'b'));
+    EXPECT_EQ(length, 2'000'000);
+    EXPECT_TRUE(Functions::Replace({longText, "a+", "b"}, length) == longText + "b");
+    EXPECT_EQ(length, 1'000'001);
 }
 
 TEST(Replace, PatternThatDoesNotCompileGivesTheSubject) {

@@ -1,6 +1,7 @@
 #ifndef VELTRANE_TRANSFORM_FUNCTIONS_TEXT_LIMITS_H
 #define VELTRANE_TRANSFORM_FUNCTIONS_TEXT_LIMITS_H
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -12,10 +13,34 @@ namespace veltrane::functions {
 /// many bytes and no further.
 inline constexpr std::size_t kLongestText = std::size_t{1} << 24U;
 
-/// What a regular expression may cost before it counts as one that does not match, in steps of the matcher (some
-/// milliseconds each) and in bytes of its backtracking stack.
-inline constexpr std::int32_t kRegexSteps = 100;
-inline constexpr std::int32_t kRegexStackBytes = 8 << 20U;
+/// What a regular expression may cost before it counts as one that does not match: so much for any text, and so much
+/// more for each unit of a long one. An expression without nested repetition saves its state a few times a unit, one
+/// with a list of alternatives up to once for each of them.
+inline constexpr std::int64_t kRegexSteps = 1'000'000;
+inline constexpr std::int64_t kRegexStepsPerUnit = 32;
+/// The matcher counts time in this many steps.
+inline constexpr std::int64_t kRegexStepsPerTick = 10'000;
+
+/// The stack that an expression backtracks over, as the matcher counts its bytes. A saved state is a frame of four
+/// numbers and three for each group; an expression that repeats a group keeps up to three of them for each unit. No
+/// text that a function makes needs the most with one group.
+inline constexpr std::int64_t kRegexStackBytes = 8 << 20U;
+inline constexpr std::int64_t kMostRegexStackBytes = 768 << 20U;
+inline constexpr std::int64_t kRegexFramesPerUnit = 3;
+
+/// The time limit of a matcher over a text of this many units.
+constexpr std::int32_t RegexTicks(std::int64_t units) {
+    const std::int64_t ticks = (kRegexSteps + units * kRegexStepsPerUnit) / kRegexStepsPerTick;
+    return static_cast<std::int32_t>(std::min<std::int64_t>(ticks, std::numeric_limits<std::int32_t>::max()));
+}
+
+/// The stack limit of a matcher with this many groups.
+constexpr std::int32_t RegexStack(std::int64_t units, std::int64_t groups) {
+    constexpr std::int64_t kBytesPerNumber = 4;
+    const std::int64_t frame = (4 + 3 * groups) * kBytesPerNumber;
+    return static_cast<std::int32_t>(
+        std::min(kRegexStackBytes + units * kRegexFramesPerUnit * frame, kMostRegexStackBytes));
+}
 
 /// A size as the 32-bit `length` of a text.
 constexpr int ToLength(std::size_t size) {

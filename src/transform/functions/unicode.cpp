@@ -24,10 +24,12 @@ std::string ToBytes(const icu::UnicodeString& text) {
     return bytes;
 }
 
-/// Bounds what an expression of a document can cost. A matcher that runs out reports it by its status.
-void Bound(icu::RegexMatcher& matcher, UErrorCode& status) {
-    matcher.setTimeLimit(veltrane::functions::kRegexSteps, status);
-    matcher.setStackLimit(veltrane::functions::kRegexStackBytes, status);
+/// Puts a matcher to a text, and bounds what the expression of a document can cost there. The bounds grow with the
+/// text, so that only an expression which tries the same units over and over runs out of them; its status reports that.
+void Start(icu::RegexMatcher& matcher, const icu::UnicodeString& subject, UErrorCode& status) {
+    matcher.setTimeLimit(veltrane::functions::RegexTicks(subject.length()), status);
+    matcher.setStackLimit(veltrane::functions::RegexStack(subject.length(), matcher.groupCount()), status);
+    matcher.reset(subject);
 }
 
 /// The most units that one match adds: its replacement with each group in it as long as the longest.
@@ -73,8 +75,7 @@ double TransformationDictionary::Matches(const std::vector<std::string>& texts) 
     if (U_FAILURE(status)) {
         return 0.0;
     }
-    Bound(matcher, status);
-    matcher.reset(subject);
+    Start(matcher, subject, status);
     const bool found = matcher.find(status) != 0;
     return found && U_SUCCESS(status) ? 1.0 : 0.0;
 }
@@ -93,8 +94,7 @@ std::string TransformationDictionary::Replace(const std::vector<std::string>& te
     if (U_FAILURE(status)) {
         return whole;
     }
-    Bound(matcher, status);
-    matcher.reset(subject);
+    Start(matcher, subject, status);
     icu::UnicodeString replaced;
     if (ReplaceAll(matcher, icu::UnicodeString::fromUTF8(texts[2]), replaced, status)) {
         const std::string outcome = ToBytes(replaced);
