@@ -25,6 +25,9 @@ public:
     /// @return its address, or null when the library can't be opened or lacks it
     void* GetSymbolAddress(const std::string& symbol);
 
+    /// The operating system's text for what the last call of the two above could not do; empty where it could.
+    const std::string& GetErrorText() const { return fErrorText; }
+
     /// The file name of a library: the name itself when it is longer than the system's suffix for shared libraries and
     /// ends in it, in whatever case; else the name with the suffix appended.
     static std::string MakeLibraryFileName(const std::string& name);

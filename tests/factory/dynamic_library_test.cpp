@@ -45,6 +45,18 @@ TEST(KeptLibraryFileName, IsAppendedToABareSuffix) {
     EXPECT_EQ(VTDynamicLoadedLibrary::MakeLibraryFileName(Upper(Suffix())), Upper(Suffix()) + Suffix());
 }
 
+TEST(DynamicLibrary, KeepsTheSystemsTextOfTheLastFailure) {
+    VTDynamicLoadedLibrary absent("no such library" + Suffix());
+    EXPECT_EQ(absent.GetErrorText(), "");
+    EXPECT_EQ(absent.GetSymbolAddress("GiveMyTranslator"), nullptr);
+    EXPECT_NE(absent.GetErrorText().find("no such library"), std::string::npos);
+    VTDynamicLoadedLibrary library("TreeModel900r" + Suffix());
+    EXPECT_EQ(library.GetSymbolAddress("givemytranslator"), nullptr);
+    EXPECT_NE(library.GetErrorText().find("givemytranslator"), std::string::npos);
+    EXPECT_NE(library.GetSymbolAddress("GiveMyTranslator"), nullptr);
+    EXPECT_EQ(library.GetErrorText(), "");
+}
+
 TEST(DynamicLibrary, LoadsByABareName) {
     VTDynamicLoadedLibrary library("TreeModel900r" + Suffix());
     EXPECT_EQ(library.Load(), 0);

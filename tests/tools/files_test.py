@@ -18,19 +18,6 @@ class Documents(HostTest):
         super().setUp()
         self.write("cases.csv", "Age\n1\n")
 
-    def test_a_document_that_cannot_be_opened(self):
-        self.fails("error 260103: Could not open file: 'none.pmml'.", "transform", "none.pmml", "cases.csv")
-        self.fails("error 260103: Could not open file: 'none.pmml'.", "inspect", "none.pmml")
-
-    def test_a_document_that_is_no_xml(self):
-        self.write("document.pmml", "Age\n1\n")
-        self.fails("error 260105: Unexpected error in opening PMML file.")
-
-    def test_a_folder_as_document(self):
-        result = self.run_host("transform", ".", "cases.csv")
-        self.assertEqual(result.returncode, 1)
-        self.assertRegex(result.stderr.decode(), r"\Aveltrane: error 2601\d\d: .+\n\Z")
-
     def test_a_catalogued_failure_is_told_with_its_number(self):
         self.document([AGE], field_ref("Out", "Income"))
         self.fails("error 260125: Missing variable:'Income' definition in the 'DataDictionary' and "
@@ -51,13 +38,13 @@ class Documents(HostTest):
 
     def test_a_document_with_another_root(self):
         self.write("document.pmml", "<model/>")
-        self.fails("document.pmml: the document is no PMML: its root element is another one")
-        self.fails("document.pmml: the document is neither PMML nor kord-ml: its root element is another one", "inspect",
+        self.fails('document.pmml: the document is no PMML: its root element is "model"')
+        self.fails('document.pmml: the document is neither PMML nor kord-ml: its root element is "model"', "inspect",
                    "document.pmml")
 
     def test_a_document_with_the_older_root(self):
         self.write("document.pmml", "<kord-ml/>")
-        self.fails("document.pmml: the document is no PMML: its root element is another one")
+        self.fails('document.pmml: the document is no PMML: its root element is "kord-ml"')
         self.fails("error 260114: Missing node: 'dictionary'.", "inspect", "document.pmml")
 
     def test_cases_that_cannot_be_read(self):

@@ -192,12 +192,6 @@ class Inspect(HostTest):
         result = self.run_host("inspect", "old model.xml")
         self.assertNotIn(b"stolen", result.stdout)
 
-    def test_a_document_with_the_root_kord_ml_from_a_pipe(self):
-        document = ("<kord-ml><dictionary><variable name='v' storage-type='STRING' measurement-level='ORDINAL'/>"
-                    "</dictionary></kord-ml>")
-        self.expect(self.run_host("inspect", "/dev/stdin", input=document.encode()), 1, "",
-                    "veltrane: /dev/stdin: only an ordinary file is read as a document without the root PMML\n")
-
     def test_tables_are_written_in_the_encoding_and_json_in_utf_8(self):
         self.document(['<DataField name="Größe" optype="continuous" dataType="double"/>'], field_ref("Maß", "Größe"))
         tables = self.expect(self.run_host("inspect", "document.pmml", "--encoding", "CP1252"), 0, err="")

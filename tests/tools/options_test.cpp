@@ -61,17 +61,19 @@ TEST(ScoreOptionsTest, HaveDefaults) {
     EXPECT_EQ(options.document, "d.pmml");
     EXPECT_EQ(options.cases, "c.csv");
     EXPECT_EQ(options.models, std::nullopt);
+    EXPECT_EQ(options.model, std::nullopt);
     EXPECT_TRUE(options.modelOptions.empty());
     EXPECT_EQ(options.delimiter, ',');
 }
 
 TEST(ScoreOptionsTest, AreAllRead) {
     const auto options = std::get<ScoreOptions>(
-        Parse({"score", "d.pmml",    "-",     "-o",       "out.csv",  "--models",   "list.txt", "--option",
-               "a=1",   "--option",  "b=c=d", "--option", "e=",       "--encoding", "CP1252",   "--delimiter",
-               ";",     "--missing", "NA",    "--keep",   "--strict", "--quiet"}));
+        Parse({"score",  "d.pmml",      "-",    "-o",        "out.csv", "--models", "list.txt", "--option",
+               "a=1",    "--model",     "risk", "--option",  "b=c=d",   "--option", "e=",       "--encoding",
+               "CP1252", "--delimiter", ";",    "--missing", "NA",      "--keep",   "--strict", "--quiet"}));
     EXPECT_EQ(options.output, "out.csv");
     EXPECT_EQ(options.models, "list.txt");
+    EXPECT_EQ(options.model, "risk");
     EXPECT_EQ(options.modelOptions,
               (std::vector<std::pair<std::string, std::string>>{{"a", "1"}, {"b", "c=d"}, {"e", ""}}));
     EXPECT_EQ(options.encoding, "CP1252");
@@ -85,8 +87,10 @@ TEST(VerifyOptionsTest, AreAllRead) {
     EXPECT_EQ(plain.document, "d.pmml");
     EXPECT_EQ(plain.models, std::nullopt);
     EXPECT_EQ(plain.encoding, "UTF-8");
-    const auto full = std::get<VerifyOptions>(Parse({"verify", "d.pmml", "--models", "l", "--encoding", "CP1252"}));
+    const auto full =
+        std::get<VerifyOptions>(Parse({"verify", "d.pmml", "--models", "l", "--model", "2", "--encoding", "CP1252"}));
     EXPECT_EQ(full.models, "l");
+    EXPECT_EQ(full.model, "2");
     EXPECT_EQ(full.encoding, "CP1252");
 }
 

@@ -1,7 +1,5 @@
 #include "byte_stream.h"
 
-#include "failure.h"
-
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -18,7 +16,7 @@ InputFile::InputFile(std::string name) : fName(std::move(name)), fDescriptor(STD
     if (fName != "-") {
         fDescriptor = ::open(fName.c_str(), O_RDONLY | O_CLOEXEC);
         if (fDescriptor < 0)
-            throw Failure(fName + ": " + SystemErrorText(errno));
+            throw UnreadableFile(fName + ": " + SystemErrorText(errno));
     }
     struct stat status {};
     if (::fstat(fDescriptor, &status) == 0 && S_ISREG(status.st_mode))
@@ -38,7 +36,7 @@ std::size_t InputFile::Read(char* buffer, std::size_t size) {
             return static_cast<std::size_t>(count);
         }
         if (errno != EINTR)
-            throw Failure(fName + ": " + SystemErrorText(errno));
+            throw UnreadableFile(fName + ": " + SystemErrorText(errno));
     }
 }
 

@@ -1,6 +1,8 @@
 #ifndef VELTRANE_HOST_BYTE_STREAM_H
 #define VELTRANE_HOST_BYTE_STREAM_H
 
+#include "failure.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -28,7 +30,13 @@ public:
     virtual void Write(std::string_view bytes) = 0;
 };
 
-/// A file opened for reading; the name `-` is standard input.
+/// A file that the system doesn't open or read; the text is its name and the system's reason.
+class UnreadableFile : public Failure {
+public:
+    using Failure::Failure;
+};
+
+/// A file opened for reading; the name `-` is standard input. Failures are an `UnreadableFile`.
 class InputFile : public ByteSource {
 public:
     explicit InputFile(std::string name);

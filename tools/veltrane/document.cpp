@@ -1,11 +1,18 @@
 #include "document.h"
 
+#include "document_file.h"
+#include "document_outline.h"
+#include "explanation.h"
 #include "failure.h"
 #include "kord_document.h"
+#include "model_list.h"
 
 #include <MCVeltrane_900/ModelFactory.h>
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
+#include <MCVeltrane_900/VTException.h>
+
+#include <fmt/format.h>
 
 namespace veltrane::host {
 
@@ -37,32 +44,48 @@ Document::~Document() = default;
 
 namespace {
 
+/// Code of the library's message.
+constexpr int kCannotOpen = 260103;
+
 /// Without fields when the document is no PMML.
-Document ReadPmml(const std::string& path, const std::string& encoding) {
+Document ReadPmml(DocumentFile& file, const std::string& encoding) {
     Document document;
     OutPointer<MCVeltrane_900::ScoreDictionary> fields(document.fields);
-    document.derivedFields.reset(
-        MCVeltrane_900::ModelFactory::GetTransformationDictionaryFromXML(path, fields.pointer, encoding));
+    try {
+        document.derivedFields.reset(
+            MCVeltrane_900::ModelFactory::GetTransformationDictionaryFromXML(file.Stream(), fields.pointer, encoding));
+    } catch (const MCVeltrane_900::VTException& failure) {
+        throw ExplainedFailure(ToldText(failure), Explain(failure, file, {}));
+    }
     fields.HandOver();
     document.isPmml = document.fields != nullptr;
     return document;
 }
 
+Failure AnotherRoot(DocumentFile& file, const char* what) {
+    return Failure(fmt::format("{}: the document is {}: its root element is \"{}\"", file.Name(), what,
+                               ReadOutline(file.Stream()).root));
+}
+
 } // namespace
 
 Document ReadDocument(const std::string& path, const std::string& encoding) {
-    Document document = ReadPmml(path, encoding);
+    StartLibrary();
+    DocumentFile file(path, kCannotOpen);
+    Document document = ReadPmml(file, encoding);
     if (!document.fields)
-        throw Failure(path + ": the document is no PMML: its root element is another one");
+        throw AnotherRoot(file, "no PMML");
     return document;
 }
 
 Document ReadAnyDocument(const std::string& path, const std::string& encoding) {
-    Document document = ReadPmml(path, encoding);
+    StartLibrary();
+    DocumentFile file(path, kCannotOpen);
+    Document document = ReadPmml(file, encoding);
     if (!document.fields)
-        document.fields = ReadKordDictionary(path, encoding);
+        document.fields = ReadKordDictionary(file, encoding);
     if (!document.fields)
-        throw Failure(path + ": the document is neither PMML nor kord-ml: its root element is another one");
+        throw AnotherRoot(file, "neither PMML nor kord-ml");
     return document;
 }
 

@@ -2,6 +2,7 @@
 #define VELTRANE_HOST_FAILURE_H
 
 #include <stdexcept>
+#include <string>
 
 namespace veltrane::host {
 
@@ -18,6 +19,19 @@ enum ExitCode {
 class Failure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
+};
+
+/// Ends the run with `kExitFailed`: what the library tells, in its own words, and what there is to add.
+class ExplainedFailure : public Failure {
+public:
+    /// @param explanation empty for none
+    ExplainedFailure(const std::string& told, std::string explanation)
+        : Failure(told), fExplanation(std::move(explanation)) {}
+
+    const std::string& Explanation() const { return fExplanation; }
+
+private:
+    std::string fExplanation;
 };
 
 /// Ends the run with `kExitUsage`: what the command line asks for cannot be meant.

@@ -1,5 +1,6 @@
 #include "kord_document.h"
 
+#include "document_file.h"
 #include "failure.h"
 
 #include <MCVeltrane_900/KORDTranslator.h>
@@ -13,11 +14,9 @@
 #include <xercesc/sax/HandlerBase.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/NumberFormatException.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/SecurityManager.hpp>
 
-#include <filesystem>
-#include <fstream>
+#include <istream>
 
 namespace veltrane::host {
 namespace {
@@ -25,14 +24,6 @@ namespace {
 using MCVeltrane_900::BaseTranslator;
 using MCVeltrane_900::ScoreDictionary;
 using MCVeltrane_900::SmartString;
-
-class XmlPlatform {
-public:
-    XmlPlatform() { xercesc::XMLPlatformUtils::Initialize(); }
-    ~XmlPlatform() { xercesc::XMLPlatformUtils::Terminate(); }
-    XmlPlatform(const XmlPlatform&) = delete;
-    XmlPlatform& operator=(const XmlPlatform&) = delete;
-};
 
 /// Takes every fault of a document for the end of it.
 class StrictHandler : public xercesc::HandlerBase {
@@ -54,7 +45,7 @@ public:
 };
 
 /// Nothing but the file itself is read.
-std::unique_ptr<ScoreDictionary> ReadDictionary(const std::string& path, const std::string& encoding) {
+std::unique_ptr<ScoreDictionary> ReadDictionary(std::istream& in, const std::string& encoding) {
     constexpr XMLSize_t kMaxEntityExpansions = 5000;
     xercesc::SecurityManager security;
     security.setEntityExpansionLimit(kMaxEntityExpansions);
@@ -65,8 +56,7 @@ std::unique_ptr<ScoreDictionary> ReadDictionary(const std::string& path, const s
     parser.setDisableDefaultEntityResolution(true);
     parser.setSecurityManager(&security);
     parser.setErrorHandler(&handler);
-    std::ifstream file(path, std::ios::binary);
-    parser.parse(MCXML_900::MCXInputSource(file));
+    parser.parse(MCXML_900::MCXInputSource(in));
     xercesc::DOMElement* root = parser.getDocument()->getDocumentElement();
     if (!BaseTranslator::IsEqual(root->getTagName(), "kord-ml"))
         return nullptr;
@@ -79,18 +69,15 @@ std::string TextOf(const XMLCh* text) {
 
 } // namespace
 
-std::unique_ptr<ScoreDictionary> ReadKordDictionary(const std::string& path, const std::string& encoding) {
-    if (!std::filesystem::is_regular_file(path))
-        throw Failure(path + ": only an ordinary file is read as a document without the root PMML");
-    const XmlPlatform platform;
+std::unique_ptr<ScoreDictionary> ReadKordDictionary(DocumentFile& document, const std::string& encoding) {
     try {
-        return ReadDictionary(path, encoding);
+        return ReadDictionary(document.Stream(), encoding);
     } catch (const xercesc::NumberFormatException&) {
-        throw Failure(path + ": a format-spec has decimals or a width that is no integer");
+        throw Failure(document.Name() + ": a format-spec has decimals or a width that is no integer");
     } catch (const xercesc::XMLException& fault) {
-        throw Failure(path + ": " + TextOf(fault.getMessage()));
+        throw Failure(document.Name() + ": " + TextOf(fault.getMessage()));
     } catch (const xercesc::SAXException& fault) {
-        throw Failure(path + ": " + TextOf(fault.getMessage()));
+        throw Failure(document.Name() + ": " + TextOf(fault.getMessage()));
     }
 }
 

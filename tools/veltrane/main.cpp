@@ -1,3 +1,4 @@
+#include "explanation.h"
 #include "failure.h"
 #include "functions_command.h"
 #include "inspect_command.h"
@@ -54,7 +55,11 @@ int Run(const Request& request) {
     try {
         return std::visit(Runner(), request);
     } catch (const MCVeltrane_900::VTException& error) {
-        Complain(fmt::format("error {}: {}", error.GetErrorCode(), error.GetErrorMessage()));
+        Complain(ToldText(error));
+    } catch (const ExplainedFailure& failure) {
+        Complain(failure.what());
+        if (!failure.Explanation().empty())
+            Complain(failure.Explanation());
     } catch (const ToldFailure&) {
     } catch (const UsageFailure& failure) {
         Complain(failure.what());

@@ -87,6 +87,11 @@ void AddModels(CLI::App& command, std::optional<std::string>& models) {
         ->type_name("LIST");
 }
 
+void AddModel(CLI::App& command, std::optional<std::string>& model) {
+    command.add_option("--model", model, "which of several models, by its name or its number in the document")
+        ->type_name("NAME-OR-NUMBER");
+}
+
 std::string CheckModelOption(const std::string& text) {
     const std::size_t sign = text.find('=');
     return sign == std::string::npos || sign == 0 ? "an option of a model is NAME=VALUE" : "";
@@ -98,6 +103,7 @@ CLI::App& AddScore(CLI::App& app, ScoreOptions& options, std::string& delimiter,
     AddDocument(command, options.document, "document with a model");
     AddCases(command, options, delimiter, "predictions");
     AddModels(command, options.models);
+    AddModel(command, options.model);
     command.add_option("--option", modelOptions, "set an option of the model; may be given again")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false)
@@ -109,6 +115,7 @@ CLI::App& AddVerify(CLI::App& app, VerifyOptions& options) {
     CLI::App& command = *app.add_subcommand("verify", "Score a document's own verification records and compare");
     AddDocument(command, options.document, "document with a model and its ModelVerification");
     AddModels(command, options.models);
+    AddModel(command, options.model);
     AddEncoding(command, options.encoding, "encoding in which the report is written");
     return command;
 }

@@ -33,6 +33,7 @@ struct TransformOptions : CaseOptions {
 struct ScoreOptions : CaseOptions {
     std::string document;
     std::optional<std::string> models; ///< the file with the list of models; the installed one without it
+    std::optional<std::string> model;  ///< the name or the number of the model; the first that can be scored without it
     std::vector<std::pair<std::string, std::string>>
         modelOptions; ///< names and values, in the order of the command line
 };
@@ -41,6 +42,7 @@ struct ScoreOptions : CaseOptions {
 struct VerifyOptions {
     std::string document;
     std::optional<std::string> models;
+    std::optional<std::string> model;
     std::string encoding = "UTF-8";
 };
 

@@ -75,12 +75,15 @@ void WarnOfMissingInputs(const ScoreModel& model, CaseRun& run, const std::strin
 int RunScore(const ScoreOptions& options) {
     RefuseOutputOnInput(options.output,
                         {options.document, options.cases, options.models.value_or(InstalledModelList())});
-    const std::unique_ptr<ScoreModel> model = BuildModel(options.document, options.models, options.encoding);
-    SetOptions(*model, options);
-    CaseRow row(*model->GetDictionary());
-    Predictions predictions(*model, options.document);
+    const LoadedModel loaded = LoadModel(options.document, options.models, options.model, options.encoding);
+    ScoreModel& model = *loaded.model;
+    SetOptions(model, options);
+    CaseRow row(*model.GetDictionary());
+    Predictions predictions(model, options.document);
     CaseRun run(options, row, predictions);
-    WarnOfMissingInputs(*model, run, options.cases);
+    if (!loaded.choiceText.empty())
+        run.GetReport().Warning(loaded.choiceText);
+    WarnOfMissingInputs(model, run, options.cases);
     return run.Run();
 }
 

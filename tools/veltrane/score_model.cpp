@@ -1,18 +1,21 @@
 #include "score_model.h"
 
+#include "document_outline.h"
+#include "explanation.h"
 #include "failure.h"
+#include "model_choice.h"
 
 #include <MCScore/MCStatus.h>
 #include <MCVeltrane_900/ModelFactory.h>
 #include <MCVeltrane_900/ScoreClsResult.h>
 #include <MCVeltrane_900/ScoreModel.h>
 #include <MCVeltrane_900/ScoreRegResult.h>
+#include <MCVeltrane_900/VTException.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
-#include <dlfcn.h>
 
 namespace veltrane::host {
 namespace {
@@ -28,6 +31,10 @@ constexpr std::array kClassificationKinds{0, 2, 3, 4, 6, 10, 15, 18, 20, 21, 24,
 constexpr int kRegressionKind = 1;
 constexpr int kLastKind = 27;
 
+/// Codes of the library's messages.
+constexpr int kCannotOpen = 260104;
+constexpr int kUnsupported = 260301;
+
 constexpr long kNoDefaultPrediction = 90027;
 
 /// Whether a result is what its kind says. A host that believed a wrong kind would call operations that aren't there.
@@ -40,28 +47,50 @@ bool IsOfItsKind(ScoreResult& result) {
     return kind != kRegressionKind || dynamic_cast<ScoreRegResult*>(&result) != nullptr;
 }
 
-} // namespace
-
-std::string InstalledModelList() {
-    Dl_info info{};
-    std::string folder = ".";
-    if (::dladdr(&ModelFactory::fInitialized, &info) != 0 && info.dli_fname != nullptr) {
-        const std::string library = info.dli_fname;
-        const std::size_t slash = library.rfind('/');
-        folder = slash == std::string::npos ? "." : library.substr(0, slash);
-    }
-    return folder + "/veltrane/modeldll.txt";
+/// The library goes by the order of the list. A list that begins with the model's own kind and a document that holds no
+/// other model leave it just one choice.
+void TakeChosenModel(LoadedModel& loaded, const std::optional<std::string>& wanted) {
+    DocumentFile& document = loaded.document;
+    const DocumentOutline outline = ReadOutline(document.Stream());
+    if (outline.fault) // the library tells it
+        return;
+    const std::optional<std::size_t> place = ChooseModel(outline, loaded.list, wanted, document.Name());
+    if (!place)
+        return;
+    const std::string& kind = outline.models[*place].element;
+    if (!loaded.list.Has(kind))
+        throw ExplainedFailure(ToldText(kUnsupported, kind), document.Name() + ": " + PluginsText(loaded.list));
+    auto& names = loaded.list.names;
+    std::rotate(names.begin(), std::find(names.begin(), names.end(), kind), names.end());
+    if (outline.models.size() == 1)
+        return;
+    if (!wanted)
+        loaded.choiceText = ChoiceText(outline, *place, document.Name());
+    document.Replace(DocumentOfOneModel(document.Stream(), *place));
 }
 
-std::unique_ptr<ScoreModel> BuildModel(const std::string& document, const std::optional<std::string>& models,
-                                       const std::string& encoding) {
-    const std::string list = models.value_or(InstalledModelList());
-    std::unique_ptr<ScoreModel> model(ModelFactory::MakeModelFromXML(document, list, encoding, std::string()));
-    if (!model)
+std::unique_ptr<ScoreModel> BuildModel(LoadedModel& loaded, const std::string& encoding) {
+    try {
+        return std::unique_ptr<ScoreModel>(
+            ModelFactory::MakeModelFromXML(loaded.document.Stream(), loaded.list.names, encoding, std::string()));
+    } catch (const MCVeltrane_900::VTException& failure) {
+        throw ExplainedFailure(ToldText(failure), Explain(failure, loaded.document, loaded.list));
+    }
+}
+
+} // namespace
+
+LoadedModel LoadModel(const std::string& document, const std::optional<std::string>& models,
+                      const std::optional<std::string>& wanted, const std::string& encoding) {
+    ModelList list = StartLibrary(models);
+    LoadedModel loaded{nullptr, DocumentFile(document, kCannotOpen), std::move(list), {}};
+    TakeChosenModel(loaded, wanted);
+    loaded.model = BuildModel(loaded, encoding);
+    if (!loaded.model)
         throw Failure(document + ": the plug-in made no model of the document");
-    if (!model->GetDictionary())
+    if (!loaded.model->GetDictionary())
         throw Failure(document + ": the plug-in made a model without a data dictionary");
-    return model;
+    return loaded;
 }
 
 std::unique_ptr<ScoreResult> MakeResult(const ScoreModel& model, const std::string& document) {

@@ -1,6 +1,9 @@
 #ifndef VELTRANE_HOST_SCORE_MODEL_H
 #define VELTRANE_HOST_SCORE_MODEL_H
 
+#include "document_file.h"
+#include "model_list.h"
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,16 +19,23 @@ class ScoreResult;
 
 namespace veltrane::host {
 
-/// The list of the models whose plug-ins were installed with the library: `modeldll.txt` in the folder `veltrane`
-/// beside the library that this process runs with.
-std::string InstalledModelList();
+/// A model with what it was built from.
+struct LoadedModel {
+    std::unique_ptr<MCVeltrane_900::ScoreModel> model;
+    DocumentFile document;  ///< of this model alone, where there were others
+    ModelList list;         ///< with the model's own kind in front
+    std::string choiceText; ///< which of several models this is, and of the others; empty for the only one
+};
 
-/// Lets the plug-in for a document's model build it. Throws a `VTException` for a document that cannot be read or has
-/// no plug-in, and a `Failure` where the plug-in doesn't keep its side: no model, a model without a dictionary.
+/// Lets the plug-in for one of a document's models build it.
 /// @param models   path of the model list; the installed one without it
+/// @param wanted   the model, by its name or number; see ChooseModel
 /// @param encoding that the texts of the document are brought into
-std::unique_ptr<MCVeltrane_900::ScoreModel>
-BuildModel(const std::string& document, const std::optional<std::string>& models, const std::string& encoding);
+/// @throws VTException and ExplainedFailure for a list or a document that cannot be read or has no plug-in, Failure for
+///         a model that isn't there, and where the plug-in doesn't keep its side: no model, a model without a
+///         dictionary
+LoadedModel LoadModel(const std::string& document, const std::optional<std::string>& models,
+                      const std::optional<std::string>& wanted, const std::string& encoding);
 
 /// An empty result of the model's kind. Throws a `Failure` when the model gives none, or one that is not of the kind
 /// that it tells.

@@ -6,12 +6,12 @@
 #include "encoding.h"
 #include "failure.h"
 #include "prediction_columns.h"
+#include "report.h"
 #include "score_model.h"
 #include "table.h"
 #include "verification_report.h"
 
 #include <MCScore/MCStatus.h>
-#include <MCVeltrane_900/ModelFactory.h>
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/ScoreModel.h>
 #include <MCVeltrane_900/ScoreResult.h>
@@ -19,7 +19,6 @@
 
 #include <fmt/format.h>
 
-#include <fstream>
 #include <string_view>
 #include <unistd.h>
 #include <unordered_map>
@@ -27,7 +26,6 @@
 namespace veltrane::host {
 namespace {
 
-using MCVeltrane_900::ModelFactory;
 using MCVeltrane_900::ScoreModel;
 using MCVeltrane_900::ScoreResult;
 using veltrane_kit::Verification;
@@ -36,9 +34,9 @@ using veltrane_kit::Verification;
 class VerifyRun {
 public:
     explicit VerifyRun(const VerifyOptions& options)
-        : fOptions(options), fModel(BuildModel(options.document, options.models, options.encoding)),
-          fResult(MakeResult(*fModel, options.document)), fColumns(*fModel, *fResult), fVerification(ReadRecords()),
-          fRow(*fModel->GetDictionary()) {}
+        : fOptions(options), fLoaded(LoadModel(options.document, options.models, options.model, options.encoding)),
+          fModel(*fLoaded.model), fResult(MakeResult(fModel, options.document)), fColumns(fModel, *fResult),
+          fVerification(ReadRecords()), fRow(*fModel.GetDictionary()) {}
 
     int Run();
 
@@ -49,7 +47,7 @@ private:
         std::optional<VerifiedField> result;
     };
 
-    Verification ReadRecords() const;
+    Verification ReadRecords();
     void SortFields();
     void ReadCase(std::size_t record);
     void CompareCase(std::size_t record);
@@ -57,7 +55,8 @@ private:
     int Report() const;
 
     const VerifyOptions& fOptions;
-    std::unique_ptr<ScoreModel> fModel;
+    LoadedModel fLoaded;
+    ScoreModel& fModel;
     std::unique_ptr<ScoreResult> fResult;
     PredictionColumns fColumns;
     Verification fVerification;
@@ -66,20 +65,21 @@ private:
     std::vector<Field> fFields; ///< one for each field of the records
 };
 
-Verification VerifyRun::ReadRecords() const {
-    std::ifstream in(fOptions.document, std::ios::binary);
+Verification VerifyRun::ReadRecords() {
     std::optional<Verification> verification =
-        veltrane_kit::ReadVerification(in, ModelFactory::fModelNames, fOptions.encoding);
+        veltrane_kit::ReadVerification(fLoaded.document.Stream(), fLoaded.list.names, fOptions.encoding);
     if (!verification)
         throw Failure(fOptions.document + ": the document has no verification records");
     return std::move(*verification);
 }
 
 int VerifyRun::Run() {
+    if (!fLoaded.choiceText.empty())
+        veltrane::host::Report(fOptions.document, false).Warning(fLoaded.choiceText);
     SortFields();
     for (std::size_t record = 0; record < fVerification.records.size(); ++record) {
         ReadCase(record);
-        const MCScore::MCStatus status = fModel->Score(&fRow, fResult.get());
+        const MCScore::MCStatus status = fModel.Score(&fRow, fResult.get());
         if (status.IsError())
             fResult->SetResultValue(nullptr);
         CompareCase(record);

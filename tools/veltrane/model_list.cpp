@@ -1,0 +1,66 @@
+#include "model_list.h"
+
+#include <MCVeltrane_900/ModelFactory.h>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <dlfcn.h>
+#include <string_view>
+
+namespace veltrane::host {
+
+using MCVeltrane_900::ModelFactory;
+
+namespace {
+
+/// The library parts names at blanks, commas, tabs and line feeds; what stands between two carriage returns is a name
+/// here.
+std::vector<std::string> WithoutCarriageReturns(const std::vector<std::string>& names) {
+    std::vector<std::string> parted;
+    for (const std::string& name : names) {
+        for (std::size_t start = 0; start <= name.size();) {
+            const std::size_t end = std::min(name.find('\r', start), name.size());
+            if (end > start)
+                parted.push_back(name.substr(start, end - start));
+            start = end + 1;
+        }
+    }
+    return parted;
+}
+
+} // namespace
+
+bool ModelList::Has(const std::string& name) const {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+std::string ModelList::Text() const {
+    return names.empty() ? "none" : fmt::format("{}", fmt::join(names, ", "));
+}
+
+std::string InstalledModelList() {
+    Dl_info info{};
+    std::string folder = ".";
+    if (::dladdr(&ModelFactory::fInitialized, &info) != 0 && info.dli_fname != nullptr) {
+        const std::string library = info.dli_fname;
+        const std::size_t slash = library.rfind('/');
+        folder = slash == std::string::npos ? "." : library.substr(0, slash);
+    }
+    return folder + "/veltrane/modeldll.txt";
+}
+
+ModelList StartLibrary(const std::optional<std::string>& path) {
+    ModelList list{path.value_or(InstalledModelList()), {}};
+    ModelFactory::Initialize(list.path);
+    ModelFactory::fModelNames = WithoutCarriageReturns(ModelFactory::fModelNames);
+    list.names = ModelFactory::fModelNames;
+    return list;
+}
+
+void StartLibrary() {
+    ModelFactory::Initialize(std::string());
+}
+
+} // namespace veltrane::host

@@ -1,0 +1,82 @@
+#include "bounded_reader.h"
+#include "failure.h"
+#include "model_choice.h"
+
+#include <xercesc/sax2/Attributes.hpp>
+
+#include <string>
+
+namespace veltrane::host {
+namespace {
+
+/// Writes a document anew from its events, without the models that aren't wanted.
+class OneModelWriter : public BoundedHandlers {
+public:
+    explicit OneModelWriter(std::size_t place) : fPlace(place) {}
+
+    std::string Text() const {
+        if (fFailed)
+            throw Failure("a document with a fault has no models to choose from");
+        return Utf8(fText);
+    }
+
+protected:
+    void OnElement(const XMLCh* name, const xercesc::Attributes& attributes) override {
+        if (Depth() == 2 && IsModelElement(name))
+            fSkips = fModels++ != fPlace;
+        if (fSkips)
+            return;
+        (fText += u'<') += name;
+        for (XMLSize_t at = 0; at < attributes.getLength(); ++at) {
+            ((fText += u' ') += attributes.getQName(at)) += u"=\"";
+            Append(attributes.getValue(at), u"&<>\"\t\n\r");
+            fText += u'"';
+        }
+        fText += u'>';
+    }
+
+    void OnElementEnd(const XMLCh* name) override {
+        if (!fSkips)
+            ((fText += u"</") += name) += u'>';
+        if (Depth() == 2)
+            fSkips = false;
+    }
+
+    void OnText(std::u16string_view text) override {
+        if (!fSkips)
+            Append(text, u"&<>\r");
+    }
+
+    void OnEnd(const std::optional<DocumentFault>& fault) override { fFailed = fault.has_value(); }
+
+private:
+    /// @param marked ASCII characters that stand as references: markup, and white space that a reader would change
+    void Append(std::u16string_view text, std::u16string_view marked) {
+        for (const char16_t c : text) {
+            if (marked.find(c) == marked.npos) {
+                fText += c;
+                continue;
+            }
+            fText += u"&#";
+            for (const char digit : std::to_string(static_cast<int>(c)))
+                fText += static_cast<char16_t>(digit);
+            fText += u';';
+        }
+    }
+
+    std::size_t fPlace;
+    std::size_t fModels = 0;
+    bool fSkips = false;
+    bool fFailed = false;
+    std::u16string fText; ///< whole, since an event may end within a character
+};
+
+} // namespace
+
+std::string DocumentOfOneModel(std::istream& in, std::size_t place) {
+    OneModelWriter writer(place);
+    writer.Read(in);
+    return writer.Text();
+}
+
+} // namespace veltrane::host
