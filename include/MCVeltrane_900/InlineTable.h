@@ -8,6 +8,10 @@
 #include <string>
 #include <vector>
 
+namespace veltrane::transform {
+class TableRows;
+} // namespace veltrane::transform
+
 namespace MCVeltrane_900 {
 
 class ScoreCaseRecord;
@@ -21,6 +25,11 @@ class ScoreValue;
 /// tolerances; elements of any other kind count as equal. A key that is compared with a shorter one it hasn't differed
 /// from so far throws std::out_of_range("invalid vector<T> subscript"): every row has to have as many inputs as there
 /// are input fields. A lookup writes the info code, so a table serves one thread at a time.
+///
+/// A row stands ahead of the first one that didn't come before it when it was added, and a lookup looks for the first
+/// row that doesn't come before the inputs. Where keys contradict each other, as those with blank texts or with missing
+/// numbers among others can, rows that were added in another order may give another answer; the table is sound with
+/// any.
 class VELTRANE_API InlineTable {
 public:
     /// The info codes of a lookup.
@@ -60,16 +69,12 @@ public:
     int GetInfoCode() const { return fInfoCode; }
 
 private:
-    /// Whether the left key comes before the right one.
-    struct KeyOrder {
-        bool operator()(const std::vector<ScoreValue*>& left, const std::vector<ScoreValue*>& right) const;
-    };
     struct RowValues;
 
     ScoreValue* FindOutput(const std::vector<ScoreValue*>& inputs);
 
     std::vector<const ScoreDictVar*> fInputFields;
-    std::map<std::vector<ScoreValue*>, ScoreValue*, KeyOrder> fRows;
+    std::unique_ptr<veltrane::transform::TableRows> fRows;
     int fInfoCode = OK;
 
     std::shared_ptr<RowValues> fValues; ///< the values of the rows, shared with copies

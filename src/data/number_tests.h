@@ -11,6 +11,9 @@ namespace veltrane::data {
 inline constexpr double kMissingNumber = -std::numeric_limits<double>::max();
 inline constexpr double kEqualityTolerance = 2.22045e-14;
 
+/// The absolute tolerance of the ordering operators.
+inline constexpr double kOrderTolerance = 1e-14;
+
 /// NumericValue::IsSystemMissingValue: an absolute tolerance by contract, although at this magnitude only the number
 /// itself lies within it.
 inline bool IsMissingNumber(double value) {

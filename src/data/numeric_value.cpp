@@ -12,11 +12,8 @@ namespace MCVeltrane_900 {
 
 namespace {
 
-/// The absolute tolerance of the ordering operators.
-constexpr double kOrderTolerance = 1e-14;
-
 bool AlmostNoDifference(double difference) {
-    return kOrderTolerance > std::fabs(difference);
+    return veltrane::data::kOrderTolerance > std::fabs(difference);
 }
 
 } // namespace

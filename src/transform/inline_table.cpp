@@ -1,5 +1,5 @@
-#include "data/value_cast.h"
 #include "transform/derivation.h"
+#include "transform/table_rows.h"
 
 #include <MCVeltrane_900/InlineTable.h>
 #include <MCVeltrane_900/ScoreDictVar.h>
@@ -7,10 +7,11 @@
 
 #include <algorithm>
 #include <iterator>
-#include <stdexcept>
 #include <utility>
 
 namespace MCVeltrane_900 {
+
+using veltrane::transform::TableRows;
 
 const int InlineTable::OK;
 const int InlineTable::InputMissing;
@@ -30,49 +31,16 @@ struct InlineTable::RowValues {
     std::vector<std::unique_ptr<ScoreValue>> values;
 };
 
-namespace {
-
-enum class Order { kLess, kGreater, kEqual };
-
-/// How two elements of a key compare, by the kind of the left one.
-Order OrderOf(const ScoreValue* left, const ScoreValue* right) {
-    if (left == nullptr || right == nullptr) {
-        return Order::kEqual;
-    }
-    if (!veltrane::data::IsNumber(*left) && !veltrane::data::IsText(*left)) {
-        return Order::kEqual;
-    }
-    if (*left < *right) {
-        return Order::kLess;
-    }
-    return *left > *right ? Order::kGreater : Order::kEqual;
-}
-
-} // namespace
-
-bool InlineTable::KeyOrder::operator()(const std::vector<ScoreValue*>& left,
-                                       const std::vector<ScoreValue*>& right) const {
-    for (std::size_t i = 0; i < left.size(); ++i) {
-        if (i >= right.size()) {
-            throw std::out_of_range("invalid vector<T> subscript");
-        }
-        const Order order = OrderOf(left[i], right[i]);
-        if (order != Order::kEqual) {
-            return order == Order::kLess;
-        }
-    }
-    return false;
-}
-
-InlineTable::InlineTable() : fValues(std::make_shared<RowValues>()) {}
+InlineTable::InlineTable() : fRows(std::make_unique<TableRows>()), fValues(std::make_shared<RowValues>()) {}
 
 InlineTable::InlineTable(const InlineTable& other)
-    : fInputFields(other.fInputFields), fRows(other.fRows), fInfoCode(other.fInfoCode), fValues(other.fValues) {}
+    : fInputFields(other.fInputFields), fRows(std::make_unique<TableRows>(*other.fRows)), fInfoCode(other.fInfoCode),
+      fValues(other.fValues) {}
 
 InlineTable& InlineTable::operator=(const InlineTable& other) {
     if (this != &other) {
         fInputFields = other.fInputFields;
-        fRows = other.fRows;
+        *fRows = *other.fRows;
         fInfoCode = other.fInfoCode;
         fValues = other.fValues;
     }
@@ -92,7 +60,7 @@ void InlineTable::AddInputOutput(std::vector<ScoreValue*> inputs, ScoreValue* ou
     for (ScoreValue* input : inputs) {
         row.emplace_back(input);
     }
-    if (fRows.emplace(std::move(inputs), output).second) {
+    if (fRows->Add(std::move(inputs), output)) {
         std::move(row.begin(), row.end(), std::back_inserter(fValues->values));
     }
 }
@@ -124,15 +92,13 @@ ScoreValue* InlineTable::getValue(const ScoreCaseRecord* record, const ScoreDict
     return output;
 }
 
-/// Finds the first row whose key doesn't come before the inputs, and gives its output if the inputs don't come before
-/// that key either. The order has tolerances and isn't transitive: what is found is what this walk comes across.
 ScoreValue* InlineTable::FindOutput(const std::vector<ScoreValue*>& inputs) {
-    const auto row = fRows.find(inputs);
-    if (row == fRows.end()) {
+    const TableRows::Row* row = fRows->Find(inputs);
+    if (row == nullptr) {
         fInfoCode = NoMatches;
         return nullptr;
     }
-    return row->second;
+    return row->output;
 }
 
 } // namespace MCVeltrane_900

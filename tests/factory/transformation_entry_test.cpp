@@ -50,6 +50,35 @@ TEST(TransformationEntry, GivesBothDictionaries) {
     EXPECT_EQ(read.derived->GetDerivedVarNames(), Names{"y"});
 }
 
+TEST(TransformationEntry, ATableWithABlankTextIsReadAndLookedUp) {
+    // A blank text comes before nothing and is still not the last: in this order the keys contradict each other.
+    const std::string data = "<DataDictionary numberOfFields='2'>"
+                             "<DataField name='t' optype='categorical' dataType='string'/>"
+                             "<DataField name='x' optype='continuous' dataType='double'/></DataDictionary>";
+    const std::string map = "<MapValues outputColumn='out' defaultValue='0'><FieldColumnPair field='t' column='a'/>"
+                            "<FieldColumnPair field='x' column='b'/><InlineTable>"
+                            "<row><a>b</a><b>2</b><out>1</out></row><row><a>a</a><b>2</b><out>2</out></row>"
+                            "<row><a></a><b>1</b><out>3</out></row><row><a>a</a><b>1</b><out>4</out></row>"
+                            "</InlineTable></MapValues>";
+    const Dictionaries read = Read(Pmml(data +
+                                        "<TransformationDictionary><DerivedField name='y' optype='continuous' "
+                                        "dataType='double'>" +
+                                        map + "</DerivedField></TransformationDictionary>"));
+    MCVeltrane_900::CaseRecord record;
+    record.Add("t", new MCVeltrane_900::StringValue(""));
+    record.Add("x", new MCVeltrane_900::NumericValue(0.0));
+    const auto output = [&](const std::string& text, double number) {
+        record.SetValue("t", text);
+        record.SetValue("x", number);
+        return read.derived->GetValuesForDerivedVars(&record, read.data.get())->Get("y")->GetDouble();
+    };
+    EXPECT_EQ(output("b", 2), 1);
+    EXPECT_EQ(output("a", 2), 2);
+    EXPECT_EQ(output("", 1), 3);
+    EXPECT_EQ(output("a", 1), 4);
+    EXPECT_EQ(output("c", 1), 0);
+}
+
 TEST(TransformationEntry, SetsUpTheDerivedRecord) {
     const Dictionaries read = Read(Pmml(kData + kTransformations));
     MCVeltrane_900::CaseRecord record;

@@ -328,3 +328,21 @@ TEST_F(Table, KeysGoFromTheirEndThenTheOutput) {
     }
     EXPECT_EQ(deaths, (Deaths{"c", "b", "a", "output"}));
 }
+
+TEST(KeptTable, WhereKeysContradictEachOtherTheOrderOfTheRowsDecides) {
+    // "a" comes before the blank text, and the blank text with the smaller number before "a" with the greater one.
+    const DictVar t("t", kText);
+    const DictVar x("x", kNumeric);
+    for (const bool blankFirst : {true, false}) {
+        InlineTable table;
+        table.AppendInputField(&t);
+        table.AppendInputField(&x);
+        table.AddInputOutput({Txt(blankFirst ? "" : "b"), Num(1)}, Num(1));
+        table.AddInputOutput({Txt(blankFirst ? "a" : ""), Num(blankFirst ? 2 : 1)}, Num(2));
+        table.AddInputOutput({Txt(blankFirst ? "b" : "a"), Num(blankFirst ? 1 : 2)}, Num(3));
+        CaseRecord record;
+        record.Add("t", Txt("a"));
+        record.Add("x", Num(2));
+        EXPECT_EQ(Written(table.getValue(&record, nullptr, nullptr, {})), blankFirst ? "null" : "number 3");
+    }
+}
