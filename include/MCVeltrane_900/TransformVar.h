@@ -79,10 +79,14 @@ public:
 
     /// @param mapValues becomes the field's; an earlier one is deleted
     void SetMapValues(MapValues* mapValues);
+    /// @return the map, which stays the field's; null when there is none
+    const MapValues* GetMapValues() const { return fMapValues.get(); }
 
     /// @param n      how many cases to look back, at least 1; below 1 every case is missing
     /// @param blocks the fields that must have kept their values over these cases; borrowed
     void SetLags(int n, std::vector<const ScoreDictVar*> blocks);
+    /// @return the fields that must have kept their values; some may be null
+    const std::vector<const ScoreDictVar*>& GetLagBlocks() const { return fBlockVariables; }
 
     /// Appends a segment of a continuous normalisation: x becomes x * slope + intercept.
     void AddNormInfo(double slope, double intercept);

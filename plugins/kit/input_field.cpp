@@ -124,6 +124,14 @@ int InputField::CategoryOf(const ScoreValue& category) {
     return code;
 }
 
+bool InputField::SaysNothing() const {
+    const bool hasOneValue = fDeclaredCategories == 1 && fIntervals.empty();
+    const bool admitsNoOther =
+        fInvalidTreatment == InvalidTreatment::REFUSE || fInvalidTreatment == InvalidTreatment::AS_MISSING;
+    return hasOneValue && admitsNoOther && fMissingReplacement.value != nullptr &&
+           fCategories.Find(*fMissingReplacement.value) == 0;
+}
+
 bool InputField::Read(const ScoreValue* raw, FieldValue& field) const {
     if (raw == nullptr) {
         return GiveMissing(field);

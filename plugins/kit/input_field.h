@@ -43,6 +43,9 @@ public:
     /// @return false for a value with which the case can't be scored; `field` is then of no use
     bool Read(const MCVeltrane_900::ScoreValue* raw, FieldValue& field) const;
 
+    /// Whether a case without the field is the same as any with it: its only value stands in for a missing one.
+    bool SaysNothing() const;
+
     /// What derived fields find in the place of a missing value: never a value that they would take for a present one.
     const MCVeltrane_900::ScoreValue* MissingPlaceholder() const { return fPlaceholder.get(); }
 

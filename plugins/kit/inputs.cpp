@@ -126,6 +126,16 @@ int Inputs::CategoryOf(int slot, const std::string& text) {
     return source.categories->Add(*value);
 }
 
+std::vector<std::string> Inputs::NeededNames() const {
+    std::vector<std::string> names;
+    for (const Source& source : fInputs) {
+        if (!source.field->SaysNothing()) {
+            names.push_back(source.name);
+        }
+    }
+    return names;
+}
+
 int Inputs::WatchTarget() {
     fTargetWatched = fTarget.var != nullptr;
     return fTargetWatched ? fTarget.slot : kNoSlot;

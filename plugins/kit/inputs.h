@@ -62,8 +62,11 @@ public:
     /// @return its slot; kNoSlot when the model has no target
     int WatchTarget();
 
-    /// The names of the fields that a case has to hold, in the order of the mining schema.
+    /// The names of the input fields, in the order of the mining schema.
     const std::vector<std::string>& Names() const { return fNames; }
+
+    /// Those that a case has to hold: a field of a single value that stands in for a missing one can be left out.
+    std::vector<std::string> NeededNames() const;
 
     /// Reads a case and computes its derived fields.
     ///

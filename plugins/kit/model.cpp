@@ -77,7 +77,7 @@ bool Model::SetModelOption(const std::string&, const std::string&) {
 }
 
 std::vector<std::string> Model::GetInputNames() const {
-    return fInputs->Names();
+    return fInputs->NeededNames();
 }
 
 ScoreResult* Model::CreateResult() const {

@@ -24,12 +24,13 @@ class Header(HostTest):
                     'veltrane: warning: cases.csv: columns that are no field are ignored: "id", "note", "id"\n')
 
     def test_names_of_fields_are_exact(self):
-        result = self.transform("age, Age\n1,2\n")
+        result = self.transform("age, Age\n1,2\n", "--missing-columns")
         self.expect(result, 0, 'Out\n""\n',
-                    'veltrane: warning: cases.csv: columns that are no field are ignored: "age", " Age"\n')
+                    'veltrane: warning: cases.csv: columns that are no field are ignored: "age", " Age"\n'
+                    'veltrane: warning: cases.csv: fields without a column are missing in every case: "Age"\n')
 
     def test_a_field_without_a_column_is_missing_in_every_case(self):
-        result = self.transform("Age\n1\n2\n", fields=[AGE, NAME, AGE.replace("Age", "Income")],
+        result = self.transform("Age\n1\n2\n", "--missing-columns", "--quiet", fields=[AGE, NAME, AGE.replace("Age", "Income")],
                                 derived=text_ref("N", "Name", ' mapMissingTo="none"')
                                 + field_ref("I", "Income", more=' mapMissingTo="-1"') + text_ref("N2", "Name"))
         self.expect(result, 0, "N,I,N2\nnone,-1,\nnone,-1,\n", "")

@@ -196,5 +196,30 @@ TEST(CsvReader, KnowsWhetherARecordWaits) {
     EXPECT_FALSE(other.HasRecord());
 }
 
+TEST(CsvReaderTest, KeepsTheFirstLineOfWhatIsNoCsv) {
+    TextSource source("\"a\";\"b\"\n1;2\n");
+    CsvReader reader(source, "f.csv", ',');
+    CsvRow row;
+    EXPECT_THROW(reader.Next(row), Failure);
+    EXPECT_EQ(reader.FirstLine(), "\"a\";\"b\"");
+}
+
+TEST(CsvReaderTest, KeepsTheFirstLineAsItStands) {
+    const std::string longest(std::size_t{64} << 10, 'a');
+    const std::pair<std::string, std::string> cases[] = {
+        {"a; b ;c\r\n1;2;3\r\n", "a; b ;c"}, {"\xEF\xBB\xBF\n\r\nab\n", "ab"}, {"a", "a"}, {"", ""},
+        {"\"a,b\",c\n", "\"a,b\",c"},        {longest + "b\nc\n", longest},
+    };
+    for (const auto& [text, line] : cases) {
+        for (const std::size_t step : {1, 7, 1 << 20}) {
+            TextSource source(text, step);
+            CsvReader reader(source, "f.csv", ',');
+            CsvRow row;
+            reader.Next(row);
+            EXPECT_EQ(reader.FirstLine(), line) << "by " << step;
+        }
+    }
+}
+
 } // namespace
 } // namespace veltrane::host

@@ -99,10 +99,10 @@ class Rows(Score):
         self.expect(self.score("x\n1\n", "-o", "out.csv"), 0, "", "")
         self.assertEqual((self.folder / "out.csv").read_text(), "y,Size,Half\n2,small,0.5\n")
 
-    def test_an_input_without_a_column_is_told_once(self):
+    def test_an_input_without_a_column_that_is_allowed_is_told_once(self):
         self.model()
-        self.expect(self.score("y\n1\n2\n"), 3, "y,Size,Half\n,,\n,,\n",
-                    'veltrane: warning: cases.csv: inputs without a column are missing in every case: "x"\n'
+        self.expect(self.score("y\n1\n2\n", "--missing-columns"), 3, "y,Size,Half\n,,\n,,\n",
+                    'veltrane: warning: cases.csv: fields without a column are missing in every case: "x"\n'
                     f"veltrane: 2 rows could not be scored: {NO_DEFAULT}\n")
 
 

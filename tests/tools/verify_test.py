@@ -40,6 +40,12 @@ class Verify(HostTest):
         self.expect(self.verify(row + "<default>no</default><risk>0.1383184753107612</risk>", "<age>34</age>"), 0,
                     HEAD + "Default  3        3      -\nRisk     3        3      0\n", "")
 
+    def test_an_input_that_the_records_leave_out_is_told(self):
+        document = DEFAULT.replace('<VerificationField field="Income" column="income"/>', "", 1)
+        self.write("model.pmml", document.replace('fieldCount="6"', 'fieldCount="5"', 1))
+        self.expect(self.run_host("verify", "model.pmml"), 4, err="veltrane: warning: model.pmml: inputs that the verification records leave out are "
+                                   'missing in each: "Income"\n')
+
     def test_a_document_without_records(self):
         start, end = DEFAULT.index("<ModelVerification"), DEFAULT.index("</RegressionModel>")
         self.expect(self.verify(DEFAULT[start:end], ""), 1, "",

@@ -2,6 +2,7 @@
 
 #include "atomic_file.h"
 #include "failure.h"
+#include "needed_columns.h"
 
 #include <fmt/format.h>
 
@@ -33,7 +34,8 @@ CaseRun::CaseRun(const CaseOptions& options, CaseRow& row, CaseResults& results)
       fReader(fInput, options.cases, options.delimiter), fCells(options.missingTokens) {}
 
 int CaseRun::Run() {
-    Columns();
+    ReadHeader();
+    CheckNeededColumns();
     CheckKeptColumns();
     std::optional<AtomicFile> file;
     if (fOptions.output != kStandardStream)
@@ -52,16 +54,26 @@ int CaseRun::Run() {
     return fReport.IsComplete() ? kExitDone : kExitIncomplete;
 }
 
-const CaseColumns& CaseRun::Columns() {
-    if (fColumns)
-        return *fColumns;
-    if (!fReader.Next(fRow))
-        throw Failure(fOptions.cases + ": the file is empty; a header of field names is needed");
+void CaseRun::ReadHeader() {
+    try {
+        if (!fReader.Next(fRow))
+            throw Failure(fOptions.cases + ": the file is empty; a header of field names is needed");
+    } catch (const Failure& failure) {
+        throw Failure(failure.what() + NeededColumns::DelimiterHint(fReader.FirstLine(), fOptions.delimiter, fCase));
+    }
     fColumns.emplace(fRow.cells, fCase, fmt::format("{}:{}", fOptions.cases, fRow.line));
+}
+
+void CaseRun::CheckNeededColumns() {
+    const NeededColumns needed(fResults.NeededFields(), *fColumns, fCase);
+    if (!needed.AreThere() && !fOptions.missingColumns)
+        throw Failure(fOptions.cases + ": " + needed.Complaint(fReader.FirstLine(), fOptions.delimiter));
     const std::string ignored = fColumns->IgnoredNames();
     if (!ignored.empty())
         fReport.Warning(fmt::format("{}: columns that are no field are ignored: {}", fOptions.cases, ignored));
-    return *fColumns;
+    if (!needed.AreThere())
+        fReport.Warning(fmt::format("{}: fields without a column are missing in every case: {}", fOptions.cases,
+                                    needed.MissingNames()));
 }
 
 void CaseRun::CheckKeptColumns() {

@@ -27,6 +27,9 @@ public:
     /// What a column is, for messages: "a derived field".
     virtual const char* ColumnKind() const = 0;
 
+    /// The names of the fields that a case has to have.
+    virtual std::vector<std::string> NeededFields() const = 0;
+
     virtual void WriteHeader(CsvWriter& writer) const = 0;
 
     /// Computes the results of a case and writes one cell for each column.
@@ -44,14 +47,13 @@ public:
     /// Where the person at the terminal is told about the cases.
     Report& GetReport() { return fReport; }
 
-    /// The columns of the file, read by the first call. Throws a `Failure` for a file without a header.
-    const CaseColumns& Columns();
-
     /// Goes through all cases; the output is complete when it returns. Failures are thrown.
     /// @return the exit code
     int Run();
 
 private:
+    void ReadHeader();
+    void CheckNeededColumns();
     void CheckKeptColumns();
     void ShowBar();
     void WriteHeader(CsvWriter& writer);

@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::size_t kChunkSize = std::size_t{256} << 10;
 constexpr std::size_t kCellBlockSize = std::size_t{1} << 20;
+constexpr std::size_t kLongestFirstLine = std::size_t{64} << 10;
 
 /// No blank is special: the parser would drop those around a cell that is not quoted.
 int NoBlank(unsigned char) {
@@ -44,6 +45,8 @@ struct CsvReader::State {
     bool afterCarriageReturn = false;
     bool started = false;
     bool ended = false;
+    std::string firstLine;
+    bool hasFirstLine = false;
     std::string malformed; ///< what is wrong behind the records; told when they have been given
 
     State(char delimiter) {
@@ -106,6 +109,14 @@ struct CsvReader::State {
         return count;
     }
 
+    void NoteFirstLine(std::string_view bytes) {
+        if (firstLine.empty())
+            bytes.remove_prefix(std::min(bytes.find_first_not_of("\r\n"), bytes.size()));
+        const std::size_t end = bytes.find_first_of("\r\n");
+        firstLine.append(bytes.substr(0, std::min(end, kLongestFirstLine - firstLine.size())));
+        hasFirstLine = end != bytes.npos || firstLine.size() == kLongestFirstLine;
+    }
+
     static void OnCell(void* bytes, std::size_t size, void* self) noexcept {
         static_cast<State*>(self)->AddCell({static_cast<const char*>(bytes), size});
     }
@@ -135,6 +146,10 @@ bool CsvReader::Next(CsvRow& row) {
 
 bool CsvReader::HasRecord() const {
     return fState->nextRecord < fState->records.size();
+}
+
+std::string_view CsvReader::FirstLine() const {
+    return fState->firstLine;
 }
 
 /// Parses chunks until there is a record; false when there is none any more.
@@ -180,6 +195,8 @@ void CsvReader::ReadStart() {
 
 void CsvReader::Parse(std::string_view bytes) {
     State& state = *fState;
+    if (!state.hasFirstLine)
+        state.NoteFirstLine(bytes);
     const std::size_t parsed =
         csv_parse(&state.parser, bytes.data(), bytes.size(), State::OnCell, State::OnLineEnd, &state);
     if (parsed != bytes.size())

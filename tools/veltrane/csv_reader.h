@@ -39,6 +39,10 @@ public:
     /// that is no CSV; the records in front of it have been given by then.
     bool Next(CsvRow& row);
 
+    /// The first line as it stands in the file, without its end, from the first `Next` on. Where that failed it is
+    /// what had been read by then. A long line is cut.
+    std::string_view FirstLine() const;
+
     /// Whether `Next` gives a record without reading from the source, which may take long where it is a pipe.
     bool HasRecord() const;
 

@@ -69,6 +69,8 @@ void AddCases(CLI::App& command, CaseOptions& options, std::string& delimiter, c
     command.add_option("--missing", options.missingTokens, "cells with this text are missing; may be given again")
         ->type_name("TOKEN")
         ->allow_extra_args(false);
+    command.add_flag("--missing-columns", options.missingColumns,
+                     "go on without columns that the document needs; their fields are missing");
     command.add_flag("--keep", options.keep, "write the input columns in front of the " + results);
     command.add_flag("--strict", options.strict, "end at the first cell that cannot be read");
     command.add_flag("--quiet", options.quiet, "no progress bar, no warnings, no report of each unreadable cell");

@@ -19,6 +19,7 @@ struct CaseOptions {
     std::string encoding = "UTF-8";
     char delimiter = ',';
     std::vector<std::string> missingTokens;
+    bool missingColumns = false; ///< whether the file may lack columns that the document needs
     bool keep = false;
     bool strict = false;
     bool quiet = false;

@@ -13,9 +13,6 @@
 
 #include <fmt/format.h>
 
-#include <string_view>
-#include <unordered_set>
-
 namespace veltrane::host {
 namespace {
 
@@ -30,6 +27,7 @@ public:
 
     bool Has(const std::string& name) const override { return fColumns.Has(name); }
     const char* ColumnKind() const override { return "a result"; }
+    std::vector<std::string> NeededFields() const override { return fModel.GetInputNames(); }
     void WriteHeader(CsvWriter& writer) const override { fColumns.WriteHeader(writer); }
 
     void WriteCase(const CaseRow& row, CsvWriter& writer, Report& report) override {
@@ -56,20 +54,6 @@ void SetOptions(ScoreModel& model, const ScoreOptions& options) {
     }
 }
 
-/// Without one of its inputs a model sees a missing value in every case, which is seldom meant.
-void WarnOfMissingInputs(const ScoreModel& model, CaseRun& run, const std::string& cases) {
-    std::unordered_set<std::string_view> columns;
-    for (const CaseColumns::Column& column : run.Columns().All())
-        columns.insert(column.name);
-    std::string names;
-    for (const std::string& input : model.GetInputNames()) {
-        if (!columns.contains(input))
-            names += (names.empty() ? "\"" : ", \"") + Escaped(input) + "\"";
-    }
-    if (!names.empty())
-        run.GetReport().Warning(fmt::format("{}: inputs without a column are missing in every case: {}", cases, names));
-}
-
 } // namespace
 
 int RunScore(const ScoreOptions& options) {
@@ -83,7 +67,6 @@ int RunScore(const ScoreOptions& options) {
     CaseRun run(options, row, predictions);
     if (!loaded.choiceText.empty())
         run.GetReport().Warning(loaded.choiceText);
-    WarnOfMissingInputs(model, run, options.cases);
     return run.Run();
 }
 

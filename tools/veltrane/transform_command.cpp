@@ -8,6 +8,8 @@
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
 
+#include <kit/field_references.h>
+
 namespace veltrane::host {
 namespace {
 
@@ -18,6 +20,11 @@ public:
 
     bool Has(const std::string& name) const override { return fColumns.Has(name); }
     const char* ColumnKind() const override { return "a derived field"; }
+
+    std::vector<std::string> NeededFields() const override {
+        return veltrane_kit::CaseFieldsOf(fDocument.derivedFields->GetDerivedVarNames(), *fDocument.derivedFields);
+    }
+
     void WriteHeader(CsvWriter& writer) const override { fColumns.WriteHeader(writer); }
 
     void WriteCase(const CaseRow& row, CsvWriter& writer, Report&) override {

@@ -22,6 +22,7 @@
 #include <string_view>
 #include <unistd.h>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace veltrane::host {
 namespace {
@@ -49,6 +50,7 @@ private:
 
     Verification ReadRecords();
     void SortFields();
+    void WarnOfMissingInputs() const;
     void ReadCase(std::size_t record);
     void CompareCase(std::size_t record);
     const MCVeltrane_900::ScoreValue* ResultOf(const std::string& name) const;
@@ -77,6 +79,7 @@ int VerifyRun::Run() {
     if (!fLoaded.choiceText.empty())
         veltrane::host::Report(fOptions.document, false).Warning(fLoaded.choiceText);
     SortFields();
+    WarnOfMissingInputs();
     for (std::size_t record = 0; record < fVerification.records.size(); ++record) {
         ReadCase(record);
         const MCScore::MCStatus status = fModel.Score(&fRow, fResult.get());
@@ -102,6 +105,22 @@ void VerifyRun::SortFields() {
                                       fOptions.document, field.field));
         fFields.push_back(std::move(sorted));
     }
+}
+
+/// Records may leave an input out; where results differ then, that is the first thing to look at.
+void VerifyRun::WarnOfMissingInputs() const {
+    std::unordered_set<std::string_view> known;
+    for (const auto& field : fVerification.fields)
+        known.insert(field.field);
+    std::string names;
+    for (const std::string& input : fModel.GetInputNames()) {
+        if (!known.contains(input))
+            names += (names.empty() ? "\"" : ", \"") + Escaped(input) + "\"";
+    }
+    if (!names.empty())
+        host::Report(fOptions.document, false)
+            .Warning(fmt::format("{}: inputs that the verification records leave out are missing in each: {}",
+                                 fOptions.document, names));
 }
 
 void VerifyRun::ReadCase(std::size_t record) {
