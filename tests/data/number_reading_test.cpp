@@ -206,7 +206,14 @@ TEST_F(UnderACommaLocale, TextsReadTheSame) {
     EXPECT_EQ(StringValue("1234.5").GetDouble(), 1234.5);
 }
 
-TEST(UnderACommaLocaleOfTheC, NumbersAndTextsReadTheSame) {
+class UnderACommaLocaleOfTheC : public testing::Test {
+protected:
+    ~UnderACommaLocaleOfTheC() override { std::setlocale(LC_ALL, before.c_str()); }
+
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+};
+
+TEST_F(UnderACommaLocaleOfTheC, NumbersAndTextsReadTheSame) {
     const char* installed = nullptr;
     for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "da_DK.UTF-8"})
         if (installed == nullptr)

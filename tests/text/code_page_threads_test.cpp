@@ -48,10 +48,12 @@ TEST(CodePageInTheCLocale, HasNoLeadBytesAndDecodesUtf8) {
     EXPECT_EQ(value, 0xC4U);
 }
 
-TEST(CodePageInTheCLocale, HasTheLeadBytesOfTheLocaleThatItIsMovedTo) {
+// The locale is moved once in a process.
+TEST(CodePageInTheCLocaleOwnProcess, HasTheLeadBytesOfTheLocaleThatItIsMovedTo) {
     std::setlocale(LC_ALL, "C");
     EXPECT_FALSE(KORDMBIsLeadByte_C(0xC3));
     EnableLocale();
+    EXPECT_STRNE(std::setlocale(LC_ALL, nullptr), "C");
     const bool utf8 = MB_CUR_MAX > 1; // en_US by its bare name has single bytes
     EXPECT_EQ(KORDMBIsLeadByte_C(0xC3), utf8);
     EXPECT_EQ(KORDMBmbclen_C("\xC3\x84"), utf8 ? 2 : 1);

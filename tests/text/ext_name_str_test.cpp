@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <unicode/ucnv.h>
 
+#include <clocale>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -24,11 +25,19 @@ struct CloseConverter {
 };
 using Converter = std::unique_ptr<void, CloseConverter>;
 
-/// In UTF-8 mode, which other tests may have left.
+/// In UTF-8 mode, which other tests may have left, and under a locale of UTF-8: the first name of the process that is
+/// asked for its form of the system decides the system's encoding for good.
 class ExtNameStrTest : public testing::Test {
 protected:
-    void SetUp() override { SetUTF8mode(1); }
-    void TearDown() override { SetUTF8mode(1); }
+    void SetUp() override {
+        SetUTF8mode(1);
+        ASSERT_NE(std::setlocale(LC_ALL, "C.UTF-8"), nullptr);
+    }
+    void TearDown() override {
+        SetUTF8mode(1);
+        std::setlocale(LC_ALL, fLocale.c_str());
+    }
+    const std::string fLocale = std::setlocale(LC_ALL, nullptr);
     const Converter fCp1252{KORDMBConverterNew_C("1252")};
 };
 
