@@ -1,6 +1,6 @@
 #include "case_run.h"
 
-#include "atomic_file.h"
+#include "case_output.h"
 #include "failure.h"
 #include "needed_columns.h"
 
@@ -10,44 +10,24 @@
 #include <unistd.h>
 
 namespace veltrane::host {
-namespace {
-
-/// Standard output. The bar is taken away first where both are on a terminal.
-class StandardOutput : public ByteSink {
-public:
-    explicit StandardOutput(ProgressBar* bar) : fBar(::isatty(STDOUT_FILENO) ? bar : nullptr) {}
-
-    void Write(std::string_view bytes) override {
-        if (fBar)
-            fBar->Hide();
-        DescriptorSink(STDOUT_FILENO, "standard output").Write(bytes);
-    }
-
-private:
-    ProgressBar* fBar;
-};
-
-} // namespace
 
 CaseRun::CaseRun(const CaseOptions& options, CaseRow& row, CaseResults& results)
     : fOptions(options), fCase(row), fResults(results), fReport(options.cases, options.quiet), fInput(options.cases),
-      fReader(fInput, options.cases, options.delimiter), fCells(options.missingTokens) {}
+      fUnpacked(fInput, options.cases), fReader(fUnpacked, options.cases, options.delimiter),
+      fCells(options.missingTokens) {}
 
 int CaseRun::Run() {
     ReadHeader();
     CheckNeededColumns();
     CheckKeptColumns();
-    std::optional<AtomicFile> file;
-    if (fOptions.output != kStandardStream)
-        file.emplace(fOptions.output);
+    CaseOutput output(fOptions.output);
     ShowBar();
-    StandardOutput standardOutput(fBar ? &*fBar : nullptr);
-    CsvWriter writer(file ? static_cast<ByteSink&>(*file) : standardOutput, fOptions.delimiter);
+    output.SetBar(fBar ? &*fBar : nullptr);
+    CsvWriter writer(output.Sink(), fOptions.delimiter);
     WriteHeader(writer);
     WriteCases(writer);
     writer.Flush();
-    if (file)
-        file->Commit();
+    output.Commit();
     if (fBar)
         fBar->Finish();
     fReport.Total();

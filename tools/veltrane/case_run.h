@@ -10,6 +10,7 @@
 #include "options.h"
 #include "progress_bar.h"
 #include "report.h"
+#include "unpacking.h"
 
 #include <optional>
 #include <string>
@@ -67,6 +68,7 @@ private:
     CaseResults& fResults;
     Report fReport;
     InputFile fInput;
+    UnpackedSource fUnpacked;
     CsvReader fReader;
     CellParser fCells;
     CsvRow fRow;

@@ -2,6 +2,7 @@
 
 #include "byte_stream.h"
 #include "explanation.h"
+#include "unpacking.h"
 
 namespace veltrane::host {
 namespace {
@@ -26,7 +27,7 @@ std::string ReadAll(ByteSource& source) {
 DocumentFile::DocumentFile(const std::string& path, int code) : fName(path) {
     try {
         InputFile file(path);
-        Replace(ReadAll(file));
+        Replace(UnpackedDocument(ReadAll(file), path));
     } catch (const UnreadableFile& reason) {
         throw ExplainedFailure(ToldText(code, path), reason.what());
     }

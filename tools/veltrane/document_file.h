@@ -8,12 +8,14 @@
 
 namespace veltrane::host {
 
-/// The bytes of a document, whole in memory: a document is read more than once, and standard input comes only once.
+/// The bytes of a document, unpacked and whole in memory: a document is read more than once, and standard input comes
+/// only once.
 class DocumentFile {
 public:
     /// Reads the file at a path; `-` is standard input.
     /// @param code of the message with which the library tells of a document that it cannot open
-    /// @throws ExplainedFailure with that message and the system's reason
+    /// @throws ExplainedFailure with that message and the system's reason, Failure for an archive that cannot be
+    /// unpacked
     DocumentFile(const std::string& path, int code);
 
     const std::string& Name() const { return fName; }
