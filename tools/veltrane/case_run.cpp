@@ -14,7 +14,7 @@ namespace veltrane::host {
 CaseRun::CaseRun(const CaseOptions& options, CaseRow& row, CaseResults& results)
     : fOptions(options), fCase(row), fResults(results), fReport(options.cases, options.quiet), fInput(options.cases),
       fUnpacked(fInput, options.cases), fReader(fUnpacked, options.cases, options.delimiter),
-      fCells(options.missingTokens) {}
+      fEncoding(options.encoding), fCells(options.missingTokens, &fEncoding) {}
 
 int CaseRun::Run() {
     ReadHeader();
@@ -42,6 +42,8 @@ void CaseRun::ReadHeader() {
         throw Failure(failure.what() + NeededColumns::DelimiterHint(fReader.FirstLine(), fOptions.delimiter, fCase));
     }
     fColumns.emplace(fRow.cells, fCase, fmt::format("{}:{}", fOptions.cases, fRow.line));
+    for (std::size_t at = 0; at < fRow.cells.size(); ++at)
+        CheckText(fmt::format("column {}", at + 1), fRow.cells[at]);
 }
 
 void CaseRun::CheckNeededColumns() {
@@ -118,9 +120,24 @@ void CaseRun::ReadCase() {
     }
 }
 
-void CaseRun::KeepCells(CsvWriter& writer) const {
-    for (std::size_t at = 0; at < fColumns->All().size(); ++at)
-        writer.Text(at < fRow.cells.size() ? fRow.cells[at] : std::string_view{});
+/// Tells of text that is written as it is and is none in the encoding.
+/// @param name of what it belongs to
+void CaseRun::CheckText(const std::string& name, std::string_view text) {
+    if (fEncoding.Holds(text))
+        return;
+    fReport.Cell(fRow.line, name, text, fEncoding.Problem());
+    EndIfStrict();
+}
+
+/// The cells of fields have been looked at.
+void CaseRun::KeepCells(CsvWriter& writer) {
+    const auto& all = fColumns->All();
+    for (std::size_t at = 0; at < all.size(); ++at) {
+        const std::string_view cell = at < fRow.cells.size() ? fRow.cells[at] : std::string_view{};
+        if (!all[at].field)
+            CheckText(all[at].name, cell);
+        writer.Text(cell);
+    }
 }
 
 void CaseRun::EndIfStrict() const {

@@ -60,7 +60,8 @@ private:
     void WriteHeader(CsvWriter& writer);
     void WriteCases(CsvWriter& writer);
     void ReadCase();
-    void KeepCells(CsvWriter& writer) const;
+    void CheckText(const std::string& name, std::string_view text);
+    void KeepCells(CsvWriter& writer);
     void EndIfStrict() const;
 
     const CaseOptions& fOptions;
@@ -70,6 +71,7 @@ private:
     InputFile fInput;
     UnpackedSource fUnpacked;
     CsvReader fReader;
+    EncodingCheck fEncoding;
     CellParser fCells;
     CsvRow fRow;
     std::optional<CaseColumns> fColumns;

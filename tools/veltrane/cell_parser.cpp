@@ -83,6 +83,8 @@ const char* CellParser::Read(std::string_view cell, const CaseRow::Field& field,
     const char* problem = nullptr;
     if (content.find('\0') != content.npos) {
         problem = kHoldsNul;
+    } else if (text && fEncoding && !fEncoding->Holds(content)) {
+        problem = fEncoding->Problem();
     } else if (text) {
         row.SetText(field, content);
     } else if (field.type == ScoreDictVar::DATETIME_VAR) {

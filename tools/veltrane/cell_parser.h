@@ -2,6 +2,7 @@
 #define VELTRANE_HOST_CELL_PARSER_H
 
 #include "case_row.h"
+#include "encoding_check.h"
 
 #include <string>
 #include <string_view>
@@ -21,7 +22,9 @@ const char* ReadNumber(std::string_view text, double& number);
 /// dropped before anything else is asked; a text is taken as it stands.
 class CellParser {
 public:
-    explicit CellParser(std::vector<std::string> missingTokens) : fMissingTokens(std::move(missingTokens)) {}
+    /// @param encoding of the texts, borrowed; null where they are known to be text
+    explicit CellParser(std::vector<std::string> missingTokens, const EncodingCheck* encoding = nullptr)
+        : fMissingTokens(std::move(missingTokens)), fEncoding(encoding) {}
 
     /// Stores the cell's value in the field's slot; a cell that cannot be read leaves it missing.
     /// @return null, or what is wrong with the cell, as the end of a sentence that begins with it
@@ -32,6 +35,7 @@ private:
     const char* ReadDate(std::string_view cell, const CaseRow::Field& field, CaseRow& row);
 
     std::vector<std::string> fMissingTokens;
+    const EncodingCheck* fEncoding;
     std::string fText;
 };
 

@@ -3,6 +3,7 @@
 #include "progress_bar.h"
 
 #include <fmt/format.h>
+#include <unicode/utf8.h>
 
 #include <cstdio>
 #include <iterator>
@@ -23,6 +24,11 @@ std::string_view Cut(std::string_view text) {
     return text.substr(0, size);
 }
 
+void AppendHex(std::string& text, std::string_view bytes) {
+    for (const char byte : bytes)
+        fmt::format_to(std::back_inserter(text), "\\x{:02X}", static_cast<unsigned>(static_cast<unsigned char>(byte)));
+}
+
 const char* CellWord(std::size_t count) {
     return count == 1 ? "cell" : "cells";
 }
@@ -31,17 +37,23 @@ const char* CellWord(std::size_t count) {
 
 std::string Escaped(std::string_view text) {
     std::string result;
-    for (const char c : text) {
-        if (c == '\n')
+    const auto size = static_cast<std::int32_t>(text.size());
+    for (std::int32_t at = 0; at < size;) {
+        const std::int32_t start = at;
+        UChar32 character;
+        U8_NEXT(text.data(), at, size, character);
+        const std::string_view bytes =
+            text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(at - start));
+        if (character == '\n')
             result += "\\n";
-        else if (c == '\r')
+        else if (character == '\r')
             result += "\\r";
-        else if (c == '\t')
+        else if (character == '\t')
             result += "\\t";
-        else if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
-            fmt::format_to(std::back_inserter(result), "\\x{:02X}", static_cast<unsigned>(c));
+        else if (character < 0x20 || (character >= 0x7F && character < 0xA0))
+            AppendHex(result, bytes);
         else
-            result += c;
+            result += bytes;
     }
     return result;
 }

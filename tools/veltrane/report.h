@@ -10,7 +10,8 @@ namespace veltrane::host {
 
 class ProgressBar;
 
-/// Text that a terminal shows on one line: control characters stand as escapes (`\n`, `\x1B`).
+/// Text that a terminal shows on one line: control characters, and bytes that are no UTF-8, stand as escapes (`\n`,
+/// `\x1B`).
 std::string Escaped(std::string_view text);
 
 /// Tells the person at the terminal about the cases, on standard error, and counts what could not be read or scored.
