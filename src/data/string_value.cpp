@@ -2,7 +2,34 @@
 
 #include <MCVeltrane_900/StringValue.h>
 
+#include <cstddef>
+#include <iostream>
+#include <locale>
+#include <sstream>
+
 namespace MCVeltrane_900 {
+
+namespace {
+
+/// Whether neither the host's C++ locale nor that of its standard output has been changed, which costs no lock to ask.
+bool HasClassicLocales() {
+    return std::locale() == std::locale::classic() && std::cout.getloc() == std::locale::classic();
+}
+
+/// Reads a number with a stream in the host's C++ locale. The text's first point is taken for the decimal sign of
+/// standard output, so the two locales of a host have to agree for "1.5" to be one and a half.
+void ReadInLocales(std::string text, double& out) {
+    if (const std::size_t point = text.find('.'); point != std::string::npos) {
+        text[point] = std::use_facet<std::numpunct<char>>(std::cout.getloc()).decimal_point();
+    }
+    std::istringstream in(text);
+    double value = 0.0;
+    if (in >> value) {
+        out = value;
+    }
+}
+
+} // namespace
 
 StringValue::StringValue() : fText(MAX_STRING, '\0'), fLength(0) {}
 StringValue::StringValue(const char* text)
@@ -44,7 +71,11 @@ int StringValue::GetInt() const {
 
 double StringValue::GetDouble() const {
     double value = 0.0;
-    veltrane::data::ReadStreamDouble(fText, value);
+    if (HasClassicLocales()) {
+        veltrane::data::ReadStreamDouble(fText, value);
+    } else {
+        ReadInLocales(fText, value);
+    }
     return value;
 }
 

@@ -7,6 +7,7 @@
 #include <clocale>
 #include <cstdint>
 #include <cstdlib>
+#include <iostream>
 #include <limits>
 #include <locale>
 #include <random>
@@ -186,13 +187,41 @@ struct CommaPoint : std::numpunct<char> {
     std::string do_grouping() const override { return "\3"; }
 };
 
+/// A decimal sign that no number has, and no grouping.
+struct HashPoint : std::numpunct<char> {
+    char do_decimal_point() const override { return '#'; }
+};
+
+std::locale LocaleOf(std::numpunct<char>* punctuation) {
+    return std::locale(std::locale::classic(), punctuation);
+}
+
+/// Puts the host's C++ locale and that of its standard output back at the end.
 class UnderACommaLocale : public testing::Test {
 protected:
-    UnderACommaLocale() : before(std::locale::global(std::locale(std::locale::classic(), new CommaPoint))) {}
-    ~UnderACommaLocale() override { std::locale::global(before); }
+    UnderACommaLocale() : before(std::locale::global(LocaleOf(new CommaPoint))), outputBefore(std::cout.getloc()) {}
+    ~UnderACommaLocale() override {
+        std::locale::global(before);
+        std::cout.imbue(outputBefore);
+    }
 
     const std::locale before;
+    const std::locale outputBefore;
 };
+
+/// A text's number, step by step: the first point becomes the decimal sign of standard output, and a stream reads it.
+double TextNumber(std::string text) {
+    const char point = std::use_facet<std::numpunct<char>>(std::cout.getloc()).decimal_point();
+    for (char& c : text) {
+        if (c == '.') {
+            c = point;
+            break;
+        }
+    }
+    std::istringstream in(text);
+    double value = 0.0;
+    return in >> value ? value : 0.0;
+}
 
 TEST_F(UnderACommaLocale, NumbersReadTheSame) {
     EXPECT_EQ(NumericValue(std::string("1.5")).GetDouble(), 1.5);
@@ -201,9 +230,47 @@ TEST_F(UnderACommaLocale, NumbersReadTheSame) {
     EXPECT_EQ(NumericValue(std::string("1.5e999")).GetDouble(), kInfinity);
 }
 
-TEST_F(UnderACommaLocale, TextsReadTheSame) {
+TEST_F(UnderACommaLocale, TextsReadTheSameOnceStandardOutputHasItToo) {
+    std::cout.imbue(std::locale());
     EXPECT_EQ(StringValue("1.5").GetDouble(), 1.5);
     EXPECT_EQ(StringValue("1234.5").GetDouble(), 1234.5);
+    EXPECT_EQ(StringValue("1,5").GetDouble(), 1.5);
+    EXPECT_EQ(StringValue("x").GetDouble(), 0.0);
+    EXPECT_EQ(StringValue("1e999").GetDouble(), 0.0);
+}
+
+using KeptTextLocale = UnderACommaLocale;
+
+TEST_F(KeptTextLocale, APointIsReadAsTheLocaleReadsTheSignOfStandardOutput) {
+    // A point is a thousands separator of this locale, and it stands in the wrong place.
+    EXPECT_EQ(StringValue("1.5").GetDouble(), 0.0);
+    EXPECT_EQ(StringValue("1.500").GetDouble(), 1500.0);
+    EXPECT_EQ(StringValue("1,5").GetDouble(), 1.5);
+    std::locale::global(LocaleOf(new HashPoint));
+    EXPECT_EQ(StringValue("1.5").GetDouble(), 1.0);
+    EXPECT_EQ(StringValue("1#5").GetDouble(), 1.5);
+}
+
+TEST_F(KeptTextLocale, StandardOutputAloneChangesThePoint) {
+    std::locale::global(std::locale::classic());
+    std::cout.imbue(LocaleOf(new HashPoint));
+    EXPECT_EQ(StringValue("1.5").GetDouble(), 1.0);
+    EXPECT_EQ(StringValue("15").GetDouble(), 15.0);
+}
+
+TEST_F(UnderACommaLocale, TextsReadStepByStepInAnyTwoLocales) {
+    const std::locale locales[] = {std::locale::classic(), LocaleOf(new CommaPoint), LocaleOf(new HashPoint)};
+    std::mt19937 random(11);
+    for (const std::locale& host : locales) {
+        for (const std::locale& output : locales) {
+            std::locale::global(host);
+            std::cout.imbue(output);
+            for (int i = 0; i < 3000; ++i) {
+                const std::string text = RandomNumberText(random);
+                ASSERT_EQ(Bits(StringValue(text).GetDouble()), Bits(TextNumber(text))) << text;
+            }
+        }
+    }
 }
 
 class UnderACommaLocaleOfTheC : public testing::Test {
