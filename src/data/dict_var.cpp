@@ -61,8 +61,45 @@ bool HasLabelOfText(const ScoreValueLabelSet& labels, const ScoreValue& value, b
 
 DictVar::DictVar(const std::string& name, VariableType type) : fName(name), fVarType(type) {}
 DictVar::DictVar(const DictVar& other) = default;
-DictVar& DictVar::operator=(const DictVar& other) = default;
 DictVar::~DictVar() = default;
+
+/// All owned objects go before the first of the other's is cloned.
+DictVar& DictVar::operator=(const DictVar& other) {
+    if (this == &other) {
+        return *this;
+    }
+    fMissingValues.Reset(nullptr);
+    fValueLabels.Reset(nullptr);
+    fVarStats.Reset(nullptr);
+    fDefValue.Reset(nullptr);
+    fValueProbabilities.Reset(nullptr);
+    fEncoder.Reset(nullptr);
+    fName = other.fName;
+    fLabel = other.fLabel;
+    fVarType = other.fVarType;
+    fDateTimeType = other.fDateTimeType;
+    fNumericDataType = other.fNumericDataType;
+    fMLevel = other.fMLevel;
+    fDecimal = other.fDecimal;
+    fWidth = other.fWidth;
+    fMissingValues = other.fMissingValues;
+    fValueLabels = other.fValueLabels;
+    fVarStats = other.fVarStats;
+    fValueIndex = other.fValueIndex;
+    fEncodedValueIndex = other.fEncodedValueIndex;
+    fNoSpaceTrim = other.fNoSpaceTrim;
+    fEmptyStringOK = other.fEmptyStringOK;
+    fXMeasure = other.fXMeasure;
+    fFlagVariable = other.fFlagVariable;
+    fUsageTypeEnable = other.fUsageTypeEnable;
+    fOutlierHandleMethod = other.fOutlierHandleMethod;
+    fDefValue = other.fDefValue;
+    fValueProbabilities = other.fValueProbabilities;
+    fEncoder = other.fEncoder;
+    fEmptyCateValues = other.fEmptyCateValues;
+    fFlagTypeTrueValue = other.fFlagTypeTrueValue;
+    return *this;
+}
 
 ScoreDictVar* DictVar::Clone() const {
     return new DictVar(*this);

@@ -140,11 +140,12 @@ void FunctionTreeImp::RemoveFromParent() {
     }
 }
 
+/// One removal at a time, from the last child on: a class that overrides it is told of each, and children of one id go
+/// together.
 void FunctionTreeImp::RemoveAllChildren() {
-    std::for_each(fChildren.rbegin(), fChildren.rend(), [](FunctionTree*& slot) {
-        delete slot;
-        slot = nullptr;
-    });
+    for (int i = GetChildCount() - 1; i >= 0; --i) {
+        Remove(i);
+    }
 }
 
 bool FunctionTreeImp::IsLeaf() const {

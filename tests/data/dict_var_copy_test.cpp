@@ -13,6 +13,9 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace MCVeltrane_900 {
 namespace {
@@ -108,6 +111,54 @@ void ExpectOwnedClones(const ScoreDictVar& copy, const ScoreDictVar& source) {
     EXPECT_EQ(copy.GetValueProbabilities()->GetAllValueProbabilities()[0]->GetProbability(), 0.5);
     EXPECT_NE(copy.GetEncoder(), source.GetEncoder());
     EXPECT_EQ(copy.GetEncoder()->EncodeConst(std::string("red")), 0);
+}
+
+using Log = std::vector<std::string>;
+
+/// An owned object that writes down its destruction and its cloning. Its clones are plain.
+template <typename Base, typename Interface>
+class Logged : public Base {
+public:
+    Logged(std::string name, Log& log) : fName(std::move(name)), fLog(log) {}
+    ~Logged() override { fLog.push_back("delete " + fName); }
+    Interface* Clone() const override {
+        fLog.push_back("clone " + fName);
+        return Base::Clone();
+    }
+
+private:
+    std::string fName;
+    Log& fLog;
+};
+
+void SetLogged(ScoreDictVar& var, const std::string& name, Log& log) {
+    var.SetMissingValues(new Logged<MissingValueSet, ScoreMissingValueSet>(name + " missing", log));
+    var.SetValueLabels(new Logged<ValueLabelSet, ScoreValueLabelSet>(name + " labels", log));
+    var.SetVarStats(new Logged<VarStats, ScoreVarStats>(name + " stats", log));
+    var.SetDefValue(new Logged<NumericValue, ScoreValue>(name + " default", log));
+    var.SetValueProbabilities(new Logged<ValueProbabilitySet, ScoreValueProbabilitySet>(name + " priors", log));
+    var.SetEncoder(new Logged<ScoreCatStringEncoder, ScoreEncoder>(name + " encoder", log));
+}
+
+TEST(DictVarOwnership, AssignmentDeletesAllBeforeItClonesAny) {
+    Log log;
+    DictVar source("x", ScoreDictVar::kNUMERIC_VAR);
+    DictVar target("y", ScoreDictVar::kNUMERIC_VAR);
+    SetLogged(source, "x", log);
+    SetLogged(target, "y", log);
+    target = source;
+    EXPECT_EQ(log, (Log{"delete y missing", "delete y labels", "delete y stats", "delete y default", "delete y priors",
+                        "delete y encoder", "clone x missing", "clone x labels", "clone x stats", "clone x default",
+                        "clone x priors", "clone x encoder"}));
+}
+
+TEST(DictVarOwnership, AssignmentToItselfDoesNothing) {
+    Log log;
+    DictVar var("x", ScoreDictVar::kNUMERIC_VAR);
+    SetLogged(var, "x", log);
+    const DictVar& same = var;
+    var = same;
+    EXPECT_EQ(log, Log{});
 }
 
 TEST(DictVarOwnership, DestructorDeletesTheSixObjects) {

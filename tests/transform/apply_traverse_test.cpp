@@ -90,6 +90,37 @@ protected:
     std::vector<std::unique_ptr<ScoreValue>> owned;
 };
 
+/// A derived field of a plug-in's own class, which is asked for every number that its tree makes.
+class AskedField : public TransformVar {
+public:
+    using TransformVar::TransformVar;
+    bool IsValidValue(const ScoreValue* value) const override {
+        asked.push_back(Written(value));
+        return isValid;
+    }
+
+    bool isValid = true;
+    mutable std::vector<std::string> asked;
+};
+
+TEST_F(ApplyTraverse, ADerivedClassIsAskedWhetherEachNumberIsValid) {
+    Input("x", 3.0);
+    ApplyNodeStats asMissing;
+    asMissing.SetInvalidValueTreatmentMethod(ApplyNodeStats::IV_AS_MISSING);
+    for (const bool isTreated : {false, true}) {
+        AskedField field("z", kNumeric);
+        field.AddFieldNameAndTransExpression("", TD::TE_APPLY);
+        FunctionTreeImp* inner = Call(TD::TF_MULTIPLY, {Field("x"), Const(2)});
+        field.SetRoot(Call(isTreated ? asMissing : ApplyNodeStats(), TD::TF_PLUS, {inner, Const(1)}));
+        for (int oneCase = 0; oneCase < 3; ++oneCase) {
+            field.asked.clear();
+            field.isValid = oneCase != 1;
+            EXPECT_EQ(Result(field), isTreated && !field.isValid ? "number SYSMIS" : "number 7");
+            EXPECT_EQ(field.asked, (std::vector<std::string>{"number 6", "number 7"}));
+        }
+    }
+}
+
 using KeptApplyTraverse = ApplyTraverse;
 
 // ---- numbers of arguments ----

@@ -224,6 +224,42 @@ TEST(FunctionTreeRemove, RemoveAllChildrenGoesFromTheLastToTheFirst) {
     EXPECT_EQ(Slots(*root), (Ids{"null", "null", "null"}));
 }
 
+TEST(FunctionTreeRemove, RemoveAllChildrenTakesThoseOfOneIdTogether) {
+    Ids deaths;
+    const auto root = Root("0");
+    auto* named = new MortalNode("same", deaths);
+    root->Add(new MortalNode("first", deaths));
+    root->Add(named);
+    root->Add(new MortalNode("other", deaths));
+    root->Add(new MortalNode("same", deaths));
+    named->Add(new MortalNode("below the first of them", deaths));
+    root->RemoveAllChildren();
+    EXPECT_EQ(deaths, (Ids{"same", "below the first of them", "same", "other", "first"}));
+    EXPECT_EQ(Slots(*root), (Ids{"null", "null", "null", "null"}));
+}
+
+/// A node that writes down which positions it is asked to remove.
+class CountedRemovals : public FunctionTreeImp {
+public:
+    using FunctionTreeImp::Remove;
+    void Remove(int index) override {
+        positions.push_back(index);
+        FunctionTreeImp::Remove(index);
+    }
+
+    std::vector<int> positions;
+};
+
+TEST(FunctionTreeRemove, RemoveAllChildrenRemovesOneByOne) {
+    CountedRemovals root;
+    for (const char* id : {"1", "2", "2"}) {
+        root.Add(NewNode(id));
+    }
+    root.RemoveAllChildren();
+    EXPECT_EQ(root.positions, (std::vector<int>{2, 1, 0}));
+    EXPECT_EQ(Slots(root), (Ids{"null", "null", "null"}));
+}
+
 TEST(FunctionTreeRemove, ForbiddingChildrenRemovesThem) {
     Ids deaths;
     const auto root = Root("0");

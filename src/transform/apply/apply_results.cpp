@@ -5,6 +5,7 @@
 #include <MCVeltrane_900/ScoreValueLabelSet.h>
 
 #include <algorithm>
+#include <typeinfo>
 
 using namespace MCVeltrane_900;
 
@@ -82,9 +83,11 @@ const ScoreValue* ApplyNode::FinishText() {
 const ScoreValue* ApplyNode::FinishNumber() {
     NumericValue& result = fVar.NumericScratch();
     result.SetDoubleValue(fNumber);
-    // Only a field's own test can refuse the result, and only one treatment minds: it is asked for that one alone.
-    const bool isInvalid =
-        fStats.GetInvalidValueTreatmentMethod() == ApplyNodeStats::IV_AS_MISSING && !fVar.IsValidValue(&result);
+    // Only a field's own test can refuse the result, and only one treatment minds. The library's own test is asked for
+    // that one alone; that of a derived class, which may do more than answer, every time.
+    const bool isAsked = typeid(fVar) != typeid(TransformVar) ||
+                         fStats.GetInvalidValueTreatmentMethod() == ApplyNodeStats::IV_AS_MISSING;
+    const bool isInvalid = isAsked && !fVar.IsValidValue(&result);
     const bool isMissing = functions::IsMissing(fNumber);
     if (isInvalid || isMissing) {
         fVar.HandleMissingAndInvalidOfApply(fFrame.numbers, fFunction, &result, fStats, isMissing, isInvalid);

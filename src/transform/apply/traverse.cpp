@@ -52,7 +52,8 @@ TD::TransformFunction ParentFunction(const FunctionTree& leaf) {
 } // namespace
 
 /// The first case walks the tree and resolves its leaves; from then on a plan of it does the numeric part. Leaves that
-/// are reached later give a new plan.
+/// are reached later give a new plan. A derived class is walked every time, since the plan doesn't ask for its
+/// operations.
 const ScoreValue* TransformVar::EvaluateApply(const ApplyCase& oneCase) {
     if (fRoot == nullptr) {
         return nullptr;
@@ -64,7 +65,7 @@ const ScoreValue* TransformVar::EvaluateApply(const ApplyCase& oneCase) {
     }
     if (!fIsPlanned || (fPlan != nullptr && fPlan->IsOutdated())) {
         fIsPlanned = true;
-        fPlan = veltrane::transform::ApplyPlan::Make(*fRoot);
+        fPlan = typeid(*this) == typeid(TransformVar) ? veltrane::transform::ApplyPlan::Make(*fRoot) : nullptr;
     }
     return value;
 }
