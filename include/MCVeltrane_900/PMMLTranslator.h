@@ -102,9 +102,8 @@ public:
     /// Turns a comparison of an ordinal field into a range of positions in its listed values.
     /// @param[out] low, high the range, both ends included; it may be empty
     /// @return 0 for "equal", 2 for "notEqual", 1 for the others
-    /// @throws VTException 260120, 260126, or 260153 for an unlisted value or an unknown operator; a null variable
-    /// lists
-    ///         no value and has the empty name
+    /// @throws VTException 260120, 260126, or 260153 for an unlisted value or an unknown operator. A null variable
+    ///         lists no value and has the empty name.
     int HandleOrdinalVariable(xercesc::DOMElement* predicate, const ScoreDictVar* var, int& low, int& high);
 
     /// Compares with a literal in the translator's encoding; false without a transcoder.
