@@ -41,7 +41,7 @@ constexpr Word<FeatureMeaning> kFeatures[] = {
     {u"warning", {Feature::NOT_GIVEN, RF::RF_WARNING}},
     {u"ruleValue", {Feature::NOT_GIVEN, RF::RF_RULE_VALUE}},
     {u"reasonCode", {Feature::NOT_GIVEN, RF::RF_NONE}},
-    {u"decision", {Feature::NOT_GIVEN, RF::RF_NONE}},
+    {u"decision", {Feature::DECISION, RF::RF_NONE}},
     {u"antecedent", {Feature::NOT_GIVEN, RF::RF_NONE}},
     {u"consequent", {Feature::NOT_GIVEN, RF::RF_NONE}},
     {u"rule", {Feature::NOT_GIVEN, RF::RF_NONE}},
@@ -94,14 +94,15 @@ ScoreValue::ValueType KindOf(Feature feature, const Element& element) {
 
 bool HasExpression(const Element& outputField) {
     for (const Element child : outputField.Children()) {
-        if (!child.Is(u"Extension") && !child.Is(u"Value")) {
+        if (!child.Is(u"Extension") && !child.Is(u"Decisions") && !child.Is(u"Value")) {
             return true;
         }
     }
     return false;
 }
 
-/// Makes a derived field of an output field with an expression, and moves the expression there.
+/// Makes a derived field of an output field with an expression, and moves the expression there. The Decisions say to
+/// people what its values mean.
 void MoveExpression(const Element& outputField, xercesc::DOMElement& fields) {
     xercesc::DOMElement* derived = fields.getOwnerDocument()->createElement(u"DerivedField");
     const XMLCh* type = outputField.Raw(u"dataType");
@@ -112,7 +113,7 @@ void MoveExpression(const Element& outputField, xercesc::DOMElement& fields) {
     derived->setAttribute(u"optype", *level != 0 ? level : isText ? u"categorical" : u"continuous");
     for (Element child = outputField.FirstChild(); child;) {
         const Element next = child.NextSibling();
-        if (!child.Is(u"Extension")) {
+        if (!child.Is(u"Extension") && !child.Is(u"Decisions")) {
             derived->appendChild(child.Dom());
         }
         child = next;
@@ -122,8 +123,8 @@ void MoveExpression(const Element& outputField, xercesc::DOMElement& fields) {
 
 } // namespace
 
-Outputs::Outputs(const Element& model, bool classification, Inputs& inputs, Target& target,
-                 PMMLTranslator& translator) {
+Outputs::Outputs(const Element& model, bool classification, Inputs& inputs, Target& target, PMMLTranslator& translator)
+    : fIsClassification(classification) {
     const Element output = model.Child(u"Output");
     if (!output) {
         return;
@@ -157,6 +158,9 @@ Outputs::Field Outputs::ReadField(const Element& element, bool classification, I
         u"feature", kFeatures, FeatureMeaning{Feature::PREDICTED_VALUE, ScoreResultField::RF_PREDICTED_VALUE});
     field.feature = meaning.feature;
     field.resultFeature = meaning.resultFeature;
+    if (field.feature == Feature::DECISION) {
+        field.feature = HasExpression(element) ? Feature::TRANSFORMED_VALUE : Feature::NOT_GIVEN;
+    }
     field.kind = KindOf(field.feature, element);
     if (field.feature == Feature::PREDICTED_VALUE && classification) {
         field.kind = KindOf(target.Var().GetVarType());
@@ -165,7 +169,8 @@ Outputs::Field Outputs::ReadField(const Element& element, bool classification, I
         field.kind != ScoreValue::NUMERIC_VALUE || (field.feature == Feature::PREDICTED_VALUE && classification);
     field.level =
         element.OneOfOr(u"optype", kLevels, isCategory ? ScoreDictVar::LEVEL_NOMINAL : ScoreDictVar::LEVEL_CONTINUOUS);
-    const bool ofCategory = field.feature == Feature::PROBABILITY || field.feature == Feature::CONFIDENCE;
+    const bool ofCategory = field.feature == Feature::PROBABILITY || field.feature == Feature::CONFIDENCE ||
+                            (field.feature == Feature::RESIDUAL && classification);
     if (ofCategory && element.Has(u"value")) {
         field.category = target.CategoryOf(element, u"value");
     }
@@ -206,7 +211,8 @@ void Outputs::Fill(const ScoreValue* value, const Prediction& prediction, const 
     for (std::size_t i = 0; i < fFields.size(); ++i) {
         const int position = static_cast<int>(i);
         if (fFields[i].feature == Feature::RESIDUAL) {
-            outputs.SetNumber(position, Residual(value, inputs));
+            outputs.SetNumber(position, fIsClassification ? CategoryResidual(fFields[i], prediction, inputs, target)
+                                                          : Residual(value, inputs));
         } else {
             FillField(fFields[i], position, value, prediction, target, outputs);
         }
@@ -254,6 +260,17 @@ double Outputs::Residual(const ScoreValue* value, const Inputs& inputs) const {
     }
     const FieldValue& actual = inputs[fTargetSlot];
     return actual.number == Prediction::kNone ? Prediction::kNone : actual.number - value->GetDouble();
+}
+
+/// Whether the case has the category, 1 or 0, less the probability of it.
+double Outputs::CategoryResidual(const Field& field, const Prediction& prediction, const Inputs& inputs,
+                                 const Target& target) const {
+    const int category = field.category == Prediction::kNoCategory ? prediction.category : field.category;
+    const double probability = prediction.ProbabilityOf(category);
+    if (fTargetSlot == Inputs::kNoSlot || inputs[fTargetSlot].IsMissing() || probability == Prediction::kNone) {
+        return Prediction::kNone;
+    }
+    return (target.Find(*inputs[fTargetSlot].value) == category ? 1.0 : 0.0) - probability;
 }
 
 void Outputs::ReadExpressions(const Element& output, const Inputs& inputs, PMMLTranslator& translator) {

@@ -50,6 +50,7 @@ public:
         ENTITY_ID,
         RESIDUAL,
         TRANSFORMED_VALUE,
+        DECISION, ///< a transformed value where it has an expression, else not given
         NOT_GIVEN ///< a feature of other kinds of model: its value is always missing
     };
 
@@ -61,7 +62,7 @@ private:
         MCVeltrane_900::ScoreValue::ValueType kind;
         MCVeltrane_900::ScoreDictVar::MeasureLevel level;
         int resultFeature;
-        int category = Prediction::kNoCategory; ///< whose probability; the predicted one without it
+        int category = Prediction::kNoCategory; ///< whose probability or residual; the predicted one without it
     };
 
     Field ReadField(const Element& element, bool classification, Inputs& inputs, Target& target);
@@ -72,8 +73,11 @@ private:
                           const Prediction& prediction, const Target& target, OutputValues& outputs);
     void Transform(const Inputs& inputs, OutputValues& outputs);
     double Residual(const MCVeltrane_900::ScoreValue* value, const Inputs& inputs) const;
+    double CategoryResidual(const Field& field, const Prediction& prediction, const Inputs& inputs,
+                            const Target& target) const;
 
     std::vector<Field> fFields;
+    bool fIsClassification;
     int fTargetSlot = Inputs::kNoSlot;
 
     /// Of transformed values: what they can refer to, the expressions, and the case that they see.

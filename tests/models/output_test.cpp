@@ -1,6 +1,7 @@
 // Output fields and the adjustment of predicted numbers.
 #include "models/scoring.h"
 #include "models/small_documents.h"
+#include "support/failure.h"
 
 #include <MCVeltrane_900/ResultVar.h>
 #include <MCVeltrane_900/ScoreDictionary.h>
@@ -123,6 +124,93 @@ TEST(Output, TheResidualIsWhatThePredictionFallsShort) {
     scored.Score(kComplete);
     EXPECT_EQ(scored.Number("v"), kMissing);
     EXPECT_EQ(scored.Model().GetInputNames(), (std::vector<std::string>{"x", "z", "c"}));
+}
+
+/// The probability of "yes" for x = 1.
+const double kYes = 1 / (1 + std::exp(-1.0));
+
+TEST(Output, TheResidualOfACategoryIsWhetherTheCaseHasItLessItsProbability) {
+    Scored scored(WithClassOutput("<OutputField name=\"yes\" feature=\"residual\" value=\"yes\"/>"
+                                  "<OutputField name=\"no\" feature=\"residual\" value=\"no\"/>"
+                                  "<OutputField name=\"best\" feature=\"residual\"/>"));
+    scored.Score({{"x", "1"}, {"t", "yes"}});
+    EXPECT_DOUBLE_EQ(scored.Number("yes"), 1 - kYes);
+    EXPECT_DOUBLE_EQ(scored.Number("no"), 0 - (1 - kYes));
+    EXPECT_DOUBLE_EQ(scored.Number("best"), 1 - kYes);
+    scored.Score({{"x", "1"}, {"t", "no"}});
+    EXPECT_DOUBLE_EQ(scored.Number("yes"), 0 - kYes);
+    EXPECT_DOUBLE_EQ(scored.Number("no"), 1 - (1 - kYes));
+    EXPECT_DOUBLE_EQ(scored.Number("best"), 0 - kYes);
+    scored.Score({{"x", "1"}});
+    EXPECT_EQ(scored.Number("yes"), kMissing);
+    EXPECT_EQ(scored.Number("best"), kMissing);
+    scored.Score({{"t", "yes"}});
+    EXPECT_EQ(scored.Number("yes"), kMissing);
+    EXPECT_EQ(scored.Number("best"), kMissing);
+    EXPECT_EQ(scored.Model().GetInputNames(), std::vector<std::string>{"x"});
+}
+
+TEST(Output, TheResidualOfANumberThatIsACategoryIsNoDifferenceOfNumbers) {
+    std::string document = WithClassOutput("<OutputField name=\"v\" feature=\"residual\"/>");
+    for (const auto& [from, to] :
+         {std::pair("<Value value=\"no\"/>", "<Value value=\"10\"/>"),
+          std::pair("<Value value=\"yes\"/>", "<Value value=\"20\"/>"),
+          std::pair("targetCategory=\"no\"", "targetCategory=\"10\""),
+          std::pair("targetCategory=\"yes\"", "targetCategory=\"20\""),
+          std::pair("optype=\"categorical\" dataType=\"string\"", "optype=\"categorical\" dataType=\"integer\"")}) {
+        document = Replaced(document, from, to);
+    }
+    Scored scored(document);
+    scored.Score({{"x", "1"}, {"t", "20"}});
+    EXPECT_DOUBLE_EQ(scored.Number("v"), 1 - kYes);
+    scored.Score({{"x", "1"}, {"t", "10"}});
+    EXPECT_DOUBLE_EQ(scored.Number("v"), 0 - kYes);
+}
+
+TEST(Output, TheResidualOfAnUnknownCategoryIsRefused) {
+    ExpectFailure([] { ReadModel(WithClassOutput("<OutputField name=\"v\" feature=\"residual\" value=\"maybe\"/>")); },
+                  260153, "Invalid value: 'maybe' of attribute 'value' in 'OutputField'.");
+}
+
+const char* const kDecisions =
+    "<Decisions businessProblem=\"credit\" description=\"what to do\"><Decision value=\"accept\" "
+    "displayValue=\"give it\" description=\"low risk\"/><Decision value=\"refuse\"/>"
+    "</Decisions>";
+
+TEST(Decision, IsComputedByItsExpression) {
+    const std::string expression = "<Apply function=\"if\"><Apply function=\"greaterThan\"><FieldRef field=\"P\"/>"
+                                   "<Constant>0.5</Constant></Apply><Constant>accept</Constant><Constant>refuse"
+                                   "</Constant></Apply>";
+    for (const std::string& decisions : {std::string(kDecisions), std::string()}) {
+        Scored scored(WithClassOutput("<OutputField name=\"P\" feature=\"probability\" value=\"yes\"/>"
+                                      "<OutputField name=\"v\" feature=\"decision\" dataType=\"string\" "
+                                      "optype=\"categorical\">" +
+                                      decisions + expression + "</OutputField>"));
+        scored.Score({{"x", "1"}});
+        EXPECT_EQ(scored.Text("v"), "accept");
+        scored.Score({{"x", "-1"}});
+        EXPECT_EQ(scored.Text("v"), "refuse");
+        const auto& var = dynamic_cast<const ResultVar&>(*scored.Model().GetResultDictionary()->GetVar("v"));
+        EXPECT_EQ(var.GetVarType(), ScoreDictVar::STRING_VAR);
+        EXPECT_EQ(var.GetFeature(), ScoreResultField::RF_NONE);
+    }
+}
+
+TEST(Decision, CanBeABooleanOrANumber) {
+    Scored scored(WithOutput("<OutputField name=\"p\"/><OutputField name=\"v\" feature=\"decision\" "
+                             "dataType=\"boolean\" optype=\"categorical\">" +
+                             std::string(kDecisions) +
+                             "<Apply function=\"greaterThan\"><FieldRef field=\"p\"/><Constant>40</Constant></Apply>"
+                             "</OutputField>"));
+    scored.Score(kComplete);
+    EXPECT_EQ(scored.Number("v"), 1);
+}
+
+TEST(Decision, WithoutAnExpressionIsMissing) {
+    Scored scored(
+        WithOutput("<OutputField name=\"v\" feature=\"decision\">" + std::string(kDecisions) + "</OutputField>"));
+    ASSERT_TRUE(scored.Score(kComplete).IsOK());
+    EXPECT_EQ(scored.Number("v"), kMissing);
 }
 
 TEST(Output, TheEntityOfATableIsNone) {
