@@ -1,5 +1,7 @@
 #include "kit/model.h"
 
+#include <MCVeltrane_900/ScoreValueProbability.h>
+#include <MCVeltrane_900/ScoreValueProbabilitySet.h>
 #include <MCVeltrane_900/VersionInfo.h>
 
 #include <algorithm>
@@ -161,11 +163,44 @@ MCScore::MCStatus Model::PredictDefault(ScoreResult& result) {
     Clear(result);
     MCScore::MCStatus status = NoPrediction();
     if (GetMissingValuePolicy() == MV_DEFAULT_PREDICTION) {
-        status = HandleMissingValue(&result);
+        status = fTarget->IsOwn() ? TakeOwnDefault(result) : HandleMissingValue(&result);
         TakeDefault(result);
     }
     FillOutputs(result.GetResultValue(), result);
     return status;
+}
+
+/// What HandleMissingValue gives for a target in the dictionary, for one that no field holds.
+MCScore::MCStatus Model::TakeOwnDefault(ScoreResult& result) const {
+    if (fIsClassification) {
+        return TakeOwnPriors(result);
+    }
+    const ScoreValue* value = fTarget->Var().GetDefValue();
+    if (value == nullptr) {
+        return NoPrediction();
+    }
+    result.SetResultValue(Lend(*value));
+    return MCScore::MCStatus();
+}
+
+MCScore::MCStatus Model::TakeOwnPriors(ScoreResult& result) const {
+    const ScoreValueProbabilitySet* priors = fTarget->Var().GetValueProbabilities();
+    if (priors == nullptr) {
+        return NoPrediction();
+    }
+    auto* categories = dynamic_cast<ScoreClsResult*>(&result);
+    double best = 0.0;
+    for (const ScoreValueProbability* prior : priors->GetAllValueProbabilities()) {
+        if (categories != nullptr) {
+            categories->SetCategoryProbability(Lend(*prior->GetValue()), prior->GetProbability());
+        }
+        if (prior->GetProbability() > best) {
+            best = prior->GetProbability();
+            result.SetResultValue(Lend(*prior->GetValue()));
+            result.SetResultConfidence(best);
+        }
+    }
+    return MCScore::MCStatus();
 }
 
 /// Makes a prediction of what the result holds, for the output fields.

@@ -78,6 +78,8 @@ private:
     void Report(MCVeltrane_900::ScoreResult& result);
     void ReportToForeign(MCVeltrane_900::ScoreResult& result);
     MCScore::MCStatus PredictDefault(MCVeltrane_900::ScoreResult& result);
+    MCScore::MCStatus TakeOwnDefault(MCVeltrane_900::ScoreResult& result) const;
+    MCScore::MCStatus TakeOwnPriors(MCVeltrane_900::ScoreResult& result) const;
     void TakeDefault(MCVeltrane_900::ScoreResult& result);
     void FillOutputs(const MCVeltrane_900::ScoreValue* value, MCVeltrane_900::ScoreResult& result);
     OutputValues* OwnOutputs(MCVeltrane_900::ScoreResult& result) const;

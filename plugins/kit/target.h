@@ -5,6 +5,7 @@
 #include "kit/element.h"
 
 #include <MCVeltrane_900/DictVar.h>
+#include <MCVeltrane_900/PMMLTranslator.h>
 #include <MCVeltrane_900/ScoreDictVar.h>
 #include <MCVeltrane_900/ScoreValue.h>
 
@@ -15,20 +16,42 @@
 
 namespace veltrane_kit {
 
+/// What a document tells of a target that is no field of it: the Target without a field of a model whose mining schema
+/// names none.
+struct OwnTarget {
+    std::unique_ptr<MCVeltrane_900::DictVar> var; ///< a text for a classification, else a number
+    Element element;                              ///< taken out of Targets; no element when there is none
+};
+
+/// Reads the Target without a field, and takes it out of the model's Targets, which then holds those of fields alone.
+/// @param translator reads its values
+/// @throws VTException 260272 for two of them, and what reading targets throws
+OwnTarget TakeOwnTarget(const Element& model, bool classification, MCVeltrane_900::PMMLTranslator& translator);
+
+/// The Target of a field, or no element.
+Element FindTarget(const Element& model, const std::string& field);
+
 /// The target of a model: its categories with codes from 0, those that the dictionary lists first, or the adjustment of
 /// a predicted number.
 class Target {
 public:
-    /// @param name the target's name; empty for a model without a target field, whose categories are texts
-    /// @param var  the target in the data dictionary, when Targets has been read into it; null for none
-    Target(std::string name, const MCVeltrane_900::ScoreDictVar* var);
+    /// A field of the document.
+    /// @param name the target's name
+    /// @param var  the target in the data dictionary, when Targets has been read into it; borrowed
+    Target(std::string name, const MCVeltrane_900::ScoreDictVar& var);
 
-    /// Reads the adjustment of predicted numbers from the model's Targets, if there is one for this target.
-    /// @throws VTException 260272 for two of them, 260153 and 260285 for an attribute
-    void ReadAdjustment(const Element& model);
+    /// The target of a model whose document has no field for it; its name is empty.
+    explicit Target(OwnTarget own);
+
+    /// Reads the adjustment of predicted numbers.
+    /// @param element the Target of this target; may be no element
+    /// @throws VTException 260153 and 260285 for an attribute
+    void ReadAdjustment(const Element& element);
 
     const std::string& Name() const { return fName; }
     const MCVeltrane_900::ScoreDictVar& Var() const { return *fVar; }
+    /// Whether no field of the document holds the target.
+    bool IsOwn() const { return fOwn != nullptr; }
 
     /// The code of a category that the model mentions, a new one where the dictionary lists none.
     /// @throws VTException 260120 for an absent attribute; 260153 for a category that isn't in the dictionary's list,
@@ -54,10 +77,11 @@ public:
 private:
     enum class Cast { NONE, ROUND, CEILING, FLOOR };
 
+    void AddListed();
     int Add(const MCVeltrane_900::ScoreValue& value);
 
     std::string fName;
-    std::unique_ptr<MCVeltrane_900::DictVar> fMadeUp; ///< stands for a target that the document doesn't have
+    std::unique_ptr<MCVeltrane_900::DictVar> fOwn; ///< stands for a field that the document doesn't have
     const MCVeltrane_900::ScoreDictVar* fVar;
     Categories fCategories;
     std::vector<std::unique_ptr<MCVeltrane_900::ScoreValue>> fValues;

@@ -58,6 +58,11 @@ ModelParts ModelTranslator::ReadParts(const Element& root, const Element& model)
     const Completed completed = Complete(root, model);
     parts.dictionary.reset(ParseDictionary(root.RequireChild(u"DataDictionary").Dom(), false));
     parts.schema = ReadMiningSchema(model, *parts.dictionary);
+    const std::string& target = parts.schema.target;
+    OwnTarget own;
+    if (target.empty()) {
+        own = TakeOwnTarget(model, parts.IsClassification(), *this);
+    }
     const Element targets = model.Child(u"Targets");
     HandleTargets(targets ? targets.Dom() : nullptr, parts.dictionary.get());
     parts.derived.reset(HandleTransformationDictionary(completed.derivedFields.Dom(), parts.dictionary.get()));
@@ -65,9 +70,13 @@ ModelParts ModelTranslator::ReadParts(const Element& root, const Element& model)
         parts.derived->SetUpDerivedCaseRecord();
     }
     parts.inputs = std::make_unique<Inputs>(parts.schema, completed.validities, *parts.dictionary, parts.derived.get());
-    const std::string& target = parts.schema.target;
-    parts.target = std::make_unique<Target>(target, target.empty() ? nullptr : parts.dictionary->GetVar(target));
-    parts.target->ReadAdjustment(model);
+    parts.inputs->SetBooleans(completed.booleans);
+    if (target.empty()) {
+        parts.target = std::make_unique<Target>(std::move(own));
+    } else {
+        parts.target = std::make_unique<Target>(target, *parts.dictionary->GetVar(target));
+        parts.target->ReadAdjustment(FindTarget(model, target));
+    }
     return parts;
 }
 
