@@ -7,6 +7,7 @@
 #include <xercesc/dom/DOMDocument.hpp>
 
 #include <map>
+#include <set>
 #include <string>
 
 namespace veltrane_kit {
@@ -58,6 +59,14 @@ void CompleteTargets(const Element& dictionary, const Element& model) {
     }
 }
 
+void NoteBooleans(const Element& fields, std::set<std::string>& booleans) {
+    for (const Element field : fields.Children()) {
+        if (IsCompletedBoolean(field)) {
+            booleans.insert(field.TextOr(u"name", ""));
+        }
+    }
+}
+
 } // namespace
 
 Completed Complete(const Element& root, const Element& model) {
@@ -73,6 +82,8 @@ Completed Complete(const Element& root, const Element& model) {
 
     CompleteExpressions(dictionary, completed.derivedFields, model.Child(u"Output"));
     CompleteTargets(dictionary, model);
+    NoteBooleans(dictionary, completed.booleans);
+    NoteBooleans(completed.derivedFields, completed.booleans);
     return completed;
 }
 

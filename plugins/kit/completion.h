@@ -4,12 +4,16 @@
 #include "kit/element.h"
 #include "kit/validity.h"
 
+#include <set>
+#include <string>
+
 namespace veltrane_kit {
 
 /// What a completed document holds beside its elements.
 struct Completed {
-    DeclaredValidities validities; ///< of the fields of the data dictionary, taken out of it
-    Element derivedFields;         ///< one element with all derived fields that the model can refer to
+    DeclaredValidities validities;  ///< of the fields of the data dictionary, taken out of it
+    Element derivedFields;          ///< one element with all derived fields that the model can refer to
+    std::set<std::string> booleans; ///< the fields, derived ones too, whose texts are truth values
 };
 
 /// Completes a document in place, so that the library's readers take what producers of models write:
@@ -25,7 +29,8 @@ struct Completed {
 /// - constants without a type that are no numbers become texts, boolean ones the number or the text that they stand
 /// for;
 /// - the derived fields of the TransformationDictionary and of the model's LocalTransformations come together;
-/// - a Target without a field or a level has those of the model's target.
+/// - a Target without a field or a level has those of the model's target field, where there is one;
+/// - a boolean among the numbers of an order comparison becomes 1 or 0.
 ///
 /// docs/documents.md tells why. Everything else stays as it is, faults too.
 Completed Complete(const Element& root, const Element& model);

@@ -51,7 +51,7 @@ void CompleteBoolean(const Element& field) {
         return;
     }
     field.Dom()->setAttribute(u"dataType", u"string");
-    field.Dom()->setAttribute(kBooleanMark, u"true");
+    MarkBoolean(field);
     if (IsContinuous(field)) {
         field.Dom()->setAttribute(u"optype", u"categorical");
     }
@@ -79,8 +79,23 @@ bool IsBoolean(const Element& element) {
     return Same(element.Raw(u"dataType"), u"boolean");
 }
 
-bool IsCompletedBoolean(const Element& dataField) {
-    return dataField.Has(kBooleanMark);
+bool IsCompletedBoolean(const Element& field) {
+    return field.Has(kBooleanMark);
+}
+
+void MarkBoolean(const Element& field) {
+    field.Dom()->setAttribute(kBooleanMark, u"true");
+}
+
+std::optional<double> TruthOf(const std::string& text) {
+    std::string word = text;
+    for (char& c : word) {
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    if (word == "true" || word == "1") {
+        return 1.0;
+    }
+    return word == "false" || word == "0" ? std::optional<double>(0.0) : std::nullopt;
 }
 
 bool HoldsText(const Element& field) {

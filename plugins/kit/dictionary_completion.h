@@ -4,6 +4,9 @@
 #include "kit/element.h"
 #include "kit/validity.h"
 
+#include <optional>
+#include <string>
+
 namespace veltrane_kit {
 
 /// The part of Complete() that concerns the data dictionary.
@@ -13,8 +16,12 @@ DeclaredValidities CompleteDictionary(const Element& dictionary);
 /// Whether a field or a constant is boolean by its type.
 bool IsBoolean(const Element& element);
 
-/// Whether a DataField was boolean before it was completed.
-bool IsCompletedBoolean(const Element& dataField);
+/// Whether a DataField or a DerivedField was boolean before it was completed to a text, and what marks it as one.
+bool IsCompletedBoolean(const Element& field);
+void MarkBoolean(const Element& field);
+
+/// The truth value that a text stands for, in any case of its letters: 1 for "true" and "1", 0 for "false" and "0".
+std::optional<double> TruthOf(const std::string& text);
 
 /// Whether the values of a DataField or DerivedField are texts.
 bool HoldsText(const Element& field);

@@ -24,11 +24,14 @@ public:
     void CompleteField(const Element& field);
 
 private:
+    static FieldType TypeOfField(const Element& field);
     FieldType TypeOf(const Element& reference) const;
+    const XMLCh* TrueTextOf(const XMLCh* field) const;
     void CompleteType(const Element& field);
     void Complete(const Element& expression, bool standsByText);
     void CompleteConstant(const Element& constant, bool standsByText);
     void CompleteConditions(const Element& apply);
+    void CompleteOrder(const Element& apply);
     void MakeIndicator(const Element& normDiscrete);
     bool RefersToText(const Element& apply) const;
 
@@ -38,16 +41,34 @@ private:
     static DOMElement* MakeReference(const Element& at, const XMLCh* field);
 
     std::map<std::u16string, FieldType> fTypes;
+    std::map<std::u16string, std::u16string> fTrueTexts; ///< of boolean fields
 };
 
 ExpressionCompleter::ExpressionCompleter(const Element& dictionary) {
     for (const Element field : dictionary.Children()) {
-        if (field.Is(u"DataField")) {
-            fTypes[field.Raw(u"name")] = IsCompletedBoolean(field) ? FieldType::BOOLEAN_TEXT
-                                         : HoldsText(field)        ? FieldType::TEXT
-                                                                   : FieldType::NUMBER;
+        if (!field.Is(u"DataField")) {
+            continue;
+        }
+        fTypes[field.Raw(u"name")] = TypeOfField(field);
+        for (const Element value : field.Children()) {
+            if (IsCompletedBoolean(field) && value.Is(u"Value") && TruthOf(value.TextOr(u"value", "")) == 1.0) {
+                fTrueTexts[field.Raw(u"name")] = value.Raw(u"value");
+            }
         }
     }
+}
+
+/// The type of a completed field.
+FieldType ExpressionCompleter::TypeOfField(const Element& field) {
+    return !HoldsText(field)           ? FieldType::NUMBER
+           : IsCompletedBoolean(field) ? FieldType::BOOLEAN_TEXT
+                                       : FieldType::TEXT;
+}
+
+/// How a boolean field spells what is true.
+const XMLCh* ExpressionCompleter::TrueTextOf(const XMLCh* field) const {
+    const auto found = fTrueTexts.find(field);
+    return found == fTrueTexts.end() ? u"true" : found->second.c_str();
 }
 
 FieldType ExpressionCompleter::TypeOf(const Element& reference) const {
@@ -62,7 +83,7 @@ void ExpressionCompleter::CompleteField(const Element& field) {
         Complete(child, HoldsText(field));
         child = next;
     }
-    fTypes[field.Raw(u"name")] = HoldsText(field) ? FieldType::TEXT : FieldType::NUMBER;
+    fTypes[field.Raw(u"name")] = TypeOfField(field);
 }
 
 /// A boolean derived field holds 1 or 0 where a function computes it, and the text of its source otherwise.
@@ -72,9 +93,15 @@ void ExpressionCompleter::CompleteType(const Element& field) {
     }
     for (const Element child : field.Children()) {
         const bool isNumber = child.Is(u"Apply") || (child.Is(u"FieldRef") && TypeOf(child) == FieldType::NUMBER);
-        if (!child.Is(u"Extension") && !child.Is(u"Value")) {
+        if (!child.Is(u"Extension") && !child.Is(u"Decisions") && !child.Is(u"Value")) {
             field.Dom()->setAttribute(u"dataType", isNumber ? u"double" : u"string");
         }
+        if (child.Is(u"FieldRef")) {
+            fTrueTexts[field.Raw(u"name")] = TrueTextOf(child.Raw(u"field"));
+        }
+    }
+    if (HoldsText(field)) {
+        MarkBoolean(field);
     }
 }
 
@@ -85,6 +112,7 @@ void ExpressionCompleter::Complete(const Element& expression, bool standsByText)
     } else if (expression.Is(u"NormDiscrete")) {
         MakeIndicator(expression);
     } else if (expression.Is(u"Apply")) {
+        CompleteOrder(expression);
         const bool refersToText = RefersToText(expression);
         CompleteConditions(expression);
         for (Element child = expression.FirstChild(); child;) {
@@ -134,7 +162,29 @@ void ExpressionCompleter::CompleteConditions(const Element& apply) {
             DOMElement* equal = MakeApply(apply, u"equal");
             apply.Dom()->replaceChild(equal, child.Dom());
             equal->appendChild(child.Dom());
-            equal->appendChild(MakeConstant(apply, u"string", u"true"));
+            equal->appendChild(MakeConstant(apply, u"string", TrueTextOf(child.Raw(u"field"))));
+        }
+        child = next;
+    }
+}
+
+/// A boolean text has no order: in a comparison by one it counts as the number that it stands for.
+void ExpressionCompleter::CompleteOrder(const Element& apply) {
+    const XMLCh* function = apply.Raw(u"function");
+    if (!Same(function, u"lessThan") && !Same(function, u"lessOrEqual") && !Same(function, u"greaterThan") &&
+        !Same(function, u"greaterOrEqual")) {
+        return;
+    }
+    for (Element child = apply.FirstChild(); child;) {
+        const Element next = child.NextSibling();
+        if (child.Is(u"FieldRef") && TypeOf(child) == FieldType::BOOLEAN_TEXT) {
+            DOMElement* indicator = Make(apply, u"NormDiscrete");
+            indicator->setAttribute(u"field", child.Raw(u"field"));
+            indicator->setAttribute(u"value", TrueTextOf(child.Raw(u"field")));
+            if (const auto truth = TruthOf(child.TextOr(u"mapMissingTo", ""))) {
+                indicator->setAttribute(u"mapMissingTo", *truth == 1.0 ? u"1" : u"0");
+            }
+            apply.Dom()->replaceChild(indicator, child.Dom());
         }
         child = next;
     }

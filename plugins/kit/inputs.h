@@ -14,7 +14,9 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veltrane_kit {
@@ -49,6 +51,12 @@ public:
 
     /// Whether the slot's values are numbers or date-times, so that FieldValue::number holds them.
     bool IsNumeric(int slot) const;
+
+    /// Tells which fields, derived ones too, hold truth values as texts.
+    void SetBooleans(std::set<std::string> names) { fBooleans = std::move(names); }
+
+    /// Whether the slot's values are truth values as texts.
+    bool IsBoolean(int slot) const { return fBooleans.count(SourceOf(slot).name) > 0; }
 
     /// The code of a category that the model mentions: FieldValue::category of the cases that have it.
     /// @throws VTException 260120 for an absent attribute, 260153 for one that is no value of the field's kind
@@ -115,6 +123,7 @@ private:
     std::vector<FieldValue> fValues; ///< by slot: of inputs, of the target, of derived fields as they are asked for
     std::map<std::string, int, std::less<>> fSlots;
     std::vector<std::string> fNames;
+    std::set<std::string> fBooleans;
     Source fTarget{};
     bool fTargetWatched = false;
     BorrowedRecord fRecord;

@@ -1,5 +1,6 @@
 #include "condition_reader.h"
 
+#include "kit/dictionary_completion.h"
 #include "kit/raise.h"
 
 #include <MCVeltrane_900/ScoreValueLabel.h>
@@ -16,6 +17,7 @@ using MCVeltrane_900::ScoreValue;
 using veltrane_kit::Categories;
 using veltrane_kit::Element;
 using veltrane_kit::Raise;
+using veltrane_kit::TruthOf;
 using veltrane_kit::Word;
 
 namespace {
@@ -61,6 +63,19 @@ std::string ListedText(const ScoreValue& value) {
     return std::string(digits, std::to_chars(digits, digits + sizeof(digits), value.GetDouble()).ptr);
 }
 
+bool Holds(Test test, double x, double operand) {
+    switch (test) {
+    case Test::LESS:
+        return x < operand;
+    case Test::LESS_OR_EQUAL:
+        return x <= operand;
+    case Test::GREATER:
+        return x > operand;
+    default:
+        return x >= operand;
+    }
+}
+
 Condition OnSlot(Test test, int slot) {
     Condition condition;
     condition.test = test;
@@ -101,13 +116,17 @@ Condition ConditionReader::ReadSimple(const Element& element) {
         }
         return OnSlot(test, slot);
     }
-    if (test != Test::EQUAL && test != Test::NOT_EQUAL && HasOrder(fInputs.Var(slot))) {
+    const bool isOrder = test != Test::EQUAL && test != Test::NOT_EQUAL;
+    if (isOrder && fInputs.IsBoolean(slot) && !TruthTexts(slot).empty()) {
+        return CompareTruth(element, slot, test);
+    }
+    if (isOrder && HasOrder(fInputs.Var(slot))) {
         return ComparePlace(element, slot, test);
     }
     if (fInputs.IsNumeric(slot)) {
         return CompareNumber(element, slot, test);
     }
-    if (test != Test::EQUAL && test != Test::NOT_EQUAL) {
+    if (isOrder) {
         Raise(260179, element.Text(kOperator), veltrane_kit::Narrow(kOperator), element.Tag(),
               "equal, notEqual, isMissing, isNotMissing");
     }
@@ -129,6 +148,42 @@ Condition ConditionReader::CompareNumber(const Element& element, int slot, Test 
     Condition condition = OnSlot(test, slot);
     condition.number = ReadNumber(element, slot);
     return condition;
+}
+
+/// The order of truth values: false is below true, and a number lies where 0 and 1 put it. It holds for the texts of
+/// the field that it holds for as numbers; other texts are neither below nor above.
+Condition ConditionReader::CompareTruth(const Element& element, int slot, Test test) {
+    double operand = 0.0;
+    if (const auto truth = TruthOf(element.AnyText(kValue))) {
+        operand = *truth;
+    } else if (!veltrane_kit::ReadNumber(element.Raw(kValue), operand)) {
+        element.RaiseInvalid(kValue);
+    }
+    std::vector<int> codes;
+    for (const std::string& text : TruthTexts(slot)) {
+        if (Holds(test, *TruthOf(text), operand)) {
+            codes.push_back(fInputs.CategoryOf(slot, text));
+        }
+    }
+    Condition condition = OnSlot(test, slot);
+    fConditions.SetCategories(condition, codes, true);
+    return condition;
+}
+
+/// The spellings of a truth value that a boolean field can hold: those that it lists, or all where it lists nothing.
+std::vector<std::string> ConditionReader::TruthTexts(int slot) const {
+    const auto* labels = fInputs.Var(slot).GetValueLabels();
+    if (labels == nullptr || labels->Size() == 0) {
+        return {"true", "false", "TRUE", "FALSE", "True", "False", "1", "0"};
+    }
+    std::vector<std::string> texts;
+    for (const auto* label : labels->GetAllValueLabels()) {
+        const std::string text = label->GetValue()->GetString();
+        if (TruthOf(text)) {
+            texts.push_back(text);
+        }
+    }
+    return texts;
 }
 
 /// @throws VTException 260153 for a value that the field doesn't list: it has no place in the order

@@ -159,6 +159,47 @@ TEST(BooleanField, IsComparedWithABooleanConstant) {
     EXPECT_EQ(Answer(scored, {{"f", "false"}}), 0);
 }
 
+TEST(BooleanField, HasAnOrderAsANumber) {
+    const auto compared = [](const char* function, const char* constant, const std::string& field = kFlag) {
+        return DerivedDocument(field, "<MiningField name=\"f\"/>",
+                               DerivedField(std::string("<Apply function=\"") + function +
+                                            "\"><FieldRef field=\"f\"/>" + constant + "</Apply>"));
+    };
+    Scored less(compared("lessThan", "<Constant>0.5</Constant>"));
+    EXPECT_EQ(Answer(less, {{"f", "false"}}), 1);
+    EXPECT_EQ(Answer(less, {{"f", "true"}}), 0);
+    Scored atLeast(compared("greaterOrEqual", "<Constant dataType=\"boolean\">true</Constant>"));
+    EXPECT_EQ(Answer(atLeast, {{"f", "false"}}), 0);
+    EXPECT_EQ(Answer(atLeast, {{"f", "true"}}), 1);
+    Scored listed(compared("greaterThan", "<Constant>0.5</Constant>",
+                           "<DataField name=\"f\" optype=\"categorical\" dataType=\"boolean\"><Value value=\"FALSE\"/>"
+                           "<Value value=\"TRUE\"/></DataField>"));
+    EXPECT_EQ(Answer(listed, {{"f", "FALSE"}}), 0);
+    EXPECT_EQ(Answer(listed, {{"f", "TRUE"}}), 1);
+}
+
+TEST(BooleanField, ThatIsMissingIsReplacedInAnOrder) {
+    for (const auto& [replacement, answer] : {std::pair("true", 0.0), std::pair("false", 1.0)}) {
+        Scored scored(
+            DerivedDocument(kFlag, "<MiningField name=\"f\"/>",
+                            DerivedField("<Apply function=\"lessThan\"><FieldRef field=\"f\" mapMissingTo=\"" +
+                                         std::string(replacement) + "\"/><Constant>0.5</Constant></Apply>")));
+        EXPECT_EQ(Answer(scored, {}), answer) << replacement;
+    }
+}
+
+TEST(BooleanField, IsAConditionInItsOwnSpelling) {
+    const char* const kChoice = "<Constant dataType=\"double\">3</Constant><Constant dataType=\"double\">4</Constant>";
+    Scored scored(DerivedDocument(
+        "<DataField name=\"f\" optype=\"categorical\" dataType=\"boolean\"><Value value=\"FALSE\"/><Value "
+        "value=\"TRUE\"/></DataField>",
+        "<MiningField name=\"f\"/>",
+        DerivedField("<FieldRef field=\"f\"/>", "dataType=\"boolean\" optype=\"categorical\"", "same") +
+            DerivedField("<Apply function=\"if\"><FieldRef field=\"same\"/>" + std::string(kChoice) + "</Apply>")));
+    EXPECT_EQ(Answer(scored, {{"f", "TRUE"}}), 3);
+    EXPECT_EQ(Answer(scored, {{"f", "FALSE"}}), 4);
+}
+
 TEST(BooleanDerivedField, OfAFunctionHasBothCategories) {
     Scored scored(DerivedDocument(
         kColour, "<MiningField name=\"c\"/>",

@@ -45,6 +45,7 @@ inline std::string ConditionDocument(const std::string& predicate) {
 <TransformationDictionary>
  <DerivedField name="half" optype="continuous" dataType="double"><Apply function="/"><FieldRef field="x"/><Constant>2</Constant></Apply></DerivedField>
  <DerivedField name="copy" optype="categorical" dataType="string"><FieldRef field="c"/></DerivedField>
+ <DerivedField name="same" optype="categorical" dataType="boolean"><FieldRef field="b"/></DerivedField>
  <DerivedField name="big" optype="categorical" dataType="boolean"><Apply function="greaterThan"><FieldRef field="x"/><Constant>10</Constant></Apply></DerivedField>
 </TransformationDictionary>
 <TreeModel functionName="classification" missingValueStrategy="nullPrediction">

@@ -1,6 +1,7 @@
 // What each condition of a tree says of a case: every operator on every kind of field.
 #include "models/scoring.h"
 #include "models/small_tree.h"
+#include "support/failure.h"
 
 #include <gtest/gtest.h>
 
@@ -88,6 +89,56 @@ const Row kRows[] = {
      {{"b", "false"}},
      {{"b", "true"}},
      {{"b", ""}}},
+    {"BooleanLessThanAHalf",
+     R"(<SimplePredicate field="b" operator="lessThan" value="0.5"/>)",
+     {{"b", "false"}},
+     {{"b", "true"}},
+     {{"b", ""}}},
+    {"BooleanLessOrEqualToAHalf",
+     R"(<SimplePredicate field="b" operator="lessOrEqual" value="0.5"/>)",
+     {{"b", "false"}},
+     {{"b", "true"}},
+     {{"b", ""}}},
+    {"BooleanGreaterThanAHalf",
+     R"(<SimplePredicate field="b" operator="greaterThan" value="0.5"/>)",
+     {{"b", "true"}},
+     {{"b", "false"}},
+     {{"b", ""}}},
+    {"BooleanGreaterOrEqualToAHalf",
+     R"(<SimplePredicate field="b" operator="greaterOrEqual" value="0.5"/>)",
+     {{"b", "true"}},
+     {{"b", "false"}},
+     {{"b", ""}}},
+    {"BooleanLessThanTrue",
+     R"(<SimplePredicate field="b" operator="lessThan" value="true"/>)",
+     {{"b", "false"}},
+     {{"b", "true"}},
+     {{"b", ""}}},
+    {"BooleanGreaterOrEqualToOne",
+     R"(<SimplePredicate field="b" operator="greaterOrEqual" value="1"/>)",
+     {{"b", "true"}},
+     {{"b", "false"}},
+     {}},
+    {"BooleanLessOrEqualToTrueHoldsForBoth",
+     R"(<SimplePredicate field="b" operator="lessOrEqual" value="TRUE"/>)",
+     {{"b", "true"}},
+     {},
+     {{"b", ""}}},
+    {"BooleanLessThanFalseHoldsForNone",
+     R"(<SimplePredicate field="b" operator="lessThan" value="false"/>)",
+     {},
+     {{"b", "false"}},
+     {{"b", ""}}},
+    {"BooleanCopyLessThanAHalf",
+     R"(<SimplePredicate field="same" operator="lessThan" value="0.5"/>)",
+     {{"b", "false"}},
+     {{"b", "true"}},
+     {{"b", ""}}},
+    {"DerivedBooleanLessThanAHalf",
+     R"(<SimplePredicate field="big" operator="lessThan" value="0.5"/>)",
+     {{"x", "10"}},
+     {{"x", "11"}},
+     {}},
     {"DateLess",
      R"(<SimplePredicate field="d" operator="lessThan" value="2024-02-29"/>)",
      {{"d", "2024-02-28"}},
@@ -247,6 +298,38 @@ TEST_P(TreeCondition, IsUnknownForAMissingValue) {
 
 INSTANTIATE_TEST_SUITE_P(Rows, TreeCondition, testing::ValuesIn(kRows),
                          [](const auto& info) { return std::string(info.param.name); });
+
+/// Older producers list the values of a boolean field in capitals.
+TEST(TreeBooleans, HaveAnOrderInTheirOwnSpelling) {
+    for (const auto& values : {std::pair("FALSE", "TRUE"), std::pair("False", "True"), std::pair("0", "1")}) {
+        std::string document = ConditionDocument("<SimplePredicate field=\"b\" operator=\"lessThan\" value=\"0.5\"/>");
+        document =
+            Replaced(document, "<DataField name=\"b\" optype=\"categorical\" dataType=\"boolean\"/>",
+                     std::string("<DataField name=\"b\" optype=\"ordinal\" dataType=\"boolean\"><Value value=\"") +
+                         values.second + "\"/><Value value=\"" + values.first + "\"/></DataField>");
+        Scored scored(document);
+        scored.Score({{"b", values.first}});
+        EXPECT_EQ(scored.Text(), "yes") << values.first;
+        scored.Score({{"b", values.second}});
+        EXPECT_EQ(scored.Text(), "no") << values.second;
+    }
+}
+
+TEST(TreeBooleans, ThatListOtherValuesHaveNoOrder) {
+    std::string document = ConditionDocument("<SimplePredicate field=\"b\" operator=\"lessThan\" value=\"0.5\"/>");
+    document = Replaced(document, "<DataField name=\"b\" optype=\"categorical\" dataType=\"boolean\"/>",
+                        "<DataField name=\"b\" optype=\"categorical\" dataType=\"boolean\"><Value value=\"Y\"/>"
+                        "<Value value=\"N\"/></DataField>");
+    ExpectFailure([&] { ReadModel(document); }, 260179,
+                  "Unsupported value 'lessThan' of attribute 'operator' in 'SimplePredicate, expect 'equal, notEqual, "
+                  "isMissing, isNotMissing'.");
+}
+
+TEST(TreeBooleans, AreComparedWithANumberOrATruthValue) {
+    ExpectFailure(
+        [] { ReadModel(ConditionDocument("<SimplePredicate field=\"b\" operator=\"lessThan\" value=\"half\"/>")); },
+        260153, "Invalid value: 'half' of attribute 'value' in 'SimplePredicate'.");
+}
 
 /// The codes of the categories stand in several words of bits.
 TEST(TreeSets, HoldHundredsOfCategories) {
