@@ -119,7 +119,9 @@ using Log = std::vector<std::string>;
 template <typename Base, typename Interface>
 class Logged : public Base {
 public:
-    Logged(std::string name, Log& log) : fName(std::move(name)), fLog(log) {}
+    template <typename... Arguments>
+    Logged(std::string name, Log& log, Arguments... arguments)
+        : Base(arguments...), fName(std::move(name)), fLog(log) {}
     ~Logged() override { fLog.push_back("delete " + fName); }
     Interface* Clone() const override {
         fLog.push_back("clone " + fName);
@@ -137,7 +139,7 @@ void SetLogged(ScoreDictVar& var, const std::string& name, Log& log) {
     var.SetVarStats(new Logged<VarStats, ScoreVarStats>(name + " stats", log));
     var.SetDefValue(new Logged<NumericValue, ScoreValue>(name + " default", log));
     var.SetValueProbabilities(new Logged<ValueProbabilitySet, ScoreValueProbabilitySet>(name + " priors", log));
-    var.SetEncoder(new Logged<ScoreCatStringEncoder, ScoreEncoder>(name + " encoder", log));
+    var.SetEncoder(new Logged<ScoreCatStringEncoder, ScoreEncoder>(name + " encoder", log, 2));
 }
 
 TEST(DictVarOwnership, AssignmentDeletesAllBeforeItClonesAny) {
