@@ -1,10 +1,10 @@
 #include "describe.h"
 
 #include "date_text.h"
-#include "document.h"
 #include "encoding.h"
 #include "formula.h"
 #include "result_columns.h"
+#include "shown_values.h"
 #include "table.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
@@ -49,9 +49,6 @@ constexpr const char* kDateTimeTypes[] = {"",
 /// By the number of `TransExpression`.
 constexpr const char* kExpressions[] = {"Constant",   "FieldRef",  "NormContinuous", "NormDiscrete",
                                         "Discretize", "MapValues", "Apply",          "Lag"};
-
-/// The table shows this many values of a list.
-constexpr std::size_t kShownValues = 6;
 
 template <std::size_t size>
 std::string Word(const char* const (&words)[size], int number) {
@@ -144,48 +141,6 @@ private:
     const Encoding& fEncoding;
 };
 
-/// Numbers are rounded to 15 digits: a bound that stands a step of the last digit beside a round number reads as that.
-std::string ValueText(const Json& value) {
-    if (!value.is_number())
-        return value.is_string() ? value.get<std::string>() : "";
-    return fmt::format("{:.15g}", value.get<double>());
-}
-
-std::string RangeText(const Json& range) {
-    if (!range.is_object())
-        return ValueText(range);
-    const Json& low = range["low"];
-    const Json& high = range["high"];
-    const bool lowIncluded = range["lowIncluded"];
-    const bool highIncluded = range["highIncluded"];
-    if (low.is_null() && high.is_null())
-        return "all";
-    if (low.is_null())
-        return (highIncluded ? "<= " : "< ") + ValueText(high);
-    if (high.is_null())
-        return (lowIncluded ? ">= " : "> ") + ValueText(low);
-    return fmt::format("{}{}, {}{}", lowIncluded ? '[' : '(', ValueText(low), ValueText(high),
-                       highIncluded ? ']' : ')');
-}
-
-std::string CategoryText(const Json& category) {
-    const std::string value = ValueText(category["value"]);
-    const auto& label = category["label"].get_ref<const std::string&>();
-    return label == value ? value : value + "=" + label;
-}
-
-std::string ListText(const Json& list, std::string (*textOf)(const Json&)) {
-    std::string text;
-    for (std::size_t at = 0; at < list.size(); ++at) {
-        if (at > 0)
-            text += ", ";
-        if (at == kShownValues)
-            return text + "... (" + std::to_string(list.size()) + ")";
-        text += textOf(list[at]);
-    }
-    return text;
-}
-
 std::vector<std::string> Cells(const Json& field) {
     return {field["name"],
             field["label"],
@@ -197,18 +152,18 @@ std::vector<std::string> Cells(const Json& field) {
 
 } // namespace
 
-Json Describe(const Document& document, const Encoding& encoding) {
+Json Describe(const ScoreDictionary& fields, const TransformationDictionary* derivedFields, const Encoding& encoding) {
     const Describer describer(encoding);
-    Json fields = Json::array();
-    const ScoreDictionary& dictionary = *document.fields;
-    for (const std::string& name : dictionary.GetVarNames())
-        fields.push_back(describer.Field(*dictionary.GetVar(name)));
-    Json derivedFields = Json::array();
-    if (const TransformationDictionary* derived = document.derivedFields.get()) {
-        for (const std::string& name : derived->GetDerivedVarNames())
-            derivedFields.push_back(describer.DerivedField(static_cast<const TransformVar&>(*derived->GetVar(name))));
+    Json described = {{"fields", Json::array()}, {"derivedFields", Json::array()}};
+    for (const std::string& name : fields.GetVarNames())
+        described["fields"].push_back(describer.Field(*fields.GetVar(name)));
+    if (!derivedFields)
+        return described;
+    for (const std::string& name : derivedFields->GetDerivedVarNames()) {
+        const auto& variable = static_cast<const TransformVar&>(*derivedFields->GetVar(name));
+        described["derivedFields"].push_back(describer.DerivedField(variable));
     }
-    return {{"fields", fields}, {"derivedFields", derivedFields}};
+    return described;
 }
 
 std::string DescriptionTables(const Json& description) {

@@ -5,9 +5,13 @@
 
 #include <string>
 
+namespace MCVeltrane_900 {
+class ScoreDictionary;
+class TransformationDictionary;
+} // namespace MCVeltrane_900
+
 namespace veltrane::host {
 
-struct Document;
 class Encoding;
 
 /// Describes a document's fields and derived fields, both in document order:
@@ -19,8 +23,11 @@ class Encoding;
 ///                        {..., "expression": "Apply", "source": "", "formula": "(Age - 40) / 10"}]}
 ///
 /// An infinite bound is null. A date or time is its ISO text. All texts are UTF-8.
-/// @param encoding the one that the document was read into
-nlohmann::ordered_json Describe(const Document& document, const Encoding& encoding);
+/// @param derivedFields null for none
+/// @param encoding      the one that the document was read into
+nlohmann::ordered_json Describe(const MCVeltrane_900::ScoreDictionary& fields,
+                                const MCVeltrane_900::TransformationDictionary* derivedFields,
+                                const Encoding& encoding);
 
 /// The same as two tables for a terminal. Numbers have up to 15 digits, and a long list of values is cut.
 std::string DescriptionTables(const nlohmann::ordered_json& description);

@@ -44,9 +44,6 @@ Document::~Document() = default;
 
 namespace {
 
-/// Code of the library's message.
-constexpr int kCannotOpen = 260103;
-
 /// Without fields when the document is no PMML.
 Document ReadPmml(DocumentFile& file, const std::string& encoding) {
     Document document;
@@ -71,16 +68,14 @@ Failure AnotherRoot(DocumentFile& file, const char* what) {
 
 Document ReadDocument(const std::string& path, const std::string& encoding) {
     StartLibrary();
-    DocumentFile file(path, kCannotOpen);
+    DocumentFile file(path, kCannotOpenDocument);
     Document document = ReadPmml(file, encoding);
     if (!document.fields)
         throw AnotherRoot(file, "no PMML");
     return document;
 }
 
-Document ReadAnyDocument(const std::string& path, const std::string& encoding) {
-    StartLibrary();
-    DocumentFile file(path, kCannotOpen);
+Document ReadAnyDocument(DocumentFile& file, const std::string& encoding) {
     Document document = ReadPmml(file, encoding);
     if (!document.fields)
         document.fields = ReadKordDictionary(file, encoding);

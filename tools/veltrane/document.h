@@ -11,6 +11,11 @@ class TransformationDictionary;
 
 namespace veltrane::host {
 
+class DocumentFile;
+
+/// Code of the message with which the library tells of a document that it cannot open on this road.
+inline constexpr int kCannotOpenDocument = 260103;
+
 /// What the host takes from a document. The derived fields borrow from the fields.
 struct Document {
     Document();
@@ -26,8 +31,9 @@ struct Document {
 /// `Failure` for one that is no PMML.
 Document ReadDocument(const std::string& path, const std::string& encoding);
 
-/// The same, and reads the fields of a document with the root "kord-ml" too.
-Document ReadAnyDocument(const std::string& path, const std::string& encoding);
+/// The same for a document in memory, and reads the fields of one with the root "kord-ml" too. The library has been
+/// started.
+Document ReadAnyDocument(DocumentFile& file, const std::string& encoding);
 
 /// Throws a `Failure` when there are no derived fields.
 /// @param path of the document, for the message

@@ -5,8 +5,9 @@
 
 namespace veltrane::host {
 
-/// Shows the fields and the derived fields of a document on standard output. A document without derived fields is
-/// shown too, and then fails as every document without any.
+/// Shows what a document says on standard output: of its model, else of its fields and derived fields. What the other
+/// commands refuse, a model without a plug-in or a document without either, is shown too as far as it goes, and then
+/// fails as it does there.
 /// @return the exit code; failures are thrown
 int RunInspect(const InspectOptions& options);
 

@@ -133,9 +133,11 @@ std::vector<std::pair<std::string, std::string>> PartModelOptions(const std::vec
 }
 
 CLI::App& AddInspect(CLI::App& app, InspectOptions& options) {
-    CLI::App& command = *app.add_subcommand("inspect", "Show a document's fields and derived fields");
+    CLI::App& command = *app.add_subcommand("inspect", "Show a document's model, fields and derived fields");
     AddDocument(command, options.document,
-                "PMML document with a TransformationDictionary, or one with the root kord-ml");
+                "document with a model or a TransformationDictionary, or one with the root kord-ml");
+    AddModels(command, options.models);
+    AddModel(command, options.model);
     AddEncoding(command, options.encoding, "encoding that the texts are read into and the tables are written in");
     command.add_flag("--json", options.json, "write JSON (UTF-8) instead of tables");
     return command;

@@ -50,6 +50,8 @@ struct VerifyOptions {
 /// `veltrane inspect`.
 struct InspectOptions {
     std::string document;
+    std::optional<std::string> models;
+    std::optional<std::string> model;
     std::string encoding = "UTF-8";
     bool json = false;
 };

@@ -45,6 +45,13 @@ bool PredictionColumns::Has(const std::string& name) const {
     return fNames.count(name) > 0;
 }
 
+std::vector<std::string> PredictionColumns::Names() const {
+    std::vector<std::string> names{fPredicted.name};
+    for (const Column& output : fOutputs)
+        names.push_back(output.name);
+    return names;
+}
+
 void PredictionColumns::WriteHeader(CsvWriter& writer) const {
     writer.Text(fPredicted.name);
     for (const Column& output : fOutputs)

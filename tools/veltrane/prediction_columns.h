@@ -25,6 +25,9 @@ public:
 
     const std::string& PredictedName() const { return fPredicted.name; }
     bool Has(const std::string& name) const;
+
+    /// The names of all columns, in their order.
+    std::vector<std::string> Names() const;
     void WriteHeader(CsvWriter& writer) const;
 
     /// @param result of a case that was scored

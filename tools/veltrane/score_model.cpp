@@ -49,24 +49,15 @@ bool IsOfItsKind(ScoreResult& result) {
 
 /// The library goes by the order of the list. A list that begins with the model's own kind and a document that holds no
 /// other model leave it just one choice.
-void TakeChosenModel(LoadedModel& loaded, const std::optional<std::string>& wanted) {
+void TakeModel(LoadedModel& loaded, const DocumentOutline& outline, std::size_t place) {
     DocumentFile& document = loaded.document;
-    const DocumentOutline outline = ReadOutline(document.Stream());
-    if (outline.fault) // the library tells it
-        return;
-    const std::optional<std::size_t> place = ChooseModel(outline, loaded.list, wanted, document.Name());
-    if (!place)
-        return;
-    const std::string& kind = outline.models[*place].element;
+    const std::string& kind = outline.models[place].element;
     if (!loaded.list.Has(kind))
         throw ExplainedFailure(ToldText(kUnsupported, kind), document.Name() + ": " + PluginsText(loaded.list));
     auto& names = loaded.list.names;
     std::rotate(names.begin(), std::find(names.begin(), names.end(), kind), names.end());
-    if (outline.models.size() == 1)
-        return;
-    if (!wanted)
-        loaded.choiceText = ChoiceText(outline, *place, document.Name());
-    document.Replace(DocumentOfOneModel(document.Stream(), *place));
+    if (outline.models.size() > 1)
+        document.Replace(DocumentOfOneModel(document.Stream(), place));
 }
 
 std::unique_ptr<ScoreModel> BuildModel(LoadedModel& loaded, const std::string& encoding) {
@@ -82,14 +73,28 @@ std::unique_ptr<ScoreModel> BuildModel(LoadedModel& loaded, const std::string& e
 
 LoadedModel LoadModel(const std::string& document, const std::optional<std::string>& models,
                       const std::optional<std::string>& wanted, const std::string& encoding) {
-    ModelList list = StartLibrary(models);
-    LoadedModel loaded{nullptr, DocumentFile(document, kCannotOpen), std::move(list), {}};
-    TakeChosenModel(loaded, wanted);
+    const ModelList list = StartLibrary(models);
+    DocumentFile file(document, kCannotOpen);
+    const DocumentOutline outline = ReadOutline(file.Stream());
+    std::optional<std::size_t> place;
+    if (!outline.fault) // else the library tells it
+        place = ChooseModel(outline, list, wanted, document);
+    LoadedModel loaded = LoadModel(std::move(file), list, outline, place, encoding);
+    if (place && !wanted && outline.models.size() > 1)
+        loaded.choiceText = ChoiceText(outline, *place, document);
+    return loaded;
+}
+
+LoadedModel LoadModel(DocumentFile document, ModelList list, const DocumentOutline& outline,
+                      std::optional<std::size_t> place, const std::string& encoding) {
+    LoadedModel loaded{nullptr, std::move(document), std::move(list), {}};
+    if (place)
+        TakeModel(loaded, outline, *place);
     loaded.model = BuildModel(loaded, encoding);
     if (!loaded.model)
-        throw Failure(document + ": the plug-in made no model of the document");
+        throw Failure(loaded.document.Name() + ": the plug-in made no model of the document");
     if (!loaded.model->GetDictionary())
-        throw Failure(document + ": the plug-in made a model without a data dictionary");
+        throw Failure(loaded.document.Name() + ": the plug-in made a model without a data dictionary");
     return loaded;
 }
 

@@ -2,6 +2,7 @@
 #define VELTRANE_HOST_SCORE_MODEL_H
 
 #include "document_file.h"
+#include "document_outline.h"
 #include "model_list.h"
 
 #include <memory>
@@ -24,7 +25,7 @@ struct LoadedModel {
     std::unique_ptr<MCVeltrane_900::ScoreModel> model;
     DocumentFile document;  ///< of this model alone, where there were others
     ModelList list;         ///< with the model's own kind in front
-    std::string choiceText; ///< which of several models this is, and of the others; empty for the only one
+    std::string choiceText; ///< which of several models this is, and of the others, where nobody has chosen; else empty
 };
 
 /// Lets the plug-in for one of a document's models build it.
@@ -36,6 +37,12 @@ struct LoadedModel {
 ///         dictionary
 LoadedModel LoadModel(const std::string& document, const std::optional<std::string>& models,
                       const std::optional<std::string>& wanted, const std::string& encoding);
+
+/// The same for a document and a list that have been read.
+/// @param outline of the document
+/// @param place   of the model, by ChooseModel
+LoadedModel LoadModel(DocumentFile document, ModelList list, const DocumentOutline& outline,
+                      std::optional<std::size_t> place, const std::string& encoding);
 
 /// An empty result of the model's kind. Throws a `Failure` when the model gives none, or one that is not of the kind
 /// that it tells.
