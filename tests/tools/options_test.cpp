@@ -99,7 +99,10 @@ TEST(InspectOptionsTest, AreAllRead) {
     EXPECT_EQ(plain.document, "d.pmml");
     EXPECT_EQ(plain.encoding, "UTF-8");
     EXPECT_FALSE(plain.json);
-    const auto full = std::get<InspectOptions>(Parse({"inspect", "--json", "--encoding", "CP1252", "d.pmml"}));
+    const auto full = std::get<InspectOptions>(
+        Parse({"inspect", "--json", "--encoding", "CP1252", "d.pmml", "--models", "l", "--model", "2"}));
+    EXPECT_EQ(full.models, "l");
+    EXPECT_EQ(full.model, "2");
     EXPECT_EQ(full.encoding, "CP1252");
     EXPECT_TRUE(full.json);
 }
