@@ -147,9 +147,7 @@ bool InputField::Read(const ScoreValue* raw, FieldValue& field) const {
 
 bool InputField::ReadNumber(const ScoreValue& raw, FieldValue& field) const {
     const double number = raw.GetDouble();
-    const bool isSystemMissing =
-        fKind == ScoreValue::NUMERIC_VALUE ? number == FieldValue::kMissingNumber : raw.IsSystemMissingValue();
-    if (isSystemMissing || std::isnan(number) || (fHasMissingSet && fVar->IsMissingValue(&raw))) {
+    if (IsMissingNumber(raw, number)) {
         return GiveMissing(field);
     }
     field.value = &raw;
@@ -173,7 +171,7 @@ bool InputField::ReadNumber(const ScoreValue& raw, FieldValue& field) const {
 bool InputField::ReadText(const ScoreValue& raw, FieldValue& field) const {
     std::string buffer;
     const std::string& text = TextOf(raw, buffer);
-    if ((fEmptyIsMissing && IsBlank(text)) || (fHasMissingSet && fVar->IsMissingValue(&raw))) {
+    if (IsMissingText(raw, text)) {
         return GiveMissing(field);
     }
     field.value = &raw;
@@ -183,6 +181,28 @@ bool InputField::ReadText(const ScoreValue& raw, FieldValue& field) const {
                            (fInvalid.Size() == 0 || fInvalid.Find(std::string_view(text)) == Categories::kUnknown);
     bool goesOn = true;
     return isAllowed || GiveInvalid(field, goesOn);
+}
+
+bool InputField::IsMissing(const ScoreValue* raw) const {
+    if (raw == nullptr) {
+        return true;
+    }
+    if (raw->GetType() != fKind) {
+        return false;
+    }
+    std::string buffer;
+    return fKind == ScoreValue::STRING_VALUE ? IsMissingText(*raw, TextOf(*raw, buffer))
+                                             : IsMissingNumber(*raw, raw->GetDouble());
+}
+
+bool InputField::IsMissingNumber(const ScoreValue& raw, double number) const {
+    const bool isSystemMissing =
+        fKind == ScoreValue::NUMERIC_VALUE ? number == FieldValue::kMissingNumber : raw.IsSystemMissingValue();
+    return isSystemMissing || std::isnan(number) || (fHasMissingSet && fVar->IsMissingValue(&raw));
+}
+
+bool InputField::IsMissingText(const ScoreValue& raw, const std::string& text) const {
+    return (fEmptyIsMissing && IsBlank(text)) || (fHasMissingSet && fVar->IsMissingValue(&raw));
 }
 
 bool InputField::GiveMissing(FieldValue& field) const {

@@ -43,6 +43,11 @@ public:
     /// @return false for a value with which the case can't be scored; `field` is then of no use
     bool Read(const MCVeltrane_900::ScoreValue* raw, FieldValue& field) const;
 
+    /// Whether a case lacks a value: none, a missing one, or what the field takes for that. Anything else is a value,
+    /// allowed or not.
+    /// @param raw the value in the case; null for none
+    bool IsMissing(const MCVeltrane_900::ScoreValue* raw) const;
+
     /// Whether a case without the field is the same as any with it: its only value stands in for a missing one.
     bool SaysNothing() const;
 
@@ -60,6 +65,8 @@ private:
     void SetStandIn(StandIn& standIn, const MCVeltrane_900::ScoreValue* value);
     bool ReadNumber(const MCVeltrane_900::ScoreValue& raw, FieldValue& field) const;
     bool ReadText(const MCVeltrane_900::ScoreValue& raw, FieldValue& field) const;
+    bool IsMissingNumber(const MCVeltrane_900::ScoreValue& raw, double number) const;
+    bool IsMissingText(const MCVeltrane_900::ScoreValue& raw, const std::string& text) const;
     bool IsBlank(const std::string& text) const;
     bool GiveMissing(FieldValue& field) const;
     bool GiveInvalid(FieldValue& field, bool& goesOn) const;

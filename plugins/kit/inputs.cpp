@@ -142,6 +142,8 @@ int Inputs::WatchTarget() {
 }
 
 bool Inputs::Read(const ScoreCaseRecord& record) {
+    fCase = &record;
+    fRefused = nullptr;
     if (record.Size() != fLayoutSize) {
         FindPositions(record);
     }
@@ -170,6 +172,7 @@ bool Inputs::ReadInputs(const ScoreCaseRecord& record) {
         const ScoreValue* raw = source.position < 0 ? nullptr : record.Get(source.position);
         if (!source.field->Read(raw, value)) {
             value = FieldValue();
+            fRefused = isScorable ? &source : fRefused;
             isScorable = false;
         }
         fRecord.Borrow(source.recordPosition, value.IsMissing() ? source.field->MissingPlaceholder() : value.value);

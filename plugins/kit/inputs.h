@@ -5,6 +5,7 @@
 #include "kit/element.h"
 #include "kit/input_field.h"
 #include "kit/mining_schema.h"
+#include "kit/unscored_reason.h"
 #include "kit/validity.h"
 
 #include <MCVeltrane_900/ScoreCaseRecord.h>
@@ -83,6 +84,12 @@ public:
     /// @return false for a case with a value that the mining schema refuses
     bool Read(const MCVeltrane_900::ScoreCaseRecord& record);
 
+    /// Why the case that was read last is not scored: for the first value that the mining schema refuses, else for the
+    /// slot that the model lacks. What a derived field lacks is the first missing field of those that it reads. The
+    /// case has to be there still.
+    /// @param lacking the slot without which the model predicts nothing; kNoSlot for none
+    UnscoredReason WhyUnscored(int lacking);
+
     const FieldValue& operator[](int slot) const { return fValues[static_cast<std::size_t>(slot)]; }
 
     /// The case as the derived fields saw it, with the values of all input fields, and the derived values.
@@ -104,6 +111,7 @@ private:
         int position;       ///< in the case, or among the derived values; -1 when it isn't there
         int recordPosition; ///< in the record that the derived fields see
     };
+    struct Explanations;
 
     Source MakeSource(const std::string& name, const MiningField* schema, const DeclaredValidities& validities);
     int AddDerived(const std::string& name, const MCVeltrane_900::ScoreDictVar& var);
@@ -111,6 +119,9 @@ private:
     const Source& SourceOf(int slot) const;
     void FindPositions(const MCVeltrane_900::ScoreCaseRecord& record);
     bool ReadInputs(const MCVeltrane_900::ScoreCaseRecord& record);
+    const MCVeltrane_900::ScoreValue* RawValueOf(const Source& source) const;
+    UnscoredReason WhyInputLacks(const Source& source) const;
+    UnscoredReason WhyDerivedLacks(const Source& source);
     void ReadDerived();
     static void ReadDerivedValue(const MCVeltrane_900::ScoreValue* value, const Source& source, FieldValue& field);
 
@@ -129,6 +140,9 @@ private:
     BorrowedRecord fRecord;
     const MCVeltrane_900::ScoreCaseRecord* fDerivedRecord = nullptr;
     int fLayoutSize = -1;
+    const MCVeltrane_900::ScoreCaseRecord* fCase = nullptr; ///< that was read last, for as long as it is scored
+    const Source* fRefused = nullptr;                       ///< of it, the first field whose value is refused
+    std::shared_ptr<Explanations> fExplanations;            ///< made with the first one
 };
 
 } // namespace veltrane_kit

@@ -101,6 +101,13 @@ MCScore::MCStatus Model::Score(const ScoreCaseRecord* record, ScoreResult* resul
     return MCScore::MCStatus();
 }
 
+/// A case without a prediction, and why.
+MCScore::MCStatus Model::Unscored(int lacking) const {
+    MCScore::MCStatus status = NoPrediction();
+    fInputs->WhyUnscored(lacking).WriteTo(status);
+    return status;
+}
+
 /// A derived field over a malformed table is all that throws here.
 bool Model::PredictCase(const ScoreCaseRecord& record) {
     try {
@@ -159,6 +166,7 @@ void Model::ReportToForeign(ScoreResult& result) {
 
 /// What a case gets that can't be scored: by the policy the target's default, or nothing.
 MCScore::MCStatus Model::PredictDefault(ScoreResult& result) {
+    const int lacking = fPrediction.lacking;
     fPrediction.Clear(fLayout->categories.size());
     Clear(result);
     MCScore::MCStatus status = NoPrediction();
@@ -167,7 +175,7 @@ MCScore::MCStatus Model::PredictDefault(ScoreResult& result) {
         TakeDefault(result);
     }
     FillOutputs(result.GetResultValue(), result);
-    return status;
+    return status.IsError() ? Unscored(lacking) : status;
 }
 
 /// What HandleMissingValue gives for a target in the dictionary, for one that no field holds.

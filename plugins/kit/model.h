@@ -46,6 +46,7 @@ public:
     std::vector<std::string> GetInputNames() const override;
     MCVeltrane_900::ScoreResult* CreateResult() const override;
 
+    /// An error 90027 tells why in its discrete data, see UnscoredReason.
     /// @return OK; an error 90027 for a case that can't be scored and for which the target has no default either, for
     ///         null arguments, and always for such a case under the policy MV_NO_PREDICTION
     MCScore::MCStatus Score(const MCVeltrane_900::ScoreCaseRecord* record,
@@ -60,7 +61,8 @@ protected:
     /// Predicts one case. It must not throw and should allocate nothing.
     /// @param inputs     the case, by the slots that the model asked for when it was built
     /// @param prediction cleared; to be filled
-    /// @return false when the case can't be scored
+    /// @return false when the case can't be scored; `prediction.lacking` tells what value it would take, if one would
+    /// do
     virtual bool Predict(const Inputs& inputs, Prediction& prediction) = 0;
 
     /// An option of this kind of model.
@@ -77,6 +79,7 @@ private:
     bool PredictCase(const MCVeltrane_900::ScoreCaseRecord& record);
     void Report(MCVeltrane_900::ScoreResult& result);
     void ReportToForeign(MCVeltrane_900::ScoreResult& result);
+    MCScore::MCStatus Unscored(int lacking) const;
     MCScore::MCStatus PredictDefault(MCVeltrane_900::ScoreResult& result);
     MCScore::MCStatus TakeOwnDefault(MCVeltrane_900::ScoreResult& result) const;
     MCScore::MCStatus TakeOwnPriors(MCVeltrane_900::ScoreResult& result) const;

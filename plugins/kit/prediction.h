@@ -15,12 +15,14 @@ namespace veltrane_kit {
 struct Prediction {
     static constexpr double kNone = FieldValue::kMissingNumber;
     static constexpr int kNoCategory = -1;
+    static constexpr int kNoSlot = -1;
 
     double number = kNone;
     std::vector<double> probabilities;
     std::vector<double> confidences; ///< by category; left empty where they are the probabilities
     int category = kNoCategory;
     const std::string* entityId = nullptr; ///< what decided, a node for one; borrowed from the model
+    int lacking = kNoSlot; ///< of a case without a prediction: the slot whose missing value is why, where one is
 
     /// @param categories of the target; 0 for a regression
     void Clear(std::size_t categories) {
@@ -29,6 +31,7 @@ struct Prediction {
         confidences.clear();
         category = kNoCategory;
         entityId = nullptr;
+        lacking = kNoSlot;
     }
 
     /// Makes the category with the highest probability the predicted one, the first among equals.

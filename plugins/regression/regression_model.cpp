@@ -91,10 +91,11 @@ void RegressionModel::CompleteCategories(const ModelParts& parts) {
 
 bool RegressionModel::Predict(const Inputs& inputs, Prediction& prediction) {
     if (!IsClassification()) {
-        return PredictNumber(inputs, prediction.number);
+        return PredictNumber(inputs, prediction);
     }
     for (std::size_t i = 0; i < fTables.size(); ++i) {
         if (!fTables[i].table.Sum(inputs, fSums[i])) {
+            prediction.lacking = fTables[i].table.LackingSlot(inputs);
             return false;
         }
     }
@@ -108,13 +109,14 @@ bool RegressionModel::Predict(const Inputs& inputs, Prediction& prediction) {
     return true;
 }
 
-bool RegressionModel::PredictNumber(const Inputs& inputs, double& number) const {
+bool RegressionModel::PredictNumber(const Inputs& inputs, Prediction& prediction) const {
     double sum = 0.0;
     if (!fTables.front().table.Sum(inputs, sum)) {
+        prediction.lacking = fTables.front().table.LackingSlot(inputs);
         return false;
     }
-    number = InverseLink(fNormalization, sum);
-    return std::isfinite(number);
+    prediction.number = InverseLink(fNormalization, sum);
+    return std::isfinite(prediction.number);
 }
 
 void RegressionModel::DisplayModel(std::ostream& out) const {

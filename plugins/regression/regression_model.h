@@ -32,7 +32,7 @@ private:
     void ReadCategoryTable(const veltrane_kit::Element& element, veltrane_kit::ModelParts& parts, std::set<int>& known);
     void CompleteCategories(const veltrane_kit::ModelParts& parts);
     void CheckNormalization(const veltrane_kit::Element& element, bool isClassification) const;
-    bool PredictNumber(const veltrane_kit::Inputs& inputs, double& number) const;
+    bool PredictNumber(const veltrane_kit::Inputs& inputs, veltrane_kit::Prediction& prediction) const;
 
     Normalization fNormalization;
     bool fIsOrdinal;

@@ -115,6 +115,22 @@ bool RegressionTable::Sum(const Inputs& inputs, double& sum) const {
     return AddTerms(inputs, sum);
 }
 
+int RegressionTable::LackingSlot(const Inputs& inputs) const {
+    for (const NumericPredictor& predictor : fNumeric) {
+        if (inputs[predictor.slot].IsMissing()) {
+            return predictor.slot;
+        }
+    }
+    for (const Term& term : fTerms) {
+        for (const int slot : term.slots) {
+            if (inputs[slot].IsMissing()) {
+                return slot;
+            }
+        }
+    }
+    return Inputs::kNoSlot;
+}
+
 void RegressionTable::Display(std::ostream& out) const {
     out << "  intercept " << fIntercept << ", numeric predictors " << fNumeric.size() << ", categorical fields "
         << fCategorical.size() << ", terms " << fTerms.size() << "\n";

@@ -24,6 +24,9 @@ public:
     /// @return false when a number that the sum needs is missing
     bool Sum(const veltrane_kit::Inputs& inputs, double& sum) const;
 
+    /// The slot of the first missing number that the sum needs; kNoSlot when none is missing.
+    int LackingSlot(const veltrane_kit::Inputs& inputs) const;
+
     /// Writes the number of its parts.
     void Display(std::ostream& out) const;
 

@@ -103,6 +103,26 @@ Truth Conditions::DecideParts(const Condition& condition, const Inputs& inputs, 
     return Answer(condition.test == Test::AND || isOdd);
 }
 
+int Conditions::LackingSlot(const Condition& condition, const Inputs& inputs) const {
+    bool usedSurrogate = false;
+    return Decide(condition, inputs, usedSurrogate) == Truth::UNKNOWN ? FirstMissing(condition, inputs)
+                                                                      : Inputs::kNoSlot;
+}
+
+/// The first missing slot that an undecided condition asks for; of a compound, in its undecided parts.
+int Conditions::FirstMissing(const Condition& condition, const Inputs& inputs) const {
+    if (condition.test < Test::AND) {
+        return condition.slot;
+    }
+    for (int part = condition.span.first; part < condition.span.first + condition.span.count; ++part) {
+        const int slot = LackingSlot(fParts[static_cast<std::size_t>(part)], inputs);
+        if (slot != Inputs::kNoSlot) {
+            return slot;
+        }
+    }
+    return Inputs::kNoSlot;
+}
+
 bool Conditions::HasNumber(Condition::Span set, double number) const {
     const double* const first = fNumbers.data() + set.first;
     return std::binary_search(first, first + set.count, number);

@@ -72,6 +72,10 @@ public:
     /// @param usedSurrogate set to true when a surrogate stood in for a missing value, else left alone
     Truth Decide(const Condition& condition, const veltrane_kit::Inputs& inputs, bool& usedSurrogate) const;
 
+    /// The slot whose missing value keeps a condition from being decided, the first of several.
+    /// @return kNoSlot for a condition that is decided
+    int LackingSlot(const Condition& condition, const veltrane_kit::Inputs& inputs) const;
+
     // For the reader of a tree.
 
     /// Keeps the numbers of a set, in any order.
@@ -89,6 +93,7 @@ public:
 
 private:
     Truth DecideParts(const Condition& condition, const veltrane_kit::Inputs& inputs, bool& usedSurrogate) const;
+    int FirstMissing(const Condition& condition, const veltrane_kit::Inputs& inputs) const;
     bool HasNumber(Condition::Span set, double number) const;
     bool HasCategory(Condition::Span set, int code) const;
 

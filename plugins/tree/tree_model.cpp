@@ -63,7 +63,9 @@ TreeModel::TreeModel(const Element& element, ModelParts& parts, MCVeltrane_900::
 
 bool TreeModel::Predict(const Inputs& inputs, Prediction& prediction) {
     bool usedSurrogate = false;
-    if (fTree.conditions.Decide(fTree.nodes.front().condition, inputs, usedSurrogate) != Truth::YES) {
+    const Condition& condition = fTree.nodes.front().condition;
+    if (fTree.conditions.Decide(condition, inputs, usedSurrogate) != Truth::YES) {
+        prediction.lacking = fTree.conditions.LackingSlot(condition, inputs);
         return false;
     }
     return GoOn(0, inputs, prediction);
@@ -92,19 +94,20 @@ bool TreeModel::GoOn(int node, const Inputs& inputs, Prediction& prediction) {
         bool isPenalized = false;
         int next = FindChild(fTree.nodes[static_cast<std::size_t>(node)], inputs, isPenalized);
         if (next == kNoNode) {
-            return fAnswersFromLast && Answer(node, penalties, prediction);
+            return fAnswersFromLast ? Answer(node, penalties, prediction) : EndAt(node, inputs, prediction);
         }
         if (next == kUndecided) {
             if (fStrategy == MissingStrategy::LAST_PREDICTION) {
                 return Answer(node, penalties, prediction);
             }
             if (fStrategy != MissingStrategy::DEFAULT_CHILD) {
-                return fStrategy != MissingStrategy::NULL_PREDICTION &&
-                       AnswerFromSeveral(node, penalties, inputs, prediction);
+                const bool answers = fStrategy != MissingStrategy::NULL_PREDICTION &&
+                                     AnswerFromSeveral(node, penalties, inputs, prediction);
+                return answers || EndAt(node, inputs, prediction);
             }
             next = fTree.scores[static_cast<std::size_t>(node)].defaultChild;
             if (next == NodeScore::kNone) {
-                return false;
+                return EndAt(node, inputs, prediction);
             }
             isPenalized = true;
         }
@@ -112,6 +115,17 @@ bool TreeModel::GoOn(int node, const Inputs& inputs, Prediction& prediction) {
         node = next;
     }
     return Answer(node, penalties, prediction);
+}
+
+/// Ends the way of a case at a node, without a prediction, with the first value that would have decided the next step.
+/// @return false
+bool TreeModel::EndAt(int node, const Inputs& inputs, Prediction& prediction) const {
+    const Node& end = fTree.nodes[static_cast<std::size_t>(node)];
+    for (int child = 0; child < end.childCount && prediction.lacking == Prediction::kNoSlot; ++child) {
+        const auto at = static_cast<std::size_t>(end.firstChild + child);
+        prediction.lacking = fTree.conditions.LackingSlot(fTree.nodes[at].condition, inputs);
+    }
+    return false;
 }
 
 double TreeModel::PenaltyOf(int penalties) const {

@@ -67,7 +67,7 @@ public:
         if (!x || x->IsSystemMissingValue())
             return HandleMissingValue(result);
         if (x->GetDouble() < 0)
-            return MCScore::MCStatus(7, false);
+            return Refused();
         NumericValue predicted(fFactor * x->GetDouble());
         result->SetResultValue(&predicted);
         result->GetResultFields()->SetResultValue("Half", x->GetDouble() / 2);
@@ -79,6 +79,16 @@ public:
     void Display(std::ostream& out) const override { out << "scripted\n"; }
 
 private:
+    /// With the fault "tells" it says which field is to blame, with "tells nonsense" one that isn't there.
+    MCScore::MCStatus Refused() const {
+        MCScore::MCStatus status(7, false);
+        if (fFault.starts_with("tells")) {
+            status.SetDiscreteDatum(0, 900902);
+            status.SetDiscreteDatum(1, fFault == "tells" ? 0 : 1000);
+        }
+        return status;
+    }
+
     std::string fFault;
     double fFactor = 2;
 };

@@ -149,6 +149,27 @@ TEST_F(AtomicFiles, GoAwayWhenASignalEndsTheProcess) {
     }
 }
 
+TEST_F(AtomicFiles, GoAwayBothWhenASignalEndsTheProcess) {
+    for (const bool committed : {false, true}) {
+        const pid_t child = ::fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            AtomicFile first(Path("first.csv"));
+            AtomicFile second(Path("second.csv"));
+            first.Write("whole");
+            second.Write("half");
+            if (committed)
+                first.Commit();
+            ::raise(SIGTERM);
+            ::_exit(0);
+        }
+        int status = 0;
+        ASSERT_EQ(::waitpid(child, &status, 0), child);
+        EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM) << status;
+        EXPECT_EQ(Names(), committed ? FileNames{"first.csv"} : FileNames{});
+    }
+}
+
 TEST_F(AtomicFiles, StayWhenASignalWasIgnoredFromTheStart) {
     const pid_t child = ::fork();
     ASSERT_GE(child, 0);

@@ -41,8 +41,7 @@ class Model(HostTest):
     def test_the_model_gives_what_it_should(self):
         result = self.run_host("score", LOAN / "default.pmml", LOAN / "applicants.csv", "--missing", "NA", "--quiet")
         self.expect(result, 3, (LOAN / "default.expected.csv").read_bytes(),
-                    "veltrane: 1 row could not be scored: a case without a prediction, and the target has no default "
-                    "(status 90027)\n")
+                    "veltrane: 1 row could not be scored: Amount is missing\n")
 
     def test_the_model_s_own_records_agree(self):
         self.expect(self.run_host("verify", LOAN / "default.pmml"), 0,

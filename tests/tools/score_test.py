@@ -8,7 +8,7 @@ X = '<DataField name="x" optype="continuous" dataType="double"/>'
 Y = '<DataField name="y" optype="continuous" dataType="double"/>'
 OUTPUTS = ('<ResultField name="Size" dataType="string" optype="categorical" feature="predictedDisplayValue"/>'
            '<ResultField name="Half" dataType="double" optype="continuous" feature="predictedValue"/>')
-NO_DEFAULT = "a case without a prediction, and the target has no default (status 90027)"
+NO_DEFAULT = "the model gave no prediction (status 90027)"
 
 
 class Score(HostTest):
@@ -66,8 +66,19 @@ class Rows(Score):
         self.model()
         self.expect(self.score("x\n1\n\"\"\n-1\nNA\n-2\n3\n-5\n", "--missing", "NA"), 3,
                     "y,Size,Half\n2,small,0.5\n,,\n,,\n,,\n,,\n6,small,1.5\n,,\n",
-                    f"veltrane: 2 rows could not be scored: {NO_DEFAULT}\n"
-                    "veltrane: 3 rows could not be scored: status 7\n")
+                    f"cases.csv:3: not scored: {NO_DEFAULT}\ncases.csv:4: not scored: status 7\n"
+                    f"cases.csv:5: not scored: {NO_DEFAULT}\ncases.csv:6: not scored: status 7\n"
+                    "cases.csv:8: not scored: status 7\n"
+                    "veltrane: 3 rows could not be scored: status 7\n"
+                    f"veltrane: 2 rows could not be scored: {NO_DEFAULT}\n")
+
+    def test_a_plug_in_of_others_can_tell_why(self):
+        self.model("tells")
+        self.expect(self.score("y,x\n0,-1\n"), 3, "y,Size,Half\n,,\n",
+                    'cases.csv:2: not scored: x: "-1" is invalid\nveltrane: 1 row could not be scored: x is invalid\n')
+        self.model("tells nonsense")
+        self.expect(self.score("y,x\n0,-1\n", "--quiet"), 3, "y,Size,Half\n,,\n",
+                    "veltrane: 1 row could not be scored: the model gave no prediction\n")
 
     def test_they_are_counted_in_quiet_too(self):
         self.model()
@@ -76,7 +87,9 @@ class Rows(Score):
 
     def test_a_row_without_a_prediction_is_not_scored(self):
         self.model("no prediction")
-        self.expect(self.score("x\n1\n"), 3, "y,Size,Half\n,,\n", "veltrane: 1 row could not be scored\n")
+        self.expect(self.score("x\n1\n"), 3, "y,Size,Half\n,,\n",
+                    "cases.csv:2: not scored: the model gave no prediction\n"
+                    "veltrane: 1 row could not be scored: the model gave no prediction\n")
 
     def test_a_row_with_a_warning_is_scored(self):
         self.model("warns")
@@ -85,7 +98,8 @@ class Rows(Score):
     def test_an_unreadable_cell_is_missing(self):
         self.model()
         self.expect(self.score("x\nabc\n1\n"), 3, "y,Size,Half\n,,\n2,small,0.5\n",
-                    'cases.csv:2: x: "abc" is not a number\nveltrane: 1 cell could not be read\n'
+                    f'cases.csv:2: x: "abc" is not a number\ncases.csv:2: not scored: {NO_DEFAULT}\n'
+                    "veltrane: 1 cell could not be read\n"
                     f"veltrane: 1 row could not be scored: {NO_DEFAULT}\n")
 
     def test_strict_ends_at_the_first_unreadable_cell_and_leaves_no_file(self):
@@ -103,6 +117,7 @@ class Rows(Score):
         self.model()
         self.expect(self.score("y\n1\n2\n", "--missing-columns"), 3, "y,Size,Half\n,,\n,,\n",
                     'veltrane: warning: cases.csv: fields without a column are missing in every case: "x"\n'
+                    f"cases.csv:2: not scored: {NO_DEFAULT}\ncases.csv:3: not scored: {NO_DEFAULT}\n"
                     f"veltrane: 2 rows could not be scored: {NO_DEFAULT}\n")
 
 

@@ -24,13 +24,16 @@ constexpr std::size_t kLongestKeptName = 200;
 
 constexpr std::initializer_list<int> kEndingSignals = {SIGINT, SIGTERM, SIGHUP};
 
-/// The temporary that a signal has to remove; an empty text when there is none. The signal handler reads it, so it
-/// only changes while the ending signals are blocked.
-std::array<char, PATH_MAX> gTemporary{};
+/// The temporaries that a signal has to remove; an empty text for none. The signal handler reads them, so they only
+/// change while the ending signals are blocked.
+using TemporaryName = std::array<char, PATH_MAX>;
+std::array<TemporaryName, AtomicFile::kMostAtATime> gTemporaries{};
 
-extern "C" void RemoveTemporaryAndEnd(int number) {
-    if (gTemporary[0] != '\0')
-        ::unlink(gTemporary.data());
+extern "C" void RemoveTemporariesAndEnd(int number) {
+    for (const TemporaryName& temporary : gTemporaries) {
+        if (temporary[0] != '\0')
+            ::unlink(temporary.data());
+    }
     ::signal(number, SIG_DFL);
     ::raise(number);
 }
@@ -58,16 +61,28 @@ void InstallHandlers() {
         if (action.sa_handler == SIG_IGN)
             continue;
         action = {};
-        action.sa_handler = RemoveTemporaryAndEnd;
+        action.sa_handler = RemoveTemporariesAndEnd;
         sigemptyset(&action.sa_mask);
         ::sigaction(number, &action, nullptr);
     }
 }
 
 void RememberTemporary(const std::string& path) {
-    const std::size_t size = std::min(path.size(), gTemporary.size() - 1);
-    std::copy_n(path.data(), size, gTemporary.data());
-    gTemporary[size] = '\0';
+    for (TemporaryName& temporary : gTemporaries) {
+        if (temporary[0] != '\0')
+            continue;
+        const std::size_t size = std::min(path.size(), temporary.size() - 1);
+        std::copy_n(path.data(), size, temporary.data());
+        temporary[size] = '\0';
+        return;
+    }
+}
+
+void ForgetTemporary(std::string_view path) {
+    for (TemporaryName& temporary : gTemporaries) {
+        if (path.substr(0, temporary.size() - 1) == temporary.data())
+            temporary[0] = '\0';
+    }
 }
 
 std::string BehindLinks(const std::string& path) {
@@ -143,7 +158,7 @@ AtomicFile::~AtomicFile() {
         return;
     const EndingSignalsBlocked blocked;
     ::unlink(fTemporary.c_str());
-    gTemporary[0] = '\0';
+    ForgetTemporary(fTemporary);
 }
 
 void AtomicFile::Write(std::string_view bytes) {
@@ -162,8 +177,8 @@ void AtomicFile::Commit() {
     const EndingSignalsBlocked blocked;
     if (::rename(fTemporary.c_str(), fTarget.c_str()) != 0)
         Fail();
+    ForgetTemporary(fTemporary);
     fTemporary.clear();
-    gTemporary[0] = '\0';
 }
 
 void AtomicFile::Fail() const {

@@ -10,9 +10,11 @@ namespace veltrane::host {
 /// A file that appears whole or not at all: it is written as a hidden temporary beside its final name and takes the
 /// name in `Commit`. Without `Commit`, and when SIGINT, SIGTERM or SIGHUP ends the process, the temporary is removed
 /// and what stood under the name before is untouched. A device, a pipe and a file that is open already (/dev/stdout,
-/// /dev/fd/3) are written to directly, since they cannot be replaced. One such file is open at a time.
+/// /dev/fd/3) are written to directly, since they cannot be replaced. Two such files are open at a time at most.
 class AtomicFile : public ByteSink {
 public:
+    static constexpr std::size_t kMostAtATime = 2;
+
     explicit AtomicFile(const std::string& path);
     ~AtomicFile() override;
     AtomicFile(const AtomicFile&) = delete;

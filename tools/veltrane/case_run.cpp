@@ -17,21 +17,27 @@ CaseRun::CaseRun(const CaseOptions& options, CaseRow& row, CaseResults& results)
       fEncoding(options.encoding), fCells(options.missingTokens, &fEncoding) {}
 
 int CaseRun::Run() {
+    if (fOptions.rejects)
+        fReport.SetRejects(&fRejects.emplace(*fOptions.rejects, fOptions.delimiter));
     ReadHeader();
     CheckNeededColumns();
     CheckKeptColumns();
     CaseOutput output(fOptions.output);
     ShowBar();
     output.SetBar(fBar ? &*fBar : nullptr);
+    if (fRejects)
+        fRejects->SetBar(fBar ? &*fBar : nullptr);
     CsvWriter writer(output.Sink(), fOptions.delimiter);
     WriteHeader(writer);
     WriteCases(writer);
     writer.Flush();
+    if (fRejects)
+        fRejects->Commit();
     output.Commit();
     if (fBar)
         fBar->Finish();
     fReport.Total();
-    return fReport.IsComplete() ? kExitDone : kExitIncomplete;
+    return fReport.IsWithin(fOptions.maxErrors) ? kExitDone : kExitIncomplete;
 }
 
 void CaseRun::ReadHeader() {
@@ -42,6 +48,7 @@ void CaseRun::ReadHeader() {
         throw Failure(failure.what() + NeededColumns::DelimiterHint(fReader.FirstLine(), fOptions.delimiter, fCase));
     }
     fColumns.emplace(fRow.cells, fCase, fmt::format("{}:{}", fOptions.cases, fRow.line));
+    fReport.BeginHeader(fRow.line);
     for (std::size_t at = 0; at < fRow.cells.size(); ++at)
         CheckText(fmt::format("column {}", at + 1), fRow.cells[at]);
 }
@@ -91,10 +98,12 @@ void CaseRun::WriteCases(CsvWriter& writer) {
             writer.Flush();
         if (!fReader.Next(fRow))
             return;
+        fReport.BeginRow(fRow.line);
         ReadCase();
         if (fOptions.keep)
             KeepCells(writer);
-        fResults.WriteCase(fCase, writer, fReport);
+        if (const RowFault* fault = fResults.WriteCase(fCase, writer))
+            ReportUnscored(*fault);
         writer.EndRow();
         if (fBar)
             fBar->Update(rows, fInput.BytesRead());
@@ -105,7 +114,7 @@ void CaseRun::ReadCase() {
     const auto& all = fColumns->All();
     const std::size_t cells = std::min(fRow.cells.size(), all.size());
     if (fRow.cells.size() != all.size()) {
-        fReport.Ragged(fRow.line, fRow.cells.size(), all.size());
+        fReport.Ragged(fRow.cells.size(), all.size());
         EndIfStrict();
     }
     for (std::size_t at = 0; at < all.size(); ++at) {
@@ -114,10 +123,21 @@ void CaseRun::ReadCase() {
         if (at >= cells) {
             fCase.SetMissing(*all[at].field);
         } else if (const char* problem = fCells.Read(fRow.cells[at], *all[at].field, fCase)) {
-            fReport.Cell(fRow.line, all[at].name, fRow.cells[at], problem);
+            fReport.Cell(all[at].name, fRow.cells[at], problem);
             EndIfStrict();
         }
     }
+}
+
+/// With the cell of the field that is to blame, where the row has one.
+void CaseRun::ReportUnscored(const RowFault& fault) {
+    std::string_view cell;
+    const std::size_t cells = std::min(fRow.cells.size(), fColumns->All().size());
+    for (std::size_t at = 0; at < cells && fault.field; ++at) {
+        if (fColumns->All()[at].field == fault.field)
+            cell = fRow.cells[at];
+    }
+    fReport.Unscored(fault.name, cell, fault.reason);
 }
 
 /// Tells of text that is written as it is and is none in the encoding.
@@ -125,7 +145,7 @@ void CaseRun::ReadCase() {
 void CaseRun::CheckText(const std::string& name, std::string_view text) {
     if (fEncoding.Holds(text))
         return;
-    fReport.Cell(fRow.line, name, text, fEncoding.Problem());
+    fReport.Cell(name, text, fEncoding.Problem());
     EndIfStrict();
 }
 

@@ -9,7 +9,9 @@
 #include "csv_writer.h"
 #include "options.h"
 #include "progress_bar.h"
+#include "rejects.h"
 #include "report.h"
+#include "row_fault.h"
 #include "unpacking.h"
 
 #include <optional>
@@ -34,7 +36,8 @@ public:
     virtual void WriteHeader(CsvWriter& writer) const = 0;
 
     /// Computes the results of a case and writes one cell for each column.
-    virtual void WriteCase(const CaseRow& row, CsvWriter& writer, Report& report) = 0;
+    /// @return why there are none and the cells are empty, until the next call; null where there are
+    virtual const RowFault* WriteCase(const CaseRow& row, CsvWriter& writer) = 0;
 };
 
 /// One pass over a file of cases: reads them row by row, has the results computed, writes them. Memory does not grow
@@ -60,6 +63,7 @@ private:
     void WriteHeader(CsvWriter& writer);
     void WriteCases(CsvWriter& writer);
     void ReadCase();
+    void ReportUnscored(const RowFault& fault);
     void CheckText(const std::string& name, std::string_view text);
     void KeepCells(CsvWriter& writer);
     void EndIfStrict() const;
@@ -75,6 +79,7 @@ private:
     CellParser fCells;
     CsvRow fRow;
     std::optional<CaseColumns> fColumns;
+    std::optional<Rejects> fRejects;
     std::optional<ProgressBar> fBar;
 };
 

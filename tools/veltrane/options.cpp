@@ -54,6 +54,10 @@ void AddDocument(CLI::App& command, std::string& document, const char* help) {
     command.add_option("DOCUMENT", document, std::string(help) + "; - is standard input")->required()->type_name("");
 }
 
+std::string CheckErrorLimit(const std::string& text) {
+    return ErrorLimit::Parse(text) ? "" : "a limit of errors is a number of rows, or a percentage up to 100%";
+}
+
 /// @param results what the output holds, for the help
 void AddCases(CLI::App& command, CaseOptions& options, std::string& delimiter, const std::string& results) {
     command.add_option("CASES", options.cases, "CSV file with a header of field names; - is standard input")
@@ -73,7 +77,17 @@ void AddCases(CLI::App& command, CaseOptions& options, std::string& delimiter, c
                      "go on without columns that the document needs; their fields are missing");
     command.add_flag("--keep", options.keep, "write the input columns in front of the " + results);
     command.add_flag("--strict", options.strict, "end at the first cell that cannot be read");
-    command.add_flag("--quiet", options.quiet, "no progress bar, no warnings, no report of each unreadable cell");
+    command
+        .add_option("--rejects", options.rejects,
+                    "write all that cannot be read or scored to FILE: row, field, value, reason")
+        ->type_name("FILE");
+    command
+        .add_option_function<std::string>(
+            "--max-errors", [&options](const std::string& text) { options.maxErrors = *ErrorLimit::Parse(text); },
+            "exit with 3 only when more rows than these have cells that cannot be read or are not scored")
+        ->type_name("N|P%")
+        ->check(CLI::Validator(CheckErrorLimit, "", "error limit"));
+    command.add_flag("--quiet", options.quiet, "no progress bar, no warnings, no report of single cells and rows");
 }
 
 CLI::App& AddTransform(CLI::App& app, TransformOptions& options, std::string& delimiter) {

@@ -1,6 +1,8 @@
 #ifndef VELTRANE_HOST_OPTIONS_H
 #define VELTRANE_HOST_OPTIONS_H
 
+#include "error_limit.h"
+
 #include <optional>
 #include <string>
 #include <utility>
@@ -22,6 +24,8 @@ struct CaseOptions {
     bool missingColumns = false; ///< whether the file may lack columns that the document needs
     bool keep = false;
     bool strict = false;
+    std::optional<std::string> rejects; ///< the file that takes what could not be read or scored; none without it
+    ErrorLimit maxErrors;               ///< how many rows may have errors before the exit code tells of them
     bool quiet = false;
 };
 

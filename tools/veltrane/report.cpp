@@ -1,15 +1,22 @@
 #include "report.h"
 
 #include "progress_bar.h"
+#include "rejects.h"
 
 #include <fmt/format.h>
 #include <unicode/utf8.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <iterator>
+#include <utility>
+#include <vector>
 
 namespace veltrane::host {
 namespace {
+
+/// So many cells, and so many rows, are told one by one; the totals name so many reasons.
+constexpr std::size_t kShown = 20;
 
 /// A reported cell is cut to this many bytes.
 constexpr std::size_t kLongestCell = 100;
@@ -31,6 +38,16 @@ void AppendHex(std::string& text, std::string_view bytes) {
 
 const char* CellWord(std::size_t count) {
     return count == 1 ? "cell" : "cells";
+}
+
+const char* RowWord(std::size_t count) {
+    return count == 1 ? "row" : "rows";
+}
+
+/// A cell as a line shows it.
+std::string Quoted(std::string_view cell) {
+    const std::string_view shown = Cut(cell);
+    return fmt::format("\"{}{}\"", Escaped(shown), shown.size() < cell.size() ? "..." : "");
 }
 
 } // namespace
@@ -63,27 +80,63 @@ void Report::Warning(std::string_view text) {
         Write(fmt::format("veltrane: warning: {}\n", text));
 }
 
-void Report::Cell(std::size_t line, std::string_view field, std::string_view cell, const char* problem) {
+void Report::Cell(std::string_view field, std::string_view cell, std::string_view problem) {
     ++fUnreadableCells;
-    if (fQuiet)
-        return;
-    const std::string_view shown = Cut(cell);
-    Write(fmt::format("{}:{}: {}: \"{}{}\" {}\n", fCases, line, Escaped(field), Escaped(shown),
-                      shown.size() < cell.size() ? "..." : "", problem));
+    NoteFault(field, cell, problem);
+    if (fToldCells++ < kShown && !fQuiet)
+        Write(fmt::format("{}:{}: {}: {} {}\n", fCases, fLine, Escaped(field), Quoted(cell), problem));
 }
 
-void Report::Ragged(std::size_t line, std::size_t cells, std::size_t columns) {
+void Report::Ragged(std::size_t cells, std::size_t columns) {
     fUnreadableCells += cells < columns ? columns - cells : cells - columns;
-    if (!fQuiet)
-        Write(fmt::format("{}:{}: {} {}, but the header has {}\n", fCases, line, cells, CellWord(cells), columns));
+    const std::string reason = fmt::format("{} {}, but the header has {}", cells, CellWord(cells), columns);
+    NoteFault({}, {}, reason);
+    if (fToldCells++ < kShown && !fQuiet)
+        Write(fmt::format("{}:{}: {}\n", fCases, fLine, reason));
+}
+
+void Report::Unscored(std::string_view field, std::string_view cell, std::string_view reason) {
+    const std::string name = Escaped(field);
+    ++fUnscoredRows[name.empty() ? std::string(reason) : fmt::format("{} {}", name, reason)];
+    NoteFault(field, cell, reason);
+    if (fToldRows++ >= kShown || fQuiet)
+        return;
+    const std::string subject = cell.empty() ? name : fmt::format("{}: {}", name, Quoted(cell));
+    Write(fmt::format("{}:{}: not scored: {}{}{}\n", fCases, fLine, subject, subject.empty() ? "" : " ", reason));
+}
+
+/// The header has no number of its own among the rows.
+void Report::NoteFault(std::string_view field, std::string_view cell, std::string_view reason) {
+    if (!fRowIsFaulty)
+        ++fFaultyRows;
+    fRowIsFaulty = true;
+    if (fRejects)
+        fRejects->Add(fRows, field, cell, reason);
 }
 
 void Report::Total() {
     if (fUnreadableCells > 0)
         Write(fmt::format("veltrane: {} {} could not be read\n", fUnreadableCells, CellWord(fUnreadableCells)));
-    for (const auto& [reason, rows] : fUnscoredRows)
-        Write(fmt::format("veltrane: {} {} could not be scored{}{}\n", rows, rows == 1 ? "row" : "rows",
-                          reason.empty() ? "" : ": ", Escaped(reason)));
+    TotalOfRows();
+    if (!fQuiet && std::max(fToldCells, fToldRows) > kShown)
+        Write(fmt::format("veltrane: the first {} are shown; {}\n", kShown,
+                          fRejects ? "the file of rejects has all" : "--rejects FILE takes all"));
+}
+
+/// The most frequent reasons first.
+void Report::TotalOfRows() {
+    std::vector<std::pair<std::string_view, std::size_t>> reasons(fUnscoredRows.begin(), fUnscoredRows.end());
+    std::stable_sort(reasons.begin(), reasons.end(), [](const auto& a, const auto& b) { return a.second > b.second; });
+    std::size_t others = 0;
+    for (std::size_t at = 0; at < reasons.size(); ++at) {
+        const auto& [reason, rows] = reasons[at];
+        if (at >= kShown)
+            others += rows;
+        else
+            Write(fmt::format("veltrane: {} {} could not be scored: {}\n", rows, RowWord(rows), reason));
+    }
+    if (others > 0)
+        Write(fmt::format("veltrane: {} {} could not be scored for other reasons\n", others, RowWord(others)));
 }
 
 void Report::Write(const std::string& line) {

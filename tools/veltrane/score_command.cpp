@@ -30,20 +30,22 @@ public:
     std::vector<std::string> NeededFields() const override { return fModel.GetInputNames(); }
     void WriteHeader(CsvWriter& writer) const override { fColumns.WriteHeader(writer); }
 
-    void WriteCase(const CaseRow& row, CsvWriter& writer, Report& report) override {
+    const RowFault* WriteCase(const CaseRow& row, CsvWriter& writer) override {
         const MCScore::MCStatus status = fModel.Score(&row, fResult.get());
         if (!status.IsError() && fResult->GetResultValue() != nullptr) {
             fColumns.WriteCase(*fResult, writer);
-        } else {
-            report.Unscored(ReasonOf(status));
-            fColumns.WriteEmpty(writer);
+            return nullptr;
         }
+        fColumns.WriteEmpty(writer);
+        fFault = ExplainUnscored(status, fModel, row);
+        return &fFault;
     }
 
 private:
     ScoreModel& fModel;
     std::unique_ptr<ScoreResult> fResult;
     PredictionColumns fColumns;
+    RowFault fFault;
 };
 
 void SetOptions(ScoreModel& model, const ScoreOptions& options) {
@@ -57,8 +59,11 @@ void SetOptions(ScoreModel& model, const ScoreOptions& options) {
 } // namespace
 
 int RunScore(const ScoreOptions& options) {
-    RefuseOutputOnInput(options.output,
-                        {options.document, options.cases, options.models.value_or(InstalledModelList())});
+    const std::vector<std::string> inputs{options.document, options.cases,
+                                          options.models.value_or(InstalledModelList())};
+    RefuseOutputOnInput(options.output, inputs);
+    if (options.rejects)
+        RefuseRejectsOn(*options.rejects, options.output, inputs);
     const LoadedModel loaded = LoadModel(options.document, options.models, options.model, options.encoding);
     ScoreModel& model = *loaded.model;
     SetOptions(model, options);

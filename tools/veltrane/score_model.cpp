@@ -5,7 +5,6 @@
 #include "failure.h"
 #include "model_choice.h"
 
-#include <MCScore/MCStatus.h>
 #include <MCVeltrane_900/ModelFactory.h>
 #include <MCVeltrane_900/ScoreClsResult.h>
 #include <MCVeltrane_900/ScoreModel.h>
@@ -34,8 +33,6 @@ constexpr int kLastKind = 27;
 /// Codes of the library's messages.
 constexpr int kCannotOpen = 260104;
 constexpr int kUnsupported = 260301;
-
-constexpr long kNoDefaultPrediction = 90027;
 
 /// Whether a result is what its kind says. A host that believed a wrong kind would call operations that aren't there.
 bool IsOfItsKind(ScoreResult& result) {
@@ -106,14 +103,6 @@ std::unique_ptr<ScoreResult> MakeResult(const ScoreModel& model, const std::stri
         throw Failure(fmt::format("{}: the model's results say that they are of kind {}, and are not", document,
                                   result->GetResultKind()));
     return result;
-}
-
-std::string ReasonOf(const MCScore::MCStatus& status) {
-    if (!status.IsError())
-        return {};
-    if (status.GetErrorCode() == kNoDefaultPrediction)
-        return "a case without a prediction, and the target has no default (status 90027)";
-    return fmt::format("status {}", status.GetErrorCode());
 }
 
 } // namespace veltrane::host

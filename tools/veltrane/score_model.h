@@ -9,10 +9,6 @@
 #include <optional>
 #include <string>
 
-namespace MCScore {
-class MCStatus;
-}
-
 namespace MCVeltrane_900 {
 class ScoreModel;
 class ScoreResult;
@@ -48,9 +44,6 @@ LoadedModel LoadModel(DocumentFile document, ModelList list, const DocumentOutli
 /// that it tells.
 std::unique_ptr<MCVeltrane_900::ScoreResult> MakeResult(const MCVeltrane_900::ScoreModel& model,
                                                         const std::string& document);
-
-/// What kept a model from scoring a case, for a person; empty where the status is no error.
-std::string ReasonOf(const MCScore::MCStatus& status);
 
 } // namespace veltrane::host
 

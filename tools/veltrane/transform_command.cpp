@@ -27,8 +27,9 @@ public:
 
     void WriteHeader(CsvWriter& writer) const override { fColumns.WriteHeader(writer); }
 
-    void WriteCase(const CaseRow& row, CsvWriter& writer, Report&) override {
+    const RowFault* WriteCase(const CaseRow& row, CsvWriter& writer) override {
         fColumns.WriteCase(*fDocument.derivedFields->GetValuesForDerivedVars(&row, fDocument.fields.get()), writer);
+        return nullptr;
     }
 
 private:
@@ -40,6 +41,8 @@ private:
 
 int RunTransform(const TransformOptions& options) {
     RefuseOutputOnInput(options.output, {options.document, options.cases});
+    if (options.rejects)
+        RefuseRejectsOn(*options.rejects, options.output, {options.document, options.cases});
     const Document document = ReadDocument(options.document, options.encoding);
     RequireDerivedFields(document, options.document);
     CaseRow row(*document.fields);
