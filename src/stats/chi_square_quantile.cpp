@@ -169,8 +169,7 @@ double MCDistFun::kordidfchi(double p, double df, long& code) {
 }
 
 double MCDistFun::IdfChi(double p, double df) {
-    long code = kSuccess;
-    return Checked(kordidfchi(p, df, code), code);
+    return Checked([&](long& code) { return kordidfchi(p, df, code); });
 }
 
 } // namespace MCMath_900

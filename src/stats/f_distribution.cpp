@@ -32,8 +32,7 @@ double MCDistFun::kordcdff(double x, double df1, double df2, long& code) {
 }
 
 double MCDistFun::CdfF(double x, double df1, double df2) {
-    long code = kSuccess;
-    return Checked(kordcdff(x, df1, df2, code), code);
+    return Checked([&](long& code) { return kordcdff(x, df1, df2, code); });
 }
 
 double MCDistFun::SigF(double x, double df1, double df2) {
@@ -44,8 +43,7 @@ double MCDistFun::SigF(double x, double df1, double df2) {
     if (std::isinf(x))
         return 0.0;
     const double r = df2 / df1;
-    long code = kSuccess;
-    return Checked(cdfbet(r / (x + r), x / (x + r), df2 / 2, df1 / 2, code), code);
+    return Checked([&](long& code) { return cdfbet(r / (x + r), x / (x + r), df2 / 2, df1 / 2, code); });
 }
 
 double MCDistFun::kordidff(double p, double df1, double df2, long& code) {
@@ -66,8 +64,7 @@ double MCDistFun::kordidff(double p, double df1, double df2, long& code) {
 }
 
 double MCDistFun::IdfF(double p, double df1, double df2) {
-    long code = kSuccess;
-    return Checked(kordidff(p, df1, df2, code), code);
+    return Checked([&](long& code) { return kordidff(p, df1, df2, code); });
 }
 
 } // namespace MCMath_900

@@ -13,21 +13,18 @@ namespace MCMath_900 {
 using namespace veltrane::stats;
 
 double MCDistFun::CdfChi(double x, double df) {
-    long code = kSuccess;
-    return Checked(gammad(x / 2, df / 2, true, code), code);
+    return Checked([&](long& code) { return gammad(x / 2, df / 2, true, code); });
 }
 
 double MCDistFun::SigChi(double x, double df) {
-    long code = kSuccess;
-    return Checked(gammad(x / 2, df / 2, false, code), code);
+    return Checked([&](long& code) { return gammad(x / 2, df / 2, false, code); });
 }
 
 double MCDistFun::CdfGam(double x, double shape, double rate) {
     if (!(shape > 0 && rate > 0))
         return Missing();
-    long code = kSuccess;
-    const double result = shape == 1 ? cdfexp(x, rate, code) : gammad(x * rate, shape, true, code);
-    return Checked(result, code);
+    return Checked(
+        [&](long& code) { return shape == 1 ? cdfexp(x, rate, code) : gammad(x * rate, shape, true, code); });
 }
 
 double MCDistFun::PdfGamma(double x, double shape, double rate) {
@@ -51,8 +48,7 @@ double MCDistFun::IdfGam(double p, double shape, double rate) {
         return Missing();
     if (p == 0)
         return 0.0;
-    long code = kSuccess;
-    const double quantile = Checked(kordidfchi(p, 2 * shape, code), code);
+    const double quantile = Checked([&](long& code) { return kordidfchi(p, 2 * shape, code); });
     return IsMissing(quantile) ? quantile : FiniteOrMissing(quantile * 0.5 / rate);
 }
 

@@ -37,8 +37,16 @@ inline double Fail(long& code, ErrorCode error) {
     return Missing();
 }
 
-/// The result of a wrapper without an error code: any failure gives the missing number.
-inline double Checked(double result, long code) {
+/// The result of a function that reports by an error code, for wrappers without one: any failure gives the missing
+/// number, whatever the function returned with it.
+///
+/// The function is called here, so that its code is read after it was set. As arguments of one call the result and the
+/// code would be evaluated in either order.
+/// @param function called with the error code that it sets
+template <class Function>
+double Checked(Function function) {
+    long code = kSuccess;
+    const double result = function(code);
     return code == kSuccess ? result : Missing();
 }
 

@@ -156,8 +156,7 @@ double MCDistFun::cdfbetNormal(double x, double y, double a, double b, bool comp
 }
 
 double MCDistFun::CdfBeta(double x, double a, double b) {
-    long code = kSuccess;
-    return Checked(cdfbet(x, a, b, code), code);
+    return Checked([&](long& code) { return cdfbet(x, a, b, code); });
 }
 
 } // namespace MCMath_900

@@ -114,9 +114,8 @@ double MCDistFun::NonCentralCdfF(double x, double df1, double df2, double ncp, d
         return 0.0;
     if (std::isinf(x * df1))
         return 1.0;
-    long code = kSuccess;
     const double scale = x * df1 + df2;
-    return Checked(ncdbet(x * df1 / scale, df2 / scale, df1 / 2, df2 / 2, ncp, code, tol), code);
+    return Checked([&](long& code) { return ncdbet(x * df1 / scale, df2 / scale, df1 / 2, df2 / 2, ncp, code, tol); });
 }
 
 } // namespace MCMath_900

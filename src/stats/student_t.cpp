@@ -65,8 +65,7 @@ double MCDistFun::kordcdft(double x, double df, long& code) {
 }
 
 double MCDistFun::CdfT(double x, double df) {
-    long code = kSuccess;
-    return Checked(kordcdft(x, df, code), code);
+    return Checked([&](long& code) { return kordcdft(x, df, code); });
 }
 
 double MCDistFun::SigT(double x, double df) {
@@ -76,8 +75,7 @@ double MCDistFun::SigT(double x, double df) {
         return 0.5;
     if (df == 1)
         return CauchyTail(-x);
-    long code = kSuccess;
-    return Checked(tLowerTail(-x, df, code), code);
+    return Checked([&](long& code) { return tLowerTail(-x, df, code); });
 }
 
 double MCDistFun::PdfT(double x, double df, long& code) {
@@ -106,8 +104,7 @@ double MCDistFun::kordidft(double p, double df, long& code) {
 }
 
 double MCDistFun::IdfT(double p, double df) {
-    long code = kSuccess;
-    return Checked(kordidft(p, df, code), code);
+    return Checked([&](long& code) { return kordidft(p, df, code); });
 }
 
 } // namespace MCMath_900
