@@ -1,6 +1,8 @@
 #include "stats/constants.h"
 #include "stats/guards.h"
+#include "stats/incomplete_gamma.h"
 #include "stats/saddle_point.h"
+#include "stats/steps.h"
 
 #include <MCMath_900/MCDistFun.h>
 
@@ -15,7 +17,9 @@
 /// bisection.
 ///
 /// Accuracy: a correction ends when it moves the value by less than 5e-7, which leaves an error far below it, so that
-/// the incomplete gamma ratio decides. Bisection ends at a relative width of 1e-8.
+/// the incomplete gamma ratio decides; below half a degree the logarithm of a quantile moves by 1 / df of the rounding
+/// of p. Bisection ends at a relative width of 1e-8; every p below some 1e-60 comes to it, unless its quantile is below
+/// 5e-7.
 namespace MCMath_900 {
 
 using namespace veltrane::stats;
@@ -39,6 +43,9 @@ constexpr double kLargestExponent = 141.8f;
 /// Relative accuracy of the value, and the value below which the small-p start is exact enough.
 constexpr double kAccuracy = 5e-7;
 
+/// Below this p the start by Wilson and Hilferty may be too far off for the corrections.
+constexpr double kFarLowerTail = 0.01;
+
 constexpr int kMaxCorrections = 20;
 constexpr int kMaxNewtonRounds = 100;
 constexpr int kMaxBisections = 40;
@@ -60,7 +67,33 @@ struct ChiSquare {
 
 /// The start for a small p: the leading term of the cumulative function, solved.
 double SmallStart(const ChiSquare& chi, double p) {
-    return std::exp((std::log(p) + std::log(chi.half) + chi.logGamma + chi.half * std::numbers::ln2) / chi.half);
+    return 2 * std::exp((std::log(p) + LogGammaOfOnePlus(chi.half)) / chi.half);
+}
+
+/// A start nearer to the quantile, by Newton's method on the logarithm of the lower tail over that of the value. That
+/// curve is concave, so that the steps come up to its root from below, whatever the first one was.
+double Improved(double start, const ChiSquare& chi, double p) {
+    double x = start / 2;
+    for (int round = 0; round < kMaxNewtonRounds; ++round) {
+        CountStep();
+        long code = kSuccess;
+        const double logLower = std::log(GammaRatio(x, chi.half, true, code));
+        const double slope = std::exp(LogPoissonTerm(chi.half, x) + std::log(chi.half) - logLower);
+        const double step = (std::log(p) - logLower) / slope;
+        if (!std::isfinite(step))
+            break;
+        x *= std::exp(step);
+        if (std::fabs(step) <= kSmallDfTolerance)
+            break;
+    }
+    return 2 * x;
+}
+
+/// What a start too small for corrections lacks: the next two terms of the series of the quantile.
+double Completed(double start, double half) {
+    const double x = start / 2;
+    const double next = x / (half + 1);
+    return start * (1 + next * (1 + next * (3 * half + 5) / (2 * (half + 2))));
 }
 
 /// The start for few degrees of freedom: Newton's method on an approximation of the upper tail.
@@ -68,6 +101,7 @@ double SmallDfStart(const ChiSquare& chi, double p) {
     const double logUpper = std::log1p(-p);
     double ch = kSmallDfStart;
     for (int round = 0; round < kMaxNewtonRounds; ++round) {
+        CountStep();
         const double previous = ch;
         const double p1 = 1 + ch * (kNewton467 + ch);
         const double p2 = ch * (kNewton673 + ch * (kNewton666 + ch));
@@ -119,6 +153,7 @@ double MCDistFun::idfchb(double p, double df, double start, long& code) {
         return Fail(code, kFailed);
     double middle = (lower + upper) / 2;
     for (int round = 0; round < kMaxBisections && upper - lower > kBisectionAccuracy * middle; ++round) {
+        CountStep();
         (below(middle) ? lower : upper) = middle;
         middle = (lower + upper) / 2;
     }
@@ -130,6 +165,7 @@ double MCDistFun::correctedChi(double p, double df, double start) {
     const ChiSquare chi(df);
     double ch = start;
     for (int round = 0; round < kMaxCorrections; ++round) {
+        CountStep();
         const double previous = ch;
         if (!(ch > 0) || std::isinf(ch))
             return kUnknown;
@@ -160,9 +196,12 @@ double MCDistFun::kordidfchi(double p, double df, long& code) {
     if (df < -kSmallStartFactor * std::log(p)) {
         start = SmallStart(chi, p);
         if (start < kAccuracy)
-            return start;
+            return Completed(start, chi.half);
+        start = Improved(start, chi, p);
     } else {
         start = df <= kSmallDf ? SmallDfStart(chi, p) : WilsonHilfertyStart(chi, p, probit(p));
+        if (p < kFarLowerTail)
+            start = Improved(start > 0 ? start : SmallStart(chi, p), chi, p);
     }
     const double quantile = correctedChi(p, df, start);
     return std::isnan(quantile) ? idfchb(p, df, start, code) : quantile;

@@ -1,8 +1,11 @@
+#include "stats/beta_quantile.h"
 #include "stats/constants.h"
 #include "stats/guards.h"
+#include "stats/incomplete_beta.h"
 
 #include <MCMath_900/MCDistFun.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -11,6 +14,26 @@
 namespace MCMath_900 {
 
 using namespace veltrane::stats;
+
+namespace {
+
+/// The lower or the upper tail at an x above 0, of at least what is smaller by its own digits.
+double Tail(double x, double df1, double df2, bool lower, long& code) {
+    code = kSuccess;
+    if (std::isinf(x))
+        return lower ? 1.0 : 0.0;
+    const double r = df2 / df1;
+    const double below = x / (r + x);
+    const double above = r / (x + r);
+    const double a = df1 / 2, b = df2 / 2;
+    const bool isAtEnd = IsAtEnd(below, above, a, b);
+    const double logit = std::log(x) + std::log(df1) - std::log(df2);
+    if (lower)
+        return isAtEnd ? BetaRatioAtEnd(logit, a, b) : BetaRatio(below, above, a, b, code);
+    return isAtEnd ? BetaRatioAtEnd(-logit, b, a) : BetaRatio(above, below, b, a, code);
+}
+
+} // namespace
 
 double MCDistFun::kordcdff(double x, double df1, double df2, long& code) {
     code = kSuccess;
@@ -23,11 +46,7 @@ double MCDistFun::kordcdff(double x, double df1, double df2, long& code) {
         return derf(std::sqrt(x / 2));
     if (df1 == 1 && df2 == 1)
         return 2 / std::numbers::pi * std::atan(std::sqrt(x));
-    const double r = df2 / df1;
-    const double lower = std::isinf(x) ? 1.0 : x / (r + x);
-    const double upper = std::isinf(x) ? 0.0 : r / (x + r);
-    const double result =
-        x >= 1 ? 1 - cdfbet(upper, lower, df2 / 2, df1 / 2, code) : cdfbet(lower, upper, df1 / 2, df2 / 2, code);
+    const double result = Tail(x, df1, df2, true, code);
     return code == kSuccess ? result : Fail(code, kFailed);
 }
 
@@ -40,10 +59,7 @@ double MCDistFun::SigF(double x, double df1, double df2) {
         return Missing();
     if (x <= 0)
         return 1.0;
-    if (std::isinf(x))
-        return 0.0;
-    const double r = df2 / df1;
-    return Checked([&](long& code) { return cdfbet(r / (x + r), x / (x + r), df2 / 2, df1 / 2, code); });
+    return Checked([&](long& code) { return Tail(x, df1, df2, false, code); });
 }
 
 double MCDistFun::kordidff(double p, double df1, double df2, long& code) {
@@ -52,13 +68,19 @@ double MCDistFun::kordidff(double p, double df1, double df2, long& code) {
         return Fail(code, kBadArgument);
     if (p == 0)
         return 0.0;
-    if (df1 == 1) {
+    // The square of the quantile of t at p / 2 + 0.5. As a quantile of its own it keeps the digits of a small p.
+    if (df1 == 1 && df2 >= kNormalFrom && p < 0.5)
+        return kordidfchi(p, 1, code);
+    if (df1 == 1 && p >= 0.5) {
         const double t = kordidft(p / 2 + 0.5, df2, code);
-        return code == kSuccess ? t * t : Missing();
+        return code == kSuccess ? FiniteOrMissing(t * t) : Missing();
     }
-    const double v = betinv(p, df1 / 2, df2 / 2);
-    const double quantile = v / (1 - v) * df2 / df1;
-    if (!(v >= 0 && v < 1) || !std::isfinite(quantile))
+    // v / (1 - v) df2 / df1: the quotient of v and its complement comes with its own digits.
+    BetaQuantile v;
+    if (!SolveBeta(p, df1 / 2, df2 / 2, v))
+        return Fail(code, kFailed);
+    const double quantile = std::exp(v.logit + std::log(df2) - std::log(df1));
+    if (!std::isfinite(quantile))
         return Fail(code, kFailed);
     return quantile;
 }

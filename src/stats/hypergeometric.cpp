@@ -1,5 +1,6 @@
 #include "stats/guards.h"
 #include "stats/saddle_point.h"
+#include "stats/steps.h"
 
 #include <MCMath_900/MCDistFun.h>
 #include <MCMath_900/MCPower.h>
@@ -35,8 +36,11 @@ struct Population {
     double Largest() const { return std::min(sample, hits); }
     double Mode() const { return std::floor((sample + 1) * (hits + 1) / (total + 2)); }
 
-    /// The ratio of the probability of x to that of x - 1.
-    double UpwardRatio(double x) const { return (hits - x + 1) / x * ((sample - x + 1) / (total - hits - sample + x)); }
+    /// The ratio of the probability of x to that of x - 1, and the other way round.
+    double UpwardRatio(double x) const { return (hits - x + 1) * (sample - x + 1) / (x * (total - hits - sample + x)); }
+    double DownwardRatio(double x) const {
+        return x * (total - hits - sample + x) / ((hits - x + 1) * (sample - x + 1));
+    }
 };
 
 /// ln of a binomial point probability, k = 0 and k = n included.
@@ -61,17 +65,28 @@ double LogPointProbability(double x, const Population& of) {
 
 /// The sum of the terms from `from` down to the smallest x, relative to `first`, the one at `from`.
 double SumDown(double from, double first, const Population& of) {
+    const double smallest = of.Smallest();
     double sum = first, term = first;
-    for (double x = from; x > of.Smallest() && sum + term / of.UpwardRatio(x) != sum; --x)
-        sum += term /= of.UpwardRatio(x);
+    for (double x = from; x > smallest; --x) {
+        CountStep();
+        term *= of.DownwardRatio(x);
+        if (sum + term == sum)
+            break;
+        sum += term;
+    }
     return sum;
 }
 
 /// The sum of the terms from `from` up to `to`, relative to `first`, the one at `from`.
 double SumUp(double from, double to, double first, const Population& of) {
     double sum = first, term = first;
-    for (double x = from + 1; x <= to && sum + term * of.UpwardRatio(x) != sum; ++x)
-        sum += term *= of.UpwardRatio(x);
+    for (double x = from + 1; x <= to; ++x) {
+        CountStep();
+        term *= of.UpwardRatio(x);
+        if (sum + term == sum)
+            break;
+        sum += term;
+    }
     return sum;
 }
 
@@ -83,8 +98,10 @@ double CumulativeFromMode(double x, const Population& of) {
     if (x >= mode)
         return (belowMode + (SumUp(mode, x, kScale, of) - kScale)) / whole;
     double term = kScale;
-    for (double k = mode; k > x && term > 0; --k)
-        term /= of.UpwardRatio(k);
+    for (double k = mode; k > x && term > 0; --k) {
+        CountStep();
+        term *= of.DownwardRatio(k);
+    }
     return SumDown(x, term, of) / whole;
 }
 

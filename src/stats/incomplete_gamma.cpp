@@ -1,6 +1,10 @@
+#include "stats/incomplete_gamma.h"
+
 #include "stats/constants.h"
 #include "stats/guards.h"
 #include "stats/saddle_point.h"
+#include "stats/steps.h"
+#include "stats/tail_integral.h"
 
 #include <MCMath_900/MCDistFun.h>
 #include <MCMath_900/MCPower.h>
@@ -16,10 +20,15 @@
 /// probabilities, I", J. Amer. Statist. Assoc. 63 (1968), 1416-1456, and E. B. Wilson and M. M. Hilferty, "The
 /// distribution of chi-square", Proc. Nat. Acad. Sci. 17 (1931), 684-688.
 ///
-/// Accuracy: some 1e-14 for the tail that is computed; the other one is its complement.
-namespace MCMath_900 {
+/// Near the mean of a large parameter either expansion needs some multiple of the standard deviation of rounds; there
+/// its sum is had as an integral instead, which is the same number. The upper tail of a small parameter is summed on
+/// its own.
+///
+/// Accuracy: some 1e-14 for the smaller tail, 1e-12 down to 1e-300; the other one is its complement.
+namespace veltrane::stats {
 
-using namespace veltrane::stats;
+using MCMath_900::MCDistFun;
+using MCMath_900::MCPower;
 
 namespace {
 
@@ -30,8 +39,19 @@ constexpr double kLogTolerance = -14;
 /// The values of the fraction are scaled down from here on: sqrt of the largest double.
 constexpr double kRescaleFrom = 1.34e154;
 
-/// Rounds that either expansion may take. Only parameters above 1e10 need more, where the approximations are exact.
-constexpr int kMaxRounds = 1000000;
+/// Rounds that either expansion may take, as no more are needed: up to kIntegralFrom, or away from the mean.
+constexpr int kMaxRounds = 10000;
+
+/// From this parameter on, and this near to it, the integral takes the place of either expansion.
+constexpr double kIntegralFrom = 1e4;
+constexpr double kIntegralReach = 0.05;
+
+/// Below this parameter the upper tail of an x up to 1 is too small to be what the lower one leaves of 1.
+constexpr double kSmallShape = 0.3;
+
+bool HasIntegral(double a, double x) {
+    return a >= kIntegralFrom && std::fabs(x - a) < kIntegralReach * a;
+}
 
 /// Whether the series would need too many terms: by its ratio of terms at the start.
 bool SeriesIsTooLong(double a, double x) {
@@ -49,8 +69,11 @@ bool SeriesIsTooLong(double a, double x) {
 double LogLowerBySeries(double a, double x) {
     if (SeriesIsTooLong(a, x) || IsMissing(MCDistFun::korddnlgam(a + 1)))
         return kUnknown;
+    if (HasIntegral(a, x))
+        return LogPoissonTerm(a, x) + std::log(a * TailIntegral(a - x - 1, {a - 1, -1}, {}));
     double sum = 1, term = 1, c = a;
     for (int round = 0; round < kMaxRounds; ++round) {
+        CountStep();
         c += 1;
         term *= x / c;
         sum += term;
@@ -79,10 +102,13 @@ struct Convergents {
 double LogUpperByFraction(double shape, double x) {
     if (IsMissing(MCDistFun::korddnlgam(shape)) || 4 * std::log(x) >= kMaxExponent)
         return kUnknown;
+    if (HasIntegral(shape, x))
+        return LogPoissonTerm(shape, x) + std::log(shape * TailIntegral(x - shape + 1, {shape - 1, 1}, {}));
     double a = 1 - shape, b = x + a + 1;
     Convergents values{1, x, x + 1, x * b};
     double previous = values.a1 / values.b1;
     for (int round = 1; round < kMaxRounds; ++round) {
+        CountStep();
         a += 1;
         b += 2;
         const double weight = a * round;
@@ -97,6 +123,20 @@ double LogUpperByFraction(double shape, double x) {
         values.Step(nextA, nextB);
     }
     return kUnknown;
+}
+
+/// The upper tail of a small shape at an x of at most 1, where 1 less the lower tail would cancel: the lower one is a
+/// factor near 1 times a sum near 1, and what each lacks of 1 is small. W. Gautschi, "A computational procedure for
+/// incomplete gamma functions", ACM Trans. Math. Software 5 (1979), 466-481.
+double UpperOfSmallShape(double a, double x) {
+    const double logFactor = a * std::log(x) - LogGammaOfOnePlus(a);
+    double sum = 0, term = 1;
+    for (int n = 1; std::fabs(term) > kTolerance * kTolerance; ++n) {
+        CountStep();
+        term *= -x / n;
+        sum -= term / (a + n);
+    }
+    return a * sum * std::exp(logFactor) - std::expm1(logFactor);
 }
 
 /// The normal deviate of an upper tail, by Peizer and Pratt; for a of at least 0.5.
@@ -123,7 +163,7 @@ double WilsonHilfertyDeviate(double a, double x) {
 
 } // namespace
 
-double MCDistFun::gammad(double x, double a, bool lower, long& code) {
+double GammaRatio(double x, double a, bool lower, long& code) {
     code = kSuccess;
     if (!(a > 0) || std::isnan(x))
         return Fail(code, kBadArgument);
@@ -131,6 +171,8 @@ double MCDistFun::gammad(double x, double a, bool lower, long& code) {
         return (x > 0) == lower ? 1 : 0;
     if (a == 1)
         return lower ? ComplementedExp(-x) : BoundedExp(-x);
+    if (!lower && a < kSmallShape && x <= 1)
+        return UpperOfSmallShape(a, x);
     const bool lowerIsComputed = x <= 1 || a >= x;
     const double logTail = lowerIsComputed ? LogLowerBySeries(a, x) : LogUpperByFraction(a, x);
     if (logTail <= 0)
@@ -138,8 +180,18 @@ double MCDistFun::gammad(double x, double a, bool lower, long& code) {
     const double deviate = !lower && a >= 0.5 ? PeizerPrattDeviate(a, x)
                            : lower            ? WilsonHilfertyDeviate(a, x)
                                               : -WilsonHilfertyDeviate(a, x);
-    const double tail = prbnrm(deviate);
+    const double tail = MCDistFun::CdfStdNorm(deviate);
     return IsMissing(tail) ? Fail(code, kFailed) : tail;
+}
+
+} // namespace veltrane::stats
+
+namespace MCMath_900 {
+
+using namespace veltrane::stats;
+
+double MCDistFun::gammad(double x, double a, bool lower, long& code) {
+    return GammaRatio(x, a, lower, code);
 }
 
 double MCDistFun::cdfexp(double x, double rate, long& code) {

@@ -1,6 +1,7 @@
 #include "platform/platform.h"
 #include "stats/guards.h"
 #include "stats/saddle_point.h"
+#include "stats/steps.h"
 
 #include <MCMath_900/MCDistFun.h>
 
@@ -18,8 +19,10 @@ namespace {
 double BinomialProduct(double n, double k) {
     const double m = std::min(k, n - k);
     double product = 1;
-    for (double i = 0; i < m; ++i)
+    for (double i = 0; i < m; ++i) {
+        CountStep();
         product *= (n - i) / (m - i);
+    }
     return product;
 }
 

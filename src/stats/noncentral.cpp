@@ -1,6 +1,8 @@
 #include "stats/constants.h"
 #include "stats/guards.h"
+#include "stats/incomplete_beta.h"
 #include "stats/saddle_point.h"
+#include "stats/steps.h"
 
 #include <MCMath_900/MCDistFun.h>
 
@@ -62,7 +64,8 @@ double MCDistFun::NonCentralCdfChi(double x, double df, double ncp) {
     double step = BoundedExp(LogPoissonTerm(shape, half));
     double sum = weights.Weight() * ratio;
     for (int term = 1; weights.Remaining() * ratio > kTolerance; ++term) {
-        if (term == kMaxTerms)
+        CountStep();
+        if (term == kMaxTerms || weights.Index() >= kLargestIndex)
             return Missing();
         ratio -= step;
         shape += 1;
@@ -83,20 +86,21 @@ double MCDistFun::ncdbet(double x, double y, double a, double b, double ncp, lon
     if (!(a > 0 && b > 0) || !(ncp >= 0) || std::isnan(x) || std::isinf(ncp))
         return Fail(code, kBadArgument);
     if (ncp == 0)
-        return cdfbet(x, y, a, b, code);
+        return BetaRatio(x, y, a, b, code);
     if (x <= 0)
         return 0.0;
     if (y <= 0)
         return 1.0;
     PoissonWeights weights(ncp / 2);
     double first = a + weights.Index();
-    double ratio = cdfbet(x, y, first, b, code);
+    double ratio = BetaRatio(x, y, first, b, code);
     if (code != kSuccess)
         return Missing();
     double step = BoundedExp(LogBinomialTerm(first, b, x, y) + std::log(b / (first + b)));
     double sum = weights.Weight() * ratio;
     for (int term = 1; !(weights.Remaining() * ratio <= tol); ++term) {
-        if (term == kMaxTerms)
+        CountStep();
+        if (term == kMaxTerms || weights.Index() >= kLargestIndex)
             return Fail(code, kFailed);
         ratio -= step;
         first += 1;

@@ -1,6 +1,8 @@
 #include "stats/constants.h"
 #include "stats/guards.h"
+#include "stats/incomplete_beta.h"
 #include "stats/saddle_point.h"
+#include "stats/steps.h"
 
 #include <MCMath_900/MCDistFun.h>
 
@@ -88,7 +90,8 @@ private:
     bool Walk(int direction, int& rounds) {
         double even = 1, odd = fOddPeak;
         for (double j = fPeak; direction > 0 || j >= 2; j += 2 * direction) {
-            if (++rounds > kMaxDensityRounds)
+            CountStep();
+            if (++rounds > kMaxDensityRounds || j >= kLargestIndex)
                 return false;
             even = direction > 0 ? even * Ratio(j) : even / Ratio(j - 2);
             odd = direction > 0 ? odd * Ratio(j + 1) : odd / Ratio(j - 1);
@@ -117,7 +120,7 @@ double MCDistFun::nctPositivePart(double x, double df, double ncp) {
     const double outer = std::isinf(quotient) ? 1.0 : quotient / (quotient + x);
     const auto start = [&](double first, double weight) {
         long code = kSuccess;
-        const double ratio = cdfbet(inner, outer, first, b, code);
+        const double ratio = BetaRatio(inner, outer, first, b, code);
         const double step = inner > 0 && outer > 0
                                 ? BoundedExp(LogBinomialTerm(first, b, inner, outer) + std::log(b / (first + b)))
                                 : 0.0;
@@ -133,7 +136,8 @@ double MCDistFun::nctPositivePart(double x, double df, double ncp) {
     double remaining = 0.5 - even.weight;
     double j = index;
     for (int round = 1; 2 * remaining * (even.ratio - even.step) > kTolerance; ++round) {
-        if (round == kMaxRounds)
+        CountStep();
+        if (round == kMaxRounds || j >= kLargestIndex)
             return Missing();
         j += 1;
         even.Next(inner, b, lambda / j);

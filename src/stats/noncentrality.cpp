@@ -1,5 +1,6 @@
 #include "stats/constants.h"
 #include "stats/guards.h"
+#include "stats/steps.h"
 
 #include <MCMath_900/MCDistFun.h>
 #include <MCMath_900/MCPower.h>
@@ -34,6 +35,7 @@ template <class Excess>
 double Bisect(Excess excess, double lower, double upper, double tol) {
     double middle = (lower + upper) * 0.5;
     for (int round = 0; round < kMaxRounds; ++round) {
+        CountStep();
         const double difference = excess(middle);
         if (std::isnan(difference))
             return Missing();
@@ -67,6 +69,7 @@ double FindNonCentrality(Cumulative cumulative, double start, double p, double t
     const double factor = first > 0 ? 2 : 0.5;
     double near = start, far = start * factor;
     for (int round = 0; round < kMaxRounds; ++round, near = far, far *= factor) {
+        CountStep();
         const double difference = excess(far);
         if (std::isnan(difference))
             return Missing();

@@ -17,10 +17,14 @@ double StirlingError(double x);
 /// x ln(x / mean) + mean - x, without cancellation for an x near its mean.
 double Deviance(double x, double mean);
 
+/// ln Gamma(1 + h), to the relative accuracy of a small h.
+double LogGammaOfOnePlus(double h);
+
 /// ln of x^a exp(-x) / Gamma(a + 1). An a of 0 is allowed.
 double LogPoissonTerm(double a, double x);
 
 /// ln of x^a y^b Gamma(a + b + 1) / (Gamma(a + 1) Gamma(b + 1)), where y is 1 - x as exactly as the caller knows it.
+/// The smaller of the two is taken as exact.
 double LogBinomialTerm(double a, double b, double x, double y);
 
 /// ln of Gamma(n + 1) / (Gamma(k + 1) Gamma(n - k + 1)) for 0 < k < n.
@@ -28,6 +32,9 @@ double LogChoose(double n, double k);
 
 /// ln of the beta function.
 double LogBeta(double a, double b);
+
+/// ln of a times the beta function, to the relative accuracy of a small a, where it is proportional to a.
+double LogScaledBeta(double a, double b);
 
 /// ln Gamma(h + d) - ln Gamma(h).
 double LogGammaStep(double h, double d);

@@ -1,5 +1,7 @@
+#include "stats/beta_quantile.h"
 #include "stats/constants.h"
 #include "stats/guards.h"
+#include "stats/incomplete_beta.h"
 #include "stats/saddle_point.h"
 
 #include <MCMath_900/MCDistFun.h>
@@ -18,14 +20,15 @@ using namespace veltrane::stats;
 
 namespace {
 
-/// An x whose square overflows.
+/// From here on a square is near the end of the range.
 constexpr double kLargeX = 1e150;
 
 /// ln(1 + x^2 / df)
 double LogOfOnePlusSquare(double x, double df) {
     if (std::fabs(x) < kLargeX)
         return std::log1p(x * x / df);
-    return 2 * std::log(std::fabs(x)) - std::log(df);
+    const double quotient = std::fabs(x) / std::sqrt(df);
+    return quotient < kLargeX ? std::log1p(quotient * quotient) : 2 * std::log(quotient);
 }
 
 /// The lower tail of the Cauchy distribution, as an angle, which keeps the far tail.
@@ -43,10 +46,13 @@ double MCDistFun::tLowerTail(double x, double df, long& code) {
     const double inner = size / (quotient + size);
     const double outer = quotient / (quotient + size);
     if (size <= 1) {
-        const double half = cdfbet(inner, outer, 0.5, df / 2, code) / 2;
+        const double half = BetaRatio(inner, outer, 0.5, df / 2, code) / 2;
         return x < 0 ? 0.5 - half : 0.5 + half;
     }
-    const double half = cdfbet(outer, inner, df / 2, 0.5, code) / 2;
+    const double half =
+        (IsAtEnd(outer, inner, df / 2, 0.5) ? BetaRatioAtEnd(std::log(df) - 2 * std::log(size), df / 2, 0.5)
+                                            : BetaRatio(outer, inner, df / 2, 0.5, code)) /
+        2;
     return x <= 1 ? half : 1 - half;
 }
 
@@ -96,11 +102,14 @@ double MCDistFun::kordidft(double p, double df, long& code) {
         return 0.0;
     if (df >= kNormalFrom)
         return IdfStdNorm(p);
-    const double v = betinv(2 * std::min(p, 1 - p), df / 2, 0.5);
-    const double square = (1 / v - 1) * df;
-    if (!(v > 0) || !(square >= 0) || std::isinf(square))
+    // The root of (1 / v - 1) df: the quotient of the complement of v and v comes with its own digits.
+    BetaQuantile v;
+    if (!SolveBeta(2 * std::min(p, 1 - p), df / 2, 0.5, v))
         return Fail(code, kFailed);
-    return p < 0.5 ? -std::sqrt(square) : std::sqrt(square);
+    const double size = std::sqrt(df) * std::exp(-v.logit / 2);
+    if (!std::isfinite(size))
+        return Fail(code, kFailed);
+    return p < 0.5 ? -size : size;
 }
 
 double MCDistFun::IdfT(double p, double df) {

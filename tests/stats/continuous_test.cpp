@@ -264,11 +264,43 @@ TEST(KeptBetaQuantile, AFailureIsMinusOne) {
     EXPECT_EQ(MCDistFun::IdfBeta(1, -1, 2), 1);
 }
 
-// The Newton steps end at a length of 1e-10, so that a smaller quantile isn't resolved.
-TEST(KeptBetaQuantile, AQuantileBelowTheStepIsNotResolved) {
-    const double quantile = MCDistFun::IdfBeta(1e-10, 0.5, 3);
-    EXPECT_GT(quantile, 1e-13);
-    EXPECT_LT(quantile, 1e-9);
+// The Newton steps end at a length of 1e-10. The start that they end from is the quantile itself, however small.
+TEST(BetaQuantile, HasItsDigitsBelowTheShortestStep) {
+    const auto leadingTerm = [](double p, double a, double b) {
+        return std::exp((std::log(p * a) + std::lgamma(a) + std::lgamma(b) - std::lgamma(a + b)) / a);
+    };
+    for (const double p : {1e-10, 1e-30, 1e-100}) {
+        EXPECT_NEAR(MCDistFun::IdfBeta(p, 0.5, 3) / leadingTerm(p, 0.5, 3), 1, 1e-12) << p;
+        EXPECT_NEAR(MCDistFun::IdfBeta(p, 2.5, 0.2) / leadingTerm(p, 2.5, 0.2), 1, 2 * std::pow(p, 0.4) + 1e-12) << p;
+    }
+    EXPECT_NEAR(MCDistFun::IdfBeta(0.5, 0.01, 2) / leadingTerm(0.5, 0.01, 2), 1, 1e-11);
+}
+
+TEST(StudentQuantile, HasItsDigitsInTheFarTailAndNearTheMedian) {
+    for (const double p : {1e-5, 1e-50, 1e-150}) {
+        const double tail = MCDistFun::SigT(-MCDistFun::IdfT(p, 1.5), 1.5);
+        EXPECT_NEAR(tail / p, 1, 1e-12) << p;
+    }
+    long code = 0;
+    for (const double distance : {0x1p-10, 0x1p-26, 0x1p-50})
+        EXPECT_NEAR(MCDistFun::IdfT(0.5 + distance, 1e4) * MCDistFun::PdfT(0, 1e4, code) / distance, 1,
+                    2 * distance * distance * std::numbers::pi + 1e-12)
+            << distance;
+}
+
+TEST(FQuantile, HasItsDigitsAtBothEnds) {
+    for (const double p : {1e-200, 1e-20, 1e-3, 0.999}) {
+        const double x = MCDistFun::IdfF(p, 3, 0.1);
+        EXPECT_NEAR(MCDistFun::CdfF(x, 3, 0.1) / p, 1, 1e-12) << p;
+    }
+}
+
+// A start below 5e-7 is returned at once: with the terms after the leading one.
+TEST(ChiSquareQuantile, HasItsDigitsBelowTheCorrections) {
+    for (const double p : {1e-7, 1.5e-7, 1e-20, 1e-200}) {
+        const double quantile = MCDistFun::IdfChi(p, 2);
+        EXPECT_NEAR(quantile / (-2 * std::log1p(-p)), 1, 1e-13) << p;
+    }
 }
 
 } // namespace
