@@ -46,6 +46,23 @@ don't write them in full; one correctly rounded operation to 1.2e-16; powers, ex
 Limits are the ends of the domain: zeros, overflow, missing arguments.
 """
 
+BOUNDS = """
+## Bounds
+
+Whatever its arguments are, a call of `MCDistFun` ends after 125,000 rounds of its loops, which is within a millisecond:
+some 8 nanoseconds a round for the continued fraction of the beta ratio, 2 to 5 for the others. Tests count the rounds
+for the ends of every range, a million random bit patterns an argument and ordinary numbers. What takes the longest are
+quantiles of the beta family whose parameters are above 1e9 (90,000 rounds), tails of the hypergeometric distribution of
+the largest populations (90,000), and non-central functions of a non-centrality above 1e7 (60,000).
+
+Only `FindNCParamChi`, `FindNCParamF` and `FindNCParamT` go beyond it, up to 36 times as far. Each of some 55 bisections
+of their bracket is a cumulative function whose sum may have 60,000 terms, and the result is the middle of the last
+bracket, so that no step of them can be left out.
+
+Expansions that would take longer for large parameters end elsewhere by a form of the same value: near the mean of a
+gamma or a binomial distribution the sum is had as an integral, whose quadrature takes 48 pairs of points.
+"""
+
 SECTIONS = ((DISTRIBUTIONS, "stats"), (BUILT_IN, "transform"))
 MARKS = {"relative": "", "absolute": " *abs*", "arguments": " *arg*"}
 
@@ -75,7 +92,7 @@ def main():
     page = HEAD
     for text, subsystem in SECTIONS:
         page += text + COLUMNS + "".join(rows(subsystem, programs))
-    PAGE.write_text(page)
+    PAGE.write_text(page + BOUNDS)
 
 
 if __name__ == "__main__":
