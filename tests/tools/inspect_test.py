@@ -92,6 +92,17 @@ class Functions(HostTest):
         self.assertRegex(lines[2 + 7], r"^log10 +lg10 +a number +the logarithm to base 10 +missing unless ")
         self.assertRegex(lines[2 + 61], r"^substr +a text, a number ")
 
+    def test_those_that_turn_ascii_letters_only_say_so(self):
+        shown = self.run_host("functions").stdout.decode()
+        for name, form in (("lowercase", "lower"), ("uppercase", "upper")):
+            self.assertRegex(shown, rf"(?m)^{name} .* the text with its ASCII letters in {form} case; other letters stay as "
+                                    "they are ")
+        derived = "".join(f'<DerivedField name="{name}" optype="categorical" dataType="string">'
+                          f'{apply(name, "<FieldRef field=%sName%s/>" % (chr(34), chr(34)))}</DerivedField>'
+                          for name in ("lowercase", "uppercase"))
+        self.expect(self.transform("Name\nÄpfel ÀÉ é\n", fields=[NAME], derived=derived), 0,
+                    "lowercase,uppercase\nÄpfel ÀÉ é,ÄPFEL ÀÉ é\n", "")
+
     def test_nothing_else_is_taken(self):
         self.assertEqual(self.run_host("functions", "more").returncode, 2)
 

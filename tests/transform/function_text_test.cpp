@@ -61,6 +61,8 @@ const TextRow kTextRows[] = {
     {"RtrimAllBlank", Functions::Rtrim, "   ", 5, "", 0},
     {"UpperKeepsLength", Upper, "aBc1", 7, "ABC1", 7},
     {"LowerKeepsLength", Lower, "aBc1", -1, "abc1", -1},
+    {"UpperLeavesOtherLetters", Upper, "a\xC3\xA4\xC3\x9F\xD0\xB6z", 9, "A\xC3\xA4\xC3\x9F\xD0\xB6Z", 9},
+    {"LowerLeavesOtherLetters", Lower, "A\xC3\x84\xD0\x96Z", 9, "a\xC3\x84\xD0\x96z", 9},
 };
 
 INSTANTIATE_TEST_SUITE_P(Rows, TextFunction, testing::ValuesIn(kTextRows),
