@@ -1,9 +1,6 @@
-"""The sample of applicants, the README, and documents of open-source tools with known answers."""
+"""The sample of applicants, and documents of open-source tools with known answers."""
 import csv
-import os
 import pathlib
-import re
-import subprocess
 import unittest
 from xml.etree import ElementTree
 
@@ -47,36 +44,6 @@ class Model(HostTest):
         self.expect(self.run_host("verify", LOAN / "default.pmml"), 0,
                     "Field    Records  Agree  Largest difference\n-------  -------  -----  ------------------\n"
                     "Default  3        3      -\nRisk     3        3      0\n", "")
-
-
-class Readme(HostTest):
-    README = (PROJECT / "README.md").read_text()
-
-    def test_the_code_is_the_example_that_is_built(self):
-        source = (PROJECT / "examples" / "transform_rows.cpp").read_text()
-        self.assertIn("```cpp\n" + source + "```\n", self.README)
-
-    def test_the_example_prints_what_the_readme_shows(self):
-        example = os.environ["VELTRANE_EXAMPLE"]
-        result = subprocess.run([example, LOAN / "applicants.pmml"], capture_output=True, text=True, timeout=60)
-        self.assertEqual((result.returncode, result.stderr), (0, ""))
-        self.assertIn("```text\n" + result.stdout + "```\n", self.README)
-
-    def test_the_first_result_is_the_real_one(self):
-        shown = re.search(r"```text\n(Currency .*?)```", self.README, re.DOTALL).group(1)
-        output = subprocess.run(["awk", "-v", "rows=3", "-f", PROJECT / "tools" / "align_csv.awk",
-                                 LOAN / "applicants.expected.csv"], capture_output=True, text=True, check=True).stdout
-        self.assertEqual(shown, output)
-
-    def test_the_first_predictions_are_the_real_ones(self):
-        shown = re.search(r"```text\n(Default .*?)```", self.README, re.DOTALL).group(1)
-        output = subprocess.run(["awk", "-v", "rows=3", "-f", PROJECT / "tools" / "align_csv.awk",
-                                 LOAN / "default.expected.csv"], capture_output=True, text=True, check=True).stdout
-        self.assertEqual(shown, output)
-
-    def test_every_link_into_the_tree_leads_somewhere(self):
-        for target in re.findall(r"\]\(([^)#:]+)\)", self.README):
-            self.assertTrue((PROJECT / target).exists(), target)
 
 
 @unittest.skipUnless(CASES.is_dir(), f"the documents of open-source tools are not at {CASES}")

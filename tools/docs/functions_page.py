@@ -73,9 +73,9 @@ function makes of an argument that is missing then stands behind its result. A n
 system-missing one, which every number that its field declares missing becomes. A text that its field declares missing
 stays as it is; a field that the case lacks gives the empty text.
 
-`lowercase` and `uppercase` go byte by byte, by the C locale of the process: under the locales C and UTF-8 they turn the
-letters A to Z and leave all others, "Ä" or "é", as they are. Documents of the standard mean all letters; a reading that
-turns these isn't there yet.
+`lowercase`, `lower` and `uppercase` go byte by byte, by the C locale of the process: under the locales C and UTF-8 they
+turn the letters A to Z and leave all others, "Ä" or "é", as they are. Documents of the standard mean all letters; a
+reading that turns these isn't there yet.
 
 "In messages" is the word that refusals use; some functions have none of their own.
 """
