@@ -51,7 +51,8 @@ script. -->
 
 The functions that an `Apply` can name: {names} names for {functions} functions. Names are compared exactly; a row with
 two names has two spellings of one function. The number is that of `TransformationDictionary::TransformFunction`, which
-plug-ins are built against.
+plug-ins are built against. A document's own functions (`DefineFunction`) aren't read yet; an `Apply` that names one is
+refused as one that names none.
 
 The arguments of an `Apply` are its `FieldRef`, `Constant` and `Apply` children in document order. Their number and
 their kinds are checked when the document is read:

@@ -32,6 +32,7 @@ constexpr std::array kUnreadable{260105, 260107, 260109, 260110, 260112};
 constexpr int kUnsupported = 260301;
 constexpr int kNoPlugin = 260113;
 constexpr int kNoNode = 260114;
+constexpr int kUnknownValue = 260303;
 
 /// Byte order marks, and "<?xm" in EBCDIC, which XML may begin with in place of "<".
 constexpr std::string_view kMarks[] = {"\xEF\xBB\xBF", "\xFE\xFF", "\xFF\xFE", "\x4C\x6F\xA7\x94"};
@@ -120,6 +121,13 @@ std::string ExplainMissingNode(const DocumentFile& document, const DocumentOutli
                        document.Name());
 }
 
+/// The function that an Apply names may be one of the document's own.
+std::string ExplainUnknownFunction(const DocumentFile& document, const DocumentOutline& outline) {
+    if (!outline.elements.contains("DefineFunction"))
+        return {};
+    return document.Name() + ": functions that a document defines itself (DefineFunction) are not read";
+}
+
 } // namespace
 
 std::string ToldText(const VTException& failure) {
@@ -188,6 +196,8 @@ std::string Explain(const VTException& failure, DocumentFile& document, const Mo
         return ExplainMissingPlugin(SearchedModel(ReadOutline(document.Stream()), list));
     if (code == kNoNode)
         return ExplainMissingNode(document, ReadOutline(document.Stream()));
+    if (code == kUnknownValue && failure.GetErrorMessage().find("'function'") != std::string::npos)
+        return ExplainUnknownFunction(document, ReadOutline(document.Stream()));
     return {};
 }
 
