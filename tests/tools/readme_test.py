@@ -1,4 +1,5 @@
-"""The README: its programs compile as they are printed, and its outputs are what the commands print."""
+"""The README: its programs compile as they are printed, and its outputs are what the commands print. After a change of
+either, tools/docs/readme_outputs.py puts the new ones in their places."""
 import os
 import pathlib
 import re
