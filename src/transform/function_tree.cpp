@@ -1,7 +1,11 @@
 #include <MCVeltrane_900/FunctionTreeImp.h>
 
 #include <algorithm>
+#include <string>
 #include <typeinfo>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace MCVeltrane_900 {
 
@@ -140,11 +144,34 @@ void FunctionTreeImp::RemoveFromParent() {
     }
 }
 
-/// One removal at a time, from the last child on: a class that overrides it is told of each, and children of one id go
-/// together.
+/// From the last child on, children of one id together, as one removal after the other does it. A class of a host's own
+/// that overrides the removal is told of each; here each is looked up by its id, so that any number of them is removed
+/// in one pass.
 void FunctionTreeImp::RemoveAllChildren() {
-    for (int i = GetChildCount() - 1; i >= 0; --i) {
-        Remove(i);
+    if (typeid(*this) != typeid(FunctionTreeImp)) {
+        for (int i = GetChildCount() - 1; i >= 0; --i) {
+            Remove(i);
+        }
+        return;
+    }
+    std::unordered_map<std::string, std::vector<std::size_t>> slotsOfId;
+    for (std::size_t i = 0; i < fChildren.size(); ++i) {
+        if (fChildren[i] != nullptr) {
+            slotsOfId[fChildren[i]->GetNodeStats().GetNodeID()].push_back(i);
+        }
+    }
+    for (std::size_t i = fChildren.size(); i-- > 0;) {
+        if (fChildren[i] == nullptr) {
+            continue;
+        }
+        const auto slots = slotsOfId.find(fChildren[i]->GetNodeStats().GetNodeID());
+        if (slots == slotsOfId.end()) { // a host's child whose id has changed meanwhile
+            Remove(static_cast<int>(i));
+            continue;
+        }
+        for (const std::size_t slot : slots->second) {
+            delete std::exchange(fChildren[slot], nullptr);
+        }
     }
 }
 
