@@ -5,11 +5,16 @@
 
 #include <MCVeltrane_900/ModelFactory.h>
 
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
+#include <xercesc/util/XMLMsgLoader.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include <atomic>
+#include <cstddef>
 #include <mutex>
+#include <new>
 
 namespace veltrane::factory {
 
@@ -25,44 +30,102 @@ namespace {
 /// Makes the mutex while the library is loaded, so that it dies after every static object that is made later.
 [[maybe_unused]] platform::RecursiveMutex& gModelMutex = ModelMutex();
 
-/// Whether the XML platform started, and its message when it didn't. The exception is gone when this returns: it has
-/// its text in the memory of the platform that is ended next.
-bool TryToStart(std::string& message) {
-    try {
-        StartXmlPlatform();
-        return true;
-    } catch (const xercesc::XMLException& failure) {
-        message = ToUtf8(failure.getMessage());
-        return false;
+/// More than the XML platform takes for itself. A start that runs out of memory half way can't be undone, and from some
+/// point on it ends the process.
+constexpr std::size_t kStartMemory = 1U << 20;
+
+/// Set when a start broke off half way. The platform counts as started then, but it can be neither used nor ended.
+std::atomic<bool> gHalfStarted{false};
+
+using xercesc::XMLPlatformUtils;
+
+/// The messages get their locale right before the part of a start that the end relies on, and lose it at the end.
+bool IsWhole() {
+    return XMLPlatformUtils::fgMemoryManager != nullptr && xercesc::XMLMsgLoader::getLocale() != nullptr;
+}
+
+/// Fails in front of a start that could not succeed; nothing is begun then.
+void RequireStartable() {
+    if (gHalfStarted) {
+        throw xercesc::OutOfMemoryException();
     }
+    ::operator delete(::operator new(kStartMemory));
+}
+
+void BeginStart() {
+    try {
+        XMLPlatformUtils::Initialize(xercesc::XMLUni::fgXercescDefaultLocale, nullptr, nullptr, nullptr);
+    } catch (...) {
+        gHalfStarted = XMLPlatformUtils::fgMemoryManager != nullptr && !IsWhole();
+        throw;
+    }
+    if (XMLPlatformUtils::fgMemoryManager == nullptr) {
+        // A start before this one failed at its first step.
+        gHalfStarted = true;
+        throw xercesc::OutOfMemoryException();
+    }
+}
+
+/// How far a start of the XML platform came, and its message when it failed. The exception is gone by then: it has its
+/// text in the memory of the platform that is ended next.
+struct StartOutcome {
+    bool done = false;
+    bool mustBeEnded = false;
+    std::string message;
+};
+
+StartOutcome TryToStart() {
+    StartOutcome outcome;
+    bool begun = false;
+    try {
+        RequireStartable();
+        begun = true;
+        BeginStart();
+        outcome.done = true;
+        return outcome;
+    } catch (const xercesc::XMLException& failure) {
+        outcome.message = ToUtf8(failure.getMessage());
+        outcome.mustBeEnded = !gHalfStarted;
+    } catch (const xercesc::OutOfMemoryException& failure) {
+        outcome.message = ToUtf8(failure.getMessage());
+    } catch (const std::bad_alloc&) {
+        outcome.message = ToUtf8(xercesc::OutOfMemoryException().getMessage());
+    } catch (...) {
+        // it has no message that is known here
+    }
+    outcome.mustBeEnded = outcome.mustBeEnded || (begun && IsWhole());
+    return outcome;
 }
 
 } // namespace
 
 void StartXmlPlatform() {
-    xercesc::XMLPlatformUtils::Initialize(xercesc::XMLUni::fgXercescDefaultLocale, nullptr, nullptr, nullptr);
+    RequireStartable();
+    BeginStart();
 }
 
 XMLPlatformGuard::XMLPlatformGuard() : fInitialized(ModelFactory::fInitialized) {
     if (fInitialized) {
-        if (xercesc::XMLPlatformUtils::fgMemoryManager == nullptr) {
+        if (XMLPlatformUtils::fgMemoryManager == nullptr) {
             diagnostics::Raise(260102);
         }
         return;
     }
-    ModelMutex().lock();
-    std::string message;
-    fStarted = TryToStart(message);
+    std::unique_lock lock(ModelMutex());
+    const StartOutcome outcome = TryToStart();
+    fStarted = outcome.done;
     if (!fStarted) {
-        xercesc::XMLPlatformUtils::Terminate();
-        ModelMutex().unlock();
-        diagnostics::RaiseWithDetail(260102, message);
+        if (outcome.mustBeEnded) {
+            XMLPlatformUtils::Terminate();
+        }
+        diagnostics::RaiseWithDetail(260102, outcome.message);
     }
+    lock.release();
 }
 
 XMLPlatformGuard::~XMLPlatformGuard() {
     if (!fInitialized) {
-        xercesc::XMLPlatformUtils::Terminate();
+        XMLPlatformUtils::Terminate();
         ModelMutex().unlock();
     }
 }

@@ -13,14 +13,17 @@ namespace veltrane::factory {
 platform::RecursiveMutex& ModelMutex();
 
 /// Starts the XML platform for the life of the process or of a guard.
-/// @throws xercesc::XMLException as it comes
+/// @throws xercesc::XMLException and what else the start fails with, as it comes; std::bad_alloc with the platform as
+/// it
+///         was when there is not memory enough for it; xercesc::OutOfMemoryException ever after a start that broke off
+///         half way
 void StartXmlPlatform();
 
 /// Unless ModelFactory::Initialize has run, starts the XML platform and holds the factory's lock for its scope.
 class XMLPlatformGuard {
 public:
-    /// @throws VTException 260102 when the XML platform doesn't start, or when it was ended after Initialize; platform
-    ///         and lock are then as they were
+    /// @throws VTException 260102 when the XML platform doesn't start, whatever its start throws, or when it was ended
+    ///         after Initialize; platform and lock are then as they were
     XMLPlatformGuard();
     ~XMLPlatformGuard();
     XMLPlatformGuard(const XMLPlatformGuard&) = delete;

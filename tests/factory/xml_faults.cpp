@@ -1,14 +1,18 @@
 #include "factory/xml_faults.h"
 
+#include "support/allocations.h"
+
 #include <xercesc/dom/impl/DOMDeepNodeListImpl.hpp>
 #include <xercesc/dom/impl/DOMElementImpl.hpp>
 #include <xercesc/parsers/AbstractDOMParser.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/RuntimeException.hpp>
 
 #include <atomic>
 #include <cstdlib>
 #include <dlfcn.h>
+#include <new>
 #include <string>
 
 #define VELTRANE_IN_FRONT __attribute__((visibility("default")))
@@ -18,7 +22,11 @@ namespace veltrane::tests {
 namespace {
 
 std::atomic<XmlFault> gFault{XmlFault::kNone};
+std::atomic<std::size_t> gAllocationsBefore{0};
 std::atomic<int> gStarted{0};
+
+/// Derives from nothing that could be caught by a name.
+struct UnknownFault {};
 
 /// The parser's own operation. `name` is its mangled name behind that of the parser's namespace.
 template <typename Function>
@@ -36,7 +44,8 @@ Function Real(const std::string& prefix, const std::string& name) {
 
 const char* const kXmlFaultMessage = "NULL pointer";
 
-SetXmlFault::SetXmlFault(XmlFault fault) {
+SetXmlFault::SetXmlFault(XmlFault fault, std::size_t before) {
+    gAllocationsBefore = before;
     gFault = fault;
 }
 SetXmlFault::~SetXmlFault() {
@@ -52,6 +61,7 @@ int PlatformsStarted() {
 using veltrane::tests::gFault;
 using veltrane::tests::gStarted;
 using veltrane::tests::Real;
+using veltrane::tests::UnknownFault;
 using veltrane::tests::XmlFault;
 
 XERCES_CPP_NAMESPACE_BEGIN
@@ -62,10 +72,23 @@ VELTRANE_IN_FRONT void XMLPlatformUtils::Initialize(const char* const locale, co
     using Function = void (*)(const char*, const char*, PanicHandler*, MemoryManager*);
     static const auto real =
         Real<Function>("_ZN", "16XMLPlatformUtils10InitializeEPKcS2_PNS_12PanicHandlerEPNS_13MemoryManagerE");
+    if (gFault == XmlFault::kMemoryRunsOutInTheStart) {
+        const veltrane::tests::FailingAllocation failing(veltrane::tests::gAllocationsBefore);
+        return real(locale, nlsHome, panicHandler, memoryManager);
+    }
     real(locale, nlsHome, panicHandler, memoryManager);
     ++gStarted;
-    if (gFault == XmlFault::kPlatformFails) {
+    switch (gFault) {
+    case XmlFault::kPlatformFails:
         throw RuntimeException(__FILE__, __LINE__, XMLExcepts::CPtr_PointerIsZero);
+    case XmlFault::kPlatformHasNoMemory:
+        throw OutOfMemoryException();
+    case XmlFault::kPlatformHasNoManager:
+        throw std::bad_alloc();
+    case XmlFault::kPlatformThrowsAnything:
+        throw UnknownFault();
+    default:
+        break;
     }
 }
 

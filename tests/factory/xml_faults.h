@@ -1,17 +1,23 @@
 #ifndef VELTRANE_TESTS_FACTORY_XML_FAULTS_H
 #define VELTRANE_TESTS_FACTORY_XML_FAULTS_H
 
+#include <cstddef>
+
 /// Faults of the XML parser that no document brings about. The test program has operations of the parser under their
 /// own names in front of the parser's library, and each goes on to the real one unless its fault is set.
 namespace veltrane::tests {
 
 enum class XmlFault {
     kNone,
-    kPlatformFails,    ///< the start of the XML platform throws an XMLException, having begun
-    kParseFails,       ///< a parse throws an XMLException
-    kTagIsEmpty,       ///< an element has an empty tag name
-    kTagIsNull,        ///< an element has no tag name
-    kListHasNoElement, ///< a list of elements has no first one, whatever its length
+    kPlatformFails,           ///< the start of the XML platform throws an XMLException, having begun
+    kPlatformHasNoMemory,     ///< the start throws what the parser makes of memory that ran out
+    kPlatformHasNoManager,    ///< the start throws std::bad_alloc
+    kPlatformThrowsAnything,  ///< the start throws what nobody knows
+    kMemoryRunsOutInTheStart, ///< an allocation within the start fails
+    kParseFails,              ///< a parse throws an XMLException
+    kTagIsEmpty,              ///< an element has an empty tag name
+    kTagIsNull,               ///< an element has no tag name
+    kListHasNoElement,        ///< a list of elements has no first one, whatever its length
 };
 
 /// The message of the exceptions that the faults throw.
@@ -20,7 +26,8 @@ extern const char* const kXmlFaultMessage;
 /// Sets a fault for its lifetime.
 class SetXmlFault {
 public:
-    explicit SetXmlFault(XmlFault fault);
+    /// @param before how many allocations go well within the start of the platform, for the fault of that kind
+    explicit SetXmlFault(XmlFault fault, std::size_t before = 0);
     ~SetXmlFault();
     SetXmlFault(const SetXmlFault&) = delete;
     SetXmlFault& operator=(const SetXmlFault&) = delete;

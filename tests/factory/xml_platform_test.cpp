@@ -1,5 +1,6 @@
 #include "factory/factory_support.h"
 #include "factory/xml_faults.h"
+#include "support/allocations.h"
 #include "support/dom.h"
 #include "support/failure.h"
 
@@ -9,7 +10,10 @@
 #include <xercesc/util/XMLException.hpp>
 
 #include <future>
+#include <new>
 #include <sstream>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
@@ -60,6 +64,77 @@ TEST(XmlPlatform, IsEndedWhenItFailsToStart) {
     EXPECT_EQ(PlatformsStarted(), 0);
     EXPECT_TRUE(AnotherThreadGetsThrough());
     EXPECT_FALSE(Build(Pmml("<TreeModel/>"), kNames).empty());
+}
+
+class XmlPlatformStart : public testing::TestWithParam<XmlFault> {};
+
+TEST_P(XmlPlatformStart, GivesTheLockBackWhateverItThrows) {
+    const std::string detail = GetParam() == XmlFault::kPlatformThrowsAnything ? "" : "OutOfMemory";
+    {
+        const SetXmlFault fault(GetParam());
+        ExpectFailureWithDetail([] { Build(Pmml("<TreeModel/>"), kNames); }, 260102, kText, detail);
+    }
+    EXPECT_EQ(PlatformsStarted(), 0);
+    EXPECT_TRUE(AnotherThreadGetsThrough());
+    EXPECT_FALSE(Build(Pmml("<TreeModel/>"), kNames).empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, XmlPlatformStart,
+                         testing::Values(XmlFault::kPlatformHasNoMemory, XmlFault::kPlatformHasNoManager,
+                                         XmlFault::kPlatformThrowsAnything));
+
+TEST(XmlPlatform, IsNotBegunWithoutMemoryForIt) {
+    // Of the allocations of a call, the one that stands for the whole platform is among the first.
+    for (std::size_t before = 0; before < 4; ++before) {
+        try {
+            const FailingAllocation fault(before);
+            Build(Pmml("<TreeModel/>"), kNames);
+        } catch (const MCVeltrane_900::VTException&) {
+        } catch (const std::bad_alloc&) {
+        }
+        EXPECT_EQ(PlatformsStarted(), 0);
+        EXPECT_TRUE(AnotherThreadGetsThrough());
+    }
+}
+
+/// What a call ends with that may find no XML platform.
+enum Outcome { kModel, kRefused, kOther };
+
+Outcome OutcomeOfACall() {
+    try {
+        return Build(Pmml("<TreeModel/>"), kNames).empty() ? kOther : kModel;
+    } catch (const MCVeltrane_900::VTException& failure) {
+        return failure.GetErrorCode() == 260102 ? kRefused : kOther;
+    } catch (const std::bad_alloc&) {
+        return kRefused;
+    }
+}
+
+/// Lets one allocation within the start of the platform fail, in a process of its own, since the platform may stay as
+/// it is then.
+/// @return 0 when the call ended well, as did the next ones, in this thread and in another
+int ExitOfABrokenStart(std::size_t before) {
+    const pid_t child = fork();
+    if (child == 0) {
+        alarm(60);
+        const SetXmlFault fault(XmlFault::kMemoryRunsOutInTheStart, before);
+        const Outcome first = OutcomeOfACall();
+        const SetXmlFault none(XmlFault::kNone);
+        const Outcome second = OutcomeOfACall();
+        const Outcome third = std::async(std::launch::async, OutcomeOfACall).get();
+        _exit(first == kRefused && second == kRefused && third == kRefused ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return status;
+}
+
+TEST(XmlPlatform, ThatIsHalfStartedIsRefusedFromThenOn) {
+    // The start of the release at hand makes 177 allocations ahead of those whose failure it answers by ending the
+    // process.
+    for (std::size_t before = 0; before < 150; ++before) {
+        EXPECT_EQ(ExitOfABrokenStart(before), 0) << "allocation " << before << " of the start";
+    }
 }
 
 TEST(XmlPlatform, FailureIsReportedForElements) {

@@ -5,7 +5,9 @@
 
 namespace {
 thread_local std::size_t gAllocations = 0;
-}
+/// The number of the allocation that fails; 0 for none, since they count from 1.
+thread_local std::size_t gFailing = 0;
+} // namespace
 
 namespace veltrane::tests {
 
@@ -13,12 +15,21 @@ std::size_t AllocationsSoFar() {
     return gAllocations;
 }
 
+FailingAllocation::FailingAllocation(std::size_t before) {
+    gFailing = gAllocations + before + 1;
+}
+FailingAllocation::~FailingAllocation() {
+    gFailing = 0;
+}
+
 } // namespace veltrane::tests
 
 // The replacements of the whole program. All forms are here, since the sanitizers bring forms of their own, which do
 // not come to the replaced ones.
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    ++gAllocations;
+    if (++gAllocations == gFailing) {
+        return nullptr;
+    }
     return std::malloc(size != 0 ? size : 1);
 }
 void* operator new(std::size_t size) {
