@@ -19,7 +19,7 @@
 
 namespace veltrane::factory {
 
-DocumentParser::DocumentParser() : XercesDOMParser(nullptr, &fMemory, nullptr) {
+DocumentParser::DocumentParser() : TreeBuildingParser(&fMemory) {
     fSecurity.setEntityExpansionLimit(kMaxEntityExpansions);
     setSecurityManager(&fSecurity);
     setXMLEntityResolver(this);
@@ -41,7 +41,7 @@ void DocumentParser::startElement(const xercesc::XMLElementDecl& element, const 
         CountName(attributes.elementAt(i)->getQName());
     }
     // An empty element is ended from within.
-    XercesDOMParser::startElement(element, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
+    TreeBuildingParser::startElement(element, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
 }
 
 void DocumentParser::CountName(const XMLCh* name) {
@@ -51,22 +51,26 @@ void DocumentParser::CountName(const XMLCh* name) {
     }
 }
 
+bool DocumentParser::MayHaveName(std::u16string_view name) const {
+    return fNames.contains(std::hash<std::u16string_view>()(name));
+}
+
 void DocumentParser::endElement(const xercesc::XMLElementDecl& element, const unsigned int uriId, const bool isRoot,
                                 const XMLCh* const prefix) {
     --fElementDepth;
-    XercesDOMParser::endElement(element, uriId, isRoot, prefix);
+    TreeBuildingParser::endElement(element, uriId, isRoot, prefix);
 }
 
 void DocumentParser::startEntityReference(const xercesc::XMLEntityDecl& entity) {
     if (++fEntityDepth > kMaxEntityDepth) {
         throw DocumentRefused();
     }
-    XercesDOMParser::startEntityReference(entity);
+    TreeBuildingParser::startEntityReference(entity);
 }
 
 void DocumentParser::endEntityReference(const xercesc::XMLEntityDecl& entity) {
     --fEntityDepth;
-    XercesDOMParser::endEntityReference(entity);
+    TreeBuildingParser::endEntityReference(entity);
 }
 
 void DocumentParser::doctypeDecl(const xercesc::DTDElementDecl& root, const XMLCh* const publicId,

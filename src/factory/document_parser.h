@@ -2,13 +2,14 @@
 #define VELTRANE_FACTORY_DOCUMENT_PARSER_H
 
 #include "factory/document_limits.h"
+#include "factory/tree_building_parser.h"
 
-#include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/util/SecurityManager.hpp>
 #include <xercesc/util/XMLEntityResolver.hpp>
 
 #include <iosfwd>
 #include <memory>
+#include <string_view>
 #include <unordered_set>
 
 namespace veltrane::factory {
@@ -20,12 +21,15 @@ struct ParserMemory {
 
 /// A DOM parser that keeps the bounds of a document and reads nothing but the document and, unless external DTDs are
 /// switched off, the document's own external DTD. It owns the DOM document. It serves one parse.
-class DocumentParser : private ParserMemory, public xercesc::XercesDOMParser, private xercesc::XMLEntityResolver {
+class DocumentParser : private ParserMemory, public TreeBuildingParser, private xercesc::XMLEntityResolver {
 public:
     DocumentParser();
     ~DocumentParser() override;
 
     MeteredMemory& Memory() { return fMemory; }
+
+    /// False when no element or attribute of the document that was parsed has this name.
+    bool MayHaveName(std::u16string_view name) const;
 
     void startElement(const xercesc::XMLElementDecl& element, const unsigned int uriId, const XMLCh* const prefix,
                       const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, const XMLSize_t attributeCount,

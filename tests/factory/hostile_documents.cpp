@@ -110,6 +110,9 @@ const std::vector<HostileDocument>& HostileDocuments() {
         {"LongText", false,
          [] { return "<PMML a='" + Repeat("a", 1000000) + "'>" + Repeat("a", 1000000) + "</PMML>"; }},
 
+        {"ManyTextsOfReferences", false,
+         [] { return "<PMML>" + Repeat("<a>" + Repeat("&quot;a name&quot; ", 25) + "</a>", 20000) + "</PMML>"; }},
+
         {"ExternalEntity", true,
          [] { return WithDoctype("<!ENTITY a SYSTEM 'file:///etc/hostname'>", "<PMML>&a;</PMML>"); }},
         {"ExternalEntityByPath", true,
