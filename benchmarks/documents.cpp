@@ -156,4 +156,70 @@ std::string ManyCompounds(int count) {
     return ConditionDocument(conditions);
 }
 
+namespace {
+
+constexpr int kTreeFields = 20;
+
+/// Appends the nodes of a balanced binary tree, as tools write them.
+/// @param nodes how many are to be written, an odd number
+void AppendNode(std::string& document, int nodes, int& next, const std::string& predicate) {
+    const int id = next++;
+    document += "<Node id=\"" + std::to_string(id) + "\" score=\"" + std::to_string(id % 1000) + ".5\" recordCount=\"" +
+                std::to_string(nodes) + "\">" + predicate;
+    if (nodes > 1) {
+        const std::string field = "<SimplePredicate field=\"x" + std::to_string(id % kTreeFields) + "\" operator=\"";
+        const std::string value = "\" value=\"0." + std::to_string(id * 7919L % 1000000) + "\"/>";
+        int left = (nodes - 1) / 2;
+        left -= left % 2 == 0 ? 1 : 0;
+        AppendNode(document, left, next, field + "lessOrEqual" + value);
+        AppendNode(document, nodes - 1 - left, next, field + "greaterThan" + value);
+    }
+    document += "</Node>\n";
+}
+
+} // namespace
+
+std::string TreeDocument(int nodes) {
+    std::string document =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PMML version=\"4.3\"><Header/><DataDictionary>\n"
+        "<DataField name=\"y\" optype=\"continuous\" dataType=\"double\"/>\n";
+    std::string schema = "<MiningSchema><MiningField name=\"y\" usageType=\"target\"/>\n";
+    for (int i = 0; i < kTreeFields; ++i) {
+        const std::string name = "\"x" + std::to_string(i) + "\"";
+        document += "<DataField name=" + name + " optype=\"continuous\" dataType=\"double\"/>\n";
+        schema += "<MiningField name=" + name + "/>\n";
+    }
+    document += "</DataDictionary><TreeModel functionName=\"regression\">" + schema + "</MiningSchema>\n";
+    int next = 1;
+    AppendNode(document, nodes, next, "<True/>");
+    return document + "</TreeModel></PMML>\n";
+}
+
+std::string RegressionDocument(int predictors) {
+    std::string fields = "<DataField name=\"y\" optype=\"continuous\" dataType=\"double\"/>\n";
+    std::string schema = "  <MiningField name=\"y\" usageType=\"target\"/>\n";
+    std::string terms;
+    for (int i = 0; i < predictors; ++i) {
+        const std::string name = "\"x" + std::to_string(i) + "\"";
+        fields += "  <DataField name=" + name + " optype=\"continuous\" dataType=\"double\"/>\n";
+        schema += "  <MiningField name=" + name + " usageType=\"active\"/>\n";
+        terms +=
+            "   <NumericPredictor name=" + name + " exponent=\"1\" coefficient=\"" + std::to_string(i) + ".25\"/>\n";
+    }
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PMML version=\"4.3\">\n <Header/>\n <DataDictionary>\n  " +
+           fields + " </DataDictionary>\n <RegressionModel functionName=\"regression\">\n <MiningSchema>\n" + schema +
+           " </MiningSchema>\n  <RegressionTable intercept=\"1.5\">\n" + terms +
+           "  </RegressionTable>\n </RegressionModel>\n</PMML>\n";
+}
+
+std::string CategoryArrays(int count, const char* quote) {
+    std::string categories;
+    for (int i = 0; i < 20; ++i)
+        categories += quote + ("category " + std::to_string(i)) + quote + " ";
+    std::string document = "<arrays>\n";
+    for (int i = 0; i < count; ++i)
+        document += " <Array n=\"20\" type=\"string\">" + categories + "</Array>\n";
+    return document + "</arrays>\n";
+}
+
 } // namespace veltrane::bench

@@ -35,6 +35,16 @@ std::string ManySimplePredicates(int count);
 /// The same with two comparisons, one of an ordinal category, and a set of five in each compound.
 std::string ManyCompounds(int count);
 
+/// A tree model of this many nodes, an odd number: balanced and binary, over 20 numeric fields.
+std::string TreeDocument(int nodes);
+
+/// A regression model with as many numeric predictors.
+std::string RegressionDocument(int predictors);
+
+/// Arrays of 20 categories each, in a document that has no model and no dictionary.
+/// @param quote stands around each category
+std::string CategoryArrays(int count, const char* quote);
+
 } // namespace veltrane::bench
 
 #endif

@@ -103,6 +103,8 @@ public:
     ChildRange Children() const;
 
 private:
+    /// Null when the attribute is absent.
+    const XMLCh* Find(const XMLCh* name) const;
     const XMLCh* Filled(const XMLCh* name) const;
 
     xercesc::DOMElement* fElement = nullptr;

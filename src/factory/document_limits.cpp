@@ -16,12 +16,18 @@ constexpr std::uint64_t kCleanUpGrace = 4ULL << 20;
 
 class MeteredInputStream : public xercesc::BinInputStream {
 public:
-    MeteredInputStream(xercesc::BinInputStream* source, MeteredMemory& memory) : fSource(source), fMemory(memory) {}
+    MeteredInputStream(std::string_view head, xercesc::BinInputStream* source, MeteredMemory& memory)
+        : fHead(head), fSource(source), fMemory(memory) {}
 
     XMLFilePos curPos() const override { return fSource->curPos(); }
 
     XMLSize_t readBytes(XMLByte* const buffer, const XMLSize_t maxToRead) override {
-        const XMLSize_t count = fSource->readBytes(buffer, maxToRead);
+        XMLSize_t count = fHead.copy(reinterpret_cast<char*>(buffer), maxToRead);
+        if (count > 0) {
+            fHead.remove_prefix(count);
+        } else {
+            count = fSource->readBytes(buffer, maxToRead);
+        }
         fMemory.CountInput(count);
         return count;
     }
@@ -29,6 +35,7 @@ public:
     const XMLCh* getContentType() const override { return fSource->getContentType(); }
 
 private:
+    std::string_view fHead;
     std::unique_ptr<xercesc::BinInputStream> fSource;
     MeteredMemory& fMemory;
 };
@@ -93,10 +100,11 @@ std::uint64_t MeteredMemory::InputBytes() const {
     return fInput;
 }
 
-MeteredInputSource::MeteredInputSource(std::istream& in, MeteredMemory& memory) : MCXInputSource(in), fMemory(memory) {}
+MeteredInputSource::MeteredInputSource(std::istream& in, MeteredMemory& memory, std::string_view head)
+    : MCXInputSource(in), fMemory(memory), fHead(head) {}
 
 xercesc::BinInputStream* MeteredInputSource::makeStream() const {
-    return new MeteredInputStream(MCXInputSource::makeStream(), fMemory);
+    return new MeteredInputStream(fHead, MCXInputSource::makeStream(), fMemory);
 }
 
 } // namespace veltrane::factory

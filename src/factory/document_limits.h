@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 /// How far a document may go. Documents come from outside, so everything in them that can be nested or multiplied has
 /// a bound that real model documents stay far below.
@@ -79,12 +80,14 @@ private:
 /// A document on a standard stream whose bytes count for the bounds.
 class MeteredInputSource : public MCXML_900::MCXInputSource {
 public:
-    /// Both are borrowed.
-    MeteredInputSource(std::istream& in, MeteredMemory& memory);
+    /// @param head bytes that were read from the stream already and stand in front of what is left
+    /// All are borrowed.
+    MeteredInputSource(std::istream& in, MeteredMemory& memory, std::string_view head = {});
     xercesc::BinInputStream* makeStream() const override;
 
 private:
     MeteredMemory& fMemory;
+    std::string_view fHead;
 };
 
 } // namespace veltrane::factory

@@ -1,5 +1,6 @@
 #include "factory/model_scan.h"
 
+#include "factory/document_glance.h"
 #include "factory/document_limits.h"
 #include "factory/xml_text.h"
 
@@ -117,7 +118,7 @@ std::unique_ptr<xercesc::SAX2XMLReader> MakeReader(MeteredMemory& memory) {
     return reader;
 }
 
-void Scan(BoundedHandlers& handlers, MeteredMemory& memory, std::istream& in) {
+void Scan(BoundedHandlers& handlers, MeteredMemory& memory, const MeteredInputSource& source) {
     xercesc::SecurityManager security;
     security.setEntityExpansionLimit(kMaxEntityExpansions);
     const std::unique_ptr<xercesc::SAX2XMLReader> reader = MakeReader(memory);
@@ -126,16 +127,20 @@ void Scan(BoundedHandlers& handlers, MeteredMemory& memory, std::istream& in) {
     reader->setErrorHandler(&handlers);
     reader->setDeclarationHandler(&handlers);
     reader->setEntityResolver(&handlers);
-    reader->parse(MeteredInputSource(in, memory));
+    reader->parse(source);
 }
 
 } // namespace
 
 bool IsModelDocument(const std::string& modelName, std::istream& in) {
+    const DocumentGlance glance(in, modelName);
+    if (!glance.MayHoldElement()) {
+        return false;
+    }
     MeteredMemory memory;
     BoundedHandlers handlers(modelName.c_str(), memory);
     try {
-        Scan(handlers, memory, in);
+        Scan(handlers, memory, MeteredInputSource(in, memory, glance.Head()));
     } catch (const ScoreSAX2Handlers::HandlerState state) {
         return state == ScoreSAX2Handlers::kFound;
     } catch (const DocumentRefused&) {

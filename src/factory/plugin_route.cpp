@@ -13,6 +13,7 @@
 #include <xercesc/dom/DOMNodeList.hpp>
 
 #include <algorithm>
+#include <string_view>
 
 namespace veltrane::factory {
 
@@ -48,12 +49,24 @@ BaseTranslator* AskForTranslator(GiveMyTranslator give) {
     Raise(id, parameter);
 }
 
+/// The name that stands for all names in a search by tag.
+constexpr std::u16string_view kEveryTag = u"*";
+
+/// Whether a list isn't empty. Its length takes a walk to its end, its first element seldom does.
+bool HasElements(const xercesc::DOMNodeList& list) {
+    return list.item(0) != nullptr || list.getLength() > 0;
+}
+
 /// The node name of the element that decides which model the document holds.
 std::string FindModelName(DocumentRoute& route) {
     const xercesc::DOMNodeList* found = nullptr;
     for (auto name = route.names.begin(); name != route.names.end() && found == nullptr; ++name) {
-        const xercesc::DOMNodeList* list = route.root->getElementsByTagName(ToUtf16(*name).c_str());
-        found = list->getLength() > 0 ? list : nullptr;
+        const std::u16string tag = ToUtf16(*name);
+        // Each list is a walk over the whole document.
+        if (tag == kEveryTag || route.parser->MayHaveName(tag)) {
+            const xercesc::DOMNodeList* list = route.root->getElementsByTagName(tag.c_str());
+            found = HasElements(*list) ? list : nullptr;
+        }
     }
     if (found == nullptr) {
         Fail(route, 260301, std::string());

@@ -22,17 +22,26 @@ const char kPathSeparator = '/';
 
 namespace {
 
+/// The folder of this library, with a slash at its end; empty when it isn't known.
+const std::string& LibraryFolder() {
+    // Found once: looking an address up walks the symbols of the library.
+    static const std::string folder = [] {
+        Dl_info self{};
+        const std::string path = dladdr(&kPathSeparator, &self) != 0 ? self.dli_fname : "";
+        return path.substr(0, path.find_last_of('/') + 1);
+    }();
+    return folder;
+}
+
 /// Where a bare name lies: beside this library or in its folder veltrane/, else as the system searches. The run path
 /// says the same, but a sanitizer opens libraries in this library's place, and then it doesn't count.
 std::string PathOfLibrary(const std::string& fileName) {
-    Dl_info self{};
-    if (fileName.find('/') != std::string::npos || dladdr(&kPathSeparator, &self) == 0) {
+    const std::string& folder = LibraryFolder();
+    if (fileName.find('/') != std::string::npos || folder.empty()) {
         return fileName;
     }
-    const std::string path = self.dli_fname;
-    const std::string folder = path.substr(0, path.find_last_of('/') + 1);
     for (const std::string& candidate : {folder + fileName, folder + "veltrane/" + fileName}) {
-        if (!folder.empty() && access(candidate.c_str(), F_OK) == 0) {
+        if (access(candidate.c_str(), F_OK) == 0) {
             return candidate;
         }
     }

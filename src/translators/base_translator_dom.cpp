@@ -34,6 +34,15 @@ std::string MessageText(const XMLCh* text) {
     return SmartString(text).toUTF8();
 }
 
+/// The value of an attribute, which nearly always is one text. The attribute itself gives it by way of casts that cost
+/// more than finding it.
+const XMLCh* ValueOf(const xercesc::DOMAttr& attribute) {
+    const xercesc::DOMNode* text = attribute.getFirstChild();
+    const bool isOneText =
+        text != nullptr && text->getNodeType() == xercesc::DOMNode::TEXT_NODE && text->getNextSibling() == nullptr;
+    return isOneText ? text->getNodeValue() : attribute.getValue();
+}
+
 struct ReleaseText {
     void operator()(XMLCh* text) const { xercesc::XMLString::release(&text); }
 };
@@ -50,14 +59,15 @@ xercesc::DOMNode* BaseTranslator::GetNextSiblingElt(xercesc::DOMNode* node) {
 }
 
 const XMLCh* BaseTranslator::GetAttribute(const xercesc::DOMElement* element, const std::string& name) {
-    return element->getAttribute(WideName(name).Get());
+    const xercesc::DOMAttr* attribute = element->getAttributeNode(WideName(name).Get());
+    return attribute == nullptr ? u"" : ValueOf(*attribute);
 }
 
 const XMLCh* BaseTranslator::GetAttributeForced(const xercesc::DOMElement* element, const std::string& name) {
     const xercesc::DOMAttr* attribute = element->getAttributeNode(WideName(name).Get());
     if (!attribute)
         Raise(260120, name, MessageText(element->getTagName()));
-    return attribute->getValue();
+    return ValueOf(*attribute);
 }
 
 xercesc::DOMNode* BaseTranslator::GetChildByTag(xercesc::DOMNode* node, const std::string& tag) {

@@ -5,6 +5,7 @@
 #include <xercesc/dom/impl/DOMDeepNodeListImpl.hpp>
 #include <xercesc/dom/impl/DOMElementImpl.hpp>
 #include <xercesc/parsers/AbstractDOMParser.hpp>
+#include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/RuntimeException.hpp>
@@ -24,6 +25,7 @@ namespace {
 std::atomic<XmlFault> gFault{XmlFault::kNone};
 std::atomic<std::size_t> gAllocationsBefore{0};
 std::atomic<int> gStarted{0};
+std::atomic<int> gScans{0};
 
 /// Derives from nothing that could be caught by a name.
 struct UnknownFault {};
@@ -52,6 +54,10 @@ SetXmlFault::~SetXmlFault() {
     gFault = XmlFault::kNone;
 }
 
+int ScansBegun() {
+    return gScans;
+}
+
 int PlatformsStarted() {
     return gStarted;
 }
@@ -59,6 +65,7 @@ int PlatformsStarted() {
 } // namespace veltrane::tests
 
 using veltrane::tests::gFault;
+using veltrane::tests::gScans;
 using veltrane::tests::gStarted;
 using veltrane::tests::Real;
 using veltrane::tests::UnknownFault;
@@ -104,6 +111,13 @@ VELTRANE_IN_FRONT void AbstractDOMParser::parse(const InputSource& source) {
     if (gFault == XmlFault::kParseFails) {
         throw RuntimeException(__FILE__, __LINE__, XMLExcepts::CPtr_PointerIsZero);
     }
+    real(this, source);
+}
+
+VELTRANE_IN_FRONT void SAX2XMLReaderImpl::parse(const InputSource& source) {
+    using Function = void (*)(SAX2XMLReaderImpl*, const InputSource&);
+    static const auto real = Real<Function>("_ZN", "17SAX2XMLReaderImpl5parseERKNS_11InputSourceE");
+    ++gScans;
     real(this, source);
 }
 

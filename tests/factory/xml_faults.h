@@ -33,6 +33,9 @@ public:
     SetXmlFault& operator=(const SetXmlFault&) = delete;
 };
 
+/// How many scans of documents, which make no tree, were begun.
+int ScansBegun();
+
 /// How often the XML platform was started, and ended, less the other.
 int PlatformsStarted();
 
