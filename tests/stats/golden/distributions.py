@@ -4,9 +4,25 @@ import math
 from mpmath import mp, mpf
 
 import reference as ref
-from draw import MISSING, repeat, values_of
+from draw import MISSING, Draw, repeat, values_of
 
 NORMAL_FROM = 1e8
+
+SEEDS = 3
+
+
+def seeded(region, count, draw, accept=lambda row: True):
+    """A region whose points come from several seeds of their own, so that others before it don't move them."""
+    rows = []
+    for seed in range(SEEDS):
+        d = Draw(f"{region} {seed}")
+        own = []
+        while len(own) < count // SEEDS:
+            row = draw(d)
+            if accept(row):
+                own.append(row)
+        rows += own
+    return region, rows
 
 
 # ---- normal -------------------------------------------------------------------------------------------------------
@@ -185,12 +201,21 @@ def chi_quantile(p, df):
     return 2 * log_solve(lambda x: ref.gamma_tails(mpf(df) / 2, x), p, 1e-300, 1e9)
 
 
+def small_quantile(p, df):
+    """The logarithm of half the quantile by the leading term of the distribution."""
+    return (math.log(p) + math.lgamma(df / 2 + 1)) / (df / 2)
+
+
 def chi_quantile_points(d):
     yield "centre", repeat(100, lambda: [d.between(0.01, 0.99), d.log(0.5, 1e4)])
     yield "lower tail", repeat(40, lambda: [d.log(1e-12, 1e-2), d.log(2, 1e3)])
     yield "upper tail", repeat(40, lambda: [1 - d.log(1e-12, 1e-2), d.log(0.5, 1e3)])
     yield "few df", repeat(20, lambda: [d.between(0.8, 0.999), d.log(0.05, 0.32)])
     yield "bisection", repeat(15, lambda: [d.log(1e-120, 1e-70), d.log(400, 3000)])
+    yield seeded("p 1e-300 to 0.5, df 0.05 to 50, quantile below 5e-7", 60,
+                 lambda s: [s.log(1e-300, 0.5), s.log(0.05, 50)], lambda row: -650 < small_quantile(*row) < -15.3)
+    yield seeded("p 1e-50 to 1e-2, df 20 to 1e4", 60, lambda s: [s.log(1e-50, 1e-2), s.log(20, 1e4)])
+    yield seeded("p 1e-300 to 1e-70, df 200 to 1e4", 30, lambda s: [s.log(1e-300, 1e-70), s.log(200, 1e4)])
 
 
 def gamma_rows(points):
@@ -237,7 +262,7 @@ def beta_quantile(p, a, b):
         def tails(u):
             x = 1 / (1 + mp.exp(-u))
             return ref.beta_tails(a, b, x, 1 / (1 + mp.exp(u)))
-        u = ref.solve(tails, p, -200, 200)
+        u = ref.solve(tails, p, -690, 690)
         return 1 / (1 + mp.exp(-u))
 
 
@@ -246,6 +271,18 @@ def beta_quantile_points(d):
     yield "tails", repeat(40, lambda: [p_of(d, d.log(1e-8, 1e-3)), d.log(3, 50), d.log(3, 50)])
     yield "small parameters", repeat(40, lambda: [d.between(0.2, 0.8), d.log(0.4, 1), d.log(0.4, 4)])
     yield "parameters up to 1e4", repeat(20, lambda: [d.between(1e-3, 0.999), d.log(200, 1e4), d.log(200, 1e4)])
+    yield seeded("p 1e-30 to 0.5, a 0.01 to 1, b 0.01 to 100", 30,
+                 lambda s: [s.log(1e-30, 0.5), s.log(0.01, 1), s.log(0.01, 100)], is_beta_in_range)
+    yield seeded("p 1e-300 to 1e-3, a 3 to 100, b 0.01 to 100", 30,
+                 lambda s: [s.log(1e-300, 1e-3), s.log(3, 100), s.log(0.01, 100)])
+
+
+def is_beta_in_range(row):
+    """Whether the leading term of the distribution puts the quantile well within the range of doubles."""
+    p, a, b = row
+    leading = (math.log(p * a) + math.lgamma(a) + math.lgamma(b) - math.lgamma(a + b)) / a
+    other = (math.log1p(-p) + math.log(b) + math.lgamma(a) + math.lgamma(b) - math.lgamma(a + b)) / b
+    return leading > -600 and other > -30
 
 
 # ---- binomial and hypergeometric ----------------------------------------------------------------------------------
