@@ -45,6 +45,54 @@ TEST(TransformOptionsTest, AreAllRead) {
     EXPECT_TRUE(options.keep && options.strict && options.quiet);
 }
 
+/// What `--keep` asks for with the other words of a command line, and the document and the cases.
+struct KeepCase {
+    std::vector<const char*> arguments;
+    bool keep;
+    std::vector<std::string> columns;
+};
+
+TEST(KeepOptionTest, TakesColumnsUnlessTheyAreTheFiles) {
+    const std::vector<std::string> none;
+    const std::vector<KeepCase> cases = {
+        {{"score", "d", "c"}, false, none},
+        {{"score", "d", "c", "--keep"}, true, none},
+        {{"score", "--keep", "d", "c"}, true, none},
+        {{"score", "d", "--keep", "c"}, true, none},
+        {{"score", "--keep", "--quiet", "d", "c"}, true, none},
+        {{"score", "d", "c", "--keep", "A"}, true, {"A"}},
+        {{"score", "d", "c", "--keep", "A,B c"}, true, {"A", "B c"}},
+        {{"score", "--keep", "A,B", "d", "c"}, true, {"A", "B"}},
+        {{"score", "d", "--keep", "A", "c"}, true, {"A"}},
+        {{"score", "--keep=A,B", "d", "c"}, true, {"A", "B"}},
+        {{"score", "d", "c", "--keep", "A", "--keep", "B"}, true, {"A", "B"}},
+        {{"score", "d", "c", "--keep", "\"a,b\",\"say \"\"hi\"\"\""}, true, {"a,b", "say \"hi\""}},
+        {{"transform", "--keep", "A", "d", "c"}, true, {"A"}},
+    };
+    for (const KeepCase& one : cases) {
+        const Request request = Parse(one.arguments);
+        const auto* score = std::get_if<ScoreOptions>(&request);
+        const auto* transform = std::get_if<TransformOptions>(&request);
+        const CaseOptions& options = score ? static_cast<const CaseOptions&>(*score) : *transform;
+        EXPECT_EQ((score ? score->document : transform->document), "d");
+        EXPECT_EQ(options.cases, "c");
+        EXPECT_EQ(options.keep, one.keep);
+        EXPECT_EQ(options.keptColumns, one.columns) << one.arguments[1];
+    }
+}
+
+TEST(KeepOptionTest, LeavesStandardInputAlone) {
+    const auto options = std::get<ScoreOptions>(Parse({"score", "d", "--keep", "-"}));
+    EXPECT_EQ(options.cases, "-");
+    EXPECT_TRUE(options.keep && options.keptColumns.empty());
+}
+
+TEST(KeepOptionTest, DoesNotMakeUpForMissingFiles) {
+    EXPECT_EQ(ExitCodeOf({"score", "--keep", "d"}), 2);
+    EXPECT_EQ(ExitCodeOf({"score", "--keep", "A", "d"}), -1);
+    EXPECT_EQ(ExitCodeOf({"score", "--keep"}), 2);
+}
+
 TEST(TransformOptionsTest, TakeATabInWriting) {
     EXPECT_EQ(std::get<TransformOptions>(Parse({"transform", "d", "c", "--delimiter", "\\t"})).delimiter, '\t');
     EXPECT_EQ(std::get<TransformOptions>(Parse({"transform", "d", "c", "--delimiter", "\t"})).delimiter, '\t');

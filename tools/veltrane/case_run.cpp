@@ -21,7 +21,7 @@ int CaseRun::Run() {
         fReport.SetRejects(&fRejects.emplace(*fOptions.rejects, fOptions.delimiter));
     ReadHeader();
     CheckNeededColumns();
-    CheckKeptColumns();
+    ChooseKeptColumns();
     CaseOutput output(fOptions.output);
     ShowBar();
     output.SetBar(fBar ? &*fBar : nullptr);
@@ -65,13 +65,14 @@ void CaseRun::CheckNeededColumns() {
                                     needed.MissingNames()));
 }
 
-void CaseRun::CheckKeptColumns() {
-    if (!fOptions.keep)
-        return;
-    for (const auto& column : fColumns->All()) {
-        if (fResults.Has(column.name))
+void CaseRun::ChooseKeptColumns() {
+    fKept.emplace(fOptions, *fColumns);
+    fResults.GiveWayTo(fKept->Names());
+    for (const std::size_t place : fKept->Places()) {
+        const std::string& name = fColumns->All()[place].name;
+        if (fResults.Has(name))
             throw Failure(fmt::format("{}: the column \"{}\" cannot be kept: {} has its name", fOptions.cases,
-                                      Escaped(column.name), fResults.ColumnKind()));
+                                      Escaped(name), fResults.ColumnKind()));
     }
 }
 
@@ -83,10 +84,8 @@ void CaseRun::ShowBar() {
 }
 
 void CaseRun::WriteHeader(CsvWriter& writer) {
-    if (fOptions.keep) {
-        for (const auto& column : fColumns->All())
-            writer.Text(column.name);
-    }
+    for (const std::size_t place : fKept->Places())
+        writer.Text(fColumns->All()[place].name);
     fResults.WriteHeader(writer);
     writer.EndRow();
 }
@@ -100,8 +99,7 @@ void CaseRun::WriteCases(CsvWriter& writer) {
             return;
         fReport.BeginRow(fRow.line);
         ReadCase();
-        if (fOptions.keep)
-            KeepCells(writer);
+        KeepCells(writer);
         if (const RowFault* fault = fResults.WriteCase(fCase, writer))
             ReportUnscored(*fault);
         writer.EndRow();
@@ -152,7 +150,7 @@ void CaseRun::CheckText(const std::string& name, std::string_view text) {
 /// The cells of fields have been looked at.
 void CaseRun::KeepCells(CsvWriter& writer) {
     const auto& all = fColumns->All();
-    for (std::size_t at = 0; at < all.size(); ++at) {
+    for (const std::size_t at : fKept->Places()) {
         const std::string_view cell = at < fRow.cells.size() ? fRow.cells[at] : std::string_view{};
         if (!all[at].field)
             CheckText(all[at].name, cell);

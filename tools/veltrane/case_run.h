@@ -7,6 +7,7 @@
 #include "cell_parser.h"
 #include "csv_reader.h"
 #include "csv_writer.h"
+#include "kept_columns.h"
 #include "options.h"
 #include "progress_bar.h"
 #include "rejects.h"
@@ -16,6 +17,7 @@
 
 #include <optional>
 #include <string>
+#include <unordered_set>
 
 namespace veltrane::host {
 
@@ -29,6 +31,10 @@ public:
 
     /// What a column is, for messages: "a derived field".
     virtual const char* ColumnKind() const = 0;
+
+    /// Gives way to input columns that are kept: a column with the name of one of them takes another, where there is
+    /// one.
+    virtual void GiveWayTo(const std::unordered_set<std::string>& kept) = 0;
 
     /// The names of the fields that a case has to have.
     virtual std::vector<std::string> NeededFields() const = 0;
@@ -58,7 +64,7 @@ public:
 private:
     void ReadHeader();
     void CheckNeededColumns();
-    void CheckKeptColumns();
+    void ChooseKeptColumns();
     void ShowBar();
     void WriteHeader(CsvWriter& writer);
     void WriteCases(CsvWriter& writer);
@@ -79,6 +85,7 @@ private:
     CellParser fCells;
     CsvRow fRow;
     std::optional<CaseColumns> fColumns;
+    std::optional<KeptColumns> fKept;
     std::optional<Rejects> fRejects;
     std::optional<ProgressBar> fBar;
 };

@@ -2,6 +2,7 @@
 
 #include "encoding.h"
 #include "failure.h"
+#include "keep_argument.h"
 #include "nearest_name.h"
 #include "report.h"
 
@@ -75,7 +76,8 @@ void AddCases(CLI::App& command, CaseOptions& options, std::string& delimiter, c
         ->allow_extra_args(false);
     command.add_flag("--missing-columns", options.missingColumns,
                      "go on without columns that the document needs; their fields are missing");
-    command.add_flag("--keep", options.keep, "write the input columns in front of the " + results);
+    command.add_flag("--keep", options.keep,
+                     "write the input columns in front of the " + results + "; --keep A,B writes those");
     command.add_flag("--strict", options.strict, "end at the first cell that cannot be read");
     command
         .add_option("--rejects", options.rejects,
@@ -193,6 +195,26 @@ std::string UnknownName(const CLI::App& app, int argc, const char* const* argv) 
     return {};
 }
 
+/// Reads a command line with the names of the columns to keep. A word behind `--keep` names them, unless that leaves a
+/// command without its files.
+/// @return the names; none for all columns
+std::vector<std::string> ParseWithKept(CLI::App& app, const std::vector<std::string>& arguments) {
+    const auto parse = [&](const KeepArgument& keep) {
+        app.parse(std::vector<std::string>(keep.arguments.rbegin(), keep.arguments.rend()));
+        std::vector<std::string> names;
+        for (const std::string& list : keep.values) {
+            for (std::string& name : ColumnNames(list))
+                names.push_back(std::move(name));
+        }
+        return names;
+    };
+    try {
+        return parse(TakeKeepValues(arguments, true));
+    } catch (const CLI::RequiredError&) {
+        return parse(TakeKeepValues(arguments, false));
+    }
+}
+
 /// Tells a person what is wrong with the command line.
 int Complain(const CLI::App& app, const CLI::ParseError& fault, int argc, const char* const* argv) {
     const std::string unknown = UnknownName(app, argc, argv);
@@ -234,7 +256,7 @@ Request ParseCommandLine(int argc, const char* const* argv) {
     const CLI::App& inspectCommand = AddInspect(app, inspect);
     app.add_subcommand("functions", "List the built-in functions of Apply");
     try {
-        app.parse(argc, argv);
+        transform.keptColumns = score.keptColumns = ParseWithKept(app, {argv + 1, argv + argc});
     } catch (const CLI::Success& end) {
         return app.exit(end);
     } catch (const CLI::ParseError& fault) {

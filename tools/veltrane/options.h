@@ -21,8 +21,9 @@ struct CaseOptions {
     std::string encoding = "UTF-8";
     char delimiter = ',';
     std::vector<std::string> missingTokens;
-    bool missingColumns = false; ///< whether the file may lack columns that the document needs
-    bool keep = false;
+    bool missingColumns = false;          ///< whether the file may lack columns that the document needs
+    bool keep = false;                    ///< whether input columns are kept
+    std::vector<std::string> keptColumns; ///< those, in UTF-8; all of them where none is named
     bool strict = false;
     std::optional<std::string> rejects; ///< the file that takes what could not be read or scored; none without it
     ErrorLimit maxErrors;               ///< how many rows may have errors before the exit code tells of them

@@ -33,12 +33,37 @@ PredictionColumns::PredictionColumns(const ScoreModel& model, ScoreResult& empty
             fOutputs.push_back({name, DateForm::kDateTime});
     }
     const ScoreDictVar* target = model.GetTargetVar();
-    fPredicted = {target ? target->GetName() : "prediction", DateFormOf(target)};
+    fTarget = target ? target->GetName() : "";
+    fPredicted = {target ? fTarget : "prediction", DateFormOf(target)};
     for (const Column& output : fOutputs)
-        fNames.insert(output.name);
+        fOutputNames.push_back(output.name);
+    fNames.insert(fOutputNames.begin(), fOutputNames.end());
     while (fNames.count(fPredicted.name) > 0)
         fPredicted.name = "predicted " + fPredicted.name;
     fNames.insert(fPredicted.name);
+}
+
+void PredictionColumns::GiveWayTo(const std::unordered_set<std::string>& kept) {
+    if (fTarget.empty() || kept.count(fTarget) == 0)
+        return;
+    fNames.erase(fPredicted.name);
+    for (std::string& output : fOutputNames) {
+        if (output != fTarget)
+            continue;
+        fNames.erase(output);
+        output = FreeName("output_", fTarget, kept);
+        fNames.insert(output);
+    }
+    fPredicted.name = FreeName("predicted_", fTarget, kept);
+    fNames.insert(fPredicted.name);
+}
+
+/// The name with as many prefixes as it takes to be no other column's.
+std::string PredictionColumns::FreeName(const std::string& prefix, std::string name,
+                                        const std::unordered_set<std::string>& kept) const {
+    while (kept.count(name) > 0 || fNames.count(name) > 0)
+        name = prefix + name;
+    return name;
 }
 
 bool PredictionColumns::Has(const std::string& name) const {
@@ -54,8 +79,8 @@ std::vector<std::string> PredictionColumns::Names() const {
 
 void PredictionColumns::WriteHeader(CsvWriter& writer) const {
     writer.Text(fPredicted.name);
-    for (const Column& output : fOutputs)
-        writer.Text(output.name);
+    for (const std::string& output : fOutputNames)
+        writer.Text(output);
 }
 
 void PredictionColumns::WriteCase(ScoreResult& result, CsvWriter& writer) {

@@ -23,6 +23,10 @@ public:
     /// a target, `prediction`.
     PredictionColumns(const MCVeltrane_900::ScoreModel& model, MCVeltrane_900::ScoreResult& emptyResult);
 
+    /// Makes way for an input column of the target that is kept: the predicted value is called `predicted_NAME` then,
+    /// and an output field of that name `output_NAME`. Other columns keep their names.
+    void GiveWayTo(const std::unordered_set<std::string>& kept);
+
     const std::string& PredictedName() const { return fPredicted.name; }
     bool Has(const std::string& name) const;
 
@@ -42,8 +46,13 @@ private:
         DateForm dateForm;
     };
 
+    std::string FreeName(const std::string& prefix, std::string name,
+                         const std::unordered_set<std::string>& kept) const;
+
+    std::string fTarget; ///< the name of the target; empty for none
     Column fPredicted;
-    std::vector<Column> fOutputs;
+    std::vector<Column> fOutputs; ///< by the names in the results
+    std::vector<std::string> fOutputNames;
     std::unordered_set<std::string> fNames; ///< of all columns
     std::string fText;
 };

@@ -27,6 +27,7 @@ public:
 
     bool Has(const std::string& name) const override { return fColumns.Has(name); }
     const char* ColumnKind() const override { return "a result"; }
+    void GiveWayTo(const std::unordered_set<std::string>& kept) override { fColumns.GiveWayTo(kept); }
     std::vector<std::string> NeededFields() const override { return fModel.GetInputNames(); }
     void WriteHeader(CsvWriter& writer) const override { fColumns.WriteHeader(writer); }
 

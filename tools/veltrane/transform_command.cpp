@@ -21,6 +21,8 @@ public:
     bool Has(const std::string& name) const override { return fColumns.Has(name); }
     const char* ColumnKind() const override { return "a derived field"; }
 
+    void GiveWayTo(const std::unordered_set<std::string>&) override {}
+
     std::vector<std::string> NeededFields() const override {
         return veltrane_kit::CaseFieldsOf(fDocument.derivedFields->GetDerivedVarNames(), *fDocument.derivedFields);
     }
