@@ -237,6 +237,16 @@ TEST(Matches, LongTextsOfOrdinaryExpressionsStayInTheBounds) {
     EXPECT_EQ(Functions::Matches({longText, "^(a?)*$"}), 1.0);
 }
 
+TEST(Matches, AListOfWordsOverALongTextStaysInTheBounds) {
+    const std::string longText(200'000, 'a');
+    std::string words = "a0";
+    for (int i = 1; i < 80; ++i) {
+        words += "|a" + std::to_string(i);
+    }
+    EXPECT_EQ(Functions::Matches({longText + "79", words}), 1.0);
+    EXPECT_EQ(Functions::Matches({longText, words}), 0.0);
+}
+
 TEST(Matches, RunawayExpressionsEndOnLongTextsToo) {
     const std::string longText(200'000, 'a');
     EXPECT_EQ(Functions::Matches({longText, "(a+)+b"}), 0.0);
@@ -247,11 +257,14 @@ TEST(Matches, RunawayExpressionsEndOnLongTextsToo) {
 TEST(RegexBounds, GrowWithTheText) {
     using veltrane::functions::RegexStack;
     using veltrane::functions::RegexTicks;
-    EXPECT_EQ(RegexTicks(0), 100);
-    EXPECT_EQ(RegexTicks(10), 100);
-    EXPECT_EQ(RegexTicks(1'000'000), 100 + 3200);
-    EXPECT_EQ(RegexTicks(std::int64_t{1} << 24U), 100 + 53687);
-    EXPECT_EQ(RegexTicks(std::numeric_limits<std::int64_t>::max() / 64), 2147483647);
+    EXPECT_EQ(RegexTicks(0, 0), 100);
+    EXPECT_EQ(RegexTicks(10, 90), 100);
+    EXPECT_EQ(RegexTicks(1'000'000, 0), 100 + 3200);
+    EXPECT_EQ(RegexTicks(1'000'000, 8), 100 + 4000);
+    EXPECT_EQ(RegexTicks(1'000'000, 96), 100 + 12800);
+    EXPECT_EQ(RegexTicks(1'000'000, 9600), 100 + 12800);
+    EXPECT_EQ(RegexTicks(std::int64_t{1} << 24U, 0), 100 + 53687);
+    EXPECT_EQ(RegexTicks(std::numeric_limits<std::int64_t>::max() / 256, 96), 2147483647);
     EXPECT_EQ(RegexStack(0, 0), 8 << 20U);
     EXPECT_EQ(RegexStack(1'000'000, 0), (8 << 20U) + 48'000'000);
     EXPECT_EQ(RegexStack(1'000'000, 1), (8 << 20U) + 84'000'000);

@@ -14,10 +14,11 @@ namespace veltrane::functions {
 inline constexpr std::size_t kLongestText = std::size_t{1} << 24U;
 
 /// What a regular expression may cost before it counts as one that does not match: so much for any text, and so much
-/// more for each unit of a long one. An expression without nested repetition saves its state a few times a unit, one
-/// with a list of alternatives up to once for each of them.
+/// more for each unit of a long one. An expression without nested repetition saves its state a few times a unit, and
+/// once more for each alternative that it tries there.
 inline constexpr std::int64_t kRegexSteps = 1'000'000;
 inline constexpr std::int64_t kRegexStepsPerUnit = 32;
+inline constexpr std::int64_t kMostRegexStepsPerUnit = 128;
 /// The matcher counts time in this many steps.
 inline constexpr std::int64_t kRegexStepsPerTick = 10'000;
 
@@ -28,9 +29,10 @@ inline constexpr std::int64_t kRegexStackBytes = 8 << 20U;
 inline constexpr std::int64_t kMostRegexStackBytes = 768 << 20U;
 inline constexpr std::int64_t kRegexFramesPerUnit = 3;
 
-/// The time limit of a matcher over a text of this many units.
-constexpr std::int32_t RegexTicks(std::int64_t units) {
-    const std::int64_t ticks = (kRegexSteps + units * kRegexStepsPerUnit) / kRegexStepsPerTick;
+/// The time limit of a matcher over a text of this many units, with an expression of this many alternatives.
+constexpr std::int32_t RegexTicks(std::int64_t units, std::int64_t alternatives) {
+    const std::int64_t perUnit = std::min(kRegexStepsPerUnit + alternatives, kMostRegexStepsPerUnit);
+    const std::int64_t ticks = (kRegexSteps + units * perUnit) / kRegexStepsPerTick;
     return static_cast<std::int32_t>(std::min<std::int64_t>(ticks, std::numeric_limits<std::int32_t>::max()));
 }
 

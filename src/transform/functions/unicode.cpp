@@ -8,6 +8,7 @@
 #include <unicode/unistr.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 namespace MCVeltrane_900 {
@@ -24,10 +25,17 @@ std::string ToBytes(const icu::UnicodeString& text) {
     return bytes;
 }
 
+std::ptrdiff_t CountUnits(const icu::UnicodeString& text, char16_t unit) {
+    const char16_t* const units = text.getBuffer();
+    return std::count(units, units + text.length(), unit);
+}
+
 /// Puts a matcher to a text, and bounds what the expression of a document can cost there. The bounds grow with the
 /// text, so that only an expression which tries the same units over and over runs out of them; its status reports that.
-void Start(icu::RegexMatcher& matcher, const icu::UnicodeString& subject, UErrorCode& status) {
-    matcher.setTimeLimit(veltrane::functions::RegexTicks(subject.length()), status);
+void Start(icu::RegexMatcher& matcher, const icu::UnicodeString& expression, const icu::UnicodeString& subject,
+           UErrorCode& status) {
+    const std::int64_t alternatives = CountUnits(expression, u'|');
+    matcher.setTimeLimit(veltrane::functions::RegexTicks(subject.length(), alternatives), status);
     matcher.setStackLimit(veltrane::functions::RegexStack(subject.length(), matcher.groupCount()), status);
     matcher.reset(subject);
 }
@@ -39,8 +47,7 @@ std::int64_t LongestAddition(const icu::RegexMatcher& matcher, const icu::Unicod
     for (int group = 0; group <= matcher.groupCount(); ++group) {
         longest = std::max<std::int64_t>(longest, matcher.end(group, status) - matcher.start(group, status));
     }
-    const char16_t* const units = replacement.getBuffer();
-    return replacement.length() + longest * std::count(units, units + replacement.length(), u'$');
+    return replacement.length() + longest * CountUnits(replacement, u'$');
 }
 
 /// Replaces every match. Unlike the matcher's own operation it tells a search that ran out of its bounds from one that
@@ -71,11 +78,12 @@ double TransformationDictionary::Matches(const std::vector<std::string>& texts) 
     }
     const icu::UnicodeString subject = icu::UnicodeString::fromUTF8(texts[0]);
     UErrorCode status = U_ZERO_ERROR;
-    icu::RegexMatcher matcher(icu::UnicodeString::fromUTF8(texts[1]), 0, status);
+    const icu::UnicodeString expression = icu::UnicodeString::fromUTF8(texts[1]);
+    icu::RegexMatcher matcher(expression, 0, status);
     if (U_FAILURE(status)) {
         return 0.0;
     }
-    Start(matcher, subject, status);
+    Start(matcher, expression, subject, status);
     const bool found = matcher.find(status) != 0;
     return found && U_SUCCESS(status) ? 1.0 : 0.0;
 }
@@ -90,11 +98,12 @@ std::string TransformationDictionary::Replace(const std::vector<std::string>& te
     }
     const icu::UnicodeString subject = icu::UnicodeString::fromUTF8(texts[0]);
     UErrorCode status = U_ZERO_ERROR;
-    icu::RegexMatcher matcher(icu::UnicodeString::fromUTF8(texts[1]), 0, status);
+    const icu::UnicodeString expression = icu::UnicodeString::fromUTF8(texts[1]);
+    icu::RegexMatcher matcher(expression, 0, status);
     if (U_FAILURE(status)) {
         return whole;
     }
-    Start(matcher, subject, status);
+    Start(matcher, expression, subject, status);
     icu::UnicodeString replaced;
     if (ReplaceAll(matcher, icu::UnicodeString::fromUTF8(texts[2]), replaced, status)) {
         const std::string outcome = ToBytes(replaced);
