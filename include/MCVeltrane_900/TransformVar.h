@@ -7,6 +7,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -193,9 +194,9 @@ private:
     const ScoreValue* TraverseLeaf(FunctionTree& leaf, const veltrane::transform::ApplyCase& oneCase);
     const ScoreValue* ReplaceMissingLeaf(const ScoreDictVar& variable, const ScoreValue& value,
                                          const ApplyNodeStats& stats);
-    const ScoreValue* ReadAbsentField(const ScoreDictVar& variable, const veltrane::transform::ApplyCase& oneCase);
-    static const ScoreValue* ReadComputedField(const ScoreDictVar& variable,
-                                               const veltrane::transform::ApplyCase& oneCase);
+    const ScoreValue* ReadAbsentField(const ApplyNodeStats& leaf, const veltrane::transform::ApplyCase& oneCase);
+    static std::optional<const ScoreValue*> ReadComputedField(const ApplyNodeStats& leaf,
+                                                              const veltrane::transform::ApplyCase& oneCase);
     const ScoreValue* MissingScratch(VariableType type, int width);
     veltrane::transform::ApplyFrames& Frames();
 

@@ -210,7 +210,8 @@ private:
     };
 
     void Reset();
-    const ScoreValue* ComputedValue(int index) const;
+    bool IsComputed(int index) const;
+    const ScoreValue* StoredValue(int index, const std::string& name) const;
     void FindDerivedFields();
     void AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field, const std::string& value);
     void AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field, double value);
@@ -235,7 +236,8 @@ private:
     std::vector<DerivedField> fDerivedFields;
     unsigned long long fFieldsRevision = 0;
     bool fFieldsFound = false;
-    std::string fText; ///< scratch of the text form
+    std::string fText;                     ///< scratch of the text form
+    std::vector<std::string> fStoredNames; ///< the names of the derived record by position, as they were set up
 };
 
 } // namespace MCVeltrane_900

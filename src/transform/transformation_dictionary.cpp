@@ -25,7 +25,7 @@ TransformationDictionary::TransformationDictionary() = default;
 
 TransformationDictionary::TransformationDictionary(const TransformationDictionary& other)
     : BaseDictionary(other), fComputedFlags(other.fComputedFlags), fDerivedVarNames(other.fDerivedVarNames),
-      fSetUp(other.fSetUp) {
+      fSetUp(other.fSetUp), fStoredNames(other.fStoredNames) {
     fDerivedRecord = CopyRecord(other.fDerivedRecord);
     fInitialRecord = CopyRecord(other.fInitialRecord);
 }
@@ -41,6 +41,7 @@ TransformationDictionary& TransformationDictionary::operator=(const Transformati
     ShareRecords(other);
     fDerivedRecord = other.fDerivedRecord;
     fInitialRecord = other.fInitialRecord;
+    fStoredNames = other.fStoredNames;
     fFieldsFound = false;
     return *this;
 }
@@ -95,6 +96,7 @@ void TransformationDictionary::SetUpDerivedCaseRecord() {
         PutValue(*fDerivedRecord, name, std::move(value));
         var->SetValueIndex(fDerivedRecord->GetIndex(name));
     }
+    fStoredNames = fDerivedRecord->GetVarNames(true);
     fSetUp = true;
     fFieldsFound = false;
 }
@@ -137,10 +139,10 @@ const ScoreCaseRecord* TransformationDictionary::GetValuesForDerivedVars(const S
 }
 
 bool TransformationDictionary::IsVarValueComputed(const ScoreDictVar* var) const {
-    if (var == nullptr) {
-        return false;
-    }
-    const int index = var->GetValueIndex();
+    return var != nullptr && IsComputed(var->GetValueIndex());
+}
+
+bool TransformationDictionary::IsComputed(int index) const {
     return index >= 0 && static_cast<std::size_t>(index) < fComputedFlags.size() &&
            fComputedFlags[static_cast<std::size_t>(index)];
 }
@@ -149,11 +151,14 @@ const ScoreValue* TransformationDictionary::GetVarValue(const std::string& name)
     return fDerivedRecord == nullptr ? nullptr : std::as_const(*fDerivedRecord).Get(name);
 }
 
-/// The stored value of the field with this value index, when it has been computed for this case; else null.
-const ScoreValue* TransformationDictionary::ComputedValue(int index) const {
-    const bool isComputed = index >= 0 && static_cast<std::size_t>(index) < fComputedFlags.size() &&
-                            fComputedFlags[static_cast<std::size_t>(index)];
-    return isComputed && fDerivedRecord != nullptr ? std::as_const(*fDerivedRecord).Get(index) : nullptr;
+/// The value of a field in the derived record, which is read by its name. Its value index, which anyone can set, is
+/// where the name is looked for first: positions in the record never change.
+const ScoreValue* TransformationDictionary::StoredValue(int index, const std::string& name) const {
+    const auto position = static_cast<std::size_t>(index);
+    if (index >= 0 && position < fStoredNames.size() && fStoredNames[position] == name && fDerivedRecord != nullptr) {
+        return std::as_const(*fDerivedRecord).Get(index);
+    }
+    return GetVarValue(name);
 }
 
 void TransformationDictionary::AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field,

@@ -1,9 +1,7 @@
-#include "fields.h"
+#include "apply_fields.h"
 #include "trees.h"
 
-#include <MCVeltrane_900/ApplyNodeStats.h>
 #include <MCVeltrane_900/DateTimeValue.h>
-#include <MCVeltrane_900/FunctionTreeImp.h>
 
 #include <gtest/gtest.h>
 
@@ -19,60 +17,8 @@ namespace veltrane::tests {
 
 namespace {
 
-/// Builds the tree of a derived field. The values that hang on nodes live as long as the test.
-class ApplyTraverse : public DerivedFields {
+class ApplyTraverse : public ApplyFields {
 protected:
-    ScoreValue* Own(ScoreValue* value) {
-        owned.emplace_back(value);
-        return value;
-    }
-
-    static FunctionTreeImp* Node(const ApplyNodeStats& stats) {
-        auto* node = new FunctionTreeImp;
-        node->SetNodeStats(stats);
-        return node;
-    }
-
-    FunctionTreeImp* Const(ScoreValue* value) {
-        ApplyNodeStats stats;
-        stats.SetConstNode(true);
-        stats.SetValue(Own(value));
-        return Node(stats);
-    }
-    FunctionTreeImp* Const(double number) { return Const(Num(number)); }
-
-    FunctionTreeImp* Field(const std::string& name, ScoreValue* mapMissingTo = nullptr) {
-        ApplyNodeStats stats;
-        stats.SetParameterName(name);
-        if (mapMissingTo != nullptr) {
-            stats.SetFieldrefRecodeMissValueTo(Own(mapMissingTo));
-        }
-        return Node(stats);
-    }
-
-    FunctionTreeImp* Call(ApplyNodeStats stats, TD::TransformFunction function,
-                          const std::vector<FunctionTreeImp*>& children) {
-        stats.SetTransformFunction(function);
-        FunctionTreeImp* node = Node(stats);
-        int id = 0;
-        for (FunctionTreeImp* child : children) {
-            ApplyNodeStats named(child->GetNodeStats());
-            named.SetNodeID(std::to_string(++id));
-            child->SetNodeStats(named);
-            node->Add(child);
-        }
-        return node;
-    }
-    FunctionTreeImp* Call(TD::TransformFunction function, const std::vector<FunctionTreeImp*>& children) {
-        return Call(ApplyNodeStats(), function, children);
-    }
-
-    TransformVar& Apply(ScoreDictVar::VariableType type, FunctionTreeImp* root, const std::string& name = "z") {
-        TransformVar& field = Derived(name, type, "", TD::TE_APPLY);
-        field.SetRoot(root);
-        return field;
-    }
-
     /// The result of a tree, which has to be the same for a second case.
     std::string ResultOf(ScoreDictVar::VariableType type, FunctionTreeImp* root) {
         TransformVar& field = Apply(type, root, "z" + std::to_string(++fields));
@@ -87,7 +33,6 @@ protected:
     static bool IsEvaluated(const FunctionTree& leaf) { return leaf.GetNodeStats().GetVariable() != nullptr; }
 
     int fields = 0;
-    std::vector<std::unique_ptr<ScoreValue>> owned;
 };
 
 /// A derived field of a plug-in's own class, which is asked for every number that its tree makes.

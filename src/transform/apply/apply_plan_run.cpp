@@ -48,7 +48,7 @@ bool ApplyPlan::HoldsNumbers(const ApplyCase& oneCase) const {
             if (!step.isDerived) {
                 return true;
             }
-            value = TransformVar::ReadComputedField(*step.variable, oneCase);
+            value = TransformVar::ReadComputedField(step.node->GetNodeStats(), oneCase).value_or(nullptr);
         }
         return value != nullptr && typeid(*value) == typeid(NumericValue);
     });
@@ -132,8 +132,7 @@ double ApplyPlan::ReadField(const Step& step, TransformVar& var, const ApplyCase
     if (!step.isDerived) {
         return kMissing;
     }
-    const ScoreValue* computed = TransformVar::ReadComputedField(*step.variable, oneCase);
-    return DoubleOf(computed != nullptr ? computed : var.ReadAbsentField(*step.variable, oneCase));
+    return DoubleOf(var.ReadAbsentField(step.node->GetNodeStats(), oneCase));
 }
 
 double ApplyPlan::Walk(const Step& step, TransformVar& var, const ApplyCase& oneCase) const {

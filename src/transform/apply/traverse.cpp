@@ -100,7 +100,7 @@ const ScoreValue* TransformVar::TraverseLeaf(FunctionTree& leaf, const ApplyCase
     const ScoreValue* value =
         stats.GetVarIndex() >= 0 && oneCase.record != nullptr ? oneCase.record->Get(stats.GetVarIndex()) : nullptr;
     if (value == nullptr) {
-        return FitLength(ReadAbsentField(*variable, oneCase), *variable);
+        return FitLength(ReadAbsentField(stats, oneCase), *variable);
     }
     const TD::TransformFunction parent = ParentFunction(leaf);
     if (parent != TD::TF_VALUE && parent != TD::TF_SYSMIS && variable->IsMissingValue(value)) {
@@ -140,22 +140,29 @@ const ScoreValue* TransformVar::ReplaceMissingLeaf(const ScoreDictVar& variable,
 
 /// The value of a field that the record does not hold: the derived record's when the field has been computed for this
 /// case, its evaluation otherwise, and a missing value for a field that is not derived.
-const ScoreValue* TransformVar::ReadAbsentField(const ScoreDictVar& variable, const ApplyCase& oneCase) {
+const ScoreValue* TransformVar::ReadAbsentField(const ApplyNodeStats& leaf, const ApplyCase& oneCase) {
+    const ScoreDictVar& variable = *leaf.GetVariable();
     if (!variable.IsDerivedVariable()) {
         return MissingScratch(variable.GetVarType(), variable.GetWidth());
     }
-    if (const ScoreValue* computed = ReadComputedField(variable, oneCase)) {
-        return computed;
+    if (const auto computed = ReadComputedField(leaf, oneCase)) {
+        return *computed;
     }
     return veltrane::transform::EvaluateDerived(variable, oneCase.record, oneCase.dictionary, oneCase.transformations);
 }
 
-/// The derived record's value of a field that has been computed for this case; null for any other.
-const ScoreValue* TransformVar::ReadComputedField(const ScoreDictVar& variable, const ApplyCase& oneCase) {
+/// The derived record's value of a leaf's field that has been computed for this case; nothing for any other field. The
+/// value index tells whether it has been computed, the name which value it is.
+std::optional<const ScoreValue*> TransformVar::ReadComputedField(const ApplyNodeStats& leaf, const ApplyCase& oneCase) {
     const ScoreDictionary* place = oneCase.transformations;
     const auto* derived = place != nullptr && typeid(*place) == typeid(TD) ? static_cast<const TD*>(place)
                                                                            : dynamic_cast<const TD*>(place);
-    return derived == nullptr ? nullptr : derived->ComputedValue(variable.GetValueIndex());
+    const int index = leaf.GetVariable()->GetValueIndex();
+    if (derived == nullptr || !derived->IsComputed(index)) {
+        return std::nullopt;
+    }
+    const std::string& name = leaf.GetParameterName();
+    return derived->StoredValue(index, name.empty() ? leaf.GetVariable()->GetName() : name);
 }
 
 const ScoreValue* TransformVar::MissingScratch(VariableType type, int width) {
