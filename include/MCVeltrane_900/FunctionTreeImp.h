@@ -8,6 +8,11 @@
 #include <memory>
 #include <vector>
 
+namespace veltrane::transform {
+class ApplyPlan;
+struct LeafTie;
+} // namespace veltrane::transform
+
 namespace MCVeltrane_900 {
 
 /// The library's node. See FunctionTree for what its operations do. Copying, destroying and walking need no stack for
@@ -99,9 +104,13 @@ public:
     void Keep(std::shared_ptr<const ScoreValue> value);
 
 private:
+    friend class veltrane::transform::ApplyPlan;
+    friend struct veltrane::transform::LeafTie;
+
     FunctionTree* Self() const;
     std::unique_ptr<FunctionTreeImp> CopyNode() const;
     void Append(FunctionTree* child);
+    void NoteChange();
     void DisplayHead(std::ostream& out, int level) const;
 
     FunctionTree* fParent = nullptr;
@@ -109,6 +118,7 @@ private:
     bool fAllowsChildren;
     ApplyNodeStats fNodeStats;
     std::vector<std::shared_ptr<const ScoreValue>> fKept;
+    unsigned long long fChanges = 0; ///< how often this node or one below it was changed
 };
 
 } // namespace MCVeltrane_900

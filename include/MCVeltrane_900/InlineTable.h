@@ -47,6 +47,7 @@ public:
 
     /// Appends an input field, in column order; borrowed.
     void AppendInputField(const ScoreDictVar* field);
+    const std::vector<const ScoreDictVar*>& GetInputFields() const { return fInputFields; }
 
     /// Adds a row. When there is one with an equal key, that one stays and the new values are deleted.
     /// @param inputs one value for each input field, in column order; they become the table's in any case

@@ -8,6 +8,10 @@
 #include <limits>
 #include <string>
 
+namespace veltrane::data {
+struct StoredNumber;
+} // namespace veltrane::data
+
 namespace MCVeltrane_900 {
 
 /// A number. It is system-missing when it holds SYSMIS, minus the largest finite double.
@@ -84,6 +88,8 @@ protected:
     void FromString(const std::string& text);
 
 private:
+    friend struct veltrane::data::StoredNumber;
+
     static constexpr double gSysmisValue = -std::numeric_limits<double>::max();
     static constexpr double gInfinity = std::numeric_limits<double>::infinity();
     static constexpr double fEpsilon = 2.22045e-14;

@@ -114,7 +114,8 @@ public:
     /// @param dictionary the inputs; a NormDiscrete over one that lists no categories adds its category to it
     /// @return a new dictionary owned by the caller; null when there is no DerivedField
     /// @throws VTException 260114 for a null element; 260120, 260152, 260202, 260211, 260274, 260285, 260294, 260303 or
-    ///         what the readers below throw: the first fault in document order. Nothing is kept then.
+    ///         what the readers below throw: the first fault in document order; 260227 for a field that could not be
+    ///         evaluated, see TransformVar::MAX_NESTED_EVALUATIONS. Nothing is kept then.
     TransformationDictionary* HandleTransformationDictionary(xercesc::DOMElement* element,
                                                              const ScoreDictionary* dictionary);
 

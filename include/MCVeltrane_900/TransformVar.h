@@ -7,7 +7,6 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,7 +16,9 @@ class ApplyFrames;
 class ApplyNode;
 class ApplyPlan;
 struct ApplyCase;
-struct ClearedResult;
+class DeferredFields;
+struct Derivation;
+struct FieldEvaluation;
 class ValueQueue;
 } // namespace veltrane::transform
 
@@ -40,10 +41,14 @@ class StringValue;
 /// field's next evaluation: a caller that needs it for longer copies it. A field belongs to one thread at a time.
 class VELTRANE_API TransformVar : public DictVar {
 public:
-    /// How deep the evaluation of one derived field may lead into others, and how many evaluations each of the fields
-    /// that it refers to may take altogether. A field that would be evaluated beyond either bound, or from within its
-    /// own evaluation, gives its cleared result: SYSMIS, or the empty text.
+    /// How many levels of functions within functions the tree of a field may have. A function below them gives a
+    /// missing value.
     static constexpr int MAX_DERIVATION_DEPTH = 1000;
+
+    /// How many evaluations each of the fields that a field refers to may take altogether, where they can't be kept: a
+    /// field that no lag stands below is evaluated once for a case, however many others refer to it. Beyond the bound a
+    /// field gives its cleared result, SYSMIS or the empty text, as it does from within its own evaluation. Documents
+    /// that would need more are refused when they are read.
     static constexpr int MAX_NESTED_EVALUATIONS = 100000;
 
     TransformVar(const std::string& name, VariableType type);
@@ -127,6 +132,9 @@ public:
 
     /// The field's value for one case. A lag moves on by one case with every call.
     ///
+    /// Fields that the field refers to are evaluated as they are needed, once each where no lag stands below them. How
+    /// deep they lie costs no stack.
+    ///
     /// The position of the source field is looked up once: all records must have the same layout.
     /// @param record          the case
     /// @param dictionary      the model's data dictionary, in which source fields are looked up first
@@ -161,9 +169,11 @@ protected:
                                      const ScoreDictionary* transformations, const ScoreValue* value);
 
 private:
-    friend struct veltrane::transform::ClearedResult;
+    friend class TransformationDictionary;
     friend class veltrane::transform::ApplyNode;
     friend class veltrane::transform::ApplyPlan;
+    friend class veltrane::transform::DeferredFields;
+    friend struct veltrane::transform::FieldEvaluation;
 
     using ValuePair = std::pair<ScoreValue*, ScoreValue*>;
     using Bin = std::pair<ScoreValueRange*, ScoreValue*>;
@@ -179,7 +189,11 @@ private:
     std::size_t FindSegment(double value) const;
     bool IsNearerToMax(double value) const;
 
-    const ScoreValue* GetClearedResult();
+    const ScoreValue* Evaluate(veltrane::transform::Derivation& derivation);
+    const ScoreValue* EvaluateNested(veltrane::transform::Derivation& derivation, int levels);
+    const ScoreValue* Attempt(veltrane::transform::Derivation& derivation);
+    void Compute(veltrane::transform::Derivation& derivation);
+    const ScoreValue* GetConstant();
     const ScoreValue* Traverse(FunctionTree* node, const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
                                const ScoreDictionary* transformations, int& status);
     static double ApplyTransFunction(double a, double b, TransformationDictionary::TransformFunction function);
@@ -195,8 +209,9 @@ private:
     const ScoreValue* ReplaceMissingLeaf(const ScoreDictVar& variable, const ScoreValue& value,
                                          const ApplyNodeStats& stats);
     const ScoreValue* ReadAbsentField(const ApplyNodeStats& leaf, const veltrane::transform::ApplyCase& oneCase);
-    static std::optional<const ScoreValue*> ReadComputedField(const ApplyNodeStats& leaf,
-                                                              const veltrane::transform::ApplyCase& oneCase);
+    const ScoreValue* EvaluateField(const ScoreDictVar& variable, const veltrane::transform::ApplyCase& oneCase);
+    static const TransformationDictionary* DerivedFields(const veltrane::transform::ApplyCase& oneCase);
+    static const std::string& NameOfField(const ApplyNodeStats& leaf);
     const ScoreValue* MissingScratch(VariableType type, int width);
     veltrane::transform::ApplyFrames& Frames();
 
@@ -222,6 +237,8 @@ private:
     const ScoreValue* ReplacementOfMissing(const ScoreDictVar& source, VariableType ownType,
                                            const ScoreValue& value) const;
     const ScoreValue* ReplacementOfUnmatched(const ScoreValue& value) const;
+    bool AreBlocksKnown(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
+                        const ScoreDictionary* transformations) const;
     bool AdvanceBlocks(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
                        const ScoreDictionary* transformations);
 
@@ -275,6 +292,7 @@ private:
     bool fPointsAscend = true;
     bool fResultHoldsText = false; ///< whether fResult, where there is one, is a StringValue
     bool fEvaluating = false;
+    unsigned long long fComputedFor = 0; ///< the number of the case, or of the turn, that fResult is good for
     std::unique_ptr<veltrane::transform::ApplyFrames> fFrames;
     std::unique_ptr<veltrane::transform::ApplyPlan> fPlan;
     bool fIsPlanned = false;

@@ -10,6 +10,12 @@
 #include <string>
 #include <vector>
 
+namespace veltrane::transform {
+class ApplyPlan;
+struct Derivation;
+struct FieldEvaluation;
+} // namespace veltrane::transform
+
 namespace MCVeltrane_900 {
 
 class ScoreValue;
@@ -201,24 +207,31 @@ public:
 
 private:
     friend class TransformVar;
+    friend class veltrane::transform::ApplyPlan;
+    friend struct veltrane::transform::FieldEvaluation;
 
     /// A field in the order of computation, with what looking it up by name gave.
     struct DerivedField {
         TransformVar* var;
         const std::string* name;
         int position; ///< in the derived record, -1 when it isn't there
+        int flag;     ///< the field's value index
     };
 
     void Reset();
-    bool IsComputed(int index) const;
+    bool IsComputed(int index) const {
+        return index >= 0 && static_cast<std::size_t>(index) < fComputedFlags.size() &&
+               fComputedFlags[static_cast<std::size_t>(index)];
+    }
+    int StoredPosition(const std::string& name) const;
+    const ScoreValue* StoredValue(int position) const;
     const ScoreValue* StoredValue(int index, const std::string& name) const;
     void FindDerivedFields();
-    void AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field, const std::string& value);
-    void AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field, double value);
-    void AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field, double value,
-                         DateTimeValue::DateTimeValType type);
-    void AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field, const ScoreValue* value);
-    void SetComputed(const ScoreDictVar* var, bool stored);
+    void AddVarCaseValue(const DerivedField& field, const std::string& value);
+    void AddVarCaseValue(const DerivedField& field, double value);
+    void AddVarCaseValue(const DerivedField& field, double value, DateTimeValue::DateTimeValType type);
+    void AddVarCaseValue(const DerivedField& field, const ScoreValue* value);
+    void SetComputed(const DerivedField& field, bool stored);
     ScoreCaseRecord* CopyRecord(const ScoreCaseRecord* record);
     ScoreCaseRecord* KeepRecord(std::shared_ptr<ScoreCaseRecord> record);
     void ShareRecords(const TransformationDictionary& other);
@@ -236,7 +249,8 @@ private:
     std::vector<DerivedField> fDerivedFields;
     unsigned long long fFieldsRevision = 0;
     bool fFieldsFound = false;
-    std::string fText;                     ///< scratch of the text form
+    std::string fText; ///< scratch of the text form
+    std::unique_ptr<veltrane::transform::Derivation> fDerivation;
     std::vector<std::string> fStoredNames; ///< the names of the derived record by position, as they were set up
 };
 

@@ -41,6 +41,11 @@ inline MCVeltrane_900::DateTimeValue& AsDateTime(MCVeltrane_900::ScoreValue& val
     return static_cast<MCVeltrane_900::DateTimeValue&>(value);
 }
 
+/// The number of a plain NumericValue, the same as its GetDouble() without the call.
+struct StoredNumber {
+    static double Of(const MCVeltrane_900::NumericValue& value) { return value.fValue; }
+};
+
 /// The text of a plain StringValue, the same as its GetString() without the copy; null for any other class.
 inline const std::string* StoredText(const MCVeltrane_900::ScoreValue& value) {
     return typeid(value) == typeid(MCVeltrane_900::StringValue)

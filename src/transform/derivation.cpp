@@ -1,59 +1,58 @@
 #include "transform/derivation.h"
 
+#include "transform/deferred_fields.h"
+
 #include <MCVeltrane_900/ScoreCaseRecord.h>
 
+#include <atomic>
 #include <typeinfo>
 
 using namespace MCVeltrane_900;
 
 namespace veltrane::transform {
 
-struct ClearedResult {
-    static const ScoreValue* Of(TransformVar& var) { return var.GetClearedResult(); }
-};
-
 namespace {
 
-struct NestingCount {
-    int depth = 0;
-    int evaluations = 0; ///< since the depth was 0
-};
+/// How many numbers are taken at a time.
+constexpr std::uint64_t kManyNumbers = 1 << 20;
 
-thread_local NestingCount tNesting;
+std::atomic<std::uint64_t> gNextNumber = 1;
 
 } // namespace
 
-NestedEvaluation::NestedEvaluation(bool isField) {
-    if (tNesting.depth++ == 0) {
-        tNesting.evaluations = 0;
-    }
-    tNesting.evaluations += isField ? 1 : 0;
+Derivation& Derivation::Of(const ApplyCase& oneCase) {
+    static thread_local constinit Derivation tDerivation;
+    const TransformationDictionary* fields = FieldEvaluation::Dictionary(oneCase);
+    return fields != nullptr ? FieldEvaluation::Of(*fields) : tDerivation;
 }
 
-NestedEvaluation::~NestedEvaluation() {
-    --tNesting.depth;
+std::uint64_t Derivation::ReserveNumbers() {
+    nextNumber = gNextNumber.fetch_add(kManyNumbers, std::memory_order_relaxed);
+    endOfNumbers = nextNumber + kManyNumbers;
+    return nextNumber++;
 }
 
-bool NestedEvaluation::IsAllowed() const {
-    return tNesting.depth <= TransformVar::MAX_DERIVATION_DEPTH &&
-           tNesting.evaluations <= TransformVar::MAX_NESTED_EVALUATIONS;
+bool Derivation::HasGivenUp() const {
+    return deferred->IsGivenUp();
 }
 
-const ScoreValue* EvaluateDerived(const ScoreDictVar& var, const ScoreCaseRecord* record,
-                                  const ScoreDictionary* dictionary, const ScoreDictionary* transformations) {
+const ScoreValue* EvaluateDerived(const ScoreDictVar& var, const ApplyCase& oneCase, int levels) {
     TransformVar* derived = AsTransformVar(var);
     if (derived == nullptr) {
         return nullptr;
     }
-    const NestedEvaluation nested(true);
-    return nested.IsAllowed() ? derived->GetTransformedValue(record, dictionary, transformations)
-                              : ClearedResult::Of(*derived);
+    Derivation& derivation = Derivation::Of(oneCase);
+    if (derivation.Runs(oneCase)) {
+        return FieldEvaluation::Nested(*derived, derivation, levels);
+    }
+    const CaseEvaluation evaluation(derivation, oneCase);
+    return FieldEvaluation::Nested(*derived, derivation, levels);
 }
 
 const ScoreValue* ReadField(const ScoreDictVar& var, const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
                             const ScoreDictionary* transformations) {
     if (var.IsDerivedVariable()) {
-        return EvaluateDerived(var, record, dictionary, transformations);
+        return EvaluateDerived(var, {record, dictionary, transformations});
     }
     return record == nullptr ? nullptr : record->Get(var.GetName());
 }

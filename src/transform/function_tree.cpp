@@ -50,7 +50,7 @@ bool FunctionTreeImp::operator==(const FunctionTree& other) const {
 /// This node alone, without parent and children.
 std::unique_ptr<FunctionTreeImp> FunctionTreeImp::CopyNode() const {
     auto copy = std::make_unique<FunctionTreeImp>(fAllowsChildren);
-    copy->SetNodeStats(fNodeStats);
+    copy->fNodeStats = fNodeStats;
     copy->fKept = fKept;
     return copy;
 }
@@ -58,6 +58,27 @@ std::unique_ptr<FunctionTreeImp> FunctionTreeImp::CopyNode() const {
 void FunctionTreeImp::Append(FunctionTree* child) {
     child->SetParent(this);
     fChildren.push_back(child);
+    if (typeid(*child) != typeid(FunctionTreeImp)) {
+        NoteChange(); // a host's class, whose SetParent() may not
+    }
+}
+
+/// Counts a change at this node and at all above it, since what was made of any of their trees is out of date now.
+void FunctionTreeImp::NoteChange() {
+    // Parents can be set into a circle: it is closed when the climb meets a second one at half its speed.
+    const FunctionTree* behind = this;
+    bool follows = false;
+    for (FunctionTree* node = this; node != nullptr;) {
+        if (typeid(*node) == typeid(FunctionTreeImp)) {
+            ++static_cast<FunctionTreeImp*>(node)->fChanges;
+        }
+        node = node->GetParent();
+        behind = follows ? behind->GetParent() : behind;
+        follows = !follows;
+        if (node == behind) {
+            return;
+        }
+    }
 }
 
 FunctionTree* FunctionTreeImp::Clone() const {
@@ -81,7 +102,8 @@ FunctionTree* FunctionTreeImp::Clone() const {
             }
             const auto* node = static_cast<const FunctionTreeImp*>(child);
             FunctionTreeImp* nodeCopy = node->CopyNode().release();
-            copy->Append(nodeCopy);
+            nodeCopy->fParent = copy; // nobody has seen the copy yet, so there is no change to note
+            copy->fChildren.push_back(nodeCopy);
             pending.push_back({node, nodeCopy});
         }
     }
@@ -129,6 +151,7 @@ void FunctionTreeImp::Remove(int index) {
     if (child == nullptr) {
         return;
     }
+    NoteChange();
     const std::string id = child->GetNodeStats().GetNodeID();
     for (FunctionTree*& slot : fChildren) {
         if (slot != nullptr && slot->GetNodeStats().GetNodeID() == id) {
@@ -148,6 +171,7 @@ void FunctionTreeImp::RemoveFromParent() {
 /// that overrides the removal is told of each; here each is looked up by its id, so that any number of them is removed
 /// in one pass.
 void FunctionTreeImp::RemoveAllChildren() {
+    NoteChange();
     if (typeid(*this) != typeid(FunctionTreeImp)) {
         for (int i = GetChildCount() - 1; i >= 0; --i) {
             Remove(i);
@@ -181,10 +205,13 @@ bool FunctionTreeImp::IsLeaf() const {
 
 void FunctionTreeImp::SetNodeStats(const ApplyNodeStats& stats) {
     fNodeStats = stats;
+    NoteChange();
 }
 
 void FunctionTreeImp::SetParent(FunctionTree* parent) {
+    NoteChange(); // to the parent that it had
     fParent = parent;
+    NoteChange();
 }
 
 const ApplyNodeStats& FunctionTreeImp::GetNodeStats() const {

@@ -76,7 +76,8 @@ Order OrderOf(const ScoreValue* left, const ScoreValue* right) {
                                 static_cast<const StringValue*>(right)->GetText());
         }
         if (type == typeid(NumericValue)) {
-            return OrderOfNumbers(left->GetDouble(), right->GetDouble());
+            return OrderOfNumbers(data::StoredNumber::Of(static_cast<const NumericValue&>(*left)),
+                                  data::StoredNumber::Of(static_cast<const NumericValue&>(*right)));
         }
     }
     return OrderByOperators(*left, *right);

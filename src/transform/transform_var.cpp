@@ -1,5 +1,6 @@
 #include "transform/apply/apply_frame.h"
 #include "transform/apply/apply_plan.h"
+#include "transform/apply/leaf_tie.h"
 #include "transform/derivation.h"
 #include "transform/value_queue.h"
 
@@ -37,10 +38,7 @@ std::unique_ptr<FunctionTree> UnresolvedCloneOf(const FunctionTree* tree) {
         FunctionTree* node = pending.back();
         pending.pop_back();
         if (node->GetNodeStats().GetVariable() != nullptr && !node->GetNodeStats().GetParameterName().empty()) {
-            ApplyNodeStats stats(node->GetNodeStats());
-            stats.SetVariable(nullptr);
-            stats.SetVarIndex(-1);
-            node->SetNodeStats(stats);
+            veltrane::transform::LeafTie::Set(*node, nullptr, -1);
         }
         for (int i = 0; i < node->GetChildCount(); ++i) {
             if (FunctionTree* child = node->GetChildAt(i)) {
@@ -112,6 +110,7 @@ void TransformVar::CopyExpression(const TransformVar& other) {
     fRoot = UnresolvedCloneOf(other.fRoot.get());
     fPlan.reset();
     fIsPlanned = false;
+    fComputedFor = 0;
     CopyBins(other);
     CopyEncodedValues(other);
     fNumericScratch = CopyOf(other.fNumericScratch);

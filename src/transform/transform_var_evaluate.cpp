@@ -1,6 +1,7 @@
+#include "data/number_tests.h"
 #include "data/value_cast.h"
 #include "transform/apply/apply_node.h"
-#include "transform/derivation.h"
+#include "transform/deferred_fields.h"
 #include "transform/value_queue.h"
 #include "transform/values.h"
 
@@ -20,7 +21,30 @@ using veltrane::data::AsDateTime;
 using veltrane::data::AsNumber;
 using veltrane::data::AsText;
 using veltrane::data::StoredText;
+using veltrane::transform::ApplyCase;
+using veltrane::transform::CaseEvaluation;
+using veltrane::transform::DeferredFields;
+using veltrane::transform::Derivation;
 using veltrane::transform::HoldsText;
+
+/// How many levels of fields and of functions within them may stand on the stack above a field that is to stand there
+/// too. Fields below wait in a list.
+constexpr int kDeepestStack = 250;
+
+/// Takes place on the stack for as long as it lives.
+class OnTheStack {
+public:
+    OnTheStack(Derivation& derivation, int levels) : fDerivation(derivation), fLevels(levels) {
+        fDerivation.levels += fLevels;
+    }
+    ~OnTheStack() { fDerivation.levels -= fLevels; }
+    OnTheStack(const OnTheStack&) = delete;
+    OnTheStack& operator=(const OnTheStack&) = delete;
+
+private:
+    Derivation& fDerivation;
+    const int fLevels;
+};
 
 /// Marks a field as being evaluated for as long as it lives.
 class Evaluating {
@@ -39,45 +63,113 @@ private:
 const ScoreValue* TransformVar::GetTransformedValue(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
                                                     const ScoreDictionary* transformations) {
     if (fTransExpression == TD::TE_CONSTANT) {
-        if (fResult == nullptr) {
-            PrepareResult();
-            FillConstant();
-            FitResultToWidth();
-        }
-        return fResult.get();
+        return GetConstant();
     }
-    PrepareResult();
-    if (fEvaluating) {
-        return fResult.get();
+    const ApplyCase oneCase{record, dictionary, transformations};
+    Derivation& derivation = Derivation::Of(oneCase);
+    // A host can call from within an evaluation, for the same case or for another one. Where fields wait in a list,
+    // what it asks for must not get among what the field that is being evaluated asks for.
+    if (derivation.Runs(oneCase) && derivation.deferred == nullptr) {
+        return Evaluate(derivation);
     }
-    const Evaluating evaluating(fEvaluating);
-    const ScoreValue* source = ReadSource(record);
-    FindSourceVar(dictionary, transformations);
-    if (source == nullptr && fSourceVar != nullptr && fTransExpression != TD::TE_APPLY &&
-        fSourceVar->IsDerivedVariable()) {
-        source = veltrane::transform::EvaluateDerived(*fSourceVar, record, dictionary, transformations);
+    const CaseEvaluation evaluation(derivation, oneCase);
+    return Evaluate(derivation);
+}
+
+const ScoreValue* TransformVar::GetConstant() {
+    if (fResult == nullptr) {
+        PrepareResult();
+        FillConstant();
+        FitResultToWidth();
     }
-    if (fTransExpression == TD::TE_NORM_CONTINUOUS) {
-        StoreNormValue(source);
-    } else if (const ScoreValue* value = EvaluateExpression(record, dictionary, transformations, source)) {
-        StoreResult(*value);
-    }
-    FitResultToWidth();
     return fResult.get();
 }
 
-/// What stands for a value that the bounds of evaluation deny. A constant is never denied: it leads nowhere.
-const ScoreValue* TransformVar::GetClearedResult() {
+/// The value for the case that is being evaluated: kept from an earlier evaluation, or computed.
+const ScoreValue* TransformVar::Evaluate(Derivation& derivation) {
     if (fTransExpression == TD::TE_CONSTANT) {
-        return GetTransformedValue(nullptr, nullptr, nullptr);
+        return GetConstant();
     }
+    if (derivation.Holds(fComputedFor)) {
+        if (fComputedFor != derivation.caseNumber) {
+            derivation.ReachForTurn();
+        }
+        return fResult.get();
+    }
+    if (fEvaluating) {
+        derivation.ReachUnrepeatable();
+        PrepareResult();
+        return fResult.get();
+    }
+    const Evaluating evaluating(fEvaluating);
+    return Attempt(derivation);
+}
+
+/// The value as another field needs it. What leads nowhere further is never denied.
+/// @param levels of the stack between the two
+const ScoreValue* TransformVar::EvaluateNested(Derivation& derivation, int levels) {
+    if (fTransExpression == TD::TE_CONSTANT || fEvaluating || derivation.Holds(fComputedFor)) {
+        return Evaluate(derivation);
+    }
+    derivation.evaluations = derivation.levels == 0 ? 0 : derivation.evaluations;
+    if (derivation.evaluations > MAX_NESTED_EVALUATIONS) {
+        derivation.ReachUnrepeatable();
+        PrepareResult();
+        return fResult.get();
+    }
+    if (derivation.deferred != nullptr) {
+        return derivation.deferred->Ask(*this);
+    }
+    const OnTheStack nested(derivation, levels);
+    return derivation.levels > kDeepestStack ? DeferredFields(derivation).Evaluate(*this) : Evaluate(derivation);
+}
+
+inline void TransformVar::Compute(Derivation& derivation) {
+    const ApplyCase oneCase = derivation.oneCase;
+    const ScoreValue* source = ReadSource(oneCase.record);
+    FindSourceVar(oneCase.dictionary, oneCase.transformations);
+    if (source == nullptr && fSourceVar != nullptr && fTransExpression != TD::TE_APPLY &&
+        fSourceVar->IsDerivedVariable()) {
+        source = veltrane::transform::EvaluateDerived(*fSourceVar, oneCase);
+        if (derivation.IsGivenUp()) {
+            return;
+        }
+    }
+    if (fTransExpression == TD::TE_LAG) {
+        derivation.ReachUnrepeatable();
+    }
+    if (fTransExpression == TD::TE_NORM_CONTINUOUS) {
+        StoreNormValue(source);
+    } else if (const ScoreValue* value =
+                   EvaluateExpression(oneCase.record, oneCase.dictionary, oneCase.transformations, source)) {
+        StoreResult(*value);
+    }
+    FitResultToWidth();
+}
+
+/// Computes the result. It holds for the rest of the case, or of the turn, unless something was reached that another
+/// evaluation would not repeat.
+const ScoreValue* TransformVar::Attempt(Derivation& derivation) {
+    const std::uint64_t reached = derivation.reached;
     PrepareResult();
+    Compute(derivation);
+    if (derivation.IsGivenUp()) {
+        return fResult.get();
+    }
+    if (derivation.reached == reached) {
+        fComputedFor = derivation.caseNumber;
+    } else if (derivation.reached - reached < Derivation::kUnrepeatable) {
+        fComputedFor = derivation.NumberOfTurn();
+    } else {
+        ++derivation.evaluations;
+    }
     return fResult.get();
 }
 
 /// Clears the result, or makes it. One that can't hold a value of the variable's type, which assignment can bring, is
 /// made anew.
 void TransformVar::PrepareResult() {
+    fComputedFor = 0;
     const VariableType type = GetVarType();
     if (fResult == nullptr || fResultHoldsText != HoldsText(type)) {
         fResult = veltrane::transform::MissingValueOf(type);
@@ -85,7 +177,7 @@ void TransformVar::PrepareResult() {
     } else if (fResultHoldsText) {
         AsText(*fResult).SetString(std::string());
     } else {
-        AsNumber(*fResult).SetDoubleValue(NumericValue::GetSysmisValue());
+        AsNumber(*fResult).SetDoubleValue(veltrane::data::kMissingNumber);
     }
 }
 
@@ -185,8 +277,9 @@ void TransformVar::StoreNormValue(const ScoreValue* source) {
 }
 
 void TransformVar::StoreResult(const ScoreValue& value) {
-    const std::string* text = StoredText(value);
-    if (text != nullptr && fResultHoldsText) {
+    // Types are compared for text results alone: those of two kinds are told apart by their names.
+    const std::string* text = fResultHoldsText ? StoredText(value) : nullptr;
+    if (text != nullptr) {
         AsText(*fResult).SetString(*text);
     } else {
         fResult->SetValue(&value);

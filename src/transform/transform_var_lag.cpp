@@ -1,4 +1,4 @@
-#include "transform/derivation.h"
+#include "transform/deferred_fields.h"
 #include "transform/value_queue.h"
 
 #include <MCVeltrane_900/NumericValue.h>
@@ -6,6 +6,28 @@
 #include <MCVeltrane_900/TransformVar.h>
 
 namespace MCVeltrane_900 {
+
+/// Whether all block fields have their values. Where fields wait for each other in a list, asking for one can end this
+/// evaluation, and no history may have moved on by then.
+bool TransformVar::AreBlocksKnown(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
+                                  const ScoreDictionary* transformations) const {
+    if (fBlockVariables.empty()) {
+        return true;
+    }
+    veltrane::transform::DeferredFields* deferred =
+        veltrane::transform::Derivation::Of({record, dictionary, transformations}).deferred;
+    if (deferred == nullptr) {
+        return true;
+    }
+    const std::size_t used = deferred->Used();
+    for (const ScoreDictVar* block : fBlockVariables) {
+        if (block != nullptr) {
+            veltrane::transform::ReadField(*block, record, dictionary, transformations);
+        }
+    }
+    deferred->GoBack(used);
+    return !deferred->IsGivenUp();
+}
 
 /// Moves the histories of the block fields on by one case.
 /// @return whether every block field with a full history has the value again that it had then
@@ -37,7 +59,7 @@ const ScoreValue* TransformVar::GetLagValue(const ScoreCaseRecord* record, const
                                             const ScoreDictionary* transformations, const ScoreValue* value) {
     // The history of a date-time field is given back as a number, like that of a numeric field.
     const VariableType scratchType = GetVarType() == DATETIME_VAR ? kNUMERIC_VAR : GetVarType();
-    if (fLagCount < 1) {
+    if (fLagCount < 1 || !AreBlocksKnown(record, dictionary, transformations)) {
         return ClearScratch(scratchType);
     }
     if (fLagHistory == nullptr) {

@@ -21,11 +21,13 @@ void PutValue(ScoreCaseRecord& record, const std::string& name, std::unique_ptr<
 
 } // namespace
 
-TransformationDictionary::TransformationDictionary() = default;
+TransformationDictionary::TransformationDictionary()
+    : fDerivation(std::make_unique<veltrane::transform::Derivation>()) {}
 
 TransformationDictionary::TransformationDictionary(const TransformationDictionary& other)
     : BaseDictionary(other), fComputedFlags(other.fComputedFlags), fDerivedVarNames(other.fDerivedVarNames),
-      fSetUp(other.fSetUp), fStoredNames(other.fStoredNames) {
+      fSetUp(other.fSetUp), fDerivation(std::make_unique<veltrane::transform::Derivation>()),
+      fStoredNames(other.fStoredNames) {
     fDerivedRecord = CopyRecord(other.fDerivedRecord);
     fInitialRecord = CopyRecord(other.fInitialRecord);
 }
@@ -116,7 +118,7 @@ void TransformationDictionary::FindDerivedFields() {
         TransformVar* derived = var == nullptr ? nullptr : veltrane::transform::AsTransformVar(*var);
         if (derived != nullptr) {
             const int position = fDerivedRecord == nullptr ? -1 : fDerivedRecord->GetIndex(name);
-            fDerivedFields.push_back({derived, &name, position});
+            fDerivedFields.push_back({derived, &name, position, -1});
         }
     }
     fFieldsRevision = GetRevision();
@@ -130,9 +132,12 @@ const ScoreCaseRecord* TransformationDictionary::GetValuesForDerivedVars(const S
     }
     Reset();
     FindDerivedFields();
-    for (const DerivedField& field : fDerivedFields) {
-        if (!IsVarValueComputed(field.var)) {
-            AddVarCaseValue(field.var, field, field.var->GetTransformedValue(record, dictionary, this));
+    const veltrane::transform::CaseEvaluation evaluation(*fDerivation, {record, dictionary, this});
+    for (DerivedField& field : fDerivedFields) {
+        field.flag = field.var->GetValueIndex();
+        if (!IsComputed(field.flag)) {
+            fDerivation->NextTurn();
+            AddVarCaseValue(field, field.var->Evaluate(*fDerivation));
         }
     }
     return fDerivedRecord;
@@ -142,28 +147,32 @@ bool TransformationDictionary::IsVarValueComputed(const ScoreDictVar* var) const
     return var != nullptr && IsComputed(var->GetValueIndex());
 }
 
-bool TransformationDictionary::IsComputed(int index) const {
-    return index >= 0 && static_cast<std::size_t>(index) < fComputedFlags.size() &&
-           fComputedFlags[static_cast<std::size_t>(index)];
-}
-
 const ScoreValue* TransformationDictionary::GetVarValue(const std::string& name) const {
     return fDerivedRecord == nullptr ? nullptr : std::as_const(*fDerivedRecord).Get(name);
+}
+
+/// The position of a name in the derived record, which stays for as long as the revision of the variables does; -1 for
+/// none so far.
+int TransformationDictionary::StoredPosition(const std::string& name) const {
+    return fDerivedRecord == nullptr ? -1 : fDerivedRecord->GetIndex(name);
+}
+
+const ScoreValue* TransformationDictionary::StoredValue(int position) const {
+    return fDerivedRecord == nullptr ? nullptr : std::as_const(*fDerivedRecord).Get(position);
 }
 
 /// The value of a field in the derived record, which is read by its name. Its value index, which anyone can set, is
 /// where the name is looked for first: positions in the record never change.
 const ScoreValue* TransformationDictionary::StoredValue(int index, const std::string& name) const {
     const auto position = static_cast<std::size_t>(index);
-    if (index >= 0 && position < fStoredNames.size() && fStoredNames[position] == name && fDerivedRecord != nullptr) {
-        return std::as_const(*fDerivedRecord).Get(index);
+    if (index >= 0 && position < fStoredNames.size() && fStoredNames[position] == name) {
+        return StoredValue(index);
     }
     return GetVarValue(name);
 }
 
-void TransformationDictionary::AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field,
-                                               const ScoreValue* value) {
-    if (var == nullptr || value == nullptr) {
+void TransformationDictionary::AddVarCaseValue(const DerivedField& field, const ScoreValue* value) {
+    if (value == nullptr) {
         if (fDerivedRecord != nullptr) {
             PutValue(*fDerivedRecord, *field.name, nullptr);
             fFieldsFound = false;
@@ -172,35 +181,33 @@ void TransformationDictionary::AddVarCaseValue(const ScoreDictVar* var, const De
     }
     switch (value->GetType()) {
     case ScoreValue::NUMERIC_VALUE:
-        AddVarCaseValue(var, field, value->GetDouble());
+        AddVarCaseValue(field, value->GetDouble());
         break;
     case ScoreValue::DATETIME_VALUE:
-        AddVarCaseValue(var, field, value->GetDouble(), static_cast<const DateTimeValue*>(value)->GetDateTimeType());
+        AddVarCaseValue(field, value->GetDouble(), static_cast<const DateTimeValue*>(value)->GetDateTimeType());
         break;
     default:
-        AddVarCaseValue(var, field, veltrane::transform::TextOf(*value, fText));
+        AddVarCaseValue(field, veltrane::transform::TextOf(*value, fText));
     }
 }
 
-void TransformationDictionary::AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field, double value) {
-    SetComputed(var, fDerivedRecord != nullptr && fDerivedRecord->SetValue(field.position, value));
+void TransformationDictionary::AddVarCaseValue(const DerivedField& field, double value) {
+    SetComputed(field, fDerivedRecord != nullptr && fDerivedRecord->SetValue(field.position, value));
 }
 
-void TransformationDictionary::AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field, double value,
+void TransformationDictionary::AddVarCaseValue(const DerivedField& field, double value,
                                                DateTimeValue::DateTimeValType type) {
-    SetComputed(var, fDerivedRecord != nullptr &&
-                         fDerivedRecord->SetValue(field.position, value, DateTimeValue::GetDateTimeType(type)));
+    SetComputed(field, fDerivedRecord != nullptr &&
+                           fDerivedRecord->SetValue(field.position, value, DateTimeValue::GetDateTimeType(type)));
 }
 
-void TransformationDictionary::AddVarCaseValue(const ScoreDictVar* var, const DerivedField& field,
-                                               const std::string& value) {
-    SetComputed(var, fDerivedRecord != nullptr && fSetUp && fDerivedRecord->SetValue(field.position, value));
+void TransformationDictionary::AddVarCaseValue(const DerivedField& field, const std::string& value) {
+    SetComputed(field, fDerivedRecord != nullptr && fSetUp && fDerivedRecord->SetValue(field.position, value));
 }
 
-void TransformationDictionary::SetComputed(const ScoreDictVar* var, bool stored) {
-    const int index = stored && var != nullptr ? var->GetValueIndex() : -1;
-    if (index >= 0 && static_cast<std::size_t>(index) < fComputedFlags.size()) {
-        fComputedFlags[static_cast<std::size_t>(index)] = true;
+void TransformationDictionary::SetComputed(const DerivedField& field, bool stored) {
+    if (stored && field.flag >= 0 && static_cast<std::size_t>(field.flag) < fComputedFlags.size()) {
+        fComputedFlags[static_cast<std::size_t>(field.flag)] = true;
     }
 }
 

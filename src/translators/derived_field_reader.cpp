@@ -62,9 +62,18 @@ void DerivedFieldReader::Read(DOMElement* element) {
     for (DOMElement* child : ChildElements(element)) {
         ReadChild(child, field);
     }
+    CheckCosts(field);
     fDerived.AddVar(field.name, &field.Var());
     field.var.release();
     fDerived.AddDerievedVarName(field.name);
+}
+
+// A field that could not be evaluated for any case is refused here rather than scored without.
+void DerivedFieldReader::CheckCosts(const Field& field) {
+    const TransformVar& var = field.Var();
+    if (!fCosts.Add(var, FieldLookup(fDictionary, &fDerived).Find(var.GetFieldName()))) {
+        Raise(260227, PMMLModelTags::XML_ELE_DERIVEDFIELD, field.name);
+    }
 }
 
 // A field may neither shadow an input nor be defined twice; both are reported as a clash with the data dictionary.

@@ -1,6 +1,7 @@
 #ifndef VELTRANE_TRANSLATORS_DERIVED_FIELD_READER_H
 #define VELTRANE_TRANSLATORS_DERIVED_FIELD_READER_H
 
+#include "transform/derivation_costs.h"
 #include "translators/document_text.h"
 #include "translators/field_lookup.h"
 
@@ -57,6 +58,7 @@ private:
     static const Expression* FindExpression(const xercesc::DOMElement* child);
 
     std::string ReadName(xercesc::DOMElement* element) const;
+    void CheckCosts(const Field& field);
     std::unique_ptr<MCVeltrane_900::TransformVar> MakeVar(xercesc::DOMElement* element, const std::string& name);
     bool SetDataType(xercesc::DOMElement* element, MCVeltrane_900::TransformVar& var);
     void ReadChild(xercesc::DOMElement* child, Field& field);
@@ -76,6 +78,7 @@ private:
     DocumentText fText;
     const MCVeltrane_900::ScoreDictionary* fDictionary;
     MCVeltrane_900::TransformationDictionary& fDerived;
+    transform::DerivationCosts fCosts;
 };
 
 } // namespace veltrane::translators

@@ -53,6 +53,9 @@ public:
     ApplyFrame& Enter();
     void Leave() { --fDepth; }
 
+    /// How many levels are being evaluated.
+    int Depth() const { return static_cast<int>(fDepth); }
+
 private:
     std::vector<std::unique_ptr<ApplyFrame>> fFrames;
     std::size_t fDepth = 0;

@@ -3,6 +3,7 @@
 
 #include "transform/apply/apply_frame.h"
 #include "transform/apply/function_dispatch.h"
+#include "transform/derivation.h"
 
 #include <MCVeltrane_900/ApplyNodeStats.h>
 #include <MCVeltrane_900/FunctionTree.h>
@@ -11,13 +12,6 @@
 #include <string>
 
 namespace veltrane::transform {
-
-/// One case, as the evaluation of a tree hands it down.
-struct ApplyCase {
-    const MCVeltrane_900::ScoreCaseRecord* record;
-    const MCVeltrane_900::ScoreDictionary* dictionary;
-    const MCVeltrane_900::ScoreDictionary* transformations;
-};
 
 /// The evaluation of one function of a tree: its children in order, each used up before the next one is evaluated,
 /// since all nodes of a tree share the scratch values of their derived field.

@@ -17,8 +17,16 @@ namespace {
 /// Trees of documents are a few levels deep; deeper ones are walked.
 constexpr int kDeepestPlan = 100;
 
-bool IsNumber(const ScoreValue* value) {
-    return value != nullptr && typeid(*value) == typeid(NumericValue);
+/// The constant of a leaf as a number, null when it is none. A host may give the value another number at any time.
+const NumericValue* NumberOf(const ApplyNodeStats& stats) {
+    const ScoreValue* value = stats.IsConstNode() ? stats.GetValue() : nullptr;
+    return value != nullptr && typeid(*value) == typeid(NumericValue) ? static_cast<const NumericValue*>(value)
+                                                                      : nullptr;
+}
+
+/// Whether a child tells its changes to the node that holds it.
+bool TellsChanges(const FunctionTree& node, const FunctionTree& child) {
+    return typeid(child) == typeid(FunctionTreeImp) && child.GetParent() == &node;
 }
 
 /// A leaf that names a field, as opposed to a function without arguments.
@@ -29,21 +37,24 @@ bool NamesField(const ApplyNodeStats& stats) {
 } // namespace
 
 std::unique_ptr<ApplyPlan> ApplyPlan::Make(FunctionTree& root) {
-    auto plan = std::make_unique<ApplyPlan>();
+    if (typeid(root) != typeid(FunctionTreeImp)) {
+        return nullptr;
+    }
+    std::unique_ptr<ApplyPlan> plan(new ApplyPlan(static_cast<const FunctionTreeImp&>(root)));
     const Added added = plan->Add(root, 0);
     const bool isWalk = plan->fSteps.size() == 1 && plan->fSteps.front().kind == Kind::WALK;
     if (added == Added::NOTHING || isWalk || root.IsLeaf()) {
         plan->fSteps.clear();
         plan->fOperands.clear();
-        if (plan->fUnresolved.empty()) {
-            return nullptr;
-        }
     }
     plan->fStack.resize(plan->fSteps.size());
     return plan;
 }
 
 bool ApplyPlan::IsOutdated() {
+    if (HasChanged()) {
+        return true; // and the leaves may be gone
+    }
     if (fUnresolved.empty()) {
         return false;
     }
@@ -76,13 +87,17 @@ ApplyPlan::Added ApplyPlan::Add(FunctionTree& node, int depth) {
     }
 }
 
+ApplyPlan::Added ApplyPlan::AddChild(FunctionTree& node, FunctionTree& child, int depth) {
+    return TellsChanges(node, child) ? Add(child, depth + 1) : AddWalk(child, false);
+}
+
 /// Numbers and numeric fields; every other leaf is left to the walk, which also writes the lengths of texts.
 ApplyPlan::Added ApplyPlan::AddLeaf(FunctionTree& leaf) {
     const ApplyNodeStats& stats = leaf.GetNodeStats();
     const ScoreDictVar* variable = stats.GetVariable();
-    if (stats.IsConstNode() && stats.GetValue() != nullptr) {
-        fSteps.push_back({.kind = Kind::CONSTANT, .constant = stats.GetValue()->GetDouble()});
-        return IsNumber(stats.GetValue()) ? Added::NUMBER : Added::VALUE;
+    if (const NumericValue* constant = NumberOf(stats)) {
+        fSteps.push_back({.kind = Kind::CONSTANT, .constant = constant});
+        return Added::NUMBER;
     }
     if (!stats.IsConstNode() && variable != nullptr && variable->GetVarType() == ScoreDictVar::kNUMERIC_VAR) {
         fSteps.push_back({.kind = Kind::FIELD,
@@ -90,6 +105,7 @@ ApplyPlan::Added ApplyPlan::AddLeaf(FunctionTree& leaf) {
                           .variable = variable,
                           .position = stats.GetVarIndex(),
                           .isDerived = variable->IsDerivedVariable()});
+        fReadsDerived = fReadsDerived || variable->IsDerivedVariable();
         return Added::NUMBER;
     }
     if (variable == nullptr && NamesField(stats)) {
@@ -102,7 +118,7 @@ ApplyPlan::Added ApplyPlan::AddFunction(FunctionTree& node, int depth) {
     const int count = node.GetChildCount();
     for (int i = 0; i < count; ++i) {
         FunctionTree* child = node.GetChildAt(i);
-        if (child == nullptr || Add(*child, depth + 1) == Added::NOTHING) {
+        if (child == nullptr || AddChild(node, *child, depth) == Added::NOTHING) {
             return Added::NOTHING;
         }
     }
@@ -115,7 +131,7 @@ ApplyPlan::Added ApplyPlan::AddComparison(FunctionTree& node, int depth) {
     const std::size_t first = fSteps.size();
     const int count = node.GetChildCount();
     for (int i = 0; i < count; ++i) {
-        if (AddOperand(node.GetChildAt(i), depth) != Added::NUMBER) {
+        if (AddOperand(node, i, depth) != Added::NUMBER) {
             return WalkInstead(first, node, true);
         }
     }
@@ -126,20 +142,21 @@ ApplyPlan::Added ApplyPlan::AddComparison(FunctionTree& node, int depth) {
 /// The condition, the second child, the choice, the third child. The walk evaluates the second child in every case, and
 /// none behind the third.
 ApplyPlan::Added ApplyPlan::AddBranch(FunctionTree& node, int depth) {
+    static const NumericValue kNoAlternative(0.0);
     const std::size_t first = fSteps.size();
     const int count = node.GetChildCount();
     const bool mayBeTreated =
         count < 3 && node.GetNodeStats().GetInvalidValueTreatmentMethod() == ApplyNodeStats::IV_AS_MISSING;
     FunctionTree* condition = node.GetChildAt(0);
-    if (count < 2 || mayBeTreated || condition == nullptr || Add(*condition, depth + 1) == Added::NOTHING ||
-        AddOperand(node.GetChildAt(1), depth) != Added::NUMBER) {
+    if (count < 2 || mayBeTreated || condition == nullptr || AddChild(node, *condition, depth) == Added::NOTHING ||
+        AddOperand(node, 1, depth) != Added::NUMBER) {
         return WalkInstead(first, node, false);
     }
     const std::size_t choice = fSteps.size();
     fSteps.push_back({.kind = Kind::BRANCH, .node = &node});
     if (count == 2) {
-        fSteps.push_back({.kind = Kind::CONSTANT, .constant = 0.0});
-    } else if (AddOperand(node.GetChildAt(2), depth) != Added::NUMBER) {
+        fSteps.push_back({.kind = Kind::CONSTANT, .constant = &kNoAlternative});
+    } else if (AddOperand(node, 2, depth) != Added::NUMBER) {
         return WalkInstead(first, node, false);
     }
     fSteps[choice].count = fSteps.size() - choice - 1;
@@ -154,8 +171,9 @@ ApplyPlan::Added ApplyPlan::AddOwnRule(FunctionTree& node, int depth) {
     case TD::TF_IS_MISSING:
     case TD::TF_IS_NOT_MISSING: {
         FunctionTree* child = node.GetChildAt(0);
-        if (child == nullptr || !child->IsLeaf() || child->GetNodeStats().GetVariable() == nullptr) {
-            if (child != nullptr && child->IsLeaf() && NamesField(child->GetNodeStats())) {
+        const bool isLeaf = child != nullptr && child->IsLeaf() && TellsChanges(node, *child);
+        if (!isLeaf || child->GetNodeStats().GetVariable() == nullptr) {
+            if (isLeaf && NamesField(child->GetNodeStats())) {
                 fUnresolved.push_back(child);
             }
             return AddWalk(node, true);
@@ -177,8 +195,9 @@ ApplyPlan::Added ApplyPlan::AddOwnRule(FunctionTree& node, int depth) {
 }
 
 /// A child whose kind matters. A record may hold a text for a numeric field, which each case is asked for ahead.
-ApplyPlan::Added ApplyPlan::AddOperand(FunctionTree* child, int depth) {
-    const Added added = child == nullptr ? Added::NOTHING : Add(*child, depth + 1);
+ApplyPlan::Added ApplyPlan::AddOperand(FunctionTree& node, int position, int depth) {
+    FunctionTree* child = node.GetChildAt(position);
+    const Added added = child == nullptr ? Added::NOTHING : AddChild(node, *child, depth);
     if (added == Added::NUMBER && child->IsLeaf() && fSteps.back().kind == Kind::FIELD) {
         fOperands.push_back(fSteps.size() - 1);
     }
@@ -204,7 +223,7 @@ void ApplyPlan::AddCall(Kind kind, FunctionTree& node, int count) {
     fSteps.push_back({.kind = kind,
                       .node = &node,
                       .count = static_cast<std::size_t>(count),
-                      .dispatch = DispatchOf(stats.GetTransformFunction()),
+                      .dispatch = &DispatchOf(stats.GetTransformFunction()),
                       .function = stats.GetTransformFunction(),
                       .treatsInvalid = stats.GetInvalidValueTreatmentMethod() == ApplyNodeStats::IV_AS_MISSING});
 }

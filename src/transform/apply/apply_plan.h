@@ -3,7 +3,7 @@
 
 #include "transform/apply/apply_node.h"
 
-#include <MCVeltrane_900/FunctionTree.h>
+#include <MCVeltrane_900/FunctionTreeImp.h>
 
 #include <cstddef>
 #include <memory>
@@ -16,16 +16,20 @@ namespace veltrane::transform {
 /// stack, a branch jumps over the steps that the walk would not reach. Whatever gives no number stays with the walk, as
 /// one step.
 ///
-/// A plan borrows the nodes of its tree, which does not change once it has been evaluated.
+/// A plan borrows the nodes of its tree, and the values that hang on them. It is good for as long as nobody changes the
+/// tree, which the nodes of the library's own class tell it; nodes of other classes, and what is below them, are
+/// walked.
 class ApplyPlan {
 public:
-    /// @return null for a tree that only the walk can evaluate
+    /// @return null for a root of a host's class; a plan without steps for any other tree that has to be walked
     static std::unique_ptr<ApplyPlan> Make(MCVeltrane_900::FunctionTree& root);
 
-    /// @return the numeric scratch value of the field; null when this case has to be walked
+    /// @return the numeric scratch value of the field; null when this case has to be walked, as one has to be whose
+    ///         tree has changed
     const MCVeltrane_900::ScoreValue* Evaluate(MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase);
 
-    /// Whether leaves that no case had reached when the plan was made have been resolved since: a new plan can do more.
+    /// Whether the tree has changed, or leaves that no case had reached when the plan was made have been resolved
+    /// since: a new plan can do more.
     bool IsOutdated();
 
 private:
@@ -37,34 +41,42 @@ private:
 
     struct Step {
         Kind kind;
-        double constant = 0.0;
+        const MCVeltrane_900::NumericValue* constant = nullptr;
         MCVeltrane_900::FunctionTree* node = nullptr;
         const MCVeltrane_900::ScoreDictVar* variable = nullptr;
         int position = -1; ///< of the field in the record
         bool isDerived = false;
-        std::size_t count = 0; ///< of the arguments of a function, of the steps of a branch's alternative
-        FunctionDispatch dispatch{Gathering::OWN, nullptr, nullptr};
+        int stored = -1;                 ///< position of a derived field in the derived record
+        unsigned long long storedIn = 0; ///< revision of the derived fields that it is good for
+        std::size_t count = 0;           ///< of the arguments of a function, of the steps of a branch's alternative
+        const FunctionDispatch* dispatch = nullptr;
         MCVeltrane_900::TransformationDictionary::TransformFunction function =
             MCVeltrane_900::TransformationDictionary::TF_NONE;
         bool treatsInvalid = false;
     };
 
+    explicit ApplyPlan(const MCVeltrane_900::FunctionTreeImp& tree) : fTree(tree), fChanges(tree.fChanges) {}
+    bool HasChanged() const { return fTree.fChanges != fChanges; }
+
     Added Add(MCVeltrane_900::FunctionTree& node, int depth);
+    Added AddChild(MCVeltrane_900::FunctionTree& node, MCVeltrane_900::FunctionTree& child, int depth);
     Added AddLeaf(MCVeltrane_900::FunctionTree& leaf);
     Added AddFunction(MCVeltrane_900::FunctionTree& node, int depth);
     Added AddComparison(MCVeltrane_900::FunctionTree& node, int depth);
     Added AddBranch(MCVeltrane_900::FunctionTree& node, int depth);
     Added AddOwnRule(MCVeltrane_900::FunctionTree& node, int depth);
-    Added AddOperand(MCVeltrane_900::FunctionTree* child, int depth);
+    Added AddOperand(MCVeltrane_900::FunctionTree& node, int position, int depth);
     Added AddWalk(MCVeltrane_900::FunctionTree& node, bool givesNumber);
     Added WalkInstead(std::size_t first, MCVeltrane_900::FunctionTree& node, bool givesNumber);
     void AddCall(Kind kind, MCVeltrane_900::FunctionTree& node, int count);
 
-    bool HoldsNumbers(const ApplyCase& oneCase) const;
+    bool HoldsNumbers(const ApplyCase& oneCase);
     double Run(MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase);
     double RunRare(const Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase,
                    const double* arguments);
-    double ReadField(const Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase) const;
+    bool IsComputed(const Step& step) const;
+    const MCVeltrane_900::ScoreValue* ReadComputed(Step& step) const;
+    double ReadField(Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase) const;
     double Walk(const Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase) const;
     double TestMissing(const Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase) const;
     double Call(const Step& step, const double* arguments);
@@ -72,9 +84,13 @@ private:
     double Compare(const Step& step, MCVeltrane_900::TransformVar& var, const double* arguments);
     double Treat(const Step& step, MCVeltrane_900::TransformVar& var, const double* arguments, double result);
 
+    const MCVeltrane_900::FunctionTreeImp& fTree;
+    const unsigned long long fChanges; ///< of the tree when the plan was made
     std::vector<Step> fSteps;
     std::vector<std::size_t> fOperands; ///< fields among the steps that have to hold a number, or the case is walked
     std::vector<const MCVeltrane_900::FunctionTree*> fUnresolved; ///< leaves that no case has reached yet
+    bool fReadsDerived = false;
+    const MCVeltrane_900::TransformationDictionary* fDerived = nullptr; ///< the derived fields of the case
     std::vector<double> fStack;
     std::vector<double> fArguments; ///< of functions that take a vector
 };

@@ -1,3 +1,4 @@
+#include "data/value_cast.h"
 #include "transform/apply/apply_plan.h"
 #include "transform/apply/child_values.h"
 #include "transform/functions/kernels.h"
@@ -30,7 +31,13 @@ double Truth(bool condition) {
 } // namespace
 
 const ScoreValue* ApplyPlan::Evaluate(TransformVar& var, const ApplyCase& oneCase) {
-    if (fSteps.empty() || !HoldsNumbers(oneCase)) {
+    if (fSteps.empty() || HasChanged()) {
+        return nullptr;
+    }
+    if (fReadsDerived) {
+        fDerived = TransformVar::DerivedFields(oneCase);
+    }
+    if (!HoldsNumbers(oneCase)) {
         return nullptr;
     }
     const double result = Run(var, oneCase);
@@ -40,15 +47,15 @@ const ScoreValue* ApplyPlan::Evaluate(TransformVar& var, const ApplyCase& oneCas
 }
 
 /// A field that is in neither record counts as a missing number; one that has still to be computed may give anything.
-bool ApplyPlan::HoldsNumbers(const ApplyCase& oneCase) const {
+bool ApplyPlan::HoldsNumbers(const ApplyCase& oneCase) {
     return std::all_of(fOperands.begin(), fOperands.end(), [&](std::size_t i) {
-        const Step& step = fSteps[i];
+        Step& step = fSteps[i];
         const ScoreValue* value = ValueInRecord(step.position, oneCase);
         if (value == nullptr) {
             if (!step.isDerived) {
                 return true;
             }
-            value = TransformVar::ReadComputedField(step.node->GetNodeStats(), oneCase).value_or(nullptr);
+            value = IsComputed(step) ? ReadComputed(step) : nullptr;
         }
         return value != nullptr && typeid(*value) == typeid(NumericValue);
     });
@@ -71,10 +78,10 @@ inline double ApplyPlan::Call(const Step& step, const double* arguments) {
     if (step.function == TD::TF_SUM) {
         return functions::Total(arguments, step.count);
     }
-    if (step.dispatch.fold != nullptr) {
-        double result = step.count == 1 ? step.dispatch.fold(arguments[0], 0.0) : arguments[0];
+    if (step.dispatch->fold != nullptr) {
+        double result = step.count == 1 ? step.dispatch->fold(arguments[0], 0.0) : arguments[0];
         for (std::size_t i = 1; i < step.count; ++i) {
-            result = step.dispatch.fold(result, arguments[i]);
+            result = step.dispatch->fold(result, arguments[i]);
         }
         return result;
     }
@@ -83,10 +90,10 @@ inline double ApplyPlan::Call(const Step& step, const double* arguments) {
 
 double ApplyPlan::Run(TransformVar& var, const ApplyCase& oneCase) {
     double* top = fStack.data();
-    const Step* const end = fSteps.data() + fSteps.size();
-    for (const Step* step = fSteps.data(); step != end; ++step) {
+    Step* const end = fSteps.data() + fSteps.size();
+    for (Step* step = fSteps.data(); step != end; ++step) {
         if (step->kind == Kind::CONSTANT) {
-            *top++ = step->constant;
+            *top++ = data::StoredNumber::Of(*step->constant);
         } else if (step->kind == Kind::FIELD) {
             *top++ = ReadField(*step, var, oneCase);
         } else if (step->kind == Kind::FUNCTION) {
@@ -121,7 +128,21 @@ double ApplyPlan::RunRare(const Step& step, TransformVar& var, const ApplyCase& 
     }
 }
 
-double ApplyPlan::ReadField(const Step& step, TransformVar& var, const ApplyCase& oneCase) const {
+/// Whether the value of a derived field stands in the derived record.
+inline bool ApplyPlan::IsComputed(const Step& step) const {
+    return fDerived != nullptr && fDerived->IsComputed(step.variable->GetValueIndex());
+}
+
+/// That value, by the field's name, which is looked up once.
+inline const ScoreValue* ApplyPlan::ReadComputed(Step& step) const {
+    if (step.storedIn != fDerived->GetRevision()) {
+        step.stored = fDerived->StoredPosition(TransformVar::NameOfField(step.node->GetNodeStats()));
+        step.storedIn = step.stored < 0 ? 0 : fDerived->GetRevision();
+    }
+    return fDerived->StoredValue(step.stored);
+}
+
+double ApplyPlan::ReadField(Step& step, TransformVar& var, const ApplyCase& oneCase) const {
     if (const ScoreValue* value = ValueInRecord(step.position, oneCase)) {
         if (!step.variable->IsMissingValue(value)) {
             return value->GetDouble();
@@ -132,7 +153,7 @@ double ApplyPlan::ReadField(const Step& step, TransformVar& var, const ApplyCase
     if (!step.isDerived) {
         return kMissing;
     }
-    return DoubleOf(var.ReadAbsentField(step.node->GetNodeStats(), oneCase));
+    return DoubleOf(IsComputed(step) ? ReadComputed(step) : var.EvaluateField(*step.variable, oneCase));
 }
 
 double ApplyPlan::Walk(const Step& step, TransformVar& var, const ApplyCase& oneCase) const {
@@ -150,12 +171,13 @@ double ApplyPlan::TestMissing(const Step& step, TransformVar& var, const ApplyCa
 
 double ApplyPlan::Accumulate(const Step& step, const double* arguments) {
     fArguments.assign(arguments, arguments + step.count);
-    return step.function == TD::TF_MEDIAN ? functions::MedianInPlace(fArguments) : step.dispatch.accumulate(fArguments);
+    return step.function == TD::TF_MEDIAN ? functions::MedianInPlace(fArguments)
+                                          : step.dispatch->accumulate(fArguments);
 }
 
 double ApplyPlan::Compare(const Step& step, TransformVar& var, const double* arguments) {
     bool isFound = false;
-    if (step.dispatch.gathering == Gathering::COMPARE) {
+    if (step.dispatch->gathering == Gathering::COMPARE) {
         isFound = step.count == 2 && NumericValue::IsEqual(arguments[0], arguments[1]);
     } else {
         const double tested = arguments[0];
@@ -172,7 +194,7 @@ double ApplyPlan::Treat(const Step& step, TransformVar& var, const double* argum
     scratch.SetDoubleValue(result);
     const bool isInvalid = step.treatsInvalid && !var.IsValidValue(&scratch);
     fArguments.clear();
-    if (step.dispatch.accumulate != nullptr) {
+    if (step.dispatch->accumulate != nullptr) {
         fArguments.assign(arguments, arguments + step.count);
     }
     TransformVar::HandleMissingAndInvalidOfApply(fArguments, step.function, &scratch, step.node->GetNodeStats(),

@@ -1,5 +1,6 @@
 #include "transform/apply/apply_node.h"
 #include "transform/apply/apply_plan.h"
+#include "transform/apply/leaf_tie.h"
 #include "transform/derivation.h"
 #include "transform/values.h"
 
@@ -13,6 +14,7 @@ namespace MCVeltrane_900 {
 using TD = TransformationDictionary;
 using veltrane::transform::ApplyCase;
 using veltrane::transform::ApplyNode;
+using veltrane::transform::Derivation;
 
 namespace {
 
@@ -33,15 +35,13 @@ const ScoreValue* FitLength(const ScoreValue* value, const ScoreDictVar& variabl
 
 /// Finds the field of a leaf on its first use, and leaves what was found in the leaf.
 void Resolve(FunctionTree& leaf, const ApplyCase& oneCase) {
-    ApplyNodeStats stats(leaf.GetNodeStats());
-    const std::string& name = stats.GetParameterName();
+    const std::string& name = leaf.GetNodeStats().GetParameterName();
     const ScoreDictVar* variable = oneCase.dictionary != nullptr ? oneCase.dictionary->GetVar(name) : nullptr;
     if (variable == nullptr && oneCase.transformations != nullptr) {
         variable = oneCase.transformations->GetVar(name);
     }
-    stats.SetVariable(variable);
-    stats.SetVarIndex(oneCase.record != nullptr ? oneCase.record->GetIndex(name) : -1);
-    leaf.SetNodeStats(stats);
+    const int position = oneCase.record != nullptr ? oneCase.record->GetIndex(name) : -1;
+    veltrane::transform::LeafTie::Set(leaf, variable, position);
 }
 
 TD::TransformFunction ParentFunction(const FunctionTree& leaf) {
@@ -52,8 +52,8 @@ TD::TransformFunction ParentFunction(const FunctionTree& leaf) {
 } // namespace
 
 /// The first case walks the tree and resolves its leaves; from then on a plan of it does the numeric part. Leaves that
-/// are reached later give a new plan. A derived class is walked every time, since the plan doesn't ask for its
-/// operations.
+/// are reached later give a new plan, and so does a change of the tree. A derived class is walked every time, since the
+/// plan doesn't ask for its operations.
 const ScoreValue* TransformVar::EvaluateApply(const ApplyCase& oneCase) {
     if (fRoot == nullptr) {
         return nullptr;
@@ -77,8 +77,7 @@ const ScoreValue* TransformVar::Traverse(FunctionTree* node, const ScoreCaseReco
     if (node->IsLeaf()) {
         return TraverseLeaf(*node, oneCase);
     }
-    const veltrane::transform::NestedEvaluation nested(false);
-    if (!nested.IsAllowed()) {
+    if (Frames().Depth() >= MAX_DERIVATION_DEPTH) {
         return MissingScratch(GetVarType(), GetWidth());
     }
     return ApplyNode(*this, *node, oneCase, status).Evaluate();
@@ -139,30 +138,41 @@ const ScoreValue* TransformVar::ReplaceMissingLeaf(const ScoreDictVar& variable,
 }
 
 /// The value of a field that the record does not hold: the derived record's when the field has been computed for this
-/// case, its evaluation otherwise, and a missing value for a field that is not derived.
+/// case, its evaluation otherwise, and a missing value for a field that is not derived. The value index tells whether
+/// it has been computed, the name which value it is.
 const ScoreValue* TransformVar::ReadAbsentField(const ApplyNodeStats& leaf, const ApplyCase& oneCase) {
     const ScoreDictVar& variable = *leaf.GetVariable();
     if (!variable.IsDerivedVariable()) {
         return MissingScratch(variable.GetVarType(), variable.GetWidth());
     }
-    if (const auto computed = ReadComputedField(leaf, oneCase)) {
-        return *computed;
-    }
-    return veltrane::transform::EvaluateDerived(variable, oneCase.record, oneCase.dictionary, oneCase.transformations);
+    const TD* derived = DerivedFields(oneCase);
+    const int index = variable.GetValueIndex();
+    return derived != nullptr && derived->IsComputed(index) ? derived->StoredValue(index, NameOfField(leaf))
+                                                            : EvaluateField(variable, oneCase);
 }
 
-/// The derived record's value of a leaf's field that has been computed for this case; nothing for any other field. The
-/// value index tells whether it has been computed, the name which value it is.
-std::optional<const ScoreValue*> TransformVar::ReadComputedField(const ApplyNodeStats& leaf, const ApplyCase& oneCase) {
-    const ScoreDictionary* place = oneCase.transformations;
-    const auto* derived = place != nullptr && typeid(*place) == typeid(TD) ? static_cast<const TD*>(place)
-                                                                           : dynamic_cast<const TD*>(place);
-    const int index = leaf.GetVariable()->GetValueIndex();
-    if (derived == nullptr || !derived->IsComputed(index)) {
-        return std::nullopt;
+/// The value of a derived field that has not been computed for this case.
+const ScoreValue* TransformVar::EvaluateField(const ScoreDictVar& variable, const ApplyCase& oneCase) {
+    const ScoreValue* value = veltrane::transform::EvaluateDerived(variable, oneCase, 1 + Frames().Depth());
+    Derivation& derivation = Derivation::Of(oneCase);
+    if (derivation.IsGivenUp()) {
+        throw veltrane::transform::GivenUp();
     }
-    const std::string& name = leaf.GetParameterName();
-    return derived->StoredValue(index, name.empty() ? leaf.GetVariable()->GetName() : name);
+    // Once the derived record has the field's value of the case, that one counts.
+    derivation.ReachForTurn();
+    return value;
+}
+
+/// The dictionary of derived fields, seen through its base; null when it is of another class.
+const TD* TransformVar::DerivedFields(const ApplyCase& oneCase) {
+    const ScoreDictionary* place = oneCase.transformations;
+    return place != nullptr && typeid(*place) == typeid(TD) ? static_cast<const TD*>(place)
+                                                            : dynamic_cast<const TD*>(place);
+}
+
+/// The name of a leaf's field in the derived record. A leaf can have been given its field without a name.
+const std::string& TransformVar::NameOfField(const ApplyNodeStats& leaf) {
+    return leaf.GetParameterName().empty() ? leaf.GetVariable()->GetName() : leaf.GetParameterName();
 }
 
 const ScoreValue* TransformVar::MissingScratch(VariableType type, int width) {
