@@ -5,7 +5,7 @@ model := examples/loan/default
 export CCACHE_BASEDIR := $(CURDIR)
 export CCACHE_NOHASHDIR := 1
 
-.PHONY: demo test bench docs record-abi clean
+.PHONY: demo test install bench docs record-abi clean
 
 # Builds the command and the plug-ins, and runs them on the sample of applicants: derived fields, then predictions. One
 # applicant doesn't say how much money is asked for, so the model has no prediction, which the exit code 3 tells.
@@ -29,7 +29,15 @@ test:
 	@tools/setup.sh test
 	@cmake --preset release -DVELTRANE_BUILD_TESTS=ON -DVELTRANE_BUILD_BENCHMARKS=ON -DVELTRANE_BUILD_EXAMPLES=ON >/dev/null
 	@cmake --build --preset release -j $(jobs)
-	@ctest --preset release -j $(jobs)
+	@ctest --preset release -j $(jobs) $(CTEST_FLAGS)
+
+# Builds what is installed and installs it. DESTDIR is put in front of PREFIX, as packagers need it.
+PREFIX := /usr/local
+install:
+	@tools/setup.sh demo
+	@[ -f build/release/CMakeCache.txt ] || cmake --preset release -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BUILD_BENCHMARKS=OFF -DVELTRANE_BUILD_EXAMPLES=OFF >/dev/null
+	@cmake --build --preset release -j $(jobs) --target veltrane veltrane_host veltrane_plugins
+	@cmake --install build/release --prefix $(PREFIX)
 
 bench:
 	@tools/setup.sh test

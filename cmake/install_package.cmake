@@ -19,5 +19,8 @@ configure_package_config_file(cmake/veltraneConfig.cmake.in ${CMAKE_CURRENT_BINA
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/veltraneConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/veltraneConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/veltraneConfigVersion.cmake
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/veltrane)
+# The file tells all places from its own, so that an installed copy may be moved.
+file(RELATIVE_PATH VELTRANE_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+string(REGEX REPLACE "/$" "" VELTRANE_PC_TO_PREFIX "${VELTRANE_PC_TO_PREFIX}")
 configure_file(cmake/veltrane.pc.in ${CMAKE_CURRENT_BINARY_DIR}/veltrane.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/veltrane.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -17,7 +17,7 @@ using MCVeltrane_900::ScoreDictionary;
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef VELTRANE_SANITIZED
 constexpr bool kSanitized = true;
 #else
 constexpr bool kSanitized = false;

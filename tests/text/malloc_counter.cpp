@@ -1,13 +1,5 @@
 #include "text/malloc_counter.h"
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define VELTRANE_SANITIZED
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define VELTRANE_SANITIZED
-#endif
-#endif
-
 namespace {
 thread_local std::size_t gMallocs = 0;
 }
@@ -16,14 +8,6 @@ namespace veltrane::tests {
 
 std::size_t MallocsSoFar() {
     return gMallocs;
-}
-
-bool CountsMalloc() {
-#ifdef VELTRANE_SANITIZED
-    return false;
-#else
-    return true;
-#endif
 }
 
 } // namespace veltrane::tests

@@ -5,9 +5,6 @@
 
 namespace veltrane::tests {
 
-/// Whether this program counts; under a sanitizer, which has an allocator of its own, it doesn't.
-bool CountsMalloc();
-
 /// How often this thread has taken memory from the C library, by ICU as well as by operator new.
 std::size_t MallocsSoFar();
 

@@ -69,6 +69,7 @@ INSTANTIATE_TEST_SUITE_P(All, TranscodeAllocation,
                                                           : std::string("Default");
                          });
 
+#ifndef VELTRANE_SANITIZED // a sanitizer has an allocator of its own, which is not counted
 /// Whether each conversion of a text of so many units takes memory beyond its target's.
 template <class Out, class In>
 std::vector<std::size_t> MallocsOfStrings(int (*convert)(void*, Out&, const In&), std::initializer_list<int> lengths) {
@@ -83,9 +84,6 @@ std::vector<std::size_t> MallocsOfStrings(int (*convert)(void*, Out&, const In&)
 }
 
 TEST(TranscodeStackBuffer, ServesTextsOf1024UnitsAndNoLongerOnes) {
-    if (!CountsMalloc()) {
-        GTEST_SKIP() << "a sanitizer has an allocator of its own";
-    }
     using Mallocs = std::vector<std::size_t>;
     using ToBytes = int (*)(void*, std::string&, const std::u16string&);
     using ToUnits = int (*)(void*, std::u16string&, const std::string&);
@@ -98,10 +96,8 @@ TEST(TranscodeStackBuffer, ServesTextsOf1024UnitsAndNoLongerOnes) {
 }
 
 TEST(MallocCounter, SeesWhatIcuTakes) {
-    if (!CountsMalloc()) {
-        GTEST_SKIP() << "a sanitizer has an allocator of its own";
-    }
     EXPECT_GT(MallocsOf([] { MakeConverter("1252"); }), 0U);
 }
+#endif
 
 } // namespace

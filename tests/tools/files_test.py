@@ -203,13 +203,15 @@ class Memory(HostTest):
         self.assertEqual((self.folder / "out.csv").read_bytes().count(b"\n"), rows + 1)
         return size / 1024
 
-    @unittest.skipIf(os.environ.get("VELTRANE_SANITIZE"), "a sanitizer keeps freed memory")
     def test_memory_does_not_grow_with_the_rows(self):
         self.document([AGE], field_ref("Out", "Age"))
         few = self.peak(10_000)
         many = self.peak(1_000_000)
         self.assertLess(many - few, 2, f"{few:.1f} MB for 10,000 rows, {many:.1f} MB for 1,000,000")
 
+
+if os.environ.get("VELTRANE_SANITIZE"):
+    del Memory.test_memory_does_not_grow_with_the_rows  # a sanitizer keeps freed memory
 
 if __name__ == "__main__":
     if sys.version_info < (3, 9):

@@ -11,6 +11,17 @@ import unittest
 from host_command import AGE, COMMAND, HostTest, field_ref
 
 
+def terminal_is_there():
+    try:
+        master, slave = pty.openpty()
+    except OSError:
+        return False
+    os.close(master)
+    os.close(slave)
+    return True
+
+
+@unittest.skipUnless(terminal_is_there(), "there is no pseudo-terminal here")
 class Progress(HostTest):
     ROWS = 20_000
 

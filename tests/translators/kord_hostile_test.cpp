@@ -15,7 +15,7 @@ using veltrane::tests::KordReading;
 using veltrane::tests::NumberVariable;
 using veltrane::tests::TextVariable;
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef VELTRANE_SANITIZED
 constexpr int kMany = 20000;
 #else
 constexpr int kMany = 100000;
