@@ -122,7 +122,7 @@ bool TreeModel::GoOn(int node, const Inputs& inputs, Prediction& prediction) {
 bool TreeModel::EndAt(int node, const Inputs& inputs, Prediction& prediction) const {
     const Node& end = fTree.nodes[static_cast<std::size_t>(node)];
     for (int child = 0; child < end.childCount && prediction.lacking == Prediction::kNoSlot; ++child) {
-        const auto at = static_cast<std::size_t>(end.firstChild + child);
+        const auto at = static_cast<std::size_t>(end.firstChild) + static_cast<std::size_t>(child);
         prediction.lacking = fTree.conditions.LackingSlot(fTree.nodes[at].condition, inputs);
     }
     return false;

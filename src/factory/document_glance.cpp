@@ -13,7 +13,7 @@ namespace veltrane::factory {
 namespace {
 
 /// What the XML parser asks of a stream at a time.
-constexpr std::size_t kBlock = 48 * 1024;
+constexpr std::size_t kBlock = std::size_t{48} * 1024;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kBlanks = " \t\r\n";

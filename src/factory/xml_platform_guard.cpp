@@ -82,7 +82,6 @@ StartOutcome TryToStart() {
         begun = true;
         BeginStart();
         outcome.done = true;
-        return outcome;
     } catch (const xercesc::XMLException& failure) {
         outcome.message = ToUtf8(failure.getMessage());
         outcome.mustBeEnded = !gHalfStarted;
@@ -93,7 +92,9 @@ StartOutcome TryToStart() {
     } catch (...) {
         // it has no message that is known here
     }
-    outcome.mustBeEnded = outcome.mustBeEnded || (begun && IsWhole());
+    if (!outcome.done) {
+        outcome.mustBeEnded = outcome.mustBeEnded || (begun && IsWhole());
+    }
     return outcome;
 }
 

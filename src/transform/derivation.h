@@ -98,7 +98,7 @@ private:
 
     Derivation& fDerivation;
     const std::uint64_t fOuterCase;
-    Outer fOuter; ///< only set within another case
+    Outer fOuter{}; ///< only set within another case
 };
 
 /// Ends the evaluation of a tree whose field is given up. It never leaves DeferredFields.
