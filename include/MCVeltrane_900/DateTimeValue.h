@@ -45,7 +45,8 @@ public:
 
     /// Takes other->GetDouble() as the internal value, and the kind of another date-time. A VAL_DATE reports days
     /// there, so assigning from one stores its day count as seconds; operator= and Clone() keep the scale.
-    /// @param other null, and any kind but a number or a date-time, gives SYSMIS
+    /// @param other null, and any kind but a number or a date-time, gives SYSMIS; a date-time of a class that isn't
+    /// derived from this one has no kind to take
     void SetValue(const ScoreValue* other) override;
     ScoreValue* GetValue() const override;
 
@@ -53,7 +54,7 @@ public:
     ScoreValue* GetValue(ScoreDictVar::DateTimeType type) const;
     ScoreValue* Clone() const override;
 
-    /// Exact equality of internal value and kind; false for a value that is no date-time.
+    /// Exact equality of internal value and kind; false for a value that is no DateTimeValue.
     bool operator==(const ScoreValue& rhs) const override;
 
     /// The same operator with the exact type of its right side, so that a comparison of two concrete classes isn't

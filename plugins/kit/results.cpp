@@ -24,10 +24,16 @@ std::unique_ptr<ScoreValue> MakeMissing(ScoreValue::ValueType kind) {
 
 const std::string kNoText;
 
+/// Null for a value of any other class, also for one of a host's own that only reports to be a date-time.
+const DateTimeValue* FindDateTime(const ScoreValue& value) {
+    return value.GetType() == ScoreValue::DATETIME_VALUE ? dynamic_cast<const DateTimeValue*>(&value) : nullptr;
+}
+
 /// Stores a value in one of the same kind; SetValue would take a date's days for seconds.
+/// @param to of the same class as `from`, or of the library's own for its kind
 void Store(const ScoreValue& from, ScoreValue& to) {
-    if (from.GetType() == ScoreValue::DATETIME_VALUE) {
-        static_cast<DateTimeValue&>(to) = static_cast<const DateTimeValue&>(from);
+    if (const DateTimeValue* dateTime = FindDateTime(from)) {
+        static_cast<DateTimeValue&>(to) = *dateTime;
     } else if (typeid(from) == typeid(StringValue)) {
         static_cast<StringValue&>(to).SetString(static_cast<const StringValue&>(from).GetText());
     } else {

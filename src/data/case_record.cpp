@@ -6,12 +6,12 @@
 
 namespace MCVeltrane_900 {
 
-using veltrane::data::AsDateTime;
-using veltrane::data::AsNumber;
-using veltrane::data::AsText;
 using veltrane::data::IsDateTime;
 using veltrane::data::IsNumber;
 using veltrane::data::IsText;
+using veltrane::data::PutDateTime;
+using veltrane::data::PutNumber;
+using veltrane::data::PutText;
 
 CaseRecord::CaseRecord(int capacity) {
     fValues.Items().reserve(std::max(capacity, 0));
@@ -41,7 +41,7 @@ bool CaseRecord::SetValue(int index, const std::string& text) {
     if (!IsText(*slot)) {
         return false;
     }
-    AsText(*slot).SetString(text);
+    PutText(*slot, text);
     return true;
 }
 
@@ -57,7 +57,7 @@ bool CaseRecord::SetValue(int index, double value, ScoreDictVar::DateTimeType ty
     if (!IsDateTime(*slot)) {
         return false;
     }
-    AsDateTime(*slot).SetDateTimeValue(value, type);
+    PutDateTime(*slot, value, type);
     return true;
 }
 
@@ -73,7 +73,7 @@ bool CaseRecord::SetValue(int index, double value) {
     if (!IsNumber(*slot)) {
         return false;
     }
-    AsNumber(*slot).SetDoubleValue(value);
+    PutNumber(*slot, value);
     return true;
 }
 
@@ -94,9 +94,9 @@ bool CaseRecord::SetMissingValue(int index) {
     }
     ScoreValue& value = *fValues.Items()[index];
     if (IsNumber(value) || IsDateTime(value)) {
-        AsNumber(value).SetDoubleValue(NumericValue::GetSysmisValue());
+        PutNumber(value, NumericValue::GetSysmisValue());
     } else {
-        AsText(value).SetString(std::string());
+        PutText(value, std::string());
     }
     return true;
 }

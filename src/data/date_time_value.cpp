@@ -1,9 +1,12 @@
 #include "data/number_format.h"
+#include "data/value_cast.h"
 #include "platform/checked_cast.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
 
 namespace MCVeltrane_900 {
+
+using veltrane::data::FindDateTime;
 
 namespace {
 
@@ -98,8 +101,9 @@ DateTimeValue& DateTimeValue::operator=(const DateTimeValue& other) {
 void DateTimeValue::SetValue(const ScoreValue* other) {
     const bool readable = other != nullptr && (other->GetType() == NUMERIC_VALUE || other->GetType() == DATETIME_VALUE);
     SetDoubleValue(readable ? other->GetDouble() : GetSysmisValue());
-    if (readable && other->GetType() == DATETIME_VALUE)
-        fDateTimeValType = static_cast<const DateTimeValue*>(other)->GetDateTimeType();
+    const DateTimeValue* dateTime = readable ? FindDateTime(*other) : nullptr;
+    if (dateTime != nullptr)
+        fDateTimeValType = dateTime->GetDateTimeType();
 }
 
 ScoreValue* DateTimeValue::GetValue() const {
@@ -113,10 +117,9 @@ ScoreValue* DateTimeValue::Clone() const {
 }
 
 bool DateTimeValue::operator==(const ScoreValue& rhs) const {
-    if (rhs.GetType() != DATETIME_VALUE)
-        return false;
-    const auto& other = static_cast<const DateTimeValue&>(rhs);
-    return NumericValue::GetDouble() == other.NumericValue::GetDouble() && fDateTimeValType == other.fDateTimeValType;
+    const DateTimeValue* other = FindDateTime(rhs);
+    return other != nullptr && NumericValue::GetDouble() == other->NumericValue::GetDouble() &&
+           fDateTimeValType == other->fDateTimeValType;
 }
 
 int DateTimeValue::GetInt() const {

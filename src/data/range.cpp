@@ -6,7 +6,6 @@
 
 namespace MCVeltrane_900 {
 
-using veltrane::data::AsNumber;
 using veltrane::data::IsDateTime;
 using veltrane::data::IsNumber;
 
@@ -22,7 +21,7 @@ ScoreValue* PlusInfinity() {
 /// A missing number as a lower bound means that there is none.
 void OpenMissingBound(ScoreValue& bound) {
     if (bound.IsSystemMissingValue() && IsNumber(bound)) {
-        AsNumber(bound).SetDoubleValue(-NumericValue::GetInfinity());
+        veltrane::data::PutNumber(bound, -NumericValue::GetInfinity());
     }
 }
 

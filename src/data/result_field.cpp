@@ -39,11 +39,11 @@ bool ResultField::SetResultValue(const std::string& name, const ScoreValue* valu
         return false;
     }
     if (veltrane::data::IsText(*stored)) {
-        veltrane::data::AsText(*stored).SetString(value->GetString());
+        veltrane::data::PutText(*stored, value->GetString());
         return true;
     }
     if (veltrane::data::IsNumber(*stored)) {
-        veltrane::data::AsNumber(*stored).SetDoubleValue(value->GetDouble());
+        veltrane::data::PutNumber(*stored, value->GetDouble());
         return true;
     }
     return false;
@@ -58,7 +58,7 @@ bool ResultField::SetResultValue(const std::string& name, const std::string& tex
     if (!veltrane::data::IsText(*stored)) {
         return false;
     }
-    veltrane::data::AsText(*stored).SetString(text);
+    veltrane::data::PutText(*stored, text);
     return true;
 }
 
@@ -71,7 +71,7 @@ bool ResultField::SetResultValue(const std::string& name, double value) {
     if (!veltrane::data::IsNumber(*stored)) {
         return false;
     }
-    veltrane::data::AsNumber(*stored).SetDoubleValue(value);
+    veltrane::data::PutNumber(*stored, value);
     return true;
 }
 

@@ -7,11 +7,12 @@
 #include <MCVeltrane_900/StringValue.h>
 
 #include <string>
+#include <type_traits>
 #include <typeinfo>
 
-/// From a value to its concrete class, by the type that it reports. A value that reports NUMERIC_VALUE is a
-/// NumericValue, one that reports DATETIME_VALUE a DateTimeValue (and thus a NumericValue too), and one that reports
-/// STRING_VALUE a StringValue.
+/// From a value to its concrete class. The kind that a value reports tells how it is compared, not which class it is
+/// of: a host may bring classes of its own. So As() looks at the object, and what the library writes into a value of an
+/// unknown class goes through the value's own SetValue().
 namespace veltrane::data {
 
 inline bool IsNumber(const MCVeltrane_900::ScoreValue& value) {
@@ -26,19 +27,73 @@ inline bool IsDateTime(const MCVeltrane_900::ScoreValue& value) {
     return value.GetType() == MCVeltrane_900::ScoreValue::DATETIME_VALUE;
 }
 
-/// For a value of type NUMERIC_VALUE or DATETIME_VALUE.
-inline MCVeltrane_900::NumericValue& AsNumber(MCVeltrane_900::ScoreValue& value) {
-    return static_cast<MCVeltrane_900::NumericValue&>(value);
+/// Whether a value is of exactly this class.
+template <typename Class>
+bool IsPlain(const MCVeltrane_900::ScoreValue& value) {
+    return typeid(value) == typeid(Class);
 }
 
-/// For a value of type STRING_VALUE.
-inline MCVeltrane_900::StringValue& AsText(MCVeltrane_900::ScoreValue& value) {
-    return static_cast<MCVeltrane_900::StringValue&>(value);
+/// The value as one of its base classes; null when it isn't derived from that. The library's own class is found
+/// without a walk over the class tree.
+template <typename Class, typename Value>
+auto* As(Value& value) {
+    using Result = std::conditional_t<std::is_const_v<Value>, const Class, Class>;
+    return IsPlain<Class>(value) ? static_cast<Result*>(&value) : dynamic_cast<Result*>(&value);
 }
 
-/// For a value of type DATETIME_VALUE.
-inline MCVeltrane_900::DateTimeValue& AsDateTime(MCVeltrane_900::ScoreValue& value) {
-    return static_cast<MCVeltrane_900::DateTimeValue&>(value);
+/// A value that reports DATETIME_VALUE and is a DateTimeValue; null for any other.
+inline const MCVeltrane_900::DateTimeValue* FindDateTime(const MCVeltrane_900::ScoreValue& value) {
+    if (IsPlain<MCVeltrane_900::DateTimeValue>(value)) {
+        return static_cast<const MCVeltrane_900::DateTimeValue*>(&value);
+    }
+    return IsDateTime(value) ? dynamic_cast<const MCVeltrane_900::DateTimeValue*>(&value) : nullptr;
+}
+
+/// Replaces the number of a value that reports NUMERIC_VALUE or DATETIME_VALUE, the stored one where it is ours.
+inline void PutNumber(MCVeltrane_900::ScoreValue& value, double number) {
+    if (auto* own = As<MCVeltrane_900::NumericValue>(value)) {
+        own->SetDoubleValue(number);
+    } else if (IsDateTime(value)) {
+        const MCVeltrane_900::DateTimeValue source(number, MCVeltrane_900::DateTimeValue::VAL_DATETIME);
+        value.SetValue(&source);
+    } else {
+        const MCVeltrane_900::NumericValue source(number);
+        value.SetValue(&source);
+    }
+}
+
+/// Replaces the text of a value; the stored length of a StringValue stays.
+inline void PutText(MCVeltrane_900::ScoreValue& value, const std::string& text) {
+    if (auto* own = As<MCVeltrane_900::StringValue>(value)) {
+        own->SetString(text);
+    } else {
+        const MCVeltrane_900::StringValue source(text);
+        value.SetValue(&source);
+    }
+}
+
+/// Replaces the content of a value that reports DATETIME_VALUE by a number of the given storage type.
+inline void PutDateTime(MCVeltrane_900::ScoreValue& value, double number,
+                        MCVeltrane_900::ScoreDictVar::DateTimeType type) {
+    if (auto* own = As<MCVeltrane_900::DateTimeValue>(value)) {
+        own->SetDateTimeValue(number, type);
+    } else {
+        const MCVeltrane_900::DateTimeValue source(number, type);
+        value.SetValue(&source);
+    }
+}
+
+/// Casts without a look at the object, for values that the library made itself.
+inline MCVeltrane_900::NumericValue& AsNumber(MCVeltrane_900::ScoreValue& own) {
+    return static_cast<MCVeltrane_900::NumericValue&>(own);
+}
+
+inline MCVeltrane_900::StringValue& AsText(MCVeltrane_900::ScoreValue& own) {
+    return static_cast<MCVeltrane_900::StringValue&>(own);
+}
+
+inline MCVeltrane_900::DateTimeValue& AsDateTime(MCVeltrane_900::ScoreValue& own) {
+    return static_cast<MCVeltrane_900::DateTimeValue&>(own);
 }
 
 /// The number of a plain NumericValue, the same as its GetDouble() without the call.
@@ -48,7 +103,7 @@ struct StoredNumber {
 
 /// The text of a plain StringValue, the same as its GetString() without the copy; null for any other class.
 inline const std::string* StoredText(const MCVeltrane_900::ScoreValue& value) {
-    return typeid(value) == typeid(MCVeltrane_900::StringValue)
+    return IsPlain<MCVeltrane_900::StringValue>(value)
                ? &static_cast<const MCVeltrane_900::StringValue&>(value).GetText()
                : nullptr;
 }

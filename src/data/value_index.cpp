@@ -30,7 +30,7 @@ void ValueIndex::Add(int position, const MCVeltrane_900::ScoreValue* value) {
         }
     } else if (type == typeid(DateTimeValue)) {
         fHoldsNumbers = true;
-        const double seconds = SecondsOf(*value);
+        const double seconds = SecondsOf(static_cast<const DateTimeValue&>(*value));
         if (!std::isnan(seconds)) {
             fDateTimes.emplace(seconds, position);
         }

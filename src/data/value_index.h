@@ -1,6 +1,7 @@
 #ifndef VELTRANE_DATA_VALUE_INDEX_H
 #define VELTRANE_DATA_VALUE_INDEX_H
 
+#include "data/value_cast.h"
 #include "data/value_text.h"
 
 #include <MCVeltrane_900/NumericValue.h>
@@ -60,8 +61,8 @@ public:
             if (SearchText(Key(ValueText(asked).View()), visit)) {
                 return true;
             }
-        } else if (asked.GetType() == MCVeltrane_900::ScoreValue::DATETIME_VALUE) {
-            const auto [begin, end] = fDateTimes.equal_range(SecondsOf(asked));
+        } else if (const MCVeltrane_900::DateTimeValue* dateTime = FindDateTime(asked)) {
+            const auto [begin, end] = fDateTimes.equal_range(SecondsOf(*dateTime));
             if (std::any_of(begin, end, [&visit](const auto& entry) { return visit(entry.second); })) {
                 return true;
             }
@@ -103,8 +104,8 @@ private:
 
     /// What the operator of a date-time compares, exactly: the number inside, which its GetDouble() may show in another
     /// unit.
-    static double SecondsOf(const MCVeltrane_900::ScoreValue& dateTime) {
-        return static_cast<const MCVeltrane_900::NumericValue&>(dateTime).NumericValue::GetDouble();
+    static double SecondsOf(const MCVeltrane_900::DateTimeValue& dateTime) {
+        return dateTime.NumericValue::GetDouble();
     }
 
     /// Wider than the relative tolerance of numeric equality, 2.22045e-14.

@@ -1,5 +1,7 @@
 #include "translators/label_duplicates.h"
 
+#include "data/value_cast.h"
+
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/ScoreDictVar.h>
 #include <MCVeltrane_900/ScoreValueLabel.h>
@@ -48,8 +50,8 @@ std::vector<bool> FindDuplicateTexts(const ScoreDictVar& var, const Labels& labe
 /// A number that orders values of one kind as their own operator tells them apart: the seconds of a date-time, whatever
 /// unit it reports itself in.
 double OrderOf(const ScoreValue& value) {
-    if (value.GetType() == ScoreValue::DATETIME_VALUE)
-        return static_cast<const DateTimeValue&>(value).GetDoubleValue(ScoreDictVar::DT_DATETIME);
+    if (const DateTimeValue* dateTime = data::FindDateTime(value))
+        return dateTime->GetDoubleValue(ScoreDictVar::DT_DATETIME);
     return value.GetDouble();
 }
 

@@ -4,7 +4,9 @@
 #include "kit/document_text.h"
 #include "kit/element.h"
 #include "kit/mining_schema.h"
+#include "kit/results.h"
 #include "support/dom.h"
+#include "support/foreign_value.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/DictVar.h>
@@ -197,6 +199,28 @@ TEST(KitRecord, CantBeChangedAsARecord) {
     EXPECT_FALSE(record.SetMissingValue(0));
     EXPECT_FALSE(record.SetMissingValue("a"));
     EXPECT_EQ(record.Size(), 1);
+}
+
+/// What a case gives may be of a host's own class that only reports to be a date-time.
+TEST(KitResults, KeepAForeignDateTime) {
+    const ForeignValue first(ScoreValue::DATETIME_VALUE, 5.0);
+    const ForeignValue second(ScoreValue::DATETIME_VALUE, 7.0);
+    KeptValue kept;
+    kept.Set(&first);
+    kept.Set(&second);
+    ASSERT_NE(kept.Get(), nullptr);
+    EXPECT_TRUE(static_cast<const ForeignValue*>(kept.Get())->IsWhole());
+    EXPECT_EQ(kept.Get()->GetDouble(), 7.0);
+}
+
+TEST(KitResults, StoreAForeignDateTimeInAnOutput) {
+    ResultLayout layout;
+    layout.outputs = {{"when", ScoreValue::DATETIME_VALUE}};
+    OutputValues outputs(layout);
+    const ForeignValue foreign(ScoreValue::DATETIME_VALUE, 7.0);
+    outputs.Set(0, &foreign);
+    EXPECT_EQ(outputs.At(0)->GetDouble(), 7.0);
+    EXPECT_EQ(outputs.At(0)->GetType(), ScoreValue::DATETIME_VALUE);
 }
 
 } // namespace

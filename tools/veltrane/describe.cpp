@@ -105,9 +105,11 @@ private:
             return nullptr;
         if (value->GetType() == ScoreValue::NUMERIC_VALUE)
             return number;
+        const auto* dateTime = dynamic_cast<const DateTimeValue*>(value);
+        if (!dateTime)
+            return Utf8(value->GetString());
         std::string text;
-        AppendDate(text, static_cast<const DateTimeValue*>(value)->GetDoubleValue(ScoreDictVar::DT_DATETIME),
-                   DateFormOf(variable));
+        AppendDate(text, dateTime->GetDoubleValue(ScoreDictVar::DT_DATETIME), DateFormOf(variable));
         return text;
     }
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <kit/missing_value.h>
+#include <typeinfo>
 
 namespace veltrane::host {
 
@@ -36,15 +37,21 @@ void WriteValue(const ScoreValue* value, DateForm dateForm, CsvWriter& writer, s
         writer.Number(value->GetDouble());
         return;
     case ScoreValue::DATETIME_VALUE:
-        scratch.clear();
-        AppendDate(scratch, static_cast<const DateTimeValue&>(*value).GetDoubleValue(ScoreDictVar::DT_DATETIME),
-                   dateForm);
-        writer.Text(scratch);
-        return;
+        if (const auto* dateTime = dynamic_cast<const DateTimeValue*>(value)) {
+            scratch.clear();
+            AppendDate(scratch, dateTime->GetDoubleValue(ScoreDictVar::DT_DATETIME), dateForm);
+            writer.Text(scratch);
+            return;
+        }
+        break;
     case ScoreValue::STRING_VALUE:
-        writer.Text(static_cast<const StringValue&>(*value).GetText());
-        return;
+        if (typeid(*value) == typeid(StringValue)) {
+            writer.Text(static_cast<const StringValue*>(value)->GetText());
+            return;
+        }
+        break;
     }
+    writer.Text(value->GetString());
 }
 
 ResultColumns::ResultColumns(const MCVeltrane_900::TransformationDictionary& derivedFields) {

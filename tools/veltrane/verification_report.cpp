@@ -34,7 +34,10 @@ bool VerifiedField::Agrees(const std::string& expected, const ScoreValue& value)
         fLargestDifference = std::max(fLargestDifference.value_or(0), std::abs(number - value.GetDouble()));
         return fField.Agrees(number, value.GetDouble());
     case ScoreValue::DATETIME_VALUE: {
-        const double seconds = static_cast<const DateTimeValue&>(value).GetDoubleValue(ScoreDictVar::DT_DATETIME);
+        const auto* dateTime = dynamic_cast<const DateTimeValue*>(&value);
+        if (dateTime == nullptr)
+            return value.GetString() == expected;
+        const double seconds = dateTime->GetDoubleValue(ScoreDictVar::DT_DATETIME);
         for (const DateForm form : {DateForm::kDate, DateForm::kTime, DateForm::kDateTime}) {
             std::string text;
             AppendDate(text, seconds, form);
