@@ -10,6 +10,7 @@ set(VELTRANE_PUBLIC_HEADERS
     MCVeltrane_900/BaseModel.h
     MCVeltrane_900/BaseTranslator.h
     MCVeltrane_900/CaseRecord.h
+    MCVeltrane_900/ChangeMark.h
     MCVeltrane_900/CompoundPredicate.h
     MCVeltrane_900/DOMElemUtility.h
     MCVeltrane_900/DateTimeValue.h
@@ -19,7 +20,6 @@ set(VELTRANE_PUBLIC_HEADERS
     MCVeltrane_900/FalsePredicate.h
     MCVeltrane_900/FunctionTree.h
     MCVeltrane_900/FunctionTreeImp.h
-    MCVeltrane_900/IndexedIn.h
     MCVeltrane_900/InlineTable.h
     MCVeltrane_900/KORDModelTags.def
     MCVeltrane_900/KORDModelTags.h

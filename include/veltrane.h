@@ -12,6 +12,7 @@
 #include <MCVeltrane_900/BaseModel.h>
 #include <MCVeltrane_900/BaseTranslator.h>
 #include <MCVeltrane_900/CaseRecord.h>
+#include <MCVeltrane_900/ChangeMark.h>
 #include <MCVeltrane_900/CompoundPredicate.h>
 #include <MCVeltrane_900/DOMElemUtility.h>
 #include <MCVeltrane_900/DateTimeValue.h>
@@ -21,7 +22,6 @@
 #include <MCVeltrane_900/FalsePredicate.h>
 #include <MCVeltrane_900/FunctionTree.h>
 #include <MCVeltrane_900/FunctionTreeImp.h>
-#include <MCVeltrane_900/IndexedIn.h>
 #include <MCVeltrane_900/InlineTable.h>
 #include <MCVeltrane_900/KORDModelTags.h>
 #include <MCVeltrane_900/KORDTranslator.h>

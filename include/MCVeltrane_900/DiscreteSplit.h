@@ -10,8 +10,9 @@
 #include <vector>
 
 namespace veltrane::data {
-class ValueIndex;
-}
+class SplitIndex;
+struct SplitPlaces;
+} // namespace veltrane::data
 
 namespace MCVeltrane_900 {
 
@@ -38,8 +39,9 @@ public:
     int GetSplitChildIndex(const ScoreValue* value) const override;
     void Display(std::ostream& out) const override;
 
-    /// Appends a value; duplicates stay, and the first one decides.
-    /// @param value becomes the split's, and must not be changed afterwards
+    /// Appends a value; duplicates stay, and the first one decides. A value that is changed afterwards, by somebody who
+    /// kept a pointer to it, counts as it is when the split is asked.
+    /// @param value becomes the split's
     void PutSplit(ScoreValue* value, int index);
     /// Adds a code; a code that is known keeps its earlier child index.
     void PutSplit(double code, int index);
@@ -57,14 +59,14 @@ public:
 
 private:
     template <typename Matches>
-    int FindChild(const ScoreValue& value, bool useIndex, Matches matches) const;
+    int FindChild(const veltrane::data::SplitPlaces* places, const ScoreValue& value, Matches matches) const;
     void MakeIndex();
 
     SplitRecords<ScoreValue> fValues;
     int fStartIndex = -1;
     int fEndIndex = -1;
     std::map<double, int> fNumericMap;
-    std::unique_ptr<veltrane::data::ValueIndex> fIndex;
+    std::unique_ptr<veltrane::data::SplitIndex> fIndex;
 };
 
 } // namespace MCVeltrane_900

@@ -7,15 +7,17 @@
 #include <memory>
 
 namespace veltrane::data {
-struct RangeIndex;
-}
+class RangeIndex;
+struct RangePlaces;
+} // namespace veltrane::data
 
 namespace MCVeltrane_900 {
 
 class ScoreValue;
 
-/// The library's set of user-missing ranges; it owns them. A set of many ranges finds them through an index, so a bound
-/// must not be changed behind the back of its range once the range is in a set.
+/// The library's set of user-missing ranges; it owns them. A set of many ranges finds them through an index, which
+/// notices when a range or a bound is changed by somebody who kept a pointer to it: the answers are always those of a
+/// walk over the ranges as they are.
 class VELTRANE_API MissingValueSet : public ScoreMissingValueSet {
 public:
     MissingValueSet();
@@ -35,11 +37,9 @@ public:
     bool IsInAnyRange(const ScoreValue* value) const;
 
 private:
-    friend class Range;
-
+    std::vector<ScoreValueRange*> TakeOut(const ScoreValueRange& range);
+    const veltrane::data::RangePlaces* FindPlaces() const;
     void MakeIndex();
-    void AddToIndex(int position);
-    void DropIndex();
 
     OwnedVector<ScoreValueRange> fRanges;
     std::unique_ptr<veltrane::data::RangeIndex> fIndex;

@@ -1,6 +1,7 @@
 #ifndef MCVELTRANE_900_NUMERICVALUE_H
 #define MCVELTRANE_900_NUMERICVALUE_H
 
+#include <MCVeltrane_900/ChangeMark.h>
 #include <MCVeltrane_900/ScoreValue.h>
 #include <veltrane_export.h>
 
@@ -94,7 +95,11 @@ private:
     static constexpr double gInfinity = std::numeric_limits<double>::infinity();
     static constexpr double fEpsilon = 2.22045e-14;
 
+    friend class DateTimeValue;
+    friend struct veltrane::data::Marks;
+
     double fValue;
+    ChangeMark fChanges;
 };
 
 } // namespace MCVeltrane_900

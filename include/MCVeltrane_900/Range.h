@@ -1,15 +1,17 @@
 #ifndef MCVELTRANE_900_RANGE_H
 #define MCVELTRANE_900_RANGE_H
 
-#include <MCVeltrane_900/IndexedIn.h>
+#include <MCVeltrane_900/ChangeMark.h>
 #include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreValueRange.h>
 
 #include <concepts>
 
-namespace MCVeltrane_900 {
+namespace veltrane::data {
+struct RangePlaces;
+}
 
-class MissingValueSet;
+namespace MCVeltrane_900 {
 
 /// The library's interval. Beside its bounds it keeps their numeric form, on which numbers are tested; only the bounds
 /// of type NUMERIC_VALUE have one, the others leave it at the infinity of their side.
@@ -51,10 +53,10 @@ public:
     void Display(std::ostream& out) const override;
 
 private:
-    friend class MissingValueSet;
+    friend struct veltrane::data::Marks;
+    friend struct veltrane::data::RangePlaces;
 
     void FindSingleValue();
-    void NoteNewBounds();
     bool IsInside(double value) const;
 
     Owned<ScoreValue> fMin;
@@ -64,7 +66,7 @@ private:
     bool fSingleValue;
     double fMinNumber;
     double fMaxNumber;
-    IndexedIn<MissingValueSet> fIndexedIn;
+    ChangeMark fChanges;
 };
 
 } // namespace MCVeltrane_900

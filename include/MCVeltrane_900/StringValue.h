@@ -1,6 +1,7 @@
 #ifndef MCVELTRANE_900_STRINGVALUE_H
 #define MCVELTRANE_900_STRINGVALUE_H
 
+#include <MCVeltrane_900/ChangeMark.h>
 #include <MCVeltrane_900/ScoreValue.h>
 #include <veltrane_export.h>
 
@@ -78,8 +79,11 @@ public:
     void SetLength(int length);
 
 private:
+    friend struct veltrane::data::Marks;
+
     std::string fText;
     int fLength;
+    ChangeMark fChanges;
 };
 
 } // namespace MCVeltrane_900

@@ -7,13 +7,15 @@
 #include <memory>
 
 namespace veltrane::data {
-class ValueIndex;
-}
+class LabelIndex;
+struct LabelPlaces;
+} // namespace veltrane::data
 
 namespace MCVeltrane_900 {
 
-/// The library's set of labelled values; it owns them. A set of many values finds them through an index, so a value
-/// must not be changed behind the back of its label once the label is in a set.
+/// The library's set of labelled values; it owns them. A set of many values finds them through an index, which notices
+/// when a label or its value is changed by somebody who kept a pointer to it: the answers are always those of a walk
+/// over the labels as they are.
 class VELTRANE_API ValueLabelSet : public ScoreValueLabelSet {
 public:
     ValueLabelSet();
@@ -37,17 +39,16 @@ public:
     bool HasTextEqualTo(const ScoreValue& value, bool noSpaceTrim, bool emptyStringOK) const;
 
 private:
-    friend class ValueLbl;
-
     template <typename Matches>
-    const ScoreValueLabel* FindFirst(const ScoreValue& value, bool useIndex, Matches matches) const;
+    const ScoreValueLabel* FindFirst(const veltrane::data::LabelPlaces* places, const ScoreValue& value,
+                                     Matches matches) const;
     const ScoreValueLabel* FindByStoredValue(const ScoreValue* value) const;
+    const veltrane::data::LabelPlaces* FindPlaces() const;
     void MakeIndex();
-    void AddToIndex(int position);
-    void DropIndex();
+    void DropSmallIndex();
 
     OwnedVector<ScoreValueLabel> fLabels;
-    std::unique_ptr<veltrane::data::ValueIndex> fIndex;
+    std::unique_ptr<veltrane::data::LabelIndex> fIndex;
 };
 
 } // namespace MCVeltrane_900

@@ -1,15 +1,13 @@
 #ifndef MCVELTRANE_900_VALUELBL_H
 #define MCVELTRANE_900_VALUELBL_H
 
-#include <MCVeltrane_900/IndexedIn.h>
+#include <MCVeltrane_900/ChangeMark.h>
 #include <MCVeltrane_900/Owned.h>
 #include <MCVeltrane_900/ScoreValueLabel.h>
 
 #include <concepts>
 
 namespace MCVeltrane_900 {
-
-class ValueLabelSet;
 
 /// The library's labelled value. A comparison in which a value is null is false.
 class VELTRANE_API ValueLbl : public ScoreValueLabel {
@@ -44,13 +42,11 @@ public:
     void Display(std::ostream& out) const override;
 
 private:
-    friend class ValueLabelSet;
-
-    void NoteNewValue();
+    friend struct veltrane::data::Marks;
 
     Owned<ScoreValue> fValue;
     std::string fLabel;
-    IndexedIn<ValueLabelSet> fIndexedIn;
+    ChangeMark fChanges;
 };
 
 } // namespace MCVeltrane_900

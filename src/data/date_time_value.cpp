@@ -154,6 +154,7 @@ ScoreValue::ValueType DateTimeValue::GetType() const {
 }
 void DateTimeValue::SetDateTimeType(DateTimeValType kind) {
     fDateTimeValType = kind;
+    fChanges.Note();
 }
 DateTimeValue::DateTimeValType DateTimeValue::GetDateTimeType() const {
     return fDateTimeValType;

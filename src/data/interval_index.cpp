@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 
 namespace veltrane::data {
 
@@ -17,7 +16,8 @@ constexpr double kWindow = 1.1 * kEqualityTolerance;
 
 void IntervalIndex::Add(double low, double high, bool lowIncluded, bool highIncluded) {
     if (low < high) {
-        AddInside(low, high);
+        fLows.Add(low);
+        fHighs.Add(high);
     }
     if (lowIncluded) {
         AddEnd(low);
@@ -27,34 +27,38 @@ void IntervalIndex::Add(double low, double high, bool lowIncluded, bool highIncl
     }
 }
 
-// Two open intervals that overlap are together one. Two that only share an end are not: the end is in neither.
-void IntervalIndex::AddInside(double low, double high) {
-    auto next = fInsides.upper_bound(low);
-    if (next != fInsides.begin()) {
-        const auto before = std::prev(next);
-        if (before->second > low) {
-            low = before->first;
-            high = std::max(high, before->second);
-            next = fInsides.erase(before);
-        }
+void IntervalIndex::Remove(double low, double high, bool lowIncluded, bool highIncluded) {
+    if (low < high) {
+        fLows.Remove(low);
+        fHighs.Remove(high);
     }
-    while (next != fInsides.end() && next->first < high) {
-        high = std::max(high, next->second);
-        next = fInsides.erase(next);
+    if (lowIncluded) {
+        RemoveEnd(low);
     }
-    fInsides[low] = high;
+    if (highIncluded) {
+        RemoveEnd(high);
+    }
 }
 
 /// An infinity and a NaN are equal to nothing.
 void IntervalIndex::AddEnd(double end) {
     if (std::isfinite(end)) {
-        fIncludedEnds.insert(end);
+        ++fIncludedEnds[end];
+    }
+}
+
+void IntervalIndex::RemoveEnd(double end) {
+    const auto found = std::isfinite(end) ? fIncludedEnds.find(end) : fIncludedEnds.end();
+    if (found != fIncludedEnds.end() && --found->second == 0) {
+        fIncludedEnds.erase(found);
     }
 }
 
 bool IntervalIndex::Holds(double number) const {
-    const auto behind = fInsides.lower_bound(number);
-    if (behind != fInsides.begin() && number < std::prev(behind)->second) {
+    if (std::isnan(number)) {
+        return false;
+    }
+    if (fLows.CountBelow(number) > fHighs.CountUpTo(number)) {
         return true;
     }
     if (!std::isfinite(number)) {
@@ -63,7 +67,7 @@ bool IntervalIndex::Holds(double number) const {
     const double window = std::abs(number) * kWindow;
     const auto end = fIncludedEnds.upper_bound(number + window);
     return std::any_of(fIncludedEnds.lower_bound(number - window), end,
-                       [number](double included) { return AreEqualNumbers(number, included); });
+                       [number](const auto& included) { return AreEqualNumbers(number, included.first); });
 }
 
 } // namespace veltrane::data

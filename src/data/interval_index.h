@@ -1,8 +1,9 @@
 #ifndef VELTRANE_DATA_INTERVAL_INDEX_H
 #define VELTRANE_DATA_INTERVAL_INDEX_H
 
+#include "data/sorted_numbers.h"
+
 #include <map>
-#include <set>
 
 namespace veltrane::data {
 
@@ -13,15 +14,21 @@ public:
     /// Adds an interval; one without an inside has its included ends alone.
     void Add(double low, double high, bool lowIncluded, bool highIncluded);
 
+    /// Takes out one interval that was added like this.
+    void Remove(double low, double high, bool lowIncluded, bool highIncluded);
+
     bool Holds(double number) const;
 
 private:
-    void AddInside(double low, double high);
     void AddEnd(double end);
+    void RemoveEnd(double end);
 
-    /// The union of the open insides: low to high, none of them touching another but at an end.
-    std::map<double, double> fInsides;
-    std::set<double> fIncludedEnds;
+    /// The ends of the insides. An inside that lies below a number begins below it too, so the number is in as many as
+    /// begin below it and don't end up to it.
+    SortedNumbers fLows;
+    SortedNumbers fHighs;
+    /// How many included ends are at a number.
+    std::map<double, int> fIncludedEnds;
 };
 
 } // namespace veltrane::data

@@ -6,7 +6,6 @@
 #include <MCVeltrane_900/ScoreValueRange.h>
 
 #include <algorithm>
-#include <typeinfo>
 
 namespace MCVeltrane_900 {
 
@@ -44,7 +43,7 @@ bool MissingValueSet::Add(ScoreValueRange* range) {
     }
     fRanges.Items().push_back(range);
     if (fIndex) {
-        AddToIndex(Size() - 1);
+        fIndex->Any().Add(*range);
     } else {
         MakeIndex();
     }
@@ -56,16 +55,49 @@ bool MissingValueSet::Remove(const ScoreValueRange* range) {
         return false;
     }
     // The argument may be one of the elements, so nothing is deleted before the last comparison.
+    const std::vector<ScoreValueRange*> doomed = TakeOut(*range);
+    for (const ScoreValueRange* element : doomed) {
+        delete element;
+    }
+    if (Size() < kIndexedFrom) {
+        fIndex.reset();
+    }
+    return !doomed.empty();
+}
+
+/// The ranges that are equal to the given one, which the set has no more.
+std::vector<ScoreValueRange*> MissingValueSet::TakeOut(const ScoreValueRange& range) {
     auto& ranges = fRanges.Items();
-    const auto doomed = std::stable_partition(
-        ranges.begin(), ranges.end(), [range](const ScoreValueRange* element) { return !(*element == *range); });
-    const bool found = doomed != ranges.end();
-    std::for_each(doomed, ranges.end(), [](const ScoreValueRange* element) { delete element; });
-    ranges.erase(doomed, ranges.end());
-    if (found) {
+    std::vector<ScoreValueRange*> taken;
+    veltrane::data::RangePlaces* places = fIndex ? fIndex->GetToChange(ranges) : nullptr;
+    const ScoreValue* min = places ? range.GetMin() : nullptr;
+    const ScoreValue* max = places ? range.GetMax() : nullptr;
+    if (!min || !max) {
+        const auto isKept = [&range](const ScoreValueRange* element) { return !(*element == range); };
+        const auto kept = std::stable_partition(ranges.begin(), ranges.end(), isKept);
+        taken.assign(kept, ranges.end());
+        ranges.erase(kept, ranges.end());
+        if (fIndex && !taken.empty()) {
+            fIndex->Forget();
+        }
+        return taken;
+    }
+    std::vector<int> found;
+    places->SearchUntil(*min, *max, [&](int place) {
+        if (*places->elements[place] == range) {
+            found.push_back(place);
+        }
+        return false;
+    });
+    for (const int place : found) {
+        taken.push_back(places->elements[place]);
+        places->Remove(place);
+        ranges.erase(std::find(ranges.begin(), ranges.end(), taken.back()));
+    }
+    if (places->IsWorn(ranges.size())) {
         MakeIndex();
     }
-    return found;
+    return taken;
 }
 
 int MissingValueSet::Size() const {
@@ -77,13 +109,14 @@ bool MissingValueSet::Contains(const ScoreValueRange* range) const {
         return false;
     }
     const auto& ranges = fRanges.Items();
-    const ScoreValue* min = fIndex ? range->GetMin() : nullptr;
-    const ScoreValue* max = fIndex ? range->GetMax() : nullptr;
+    const veltrane::data::RangePlaces* places = FindPlaces();
+    const ScoreValue* min = places ? range->GetMin() : nullptr;
+    const ScoreValue* max = places ? range->GetMax() : nullptr;
     if (!min || !max) {
         return std::any_of(ranges.begin(), ranges.end(),
                            [range](const ScoreValueRange* element) { return *element == *range; });
     }
-    return fIndex->SearchUntil(*min, *max, [&](int position) { return *ranges[position] == *range; });
+    return places->SearchUntil(*min, *max, [&](int place) { return *places->elements[place] == *range; });
 }
 
 std::vector<const ScoreValueRange*> MissingValueSet::GetMissingValues() const {
@@ -100,48 +133,30 @@ void MissingValueSet::Display(std::ostream& out) const {
 
 bool MissingValueSet::IsInAnyRange(const ScoreValue* value) const {
     const auto& ranges = fRanges.Items();
-    if (!fIndex || !value || !veltrane::data::AgreesWithIndex(*value)) {
+    const auto* places = value && veltrane::data::AgreesWithIndex(*value) ? FindPlaces() : nullptr;
+    if (!places) {
         return std::any_of(ranges.begin(), ranges.end(),
                            [value](const ScoreValueRange* range) { return range->IsInRange(value); });
     }
     const bool isNumber = veltrane::data::IsNumber(*value) || veltrane::data::IsDateTime(*value);
-    if (isNumber && !value->IsSystemMissingValue() && fIndex->intervals.Holds(value->GetDouble())) {
+    if (isNumber && !value->IsSystemMissingValue() && places->intervals.Holds(value->GetDouble())) {
         return true;
     }
-    return fIndex->bySingleValue.SearchUntil(*value, [&](int position) { return ranges[position]->IsInRange(value); });
+    return places->bySingleValue.FindLowest(*value, [&](int place) {
+        return places->elements[place]->IsInRange(value);
+    }) != veltrane::data::ValueIndex::kNowhere;
+}
+
+/// Null when the ranges have to be walked.
+const veltrane::data::RangePlaces* MissingValueSet::FindPlaces() const {
+    return fIndex ? fIndex->Get(fRanges.Items()) : nullptr;
 }
 
 void MissingValueSet::MakeIndex() {
     fIndex.reset();
     if (Size() >= kIndexedFrom) {
-        fIndex = std::make_unique<veltrane::data::RangeIndex>();
-        for (int position = 0; position < Size(); ++position) {
-            AddToIndex(position);
-        }
+        fIndex = std::make_unique<veltrane::data::RangeIndex>(fRanges.Items());
     }
-}
-
-void MissingValueSet::AddToIndex(int position) {
-    ScoreValueRange& element = *fRanges.Items()[position];
-    if (typeid(element) != typeid(Range)) {
-        fIndex->byMin.AddOther(position);
-        fIndex->byMax.AddOther(position);
-        fIndex->bySingleValue.AddOther(position);
-        return;
-    }
-    auto& range = static_cast<Range&>(element);
-    range.fIndexedIn.fSet = this;
-    fIndex->byMin.Add(position, range.GetMin());
-    fIndex->byMax.Add(position, range.GetMax());
-    if (range.fSingleValue) {
-        fIndex->bySingleValue.Add(position, range.GetMin());
-    } else {
-        fIndex->intervals.Add(range.fMinNumber, range.fMaxNumber, range.fLowEnd, range.fHighEnd);
-    }
-}
-
-void MissingValueSet::DropIndex() {
-    fIndex.reset();
 }
 
 } // namespace MCVeltrane_900

@@ -29,13 +29,13 @@ NumericValue::~NumericValue() = default;
 
 NumericValue& NumericValue::operator=(const NumericValue& other) {
     if (this != &other)
-        fValue = other.fValue;
+        SetDoubleValue(other.fValue);
     return *this;
 }
 
 void NumericValue::SetValue(const ScoreValue* other) {
     if (other->GetType() == NUMERIC_VALUE)
-        fValue = other->GetDouble();
+        SetDoubleValue(other->GetDouble());
 }
 
 ScoreValue* NumericValue::GetValue() const {
@@ -98,6 +98,7 @@ ScoreValue::ValueType NumericValue::GetType() const {
 }
 void NumericValue::SetDoubleValue(double value) {
     fValue = value;
+    fChanges.Note();
 }
 double NumericValue::GetSysmisValue() {
     return gSysmisValue;
@@ -117,6 +118,7 @@ bool NumericValue::IsEqual(double a, double b) {
 
 void NumericValue::FromString(const std::string& text) {
     fValue = gSysmisValue;
+    fChanges.Note();
     if (text.empty())
         return;
     const bool readable = veltrane::data::ReadStreamDouble(text, fValue);

@@ -1,7 +1,6 @@
 #include "data/number_tests.h"
 #include "data/value_cast.h"
 
-#include <MCVeltrane_900/MissingValueSet.h>
 #include <MCVeltrane_900/Range.h>
 
 namespace MCVeltrane_900 {
@@ -81,7 +80,7 @@ Range& Range::operator=(const Range& other) {
         fSingleValue = other.fSingleValue;
         fMinNumber = other.fMinNumber;
         fMaxNumber = other.fMaxNumber;
-        NoteNewBounds();
+        fChanges.Note();
     }
     return *this;
 }
@@ -168,13 +167,7 @@ void Range::Display(std::ostream& out) const {
 
 void Range::FindSingleValue() {
     fSingleValue = *fMin == *fMax;
-    NoteNewBounds();
-}
-
-void Range::NoteNewBounds() {
-    if (fIndexedIn.fSet) {
-        fIndexedIn.fSet->DropIndex();
-    }
+    fChanges.Note();
 }
 
 // Included ends have the tolerance of numeric equality, the inside is compared plainly: a number a tolerance away from

@@ -2,22 +2,31 @@
 #define VELTRANE_DATA_RANGE_INDEX_H
 
 #include "data/interval_index.h"
+#include "data/kept_index.h"
 #include "data/value_index.h"
+
+#include <MCVeltrane_900/Range.h>
+
+#include <vector>
 
 namespace veltrane::data {
 
 /// Narrows the search in a long list of ranges: for an equal one, and for one that holds a value.
-struct RangeIndex {
-    /// By the bounds, which equal ranges have in common.
-    ValueIndex byMin;
-    ValueIndex byMax;
-    /// By the value of a range that is a single value; those of other classes are visited in every search.
-    ValueIndex bySingleValue;
-    /// The ranges that are more than a single value.
-    IntervalIndex intervals;
+struct RangePlaces {
+    using List = std::vector<MCVeltrane_900::ScoreValueRange*>;
 
-    /// Visits the ranges that may have these bounds, by the bound that fewer of them share, up to the first one for
-    /// which visit(position) is true.
+    explicit RangePlaces(const List& ranges);
+
+    bool IsTrue(const List& ranges) const;
+
+    void Add(MCVeltrane_900::ScoreValueRange& element);
+    void Remove(int place);
+
+    /// Whether so many ranges have been taken out that it's time for a new index.
+    bool IsWorn(std::size_t size) const { return elements.size() > 2 * size + 64; }
+
+    /// Visits the places of the ranges that may have these bounds, by the bound that fewer of them share, up to the
+    /// first one for which visit(place) is true.
     /// @return whether there was one
     template <typename Visit>
     bool SearchUntil(const MCVeltrane_900::ScoreValue& min, const MCVeltrane_900::ScoreValue& max, Visit visit) const {
@@ -31,11 +40,27 @@ struct RangeIndex {
         }
     }
 
+    /// What stands at a place, or stood there: places aren't given twice.
+    std::vector<MCVeltrane_900::ScoreValueRange*> elements;
+    /// By the bounds, which equal ranges have in common.
+    ValueIndex byMin;
+    ValueIndex byMax;
+    /// By the value of a range that is a single value; those of other classes are visited in every search.
+    ValueIndex bySingleValue;
+    /// The ranges that are more than a single value.
+    IntervalIndex intervals;
+
 private:
     static bool HasMoreThan(int limit, const ValueIndex& index, const MCVeltrane_900::ScoreValue& bound) {
         int count = 0;
         return index.SearchUntil(bound, [&count, limit](int) { return ++count > limit; });
     }
+};
+
+/// The index of a set of ranges.
+class RangeIndex : public KeptIndex<RangePlaces> {
+public:
+    using KeptIndex::KeptIndex;
 };
 
 } // namespace veltrane::data

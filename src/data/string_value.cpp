@@ -42,7 +42,7 @@ StringValue::~StringValue() {
 
 StringValue& StringValue::operator=(const StringValue& other) {
     if (this != &other) {
-        fText = other.fText;
+        SetString(other.fText);
         fLength = other.fLength;
     }
     return *this;
@@ -53,6 +53,7 @@ void StringValue::SetValue(const ScoreValue* other) {
         fText = other->GetString();
     else
         fText.clear();
+    fChanges.Note();
 }
 
 ScoreValue* StringValue::GetValue() const {
@@ -87,6 +88,7 @@ ScoreValue::ValueType StringValue::GetType() const {
 }
 void StringValue::SetString(const std::string& text) {
     fText = text;
+    fChanges.Note();
 }
 int StringValue::GetLength() const {
     return fLength;

@@ -1,43 +1,51 @@
 #include "data/value_index.h"
 
-#include <MCVeltrane_900/DateTimeValue.h>
-#include <MCVeltrane_900/NumericValue.h>
-#include <MCVeltrane_900/StringValue.h>
-
-#include <typeinfo>
-
 namespace veltrane::data {
 
 using MCVeltrane_900::DateTimeValue;
 using MCVeltrane_900::NumericValue;
+using MCVeltrane_900::ScoreValue;
 using MCVeltrane_900::StringValue;
 
-bool AgreesWithIndex(const MCVeltrane_900::ScoreValue& value) {
-    const std::type_info& type = typeid(value);
-    return type == typeid(NumericValue) || type == typeid(StringValue) || type == typeid(DateTimeValue);
+bool AgreesWithIndex(const ScoreValue& value) {
+    return IsPlain<NumericValue>(value) || IsPlain<StringValue>(value) || IsPlain<DateTimeValue>(value);
 }
 
-void ValueIndex::Add(int position, const MCVeltrane_900::ScoreValue* value) {
-    if (!value) {
-        return;
-    }
-    const std::type_info& type = typeid(*value);
-    if (type == typeid(NumericValue)) {
-        fHoldsNumbers = true;
-        const double number = value->GetDouble();
-        if (!std::isnan(number)) { // equal to nothing, and no key
-            fNumbers.emplace(number, position);
+template <typename Change>
+bool ValueIndex::ChangeKey(const ScoreValue& value, Change change) {
+    if (IsPlain<NumericValue>(value)) {
+        const double number = value.GetDouble();
+        if (std::isnan(number)) { // equal to nothing, and no key
+            fHoldsNaN = true;
+        } else {
+            change(fNumbers, number);
         }
-    } else if (type == typeid(DateTimeValue)) {
-        fHoldsNumbers = true;
-        const double seconds = SecondsOf(static_cast<const DateTimeValue&>(*value));
-        if (!std::isnan(seconds)) {
-            fDateTimes.emplace(seconds, position);
+    } else if (IsPlain<DateTimeValue>(value)) {
+        const Moment moment = MomentOf(static_cast<const DateTimeValue&>(value));
+        if (std::isnan(moment.seconds)) {
+            fHoldsNaN = true;
+        } else {
+            change(fDateTimes, moment);
         }
-    } else if (type == typeid(StringValue)) {
-        fTexts.emplace(Key(ValueText(*value).View()), position);
+    } else if (IsPlain<StringValue>(value)) {
+        change(fTexts, ValueText(value).View());
     } else {
-        AddOther(position);
+        return false;
+    }
+    return true;
+}
+
+void ValueIndex::Add(int place, const ScoreValue* value) {
+    const auto add = [place](auto& places, const auto& key) { places.Add(key, place); };
+    if (value && !ChangeKey(*value, add)) {
+        AddOther(place);
+    }
+}
+
+void ValueIndex::Remove(int place, const ScoreValue* value) {
+    const auto remove = [place](auto& places, const auto& key) { places.Remove(key, place); };
+    if (value && !ChangeKey(*value, remove)) {
+        RemoveOther(place);
     }
 }
 

@@ -1,16 +1,16 @@
 #ifndef VELTRANE_DATA_VALUE_INDEX_H
 #define VELTRANE_DATA_VALUE_INDEX_H
 
+#include "data/places.h"
 #include "data/value_cast.h"
 #include "data/value_text.h"
 
+#include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreValue.h>
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,93 +29,115 @@ bool AgreesWithIndex(const MCVeltrane_900::ScoreValue& value);
 /// of any other class is visited in every search.
 class ValueIndex {
 public:
-    /// @param value null is never visited
-    void Add(int position, const MCVeltrane_900::ScoreValue* value);
+    static constexpr int kNowhere = -1;
 
-    /// Adds a place that is visited in every search.
-    void AddOther(int position) { fOthers.push_back(position); }
+    /// @param value null is never visited
+    void Add(int place, const MCVeltrane_900::ScoreValue* value);
+    /// @param value as it was when it was added
+    void Remove(int place, const MCVeltrane_900::ScoreValue* value);
+
+    /// A place that is visited in every search.
+    void AddOther(int place) { fOthers.push_back(place); }
+    void RemoveOther(int place) { std::erase(fOthers, place); }
 
     /// Whether a number or a date-time is among the values. Their Equal() is true for everything, so no search by text
     /// finds them.
-    bool HoldsNumbers() const { return fHoldsNumbers; }
+    bool HoldsNumbers() const { return fHoldsNaN || !fNumbers.IsEmpty() || !fDateTimes.IsEmpty(); }
 
-    /// Calls visit(position), in no order, for each place whose value can be equal to the asked one: by its own
-    /// operator, by that of an asked value of the library's own classes, or by Equal() unless HoldsNumbers().
-    template <typename Visit>
-    void Search(const MCVeltrane_900::ScoreValue& asked, Visit visit) const {
-        SearchUntil(asked, [visit](int position) {
-            visit(position);
-            return false;
-        });
-    }
-
-    /// The same up to the first place for which visit(position) is true.
+    /// Calls visit(place), in no order, for each place whose value can be equal to the asked one: by its own operator,
+    /// by that of an asked value of the library's own classes, or by Equal() unless HoldsNumbers(). Ends with the first
+    /// place for which visit(place) is true.
     /// @return whether there was one
     template <typename Visit>
     bool SearchUntil(const MCVeltrane_900::ScoreValue& asked, Visit visit) const {
-        if (asked.GetType() == MCVeltrane_900::ScoreValue::NUMERIC_VALUE) {
-            if (SearchNumber(asked.GetDouble(), visit)) {
-                return true;
+        bool isFound = false;
+        Near(asked, [&](const auto& places, const auto& from, auto isNear) {
+            isFound = places.VisitUntil(from, isNear, visit);
+        });
+        return isFound || std::any_of(fOthers.begin(), fOthers.end(), visit);
+    }
+
+    /// The lowest place whose value can be equal to the asked one and for which matches(place) is true; kNowhere
+    /// without one. Of values that no operator tells apart only the first is asked, however many there are.
+    template <typename Matches>
+    int FindLowest(const MCVeltrane_900::ScoreValue& asked, Matches matches) const {
+        int lowest = kNowhere;
+        const auto take = [&lowest, &matches](int place) {
+            if ((lowest == kNowhere || place < lowest) && matches(place)) {
+                lowest = place;
             }
-        } else if (asked.GetType() == MCVeltrane_900::ScoreValue::STRING_VALUE) {
-            if (SearchText(Key(ValueText(asked).View()), visit)) {
-                return true;
-            }
-        } else if (const MCVeltrane_900::DateTimeValue* dateTime = FindDateTime(asked)) {
-            const auto [begin, end] = fDateTimes.equal_range(SecondsOf(*dateTime));
-            if (std::any_of(begin, end, [&visit](const auto& entry) { return visit(entry.second); })) {
-                return true;
-            }
+        };
+        Near(asked,
+             [&take](const auto& places, const auto& from, auto isNear) { places.VisitLowest(from, isNear, take); });
+        for (const int place : fOthers) {
+            take(place);
         }
-        return std::any_of(fOthers.begin(), fOthers.end(), visit);
+        return lowest;
     }
 
 private:
-    /// An infinity is equal to nothing.
-    template <typename Visit>
-    bool SearchNumber(double number, Visit& visit) const {
-        if (!std::isfinite(number)) {
-            return false;
-        }
-        const double window = std::abs(number) * kWindow;
-        const double last = number + window;
-        for (auto entry = fNumbers.lower_bound(number - window); entry != fNumbers.end() && entry->first <= last;
-             ++entry) {
-            if (visit(entry->second)) {
-                return true;
-            }
-        }
-        return false;
-    }
+    /// What the operator of a date-time compares: the number inside, which its GetDouble() may show in another unit,
+    /// and the kind.
+    struct Moment {
+        double seconds;
+        int kind;
+    };
 
-    // Not by equal_range(), which goes from one end of the equal keys to the other here.
-    template <typename Visit>
-    bool SearchText(std::string_view key, Visit& visit) const {
-        for (auto entry = fTexts.lower_bound(key); entry != fTexts.end() && entry->first == key; ++entry) {
-            if (visit(entry->second)) {
-                return true;
-            }
+    struct CompareNumbers {
+        int operator()(double left, double right) const { return left < right ? -1 : left > right; }
+    };
+    struct CompareMoments {
+        int operator()(const Moment& left, const Moment& right) const {
+            const int order = CompareNumbers()(left.seconds, right.seconds);
+            return order != 0 ? order : left.kind < right.kind ? -1 : left.kind > right.kind;
         }
-        return false;
+    };
+    /// Equal texts in a row, and among them those with as many trailing blanks.
+    struct CompareTexts {
+        int operator()(std::string_view left, std::string_view right) const {
+            const int order = Trimmed(left).compare(Trimmed(right));
+            return order != 0 ? order : left.size() < right.size() ? -1 : left.size() > right.size();
+        }
+    };
+
+    /// Calls search(places, from, isNear) with the keys that the asked value can be equal to.
+    template <typename Search>
+    void Near(const MCVeltrane_900::ScoreValue& asked, Search search) const {
+        if (IsNumber(asked)) {
+            const double number = asked.GetDouble();
+            if (std::isfinite(number)) { // an infinity is equal to nothing
+                const double window = std::abs(number) * kWindow;
+                search(fNumbers, number - window, [last = number + window](double key) { return key <= last; });
+            }
+        } else if (IsText(asked)) {
+            const ValueText text(asked);
+            search(fTexts, Trimmed(text.View()),
+                   [key = Trimmed(text.View())](std::string_view near) { return Trimmed(near) == key; });
+        } else if (const MCVeltrane_900::DateTimeValue* dateTime = FindDateTime(asked)) {
+            const Moment moment = MomentOf(*dateTime);
+            search(fDateTimes, moment, [moment](const Moment& near) { return !CompareMoments()(near, moment); });
+        }
     }
 
     /// The form in which equal texts are the same.
-    static std::string_view Key(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
+    static std::string_view Trimmed(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
 
-    /// What the operator of a date-time compares, exactly: the number inside, which its GetDouble() may show in another
-    /// unit.
-    static double SecondsOf(const MCVeltrane_900::DateTimeValue& dateTime) {
-        return dateTime.NumericValue::GetDouble();
+    static Moment MomentOf(const MCVeltrane_900::DateTimeValue& value) {
+        return {value.NumericValue::GetDouble(), value.GetDateTimeType()};
     }
+
+    /// Calls change(places, key) with the place list of a plain value; false for any other.
+    template <typename Change>
+    bool ChangeKey(const MCVeltrane_900::ScoreValue& value, Change change);
 
     /// Wider than the relative tolerance of numeric equality, 2.22045e-14.
     static constexpr double kWindow = 2.5e-14;
 
-    std::multimap<double, int> fNumbers;
-    std::multimap<double, int> fDateTimes;
-    std::multimap<std::string, int, std::less<>> fTexts;
+    Places<double, double, CompareNumbers> fNumbers;
+    Places<Moment, Moment, CompareMoments> fDateTimes;
+    Places<std::string, std::string_view, CompareTexts> fTexts;
     std::vector<int> fOthers;
-    bool fHoldsNumbers = false;
+    bool fHoldsNaN = false;
 };
 
 } // namespace veltrane::data

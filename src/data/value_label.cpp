@@ -1,6 +1,5 @@
 #include "data/valued_elements.h"
 
-#include <MCVeltrane_900/ValueLabelSet.h>
 #include <MCVeltrane_900/ValueLbl.h>
 
 #include <functional>
@@ -16,7 +15,7 @@ ValueLbl::ValueLbl(const ValueLbl& other) = default;
 ValueLbl& ValueLbl::operator=(const ValueLbl& other) {
     fValue = other.fValue;
     fLabel = other.fLabel;
-    NoteNewValue();
+    fChanges.Note();
     return *this;
 }
 
@@ -28,7 +27,7 @@ bool ValueLbl::SetValueLabel(ScoreValue* value, const std::string& label) {
     }
     fValue.Overwrite(value);
     fLabel = label;
-    NoteNewValue();
+    fChanges.Note();
     return true;
 }
 
@@ -65,13 +64,6 @@ std::string ValueLbl::GetLabel() const {
 }
 const ScoreValue* ValueLbl::GetValue() const {
     return fValue.Get();
-}
-
-// An element of a set can be relabelled in its place; the set then searches without its index.
-void ValueLbl::NoteNewValue() {
-    if (fIndexedIn.fSet) {
-        fIndexedIn.fSet->DropIndex();
-    }
 }
 
 void ValueLbl::Display(std::ostream& out) const {

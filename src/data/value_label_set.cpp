@@ -1,12 +1,15 @@
-#include "data/value_index.h"
+#include "data/label_index.h"
 #include "data/valued_elements.h"
 
 #include <MCVeltrane_900/ValueLabelSet.h>
 #include <MCVeltrane_900/ValueLbl.h>
 
-#include <typeinfo>
+#include <algorithm>
 
 namespace MCVeltrane_900 {
+
+using veltrane::data::LabelPlaces;
+using veltrane::data::ValueIndex;
 
 namespace {
 
@@ -42,7 +45,7 @@ bool ValueLabelSet::Add(ScoreValueLabel* label) {
     }
     fLabels.Items().push_back(label);
     if (fIndex) {
-        AddToIndex(Size() - 1);
+        fIndex->Any().Add(*label);
     } else {
         MakeIndex();
     }
@@ -50,11 +53,31 @@ bool ValueLabelSet::Add(ScoreValueLabel* label) {
 }
 
 bool ValueLabelSet::Remove(const ScoreValueLabel* label) {
-    const bool removed = veltrane::data::RemoveFirstEqual(fLabels.Items(), label);
-    if (removed) {
-        MakeIndex();
+    auto& labels = fLabels.Items();
+    LabelPlaces* places = fIndex && label && label->GetValue() ? fIndex->GetToChange(labels) : nullptr;
+    if (!places) {
+        const bool removed = veltrane::data::RemoveFirstEqual(labels, label);
+        if (removed && fIndex) {
+            fIndex->Forget();
+        }
+        DropSmallIndex();
+        return removed;
     }
-    return removed;
+    const int place =
+        places->values.FindLowest(*label->GetValue(), [&](int at) { return *places->elements[at] == *label; });
+    if (place == ValueIndex::kNowhere) {
+        return false;
+    }
+    const ScoreValueLabel* doomed = places->elements[place];
+    places->Remove(place);
+    labels.erase(std::find(labels.begin(), labels.end(), doomed));
+    delete doomed;
+    if (places->IsWorn(labels.size())) {
+        MakeIndex();
+    } else {
+        DropSmallIndex();
+    }
+    return true;
 }
 
 int ValueLabelSet::Size() const {
@@ -75,13 +98,14 @@ bool ValueLabelSet::Contains(const ScoreValue* value) const {
 }
 
 bool ValueLabelSet::HasValueEqualTo(const ScoreValue& value) const {
-    return FindFirst(value, veltrane::data::AgreesWithIndex(value),
+    return FindFirst(veltrane::data::AgreesWithIndex(value) ? FindPlaces() : nullptr, value,
                      [&value](const ScoreValue& stored) { return value == stored; }) != nullptr;
 }
 
 bool ValueLabelSet::HasTextEqualTo(const ScoreValue& value, bool noSpaceTrim, bool emptyStringOK) const {
-    const bool useIndex = fIndex && !fIndex->HoldsNumbers();
-    return FindFirst(value, useIndex, [&](const ScoreValue& stored) {
+    const LabelPlaces* places = FindPlaces();
+    // A number is equal to every text, so with one among the values they have to be walked.
+    return FindFirst(places && !places->values.HoldsNumbers() ? places : nullptr, value, [&](const ScoreValue& stored) {
                return stored.Equal(&value, noSpaceTrim, emptyStringOK);
            }) != nullptr;
 }
@@ -95,55 +119,44 @@ void ValueLabelSet::Display(std::ostream& out) const {
 }
 
 const ScoreValueLabel* ValueLabelSet::FindByStoredValue(const ScoreValue* value) const {
-    return value ? FindFirst(*value, true, [value](const ScoreValue& stored) { return stored == *value; }) : nullptr;
+    const auto matches = [value](const ScoreValue& stored) { return stored == *value; };
+    return value ? FindFirst(FindPlaces(), *value, matches) : nullptr;
 }
 
+/// The first label whose value matches.
+/// @param places null for a walk over all labels
 template <typename Matches>
-const ScoreValueLabel* ValueLabelSet::FindFirst(const ScoreValue& value, bool useIndex, Matches matches) const {
-    const std::vector<ScoreValueLabel*>& labels = fLabels.Items();
-    const auto isMatch = [&labels, matches](int position) {
-        const ScoreValue* stored = labels[position]->GetValue();
+const ScoreValueLabel* ValueLabelSet::FindFirst(const LabelPlaces* places, const ScoreValue& value,
+                                                Matches matches) const {
+    const auto isMatch = [matches](const ScoreValueLabel* label) {
+        const ScoreValue* stored = label->GetValue();
         return stored && matches(*stored);
     };
-    int first = Size();
-    if (useIndex && fIndex) {
-        fIndex->Search(value, [&first, isMatch](int position) {
-            if (position < first && isMatch(position)) {
-                first = position;
-            }
-        });
-    } else {
-        for (int position = 0; position < first; ++position) {
-            if (isMatch(position)) {
-                first = position;
-            }
-        }
+    if (!places) {
+        const auto& labels = fLabels.Items();
+        const auto found = std::find_if(labels.begin(), labels.end(), isMatch);
+        return found == labels.end() ? nullptr : *found;
     }
-    return first < Size() ? labels[first] : nullptr;
+    const int place = places->values.FindLowest(value, [&](int at) { return isMatch(places->elements[at]); });
+    return place == ValueIndex::kNowhere ? nullptr : places->elements[place];
+}
+
+/// Null when the labels have to be walked.
+const LabelPlaces* ValueLabelSet::FindPlaces() const {
+    return fIndex ? fIndex->Get(fLabels.Items()) : nullptr;
 }
 
 void ValueLabelSet::MakeIndex() {
     fIndex.reset();
     if (Size() >= kIndexedFrom) {
-        fIndex = std::make_unique<veltrane::data::ValueIndex>();
-        for (int position = 0; position < Size(); ++position) {
-            AddToIndex(position);
-        }
+        fIndex = std::make_unique<veltrane::data::LabelIndex>(fLabels.Items());
     }
 }
 
-void ValueLabelSet::AddToIndex(int position) {
-    ScoreValueLabel& label = *fLabels.Items()[position];
-    if (typeid(label) == typeid(ValueLbl)) {
-        fIndex->Add(position, label.GetValue());
-        static_cast<ValueLbl&>(label).fIndexedIn.fSet = this;
-    } else {
-        fIndex->AddOther(position);
+void ValueLabelSet::DropSmallIndex() {
+    if (Size() < kIndexedFrom) {
+        fIndex.reset();
     }
-}
-
-void ValueLabelSet::DropIndex() {
-    fIndex.reset();
 }
 
 } // namespace MCVeltrane_900

@@ -1,11 +1,48 @@
+#include "data/kept_index.h"
 #include "data/value_index.h"
 
 #include <MCVeltrane_900/DiscreteSplit.h>
 #include <MCVeltrane_900/ScoreDictVar.h>
 
+#include <algorithm>
 #include <cmath>
 
+namespace veltrane::data {
+
+/// Narrows the search among the values of a split; their places are their positions.
+struct SplitPlaces {
+    using List = MCVeltrane_900::SplitRecords<MCVeltrane_900::ScoreValue>;
+
+    explicit SplitPlaces(const List& list) {
+        for (int position = 0; position < list.Size(); ++position) {
+            Add(position, list.All()[position].object);
+        }
+    }
+
+    bool IsTrue(const List& list) const {
+        return std::all_of(list.All().begin(), list.All().end(),
+                           [](const auto& record) { return Marks::IsUnchanged(record.object); });
+    }
+
+    void Add(int position, const MCVeltrane_900::ScoreValue* value) {
+        Marks::MarkValue(value);
+        values.Add(position, value);
+    }
+
+    ValueIndex values;
+};
+
+class SplitIndex : public KeptIndex<SplitPlaces> {
+public:
+    using KeptIndex::KeptIndex;
+};
+
+} // namespace veltrane::data
+
 namespace MCVeltrane_900 {
+
+using veltrane::data::SplitPlaces;
+using veltrane::data::ValueIndex;
 
 namespace {
 
@@ -57,46 +94,39 @@ int DiscreteSplit::GetSplitChildIndex(const ScoreValue* value) const {
     if (!value) {
         return fMissvalMap;
     }
+    const SplitPlaces* places = fIndex ? fIndex->Get(fValues) : nullptr;
     if (fSplitVar->GetVarType() != ScoreDictVar::STRING_VAR) {
-        return FindChild(*value, true, [value](const ScoreValue& stored) { return stored == *value; });
+        return FindChild(places, *value, [value](const ScoreValue& stored) { return stored == *value; });
     }
     const bool noSpaceTrim = fSplitVar->GetNoSpaceTrim();
     const bool emptyStringOK = fSplitVar->GetEmptyStringOK();
     // A number is equal to every text, so with one among the values the index can't say which comes first.
-    const bool useIndex = fIndex && !fIndex->HoldsNumbers();
-    return FindChild(*value, useIndex,
+    return FindChild(places && !places->values.HoldsNumbers() ? places : nullptr, *value,
                      [=](const ScoreValue& stored) { return stored.Equal(value, noSpaceTrim, emptyStringOK); });
 }
 
+/// @param places null for a walk over all values
 template <typename Matches>
-int DiscreteSplit::FindChild(const ScoreValue& value, bool useIndex, Matches matches) const {
-    if (!useIndex || !fIndex) {
+int DiscreteSplit::FindChild(const SplitPlaces* places, const ScoreValue& value, Matches matches) const {
+    if (!places) {
         return fValues.FindChild(matches);
     }
     const auto& records = fValues.All();
-    int first = fValues.Size();
-    fIndex->Search(value, [&](int position) {
-        if (position < first && matches(*records[position].object)) {
-            first = position;
-        }
-    });
-    return first < fValues.Size() ? records[first].index : -1;
+    const int found = places->values.FindLowest(value, [&](int at) { return matches(*records[at].object); });
+    return found == ValueIndex::kNowhere ? -1 : records[found].index;
 }
 
 void DiscreteSplit::MakeIndex() {
     fIndex.reset();
     if (fValues.Size() >= kIndexedFrom) {
-        fIndex = std::make_unique<veltrane::data::ValueIndex>();
-        for (int position = 0; position < fValues.Size(); ++position) {
-            fIndex->Add(position, fValues.All()[position].object);
-        }
+        fIndex = std::make_unique<veltrane::data::SplitIndex>(fValues);
     }
 }
 
 void DiscreteSplit::PutSplit(ScoreValue* value, int index) {
     fValues.Append(value, index);
     if (fIndex) {
-        fIndex->Add(fValues.Size() - 1, value);
+        fIndex->Any().Add(fValues.Size() - 1, value);
     } else {
         MakeIndex();
     }

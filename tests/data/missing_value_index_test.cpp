@@ -217,7 +217,30 @@ TEST(MissingValueIndex, ACopiedRangeIsInNoSet) {
     many.reset();
     const std::unique_ptr<const ScoreValue> former(copy.GetMin()); // a setter leaves it to the caller
     copy.SetMin(new NumericValue(7.0));
-    EXPECT_TRUE(copy.IsInRange(0.0) || copy.IsInRange(7.0));
+    // From 7 to 0: both ends are included, and nothing lies between them.
+    EXPECT_TRUE(copy.IsInRange(7.0));
+    EXPECT_TRUE(copy.IsInRange(0.0));
+    EXPECT_FALSE(copy.IsInRange(3.0));
+    EXPECT_FALSE(copy.IsInRange(8.0));
+}
+
+/// A range of a host's own class without bounds, which is equal to the range of 0.
+class HostRangeWithoutBounds : public Range {
+public:
+    HostRangeWithoutBounds() : Range(0.0, 0.0, true, true) {}
+    const ScoreValue* GetMin() const override { return fAsked++ == 0 ? nullptr : Range::GetMin(); }
+
+private:
+    mutable int fAsked = 0;
+};
+
+TEST(MissingValueIndex, ForgetsARangeThatIsRemovedByAKeyWithoutBounds) {
+    ManyValues many;
+    const HostRangeWithoutBounds key;
+    EXPECT_TRUE(many.set.Remove(&key));
+    EXPECT_EQ(many.set.Size(), 39);
+    EXPECT_FALSE(many.Holds(0.0));
+    EXPECT_TRUE(many.Holds(1.0));
 }
 
 TEST(MissingValueIndex, ManyValuesAreAddedAndFound) {

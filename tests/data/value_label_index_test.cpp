@@ -229,6 +229,22 @@ TEST_F(ManyLabels, AskALabelOfAnotherClassForItsValue) {
     EXPECT_EQ(set.GetLabelOfValue(&shown), "host");
 }
 
+/// A label of a host's own class that is equal to every label without a value.
+class HostLabelOfNothing : public HostLabel {
+public:
+    bool operator==(const ScoreValueLabel& other) const override { return other.GetValue() == nullptr; }
+};
+
+TEST_F(ManyLabels, ForgetALabelThatIsRemovedByAKeyWithoutAValue) {
+    ASSERT_TRUE(set.Add(new HostLabelOfNothing));
+    const ValueLbl key;
+    EXPECT_TRUE(set.Remove(&key));
+    EXPECT_EQ(set.Size(), 100);
+    const NumericValue shown(-77.0);
+    EXPECT_FALSE(set.Contains(&shown));
+    EXPECT_EQ(set.GetLabelOfValue(&fifty), "50");
+}
+
 TEST_F(ManyLabels, StepOverALabelWithoutAValue) {
     ASSERT_TRUE(set.Add(new ValueLbl));
     EXPECT_FALSE(set.Contains(&thousand));

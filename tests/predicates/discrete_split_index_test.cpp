@@ -141,3 +141,39 @@ TEST(DiscreteSplitIndex, NullValuesMatchNothing) {
     const StringValue nine("9");
     EXPECT_EQ(split.GetSplitChildIndex(&nine), 9);
 }
+
+namespace {
+
+/// A text that counts how often it is compared, which asks it for its text.
+class CountingText : public StringValue {
+public:
+    using StringValue::StringValue;
+    std::string GetString() const override {
+        ++fComparisons;
+        return StringValue::GetString();
+    }
+    int Comparisons() const { return fComparisons; }
+
+private:
+    mutable int fComparisons = 0;
+};
+
+} // namespace
+
+// A document may repeat one category without end.
+TEST(DiscreteSplitIndex, ComparesWithOneOfManyEqualValues) {
+    for (const int rules : {0, 1, 2, 3}) {
+        Categorical x(kText);
+        x.SetNoSpaceTrim(rules & 1);
+        x.SetEmptyStringOK(rules & 2);
+        DiscreteSplit split(&x);
+        for (int i = 0; i < 100000; ++i) {
+            split.PutSplit(new StringValue("same"), i);
+        }
+        for (const auto& [text, child] : {std::pair("same", 0), std::pair("same ", rules & 1 ? -1 : 0)}) {
+            const CountingText asked(text);
+            EXPECT_EQ(split.GetSplitChildIndex(&asked), child);
+            EXPECT_LE(asked.Comparisons(), 5);
+        }
+    }
+}
