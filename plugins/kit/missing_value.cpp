@@ -30,8 +30,9 @@ bool IsMissing(const ScoreValue* value) {
     if (value == nullptr || value->IsSystemMissingValue()) {
         return true;
     }
-    return value->GetType() == ScoreValue::DATETIME_VALUE &&
-           IsMissingMoment(static_cast<const DateTimeValue*>(value)->NumericValue::GetDouble());
+    const DateTimeValue* dateTime =
+        value->GetType() == ScoreValue::DATETIME_VALUE ? dynamic_cast<const DateTimeValue*>(value) : nullptr;
+    return dateTime != nullptr && IsMissingMoment(dateTime->NumericValue::GetDouble());
 }
 
 } // namespace veltrane_kit

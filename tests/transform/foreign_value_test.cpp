@@ -66,7 +66,7 @@ TEST_F(ForeignSource, OfAFunctionOfANumber) {
 }
 
 TEST_F(ForeignSource, OfAFunctionOfAText) {
-    EXPECT_EQ(Call(TD::TF_UPPERCASE, kText, "text"), "text ''");
+    EXPECT_EQ(Call(TD::TF_UPPERCASE, kText, "text"), "text 'F'");
 }
 
 TEST_F(ForeignSource, OfAFunctionOfADate) {
