@@ -29,11 +29,13 @@ public:
     /// The descendants with this tag; null for a null element, an empty tag or an empty list. The DOM owns the list.
     xercesc::DOMNodeList* GetDOMNodeList(xercesc::DOMElement* element, const std::string& tag, bool throwing);
 
-    /// The descendant at this position of the list; null behind its end.
+    /// The descendant at this position of the list; null behind its end. Going through the list in its order costs one
+    /// walk over the element.
     xercesc::DOMElement* GetElemFromNodeList(xercesc::DOMElement* element, const std::string& tag,
                                              unsigned long long index, bool throwing);
 
-    /// The number of descendants with this tag; 0 by default.
+    /// The number of descendants with this tag; 0 by default. Each call is a walk over the element, so a loop asks
+    /// once.
     unsigned long long GetNodeListLength(xercesc::DOMElement* element, const std::string& tag, bool throwing);
 
     /// The attribute as a number; -1.0 by default.

@@ -5,9 +5,13 @@
 
 #include <MCVeltrane_900/PMMLModelTags.h>
 #include <MCVeltrane_900/PMMLTranslator.h>
-#include <MCVeltrane_900/ScoreEncoder.h>
+#include <MCVeltrane_900/ScoreBinningEncoder.h>
+#include <MCVeltrane_900/ScoreCatNumericEncoder.h>
+#include <MCVeltrane_900/ScoreCatStringEncoder.h>
 
 #include <xercesc/dom/DOM.hpp>
+
+#include <typeinfo>
 
 using veltrane::diagnostics::Raise;
 using veltrane::translators::ArrayItem;
@@ -22,18 +26,29 @@ namespace {
 
 using Tags = PMMLModelTags;
 
-/// A variable with a category that is a single backslash can't have escaped quotes in its arrays.
-bool HasBackslashCategory(const ScoreDictVar* var) {
-    const ScoreEncoder* encoder = var != nullptr ? var->GetEncoder() : nullptr;
-    if (encoder == nullptr) {
-        return false;
+constexpr const char* kBackslash = "\\";
+
+/// Whether one of an encoder's categories decodes to a single backslash. The library's own encoders know at once, so
+/// that a document may have as many arrays as categories; any other is asked for all of them.
+bool HasBackslashCategory(const ScoreEncoder& encoder) {
+    if (typeid(encoder) == typeid(ScoreCatStringEncoder)) {
+        return encoder.EncodeConst(std::string(kBackslash)) >= 0;
     }
-    for (int code = 0; code < encoder->GetNumberOfCategories(); ++code) {
-        if (encoder->Decode(code) == "\\") {
+    if (typeid(encoder) == typeid(ScoreCatNumericEncoder) || typeid(encoder) == typeid(ScoreBinningEncoder)) {
+        return false; // they decode to no text
+    }
+    for (int code = 0; code < encoder.GetNumberOfCategories(); ++code) {
+        if (encoder.Decode(code) == kBackslash) {
             return true;
         }
     }
     return false;
+}
+
+/// A variable with a category that is a single backslash can't have escaped quotes in its arrays.
+bool HasEscapedQuotes(const ScoreDictVar* var) {
+    const ScoreEncoder* encoder = var != nullptr ? var->GetEncoder() : nullptr;
+    return encoder == nullptr || !HasBackslashCategory(*encoder);
 }
 
 /// The item count that the attribute "n" states; 0 when it says nothing.
@@ -118,7 +133,7 @@ xercesc::DOMNode* PMMLTranslator::GetArrayNode(xercesc::DOMNode* node) {
 
 std::vector<std::string> PMMLTranslator::GetArrayElements(xercesc::DOMNode* array, const XMLCh* type,
                                                           const ScoreDictVar* var) {
-    const bool escapes = !HasBackslashCategory(var);
+    const bool escapes = HasEscapedQuotes(var);
     const int expected = StatedSize(array);
     const xercesc::DOMNode* child = array != nullptr ? array->getFirstChild() : nullptr;
     if (child == nullptr) {

@@ -5,6 +5,8 @@
 
 #include <xercesc/dom/DOM.hpp>
 
+#include <limits>
+
 namespace MCVeltrane_900 {
 namespace {
 
@@ -34,12 +36,14 @@ xercesc::DOMNodeList* DOMElemUtility::GetDOMNodeList(xercesc::DOMElement* elemen
     return list->item(0) ? list : nullptr;
 }
 
+// The list remembers the element that it gave last and goes on from there. Asking whether it is empty would bring it
+// back to its beginning at each call.
 xercesc::DOMElement* DOMElemUtility::GetElemFromNodeList(xercesc::DOMElement* element, const std::string& tag,
-                                                         unsigned long long index, bool throwing) {
-    if (!fTranslator)
+                                                         unsigned long long index, bool) {
+    // The highest index is none for the list, which counts from 1 inside.
+    if (!fTranslator || !element || tag.empty() || index >= std::numeric_limits<XMLSize_t>::max())
         return nullptr;
-    xercesc::DOMNodeList* list = GetDOMNodeList(element, tag, throwing);
-    return list ? static_cast<xercesc::DOMElement*>(list->item(index)) : nullptr;
+    return static_cast<xercesc::DOMElement*>(BaseTranslator::GetElementsByTagName(element, tag)->item(index));
 }
 
 unsigned long long DOMElemUtility::GetNodeListLength(xercesc::DOMElement* element, const std::string& tag,

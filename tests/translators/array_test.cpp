@@ -1,8 +1,12 @@
+#include "support/allocations.h"
 #include "support/dom.h"
 #include "support/failure.h"
 
 #include <MCVeltrane_900/DictVar.h>
+#include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/PMMLTranslator.h>
+#include <MCVeltrane_900/ScoreBinningEncoder.h>
+#include <MCVeltrane_900/ScoreCatNumericEncoder.h>
 #include <MCVeltrane_900/ScoreCatStringEncoder.h>
 
 #include <gtest/gtest.h>
@@ -201,6 +205,46 @@ TEST_F(ArrayReaders, CategoryThatIsABackslashSwitchesEscapesOff) {
     EXPECT_EQ(ReadFor(var, "\"x\\\" y\" z"), Strings({"x\" y", "z"}));
     encoder->Encode(std::string("\\"));
     EXPECT_EQ(ReadFor(var, "\"x\\\" y z"), Strings({"x\\", "y", "z"}));
+}
+
+/// An encoder of a host's own, whose categories can only be asked for one by one.
+class HostEncoder : public ScoreCatStringEncoder {
+public:
+    HostEncoder() : ScoreCatStringEncoder(2) {}
+    std::string Decode(int code) const override { return code == 1 ? "\\" : "a"; }
+};
+
+TEST_F(ArrayReaders, EveryEncoderIsAskedForABackslash) {
+    DictVar var("v", ScoreDictVar::STRING_VAR);
+    auto* host = new HostEncoder;
+    var.SetEncoder(host);
+    host->Encode(std::string("first"));
+    EXPECT_EQ(ReadFor(var, "\"x\\\" y\" z"), Strings({"x\" y", "z"}));
+    host->Encode(std::string("second"));
+    EXPECT_EQ(ReadFor(var, "\"x\\\" y z"), Strings({"x\\", "y", "z"}));
+}
+
+TEST_F(ArrayReaders, EncodersWithoutTextsHaveNoBackslash) {
+    for (const bool isBinning : {false, true}) {
+        DictVar var("v", ScoreDictVar::kNUMERIC_VAR);
+        auto* encoder = isBinning ? static_cast<ScoreEncoder*>(new ScoreBinningEncoder({1.0, 2.0}))
+                                  : new ScoreCatNumericEncoder({1.0, NumericValue::GetSysmisValue()});
+        var.SetEncoder(encoder);
+        EXPECT_EQ(ReadFor(var, "\"x\\\" y\" z"), Strings({"x\" y", "z"}));
+    }
+}
+
+// A document may have many arrays of a variable with many categories.
+TEST_F(ArrayReaders, DontGoThroughTheCategoriesForEachArray) {
+    DictVar var("v", ScoreDictVar::STRING_VAR);
+    auto* encoder = new ScoreCatStringEncoder(0);
+    var.SetEncoder(encoder);
+    for (int i = 0; i < 10000; ++i) {
+        encoder->Encode("a category with a long name, number " + std::to_string(i));
+    }
+    const ParsedXml xml = ParseXml("<Array>a b</Array>");
+    // The texts of the categories are copied when they are asked for.
+    EXPECT_LE(veltrane::tests::AllocationsOf([&] { translator.GetArrayElements(xml.Root(), nullptr, &var); }), 50U);
 }
 
 TEST_F(ArrayReaders, VariableWithoutEncoderChangesNothing) {

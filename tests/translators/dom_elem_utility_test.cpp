@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+#include <string>
+
 namespace {
 
 using MCVeltrane_900::DOMElemUtility;
@@ -57,6 +60,32 @@ TEST_F(ElementReader, GivesNoElementBehindTheListOrWithoutInputs) {
     EXPECT_EQ(reader.GetElemFromNodeList(root, "", 0, true), nullptr);
     EXPECT_EQ(reader.GetElemFromNodeList(nullptr, "b", 0, true), nullptr);
     EXPECT_EQ(lacking.GetElemFromNodeList(root, "b", 0, true), nullptr);
+}
+
+// Every element of a list, each by its position: a walk over the document for each would take minutes.
+TEST_F(ElementReader, GoesThroughALongListInOneWalk) {
+    constexpr unsigned long long kCount = 200000;
+    std::string text = "<root>";
+    for (unsigned long long i = 0; i < kCount; ++i) {
+        text += "<b/>";
+    }
+    const ParsedXml many = ParseXml(text + "</root>");
+    const std::clock_t start = std::clock();
+    const xercesc::DOMElement* expected = many.Root()->getFirstElementChild();
+    for (unsigned long long i = 0; i < kCount; ++i) {
+        ASSERT_EQ(reader.GetElemFromNodeList(many.Root(), "b", i, true), expected);
+        expected = expected->getNextElementSibling();
+    }
+    EXPECT_EQ(reader.GetElemFromNodeList(many.Root(), "b", kCount, true), nullptr);
+    EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, 10.0);
+}
+
+TEST_F(ElementReader, KnowsAListThatHasChanged) {
+    EXPECT_EQ(reader.GetAttributeToInt(reader.GetElemFromNodeList(root, "b", 1, true), "i", true), 1);
+    xercesc::DOMNode* first = root->getFirstChild();
+    root->removeChild(first)->release();
+    EXPECT_EQ(reader.GetAttributeToInt(reader.GetElemFromNodeList(root, "b", 0, true), "i", true), 1);
+    EXPECT_EQ(reader.GetElemFromNodeList(root, "b", 1, true), nullptr);
 }
 
 TEST_F(ElementReader, CountsAList) {
