@@ -54,8 +54,9 @@ public:
     ///                 transcoder that delivers empty texts.
     void CreateTranscoder(const std::string& encoding);
 
-    /// Removes trailing blanks when there is no leading one, and always as many trailing characters as there are
-    /// leading blanks too few: " ab " gives "ab ". Only the blank counts. VerifyDouble rests on exactly this.
+    /// Removes the leading blanks, and the trailing ones but for as many as there were leading ones: "  ab" and "ab  "
+    /// give "ab", " ab " and " ab   " give "ab ". A text of nothing but blanks stays as it is. Only the blank counts,
+    /// no tab and no line end. VerifyDouble rests on exactly this: a number may have blanks on one side, not on both.
     static std::string TrimBlanks(const std::string& text);
 
     /// Compares a document's text with a literal. With a transcoder the text is transcoded and compared as bytes;
@@ -98,9 +99,11 @@ public:
     static int VerifyInt(const std::string& text);
     static int VerifyInt(const XMLCh* text);
 
-    /// Reads a decimal number after TrimBlanks, the same under every locale. Overflow gives infinity, and below it the
-    /// missing number.
-    /// @throws VTException 260151 with the trimmed text and "double"
+    /// Reads a decimal number after TrimBlanks, the same under every locale. Too large a number gives infinity, too
+    /// large a negative one the missing number, and too small a one what lies nearest to it. Not the whole grammar is
+    /// checked, only the characters and the places of signs, point and exponent letter: "1-2e-5" passes and reads as 1,
+    /// "-e5" as the missing number.
+    /// @throws VTException 260151 with the text as TrimBlanks leaves it, and "double"
     static double VerifyDouble(const std::string& text);
     static double VerifyDouble(const XMLCh* text);
 

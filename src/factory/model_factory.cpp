@@ -33,8 +33,8 @@ namespace {
 constexpr const char* kTraceName = "MCVeltrane_900::ModelFactory::MakeModelFromXML";
 constexpr const char* kNearestNeighbor = "NearestNeighborModel";
 
-/// Brings a stream back to its beginning, wherever it stood and whether it had come to its end. A stream that can't be
-/// rewound is read from where it stands.
+/// Brings a stream back to its beginning, wherever it stood and whether it had come to its end. A bad stream is left as
+/// it is. One that can't be rewound fails from here on, so the parser finds an empty document in it.
 void Rewind(std::istream& in) {
     if (in.bad()) {
         return;

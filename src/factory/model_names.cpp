@@ -25,12 +25,12 @@ void AppendNames(std::string_view line, std::vector<std::string>& names) {
 
 } // namespace
 
-bool OpenForReading(std::ifstream& stream, const std::string& path) {
+bool OpenForReading(std::ifstream& stream, const std::string& path, std::ios::openmode mode) {
     std::error_code error;
     if (std::filesystem::is_directory(path, error)) {
         return false;
     }
-    stream.open(path, std::ios::in | std::ios::binary);
+    stream.open(path, mode);
     return stream.is_open();
 }
 
@@ -38,7 +38,7 @@ void ReadModelNames(const std::string& file, std::vector<std::string>& names) {
     names.clear();
     const std::string path = file.empty() ? kDefaultFile : file;
     std::ifstream stream;
-    if (!OpenForReading(stream, path)) {
+    if (!OpenForReading(stream, path, std::ios::in)) {
         diagnostics::Raise(260103, path);
     }
     std::vector<char> buffer(kLineBuffer);

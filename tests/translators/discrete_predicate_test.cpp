@@ -1,6 +1,7 @@
 #include "support/failure.h"
 #include "translators/predicate_reading.h"
 
+#include <MCVeltrane_900/CaseRecord.h>
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreEncoder.h>
 #include <MCVeltrane_900/StringValue.h>
@@ -185,11 +186,13 @@ TEST_F(DiscretePredicateReading, AnEmptyValueGoesWithEqualAlone) {
 }
 
 TEST_F(DiscretePredicateReading, EqualWithAnEmptyValueIsATestForMissing) {
+    const CaseRecord nothing;
     for (const char* field : {"o", "s", "n"}) {
         const Simple predicate = ReadSimple(std::string("value='' operator='equal' field='") + field + "'");
         EXPECT_TRUE(predicate->IsMissingValue()) << field;
         EXPECT_EQ(predicate->GetSplit()->GetMissvalMap(), 0) << field;
         EXPECT_EQ(ValuesOf(predicate->GetSplit()), "") << field;
+        EXPECT_EQ(predicate->Evaluate(&nothing, nullptr), ScorePredicate::PRED_TRUE) << field;
     }
 }
 
@@ -201,12 +204,15 @@ TEST_F(DiscretePredicateReading, AnEmptyValueThatIsACategoryIsANormalComparison)
     const StringValue other("a");
     EXPECT_EQ(categorical->GetSplit()->GetSplitChildIndex(&empty), 0);
     EXPECT_EQ(categorical->GetSplit()->GetSplitChildIndex(&other), -1);
+    const CaseRecord nothing;
+    EXPECT_EQ(categorical->Evaluate(&nothing, nullptr), ScorePredicate::PRED_UNKNOWN);
 
     const Simple ordinal = ReadSimple("field='h' operator='equal' value=''");
     EXPECT_FALSE(ordinal->IsMissingValue());
     EXPECT_EQ(ordinal->GetSplit()->GetMissvalMap(), -1);
     EXPECT_EQ(ordinal->GetSplit()->GetSplitChildIndex(&empty), 0);
     EXPECT_EQ(ordinal->GetSplit()->GetSplitChildIndex(&other), -1);
+    EXPECT_EQ(ordinal->Evaluate(&nothing, nullptr), ScorePredicate::PRED_UNKNOWN);
 }
 
 TEST_F(KeptDiscreteReading, EqualWithAnEmptyValueHoldsForEveryOrdinalNumberToo) {

@@ -57,9 +57,13 @@ refused as one that names none.
 The arguments of an `Apply` are its `FieldRef`, `Constant` and `Apply` children in document order. Their number and
 their kinds are checked when the document is read:
 
-- A field is a number when its variable is numeric. A date-time field is neither a number nor a text.
+- A field is a number when its variable is numeric. Any other field passes as a text, one of dates and times too.
 - A `Constant` is a number unless its `dataType` says otherwise, but a text under `matches`, `concat` and `replace`. A
-  date-time constant is neither.
+  date-time constant is no number and passes as a text.
+- So a date can't be added or averaged, but it can stand under `concat` or `matches`, as its text: "Undefined" for every
+  ordinary date. The date-time functions take an argument of any kind, and a first one that is no date makes them
+  missing. A difference takes the seconds of its first date and what the second one reports, which for a date without a
+  time of day is its days.
 - A nested `Apply` has to fit by its families. Arithmetic, mathematics, statistic, date-time and numeric functions take
   one of these families, of logic or of numeric output. Functions of the families string and string input take string
   functions. Both take mixed output. The others take none, where their arguments are checked at all.
