@@ -337,7 +337,7 @@ TEST(ChangedLabels, LeaveOtherSetsAlone) {
     }
 }
 
-TEST(ChangedLabels, AreAskedFromSeveralThreads) {
+TEST(ChangedLabelsThreads, AskTogether) {
     ValueLabelSet set;
     auto* kept = new NumericValue(0.0);
     set.Add(new ValueLbl(kept, "kept"));

@@ -240,18 +240,88 @@ TEST(ExtractDateOfAnyDouble, IsDefined) {
     }
 }
 
-TEST(ExtractDateRoundTrip, EveryDayOfEightHundredYears) {
-    for (long long year = 1600; year < 2400; year += 13)
-        for (long long month = 1; month <= 12; ++month)
-            for (const long long day : {1LL, DateTimeValue::DaysInMonth(year, month)}) {
-                const long long days =
-                    DateTimeValue::DaysBetweenYear(1970, year) + DateTimeValue::DaysBeforeMonth(year, month) + day - 1;
-                long long y = 0, m = 0, d = 0;
-                DateTimeValue::ExtractDate(static_cast<double>(days * 86400), y, m, d);
-                ASSERT_EQ(y, year);
-                ASSERT_EQ(m, month);
-                ASSERT_EQ(d, day);
-            }
+/// A calendar of its own, which counts on day by day. It knows its leap years by a count too: every fourth year, but
+/// for three of four centuries.
+class CountedCalendar {
+public:
+    /// The first day of a year that is a multiple of 400.
+    CountedCalendar(long long year, long long dayNumber) : year(year), dayNumber(dayNumber) {}
+
+    void GoToNextDay() {
+        ++dayNumber;
+        constexpr int kLast[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+        const int last = kLast[month - 1] + (month == 2 && isLeap ? 1 : 0);
+        if (day++ < last) {
+            return;
+        }
+        day = 1;
+        if (month++ < 12) {
+            return;
+        }
+        month = 1;
+        ++year;
+        fYearOfCycle = fYearOfCycle == 399 ? 0 : fYearOfCycle + 1;
+        const bool isCentury = fYearOfCycle == 100 || fYearOfCycle == 200 || fYearOfCycle == 300;
+        isLeap = fYearOfCycle % 4 == 0 && !isCentury;
+    }
+
+    long long year;
+    int month = 1;
+    int day = 1;
+    long long dayNumber; ///< since 1970-01-01
+    bool isLeap = true;
+
+private:
+    int fYearOfCycle = 0;
+};
+
+struct ExtractedDate {
+    explicit ExtractedDate(double seconds) { DateTimeValue::ExtractDate(seconds, year, month, day); }
+    bool operator==(const ExtractedDate&) const = default;
+    long long year = 0, month = 0, day = 0;
+};
+
+/// The operations that know a day, each against the counted one.
+bool AgreesOn(const CountedCalendar& date) {
+    const ExtractedDate midnight(static_cast<double>(date.dayNumber * 86400));
+    // Before 1970 the day number is rounded up at any other time than midnight.
+    const ExtractedDate noon(static_cast<double>(date.dayNumber * 86400 + 43200));
+    const ExtractedDate dayOfNoon(static_cast<double>((date.dayNumber + (date.dayNumber < 0 ? 1 : 0)) * 86400));
+    const long long beforeMonth = DateTimeValue::DaysBeforeMonth(date.year, date.month);
+    return midnight.year == date.year && midnight.month == date.month && midnight.day == date.day &&
+           noon == dayOfNoon && DateTimeValue::IsValidDate(date.year, date.month, date.day) &&
+           DateTimeValue::IsLeapYear(date.year) == date.isLeap &&
+           DateTimeValue::DaysBetweenYear(1970, date.year) + beforeMonth + date.day - 1 == date.dayNumber;
+}
+
+/// What the operations tell of the end of a month, when this is its last day.
+bool AgreesOnTheEnd(const CountedCalendar& date) {
+    return DateTimeValue::DaysInMonth(date.year, date.month) == date.day &&
+           !DateTimeValue::IsValidDate(date.year, date.month, date.day + 1) &&
+           (date.month != 12 ||
+            DateTimeValue::DaysInYear(date.year) == DateTimeValue::DaysBeforeMonth(date.year, 12) + date.day);
+}
+
+std::string Written(const CountedCalendar& date) {
+    return std::to_string(date.year) + "-" + std::to_string(date.month) + "-" + std::to_string(date.day);
+}
+
+TEST(CalendarOfEveryDay, IsTheCountedOne) {
+    CountedCalendar date(-400, -719528 - 146097);
+    while (date.year < 3200) {
+        ASSERT_TRUE(AgreesOn(date)) << Written(date);
+        if (date.year >= 0) {
+            const DateTimeValue read(Written(date), MCVeltrane_900::ScoreDictVar::DT_DATE);
+            ASSERT_EQ(read.GetDouble(), static_cast<double>(date.dayNumber)) << Written(date);
+        }
+        const CountedCalendar before = date;
+        date.GoToNextDay();
+        if (date.day == 1) {
+            ASSERT_TRUE(AgreesOnTheEnd(before)) << Written(before);
+        }
+    }
+    // Where the counting has led: 1970 was on its way, and the year 3200 begins so many days behind it.
+    EXPECT_EQ(date.dayNumber, 449248);
 }
 
 } // namespace

@@ -5,6 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
+#include <thread>
+#include <vector>
 
 namespace MCVeltrane_900 {
 namespace {
@@ -196,6 +199,64 @@ TEST(KeptResultField, CopiesShareTheValues) {
         assigned.SetMapResultValue({});
     }
     EXPECT_EQ(deleted, 2);
+}
+
+/// The outputs "number i" and "text i", from 0 to 49, each of which says so.
+void FillOutputs(ResultField& field) {
+    for (int i = 0; i < 50; ++i) {
+        field.SetResultValue("number " + std::to_string(i), static_cast<double>(i));
+        field.SetResultValue("text " + std::to_string(i), "value " + std::to_string(i));
+    }
+}
+
+/// How many outputs aren't what FillOutputs() has put there, by every operation that reads.
+int WrongOutputs(const ResultField& field) {
+    int wrong = field.GetResultSize() != 100 || field.GetResultFields().size() != 100;
+    for (int i = 0; i < 50; ++i) {
+        const ScoreValue* number = field.GetResultValue("number " + std::to_string(i));
+        const ScoreValue* text = field.GetResultValue("text " + std::to_string(i));
+        wrong += number == nullptr || number->GetDouble() != i;
+        wrong += text == nullptr || text->GetString() != "value " + std::to_string(i);
+        wrong += field.GetMapResultValue().at("text " + std::to_string(i)) != text;
+    }
+    return wrong + (field.GetResultValue("other") != nullptr);
+}
+
+/// Runs work(0) to work(3), each in a thread of its own.
+template <typename Work>
+void RunInThreads(Work work) {
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back(work, i);
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+TEST(ResultFieldThreads, ReadOneTogether) {
+    ResultField field;
+    FillOutputs(field);
+    std::vector<int> wrong(4);
+    RunInThreads([&](int thread) {
+        for (int round = 0; round < 20; ++round) {
+            wrong[thread] += WrongOutputs(field);
+        }
+    });
+    EXPECT_EQ(wrong, std::vector<int>(4));
+}
+
+TEST(ResultFieldThreads, FillOneEach) {
+    std::vector<ResultField> fields(4);
+    RunInThreads([&](int thread) {
+        for (int round = 0; round < 20; ++round) {
+            fields[thread].SetResultValue("text 7", "another " + std::to_string(thread));
+            FillOutputs(fields[thread]);
+        }
+    });
+    for (const ResultField& field : fields) {
+        EXPECT_EQ(WrongOutputs(field), 0);
+    }
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <MCVeltrane_900/ScoringLog.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cctype>
 #include <chrono>
 #include <ctime>
@@ -13,6 +14,7 @@
 #include <sstream>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -223,53 +225,79 @@ TEST_F(KeptScoringLog, TimeStampFollowsTheTraceLevelAndNotTheLine) {
     EXPECT_EQ(Written(), "detail\n");
 }
 
-TEST_F(ScoringLogThreads, EachThreadWritesAFileOfItsOwn) {
-    Configure("trace_leve,1\n");
-    ScoringLog::GetInstance();
-    auto trace = [] {
-        for (int line = 0; line < 20; ++line) {
-            ScoringLog::GetInstance()->TraceText(1, "line %d", line);
-        }
-    };
-    std::thread first(trace);
-    std::thread second(trace);
-    first.join();
-    second.join();
-    std::string expected;
-    for (int line = 0; line < 20; ++line) {
-        expected += "line " + std::to_string(line) + "\n";
+/// The lines that one thread of several writes: none is like another's.
+std::string LinesOf(int thread) {
+    std::string lines;
+    for (int line = 0; line < 200; ++line) {
+        lines += "thread " + std::to_string(thread) + " line " + std::to_string(line) + "\n";
     }
-    int count = 0;
-    for (const auto& entry : files::directory_iterator(LogFolder())) {
-        ++count;
+    return lines;
+}
+
+/// The contents of all trace files, in order.
+std::vector<std::string> AllWritten(const std::string& folder) {
+    std::vector<std::string> contents;
+    for (const auto& entry : files::directory_iterator(folder)) {
         const std::string name = entry.path().filename().string();
         const std::size_t behindTheNumber = name.find_first_not_of("0123456789");
         EXPECT_GT(behindTheNumber, 0U);
         EXPECT_EQ(name.substr(behindTheNumber), "_scoring_trace.log");
         std::ostringstream text;
         text << std::ifstream(entry.path()).rdbuf();
-        EXPECT_EQ(text.str(), expected);
+        contents.push_back(text.str());
     }
-    EXPECT_EQ(count, 2);
+    std::sort(contents.begin(), contents.end());
+    return contents;
+}
+
+/// Runs work(0) to work(count - 1) in threads that all live until the last is done, so that no two have one number.
+template <typename Work>
+void RunInThreads(int count, Work work) {
+    std::atomic<int> done{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < count; ++i) {
+        threads.emplace_back([i, count, work, &done] {
+            work(i);
+            for (++done; done < count;) {
+                std::this_thread::yield();
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+TEST_F(ScoringLogThreads, EachThreadWritesAFileOfItsOwn) {
+    constexpr int kThreads = 8;
+    Configure("trace_leve,1\n");
+    ScoringLog::GetInstance();
+    RunInThreads(kThreads, [](int thread) {
+        for (int line = 0; line < 200; ++line) {
+            ScoringLog::GetInstance()->TraceText(1, "thread %d line %d", thread, line);
+        }
+    });
+    std::vector<std::string> expected;
+    for (int thread = 0; thread < kThreads; ++thread) {
+        expected.push_back(LinesOf(thread));
+    }
+    EXPECT_EQ(AllWritten(LogFolder()), expected);
 }
 
 TEST_F(ScoringLogThreads, FirstUseMayRace) {
     Configure("trace_leve,1\n");
     for (int round = 0; round < 20; ++round) {
         delete ScoringLog::GetInstance();
+        files::remove_all(LogFolder());
         std::vector<ScoringLog*> seen(4);
-        std::vector<std::thread> threads;
-        for (ScoringLog*& place : seen) {
-            threads.emplace_back([&place] {
-                place = ScoringLog::GetInstance();
-                place->TraceText(1, "line");
-            });
-        }
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
+        RunInThreads(4, [&seen](int thread) {
+            seen[thread] = ScoringLog::GetInstance();
+            seen[thread]->TraceText(1, "line of %d", thread);
+        });
         EXPECT_EQ(std::set<ScoringLog*>(seen.begin(), seen.end()).size(), 1U);
         EXPECT_EQ(seen.front(), ScoringLog::GetInstance());
+        EXPECT_EQ(AllWritten(LogFolder()),
+                  (std::vector<std::string>{"line of 0\n", "line of 1\n", "line of 2\n", "line of 3\n"}));
     }
 }
 

@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 #include <thread>
 #include <vector>
@@ -101,26 +103,49 @@ TEST(FactoryThreads, TakeTheNamesOfOneCallForTheProcess) {
     ModelFactory::Terminate();
 }
 
+/// All failing calls, and then a good one.
+void FailAndBuild() {
+    for (const FailingCall& failing : kFailing) {
+        EXPECT_THROW(failing.call(), VTException);
+    }
+    Build(Pmml("<TreeModel/>"), {"TreeModel"});
+}
+
+/// The contents of all trace files below a folder.
+std::vector<std::string> Traces(const TemporaryFolder& folder) {
+    std::vector<std::string> traces;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path())) {
+        if (entry.path().extension() == ".log") {
+            std::ostringstream text;
+            text << std::ifstream(entry.path()).rdbuf();
+            traces.push_back(text.str());
+        }
+    }
+    return traces;
+}
+
 TEST(FactoryThreads, WriteATraceOfTheirOwnEach) {
     const TemporaryFolder folder;
-    folder.Write("sc.cfg", "trace_leve,1\n");
+    folder.Write("sc.cfg", "trace_leve,2\n");
+    FailAndBuild();
+    const std::vector<std::string> alone = Traces(folder);
+    ASSERT_EQ(alone.size(), 1U);
+    EXPECT_NE(alone.front().find("Make Model End."), std::string::npos);
     std::vector<std::thread> threads;
+    std::atomic<int> done{0};
     for (int i = 0; i < kThreads; ++i) {
-        threads.emplace_back([] {
-            for (const FailingCall& failing : kFailing) {
-                EXPECT_THROW(failing.call(), VTException);
+        threads.emplace_back([&done] {
+            FailAndBuild();
+            // All of them live until the last is done, so that no two have one number.
+            for (++done; done < kThreads;) {
+                std::this_thread::yield();
             }
-            Build(Pmml("<TreeModel/>"), {"TreeModel"});
         });
     }
     for (std::thread& thread : threads) {
         thread.join();
     }
-    int files = 0;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path())) {
-        files += entry.path().extension() == ".log" ? 1 : 0;
-    }
-    EXPECT_EQ(files, kThreads);
+    EXPECT_EQ(Traces(folder), std::vector<std::string>(kThreads + 1, alone.front()));
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "support/allocations.h"
 
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMUserDataHandler.hpp>
 #include <xercesc/dom/impl/DOMDeepNodeListImpl.hpp>
 #include <xercesc/dom/impl/DOMElementImpl.hpp>
 #include <xercesc/parsers/AbstractDOMParser.hpp>
@@ -29,6 +31,25 @@ std::atomic<int> gScans{0};
 
 /// Derives from nothing that could be caught by a name.
 struct UnknownFault {};
+
+std::atomic<int> gDocumentsMade{0};
+std::atomic<int> gDocumentsGone{0};
+
+/// Is told when a document goes.
+class DocumentWatcher : public xercesc::DOMUserDataHandler {
+public:
+    void handle(DOMOperationType operation, const XMLCh*, void*, const xercesc::DOMNode*, xercesc::DOMNode*) override {
+        gDocumentsGone += operation == NODE_DELETED ? 1 : 0;
+    }
+};
+
+void WatchDocument(xercesc::DOMDocument* document) {
+    static DocumentWatcher watcher;
+    if (document != nullptr) {
+        ++gDocumentsMade;
+        document->setUserData(u"veltrane-tests-watcher", &watcher, &watcher);
+    }
+}
 
 /// The parser's own operation. `name` is its mangled name behind that of the parser's namespace.
 template <typename Function>
@@ -60,6 +81,10 @@ int ScansBegun() {
 
 int PlatformsStarted() {
     return gStarted;
+}
+
+Documents DocumentsSoFar() {
+    return {gDocumentsMade, gDocumentsGone};
 }
 
 } // namespace veltrane::tests
@@ -111,7 +136,13 @@ VELTRANE_IN_FRONT void AbstractDOMParser::parse(const InputSource& source) {
     if (gFault == XmlFault::kParseFails) {
         throw RuntimeException(__FILE__, __LINE__, XMLExcepts::CPtr_PointerIsZero);
     }
-    real(this, source);
+    try {
+        real(this, source);
+    } catch (...) {
+        veltrane::tests::WatchDocument(getDocument());
+        throw;
+    }
+    veltrane::tests::WatchDocument(getDocument());
 }
 
 VELTRANE_IN_FRONT void SAX2XMLReaderImpl::parse(const InputSource& source) {

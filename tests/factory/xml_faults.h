@@ -39,6 +39,14 @@ int ScansBegun();
 /// How often the XML platform was started, and ended, less the other.
 int PlatformsStarted();
 
+/// The documents that parsers have made, well-formed or not, and how many of them are gone: a document goes with its
+/// parser, unless somebody takes it.
+struct Documents {
+    int made = 0;
+    int gone = 0;
+};
+Documents DocumentsSoFar();
+
 } // namespace veltrane::tests
 
 #endif

@@ -5,35 +5,28 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
-
 // Plug-ins call these interfaces by their places in the virtual table; the two destructors stand first.
 namespace MCVeltrane_900 {
 namespace {
 
-/// Whether the operations stand in this order behind the destructors.
-template <typename... Members>
-bool AreInOrder(Members... members) {
-    std::size_t next = 2;
-    return ((veltrane::tests::VtableSlot(members) == next++) && ...);
-}
+using veltrane::tests::ExpectInOrder;
 
 TEST(PredicateVirtualOrder, ScorePredicate) {
     using T = ScorePredicate;
     using Encoded = T::PredicateResult (T::*)(const std::vector<double>&) const;
     using Records = T::PredicateResult (T::*)(const ScoreCaseRecord*, const ScoreCaseRecord*) const;
-    EXPECT_TRUE(AreInOrder(&T::Clone, static_cast<Encoded>(&T::Evaluate), static_cast<Records>(&T::Evaluate),
-                           &T::GetPredType, &T::IsDerivedPredictor, &T::SetSplit, &T::GetSplit, &T::Display));
+    ExpectInOrder(&T::Clone, static_cast<Encoded>(&T::Evaluate), static_cast<Records>(&T::Evaluate), &T::GetPredType,
+                  &T::IsDerivedPredictor, &T::SetSplit, &T::GetSplit, &T::Display);
 }
 
 TEST(PredicateVirtualOrder, ScoreSplitVar) {
     using T = ScoreSplitVar;
     using ByNumber = int (T::*)(double) const;
     using ByValue = int (T::*)(const ScoreValue*) const;
-    EXPECT_TRUE(AreInOrder(&T::Clone, &T::SetSplitVar, &T::SetMissvalMap, &T::GetSplitVar, &T::GetSplitName,
-                           &T::GetSplitLabel, &T::GetSplitType, &T::GetSplitVarType, &T::GetSplitMLevel,
-                           &T::GetMissvalMap, static_cast<ByNumber>(&T::GetSplitChildIndex),
-                           static_cast<ByValue>(&T::GetSplitChildIndex), &T::Display));
+    ExpectInOrder(&T::Clone, &T::SetSplitVar, &T::SetMissvalMap, &T::GetSplitVar, &T::GetSplitName, &T::GetSplitLabel,
+                  &T::GetSplitType, &T::GetSplitVarType, &T::GetSplitMLevel, &T::GetMissvalMap,
+                  static_cast<ByNumber>(&T::GetSplitChildIndex), static_cast<ByValue>(&T::GetSplitChildIndex),
+                  &T::Display);
 }
 
 } // namespace
