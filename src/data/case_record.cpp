@@ -8,7 +8,6 @@ namespace MCVeltrane_900 {
 
 using veltrane::data::IsDateTime;
 using veltrane::data::IsNumber;
-using veltrane::data::IsText;
 using veltrane::data::PutDateTime;
 using veltrane::data::PutNumber;
 using veltrane::data::PutText;
@@ -38,11 +37,7 @@ bool CaseRecord::SetValue(int index, const std::string& text) {
         slot = new StringValue(text);
         return true;
     }
-    if (!IsText(*slot)) {
-        return false;
-    }
-    PutText(*slot, text);
-    return true;
+    return PutText(*slot, text);
 }
 
 bool CaseRecord::SetValue(int index, double value, ScoreDictVar::DateTimeType type) {
@@ -54,11 +49,7 @@ bool CaseRecord::SetValue(int index, double value, ScoreDictVar::DateTimeType ty
         slot = new DateTimeValue(value, type);
         return true;
     }
-    if (!IsDateTime(*slot)) {
-        return false;
-    }
-    PutDateTime(*slot, value, type);
-    return true;
+    return PutDateTime(*slot, value, type);
 }
 
 bool CaseRecord::SetValue(int index, double value) {
@@ -70,11 +61,7 @@ bool CaseRecord::SetValue(int index, double value) {
         slot = new NumericValue(value);
         return true;
     }
-    if (!IsNumber(*slot)) {
-        return false;
-    }
-    PutNumber(*slot, value);
-    return true;
+    return PutNumber(*slot, value);
 }
 
 bool CaseRecord::SetValue(const std::string& name, const std::string& text) {
@@ -94,9 +81,9 @@ bool CaseRecord::SetMissingValue(int index) {
     }
     ScoreValue& value = *fValues.Items()[index];
     if (IsNumber(value) || IsDateTime(value)) {
-        PutNumber(value, NumericValue::GetSysmisValue());
+        veltrane::data::ReplaceNumber(value, NumericValue::GetSysmisValue());
     } else {
-        PutText(value, std::string());
+        veltrane::data::ReplaceText(value, std::string());
     }
     return true;
 }

@@ -20,7 +20,7 @@ ScoreValue* PlusInfinity() {
 /// A missing number as a lower bound means that there is none.
 void OpenMissingBound(ScoreValue& bound) {
     if (bound.IsSystemMissingValue() && IsNumber(bound)) {
-        veltrane::data::PutNumber(bound, -NumericValue::GetInfinity());
+        veltrane::data::ReplaceNumber(bound, -NumericValue::GetInfinity());
     }
 }
 

@@ -38,15 +38,9 @@ bool ResultField::SetResultValue(const std::string& name, const ScoreValue* valu
     if (stored->GetType() != value->GetType()) {
         return false;
     }
-    if (veltrane::data::IsText(*stored)) {
-        veltrane::data::PutText(*stored, value->GetString());
-        return true;
-    }
-    if (veltrane::data::IsNumber(*stored)) {
-        veltrane::data::PutNumber(*stored, value->GetDouble());
-        return true;
-    }
-    return false;
+    // The text of a value is asked for where it is needed only.
+    return veltrane::data::IsText(*stored) ? veltrane::data::PutText(*stored, value->GetString())
+                                           : veltrane::data::PutNumber(*stored, value->GetDouble());
 }
 
 bool ResultField::SetResultValue(const std::string& name, const std::string& text) {
@@ -55,11 +49,7 @@ bool ResultField::SetResultValue(const std::string& name, const std::string& tex
         stored = new StringValue(text);
         return true;
     }
-    if (!veltrane::data::IsText(*stored)) {
-        return false;
-    }
-    veltrane::data::PutText(*stored, text);
-    return true;
+    return veltrane::data::PutText(*stored, text);
 }
 
 bool ResultField::SetResultValue(const std::string& name, double value) {
@@ -68,11 +58,7 @@ bool ResultField::SetResultValue(const std::string& name, double value) {
         stored = new NumericValue(value);
         return true;
     }
-    if (!veltrane::data::IsNumber(*stored)) {
-        return false;
-    }
-    veltrane::data::PutNumber(*stored, value);
-    return true;
+    return veltrane::data::PutNumber(*stored, value);
 }
 
 ScoreResultField::ResultFeature ResultField::GetResultType(const std::string&) const {

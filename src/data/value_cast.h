@@ -27,10 +27,11 @@ inline bool IsDateTime(const MCVeltrane_900::ScoreValue& value) {
     return value.GetType() == MCVeltrane_900::ScoreValue::DATETIME_VALUE;
 }
 
-/// Whether a value is of exactly this class.
+/// Whether a value is of exactly this class. Nearly always the addresses tell.
 template <typename Class>
 bool IsPlain(const MCVeltrane_900::ScoreValue& value) {
-    return typeid(value) == typeid(Class);
+    const std::type_info& type = typeid(value);
+    return &type == &typeid(Class) || type == typeid(Class);
 }
 
 /// The value as one of its base classes; null when it isn't derived from that. The library's own class is found
@@ -50,7 +51,7 @@ inline const MCVeltrane_900::DateTimeValue* FindDateTime(const MCVeltrane_900::S
 }
 
 /// Replaces the number of a value that reports NUMERIC_VALUE or DATETIME_VALUE, the stored one where it is ours.
-inline void PutNumber(MCVeltrane_900::ScoreValue& value, double number) {
+inline void ReplaceNumber(MCVeltrane_900::ScoreValue& value, double number) {
     if (auto* own = As<MCVeltrane_900::NumericValue>(value)) {
         own->SetDoubleValue(number);
     } else if (IsDateTime(value)) {
@@ -63,7 +64,7 @@ inline void PutNumber(MCVeltrane_900::ScoreValue& value, double number) {
 }
 
 /// Replaces the text of a value; the stored length of a StringValue stays.
-inline void PutText(MCVeltrane_900::ScoreValue& value, const std::string& text) {
+inline void ReplaceText(MCVeltrane_900::ScoreValue& value, const std::string& text) {
     if (auto* own = As<MCVeltrane_900::StringValue>(value)) {
         own->SetString(text);
     } else {
@@ -72,15 +73,46 @@ inline void PutText(MCVeltrane_900::ScoreValue& value, const std::string& text) 
     }
 }
 
-/// Replaces the content of a value that reports DATETIME_VALUE by a number of the given storage type.
-inline void PutDateTime(MCVeltrane_900::ScoreValue& value, double number,
+/// Replaces the number of a value that reports NUMERIC_VALUE.
+/// @return false, and no change, for a value of another kind
+inline bool PutNumber(MCVeltrane_900::ScoreValue& value, double number) {
+    if (IsPlain<MCVeltrane_900::NumericValue>(value)) {
+        static_cast<MCVeltrane_900::NumericValue&>(value).SetDoubleValue(number);
+        return true;
+    }
+    const bool isNumber = IsNumber(value);
+    if (isNumber) {
+        ReplaceNumber(value, number);
+    }
+    return isNumber;
+}
+
+/// The same of a value that reports STRING_VALUE.
+inline bool PutText(MCVeltrane_900::ScoreValue& value, const std::string& text) {
+    if (IsPlain<MCVeltrane_900::StringValue>(value)) {
+        static_cast<MCVeltrane_900::StringValue&>(value).SetString(text);
+        return true;
+    }
+    const bool isText = IsText(value);
+    if (isText) {
+        ReplaceText(value, text);
+    }
+    return isText;
+}
+
+/// The same of a value that reports DATETIME_VALUE, by a number of the given storage type.
+inline bool PutDateTime(MCVeltrane_900::ScoreValue& value, double number,
                         MCVeltrane_900::ScoreDictVar::DateTimeType type) {
+    if (!IsDateTime(value)) {
+        return false;
+    }
     if (auto* own = As<MCVeltrane_900::DateTimeValue>(value)) {
         own->SetDateTimeValue(number, type);
     } else {
         const MCVeltrane_900::DateTimeValue source(number, type);
         value.SetValue(&source);
     }
+    return true;
 }
 
 /// Casts without a look at the object, for values that the library made itself.

@@ -28,7 +28,7 @@ bool ValueIndex::ChangeKey(const ScoreValue& value, Change change) {
             change(fDateTimes, moment);
         }
     } else if (IsPlain<StringValue>(value)) {
-        change(fTexts, ValueText(value).View());
+        change(fTexts, SeenText(ValueText(value).View()));
     } else {
         return false;
     }

@@ -76,6 +76,9 @@ public:
     }
 
 private:
+    /// The form in which equal texts are the same.
+    static std::string_view Trimmed(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
+
     /// What the operator of a date-time compares: the number inside, which its GetDouble() may show in another unit,
     /// and the kind.
     struct Moment {
@@ -92,35 +95,59 @@ private:
             return order != 0 ? order : left.kind < right.kind ? -1 : left.kind > right.kind;
         }
     };
+    /// A text in the form that equal ones share, and its own size.
+    struct SeenText {
+        explicit SeenText(std::string_view text) : trimmed(Trimmed(text)), size(text.size()) {}
+        SeenText(std::string_view key, std::size_t fullSize) : trimmed(key), size(fullSize) {}
+        std::string_view trimmed;
+        std::size_t size;
+    };
+    struct KeptText {
+        explicit KeptText(const SeenText& text) : trimmed(text.trimmed), size(text.size) {}
+        explicit operator SeenText() const { return {trimmed, size}; }
+        std::string trimmed;
+        std::size_t size;
+    };
     /// Equal texts in a row, and among them those with as many trailing blanks.
     struct CompareTexts {
-        int operator()(std::string_view left, std::string_view right) const {
-            const int order = Trimmed(left).compare(Trimmed(right));
-            return order != 0 ? order : left.size() < right.size() ? -1 : left.size() > right.size();
+        int operator()(const SeenText& left, const SeenText& right) const {
+            const int order = left.trimmed.compare(right.trimmed);
+            return order != 0 ? order : left.size < right.size ? -1 : left.size > right.size;
         }
     };
 
     /// Calls search(places, from, isNear) with the keys that the asked value can be equal to.
     template <typename Search>
     void Near(const MCVeltrane_900::ScoreValue& asked, Search search) const {
-        if (IsNumber(asked)) {
-            const double number = asked.GetDouble();
-            if (std::isfinite(number)) { // an infinity is equal to nothing
-                const double window = std::abs(number) * kWindow;
-                search(fNumbers, number - window, [last = number + window](double key) { return key <= last; });
+        switch (asked.GetType()) {
+        case MCVeltrane_900::ScoreValue::NUMERIC_VALUE:
+            NearNumber(asked.GetDouble(), search);
+            break;
+        case MCVeltrane_900::ScoreValue::STRING_VALUE:
+            NearText(Trimmed(ValueText(asked).View()), search);
+            break;
+        case MCVeltrane_900::ScoreValue::DATETIME_VALUE:
+            if (const MCVeltrane_900::DateTimeValue* dateTime = FindDateTime(asked)) {
+                const Moment moment = MomentOf(*dateTime);
+                search(fDateTimes, moment, [moment](const Moment& near) { return !CompareMoments()(near, moment); });
             }
-        } else if (IsText(asked)) {
-            const ValueText text(asked);
-            search(fTexts, Trimmed(text.View()),
-                   [key = Trimmed(text.View())](std::string_view near) { return Trimmed(near) == key; });
-        } else if (const MCVeltrane_900::DateTimeValue* dateTime = FindDateTime(asked)) {
-            const Moment moment = MomentOf(*dateTime);
-            search(fDateTimes, moment, [moment](const Moment& near) { return !CompareMoments()(near, moment); });
+            break;
         }
     }
 
-    /// The form in which equal texts are the same.
-    static std::string_view Trimmed(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
+    /// An infinity is equal to nothing.
+    template <typename Search>
+    void NearNumber(double number, Search& search) const {
+        if (std::isfinite(number)) {
+            const double window = std::abs(number) * kWindow;
+            search(fNumbers, number - window, [last = number + window](double key) { return key <= last; });
+        }
+    }
+
+    template <typename Search>
+    void NearText(std::string_view key, Search& search) const {
+        search(fTexts, SeenText(key, 0), [key](const SeenText& near) { return near.trimmed == key; });
+    }
 
     static Moment MomentOf(const MCVeltrane_900::DateTimeValue& value) {
         return {value.NumericValue::GetDouble(), value.GetDateTimeType()};
@@ -135,7 +162,7 @@ private:
 
     Places<double, double, CompareNumbers> fNumbers;
     Places<Moment, Moment, CompareMoments> fDateTimes;
-    Places<std::string, std::string_view, CompareTexts> fTexts;
+    Places<KeptText, SeenText, CompareTexts> fTexts;
     std::vector<int> fOthers;
     bool fHoldsNaN = false;
 };
