@@ -14,10 +14,11 @@ namespace MCVeltrane_900 {
 /// encoders depend on their exact results. No operation throws. A value carries no lock: it may be read from several
 /// threads while nobody writes it.
 ///
-/// A host may bring classes of its own, derived from this one or from a concrete one, and report any kind. The kind says
-/// how a value is treated; it is no promise about the class. What isn't derived from the class of its kind is read
+/// A host may bring classes of its own, derived from this one or from a concrete one, and report any kind. The kind
+/// says how a value is treated; it is no promise about the class. What isn't derived from the class of its kind is read
 /// through this interface alone, and written through SetValue() with a value of the library's class for that kind. Only
-/// a date-time has more than the interface shows: one of a foreign class equals no DateTimeValue and has no kind of date.
+/// a date-time has more than the interface shows: one of a foreign class equals no DateTimeValue and has no kind of
+/// date.
 class VELTRANE_API ScoreValue {
 public:
     /// The kind of a value. The gaps are reserved.

@@ -14,8 +14,8 @@ bool OpenForReading(std::ifstream& stream, const std::string& path,
 /// Reads a model-list file: names separated by blanks, commas, tabs and line ends, in the order of the search, doubled
 /// names kept. A line of 32767 or more characters gives its first 32766 and ends the reading.
 ///
-/// The file is read as the system's text files are. On Windows a line ends in CR LF or LF; elsewhere only in LF, and a CR
-/// before it belongs to the last name of its line, which no document then asks for.
+/// The file is read as the system's text files are. On Windows a line ends in CR LF or LF; elsewhere only in LF, and a
+/// CR before it belongs to the last name of its line, which no document then asks for.
 /// @param file  path; empty stands for "modeldll.txt" in the working directory
 /// @param names replaced
 /// @throws VTException 260103 with the path when the file can't be opened; `names` is then empty
