@@ -36,6 +36,7 @@ bool LabelPlaces::IsTrue(const List& labels) const {
 void LabelPlaces::Add(ScoreValueLabel& element) {
     const int place = static_cast<int>(elements.size());
     elements.push_back(&element);
+    order.push_back(place);
     if (const ValueLbl* label = AsPlain(element)) {
         Marks::Mark(Marks::Of(*label));
         Marks::MarkValue(label->GetValue());
@@ -45,12 +46,14 @@ void LabelPlaces::Add(ScoreValueLabel& element) {
     }
 }
 
-void LabelPlaces::Remove(int place) {
+int LabelPlaces::Remove(int place) {
     if (const ValueLbl* label = AsPlain(*elements[place])) {
         values.Remove(place, label->GetValue());
     } else {
         values.RemoveOther(place);
     }
+    const auto position = std::lower_bound(order.begin(), order.end(), place);
+    return static_cast<int>(order.erase(position) - order.begin());
 }
 
 } // namespace veltrane::data

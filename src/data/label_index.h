@@ -19,11 +19,14 @@ struct LabelPlaces {
     bool IsTrue(const List& labels) const;
 
     void Add(MCVeltrane_900::ScoreValueLabel& label);
-    void Remove(int place);
+    /// @return the position that the list has for this place
+    int Remove(int place);
 
     /// Whether so many labels have been taken out that it's time for a new index.
     bool IsWorn(std::size_t size) const { return elements.size() > 2 * size + 64; }
 
+    /// The places in the order of the list.
+    std::vector<int> order;
     /// What stands at a place, or stood there: places aren't given twice.
     std::vector<MCVeltrane_900::ScoreValueLabel*> elements;
     ValueIndex values;

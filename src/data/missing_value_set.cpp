@@ -91,8 +91,7 @@ std::vector<ScoreValueRange*> MissingValueSet::TakeOut(const ScoreValueRange& ra
     });
     for (const int place : found) {
         taken.push_back(places->elements[place]);
-        places->Remove(place);
-        ranges.erase(std::find(ranges.begin(), ranges.end(), taken.back()));
+        ranges.erase(ranges.begin() + places->Remove(place));
     }
     if (places->IsWorn(ranges.size())) {
         MakeIndex();

@@ -35,6 +35,7 @@ bool RangePlaces::IsTrue(const List& ranges) const {
 void RangePlaces::Add(ScoreValueRange& element) {
     const int place = static_cast<int>(elements.size());
     elements.push_back(&element);
+    order.push_back(place);
     const Range* range = AsPlain(element);
     if (!range) {
         byMin.AddOther(place);
@@ -54,7 +55,13 @@ void RangePlaces::Add(ScoreValueRange& element) {
     }
 }
 
-void RangePlaces::Remove(int place) {
+int RangePlaces::Remove(int place) {
+    RemoveKeys(place);
+    const auto position = std::lower_bound(order.begin(), order.end(), place);
+    return static_cast<int>(order.erase(position) - order.begin());
+}
+
+void RangePlaces::RemoveKeys(int place) {
     const Range* range = AsPlain(*elements[place]);
     if (!range) {
         byMin.RemoveOther(place);

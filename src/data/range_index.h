@@ -20,7 +20,8 @@ struct RangePlaces {
     bool IsTrue(const List& ranges) const;
 
     void Add(MCVeltrane_900::ScoreValueRange& element);
-    void Remove(int place);
+    /// @return the position that the list has for this place
+    int Remove(int place);
 
     /// Whether so many ranges have been taken out that it's time for a new index.
     bool IsWorn(std::size_t size) const { return elements.size() > 2 * size + 64; }
@@ -40,6 +41,8 @@ struct RangePlaces {
         }
     }
 
+    /// The places in the order of the list.
+    std::vector<int> order;
     /// What stands at a place, or stood there: places aren't given twice.
     std::vector<MCVeltrane_900::ScoreValueRange*> elements;
     /// By the bounds, which equal ranges have in common.
@@ -51,6 +54,8 @@ struct RangePlaces {
     IntervalIndex intervals;
 
 private:
+    void RemoveKeys(int place);
+
     static bool HasMoreThan(int limit, const ValueIndex& index, const MCVeltrane_900::ScoreValue& bound) {
         int count = 0;
         return index.SearchUntil(bound, [&count, limit](int) { return ++count > limit; });

@@ -69,8 +69,7 @@ bool ValueLabelSet::Remove(const ScoreValueLabel* label) {
         return false;
     }
     const ScoreValueLabel* doomed = places->elements[place];
-    places->Remove(place);
-    labels.erase(std::find(labels.begin(), labels.end(), doomed));
+    labels.erase(labels.begin() + places->Remove(place));
     delete doomed;
     if (places->IsWorn(labels.size())) {
         MakeIndex();
