@@ -12,6 +12,12 @@ using namespace MCVeltrane_900;
 
 namespace {
 
+#ifdef NDEBUG
+constexpr bool kChecksLayout = false;
+#else
+constexpr bool kChecksLayout = true;
+#endif
+
 constexpr int kTargetPlace = std::numeric_limits<int>::max();
 
 } // namespace
@@ -144,8 +150,14 @@ int Inputs::WatchTarget() {
 bool Inputs::Read(const ScoreCaseRecord& record) {
     fCase = &record;
     fRefused = nullptr;
+    fMoved = nullptr;
     if (record.Size() != fLayoutSize) {
         FindPositions(record);
+    } else if (kChecksLayout) {
+        fMoved = FindMoved(record);
+        if (fMoved != nullptr) {
+            return false;
+        }
     }
     const bool isScorable = ReadInputs(record);
     if (fDerived != nullptr) {
@@ -163,6 +175,17 @@ void Inputs::FindPositions(const ScoreCaseRecord& record) {
         fTarget.position = record.GetIndex(fTarget.name);
     }
     fLayoutSize = record.Size();
+}
+
+/// The first field that a record has at another position than the one that was looked up; null for none.
+const Inputs::Source* Inputs::FindMoved(const ScoreCaseRecord& record) const {
+    for (const Source& source : fInputs) {
+        if (record.GetIndex(source.name) != source.position) {
+            return &source;
+        }
+    }
+    const bool targetMoved = fTargetWatched && record.GetIndex(fTarget.name) != fTarget.position;
+    return targetMoved ? &fTarget : nullptr;
 }
 
 bool Inputs::ReadInputs(const ScoreCaseRecord& record) {

@@ -80,7 +80,7 @@ public:
     /// Reads a case and computes its derived fields.
     ///
     /// The positions of the fields are looked up in the first case, and again when the size of the record changes: all
-    /// records of one size have to have the same layout.
+    /// records of one size have to have the same layout. A debug build looks, and refuses a record of another one.
     /// @return false for a case with a value that the mining schema refuses
     bool Read(const MCVeltrane_900::ScoreCaseRecord& record);
 
@@ -89,6 +89,9 @@ public:
     /// case has to be there still.
     /// @param lacking the slot without which the model predicts nothing; kNoSlot for none
     UnscoredReason WhyUnscored(int lacking);
+
+    /// Whether the case that was read last was refused for its layout. It has no default prediction: the host is wrong.
+    bool HasOtherLayout() const { return fMoved != nullptr; }
 
     const FieldValue& operator[](int slot) const { return fValues[static_cast<std::size_t>(slot)]; }
 
@@ -118,6 +121,7 @@ private:
     Source& SourceOf(int slot);
     const Source& SourceOf(int slot) const;
     void FindPositions(const MCVeltrane_900::ScoreCaseRecord& record);
+    const Source* FindMoved(const MCVeltrane_900::ScoreCaseRecord& record) const;
     bool ReadInputs(const MCVeltrane_900::ScoreCaseRecord& record);
     const MCVeltrane_900::ScoreValue* RawValueOf(const Source& source) const;
     UnscoredReason WhyInputLacks(const Source& source) const;
@@ -141,6 +145,7 @@ private:
     const MCVeltrane_900::ScoreCaseRecord* fDerivedRecord = nullptr;
     int fLayoutSize = -1;
     const MCVeltrane_900::ScoreCaseRecord* fCase = nullptr; ///< that was read last, for as long as it is scored
+    const Source* fMoved = nullptr;                         ///< of it, a field at another position; debug builds look
     const Source* fRefused = nullptr;                       ///< of it, the first field whose value is refused
     std::shared_ptr<Explanations> fExplanations;            ///< made with the first one
 };

@@ -45,6 +45,9 @@ UnscoredReason Inputs::WhyUnscored(int lacking) {
         fExplanations->derived =
             PlacesOf(fDerived == nullptr ? std::vector<std::string>() : fDerived->GetDerivedVarNames());
     }
+    if (fMoved != nullptr) {
+        return {UnscoredReason::OTHER_LAYOUT, PlaceOf(fMoved->name, fExplanations->fields)};
+    }
     if (fRefused != nullptr) {
         return WhyInputLacks(*fRefused);
     }

@@ -170,7 +170,7 @@ MCScore::MCStatus Model::PredictDefault(ScoreResult& result) {
     fPrediction.Clear(fLayout->categories.size());
     Clear(result);
     MCScore::MCStatus status = NoPrediction();
-    if (GetMissingValuePolicy() == MV_DEFAULT_PREDICTION) {
+    if (GetMissingValuePolicy() == MV_DEFAULT_PREDICTION && !fInputs->HasOtherLayout()) {
         status = fTarget->IsOwn() ? TakeOwnDefault(result) : HandleMissingValue(&result);
         TakeDefault(result);
     }

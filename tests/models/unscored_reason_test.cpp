@@ -5,6 +5,7 @@
 #include "models/small_tree.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
+#include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/StringValue.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
@@ -186,6 +187,27 @@ TEST(UnscoredReasonOfATree, IsTheFieldOfSeveralNodesWithoutWeight) {
         document = Replaced(document, count, "recordCount=\"0\"");
     }
     EXPECT_EQ(ReasonOf(document, {{"x", "1"}}), "c is missing");
+}
+
+TEST(RecordLayout, OfAnotherOneIsRefusedWhereTheKitLooks) {
+#ifdef NDEBUG
+    GTEST_SKIP() << "only a debug build looks at the layout of every record";
+#else
+    Scored scored(kSmallRegression);
+    CaseRecord first;
+    first.Add("x", new NumericValue(2));
+    first.Add("z", new NumericValue(3));
+    CaseRecord swapped;
+    swapped.Add("z", new NumericValue(3));
+    swapped.Add("x", new NumericValue(2));
+    ASSERT_TRUE(scored.Model().Score(&first, &scored.Result()).IsOK());
+    const MCScore::MCStatus status = scored.Model().Score(&swapped, &scored.Result());
+    EXPECT_EQ(status.GetErrorCode(), 90027);
+    EXPECT_EQ(UnscoredReason::ReadFrom(status).kind, UnscoredReason::OTHER_LAYOUT);
+    EXPECT_EQ(UnscoredReason::ReadFrom(status).place, 1);
+    EXPECT_EQ(scored.Result().GetResultValue(), nullptr);
+    EXPECT_TRUE(scored.Model().Score(&first, &scored.Result()).IsOK());
+#endif
 }
 
 } // namespace
