@@ -14,6 +14,10 @@ std::string ModelSamplesFolder() {
     return TestsFolder() + "/models/samples";
 }
 
+std::string OwnDocumentsFolder() {
+    return TestsFolder() + "/documents";
+}
+
 std::string CasesFolder() {
     return TestsFolder() + "/../../shared/cases";
 }

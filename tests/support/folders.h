@@ -15,6 +15,10 @@ std::string SamplesFolder();
 /// tests/models/samples: the same for models.
 std::string ModelSamplesFolder();
 
+/// tests/documents: documents written for the tests in the shapes that modelling tools write, laid out as the real
+/// ones.
+std::string OwnDocumentsFolder();
+
 /// The folder of the real documents, which stand outside the tree and may be missing.
 std::string CasesFolder();
 

@@ -9,6 +9,7 @@ from host_command import COMMAND, PROJECT, HostTest
 LOAN = PROJECT / "examples" / "loan"
 CASES = PROJECT.parent / "shared" / "cases" / "transform"
 MODELS = PROJECT.parent / "shared" / "cases" / "models"
+OWN = PROJECT / "tests" / "documents"
 
 
 def close(text, expected):
@@ -46,13 +47,12 @@ class Model(HostTest):
                     "Default  3        3      -\nRisk     3        3      0\n", "")
 
 
-@unittest.skipUnless(CASES.is_dir(), f"the documents of open-source tools are not at {CASES}")
-class KnownAnswers(HostTest):
+class Answers(HostTest):
     def compare(self, name):
-        result = self.run_host("transform", CASES / f"{name}.pmml", CASES / f"{name}.csv", "--quiet")
+        result = self.run_host("transform", self.FOLDER / f"{name}.pmml", self.FOLDER / f"{name}.csv", "--quiet")
         self.expect(result, 0, err="")
         rows = list(csv.reader(result.stdout.decode().splitlines()))
-        with open(CASES / f"{name}.expected.csv", newline="") as file:
+        with open(self.FOLDER / f"{name}.expected.csv", newline="") as file:
             expected = list(csv.reader(file))
         self.assertEqual(rows[0], expected[0])
         self.assertEqual(len(rows), len(expected))
@@ -61,8 +61,17 @@ class KnownAnswers(HostTest):
                 self.assertTrue(close(cell, answer), f"{name}, line {line}, {column}: {cell}, not {answer}")
 
 
-@unittest.skipUnless(MODELS.is_dir(), f"the models of open-source tools are not at {MODELS}")
-class KnownPredictions(HostTest):
+@unittest.skipUnless(CASES.is_dir(), "the real documents are not at ../shared/cases")
+class KnownAnswers(Answers):
+    FOLDER = CASES
+
+
+class OwnAnswers(Answers):
+    """Documents of the shapes that the tools write, whose answers were computed apart."""
+    FOLDER = OWN / "transform"
+
+
+class Predictions(HostTest):
     """The tools printed their answers with 6 to 15 digits. The first column is the predicted value. A document of a kind
     for which there is no plug-in is refused as one, until there is."""
 
@@ -70,7 +79,7 @@ class KnownPredictions(HostTest):
     NO_MODELS = {"Header", "MiningBuildTask", "DataDictionary", "TransformationDictionary", "Extension"}
 
     def kind(self, name):
-        root = ElementTree.parse(MODELS / f"{name}.pmml").getroot()
+        root = ElementTree.parse(self.FOLDER / f"{name}.pmml").getroot()
         return next(tag for tag in (child.tag.split("}")[-1] for child in root) if tag not in self.NO_MODELS)
 
     def compare(self, name):
@@ -80,14 +89,14 @@ class KnownPredictions(HostTest):
             self.compare_answers(name)
 
     def refuses(self, name):
-        result = self.expect(self.run_host("score", MODELS / f"{name}.pmml", MODELS / f"{name}.csv"), 1, "")
+        result = self.expect(self.run_host("score", self.FOLDER / f"{name}.pmml", self.FOLDER / f"{name}.csv"), 1, "")
         self.assertIn(b"veltrane: error 260301: Unsupported model: ", result.stderr)
 
     def compare_answers(self, name):
-        result = self.run_host("score", MODELS / f"{name}.pmml", MODELS / f"{name}.csv", "--quiet")
+        result = self.run_host("score", self.FOLDER / f"{name}.pmml", self.FOLDER / f"{name}.csv", "--quiet")
         self.expect(result, 0, err="")
         header, *rows = csv.reader(result.stdout.decode().splitlines())
-        with open(MODELS / f"{name}.expected.csv", newline="") as file:
+        with open(self.FOLDER / f"{name}.expected.csv", newline="") as file:
             wanted_header, *wanted_rows = csv.reader(file)
         self.assertEqual(len(rows), len(wanted_rows))
         places = [0] + [header.index(column) for column in wanted_header[1:]]
@@ -103,15 +112,25 @@ class KnownPredictions(HostTest):
             return cell == answer
 
 
-def add_known_answers(suite, paths):
+@unittest.skipUnless(MODELS.is_dir(), "the real documents are not at ../shared/cases")
+class KnownPredictions(Predictions):
+    FOLDER = MODELS
+
+
+class OwnPredictions(Predictions):
+    FOLDER = OWN / "models"
+
+
+def add_known_answers(suite):
+    paths = sorted(suite.FOLDER.glob("*.pmml"))
     for path in paths:
         setattr(suite, "test_" + path.stem.replace("-", "_"), lambda self, name=path.stem: self.compare(name))
     if not paths:
         suite.test_all = lambda self: None
 
 
-add_known_answers(KnownAnswers, sorted(CASES.glob("*.pmml")))
-add_known_answers(KnownPredictions, sorted(MODELS.glob("*.pmml")))
+for tests in (KnownAnswers, OwnAnswers, KnownPredictions, OwnPredictions):
+    add_known_answers(tests)
 
 if __name__ == "__main__":
     unittest.main()

@@ -132,12 +132,21 @@ class ToolDocument : public testing::TestWithParam<const char*> {};
 TEST_P(ToolDocument, GivesTheKnownAnswers) {
     const fs::path cases = fs::path(CasesFolder()) / "transform";
     if (!fs::exists(cases)) {
-        GTEST_SKIP() << "no documents of modelling tools in " << cases;
+        GTEST_SKIP() << "the real documents are not at ../shared/cases";
     }
     ExpectSample(cases / GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, ToolDocument, testing::Values("iris-scale", "ozone-scale"), TestName);
+
+class OwnDocument : public testing::TestWithParam<const char*> {};
+
+TEST_P(OwnDocument, GivesTheAnswersComputedApart) {
+    ExpectSample(fs::path(OwnDocumentsFolder()) / "transform" / GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(Documents, OwnDocument, testing::Values("grain-scale", "tide-minmax", "stall-components"),
+                         TestName);
 
 } // namespace
 } // namespace veltrane::tests
