@@ -83,8 +83,8 @@ public:
 
     /// Scores one case.
     ///
-    /// All records of one size that a model is given must have the same layout, every field at the same position: a model
-    /// may look positions up once, and its predictions for a record of another layout are wrong without a word.
+    /// All records of one size that a model is given must have the same layout, every field at the same position: a
+    /// model may look positions up once, and its predictions for a record of another layout are wrong without a word.
     /// @param record the case, borrowed for the call
     /// @param result filled with the outcome; made by CreateResult of the same model
     /// @return OK, or what kept the model from scoring the case; it never throws
