@@ -5,14 +5,17 @@ program=$1
 seconds=$2
 name=$(basename "$program" _fuzz)
 scratch=$(mktemp -d)
-seeds=fuzz/seeds/$name
-[ -d "$seeds" ] || seeds="tests/samples examples/predicates"
-# shellcheck disable=SC2086
-"$program" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -max_len=65536 -print_final_stats=1 \
-    -artifact_prefix="$scratch/" "$scratch" $seeds >"$scratch/log" 2>&1 || {
+
+# The words of the vocabularies, which no chance would put together.
+sed -n 's/^VELTRANE_TAG([A-Z0-9_a-z]*, \("[^"]*"\))$/\1/p' include/MCVeltrane_900/PMMLModelTags.def \
+    include/MCVeltrane_900/KORDModelTags.def | sort -u >"$scratch/words"
+
+mkdir "$scratch/found"
+"$program" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=1024 -max_len=8192 -print_final_stats=1 \
+    -dict="$scratch/words" -artifact_prefix="$scratch/" "$scratch/found" "fuzz/seeds/$name" >"$scratch/log" 2>&1 || {
     tail -n 60 "$scratch/log"
     echo "fuzz target $name failed; its input is in $scratch"
     exit 1
 }
-grep -E 'stat::number_of_executed_units|stat::peak_rss_mb' "$scratch/log" | sed "s/^/$name /"
+grep -E 'stat::number_of_executed_units|stat::average_exec_per_sec|stat::peak_rss_mb' "$scratch/log" | sed "s/^/$name /"
 rm -rf "$scratch"
