@@ -18,43 +18,44 @@ namespace veltrane::factory {
 
 /// Keeps an object to the end of the process.
 /// @param destroy deletes it; for fuzz targets
-void Keep(const void *object, void (*destroy)(const void *));
+void Keep(const void* object, void (*destroy)(const void*));
 
 /// Keeps an object to the end of the process without ever deleting it.
-template <typename Object> void KeepForever(const Object *object) {
-  Keep(object,
-       [](const void *kept) { delete static_cast<const Object *>(kept); });
+template <typename Object>
+void KeepForever(const Object* object) {
+    Keep(object, [](const void* kept) { delete static_cast<const Object*>(kept); });
 }
 
 /// Owns an object while a plug-in works with it. When the plug-in throws, the
 /// object is not deleted but kept to the end of the process, since what the
 /// plug-in has made may still refer to it.
-template <typename Object> class KeptOnFailure {
+template <typename Object>
+class KeptOnFailure {
 public:
-  explicit KeptOnFailure(Object *object) : fObject(object) {}
-  KeptOnFailure(const KeptOnFailure &) = delete;
-  KeptOnFailure &operator=(const KeptOnFailure &) = delete;
+    explicit KeptOnFailure(Object* object) : fObject(object) {}
+    KeptOnFailure(const KeptOnFailure&) = delete;
+    KeptOnFailure& operator=(const KeptOnFailure&) = delete;
 
-  ~KeptOnFailure() {
-    if (fObject != nullptr) {
-      KeepForever(fObject);
+    ~KeptOnFailure() {
+        if (fObject != nullptr) {
+            KeepForever(fObject);
+        }
     }
-  }
 
-  Object *operator->() const { return fObject; }
-  Object *Get() const { return fObject; }
+    Object* operator->() const { return fObject; }
+    Object* Get() const { return fObject; }
 
-  /// Gives the object back when all went well.
-  Object *Release() {
-    Object *object = fObject;
-    fObject = nullptr;
-    return object;
-  }
+    /// Gives the object back when all went well.
+    Object* Release() {
+        Object* object = fObject;
+        fObject = nullptr;
+        return object;
+    }
 
-  void Delete() { delete Release(); }
+    void Delete() { delete Release(); }
 
 private:
-  Object *fObject;
+    Object* fObject;
 };
 
 } // namespace veltrane::factory
