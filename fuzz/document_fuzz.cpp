@@ -10,17 +10,16 @@
 
 using namespace veltrane::fuzz;
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data,
-                                      std::size_t size) {
-  const Run run;
-  Dictionaries read;
-  MayFail([&] { ReadDictionaries(InputOf(data, size), read); });
-  if (read.derived != nullptr) {
-    Compute(*read.derived, *read.fields);
-  }
-  if (read.fields != nullptr) {
-    std::ostringstream text;
-    read.fields->Display(text);
-  }
-  return 0;
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const Run run;
+    Dictionaries read;
+    MayFail([&] { ReadDictionaries(InputOf(data, size), read); });
+    if (read.derived != nullptr) {
+        Compute(*read.derived, *read.fields);
+    }
+    if (read.fields != nullptr) {
+        std::ostringstream text;
+        read.fields->Display(text);
+    }
+    return 0;
 }

@@ -7,17 +7,18 @@
 namespace veltrane::fuzz {
 
 Run::Run() {
-  static const bool started =
-      (MCVeltrane_900::ModelFactory::Initialize(""), true);
-  static_cast<void>(started);
+    static const bool started = (MCVeltrane_900::ModelFactory::Initialize(""), true);
+    static_cast<void>(started);
 }
 
-Run::~Run() { MCVeltrane_900::FreeKept(); }
+Run::~Run() {
+    MCVeltrane_900::FreeKept();
+}
 
 void Require(bool condition) {
-  if (!condition) {
-    __builtin_trap();
-  }
+    if (!condition) {
+        __builtin_trap();
+    }
 }
 
 } // namespace veltrane::fuzz

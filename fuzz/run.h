@@ -14,33 +14,34 @@ namespace veltrane::fuzz {
 /// run has made may be left then.
 class Run {
 public:
-  Run();
-  ~Run();
-  Run(const Run &) = delete;
-  Run &operator=(const Run &) = delete;
+    Run();
+    ~Run();
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
 };
 
 /// The bytes of a run as small numbers; zeroes behind their end.
 struct Bytes {
-  const std::uint8_t *next;
-  const std::uint8_t *end;
+    const std::uint8_t* next;
+    const std::uint8_t* end;
 
-  bool AtEnd() const { return next == end; }
-  std::uint8_t Take() { return next < end ? *next++ : 0; }
-  /// A number below `bound`.
-  std::size_t Below(std::size_t bound) { return Take() % bound; }
+    bool AtEnd() const { return next == end; }
+    std::uint8_t Take() { return next < end ? *next++ : 0; }
+    /// A number below `bound`.
+    std::size_t Below(std::size_t bound) { return Take() % bound; }
 };
 
 /// Ends the run as a crash.
 void Require(bool condition);
 
 /// Runs what may fail in the catalogued way, and in no other.
-template <typename Action> void MayFail(Action action) {
-  try {
-    action();
-  } catch (const MCVeltrane_900::VTException &failure) {
-    Require(!failure.GetErrorMessage().empty());
-  }
+template <typename Action>
+void MayFail(Action action) {
+    try {
+        action();
+    } catch (const MCVeltrane_900::VTException& failure) {
+        Require(!failure.GetErrorMessage().empty());
+    }
 }
 
 } // namespace veltrane::fuzz
