@@ -122,5 +122,5 @@ step_docs() { make docs; }
 step_fuzz() {
     configure_and_build fuzz
     find build/fuzz/bin -name '*_fuzz' -type f | sort |
-        xargs -P "$jobs" -I{} fuzz/run_target.sh {} "${FUZZ_SECONDS:-60}"
+        xargs -P "$jobs" -I{} fuzz/run_target.sh {} "${FUZZ_SECONDS:-40}"
 }

@@ -44,6 +44,8 @@ private:
             Reader read;
         } static const readers[] = {
             {"Array", &ElementReader::Array},
+            {"x-BasisRow", &ElementReader::Array},
+            {"X-BasisRow", &ElementReader::Array},
             {"Output", &ElementReader::Output},
             {"Targets", &ElementReader::Targets},
             {"Interval", &ElementReader::Interval},
