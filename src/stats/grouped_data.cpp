@@ -1,4 +1,5 @@
 #include "stats/guards.h"
+#include "stats/steps.h"
 
 #include <MCMath_900/MCDistFun.h>
 
@@ -72,6 +73,7 @@ public:
             return Missing();
         }
         for (int i = First(); i < fCount; ++i) {
+            CountStep();
             const Stretch stretch = Ending(i, before);
             if (target <= stretch.cumulativeTo)
                 return stretch.At(target);
@@ -94,6 +96,7 @@ template <class Value, class Frequency>
 double ValueAtRank(Value value, Value last, Frequency frequency, double rank) {
     double cumulative = *frequency;
     while (cumulative < rank && std::next(value) != last) {
+        CountStep();
         ++value;
         cumulative += *++frequency;
     }

@@ -49,6 +49,10 @@ constexpr double kIntegralReach = 0.05;
 /// Below this parameter the upper tail of an x up to 1 is too small to be what the lower one leaves of 1.
 constexpr double kSmallShape = 0.3;
 
+/// Below it the upper tail is what the lower one lacks of 1, which the rounding of a logarithm near 0 may take for
+/// more.
+constexpr double kSmallTail = 0.1;
+
 bool HasIntegral(double a, double x) {
     return a >= kIntegralFrom && std::fabs(x - a) < kIntegralReach * a;
 }
@@ -171,8 +175,13 @@ double GammaRatio(double x, double a, bool lower, long& code) {
         return (x > 0) == lower ? 1 : 0;
     if (a == 1)
         return lower ? ComplementedExp(-x) : BoundedExp(-x);
-    if (!lower && a < kSmallShape && x <= 1)
-        return UpperOfSmallShape(a, x);
+    if (a < kSmallShape && x <= 1) {
+        const double upper = UpperOfSmallShape(a, x);
+        if (!lower)
+            return upper;
+        if (upper < kSmallTail)
+            return 1 - upper;
+    }
     const bool lowerIsComputed = x <= 1 || a >= x;
     const double logTail = lowerIsComputed ? LogLowerBySeries(a, x) : LogUpperByFraction(a, x);
     if (logTail <= 0)

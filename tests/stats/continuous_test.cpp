@@ -144,6 +144,12 @@ TEST(ChiSquare, TheSeriesAndTheFractionMeet) {
                     1e-13);
 }
 
+TEST(ChiSquare, VeryFewDegreesLeaveLittleAboveASmallValue) {
+    constexpr double kUpper = 2.1938393429e-10; // E1(1) half the degrees
+    EXPECT_NEAR(MCDistFun::SigChi(2, 2e-9), kUpper, 1e-18);
+    EXPECT_NEAR(1 - MCDistFun::CdfChi(2, 2e-9), kUpper, 1e-15);
+}
+
 TEST(ChiSquare, ApproximationsTakeOverForHugeDegrees) {
     for (const double df : {1e9, 1e12, 1e15}) {
         EXPECT_NEAR(MCDistFun::CdfChi(df, df), 0.5, 1e-5) << df;
