@@ -130,6 +130,16 @@ class Header(HostTest):
         self.refuse("35,17.5,Ann\n36,18,Bob\n",
                   self.NEEDS + "; it looks like a case, but the first line has to name the fields" + TAKEN)
 
+    def test_no_header_at_all_in_a_case_of_many_texts(self):
+        self.refuse("Ann,north,2024-02-28,35,own,red\n",
+                    self.NEEDS + "; it looks like a case, but the first line has to name the fields" + TAKEN)
+
+    def test_a_note_to_a_spreadsheet_program_is_no_header(self):
+        self.refuse("sep=;\nAge;Name\n1;x\n", self.NEEDS + "; the first line is a note to a spreadsheet program: leave it out"
+                    + TAKEN, "--delimiter", ";")
+        self.refuse("sep=,\nAge,Name\n1,x\n", self.NEEDS + "; the first line is a note to a spreadsheet program: leave it out"
+                    + TAKEN)
+
     def test_other_names(self):
         self.refuse("first,last\n1,2\n", self.NEEDS + TAKEN)
 

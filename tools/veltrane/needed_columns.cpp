@@ -38,7 +38,7 @@ std::string NeededColumns::MissingNames() const {
 
 std::string NeededColumns::Complaint(std::string_view line, char delimiter) const {
     const bool one = fMissing.size() == 1;
-    const std::string hint = HasNoField() ? DelimiterHint(line, delimiter, fCase) : "";
+    const std::string hint = HasNoField() ? HeaderHint(line, delimiter) : "";
     std::string text =
         one ? "the document needs a column that is not there: " : "the document needs columns that are not there: ";
     text += NamedColumns(hint.empty());
@@ -48,6 +48,14 @@ std::string NeededColumns::Complaint(std::string_view line, char delimiter) cons
         text += "; it looks like a case, but the first line has to name the fields";
     return text + hint +
            (one ? "; --missing-columns takes it for missing" : "; --missing-columns takes them for missing");
+}
+
+/// What seems to be the matter with a header that has none of the fields. Spreadsheet programs take their delimiter
+/// from a first line `sep=;`.
+std::string NeededColumns::HeaderHint(std::string_view line, char delimiter) const {
+    if (line.starts_with("sep=") && line.size() == 5)
+        return "; the first line is a note to a spreadsheet program: leave it out";
+    return DelimiterHint(line, delimiter, fCase);
 }
 
 /// @param withNearest whether each has the nearest of the columns beside it that are no field
@@ -86,11 +94,10 @@ bool NeededColumns::HasNoField() const {
 
 /// Numbers are seldom names.
 bool NeededColumns::LooksLikeACase() const {
-    const auto numbers = std::count_if(fColumns.All().begin(), fColumns.All().end(), [](const auto& column) {
+    return std::any_of(fColumns.All().begin(), fColumns.All().end(), [](const auto& column) {
         double number = 0;
         return ReadNumber(column.name, number) == nullptr;
     });
-    return 2 * static_cast<std::size_t>(numbers) >= fColumns.All().size();
 }
 
 } // namespace veltrane::host

@@ -34,6 +34,7 @@ public:
     static std::string DelimiterHint(std::string_view line, char delimiter, const CaseRow& row);
 
 private:
+    std::string HeaderHint(std::string_view line, char delimiter) const;
     std::string NamedColumns(bool withNearest) const;
     bool HasNoField() const;
     bool LooksLikeACase() const;
