@@ -77,7 +77,7 @@ std::string Escaped(std::string_view text) {
 
 void Report::Warning(std::string_view text) {
     if (!fQuiet)
-        Write(fmt::format("veltrane: warning: {}\n", text));
+        Write(fmt::format("veltrane: warning: {}\n", Escaped(text)));
 }
 
 void Report::Cell(std::string_view field, std::string_view cell, std::string_view problem) {

@@ -25,7 +25,7 @@ class Report {
 public:
     /// @param cases the name of the file of cases, as it was given
     /// @param quiet warnings, cells and rows are not written; they count all the same
-    Report(std::string cases, bool quiet) : fCases(std::move(cases)), fQuiet(quiet) {}
+    Report(const std::string& cases, bool quiet) : fCases(Escaped(cases)), fQuiet(quiet) {}
 
     /// The bar that is taken away while a line is written; null for none.
     void SetBar(ProgressBar* bar) { fBar = bar; }
