@@ -125,6 +125,19 @@ class WithAChoice(ModelsTest):
         self.expect(result, 1, "")
         self.assertIn(b"veltrane: error 260179: ", result.stderr)
 
+    def test_a_name_s_control_characters_are_shown_as_escapes(self):
+        self.scores(7, document(tree(7, "a&#10;&#x9B;31m"), tree(8)),
+                    told='of its 2 models, 1 "a\\n\\xC2\\x9B31m" (TreeModel) is used; the others: 2 (TreeModel); choose with '
+                         "--model")
+
+    def test_characters_of_xml_1_1_stay(self):
+        field = '<DataField name="a&#1;&#x85;&#x2028;" optype="continuous" dataType="double"/>'
+        schema = SCHEMA.replace('"x"', '"a&#1;&#x85;&#x2028;"')
+        content = document(tree(7), tree(8, "b"), head='<?xml version="1.1"?>').replace(X, X + field).replace(
+            'numberOfFields="2"', 'numberOfFields="3"').replace(SCHEMA, schema)
+        self.write("cases.csv", "a\x01\x85\u2028\n3\n")
+        self.scores(8, content, "--model", "b")
+
     def test_a_document_without_models(self):
         self.expect(self.score("<kord-ml/>", "--model", "1"), 1, "",
                     "veltrane: d.pmml: the document holds no models to choose from\n")
