@@ -35,6 +35,9 @@ const TextCase kTexts[] = {
      "Gr\xF6\xDF"
      "e \x80",
      true},
+    {"NoCharacterOfACodePage", "CP1252", "caf\x81", false},
+    {"NoCharacterOfACodePageByItsOtherName", "windows-1252", "\x9D", false},
+    {"NoCharacterOfAnotherCodePage", "windows-1250", "\x83", false},
     {"NoAscii", "US-ASCII", "caf\xE9", false},
     {"EveryByteIsLatin", "ISO-8859-1", "\x80\xFF", true},
     {"DoubleByteLetters", "Shift_JIS", "\x83\x5C\x83\x8C", true},

@@ -53,6 +53,17 @@ bool KeepsAscii(const UConverter* converter) {
     }
 }
 
+/// Windows code pages have no character for some bytes, which ICU takes for control characters all the same.
+bool IsWindowsPage(const UConverter* converter) {
+    UErrorCode status = U_ZERO_ERROR;
+    const char* name = ucnv_getStandardName(ucnv_getName(converter, &status), "IANA", &status);
+    return U_SUCCESS(status) && name != nullptr && std::string_view(name).starts_with("windows-125");
+}
+
+bool IsHighControl(UChar unit) {
+    return unit >= 0x80 && unit < 0xA0;
+}
+
 } // namespace
 
 void EncodingCheck::Closer::operator()(UConverter* converter) const {
@@ -67,6 +78,7 @@ EncodingCheck::EncodingCheck(const std::string& name) : fProblem("is not text in
         throw std::invalid_argument("unknown encoding \"" + name + "\"");
     fIsUtf8 = ucnv_getType(fConverter.get()) == UCNV_UTF8;
     fKeepsAscii = KeepsAscii(fConverter.get());
+    fHasHighControls = !IsWindowsPage(fConverter.get());
 }
 
 EncodingCheck::~EncodingCheck() = default;
@@ -93,6 +105,8 @@ bool EncodingCheck::Converts(std::string_view bytes) const {
         status = U_ZERO_ERROR;
         UChar* unit = units.data();
         ucnv_toUnicode(fConverter.get(), &unit, unit + units.size(), &next, end, nullptr, true, &status);
+        if (!fHasHighControls && std::any_of(units.data(), unit, IsHighControl))
+            return false;
     }
     return U_SUCCESS(status);
 }

@@ -35,7 +35,8 @@ private:
     std::unique_ptr<UConverter, Closer> fConverter;
     std::string fProblem;
     bool fIsUtf8 = false;
-    bool fKeepsAscii = false; ///< whether every text of ASCII bytes is that text
+    bool fKeepsAscii = false;     ///< whether every text of ASCII bytes is that text
+    bool fHasHighControls = true; ///< whether the control characters from 0x80 on are characters of the encoding
 };
 
 } // namespace veltrane::host
