@@ -23,6 +23,12 @@ int NoBlank(unsigned char) {
     return 0;
 }
 
+/// Whether a file begins as UTF-16 does: with its mark, or with one of the zero bytes that it has beside ASCII.
+bool IsUtf16(std::string_view bytes) {
+    return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF") ||
+           bytes.substr(0, 2).find('\0') != bytes.npos;
+}
+
 } // namespace
 
 /// The records of the chunk that was parsed last, and the beginning of one that the next chunk completes.
@@ -186,7 +192,7 @@ void CsvReader::ReadStart() {
         size += more;
     }
     std::string_view bytes(state.chunk.data(), size);
-    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
+    if (IsUtf16(bytes))
         throw Failure(fName + ": the file is UTF-16; convert it to UTF-8 first");
     if (bytes.starts_with("\xEF\xBB\xBF"))
         bytes.remove_prefix(3);
