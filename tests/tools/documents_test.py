@@ -198,6 +198,14 @@ class Kinds(DocumentTest):
                    'd.pmml: the document\'s model is a "TreeModel"; there are plug-ins for none (by empty.txt)',
                    models="empty.txt")
 
+    def test_a_list_that_cannot_be_read(self):
+        (self.folder / "folder").mkdir()
+        self.write("d.pmml", model_document("<TreeModel/>"))
+        for name, reason in (("no.txt", "No such file or directory"), ("folder", "Is a directory")):
+            for command in (["score", "d.pmml", "cases.csv"], ["inspect", "d.pmml"], ["verify", "d.pmml"]):
+                self.expect(self.run_host(*command, "--models", name), 1, "",
+                            f"veltrane: error 260103: Could not open file: '{name}'.\nveltrane: {name}: {reason}\n")
+
     def test_a_plug_in_that_is_not_there(self):
         self.write("models.txt", "AbsentModel\n")
         self.fails(model_document("<AbsentModel/>"), "error 260113: Missing model dll of 'AbsentModel'.",
@@ -234,7 +242,7 @@ class Kinds(DocumentTest):
             self.assertIn(b"veltrane: ", result.stderr)
 
     def test_a_list_of_another_system(self):
-        self.write("models.txt", "TextModel\r\n\r\nRegressionModel, TreeModel\r\nOther\rMore")
+        self.write("models.txt", "\ufeffTextModel\r\n\r\nRegressionModel, TreeModel\r\nOther\rMore")
         self.write("d.pmml", model_document(REGRESSION.format("")))
         self.expect(self.run_host("score", "d.pmml", "cases.csv", "--models", "models.txt", "--quiet"), 0, "y\n7\n", "")
         self.fails(model_document("<Scorecard/>"), "error 260301: Unsupported model: ''.",

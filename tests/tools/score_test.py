@@ -145,7 +145,8 @@ class Models(Score):
         self.model()
         self.write("cases.csv", "x\n1\n")
         self.expect(self.run_host("score", "model.pmml", "cases.csv", "--models", "none.txt"), 1, "",
-                    "veltrane: error 260103: Could not open file: 'none.txt'.\n")
+                    "veltrane: error 260103: Could not open file: 'none.txt'.\n"
+                    "veltrane: none.txt: No such file or directory\n")
 
     def test_names_of_files_have_blanks_and_any_letters(self):
         self.model()

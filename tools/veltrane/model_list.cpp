@@ -1,6 +1,11 @@
 #include "model_list.h"
 
+#include "byte_stream.h"
+#include "explanation.h"
+#include "failure.h"
+
 #include <MCVeltrane_900/ModelFactory.h>
+#include <MCVeltrane_900/VTException.h>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -12,6 +17,7 @@
 namespace veltrane::host {
 
 using MCVeltrane_900::ModelFactory;
+using MCVeltrane_900::VTException;
 
 namespace {
 
@@ -28,6 +34,35 @@ std::vector<std::string> WithoutCarriageReturns(const std::vector<std::string>& 
         }
     }
     return parted;
+}
+
+/// Editors of some systems begin a file in UTF-8 with a byte order mark.
+void DropByteOrderMark(std::vector<std::string>& names) {
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    if (names.empty() || !names.front().starts_with(kMark))
+        return;
+    names.front().erase(0, kMark.size());
+    if (names.front().empty())
+        names.erase(names.begin());
+}
+
+/// Why the system doesn't read a file; empty where it does.
+std::string ReasonOf(const std::string& path) {
+    try {
+        char first;
+        InputFile(path).Read(&first, 1);
+    } catch (const UnreadableFile& reason) {
+        return reason.what();
+    }
+    return {};
+}
+
+void Initialize(const std::string& path) {
+    try {
+        ModelFactory::Initialize(path);
+    } catch (const VTException& failure) {
+        throw ExplainedFailure(ToldText(failure), ReasonOf(path));
+    }
 }
 
 } // namespace
@@ -53,7 +88,8 @@ std::string InstalledModelList() {
 
 ModelList StartLibrary(const std::optional<std::string>& path) {
     ModelList list{path.value_or(InstalledModelList()), {}};
-    ModelFactory::Initialize(list.path);
+    Initialize(list.path);
+    DropByteOrderMark(ModelFactory::fModelNames);
     ModelFactory::fModelNames = WithoutCarriageReturns(ModelFactory::fModelNames);
     list.names = ModelFactory::fModelNames;
     return list;

@@ -22,9 +22,10 @@ struct ModelList {
 /// beside the library that this process runs with.
 std::string InstalledModelList();
 
-/// Starts the library with a list of models, which the library reads; a line may end in CR LF here.
+/// Starts the library with a list of models, which the library reads; a line may end in CR LF here, and a byte order
+/// mark may come first.
 /// @param path the installed list without one
-/// @throws VTException 260103 when the file cannot be opened
+/// @throws ExplainedFailure with the library's message and the system's reason when the file cannot be read
 ModelList StartLibrary(const std::optional<std::string>& path);
 
 /// Starts the library without a list.
