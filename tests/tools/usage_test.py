@@ -28,6 +28,10 @@ class Words(HostTest):
         self.complains('there is no option "--delimeter" of transform; did you mean "--delimiter"?',
                        "transform", "d", "c", "--delimeter=;")
 
+    def test_an_option_in_front_of_the_command_is_named(self):
+        self.complains('there is no option "--hlp" in front of a command; did you mean "--help"?', "--hlp")
+        self.complains('there is no option "--quiet" in front of a command', "--quiet", "score", "d", "c")
+
     def test_a_document_named_like_no_command_is_none_of_its_business(self):
         self.expect(self.run_host("inspect", "scor"), 1, "")
 

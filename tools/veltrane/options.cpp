@@ -180,6 +180,9 @@ std::vector<std::string> OptionNames(const CLI::App& command) {
 std::string UnknownName(const CLI::App& app, int argc, const char* const* argv) {
     const std::string word = argc > 1 ? argv[1] : "";
     const std::vector<std::string> commands = CommandNames(app);
+    if (word.starts_with("--") && app.get_option_no_throw(word.substr(0, word.find('='))) == nullptr)
+        return fmt::format("there is no option \"{}\" in front of a command{}", Escaped(word),
+                           Suggestion(word, OptionNames(app)));
     if (!word.empty() && word.front() != '-') {
         if (std::find(commands.begin(), commands.end(), word) == commands.end())
             return fmt::format("there is no command \"{}\"{}", Escaped(word), Suggestion(word, commands));
