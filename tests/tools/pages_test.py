@@ -25,6 +25,14 @@ class Options(HostTest):
             listed = set(re.findall(r"^  (?:-\w,)?(--?[\w-]+)", shown, re.MULTILINE)) - {"--help"}
             self.assertEqual(listed, options)
 
+    def test_the_first_lines_of_the_pages_have_the_options_of_each_command(self):
+        for page in (PAGE, (PROJECT / "README.md").read_text()):
+            for command in ("transform", "verify", "inspect"):
+                shown = self.run_host(command, "--help").stdout.decode()
+                listed = set(re.findall(r"^  (?:-\w,)?(--?[\w-]+)", shown, re.MULTILINE)) - {"--help"}
+                usage = re.search(f"^    veltrane {command} (.*)$", page, re.MULTILINE).group(1)
+                self.assertEqual(listed, set(re.findall(r"(?<=\[)--?[\w-]+", usage)), command)
+
     def test_the_options_of_models_take_the_values_of_the_page(self):
         for name, values, _ in rows("### The options of a model"):
             for value in re.findall("`(.*?)`", values):
