@@ -36,7 +36,7 @@ PREFIX := /usr/local
 install:
 	@tools/setup.sh demo
 	@[ -f build/release/CMakeCache.txt ] || cmake --preset release -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BUILD_BENCHMARKS=OFF -DVELTRANE_BUILD_EXAMPLES=OFF >/dev/null
-	@cmake --build --preset release -j $(jobs) --target veltrane veltrane_host veltrane_plugins
+	@cmake --build --preset release -j $(jobs) --target veltrane veltrane_host veltrane_plugins veltrane_page_files
 	@cmake --install build/release --prefix $(PREFIX)
 
 bench:

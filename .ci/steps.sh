@@ -114,6 +114,9 @@ step_install() {
     "$place/build/consumer" "$(cat "$place/build/model_list")"
     check_pkg_config "$place/veltrane" "$place"
     check_plugin_example "$place"
+    mandoc -T lint -W warning "$place/veltrane/share/man/man1/veltrane.1"
+    bash -n "$place/veltrane/share/bash-completion/completions/veltrane"
+    zsh -n "$place/veltrane/share/zsh/site-functions/_veltrane"
     rm -rf "$place"
 }
 

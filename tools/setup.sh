@@ -9,7 +9,7 @@ set -euo pipefail
 
 demo_packages=(g++ make cmake ninja-build ccache pkg-config
     libxerces-c-dev libicu-dev libcli11-dev libcsv-dev libfmt-dev nlohmann-json3-dev zlib1g-dev libzstd-dev)
-test_packages=(libgtest-dev libgmock-dev libbenchmark-dev python3 python3-pyelftools binutils locales)
+test_packages=(libgtest-dev libgmock-dev libbenchmark-dev python3 python3-pyelftools binutils locales mandoc zsh)
 docs_packages=(doxygen graphviz)
 ci_packages=(git clang clang-tidy clang-format libclang-rt-14-dev lcov abigail-tools)
 

@@ -1,8 +1,11 @@
 #ifndef VELTRANE_HOST_FAILURE_H
 #define VELTRANE_HOST_FAILURE_H
 
+#include <array>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <utility>
 
 namespace veltrane::host {
 
@@ -14,6 +17,15 @@ enum ExitCode {
     kExitIncomplete = 3, ///< done, but some cells could not be read and count as missing, or some rows were not scored
     kExitDifferent = 4,  ///< a document's verification records do not give what they should
 };
+
+/// What help tells of the exit codes.
+inline constexpr std::array<std::pair<ExitCode, std::string_view>, 5> kExitCodes{{
+    {kExitDone, "done"},
+    {kExitFailed, "the document, the set-up or a file failed"},
+    {kExitUsage, "wrong usage"},
+    {kExitIncomplete, "done, but some cells could not be read or some rows not scored"},
+    {kExitDifferent, "verification records differ"},
+}};
 
 /// Ends the run with `kExitFailed`. The text is for the person at the terminal and names the file it is about.
 class Failure : public std::runtime_error {

@@ -2,6 +2,7 @@
 #include "failure.h"
 #include "functions_command.h"
 #include "inspect_command.h"
+#include "model_names_command.h"
 #include "options.h"
 #include "report.h"
 #include "score_command.h"
@@ -48,6 +49,7 @@ struct Runner {
     int operator()(const VerifyOptions& options) const { return RunVerify(options); }
     int operator()(const InspectOptions& options) const { return RunInspect(options); }
     int operator()(const FunctionsOptions&) const { return RunFunctions(); }
+    int operator()(const ModelNamesOptions& options) const { return RunModelNames(options); }
     int operator()(int exitCode) const { return exitCode; }
 };
 

@@ -17,9 +17,12 @@
 namespace veltrane::host {
 namespace {
 
-constexpr const char* kExitCodes = "Exit codes: 0 done; 1 the document, the set-up or a file failed; 2 wrong usage; "
-                                   "3 done, but some cells could not be read or some rows not scored; "
-                                   "4 verification records differ.";
+std::string ExitCodes() {
+    std::vector<std::string> codes;
+    for (const auto& [code, meaning] : kExitCodes)
+        codes.push_back(fmt::format("{} {}", static_cast<int>(code), meaning));
+    return fmt::format("Exit codes: {}.", fmt::join(codes, "; "));
+}
 
 /// Characters that occur in numbers or that CSV gives a meaning of its own.
 constexpr std::string_view kNoDelimiters = "0123456789+-.\"\r\n";
@@ -159,10 +162,20 @@ CLI::App& AddInspect(CLI::App& app, InspectOptions& options) {
     return command;
 }
 
+/// The list of names that completions ask for, which no help shows.
+CLI::App& AddModelNames(CLI::App& app, ModelNamesOptions& options) {
+    CLI::App& command = *app.add_subcommand("complete-models", "List what --model takes for a document")->group("");
+    AddDocument(command, options.document, "document with models");
+    return command;
+}
+
+/// The commands that help shows.
 std::vector<std::string> CommandNames(const CLI::App& app) {
     std::vector<std::string> names;
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
-        names.push_back(command->get_name());
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        if (!command->get_group().empty())
+            names.push_back(command->get_name());
+    }
     return names;
 }
 
@@ -240,44 +253,67 @@ bool BothAreStandardInput(const std::string& document, const CaseOptions& option
     return document == kStandardStream && options.cases == kStandardStream;
 }
 
-} // namespace
-
-Request ParseCommandLine(int argc, const char* const* argv) {
-    CLI::App app("Scores cases with the models of documents and computes their derived fields.", "veltrane");
-    app.set_version_flag("--version", std::string("veltrane ") + VELTRANE_VERSION);
-    app.require_subcommand(1);
-    app.footer(kExitCodes);
+/// The description of the command line, and what is read into.
+struct CommandLine {
+    CLI::App app{"Scores cases with the models of documents and computes their derived fields.", "veltrane"};
     TransformOptions transform;
     ScoreOptions score;
     VerifyOptions verify;
     InspectOptions inspect;
+    ModelNamesOptions modelNames;
     std::string delimiter = ",";
     std::vector<std::string> modelOptions;
     const CLI::App& transformCommand = AddTransform(app, transform, delimiter);
     const CLI::App& scoreCommand = AddScore(app, score, delimiter, modelOptions);
     const CLI::App& verifyCommand = AddVerify(app, verify);
     const CLI::App& inspectCommand = AddInspect(app, inspect);
-    app.add_subcommand("functions", "List the built-in functions of Apply");
-    try {
-        transform.keptColumns = score.keptColumns = ParseWithKept(app, {argv + 1, argv + argc});
-    } catch (const CLI::Success& end) {
-        return app.exit(end);
-    } catch (const CLI::ParseError& fault) {
-        return Complain(app, fault, argc, argv);
+    const CLI::App& functionsCommand = *app.add_subcommand("functions", "List the built-in functions of Apply");
+    const CLI::App& modelNamesCommand = AddModelNames(app, modelNames);
+
+    CommandLine() {
+        app.set_version_flag("--version", std::string("veltrane ") + VELTRANE_VERSION);
+        app.require_subcommand(1);
+        app.footer(ExitCodes());
     }
-    if (inspectCommand.parsed())
-        return inspect;
-    if (verifyCommand.parsed())
-        return verify;
-    transform.delimiter = score.delimiter = delimiter == kWrittenTab ? '\t' : delimiter.front();
-    if (BothAreStandardInput(transform.document, transform) || BothAreStandardInput(score.document, score))
-        return ComplainOfTwoStandardInputs();
-    if (transformCommand.parsed())
-        return transform;
-    if (!scoreCommand.parsed())
+};
+
+/// What was asked for, once the command line has been read.
+Request RequestOf(CommandLine& line) {
+    if (line.functionsCommand.parsed())
         return FunctionsOptions();
-    score.modelOptions = PartModelOptions(modelOptions);
-    return score;
+    if (line.modelNamesCommand.parsed())
+        return line.modelNames;
+    if (line.inspectCommand.parsed())
+        return line.inspect;
+    if (line.verifyCommand.parsed())
+        return line.verify;
+    const char delimiter = line.delimiter == kWrittenTab ? '\t' : line.delimiter.front();
+    line.transform.delimiter = line.score.delimiter = delimiter;
+    if (BothAreStandardInput(line.transform.document, line.transform) ||
+        BothAreStandardInput(line.score.document, line.score))
+        return ComplainOfTwoStandardInputs();
+    if (line.transformCommand.parsed())
+        return line.transform;
+    line.score.modelOptions = PartModelOptions(line.modelOptions);
+    return line.score;
+}
+
+} // namespace
+
+Request ParseCommandLine(int argc, const char* const* argv) {
+    CommandLine line;
+    try {
+        line.transform.keptColumns = line.score.keptColumns = ParseWithKept(line.app, {argv + 1, argv + argc});
+    } catch (const CLI::Success& end) {
+        return line.app.exit(end);
+    } catch (const CLI::ParseError& fault) {
+        return Complain(line.app, fault, argc, argv);
+    }
+    return RequestOf(line);
+}
+
+void WithCommandLine(const std::function<void(const CLI::App&)>& use) {
+    use(CommandLine().app);
 }
 
 } // namespace veltrane::host

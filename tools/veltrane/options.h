@@ -3,11 +3,16 @@
 
 #include "error_limit.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
 #include <variant>
 #include <vector>
+
+namespace CLI {
+class App;
+}
 
 namespace veltrane::host {
 
@@ -64,11 +69,20 @@ struct InspectOptions {
 /// `veltrane functions`.
 struct FunctionsOptions {};
 
+/// `veltrane complete-models`, which the completions of shells call.
+struct ModelNamesOptions {
+    std::string document;
+};
+
 /// What the command line asks for; a number is the exit code where nothing is left to do (help, wrong usage).
-using Request = std::variant<TransformOptions, ScoreOptions, VerifyOptions, InspectOptions, FunctionsOptions, int>;
+using Request = std::variant<TransformOptions, ScoreOptions, VerifyOptions, InspectOptions, FunctionsOptions,
+                             ModelNamesOptions, int>;
 
 /// Reads the command line. Help goes to standard output, a complaint to standard error.
 Request ParseCommandLine(int argc, const char* const* argv);
+
+/// Hands out the description of the command line, of which the help is made and so is what else tells of it.
+void WithCommandLine(const std::function<void(const CLI::App&)>& use);
 
 } // namespace veltrane::host
 
