@@ -5,7 +5,7 @@ model := examples/loan/default
 export CCACHE_BASEDIR := $(CURDIR)
 export CCACHE_NOHASHDIR := 1
 
-.PHONY: demo test install bench docs record-abi clean
+.PHONY: demo test install deb bench docs record-abi clean
 
 # Builds the command and the plug-ins, and runs them on the sample of applicants: derived fields, then predictions. One
 # applicant doesn't say how much money is asked for, so the model has no prediction, which the exit code 3 tells.
@@ -38,6 +38,11 @@ install:
 	@[ -f build/release/CMakeCache.txt ] || cmake --preset release -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BUILD_BENCHMARKS=OFF -DVELTRANE_BUILD_EXAMPLES=OFF >/dev/null
 	@cmake --build --preset release -j $(jobs) --target veltrane veltrane_host veltrane_plugins veltrane_page_files
 	@cmake --install build/release --prefix $(PREFIX)
+
+# Builds the Debian packages from the files that git has, in build/deb.
+deb:
+	@tools/setup.sh deb
+	@tools/deb.sh
 
 bench:
 	@tools/setup.sh test

@@ -1,7 +1,7 @@
 # The steps of .ci/run, each a function; a step fails with its first failing command.
 # shellcheck shell=bash
 
-all_steps=(setup test structure format asan tsan tidy install docs fuzz)
+all_steps=(setup test structure format asan tsan tidy install deb docs fuzz)
 
 jobs=$(nproc)
 python=/usr/bin/python3
@@ -118,6 +118,12 @@ step_install() {
     bash -n "$place/veltrane/share/bash-completion/completions/veltrane"
     zsh -n "$place/veltrane/share/zsh/site-functions/_veltrane"
     rm -rf "$place"
+}
+
+# Builds the Debian packages, and uses them in a root that has nothing else.
+step_deb() {
+    make deb
+    tests/packages/clean_root.sh build/deb
 }
 
 step_docs() { make docs; }

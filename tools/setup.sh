@@ -4,6 +4,7 @@
 #   tools/setup.sh demo    to build the library and the command
 #   tools/setup.sh test    ... and the examples, the tests and the benchmarks
 #   tools/setup.sh docs    ... what `make docs` needs, apart from the tests
+#   tools/setup.sh deb     ... what `make deb` needs, apart from the tests
 #   tools/setup.sh ci      all of it, and the tools of .ci/run
 set -euo pipefail
 
@@ -11,7 +12,8 @@ demo_packages=(g++ make cmake ninja-build ccache pkg-config
     libxerces-c-dev libicu-dev libcli11-dev libcsv-dev libfmt-dev nlohmann-json3-dev zlib1g-dev libzstd-dev)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev python3 python3-pyelftools binutils locales mandoc zsh)
 docs_packages=(doxygen graphviz)
-ci_packages=(git clang clang-tidy clang-format libclang-rt-14-dev lcov abigail-tools)
+deb_packages=(git debhelper dpkg-dev fakeroot)
+ci_packages=(mmdebstrap clang clang-tidy clang-format libclang-rt-14-dev lcov abigail-tools)
 
 # The tests read numbers under a locale with a decimal comma, and text under the usual one. Those of the code pages come
 # from the charmaps of the package locales, too, but into the build folder (tests/text/code_page).
@@ -62,13 +64,15 @@ fi
 case "${1:-demo}" in
 demo) install_packages "${demo_packages[@]}" ;;
 docs) install_packages "${demo_packages[@]}" "${docs_packages[@]}" ;;
+deb) install_packages "${demo_packages[@]}" "${deb_packages[@]}" ;;
 test)
     install_packages "${demo_packages[@]}" "${test_packages[@]}"
     make_locales
     ;;
 ci)
-    install_packages "${demo_packages[@]}" "${test_packages[@]}" "${docs_packages[@]}" "${ci_packages[@]}"
+    install_packages "${demo_packages[@]}" "${test_packages[@]}" "${docs_packages[@]}" "${deb_packages[@]}" \
+        "${ci_packages[@]}"
     make_locales
     ;;
-*) fail "unknown set \"$1\": demo, test, docs or ci" ;;
+*) fail "unknown set \"$1\": demo, test, docs, deb or ci" ;;
 esac

@@ -1,4 +1,6 @@
 """The pages say of the command what it does."""
+import os
+import pathlib
 import re
 import unittest
 
@@ -34,8 +36,10 @@ class Options(HostTest):
                 self.assertEqual(listed, set(re.findall(r"(?<=\[)--?[\w-]+", usage)), command)
 
     def test_the_options_of_models_take_the_values_of_the_page(self):
+        completion = (pathlib.Path(os.environ["VELTRANE_PAGES"]) / "veltrane.bash").read_text()
         for name, values, _ in rows("### The options of a model"):
             for value in re.findall("`(.*?)`", values):
+                self.assertIn(f"'{name.strip('`')}={value}'", completion)
                 result = self.run_host("score", LOAN / "default.pmml", LOAN / "applicants.csv", "--missing", "NA", "--quiet",
                                        "--option", f"{name.strip('`')}={value}")
                 self.expect(result, 3)
