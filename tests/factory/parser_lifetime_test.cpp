@@ -76,6 +76,7 @@ const Road kRoads[] = {
      Fate::kDeleted,
      Fate::kDeleted},
     {"NotWellFormed", "<PMML><TreeModel/>", {"TreeModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+    {"ParseFails", "<PMML><TreeModel/></PMML>", {"TreeModel"}, XmlFault::kParseFails, Fate::kDeleted, Fate::kDeleted},
     {"EmptyTag", "<PMML><TreeModel/></PMML>", {"TreeModel"}, XmlFault::kTagIsEmpty, Fate::kDeleted, Fate::kDeleted},
     {"NoTag", "<PMML><TreeModel/></PMML>", {"TreeModel"}, XmlFault::kTagIsNull, Fate::kDeleted, Fate::kDeleted},
     {"NoFirstElement",

@@ -133,9 +133,6 @@ VELTRANE_IN_FRONT void XMLPlatformUtils::Terminate() {
 VELTRANE_IN_FRONT void AbstractDOMParser::parse(const InputSource& source) {
     using Function = void (*)(AbstractDOMParser*, const InputSource&);
     static const auto real = Real<Function>("_ZN", "17AbstractDOMParser5parseERKNS_11InputSourceE");
-    if (gFault == XmlFault::kParseFails) {
-        throw RuntimeException(__FILE__, __LINE__, XMLExcepts::CPtr_PointerIsZero);
-    }
     try {
         real(this, source);
     } catch (...) {
@@ -143,6 +140,9 @@ VELTRANE_IN_FRONT void AbstractDOMParser::parse(const InputSource& source) {
         throw;
     }
     veltrane::tests::WatchDocument(getDocument());
+    if (gFault == XmlFault::kParseFails) {
+        throw RuntimeException(__FILE__, __LINE__, XMLExcepts::CPtr_PointerIsZero);
+    }
 }
 
 VELTRANE_IN_FRONT void SAX2XMLReaderImpl::parse(const InputSource& source) {

@@ -14,7 +14,7 @@ enum class XmlFault {
     kPlatformHasNoManager,    ///< the start throws std::bad_alloc
     kPlatformThrowsAnything,  ///< the start throws what nobody knows
     kMemoryRunsOutInTheStart, ///< an allocation within the start fails
-    kParseFails,              ///< a parse throws an XMLException
+    kParseFails,              ///< a parse throws an XMLException at its end
     kTagIsEmpty,              ///< an element has an empty tag name
     kTagIsNull,               ///< an element has no tag name
     kListHasNoElement,        ///< a list of elements has no first one, whatever its length
