@@ -37,7 +37,7 @@ const ScoreValue* ApplyPlan::Evaluate(TransformVar& var, const ApplyCase& oneCas
     if (fReadsDerived) {
         fDerived = TransformVar::DerivedFields(oneCase);
     }
-    if (!HoldsNumbers(oneCase)) {
+    if (!fOperands.empty() && !HoldsNumbers(oneCase)) {
         return nullptr;
     }
     const double result = Run(var, oneCase);
