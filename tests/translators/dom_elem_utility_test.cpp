@@ -6,9 +6,41 @@
 #include <MCVeltrane_900/SmartTranscoder.h>
 
 #include <gtest/gtest.h>
+#include <xercesc/dom/impl/DOMDeepNodeListImpl.hpp>
 
-#include <ctime>
+#include <cstdlib>
+#include <dlfcn.h>
 #include <string>
+
+namespace {
+
+/// How many steps lists of elements have gone, from one element of the document to the next that is in the list.
+unsigned long long gListSteps = 0;
+
+using ListStep = xercesc::DOMNode* (*)(xercesc::DOMDeepNodeListImpl*, xercesc::DOMNode*);
+
+/// The list's own step.
+ListStep FindListStep() {
+    const std::string space =
+        "xercesc_" + std::to_string(XERCES_VERSION_MAJOR) + "_" + std::to_string(XERCES_VERSION_MINOR);
+    void* address = dlsym(RTLD_NEXT, ("_ZN" + std::to_string(space.size()) + space +
+                                      "19DOMDeepNodeListImpl24nextMatchingElementAfterEPNS_7DOMNodeE")
+                                         .c_str());
+    if (address == nullptr) {
+        std::abort();
+    }
+    return reinterpret_cast<ListStep>(address);
+}
+
+} // namespace
+
+// Stands in front of the list's own step.
+__attribute__((visibility("default"))) xercesc::DOMNode*
+xercesc::DOMDeepNodeListImpl::nextMatchingElementAfter(DOMNode* current) {
+    static const ListStep step = FindListStep();
+    ++gListSteps;
+    return step(this, current);
+}
 
 namespace {
 
@@ -62,22 +94,22 @@ TEST_F(ElementReader, GivesNoElementBehindTheListOrWithoutInputs) {
     EXPECT_EQ(lacking.GetElemFromNodeList(root, "b", 0, true), nullptr);
 }
 
-// Every element of a list, each by its position: a walk over the document for each would take minutes.
+// Every element of a list, each by its position: one step of the list for each, not a walk from its beginning.
 TEST_F(ElementReader, GoesThroughALongListInOneWalk) {
-    constexpr unsigned long long kCount = 200000;
+    constexpr unsigned long long kCount = 2000;
     std::string text = "<root>";
     for (unsigned long long i = 0; i < kCount; ++i) {
         text += "<b/>";
     }
     const ParsedXml many = ParseXml(text + "</root>");
-    const std::clock_t start = std::clock();
     const xercesc::DOMElement* expected = many.Root()->getFirstElementChild();
+    gListSteps = 0;
     for (unsigned long long i = 0; i < kCount; ++i) {
         ASSERT_EQ(reader.GetElemFromNodeList(many.Root(), "b", i, true), expected);
         expected = expected->getNextElementSibling();
     }
     EXPECT_EQ(reader.GetElemFromNodeList(many.Root(), "b", kCount, true), nullptr);
-    EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, 10.0);
+    EXPECT_EQ(gListSteps, kCount + 1);
 }
 
 TEST_F(ElementReader, KnowsAListThatHasChanged) {
