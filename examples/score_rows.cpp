@@ -15,8 +15,10 @@ std::string Text(double number) {
 
 // Scores an applicant for several amounts. Arguments: the document, and the list of the models that have plug-ins.
 int main(int argc, char** argv) {
-    if (argc != 3)
+    if (argc != 3) {
+        std::cerr << "usage: score_rows DOCUMENT LIST\n";
         return 2;
+    }
     try {
         // Texts of the document, of the cases and of the results are UTF-8 in what follows; without a name, CP1252.
         const std::unique_ptr<ScoreModel> model(ModelFactory::MakeModelFromXML(argv[1], argv[2], "UTF-8"));

@@ -13,8 +13,10 @@ using namespace MCVeltrane_900;
 
 // Computes the derived fields of two applicants. Argument: the document.
 int main(int argc, char** argv) {
-    if (argc != 2)
+    if (argc != 2) {
+        std::cerr << "usage: transform_rows DOCUMENT\n";
         return 2;
+    }
     try {
         ScoreDictionary* fields = nullptr;
         const std::unique_ptr<TransformationDictionary> derived(

@@ -61,6 +61,9 @@ class Programs(HostTest):
                 result = subprocess.run([program, *(argument.replace(TREE, str(BUILD)) for argument in arguments)],
                                         cwd=PROJECT, capture_output=True, text=True, timeout=60)
                 self.assertEqual((result.returncode, result.stdout, result.stderr), (0, output, ""))
+                result = subprocess.run([program], cwd=PROJECT, capture_output=True, text=True, timeout=60)
+                self.assertEqual((result.returncode, result.stdout), (2, ""))
+                self.assertTrue(result.stderr.startswith(f"usage: {name} "), result.stderr)
 
     def test_one_program_shows_all_that_a_host_asks_for(self):
         self.assertTrue(any(all(word in source for word in (
