@@ -81,6 +81,15 @@ class Rows(HostTest):
         self.expect(self.score("Housing,Income\nown,x\n", "--rejects", "rejects.csv", "--strict"), 1)
         self.assertNotIn("rejects.csv", self.names())
 
+    def test_neither_file_appears_when_the_end_of_an_archive_cannot_be_written(self):
+        for packed in ("full.gz", "full.zst"):
+            (self.folder / packed).symlink_to("/dev/full")
+            for options in (("-o", packed, "--rejects", "rejects.csv"), ("-o", "out.csv", "--rejects", packed)):
+                self.expect(self.score("Housing,Income\ntent,5\n", *options, "--quiet"), 1, "",
+                            f"veltrane: {packed}: No space left on device\n")
+                self.assertNotIn("rejects.csv", self.names())
+                self.assertNotIn("out.csv", self.names())
+
     def test_it_is_no_input_and_not_the_output(self):
         self.expect(self.score("Housing,Income\n", "--rejects", "cases.csv"), 2, "",
                     "veltrane: cases.csv: the output is the same file as the input cases.csv; write to another one\n")

@@ -29,9 +29,12 @@ ByteSink& CaseOutput::Sink() {
     return fFile ? static_cast<ByteSink&>(*fFile) : fStandardOutput;
 }
 
-void CaseOutput::Commit() {
+void CaseOutput::Finish() {
     if (fPacked)
         fPacked->Finish();
+}
+
+void CaseOutput::Commit() {
     if (fFile)
         fFile->Commit();
 }

@@ -25,7 +25,10 @@ public:
 
     ByteSink& Sink();
 
-    /// Completes the output. Without it no file appears.
+    /// Writes the end of an archive.
+    void Finish();
+
+    /// Completes the output, which is finished. Without it no file appears.
     void Commit();
 
 private:

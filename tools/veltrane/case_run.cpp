@@ -1,6 +1,5 @@
 #include "case_run.h"
 
-#include "case_output.h"
 #include "failure.h"
 #include "needed_columns.h"
 
@@ -31,13 +30,21 @@ int CaseRun::Run() {
     WriteHeader(writer);
     WriteCases(writer);
     writer.Flush();
-    if (fRejects)
-        fRejects->Commit();
-    output.Commit();
+    Commit(output);
     if (fBar)
         fBar->Finish();
     fReport.Total();
     return fReport.IsWithin(fOptions.maxErrors) ? kExitDone : kExitIncomplete;
+}
+
+/// Neither file appears before all of both is written.
+void CaseRun::Commit(CaseOutput& output) {
+    output.Finish();
+    if (fRejects) {
+        fRejects->Finish();
+        fRejects->Commit();
+    }
+    output.Commit();
 }
 
 void CaseRun::ReadHeader() {

@@ -3,6 +3,7 @@
 
 #include "byte_stream.h"
 #include "case_columns.h"
+#include "case_output.h"
 #include "case_row.h"
 #include "cell_parser.h"
 #include "csv_reader.h"
@@ -73,6 +74,7 @@ private:
     void CheckText(const std::string& name, std::string_view text);
     void KeepCells(CsvWriter& writer);
     void EndIfStrict() const;
+    void Commit(CaseOutput& output);
 
     const CaseOptions& fOptions;
     CaseRow& fCase;

@@ -43,8 +43,12 @@ void Rejects::SetBar(ProgressBar* bar) {
     fOutput.SetBar(bar);
 }
 
-void Rejects::Commit() {
+void Rejects::Finish() {
     fWriter.Flush();
+    fOutput.Finish();
+}
+
+void Rejects::Commit() {
     fOutput.Commit();
 }
 

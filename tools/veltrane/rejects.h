@@ -26,7 +26,10 @@ public:
     /// @param field empty where none is to blame, like the value
     void Add(std::uint64_t row, std::string_view field, std::string_view value, std::string_view reason);
 
-    /// Completes the file.
+    /// Writes what is still held.
+    void Finish();
+
+    /// Completes the file, which is finished.
     void Commit();
 
 private:
