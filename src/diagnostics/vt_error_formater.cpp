@@ -10,6 +10,28 @@ namespace ScoreContext {
 
 namespace {
 
+/// Patterns are parsed and filled by recursion, so one that is nested more deeply than any message counts as one that
+/// can't be parsed. Braces between apostrophes are text.
+bool IsNestedTooDeeply(const icu::UnicodeString& pattern) {
+    constexpr int kDeepest = 100;
+    int depth = 0;
+    bool isQuoted = false;
+    for (int32_t i = 0; i < pattern.length(); ++i) {
+        const char16_t c = pattern[i];
+        const char16_t next = i + 1 < pattern.length() ? pattern[i + 1] : u'\0';
+        if (c == u'\'' && next == u'\'') {
+            ++i;
+        } else if (c == u'\'') {
+            isQuoted = !isQuoted && (next == u'{' || next == u'}');
+        } else if (!isQuoted && c == u'{' && ++depth > kDeepest) {
+            return true;
+        } else if (!isQuoted && c == u'}' && depth > 0) {
+            --depth;
+        }
+    }
+    return false;
+}
+
 /// The index of the next outermost placeholder behind a part, or that of the pattern's end.
 int32_t NextPlaceholder(const icu::MessagePattern& parsed, int32_t part) {
     do {
@@ -21,6 +43,9 @@ int32_t NextPlaceholder(const icu::MessagePattern& parsed, int32_t part) {
 /// Counted over the parsed pattern: a MessageFormat whose pattern was refused has no parts left, and its getFormats()
 /// reads past them. A placeholder of an unknown type counts; a pattern that can't be parsed has none.
 int CountPlaceholders(const icu::UnicodeString& pattern) {
+    if (IsNestedTooDeeply(pattern)) {
+        return 0;
+    }
     UErrorCode status = U_ZERO_ERROR;
     const icu::MessagePattern parsed(pattern, nullptr, status);
     int count = 0;
@@ -81,7 +106,8 @@ std::string VTErrorFormater::FormatN(int id, int count, ...) {
 std::string VTErrorFormater::Format(int id, const std::vector<std::string>& parameters) {
     const char* content = FindMessageContent(id);
     std::string stored = content != nullptr ? content : "";
-    if (parameters.empty()) {
+    const icu::UnicodeString pattern = FromMessageBytes(stored);
+    if (parameters.empty() || IsNestedTooDeeply(pattern)) {
         return stored;
     }
     std::vector<icu::Formattable> arguments;
@@ -91,8 +117,7 @@ std::string VTErrorFormater::Format(int id, const std::vector<std::string>& para
     }
     UErrorCode status = U_ZERO_ERROR;
     icu::UnicodeString result;
-    icu::MessageFormat::format(FromMessageBytes(stored), arguments.data(), static_cast<int32_t>(arguments.size()),
-                               result, status);
+    icu::MessageFormat::format(pattern, arguments.data(), static_cast<int32_t>(arguments.size()), result, status);
     return U_SUCCESS(status) && !result.isEmpty() ? ToMessageBytes(result) : stored;
 }
 

@@ -132,6 +132,40 @@ INSTANTIATE_TEST_SUITE_P(ErrorFormater, RefusedPattern,
                          testing::Values("expected {", "50% of {x", "{0} and {", "{0} and {1", "{0,choice,0#{1}",
                                          "{0} {-1}", "{0 x}", "{}"));
 
+/// A selection within a selection, this often, with or without its ends.
+std::string Nested(int levels, bool isClosed) {
+    std::string pattern = "}";
+    for (int i = 0; i < levels; ++i) {
+        pattern += "{0,select,other{";
+    }
+    for (int i = 0; isClosed && i < levels; ++i) {
+        pattern += "}}";
+    }
+    return pattern;
+}
+
+// Both the reading and the filling of a pattern take stack for each level.
+TEST(ErrorFormater, PatternThatIsNestedTooDeeplyStandsRaw) {
+    for (const bool isClosed : {false, true}) {
+        const std::string pattern = Nested(100000, isClosed);
+        VTErrorFormater formater = MakeFormater(pattern.c_str());
+        EXPECT_EQ(formater.GetParameterNumber(1), 0);
+        EXPECT_EQ(formater.Format(1, {"a"}), pattern);
+    }
+    EXPECT_EQ(MakeFormater(Nested(50, true).c_str()).GetParameterNumber(1), 1);
+    EXPECT_EQ(MakeFormater(Nested(50, true).c_str()).Format(1, {"a"}), "}");
+    EXPECT_EQ(MakeFormater(Nested(51, true).c_str()).GetParameterNumber(1), 0);
+}
+
+TEST(ErrorFormater, QuotedBracesAreNoLevels) {
+    std::string pattern;
+    for (int i = 0; i < 200; ++i) {
+        pattern += "''{0}'{' ";
+    }
+    EXPECT_EQ(MakeFormater(pattern.c_str()).GetParameterNumber(1), 200);
+    EXPECT_EQ(MakeFormater(pattern.c_str()).Format(1, {"a"}).substr(0, 12), "'a{ 'a{ 'a{ ");
+}
+
 TEST(ErrorFormater, BadPatternStandsRaw) {
     EXPECT_EQ(MakeFormater("''{0}'' {").Format(1, {"a"}), "''{0}'' {");
     EXPECT_EQ(MakeFormater("{0,number}").Format(1, {"a"}), "{0,number}");
