@@ -96,13 +96,20 @@ void Report::Ragged(std::size_t cells, std::size_t columns) {
 }
 
 void Report::Unscored(std::string_view field, std::string_view cell, std::string_view reason) {
-    const std::string name = Escaped(field);
-    ++fUnscoredRows[name.empty() ? std::string(reason) : fmt::format("{} {}", name, reason)];
+    CountUnscored(field, reason);
     NoteFault(field, cell, reason);
     if (fToldRows++ >= kShown || fQuiet)
         return;
+    const std::string name = Escaped(field);
     const std::string subject = cell.empty() ? name : fmt::format("{}: {}", name, Quoted(cell));
     Write(fmt::format("{}:{}: not scored: {}{}{}\n", fCases, fLine, subject, subject.empty() ? "" : " ", reason));
+}
+
+void Report::CountUnscored(std::string_view field, std::string_view reason) {
+    auto found = fUnscoredRows.find(BlameOrder::Texts(field, reason));
+    if (found == fUnscoredRows.end())
+        found = fUnscoredRows.emplace(Blame{std::string(field), std::string(reason)}, 0).first;
+    ++found->second;
 }
 
 /// The header has no number of its own among the rows.
@@ -125,7 +132,11 @@ void Report::Total() {
 
 /// The most frequent reasons first.
 void Report::TotalOfRows() {
-    std::vector<std::pair<std::string_view, std::size_t>> reasons(fUnscoredRows.begin(), fUnscoredRows.end());
+    std::map<std::string, std::size_t> rowsByText;
+    for (const auto& [blame, rows] : fUnscoredRows)
+        rowsByText[blame.field.empty() ? blame.reason : fmt::format("{} {}", Escaped(blame.field), blame.reason)] +=
+            rows;
+    std::vector<std::pair<std::string_view, std::size_t>> reasons(rowsByText.begin(), rowsByText.end());
     std::stable_sort(reasons.begin(), reasons.end(), [](const auto& a, const auto& b) { return a.second > b.second; });
     std::size_t others = 0;
     for (std::size_t at = 0; at < reasons.size(); ++at) {

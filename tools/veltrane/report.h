@@ -8,6 +8,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace veltrane::host {
 
@@ -64,6 +65,22 @@ public:
     void Total();
 
 private:
+    /// A field and what is wrong with it, as they are: most rows that aren't scored have a reason that is known.
+    struct Blame {
+        std::string field;
+        std::string reason;
+    };
+
+    /// Lets a reason be looked up without a copy of its texts.
+    struct BlameOrder {
+        using is_transparent = void;
+        using Texts = std::pair<std::string_view, std::string_view>;
+        static Texts Of(const Blame& blame) { return {blame.field, blame.reason}; }
+        static Texts Of(const Texts& texts) { return texts; }
+        bool operator()(const auto& a, const auto& b) const { return Of(a) < Of(b); }
+    };
+
+    void CountUnscored(std::string_view field, std::string_view reason);
     void NoteFault(std::string_view field, std::string_view cell, std::string_view reason);
     void TotalOfRows();
     void Write(const std::string& line);
@@ -79,7 +96,7 @@ private:
     std::size_t fUnreadableCells = 0;
     std::size_t fToldCells = 0; ///< lines about cells, whether they were shown or not
     std::size_t fToldRows = 0;
-    std::map<std::string, std::size_t> fUnscoredRows; ///< by field and reason
+    std::map<Blame, std::size_t, BlameOrder> fUnscoredRows;
 };
 
 } // namespace veltrane::host
