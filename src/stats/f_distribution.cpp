@@ -68,11 +68,13 @@ double MCDistFun::kordidff(double p, double df1, double df2, long& code) {
         return Fail(code, kBadArgument);
     if (p == 0)
         return 0.0;
-    // The square of the quantile of t at p / 2 + 0.5. As a quantile of its own it keeps the digits of a small p.
+    // The square of the quantile of t at p / 2 + 0.5, or of that of the opposite tail, which keeps the digits of a p
+    // near
+    // 1. As a quantile of its own it keeps those of a small p.
     if (df1 == 1 && df2 >= kNormalFrom && p < 0.5)
         return kordidfchi(p, 1, code);
     if (df1 == 1 && p >= 0.5) {
-        const double t = kordidft(p / 2 + 0.5, df2, code);
+        const double t = kordidft((1 - p) / 2, df2, code);
         return code == kSuccess ? FiniteOrMissing(t * t) : Missing();
     }
     // v / (1 - v) df2 / df1: the quotient of v and its complement comes with its own digits.

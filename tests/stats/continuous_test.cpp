@@ -294,6 +294,14 @@ TEST(StudentQuantile, HasItsDigitsInTheFarTailAndNearTheMedian) {
             << distance;
 }
 
+// By the far tail of t, whose probability is exact where that of the near one is rounded to a quarter of its digits.
+TEST(FQuantile, OneDegreeHasItsDigitsNearOne) {
+    EXPECT_NEAR(MCDistFun::IdfF(0x1.fffffffffffffp-1, 1, 64.30125837750101) /
+                    std::pow(MCDistFun::IdfT(0x1p-54, 64.30125837750101), 2),
+                1, 1e-14);
+    EXPECT_EQ(MCDistFun::IdfF(0x1.fffffffffffffp-1, 1, 1e9), std::pow(MCDistFun::IdfStdNorm(0x1p-54), 2));
+}
+
 TEST(FQuantile, HasItsDigitsAtBothEnds) {
     for (const double p : {1e-200, 1e-20, 1e-3, 0.999}) {
         const double x = MCDistFun::IdfF(p, 3, 0.1);

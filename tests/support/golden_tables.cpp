@@ -84,10 +84,16 @@ std::string Describe(const GoldenPoint& point, double result) {
     return out.str();
 }
 
+/// Where the tables are: beside the tests, or where a check of fresh points has drawn its own.
+std::string TablesFolder() {
+    const char* own = std::getenv("VELTRANE_GOLDEN_TABLES");
+    return own != nullptr ? own : TestsFolder();
+}
+
 } // namespace
 
-GoldenFolder::GoldenFolder(const std::string& folder) : fFolder(TestsFolder() + "/" + folder + "/") {
-    std::ifstream in = Open(fFolder + "regions.txt");
+GoldenFolder::GoldenFolder(const std::string& folder) : fFolder(TablesFolder() + "/" + folder + "/") {
+    std::ifstream in = Open(TestsFolder() + "/" + folder + "/regions.txt");
     for (std::string line; std::getline(in, line);) {
         if (line.empty() || line.front() == '#')
             continue;

@@ -5,10 +5,27 @@ import random
 MISSING = "missing"
 
 
+def span(low, high):
+    """A range as region names have it."""
+    return f"{number(low)} to {number(high)}"
+
+
+def number(x):
+    if 0.01 <= x < 1e4:
+        return f"{x:.15g}"
+    power = math.floor(math.log10(x) + 1e-9)
+    return f"{x / 10.0 ** power:.10g}e{power}"
+
+
 class Draw:
     """Draws doubles from a seed of their own."""
 
+    # The points of a region come from so many seeds, an equal share from each. A check of fresh points sets another.
+    SHARES = 3
+    seeds = tuple(range(SHARES))
+
     def __init__(self, seed):
+        self.seed = seed
         self.random = random.Random(seed)
 
     def between(self, low, high):
@@ -26,9 +43,21 @@ class Draw:
     def logwhole(self, low, high):
         return min(high, max(low, round(self.log(low, high))))
 
+    def region(self, name, count, draw, accept=lambda row: True):
+        """A region of so many points, from all seeds of the tables together.
 
-def repeat(count, draw):
-    return [draw() for _ in range(count)]
+        Its seeds are its own, so that other regions don't move its points.
+        draw gives the arguments of a point, or None where there is none.
+        """
+        rows = []
+        for seed in self.seeds:
+            d = Draw(f"{self.seed} {name} {seed}")
+            wanted = len(rows) + count // self.SHARES
+            while len(rows) < wanted:
+                row = draw(d)
+                if row is not None and accept(row):
+                    rows.append(row)
+        return name, rows
 
 
 def values_of(points, function):

@@ -21,6 +21,10 @@ fifty digits, by function and region. `tests/stats/golden/make_golden.py` made t
 `tests/stats/golden/make_accuracy.py` makes this page from a run of the tests, and the tests hold every region to its
 tolerance, which the `regions.txt` beside the tables lists.
 
+Regions are named by the ranges that their points are drawn from, evenly or evenly on the logarithmic scale, with three
+seeds each; together they cover the domain. A tolerance is some five times the largest error of the table or of points of
+other seeds, whichever is larger. `make_golden.py --check-seed` holds the same tolerances over points of a fresh seed.
+
 Errors are relative to the result; those marked *abs* are absolute, those marked *arg* relative to the largest argument.
 """
 
@@ -53,14 +57,20 @@ PLAINLY = """
   and F functions with two parameters above 1 have some 9 digits at an a + b of 1e6, 5 at 1e10, 3 at 1e12 and none beyond
   1e14. With a parameter of at most 1 the series is exact wherever it is short; only far tails of large parameters are
   left to the fraction.
+- That series ends at a term of 1e-15. For parameters below 1e-6 and values within 1e-4 of an end of the range what
+  follows may add up to 1e-8; `CdfBeta` and `CdfF` lack it.
 - Chi-square and gamma quantiles at a p below some 1e-60 have 8 digits: the bisection ends there at a width of 1e-8. A
   quantile below 5e-7 is exact.
 - The logarithm of a quantile moves by 1 / parameter of the rounding of p and of the ratio: at a parameter of 1e-6 it has
   some 8 digits.
 - `IdfBin` takes its guess when the cumulative probability there is within 128 machine epsilons of p, an absolute
-  distance: a p below 2.8e-14 may be answered by any value that far out.
-- Non-central functions leave out 1e-12 of the weights: a tail below that has no digits. `NonCentralPdfT` sums terms of
+  distance: a p below 1e-9 or above 1 - 1e-9 may be answered by any value whose probability is that near, and a p below
+  2.8e-14 by any value that far out. There are no digits there.
+- `CdfBin` is missing for more than 2147483647 trials, which do not count as a whole number; `PdfBin` has no such end.
+- Non-central functions leave out 1e-12 of the weights: a tail below that has no digits. From a non-centrality of some
+  4e7 on 60,000 terms do not reach the centre of the weights, and the result is missing. `NonCentralPdfT` sums terms of
   alternating sign where x and the non-centrality differ in sign; what cancels below 1e-14 of them is 0.
+- What is below exp(-708) counts as 0 everywhere.
 
 ## Densities
 

@@ -3,19 +3,34 @@
 Nothing here shares a method with the library beyond the definitions. Every function takes mpmath numbers (or doubles,
 which are exact) and gives an mpmath number.
 """
-from mpmath import mp, mpf, exp, log, sqrt, loggamma, erfc, pi, floor, atan, inf
+from mpmath import mp, mpf, exp, expm1, log, log1p, sqrt, loggamma, erfc, pi, floor
+
+from quadrature import FINE, half_line
 
 mp.dps = 50
 EPS = mpf(10) ** -45
 
+# From here on the tails are integrals.
+MANY = 1e5
+
+MOST_ROUNDS = 100000
+
+
+# Beyond it a normal tail is nothing at any precision.
+FARTHEST = 1e5
+
 
 def normal_lower(z):
     z = mpf(z)
+    if abs(z) > FARTHEST:
+        return mpf(0 if z < 0 else 1)
     return erfc(-z / sqrt(mpf(2))) / 2
 
 
 def normal_density(z):
     z = mpf(z)
+    if abs(z) > FARTHEST:
+        return mpf(0)
     return exp(-z * z / 2) / sqrt(2 * pi)
 
 
@@ -24,19 +39,18 @@ def gamma_term(a, x):
     return exp(a * log(x) - x - loggamma(a + 1))
 
 
-def gamma_tails(a, x):
+def gamma_tails(a, x, rule=FINE):
     """Lower and upper incomplete gamma ratio; the smaller one to full precision."""
     a, x = mpf(a), mpf(x)
     if x <= 0:
         return mpf(0), mpf(1)
+    if a > MANY:
+        try:
+            return gamma_integral(a, x, rule)
+        except ArithmeticError:
+            pass  # far out, where either expansion is short
     if x < a + 1:
-        term = total = mpf(1)
-        c = a
-        while term > EPS * total:
-            c += 1
-            term *= x / c
-            total += term
-        lower = gamma_term(a, x) * total
+        lower = lower_series(a, x)
         if a < 1:
             return lower, upper_for_small_shape(a, x)
         return lower, 1 - lower
@@ -44,10 +58,28 @@ def gamma_tails(a, x):
     return 1 - upper, upper
 
 
+def gamma_integral(a, x, rule):
+    if x <= a:
+        lower = gamma_term(a, x) * a * half_line(lambda s: a * s + x * expm1(-s), rule)
+        return lower, 1 - lower
+    upper = gamma_term(a, x) * a * half_line(lambda s: x * expm1(s) - a * s, rule)
+    return 1 - upper, upper
+
+
+def lower_series(a, x):
+    term = total = mpf(1)
+    c = a
+    while term > mp.eps * total:
+        c += 1
+        term *= x / c
+        total += term
+    return gamma_term(a, x) * total
+
+
 def upper_for_small_shape(a, x):
-    """The upper ratio for a below 1 and an x below a + 1, where 1 - lower would cancel."""
-    with mp.workdps(120):
-        value = mp.gammainc(mpf(a), mpf(x), mp.inf, regularized=True)
+    """The upper ratio for a below 1 and an x below a + 1, where 1 - lower cancels, but by few digits."""
+    with mp.workdps(90):
+        value = 1 - lower_series(a, x)
     return +value
 
 
@@ -79,7 +111,7 @@ def beta_factor(a, b, x, y):
     return exp(a * log(x) + b * log(y) + loggamma(a + b) - loggamma(a + 1) - loggamma(b))
 
 
-def beta_tails(a, b, x, y=None):
+def beta_tails(a, b, x, y=None, rule=FINE):
     """I_x(a, b) and its complement; the smaller one to full precision. y is 1 - x."""
     a, b, x = mpf(a), mpf(b), mpf(x)
     y = 1 - x if y is None else mpf(y)
@@ -87,10 +119,23 @@ def beta_tails(a, b, x, y=None):
         return mpf(0), mpf(1)
     if y <= 0:
         return mpf(1), mpf(0)
+    if a + b > MANY and min(a, b) > 1:
+        try:
+            return beta_integral(a, b, x, y, rule)
+        except ArithmeticError:
+            pass  # far out, where the fraction is short
     if x <= (a + 1) / (a + b + 2):
         lower = beta_factor(a, b, x, y) * beta_fraction(a, b, x)
         return lower, 1 - lower
     upper = beta_factor(b, a, y, x) * beta_fraction(b, a, y)
+    return 1 - upper, upper
+
+
+def beta_integral(a, b, x, y, rule):
+    if x * b <= a * y:
+        lower = beta_factor(a, b, x, y) * a * half_line(lambda s: a * s + (a + b) * log1p(x * expm1(-s)), rule)
+        return lower, 1 - lower
+    upper = beta_factor(b, a, y, x) * b * half_line(lambda s: b * s + (a + b) * log1p(y * expm1(-s)), rule)
     return 1 - upper, upper
 
 
@@ -115,6 +160,8 @@ def beta_fraction(a, b, x):
             h *= delta
         if abs(delta - 1) < EPS:
             return h
+        if m > MOST_ROUNDS:
+            raise ArithmeticError("the fraction is too long")
 
 
 def t_tails(x, df):
@@ -171,13 +218,13 @@ def binomial_point(k, n, prob):
     return exp(loggamma(n + 1) - loggamma(k + 1) - loggamma(n - k + 1) + k * log(prob) + (n - k) * mp.log1p(-prob))
 
 
-def binomial_lower(x, n, prob):
+def binomial_lower(x, n, prob, rule=FINE):
     x = floor(mpf(x))
     if x < 0:
         return mpf(0)
     if x >= n:
         return mpf(1)
-    return beta_tails(n - x, x + 1, 1 - mpf(prob), mpf(prob))[0]
+    return beta_tails(n - x, x + 1, 1 - mpf(prob), mpf(prob), rule)[0]
 
 
 def log_choose(n, k):
@@ -218,10 +265,27 @@ def poisson_range(c):
     return int(max(0, floor(c - width))), int(floor(c + width))
 
 
+# From this mean of the weights on they are as good as a normal density, whose sum over every so many is its integral.
+SMOOTH = 5e5
+
+
+def smooth_mixture(c, ratio):
+    """The sum of Poisson weights times a ratio, by an even choice of them: three to a standard deviation."""
+    stride = int(sqrt(c) / 3)
+    centre = int(c)
+    total = mpf(0)
+    for k in range(-30, 31):
+        j = centre + k * stride
+        total += exp(j * log(c) - c - loggamma(j + 1)) * ratio(j)
+    return total * stride
+
+
 def noncentral_chi(x, df, ncp):
     x, df, c = mpf(x), mpf(df), mpf(ncp) / 2
     if x <= 0:
         return mpf(0)
+    if c > SMOOTH:
+        return smooth_mixture(c, lambda j: gamma_tails(df / 2 + j, x / 2)[0])
     first, last = poisson_range(c)
     # Small lower tails come from the first terms of all, however small their weight.
     first = 0 if first < 3000 else first
@@ -245,6 +309,8 @@ def noncentral_beta(x, y, a, b, ncp):
     x, y, a, b, c = mpf(x), mpf(y), mpf(a), mpf(b), mpf(ncp) / 2
     if c == 0:
         return beta_tails(a, b, x, y)[0]
+    if c > SMOOTH:
+        return smooth_mixture(c, lambda j: beta_tails(a + j, b, x, y)[0])
     first, last = poisson_range(c)
     first = 0 if first < 3000 else first
     top = a + last
@@ -298,16 +364,20 @@ def noncentral_t(x, df, ncp):
 
 def noncentral_t_density(x, df, ncp):
     x, df, ncp = mpf(x), mpf(df), mpf(ncp)
-    digits = 60 + int(ncp * ncp)
+    # Terms of alternating sign cancel down to a density of about exp(-ncp^2).
+    digits = 60 + (int(ncp * ncp) if x * ncp < 0 else 0)
     with mp.workdps(digits):
         u = ncp * x * sqrt(mpf(2)) / sqrt(df + x * x)
-        total, size, j = mpf(0), mpf(0), 0
+        # Every other term follows from the one before.
+        even, odd = mpf(1), exp(loggamma(df / 2 + 1) - loggamma((df + 1) / 2)) * u
+        total, j = mpf(0), 0
         while True:
-            term = exp(loggamma((df + j + 1) / 2) - loggamma(df / 2) - loggamma(mpf(j) + 1)) * u ** j
-            total += term
-            size = max(size, abs(term))
-            if abs(term) < abs(total) * mpf(10) ** -40 and j * j > u * u * (df + j) / 2:
+            total += even + odd
+            j += 2
+            even *= u * u * (df + j - 1) / 2 / ((j - 1) * j)
+            odd *= u * u * (df + j) / 2 / (j * (j + 1))
+            if j * j > u * u * (df + j) / 2 and abs(even) + abs(odd) < abs(total) * mpf(10) ** -40:
                 break
-            j += 1
-        value = total * exp(-ncp * ncp / 2 - df / 2 * mp.log1p(x * x / df) - log(df + x * x) / 2 - log(pi) / 2)
+        factor = loggamma((df + 1) / 2) - loggamma(df / 2)
+        value = total * exp(factor - ncp * ncp / 2 - df / 2 * mp.log1p(x * x / df) - log(df + x * x) / 2 - log(pi) / 2)
     return +value

@@ -10,8 +10,8 @@ import math
 from mpmath import mp, mpf, inf, nan
 
 import reference as ref
-from distributions import cdf_std_norm, located, normal_quantile, normal_values, pdf_std_norm, probabilities
-from draw import MISSING, repeat, values_of
+from draw import MISSING, span, values_of
+from normal import cdf_std_norm, located_probabilities, normal_quantile, normal_values, pdf_std_norm, probabilities
 
 MISSING_NUMBER = -1.7976931348623157e308
 INT_LOW, INT_HIGH = -2147483648.0, 2147483647.0
@@ -37,7 +37,7 @@ def table(function, *regions):
     """Regions of points drawn for a function: (name, count, draw), or (name, list of points)."""
     def points(d):
         for name, *rest in regions:
-            yield name, repeat(rest[0], lambda: rest[1](d)) if len(rest) == 2 else rest[0]
+            yield d.region(name, *rest) if len(rest) == 2 else (name, rest[0])
     return values_of(points, function)
 
 
@@ -55,6 +55,10 @@ def any_size(d, low=1e-150, high=1e150):
 
 def pair(d):
     return [any_size(d), any_size(d)]
+
+
+def farther_pair(d):
+    return [any_size(d, 1e-300, 1e300), any_size(d, 1e-300, 1e300)]
 
 
 def near_pair(d):
@@ -118,12 +122,12 @@ WHOLE_LIMITS = [[x] for x in (0.0, -0.0, 0.5, -0.5, 0.49999999999999994, 1.0, -1
                               2147483647.0, 2147483648.0, -2147483647.5, -2147483647.9999998, -2147483648.0, 1e300, M)]
 PAIRS_OF_MISSING = [[M, 1.0], [1.0, M], [M, M], [0.0, 0.0], [0.0, -0.0], [1.0, 0.0]]
 EITHER_MISSING = PAIRS_OF_MISSING[:3]
-LOG_REGIONS = (("all magnitudes", 120, lambda d: [d.log(1e-307, 1e308)]),
-               ("near 1", 80, lambda d: [1 + d.sign() * d.log(1e-15, 1e-1)]),
+LOG_REGIONS = (("1e-307 to 1e308", 120, lambda d: [d.log(1e-307, 1e308)]),
+               ("1 +- 1e-15 to 0.1", 81, lambda d: [1 + d.sign() * d.log(1e-15, 1e-1)]),
                ("limits", [[x] for x in (5e-324, 1e-310, 1.7976931348623157e308, 1.0, 10.0, 1000.0, 0.0, -0.0, -1.0, M)]))
-WHOLE_REGIONS = (("all magnitudes", 120, lambda d: [any_size(d, 1e-5, 2e9)]), ("halves", 80, halves),
+WHOLE_REGIONS = (("+-1e-5 to 2e9", 120, lambda d: [any_size(d, 1e-5, 2e9)]), ("halves +-0.5 to 1e9 and beside them", 81, halves),
                  ("limits", WHOLE_LIMITS))
-UNBOUNDED_REGIONS = (("all magnitudes", 120, lambda d: [any_size(d, 1e-300, 1e300)]), ("halves", 80, halves),
+UNBOUNDED_REGIONS = (("+-1e-300 to 1e300", 120, lambda d: [any_size(d, 1e-300, 1e300)]), ("halves +-0.5 to 1e9 and beside them", 81, halves),
                      ("limits", WHOLE_LIMITS))
 
 
@@ -133,31 +137,36 @@ def near_threshold(d):
 
 
 ARITHMETIC = {
-    "plus": table(present(lambda a, b: mpf(a) + mpf(b)), ("all magnitudes", 120, pair), ("near ones", 80, near_pair),
+    "plus": table(present(lambda a, b: mpf(a) + mpf(b)), ("+-1e-300 to 1e300", 120, farther_pair),
+                  ("+-0.1 to 10", 81, near_pair),
                   ("limits", EITHER_MISSING + [[0.0, 0.0], [1e308, -1e308], [1.0, -1.0]])),
-    "minus": table(present(lambda a, b: mpf(a) - mpf(b)), ("all magnitudes", 120, pair), ("near ones", 80, near_pair),
+    "minus": table(present(lambda a, b: mpf(a) - mpf(b)), ("+-1e-300 to 1e300", 120, farther_pair),
+                  ("+-0.1 to 10", 81, near_pair),
                    ("limits", EITHER_MISSING + [[0.0, 0.0], [1e308, 1e308], [1.0, 1.0]])),
-    "multiply": table(present(lambda a, b: mpf(a) * mpf(b)), ("all magnitudes", 120, pair),
-                      ("near ones", 80, near_pair), ("limits", EITHER_MISSING + [[0.0, -5.0], [1e300, 0.0]])),
-    "divide": table(present(quotient), ("all magnitudes", 120, pair), ("near ones", 80, near_pair),
+    "multiply": table(present(lambda a, b: mpf(a) * mpf(b)), ("+-1e-150 to 1e150", 120, pair),
+                      ("+-0.1 to 10", 81, near_pair), ("limits", EITHER_MISSING + [[0.0, -5.0], [1e300, 0.0]])),
+    "divide": table(present(quotient), ("+-1e-150 to 1e150", 120, pair), ("+-0.1 to 10", 81, near_pair),
                     ("limits", PAIRS_OF_MISSING + [[0.0, 3.0], [-0.0, -3.0]])),
-    "pow": table(present(power), ("positive bases", 80, lambda d: [d.log(1e-3, 1e3), d.between(-80, 80)]),
-                 ("bases near 1", 60, lambda d: [1 + d.sign() * d.log(1e-9, 1e-3), d.sign() * d.log(1, 1e5)]),
-                 ("negative bases", 60, lambda d: [-d.log(0.1, 10), float(d.whole(-40, 40))]),
-                 ("roots", 20, lambda d: [d.log(1e-300, 1e300), 1 / d.whole(2, 9)]),
+    "pow": table(present(power), ("bases 1e-3 to 1e3, exponents -80 to 80", 81, lambda d: [d.log(1e-3, 1e3), d.between(-80, 80)]),
+                 ("bases 1 +- 1e-9 to 1e-3, exponents +-1 to 1e5", 60,
+                  lambda d: [1 + d.sign() * d.log(1e-9, 1e-3), d.sign() * d.log(1, 1e5)]),
+                 ("bases -10 to -0.1, whole exponents -40 to 40", 60, lambda d: [-d.log(0.1, 10), float(d.whole(-40, 40))]),
+                 ("bases 1e-300 to 1e300, exponents 1 / 2 to 1 / 9", 30,
+                  lambda d: [d.log(1e-300, 1e300), 1 / d.whole(2, 9)]),
                  ("limits", EITHER_MISSING + [[0.0, 0.0], [0.0, 2.0], [0.0, -1.0], [5.0, 0.0], [-5.0, 0.0], [1.0, 1e300],
                                               [-8.0, 1 / 3], [2.0, 2000.0], [-2.0, 2001.0], [2.0, 1023.0]])),
-    "abs": table(present(lambda x: abs(mpf(x))), ("all magnitudes", 200, lambda d: [any_size(d, 1e-300, 1e300)]),
+    "abs": table(present(lambda x: abs(mpf(x))), ("+-1e-300 to 1e300", 201, lambda d: [any_size(d, 1e-300, 1e300)]),
                  ("limits", [[0.0], [-0.0], [-5e-324], [1.7976931348623157e308], [M]])),
-    "exp": table(present(exponential), ("all exponents", 140, lambda d: [d.between(-707.9, 709)]),
-                 ("near 0", 60, lambda d: [any_size(d, 1e-18, 1e-1)]),
+    "exp": table(present(exponential), ("-707.9 to 709", 141, lambda d: [d.between(-707.9, 709)]),
+                 ("+-1e-18 to 0.1", 60, lambda d: [any_size(d, 1e-18, 1e-1)]),
                  ("limits", [[x] for x in (0.0, 709.0, 709.0000000000001, 1e300, -707.9999999999999, -708.0, -709.0, -1e300,
                                            M)])),
     "log10": table(logarithm(mp.log10), *LOG_REGIONS),
     "ln": table(logarithm(mp.log), *LOG_REGIONS),
     "mod": table(present(remainder),
-                 ("whole numbers", 80, lambda d: [float(d.sign() * d.whole(0, 10 ** 9)), float(d.sign() * d.whole(1, 999))]),
-                 ("fractions", 120, lambda d: [any_size(d, 1e-3, 1e4), any_size(d, 1e-3, 1e3)]),
+                 ("whole numbers -1e9 to 1e9 by +-1 to 999", 81,
+                  lambda d: [float(d.sign() * d.whole(0, 10 ** 9)), float(d.sign() * d.whole(1, 999))]),
+                 ("+-1e-3 to 1e4 by +-1e-3 to 1e3", 120, lambda d: [any_size(d, 1e-3, 1e4), any_size(d, 1e-3, 1e3)]),
                  ("limits", PAIRS_OF_MISSING + [[2147483646.0, 1.0], [2147483647.0, 1.0], [-2147483647.0, 1.0],
                                                 [-2147483648.0, 1.0], [1e300, 1.0], [5.0, 1e300], [6.0, 3.0], [-6.0, 4.0]])),
     "round": table(rounded, *WHOLE_REGIONS),
@@ -165,10 +174,10 @@ ARITHMETIC = {
     "floor": table(lambda x: number(mp.floor(mpf(x))), *UNBOUNDED_REGIONS),
     "ceil": table(lambda x: number(mp.ceil(mpf(x))), *UNBOUNDED_REGIONS),
     "sqrt": table(lambda x: mp.sqrt(mpf(x)) if x >= 0 else MISSING,
-                  ("all magnitudes", 200, lambda d: [d.log(1e-307, 1e308)]),
+                  ("1e-307 to 1e308", 201, lambda d: [d.log(1e-307, 1e308)]),
                   ("limits", [[0.0], [-0.0], [5e-324], [-5e-324], [1.7976931348623157e308], [-1.0], [M]])),
-    "threshold": table(lambda x, t=0.0: mpf(1 if x > t else 0), ("apart", 120, pair),
-                       ("near the threshold", 80, near_threshold),
+    "threshold": table(lambda x, t=0.0: mpf(1 if x > t else 0), ("+-1e-300 to 1e300", 120, farther_pair),
+                       ("within one step, +-1e-150 to 1e150", 81, near_threshold),
                        ("limits", [[0.0, -0.0], [M, M], [M, -1e308], [1.0, M], [3.0], [-3.0], [0.0]])),
 }
 
@@ -213,15 +222,16 @@ def variance(numbers):
 
 
 AGGREGATE_LIMITS = [[M], [M, M, M], [5.0], [M, 5.0, M], [0.0, 0.0], [7.5, 7.5, 7.5, 7.5], [1e-300, 1e300]]
-SIGNED = ("mixed signs", 100, some(lambda d: d.sign() * d.log(1e-3, 1e3)))
-POSITIVE = ("one sign", 100, some(lambda d: d.log(1e-100, 1e100)))
-EXACT_REGIONS = (SIGNED, ("all magnitudes", 100, some(lambda d: any_size(d, 1e-300, 1e300))), ("limits", AGGREGATE_LIMITS))
+SIGNED = ("1 to 8 of +-1e-3 to 1e3", 102, some(lambda d: d.sign() * d.log(1e-3, 1e3)))
+POSITIVE = ("1 to 8 of 1e-100 to 1e100", 102, some(lambda d: d.log(1e-100, 1e100)))
+EXACT_REGIONS = (SIGNED, ("1 to 8 of +-1e-300 to 1e300", 102, some(lambda d: any_size(d, 1e-300, 1e300))), ("limits", AGGREGATE_LIMITS))
 
 
 def spread_regions(low, high):
-    return (("around 0", 80, some(lambda d: d.between(-10, 10))),
-            ("all magnitudes", 60, scaled(lambda d: d.between(-1, 1), low, high)),
-            ("far from 0", 60, scaled(lambda d: 1e6 + d.between(-1, 1), 1e-3, 1e3)),
+    sizes = span(low, high)
+    return (("1 to 8 of -10 to 10", 81, some(lambda d: d.between(-10, 10))),
+            (f"2 to 8 of -1 to 1 times {sizes}", 60, scaled(lambda d: d.between(-1, 1), low, high)),
+            ("2 to 8 of 999999 to 1000001 times 1e-3 to 1e3", 60, scaled(lambda d: 1e6 + d.between(-1, 1), 1e-3, 1e3)),
             ("limits", [[M], [M, 5.0], [5.0], [7.5, 7.5], [3.0, M, 3.0], [M, M], [1.0, 2.0], [-1e100, 1e100]]))
 
 
@@ -230,8 +240,8 @@ AGGREGATES = {
     "mean": table(of_present(mean), POSITIVE, SIGNED, ("limits", AGGREGATE_LIMITS)),
     "avg": table(of_present(mean), POSITIVE, SIGNED, ("limits", AGGREGATE_LIMITS)),
     "median": table(of_present(median), POSITIVE, SIGNED, ("limits", AGGREGATE_LIMITS)),
-    "product": table(of_present(mp.fprod), ("all magnitudes", 120, some(lambda d: any_size(d, 1e-35, 1e35))),
-                     ("near ones", 80, some(lambda d: d.sign() * d.between(0.1, 10))), ("limits", AGGREGATE_LIMITS)),
+    "product": table(of_present(mp.fprod), ("1 to 8 of +-1e-35 to 1e35", 120, some(lambda d: any_size(d, 1e-35, 1e35))),
+                     ("1 to 8 of +-0.1 to 10", 81, some(lambda d: d.sign() * d.between(0.1, 10))), ("limits", AGGREGATE_LIMITS)),
     "min": table(of_present(min), *EXACT_REGIONS),
     "max": table(of_present(max), *EXACT_REGIONS),
     "sd": table(of_present(lambda x: mp.sqrt(variance(x)), 2), *spread_regions(1e-150, 1e150)),
@@ -273,7 +283,7 @@ def normal_idf(p, mean_, sd):
 def normal_idf_table():
     limits = [[0.0, 1.0, 2.0], [1.0, 1.0, 2.0], [-0.5, 1.0, 2.0], [1.5, 1.0, 2.0], [0.5, 1.0, 2.0], [0.3, 1.0, 0.0],
               [0.3, 1.0, -2.0], [M, 1.0, 2.0], [0.3, M, 2.0], [0.3, 1.0, M]]
-    return listed(values_of(lambda d: located(probabilities(d), d), present(normal_idf)),
+    return listed(values_of(located_probabilities, present(normal_idf)),
                   table(present(normal_idf), ("limits", limits)))
 
 
@@ -304,8 +314,8 @@ NORMAL = {
     "std_normal_cdf": std_normal_table(cdf_std_norm, std_normal_lower, (0.0, -0.0, -40.0, 40.0, -1e300, 1e300, M)),
     "std_normal_pdf": std_normal_table(pdf_std_norm, std_normal_density, (0.0, -0.0, -40.0, 40.0, -1e300, 1e300, M)),
     "std_normal_idf": std_normal_table(probabilities, std_normal_idf, (0.0, 1.0, 0.5, -0.1, 1.1, 5e-324, M)),
-    "erf": table(present(lambda x: mp.erf(mpf(x))), ("near 0", 80, lambda d: [any_size(d, 1e-20, 0.5)]),
-                 ("from 0.5 on", 120, lambda d: [d.sign() * d.between(0.5, 7)]),
+    "erf": table(present(lambda x: mp.erf(max(min(mpf(x), 50), -50))), ("+-1e-300 to 0.5", 81, lambda d: [any_size(d, 1e-300, 0.5)]),
+                 ("+-0.5 to 1e300", 120, lambda d: [d.sign() * d.random.choice((d.between(0.5, 7), d.log(7, 1e300)))]),
                  ("limits", [[x] for x in (0.0, -0.0, 10.0, -10.0, 1e300, -1e300, M)])),
 }
 
@@ -321,6 +331,10 @@ def difference(*divisors):
             value /= mpf(divisor)
         return value
     return present(result)
+
+
+MOMENTS = ("of the years 1 to 9999", "-1e9 to 4e9")
+TIMES = ("0 to 86399", "0 to 86400")
 
 
 def moments(d):
@@ -339,8 +353,8 @@ def times_with_fractions(d):
     return [d.between(0, DAY), d.between(0, DAY)]
 
 
-def differences(function, whole, fractions):
-    return table(function, ("whole seconds", 120, whole), ("fractions", 80, fractions),
+def differences(function, whole, fractions, ranges):
+    return table(function, (f"whole seconds {ranges[0]}", 120, whole), (f"fractions {ranges[1]}", 81, fractions),
                  ("limits", [[M, 0.0], [0.0, M], [M, M], [0.0, 0.0], [86400.0, 86400.0], [86400.0, 0.0]]))
 
 
@@ -359,29 +373,29 @@ def clock(pick):
 
 
 def parts_of_date(pick):
-    return table(calendar(pick), ("since 1970", 100, lambda d: [d.between(0, 253402300799)]),
-                 ("before 1970", 80, lambda d: [d.between(-62135596800, 0)]),
-                 ("beyond four digits", 40, lambda d: [d.random.choice((d.between(2.6e11, 3e12), d.between(-2e11, -6.3e10)))]),
+    return table(calendar(pick), ("of the years 1970 to 9999", 102, lambda d: [d.between(0, 253402300799)]),
+                 ("of the years 1 to 1969", 81, lambda d: [d.between(-62135596800, 0)]),
+                 ("-2e11 to -6.3e10 or 2.6e11 to 3e12", 42, lambda d: [d.random.choice((d.between(2.6e11, 3e12), d.between(-2e11, -6.3e10)))]),
                  ("limits", [[x] for x in (0.0, -1.0, -86399.0, -86400.0, 86399.999, 86400.0, 951782400.0, 951868800.0,
                                            4107542400.0, M)]))
 
 
 def parts_of_time(pick):
-    return table(clock(pick), ("within a day", 100, lambda d: [d.between(0, DAY)]),
-                 ("beyond a day", 60, lambda d: [d.between(DAY, 1e9)]), ("below 0", 60, lambda d: [d.between(-1e9, 0)]),
+    return table(clock(pick), ("0 to 86400", 102, lambda d: [d.between(0, DAY)]),
+                 ("86400 to 1e9", 60, lambda d: [d.between(DAY, 1e9)]), ("-1e9 to 0", 60, lambda d: [d.between(-1e9, 0)]),
                  ("limits", [[x] for x in (0.0, -0.5, -1.0, 59.0, 60.0, 3599.0, 3600.0, 86399.0, 86399.999, 86400.0, M)]))
 
 
 DATES = {
-    "date_years_difference": differences(difference(DAY, 365.25), moments, moments_with_fractions),
-    "date_months_difference": differences(difference(DAY, 30.4375), moments, moments_with_fractions),
-    "date_days_difference": differences(difference(DAY), moments, moments_with_fractions),
+    "date_years_difference": differences(difference(DAY, 365.25), moments, moments_with_fractions, MOMENTS),
+    "date_months_difference": differences(difference(DAY, 30.4375), moments, moments_with_fractions, MOMENTS),
+    "date_days_difference": differences(difference(DAY), moments, moments_with_fractions, MOMENTS),
     "year_from_date": parts_of_date(lambda date, cycles: date.year + 400 * cycles),
     "month_from_date": parts_of_date(lambda date, _: date.month),
     "day_from_date": parts_of_date(lambda date, _: date.day),
-    "time_hours_difference": differences(difference(3600), times, times_with_fractions),
-    "time_minutes_difference": differences(difference(60), times, times_with_fractions),
-    "time_seconds_difference": differences(difference(), times, times_with_fractions),
+    "time_hours_difference": differences(difference(3600), times, times_with_fractions, TIMES),
+    "time_minutes_difference": differences(difference(60), times, times_with_fractions, TIMES),
+    "time_seconds_difference": differences(difference(), times, times_with_fractions, TIMES),
     "hour_from_time": parts_of_time(lambda n: n // 3600),
     "minute_from_time": parts_of_time(lambda n: n % 3600 // 60),
     "second_from_time": parts_of_time(lambda n: n % 60),
@@ -421,7 +435,7 @@ def beyond_tolerance(d):
 
 
 def comparison(condition):
-    return table(truth(condition), ("apart", 100, pair), ("next to each other", 100, maybe_equal),
+    return table(truth(condition), ("+-1e-300 to 1e300", 102, farther_pair), ("within one step or opposite, +-1e-3 to 1e3", 102, maybe_equal),
                  ("limits", [[0.0, -0.0], [M, M], [M, 0.0], [0.0, M], [M, -1.7e308], [1.0], [1.0, 2.0, 3.0]]))
 
 
@@ -430,8 +444,8 @@ def of_two(condition):
 
 
 def equality(condition):
-    return table(truth(condition), ("apart", 60, pair), ("within the tolerance", 80, within_tolerance),
-                 ("beyond the tolerance", 80, beyond_tolerance),
+    return table(truth(condition), ("+-1e-300 to 1e300", 60, farther_pair), ("1e-16 to 2e-14 apart, +-1e-150 to 1e150", 81, within_tolerance),
+                 ("2.4e-14 to 1e-3 apart, +-1e-150 to 1e150", 81, beyond_tolerance),
                  ("limits", [[0.0, -0.0], [M, M], [M, 0.0], [0.0, M], [0.0, 5e-324], [1.0], [1.0, 1.0, 1.0]]))
 
 
@@ -448,7 +462,8 @@ def near_members(d):
 
 def membership(expected):
     return table(truth(lambda x, *others: any(same(x, other) for other in others) == expected),
-                 ("whole numbers", 120, members), ("near the tolerance", 80, near_members),
+                 ("1 to 7 whole numbers 0 to 9", 120, members),
+                 ("1 to 4 numbers 1e-16 to 1e-3 apart, +-1e-150 to 1e150", 81, near_members),
                  ("limits", [[1.0], [M, M], [M, 1.0], [1.0, M], [0.0, -0.0], [0.0, 5e-324]]))
 
 
@@ -457,7 +472,7 @@ def truths(d):
 
 
 def logic(condition):
-    return table(truth(condition), ("any number of arguments", 200, truths), ("limits", [[0.0], [-0.0], [1.0], [M], [5e-324]]))
+    return table(truth(condition), ("1 to 8 arguments", 201, truths), ("limits", [[0.0], [-0.0], [1.0], [M], [5e-324]]))
 
 
 LOGIC = {
@@ -497,8 +512,8 @@ def outlier_points(sigmas):
 
 
 OUTLIERS = {
-    "outlier_handle": table(outlier, ("inside", 60, outlier_points(lambda d: d.between(0, 0.999))),
-                            ("outside", 160, outlier_points(lambda d: d.log(1.001, 100))),
+    "outlier_handle": table(outlier, ("0 to 0.999 of the reach", 60, outlier_points(lambda d: d.between(0, 0.999))),
+                            ("1.001 to 100 times the reach", 159, outlier_points(lambda d: d.log(1.001, 100))),
                             ("limits", [[M, 2.0, 0.0, 1.0, 1.0, 1.0], [3.0, 2.0, 1.0, 1.0, 2.0, 1.0],
                                         [-1.0, 0.0, 1.0, 1.0, 2.0, 1.0], [9.0, 2.0, 1.0, 1.0, 2.0, 0.0],
                                         [9.0, 2.0, 1.0, 1.0, 2.0, -1.0], [9.0, 1.0, 1.0, 1.0, 2.0, 1.0]])),
