@@ -1,5 +1,6 @@
 #include "factory/factory_support.h"
 #include "factory/xml_faults.h"
+#include "support/dom.h"
 #include "support/failure.h"
 
 #include <MCVeltrane_900/ScoreDictionary.h>
@@ -117,6 +118,28 @@ TEST_P(ParserLifetime, WithADictionary) {
         std::istringstream in(GetParam().document);
         return ModelFactory::MakeModelFromXML(in, static_cast<ScoreDictionary*>(nullptr), GetParam().names, "");
     });
+}
+
+TEST_P(ParserLifetime, OfAFile) {
+    const TemporaryFolder folder;
+    folder.Write("model.xml", GetParam().document);
+    std::string list;
+    for (const std::string& name : GetParam().names) {
+        list += name + "\n";
+    }
+    folder.Write("models.txt", list);
+    ExpectFate(GetParam().withoutDictionary,
+               [] { return ModelFactory::MakeModelFromXML(std::string("model.xml"), "models.txt", ""); });
+}
+
+TEST(ParserOfAnElement, IsTheHostsAlone) {
+    const ParsedXml document = ParseXml("<TreeModel/>");
+    const Documents before = DocumentsSoFar();
+    const ModelPointer model(ModelFactory::MakeModelFromXML(document.Root(), Names{"TreeModel"},
+                                                            static_cast<MCVeltrane_900::ScoreModel*>(nullptr), ""));
+    EXPECT_NE(model, nullptr);
+    EXPECT_EQ(DocumentsSoFar().made, before.made);
+    EXPECT_EQ(DocumentsSoFar().gone, before.gone);
 }
 
 INSTANTIATE_TEST_SUITE_P(Roads, ParserLifetime, testing::ValuesIn(kRoads),
