@@ -25,6 +25,8 @@ set(VELTRANE_PUBLIC_HEADERS
     MCVeltrane_900/KORDModelTags.h
     MCVeltrane_900/KORDTranslator.h
     MCVeltrane_900/MapValues.h
+    MCVeltrane_900/Messages.def
+    MCVeltrane_900/Messages.h
     MCVeltrane_900/MissingValueSet.h
     MCVeltrane_900/ModelFactory.h
     MCVeltrane_900/NumericValue.h

@@ -26,6 +26,7 @@
 #include <MCVeltrane_900/KORDModelTags.h>
 #include <MCVeltrane_900/KORDTranslator.h>
 #include <MCVeltrane_900/MapValues.h>
+#include <MCVeltrane_900/Messages.h>
 #include <MCVeltrane_900/MissingValueSet.h>
 #include <MCVeltrane_900/ModelFactory.h>
 #include <MCVeltrane_900/NumericValue.h>

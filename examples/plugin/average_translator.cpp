@@ -57,7 +57,8 @@ private:
         const double number = VerifyDouble(weight);
         if (!(number > 0)) {
             VTException failure;
-            failure.PutErrorMessage(260152, ToString(weight).c_str(), "weight"); // Invalid value of an attribute
+            failure.PutErrorMessage(static_cast<int>(Message::INVALID_ATTRIBUTE_VALUE), ToString(weight).c_str(),
+                                    "weight");
             throw failure;
         }
         model.AddTerm(*field, number);
@@ -66,7 +67,8 @@ private:
     /// Failures are catalogued: the host shows a number and a text.
     [[noreturn]] static void FailOn(const std::string& field) {
         VTException failure;
-        failure.PutErrorMessage(260125, field.c_str(), "DataDictionary", "TransformationDictionary");
+        failure.PutErrorMessage(static_cast<int>(Message::MISSING_VARIABLE_IN_BOTH), field.c_str(), "DataDictionary",
+                                "TransformationDictionary");
         throw failure;
     }
 };

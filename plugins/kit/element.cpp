@@ -46,10 +46,10 @@ const XMLCh* Element::Raw(const XMLCh* name) const {
 const XMLCh* Element::Filled(const XMLCh* name) const {
     const XMLCh* text = Find(name);
     if (text == nullptr) {
-        Raise(260120, Narrow(name), Tag());
+        Raise<Message::MISSING_ATTRIBUTE_OF>(Narrow(name), Tag());
     }
     if (*text == 0) {
-        Raise(260285, Narrow(name), Tag());
+        Raise<Message::NULL_ATTRIBUTE>(Narrow(name), Tag());
     }
     return text;
 }
@@ -61,7 +61,7 @@ std::string Element::Text(const XMLCh* name) const {
 std::string Element::AnyText(const XMLCh* name) const {
     const XMLCh* text = Find(name);
     if (text == nullptr) {
-        Raise(260120, Narrow(name), Tag());
+        Raise<Message::MISSING_ATTRIBUTE_OF>(Narrow(name), Tag());
     }
     return (*fText)(text);
 }
@@ -101,7 +101,7 @@ Element Element::Child(const XMLCh* tag) const {
             continue;
         }
         if (found) {
-            Raise(260272, Narrow(tag), Tag());
+            Raise<Message::MORE_THAN_ONE>(Narrow(tag), Tag());
         }
         found = child;
     }
@@ -111,7 +111,7 @@ Element Element::Child(const XMLCh* tag) const {
 Element Element::RequireChild(const XMLCh* tag) const {
     const Element child = Child(tag);
     if (!child) {
-        Raise(260115, Narrow(tag), Tag());
+        Raise<Message::MISSING_NODE_IN>(Narrow(tag), Tag());
     }
     return child;
 }
@@ -131,11 +131,11 @@ std::string Element::Content() const {
 }
 
 void Element::RaiseInvalid(const XMLCh* name) const {
-    Raise(260153, (*fText)(Raw(name)), Narrow(name), Tag());
+    Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>((*fText)(Raw(name)), Narrow(name), Tag());
 }
 
 void Element::RaiseMisplaced() const {
-    Raise(260159, Tag(), Narrow(fElement->getParentNode()->getNodeName()));
+    Raise<Message::INVALID_NODE>(Tag(), Narrow(fElement->getParentNode()->getNodeName()));
 }
 
 } // namespace veltrane_kit

@@ -82,9 +82,9 @@ int Inputs::RequireSlot(const Element& element, const XMLCh* attribute) {
     const int slot = Slot(name);
     if (slot == kNoSlot) {
         if (fDictionary.GetVar(name) != nullptr) {
-            Raise(260161, name);
+            Raise<Message::NO_PREDICTOR>(name);
         }
-        Raise(260125, name, "DataDictionary", "TransformationDictionary");
+        Raise<Message::MISSING_VARIABLE_IN_BOTH>(name, "DataDictionary", "TransformationDictionary");
     }
     return slot;
 }

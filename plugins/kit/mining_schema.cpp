@@ -65,7 +65,7 @@ void ReadOutliers(const Element& element, MiningField& field) {
     field.low = ReadBound(element, u"lowValue");
     field.high = ReadBound(element, u"highValue");
     if (field.outliers != OutlierTreatment::AS_IS && !field.low && !field.high) {
-        Raise(260188, "lowValue", "highValue", "MiningField");
+        Raise<Message::MISSING_VALUES_OF_BOTH>("lowValue", "highValue", "MiningField");
     }
 }
 
@@ -75,7 +75,7 @@ void ReadLevel(const Element& element, ScoreDictVar& var) {
     }
     const ScoreDictVar::MeasureLevel level = element.OneOf(u"optype", kLevels);
     if (level == ScoreDictVar::LEVEL_CONTINUOUS && var.GetVarType() == ScoreDictVar::STRING_VAR) {
-        Raise(260211, "continuous", "optype", "string", "dataType");
+        Raise<Message::CONFLICTING_VALUES>("continuous", "optype", "string", "dataType");
     }
     var.SetMLevel(level);
 }
@@ -85,7 +85,7 @@ MiningField ReadMiningField(const Element& element, ScoreDictionary& dictionary)
     field.name = element.Text(u"name");
     ScoreDictVar* var = dictionary.GetVar(field.name);
     if (var == nullptr) {
-        Raise(260124, field.name, "DataDictionary");
+        Raise<Message::MISSING_VARIABLE>(field.name, "DataDictionary");
     }
     field.role = element.OneOfOr(u"usageType", kUsageTypes, ScoreModel::ROLE_INPUT);
     ReadLevel(element, *var);
@@ -110,7 +110,7 @@ void NoteTarget(const Element& model, const MiningField& field, MiningSchema& sc
     if (schema.target.empty() || field.name == wanted) {
         schema.target = field.name;
     } else if (schema.target != wanted) {
-        Raise(260273, schema.target, field.name);
+        Raise<Message::MULTIPLE_TARGETS>(schema.target, field.name);
     }
 }
 
@@ -137,7 +137,7 @@ MiningSchema ReadMiningSchema(const Element& model, ScoreDictionary& dictionary)
         }
         MiningField field = ReadMiningField(child, dictionary);
         if (!names.insert(field.name).second) {
-            Raise(260202, field.name, "MiningSchema");
+            Raise<Message::DUPLICATE_VARIABLE_IN>(field.name, "MiningSchema");
         }
         NoteTarget(model, field, schema);
         schema.fields.push_back(std::move(field));
@@ -145,7 +145,7 @@ MiningSchema ReadMiningSchema(const Element& model, ScoreDictionary& dictionary)
     const std::string named = model.TextOr(u"targetFieldName", "");
     if (schema.target.empty() && !named.empty()) {
         if (dictionary.GetVar(named) == nullptr) {
-            Raise(260124, named, "DataDictionary");
+            Raise<Message::MISSING_VARIABLE>(named, "DataDictionary");
         }
         schema.target = named;
     }

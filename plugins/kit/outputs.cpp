@@ -141,7 +141,7 @@ Outputs::Outputs(const Element& model, bool classification, Inputs& inputs, Targ
         Field field = ReadField(child, classification, inputs, target);
         transforms = transforms || field.feature == Feature::TRANSFORMED_VALUE;
         if (!names.insert(field.name).second) {
-            Raise(260203, "OutputField", field.name, "Output");
+            Raise<Message::DUPLICATE_DEFINITION>("OutputField", field.name, "Output");
         }
         fFields.push_back(std::move(field));
     }
@@ -178,7 +178,7 @@ Outputs::Field Outputs::ReadField(const Element& element, bool classification, I
         fTargetSlot = inputs.WatchTarget();
     }
     if (field.feature == Feature::TRANSFORMED_VALUE && !HasExpression(element)) {
-        Raise(260115, "EXPRESSION", "OutputField");
+        Raise<Message::MISSING_NODE_IN>("EXPRESSION", "OutputField");
     }
     return field;
 }

@@ -1,11 +1,14 @@
 #ifndef VELTRANE_PLUGINS_KIT_RAISE_H
 #define VELTRANE_PLUGINS_KIT_RAISE_H
 
+#include <MCVeltrane_900/Messages.h>
 #include <MCVeltrane_900/VTException.h>
 
 #include <string>
 
 namespace veltrane_kit {
+
+using MCVeltrane_900::Message;
 
 namespace detail {
 inline const char* Bytes(const std::string& text) {
@@ -17,12 +20,12 @@ inline const char* Bytes(const char* text) {
 } // namespace detail
 
 /// Throws the one exception of the library with one message of its catalogue.
-/// @param id         the message
-/// @param parameters its placeholders in order, as std::string or const char*
-template <typename... Parameters>
-[[noreturn]] void Raise(int id, const Parameters&... parameters) {
+/// @param parameters one for each placeholder of the message, as std::string or const char*
+template <Message kMessage, typename... Parameters>
+requires MCVeltrane_900::FillsPlaceholders<kMessage, Parameters...>
+[[noreturn]] void Raise(const Parameters&... parameters) {
     MCVeltrane_900::VTException failure;
-    failure.PutErrorMessage(id, detail::Bytes(parameters)...);
+    failure.PutErrorMessage(static_cast<int>(kMessage), detail::Bytes(parameters)...);
     throw failure;
 }
 

@@ -57,7 +57,7 @@ OwnTarget TakeOwnTarget(const Element& model, bool classification, PMMLTranslato
     for (const Element target : targets.Children()) {
         if (target.Is(u"Target") && !target.Has(u"field")) {
             if (own.element) {
-                Raise(260272, "Target", "Targets");
+                Raise<Message::MORE_THAN_ONE>("Target", "Targets");
             }
             own.element = target;
         }

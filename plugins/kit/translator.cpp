@@ -25,7 +25,7 @@ ScoreModel* ModelTranslator::ParseFromTree(xercesc::DOMDocument* document, const
     const DocumentText text(encoding);
     const Element root(document->getDocumentElement(), text);
     if (!root.Is(u"PMML")) {
-        Raise(260160, root.Tag(), "PMML");
+        Raise<Message::INVALID_TOP_ELEMENT>(root.Tag(), "PMML");
     }
     const Element element = FindModel(root);
     ModelParts parts = ReadParts(root, element);
@@ -42,7 +42,7 @@ Element ModelTranslator::FindModel(const Element& root) const {
             return child;
         }
     }
-    Raise(260301, Narrow(fTag));
+    Raise<Message::UNSUPPORTED_MODEL>(Narrow(fTag));
 }
 
 ModelParts ModelTranslator::ReadParts(const Element& root, const Element& model) {
@@ -53,7 +53,7 @@ ModelParts ModelTranslator::ReadParts(const Element& root, const Element& model)
     parts.algorithm = model.TextOr(u"algorithmName", "");
     parts.function = model.OneOf(u"functionName", kFunctions);
     if (!model.FlagOr(u"isScorable", true)) {
-        Raise(260179, model.Text(u"isScorable"), "isScorable", parts.tag, "true");
+        Raise<Message::UNSUPPORTED_VALUE_IN>(model.Text(u"isScorable"), "isScorable", parts.tag, "true");
     }
     const Completed completed = Complete(root, model);
     parts.dictionary.reset(ParseDictionary(root.RequireChild(u"DataDictionary").Dom(), false));

@@ -23,7 +23,7 @@ constexpr Word<Closure> kClosures[] = {
 ValidInterval ReadInterval(const Element& element) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     if (!element.Has(u"leftMargin") && !element.Has(u"rightMargin")) {
-        Raise(260175, "rightMargin", "leftMargin");
+        Raise<Message::REQUIRES_ONE_OF>("rightMargin", "leftMargin");
     }
     const Closure closure = element.OneOf(u"closure", kClosures);
     return {element.NumberOr(u"leftMargin", -kInfinity), element.NumberOr(u"rightMargin", kInfinity), closure.leftOpen,

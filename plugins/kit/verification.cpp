@@ -37,7 +37,7 @@ std::string LocalName(const std::string& tag) {
 void CheckCount(const Element& element, const XMLCh* attribute, std::size_t count, const char* tag, const char* in) {
     const int declared = element.IntegerOr(attribute, static_cast<int>(count));
     if (declared != static_cast<int>(count)) {
-        Raise(260242, std::to_string(declared), Narrow(attribute), std::to_string(count), tag, in);
+        Raise<Message::NUMBER_MISMATCH>(std::to_string(declared), Narrow(attribute), std::to_string(count), tag, in);
     }
 }
 
@@ -57,7 +57,7 @@ std::vector<VerificationField> ReadFields(const Element& element) {
         field.precision = child.NumberOr(u"precision", field.precision);
         field.zeroThreshold = child.NumberOr(u"zeroThreshold", field.zeroThreshold);
         if (!names.insert(field.field).second) {
-            Raise(260203, "VerificationField", field.field, "VerificationFields");
+            Raise<Message::DUPLICATE_DEFINITION>("VerificationField", field.field, "VerificationFields");
         }
         fields.push_back(std::move(field));
     }
@@ -118,11 +118,11 @@ void Parse(xercesc::XercesDOMParser& parser, std::istream& in) {
     try {
         parser.parse(source);
     } catch (...) {
-        Raise(260105);
+        Raise<Message::CANNOT_OPEN_DOCUMENT>();
     }
     parser.setSecurityManager(nullptr);
     if (parser.getErrorCount() > 0) {
-        Raise(260105);
+        Raise<Message::CANNOT_OPEN_DOCUMENT>();
     }
 }
 
@@ -143,7 +143,7 @@ std::optional<Verification> ReadVerification(const Element& model) {
     Verification verification;
     verification.fields = ReadFields(element.RequireChild(u"VerificationFields"));
     if (verification.fields.empty()) {
-        Raise(260115, "VerificationField", "VerificationFields");
+        Raise<Message::MISSING_NODE_IN>("VerificationField", "VerificationFields");
     }
     CheckCount(element, u"fieldCount", verification.fields.size(), "VerificationField", "VerificationFields");
     const Columns columns = ColumnsOf(verification.fields);

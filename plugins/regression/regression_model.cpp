@@ -11,6 +11,7 @@ namespace veltrane_regression {
 
 using veltrane_kit::Element;
 using veltrane_kit::Inputs;
+using veltrane_kit::Message;
 using veltrane_kit::ModelParts;
 using veltrane_kit::Prediction;
 using veltrane_kit::Raise;
@@ -43,9 +44,10 @@ RegressionModel::RegressionModel(const Element& element, ModelParts& parts)
 void RegressionModel::CheckNormalization(const Element& element, bool isClassification) const {
     const Normalization without = isClassification ? Normalization::EXP : Normalization::SIMPLEMAX;
     if (fNormalization == without) {
-        Raise(260179, element.Text(kMethod), veltrane_kit::Narrow(kMethod), element.Tag(),
-              isClassification ? "none, simplemax, softmax, logit, probit, cloglog, loglog, cauchit"
-                               : "none, softmax, logit, probit, cloglog, loglog, cauchit, exp");
+        Raise<Message::UNSUPPORTED_VALUE_IN>(element.Text(kMethod), veltrane_kit::Narrow(kMethod), element.Tag(),
+                                             isClassification
+                                                 ? "none, simplemax, softmax, logit, probit, cloglog, loglog, cauchit"
+                                                 : "none, softmax, logit, probit, cloglog, loglog, cauchit, exp");
     }
 }
 
@@ -59,18 +61,18 @@ void RegressionModel::ReadTables(const Element& element, ModelParts& parts) {
         } else if (fTables.empty()) {
             fTables.push_back({Prediction::kNoCategory, RegressionTable(child, *parts.inputs)});
         } else {
-            Raise(260272, child.Tag(), element.Tag());
+            Raise<Message::MORE_THAN_ONE>(child.Tag(), element.Tag());
         }
     }
     if (fTables.empty()) {
-        Raise(260115, "RegressionTable", element.Tag());
+        Raise<Message::MISSING_NODE_IN>("RegressionTable", element.Tag());
     }
 }
 
 void RegressionModel::ReadCategoryTable(const Element& element, ModelParts& parts, std::set<int>& known) {
     const int category = parts.target->CategoryOf(element, u"targetCategory");
     if (!known.insert(category).second) {
-        Raise(260203, "targetCategory", element.AnyText(u"targetCategory"), "RegressionModel");
+        Raise<Message::DUPLICATE_DEFINITION>("targetCategory", element.AnyText(u"targetCategory"), "RegressionModel");
     }
     fTables.push_back({category, RegressionTable(element, *parts.inputs)});
 }
@@ -80,7 +82,7 @@ void RegressionModel::ReadCategoryTable(const Element& element, ModelParts& part
 void RegressionModel::CompleteCategories(const ModelParts& parts) {
     if (fTables.size() == 1) {
         if (parts.target->CategoryCount() != 2) {
-            Raise(260176, "RegressionTable", parts.tag);
+            Raise<Message::REQUIRES_MORE_THAN_ONE>("RegressionTable", parts.tag);
         }
         fTables.push_back({1 - fTables.front().category, RegressionTable()});
     } else if (fIsOrdinal) {

@@ -14,6 +14,7 @@ namespace veltrane_regression {
 using veltrane_kit::Element;
 using veltrane_kit::FieldValue;
 using veltrane_kit::Inputs;
+using veltrane_kit::Message;
 using veltrane_kit::Raise;
 
 namespace {
@@ -26,7 +27,7 @@ const XMLCh* FieldAttribute(const Element& predictor) {
 int RequireNumericSlot(const Element& element, const XMLCh* attribute, Inputs& inputs) {
     const int slot = inputs.RequireSlot(element, attribute);
     if (!inputs.IsNumeric(slot)) {
-        Raise(260187, inputs.Var(slot).GetName());
+        Raise<Message::REQUIRES_NUMERIC>(inputs.Var(slot).GetName());
     }
     return slot;
 }
@@ -63,7 +64,7 @@ void RegressionTable::ReadNumeric(const Element& element, Inputs& inputs, Known&
     const NumericPredictor predictor{RequireNumericSlot(element, FieldAttribute(element), inputs),
                                      element.NumberOr(u"exponent", 1.0), element.Number(u"coefficient")};
     if (!known.numeric.insert({predictor.slot, predictor.exponent}).second) {
-        Raise(260203, element.Tag(), inputs.Var(predictor.slot).GetName(), "RegressionTable");
+        Raise<Message::DUPLICATE_DEFINITION>(element.Tag(), inputs.Var(predictor.slot).GetName(), "RegressionTable");
     }
     fNumeric.push_back(predictor);
 }
@@ -72,7 +73,7 @@ void RegressionTable::ReadCategorical(const Element& element, Inputs& inputs, Kn
     const int slot = inputs.RequireSlot(element, FieldAttribute(element));
     const int category = inputs.CategoryOf(slot, element, u"value");
     if (!known.categorical[slot].emplace(category, element.Number(u"coefficient")).second) {
-        Raise(260203, element.Tag(), element.AnyText(u"value"), "RegressionTable");
+        Raise<Message::DUPLICATE_DEFINITION>(element.Tag(), element.AnyText(u"value"), "RegressionTable");
     }
 }
 
@@ -86,7 +87,7 @@ void RegressionTable::ReadTerm(const Element& element, Inputs& inputs) {
         }
     }
     if (term.slots.empty()) {
-        Raise(260115, "FieldRef", element.Tag());
+        Raise<Message::MISSING_NODE_IN>("FieldRef", element.Tag());
     }
     fTerms.push_back(std::move(term));
 }

@@ -16,6 +16,7 @@ using MCVeltrane_900::ScoreDictVar;
 using MCVeltrane_900::ScoreValue;
 using veltrane_kit::Categories;
 using veltrane_kit::Element;
+using veltrane_kit::Message;
 using veltrane_kit::Raise;
 using veltrane_kit::TruthOf;
 using veltrane_kit::Word;
@@ -112,7 +113,7 @@ Condition ConditionReader::ReadSimple(const Element& element) {
     const Test test = element.OneOf(kOperator, kOperators);
     if (test == Test::IS_MISSING || test == Test::IS_NOT_MISSING) {
         if (element.Has(kValue)) {
-            Raise(260212, veltrane_kit::Narrow(kValue), element.Text(kOperator));
+            Raise<Message::CONFLICTING_ATTRIBUTES>(veltrane_kit::Narrow(kValue), element.Text(kOperator));
         }
         return OnSlot(test, slot);
     }
@@ -127,8 +128,8 @@ Condition ConditionReader::ReadSimple(const Element& element) {
         return CompareNumber(element, slot, test);
     }
     if (isOrder) {
-        Raise(260179, element.Text(kOperator), veltrane_kit::Narrow(kOperator), element.Tag(),
-              "equal, notEqual, isMissing, isNotMissing");
+        Raise<Message::UNSUPPORTED_VALUE_IN>(element.Text(kOperator), veltrane_kit::Narrow(kOperator), element.Tag(),
+                                             "equal, notEqual, isMissing, isNotMissing");
     }
     Condition condition = OnSlot(test == Test::EQUAL ? Test::IS_CATEGORY : Test::IS_NOT_CATEGORY, slot);
     condition.category = fInputs.CategoryOf(slot, element, kValue);
@@ -244,7 +245,7 @@ Condition ConditionReader::ReadSet(const Element& element) {
         double number = 0.0;
         const int code = isNumeric ? Categories::kUnknown : fInputs.CategoryOf(slot, item);
         if (isNumeric ? !NumberOf(slot, item, number) : code == Categories::kUnknown) {
-            Raise(260153, item, array.Tag(), element.Tag());
+            Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(item, array.Tag(), element.Tag());
         }
         numbers.push_back(number);
         codes.push_back(code);
@@ -270,7 +271,7 @@ Condition ConditionReader::ReadCompound(const Element& element) {
         }
     }
     if (count == 0) {
-        Raise(260283, element.Tag());
+        Raise<Message::NO_CHILD_ELEMENT>(element.Tag());
     }
     condition.span = fConditions.AddParts(count);
     int part = condition.span.first;

@@ -8,6 +8,7 @@
 namespace veltrane_tree {
 
 using veltrane_kit::Element;
+using veltrane_kit::Message;
 using veltrane_kit::Prediction;
 using veltrane_kit::Raise;
 
@@ -55,7 +56,7 @@ TreeReader::Parts TreeReader::Survey(const Element& element) const {
             ++parts.shares;
         } else if (ConditionReader::IsPredicate(child)) {
             if (parts.predicate) {
-                Raise(260272, "predicate", element.Tag());
+                Raise<Message::MORE_THAN_ONE>("predicate", element.Tag());
             }
             parts.predicate = child;
         } else if (!child.Is(u"Extension") && !child.Is(u"Partition")) {
@@ -63,7 +64,7 @@ TreeReader::Parts TreeReader::Survey(const Element& element) const {
         }
     }
     if (!parts.predicate) {
-        Raise(260115, "predicate", element.Tag());
+        Raise<Message::MISSING_NODE_IN>("predicate", element.Tag());
     }
     return parts;
 }
@@ -122,11 +123,11 @@ void TreeReader::ReadShare(const Element& element, const NodeScore& score) {
         fSharedAt.resize(std::max(category + 1, 2 * fSharedAt.size()));
     }
     if (fSharedAt[category] == score.place) {
-        Raise(260203, element.Tag(), element.AnyText(u"value"), "Node");
+        Raise<Message::DUPLICATE_DEFINITION>(element.Tag(), element.AnyText(u"value"), "Node");
     }
     fSharedAt[category] = score.place;
     if (!element.Has(kRecordCount)) {
-        Raise(260120, veltrane_kit::Narrow(kRecordCount), element.Tag());
+        Raise<Message::MISSING_ATTRIBUTE_OF>(veltrane_kit::Narrow(kRecordCount), element.Tag());
     }
     share.recordCount = ReadCount(element, kRecordCount);
     share.probability = ReadFraction(element, u"probability");
@@ -155,7 +156,7 @@ void TreeReader::RequireRecordCount(const Element& element, NodeScore& score) co
         return;
     }
     if (score.shareCount == 0) {
-        Raise(260120, veltrane_kit::Narrow(kRecordCount), element.Tag());
+        Raise<Message::MISSING_ATTRIBUTE_OF>(veltrane_kit::Narrow(kRecordCount), element.Tag());
     }
     score.recordCount = 0.0;
     const Share* share = fTree.shares.data() + score.firstShare;

@@ -7,8 +7,8 @@ namespace MCVeltrane_900 {
 namespace {
 
 ScoreContext::MessageItem gCatalogue[] = {
-#define VELTRANE_MESSAGE(id, pattern) {id, const_cast<char*>(pattern)},
-#include "diagnostics/messages.def"
+#define VELTRANE_MESSAGE(id, name, pattern) {id, const_cast<char*>(pattern)},
+#include <MCVeltrane_900/Messages.def>
 #undef VELTRANE_MESSAGE
 };
 

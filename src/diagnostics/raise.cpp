@@ -7,7 +7,7 @@
 
 namespace veltrane::diagnostics {
 
-void RaiseMessage(int id, std::string_view detail, const std::string_view* parameters, std::size_t count) {
+void RaiseMessage(Message message, std::string_view detail, const std::string_view* parameters, std::size_t count) {
     std::array<std::string, kMaxParameters> texts;
     std::array<const char*, kMaxParameters> values{};
     for (std::size_t at = 0; at < count && at < kMaxParameters; ++at) {
@@ -16,7 +16,8 @@ void RaiseMessage(int id, std::string_view detail, const std::string_view* param
     }
     MCVeltrane_900::VTException failure;
     failure.SetDetailMessage(std::string(detail).c_str());
-    failure.PutErrorMessage(id, values[0], values[1], values[2], values[3], values[4], values[5], nullptr);
+    failure.PutErrorMessage(static_cast<int>(message), values[0], values[1], values[2], values[3], values[4], values[5],
+                            nullptr);
     throw failure;
 }
 

@@ -150,11 +150,11 @@ xercesc::DOMDocument* ParseDocument(std::unique_ptr<DocumentParser>& parser, std
     parser.reset();
     switch (outcome) {
     case ParseOutcome::kReported:
-        diagnostics::RaiseWithDetail(260109, message);
+        diagnostics::RaiseWithDetail<diagnostics::Message::CANNOT_PARSE>(message);
     case ParseOutcome::kUnexpected:
-        diagnostics::Raise(260105);
+        diagnostics::Raise<diagnostics::Message::CANNOT_OPEN_DOCUMENT>();
     default:
-        diagnostics::Raise(260107);
+        diagnostics::Raise<diagnostics::Message::CANNOT_PARSE_TO_TREE>();
     }
 }
 

@@ -54,7 +54,7 @@ ScoreModel* ModelFactory::MakeModelFromXML(const std::string& modelFile, const s
     RememberModelNames(names);
     std::ifstream file;
     if (!OpenForReading(file, modelPath)) {
-        diagnostics::Raise(260104, modelPath);
+        diagnostics::Raise<diagnostics::Message::CANNOT_OPEN_DOCUMENT_FILE>(modelPath);
     }
     return MakeModelFromXML(file, names, encoding, systemAuxPath);
 }

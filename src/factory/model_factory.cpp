@@ -67,12 +67,12 @@ DocumentRoute OpenDocument(std::unique_ptr<DocumentParser> parser, std::istream&
     xercesc::DOMElement* root = document->getDocumentElement();
     if (root == nullptr) {
         parser.reset();
-        diagnostics::Raise(260110);
+        diagnostics::Raise<diagnostics::Message::NO_ROOT>();
     }
     const XMLCh* tag = root->getTagName();
     if (tag == nullptr || *tag == 0) {
         parser.reset();
-        diagnostics::Raise(260112);
+        diagnostics::Raise<diagnostics::Message::EMPTY_ROOT_TAG>();
     }
     return {names, encoding, std::move(parser), document, root};
 }
@@ -154,7 +154,7 @@ ScoreModel* ModelFactory::MakeModelFromXML(std::istream& in, const std::vector<s
     const RootKind* kind = FindRootKind(*route.root, tag);
     if (kind == nullptr) {
         route.parser.reset();
-        diagnostics::Raise(260301, tag);
+        diagnostics::Raise<diagnostics::Message::UNSUPPORTED_MODEL>(tag);
     }
     return GetLibraryPath(route, kind->modelName);
 }

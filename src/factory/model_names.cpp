@@ -39,7 +39,7 @@ void ReadModelNames(const std::string& file, std::vector<std::string>& names) {
     const std::string path = file.empty() ? kDefaultFile : file;
     std::ifstream stream;
     if (!OpenForReading(stream, path, std::ios::in)) {
-        diagnostics::Raise(260103, path);
+        diagnostics::Raise<diagnostics::Message::CANNOT_OPEN_FILE>(path);
     }
     std::vector<char> buffer(kLineBuffer);
     while (stream.good()) {

@@ -19,6 +19,7 @@ namespace veltrane::factory {
 
 namespace {
 
+using diagnostics::Message;
 using diagnostics::Raise;
 using MCVeltrane_900::BaseTranslator;
 using MCVeltrane_900::ScoreDictionary;
@@ -44,9 +45,10 @@ BaseTranslator* AskForTranslator(GiveMyTranslator give) {
     return static_cast<BaseTranslator*>(give());
 }
 
-[[noreturn]] void Fail(DocumentRoute& route, int id, const std::string& parameter) {
+template <Message kMessage>
+[[noreturn]] void Fail(DocumentRoute& route, const std::string& parameter) {
     route.parser.reset();
-    Raise(id, parameter);
+    Raise<kMessage>(parameter);
 }
 
 /// The name that stands for all names in a search by tag.
@@ -69,11 +71,11 @@ std::string FindModelName(DocumentRoute& route) {
         }
     }
     if (found == nullptr) {
-        Fail(route, 260301, std::string());
+        Fail<Message::UNSUPPORTED_MODEL>(route, std::string());
     }
     const xercesc::DOMNode* node = found->item(0);
     if (node == nullptr) {
-        Fail(route, 260283, ToUtf8(route.root->getTagName()));
+        Fail<Message::NO_CHILD_ELEMENT>(route, ToUtf8(route.root->getTagName()));
     }
     return ToUtf8(node->getNodeName());
 }
@@ -90,11 +92,11 @@ ScoreModel* BuildModel(DocumentRoute& route, const std::string& modelName, Parse
     VTDynamicLoadedLibrary library = LibraryOf(LibraryNameOf(modelName));
     const auto give = FindFunction<GiveMyTranslator>(library, "GiveMyTranslator");
     if (give == nullptr) {
-        Fail(route, 260113, modelName);
+        Fail<Message::NO_MODEL_LIBRARY>(route, modelName);
     }
     KeptOnFailure<BaseTranslator> translator(AskForTranslator(give));
     if (translator.Get() == nullptr) {
-        Fail(route, 260113, modelName);
+        Fail<Message::NO_MODEL_LIBRARY>(route, modelName);
     }
     KeptOnFailure<DocumentParser> parser(route.parser.release());
     if (const auto pass = FindFunction<PassModelNames>(library, "PassModelNames"); pass != nullptr) {
@@ -112,12 +114,12 @@ constexpr const char* kTraceName = "MCVeltrane_900::GetLibraryPath";
 
 BaseTranslator* MakeTranslator(const std::vector<std::string>& names, const std::string& modelName) {
     if (std::find(names.begin(), names.end(), modelName) == names.end()) {
-        Raise(260113, modelName);
+        Raise<Message::NO_MODEL_LIBRARY>(modelName);
     }
     VTDynamicLoadedLibrary library = LibraryOf(modelName);
     const auto give = FindFunction<GiveMyTranslator>(library, "GiveMyTranslator");
     if (give == nullptr) {
-        Raise(260113, modelName);
+        Raise<Message::NO_MODEL_LIBRARY>(modelName);
     }
     return AskForTranslator(give);
 }

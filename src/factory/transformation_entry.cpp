@@ -58,7 +58,7 @@ TransformationDictionary* ModelFactory::GetTransformationDictionaryFromXML(std::
     xercesc::DOMElement* root = document->getDocumentElement();
     if (root == nullptr) {
         parser.reset();
-        diagnostics::Raise(260110);
+        diagnostics::Raise<diagnostics::Message::NO_ROOT>();
     }
     TransformationDictionary* result = nullptr;
     if (ToUtf8(root->getTagName()) == "PMML") {
@@ -76,7 +76,7 @@ TransformationDictionary* ModelFactory::GetTransformationDictionaryFromXML(const
     Trace(kTraceProgress, "Enter:%s", kTraceName);
     std::ifstream file;
     if (!OpenForReading(file, path)) {
-        diagnostics::Raise(260103, path);
+        diagnostics::Raise<diagnostics::Message::CANNOT_OPEN_FILE>(path);
     }
     return GetTransformationDictionaryFromXML(file, dict, encoding);
 }

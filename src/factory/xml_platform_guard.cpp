@@ -108,7 +108,7 @@ void StartXmlPlatform() {
 XMLPlatformGuard::XMLPlatformGuard() : fInitialized(ModelFactory::fInitialized) {
     if (fInitialized) {
         if (XMLPlatformUtils::fgMemoryManager == nullptr) {
-            diagnostics::Raise(260102);
+            diagnostics::Raise<diagnostics::Message::CANNOT_START_PARSER>();
         }
         return;
     }
@@ -119,7 +119,7 @@ XMLPlatformGuard::XMLPlatformGuard() : fInitialized(ModelFactory::fInitialized) 
         if (outcome.mustBeEnded) {
             XMLPlatformUtils::Terminate();
         }
-        diagnostics::RaiseWithDetail(260102, outcome.message);
+        diagnostics::RaiseWithDetail<diagnostics::Message::CANNOT_START_PARSER>(outcome.message);
     }
     lock.release();
 }

@@ -14,6 +14,7 @@ using namespace MCVeltrane_900;
 
 namespace veltrane::translators {
 
+using diagnostics::Message;
 using diagnostics::Raise;
 using Tags = PMMLModelTags;
 using TD = TransformationDictionary;
@@ -129,10 +130,10 @@ void ApplyReader::ReadFunction(const DOMElement* apply) {
     const std::string name = fText.Forced(apply, Tags::XML_ATT_APPLY_FUNCTION);
     fFunction = fTranslator.GetTransFunction(name);
     if (fFunction == TD::TF_NONE) {
-        Raise(260303, name, Tags::XML_ATT_APPLY_FUNCTION);
+        Raise<Message::UNSUPPORTED_VALUE>(name, Tags::XML_ATT_APPLY_FUNCTION);
     }
     if (fDepth > kDeepestApply) {
-        Raise(260221, name);
+        Raise<Message::PROCESSING_FAILED>(name);
     }
 }
 
@@ -217,7 +218,7 @@ std::unique_ptr<ScoreValue> ApplyReader::MakeConstant(DOMElement* child, ScoreVa
     if (fFunction == TD::TF_OUTLIER_HANDLE && type == ScoreValue::STRING_VALUE) {
         const Word* method = FindWord(kOutlierMethods, text);
         if (method == nullptr) {
-            Raise(260303, text, Tags::XML_VAL_STRING);
+            Raise<Message::UNSUPPORTED_VALUE>(text, Tags::XML_VAL_STRING);
         }
         return std::make_unique<NumericValue>(method->number);
     }
@@ -234,7 +235,7 @@ void ApplyReader::CheckImputation() const {
         return;
     }
     if (fFieldCount != 2 || fStats.GetNumberOfArray() != 2 || fStats.GetArray(0).size() != fStats.GetArray(1).size()) {
-        Raise(260221, PMMLTranslator::ToString(fFunction));
+        Raise<Message::PROCESSING_FAILED>(PMMLTranslator::ToString(fFunction));
     }
 }
 

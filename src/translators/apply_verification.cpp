@@ -8,6 +8,7 @@
 namespace MCVeltrane_900 {
 
 using namespace veltrane::translators;
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using TD = TransformationDictionary;
 
@@ -32,7 +33,7 @@ bool ExpectsNumber(Arguments arguments, std::size_t position) {
 void VerifyFieldArgument(TD::TransformFunction function, Arguments arguments, int kind, const std::string& name,
                          const FieldLookup& fields, const ScoreDictVar* target) {
     if (kind != FIELD) {
-        Raise(260174, PMMLModelTags::XML_ELE_FIELDREF, PMMLModelTags::XML_ELE_APPLY);
+        Raise<Message::REQUIRES_IN>(PMMLModelTags::XML_ELE_FIELDREF, PMMLModelTags::XML_ELE_APPLY);
     }
     const ScoreDictVar* variable = fields.Find(name);
     if (variable == nullptr) {
@@ -40,10 +41,10 @@ void VerifyFieldArgument(TD::TransformFunction function, Arguments arguments, in
     }
     if (arguments == Arguments::NUMERIC_FIELD) {
         if (variable->GetVarType() != ScoreDictVar::kNUMERIC_VAR) {
-            Raise(260245, PMMLTranslator::ToString(function), variable->GetName());
+            Raise<Message::FUNCTION_PARAMETER_TYPE_MISMATCH>(PMMLTranslator::ToString(function), variable->GetName());
         }
     } else if (target != nullptr && variable->GetVarType() != target->GetVarType()) {
-        Raise(260215, target->GetName(), variable->GetName());
+        Raise<Message::CONFLICTING_REFERENCE>(target->GetName(), variable->GetName());
     }
 }
 
@@ -59,7 +60,7 @@ void PMMLTranslator::VerifyApplyFunction(const std::vector<std::string>& names, 
         return;
     }
     if (rules.parameters != kAnyNumber && names.size() != static_cast<std::size_t>(rules.parameters)) {
-        Raise(260173, std::to_string(rules.parameters));
+        Raise<Message::REQUIRES_PARAMETERS>(std::to_string(rules.parameters));
     }
     if (rules.arguments == Arguments::NOT_CHECKED) {
         return;
@@ -90,7 +91,7 @@ void PMMLTranslator::VerifyOneElem(TD::TransformFunction function, bool expectNu
         isNumeric = variable->GetVarType() == ScoreDictVar::kNUMERIC_VAR;
     }
     if (isNumeric != expectNumeric) {
-        Raise(260245, ToString(function), name);
+        Raise<Message::FUNCTION_PARAMETER_TYPE_MISMATCH>(ToString(function), name);
     }
 }
 
@@ -100,7 +101,7 @@ void PMMLTranslator::VerifyParentAndChildFunction(TD::TransformFunction parent, 
                             : IsInputStringFunction(parent) ? passesOn || IsOutputStringFunction(child)
                                                             : false;
     if (!isAccepted) {
-        Raise(260243, ToString(parent), ToString(child));
+        Raise<Message::FUNCTION_TYPE_MISMATCH>(ToString(parent), ToString(child));
     }
 }
 

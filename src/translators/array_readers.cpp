@@ -13,6 +13,7 @@
 
 #include <typeinfo>
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using veltrane::translators::ArrayItem;
 using veltrane::translators::DocumentText;
@@ -78,7 +79,7 @@ std::optional<int> RequiredSize(const xercesc::DOMElement* array, int count, con
         return count;
     }
     if (!BaseTranslator::IsEqual(tag, Tags::XML_ELE_ARRAY)) {
-        Raise(260172, text(tag), Tags::XML_ELE_ARRAY);
+        Raise<Message::UNEXPECTED_VALUE>(text(tag), Tags::XML_ELE_ARRAY);
     }
     const XMLCh* stated = BaseTranslator::GetAttribute(array, Tags::XML_ATT_ARRAY_N);
     return *stated != 0 ? std::optional<int>(BaseTranslator::VerifyInt(stated)) : std::nullopt;
@@ -88,11 +89,11 @@ std::optional<int> RequiredSize(const xercesc::DOMElement* array, int count, con
 const XMLCh* NumbersText(const xercesc::DOMElement* array) {
     const xercesc::DOMNode* child = array->getFirstChild();
     if (child == nullptr) {
-        Raise(260283, Tags::XML_ELE_ARRAY);
+        Raise<Message::NO_CHILD_ELEMENT>(Tags::XML_ELE_ARRAY);
     }
     const XMLCh* text = child->getNodeValue();
     if (text == nullptr || IsBlank(text)) {
-        Raise(260284, Tags::XML_ELE_VALUE, Tags::XML_ELE_ARRAY);
+        Raise<Message::EMPTY_IN>(Tags::XML_ELE_VALUE, Tags::XML_ELE_ARRAY);
     }
     return text;
 }
@@ -102,13 +103,13 @@ template <typename Number>
 std::vector<Number> ReadNumbers(const xercesc::DOMElement* array, int count, const DocumentText& text,
                                 Number (*convert)(const XMLCh*)) {
     if (array == nullptr) {
-        Raise(260114, "Array, x-BasisRow,X-BasisRow");
+        Raise<Message::MISSING_NODE>("Array, x-BasisRow,X-BasisRow");
     }
     const std::optional<int> required = RequiredSize(array, count, text);
     WhiteSpaceTokens tokens(NumbersText(array));
     const std::size_t found = tokens.Count();
     if (required && (*required < 0 || static_cast<std::size_t>(*required) != found)) {
-        Raise(260241, std::to_string(*required), Tags::XML_ATT_ARRAY_N, std::to_string(found));
+        Raise<Message::ARRAY_SIZE_MISMATCH>(std::to_string(*required), Tags::XML_ATT_ARRAY_N, std::to_string(found));
     }
     std::vector<Number> numbers;
     numbers.reserve(found);
@@ -126,7 +127,7 @@ xercesc::DOMNode* PMMLTranslator::GetArrayNode(xercesc::DOMNode* node) {
         child = child->getNextSibling();
     }
     if (child == nullptr) {
-        Raise(260115, Tags::XML_ELE_ARRAY, Tags::XML_ELE_SETPREDICATE);
+        Raise<Message::MISSING_NODE_IN>(Tags::XML_ELE_ARRAY, Tags::XML_ELE_SETPREDICATE);
     }
     return child;
 }
@@ -137,16 +138,16 @@ std::vector<std::string> PMMLTranslator::GetArrayElements(xercesc::DOMNode* arra
     const int expected = StatedSize(array);
     const xercesc::DOMNode* child = array != nullptr ? array->getFirstChild() : nullptr;
     if (child == nullptr) {
-        Raise(260115, Tags::XML_ELE_ARRAY, Tags::XML_ELE_SETPREDICATE);
+        Raise<Message::MISSING_NODE_IN>(Tags::XML_ELE_ARRAY, Tags::XML_ELE_SETPREDICATE);
     }
     const XMLCh* value = child->getNodeValue();
     if (value == nullptr || IsBlank(value)) {
-        Raise(260284, Tags::XML_ELE_VALUE, Tags::XML_ELE_ARRAY);
+        Raise<Message::EMPTY_IN>(Tags::XML_ELE_VALUE, Tags::XML_ELE_ARRAY);
     }
     const std::string text = ToString(value);
     const std::optional<std::vector<ArrayItem>> items = ScanArray(text, escapes);
     if (!items) {
-        Raise(260156, text, Tags::XML_ELE_ARRAY);
+        Raise<Message::INVALID_CONTENT>(text, Tags::XML_ELE_ARRAY);
     }
     std::vector<std::string> elements;
     elements.reserve(items->size());
@@ -155,7 +156,8 @@ std::vector<std::string> PMMLTranslator::GetArrayElements(xercesc::DOMNode* arra
         elements.push_back(item.escapedQuotes ? UnescapeQuotes(item.text) : item.text);
     }
     if (expected != 0 && static_cast<std::size_t>(expected) != elements.size()) {
-        Raise(260241, std::to_string(elements.size()), Tags::XML_ATT_ARRAY_N, std::to_string(expected));
+        Raise<Message::ARRAY_SIZE_MISMATCH>(std::to_string(elements.size()), Tags::XML_ATT_ARRAY_N,
+                                            std::to_string(expected));
     }
     return elements;
 }

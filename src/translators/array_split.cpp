@@ -19,6 +19,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 
@@ -112,7 +113,7 @@ private:
         if (fVar.IsEmptyCateValues()) {
             LearnCategory(fVar, std::unique_ptr<ScoreValue>(value.Clone()), label);
         } else if (!fVar.IsValidValue(&value)) {
-            Raise(260152, element, Tags::XML_ATT_VALUE);
+            Raise<Message::INVALID_ATTRIBUTE_VALUE>(element, Tags::XML_ATT_VALUE);
         }
     }
 
@@ -127,7 +128,7 @@ private:
 bool IsIn(const std::string& op, const ScoreDictVar& var) {
     const bool isIn = op == Tags::XML_KORD_TRANFUNC_ISIN;
     if (!isIn && op != Tags::XML_KORD_TRANFUNC_ISNOTIN) {
-        Raise(260153, op, Tags::XML_ATT_OPERATOR, var.GetName());
+        Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(op, Tags::XML_ATT_OPERATOR, var.GetName());
     }
     return isIn;
 }
@@ -154,7 +155,7 @@ DiscreteSplit* PMMLTranslator::HandleArrayDiscreteSplit(xercesc::DOMNode* node, 
     }
     const ArrayKind kind = KindOf(type, *var);
     if (kind == ArrayKind::kUnknown) {
-        Raise(260222, text(type), PMMLModelTags::XML_ATT_ARRAY_TYPE);
+        Raise<Message::PROCESSING_ATTRIBUTE_FAILED>(text(type), PMMLModelTags::XML_ATT_ARRAY_TYPE);
     }
     const bool isIn = IsIn(op, *var);
     if (!isIn) {

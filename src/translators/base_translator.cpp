@@ -14,6 +14,7 @@
 namespace MCVeltrane_900 {
 namespace {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using veltrane::translators::LocalText;
 using veltrane::translators::LocalView;
@@ -23,14 +24,14 @@ constexpr const char* kDefaultEncoding = "CP1252";
 
 int CheckedInt(std::string_view text) {
     if (!veltrane::translators::IsIntText(text))
-        Raise(260151, text, "integer");
+        Raise<Message::INVALID_VALUE_OF_TYPE>(text, "integer");
     return veltrane::data::ReadInteger(text);
 }
 
 double CheckedDouble(std::string_view text) {
     text = veltrane::translators::TrimBlanks(text);
     if (!veltrane::translators::IsDoubleText(text))
-        Raise(260151, text, "double");
+        Raise<Message::INVALID_VALUE_OF_TYPE>(text, "double");
     return veltrane::translators::ReadDoubleText(text);
 }
 
@@ -110,7 +111,7 @@ double BaseTranslator::VerifyDouble(const XMLCh* text) {
 
 double BaseTranslator::VerifyDateTime(const std::string& text, ScoreDictVar::DateTimeType type) {
     if (!DateTimeValue::IsValidDateTime(text, type))
-        Raise(260151, text, "dateTime");
+        Raise<Message::INVALID_VALUE_OF_TYPE>(text, "dateTime");
     return DateTimeValue(text, type).GetDouble();
 }
 

@@ -12,6 +12,7 @@
 namespace MCVeltrane_900 {
 namespace {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using veltrane::translators::WideName;
 
@@ -66,7 +67,7 @@ const XMLCh* BaseTranslator::GetAttribute(const xercesc::DOMElement* element, co
 const XMLCh* BaseTranslator::GetAttributeForced(const xercesc::DOMElement* element, const std::string& name) {
     const xercesc::DOMAttr* attribute = element->getAttributeNode(WideName(name).Get());
     if (!attribute)
-        Raise(260120, name, MessageText(element->getTagName()));
+        Raise<Message::MISSING_ATTRIBUTE_OF>(name, MessageText(element->getTagName()));
     return ValueOf(*attribute);
 }
 
@@ -82,7 +83,7 @@ xercesc::DOMNode* BaseTranslator::GetChildTag(xercesc::DOMNode* node, XMLCh* tag
 xercesc::DOMNode* BaseTranslator::GetChildByTagForced(xercesc::DOMNode* node, const std::string& tag) {
     xercesc::DOMNode* child = GetChildByTag(node, tag);
     if (!child)
-        Raise(260114, tag);
+        Raise<Message::MISSING_NODE>(tag);
     return child;
 }
 
@@ -90,20 +91,20 @@ xercesc::DOMNode* BaseTranslator::GetChildTagForced(xercesc::DOMNode* node, XMLC
     const OwnedText owner(tag);
     xercesc::DOMNode* child = FindChild(node, tag);
     if (!child)
-        Raise(260114, MessageText(tag));
+        Raise<Message::MISSING_NODE>(MessageText(tag));
     return child;
 }
 
 xercesc::DOMNodeList* BaseTranslator::GetElementsByTagName(const xercesc::DOMDocument* document,
                                                            const std::string& tag) {
     if (!document)
-        Raise(260114, tag);
+        Raise<Message::MISSING_NODE>(tag);
     return document->getElementsByTagName(WideName(tag).Get());
 }
 
 xercesc::DOMNodeList* BaseTranslator::GetElementsByTagName(const xercesc::DOMElement* element, const std::string& tag) {
     if (!element)
-        Raise(260114, tag);
+        Raise<Message::MISSING_NODE>(tag);
     return element->getElementsByTagName(WideName(tag).Get());
 }
 

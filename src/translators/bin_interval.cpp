@@ -14,6 +14,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 using xercesc::DOMElement;
@@ -40,7 +41,8 @@ const Closure& ReadClosure(const DocumentText& text, const DOMElement* interval)
     const auto* found = std::find_if(std::begin(kClosures), std::end(kClosures),
                                      [word](const Closure& closure) { return Equals(word, closure.word); });
     if (found == std::end(kClosures)) {
-        Raise(260153, text(word), PMMLModelTags::XML_ATT_INTERVAL_CLOSURE, PMMLModelTags::XML_ELE_INTERVAL);
+        Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(text(word), PMMLModelTags::XML_ATT_INTERVAL_CLOSURE,
+                                                   PMMLModelTags::XML_ELE_INTERVAL);
     }
     return *found;
 }
@@ -55,7 +57,8 @@ ScoreValueRange* PMMLTranslator::HandleDiscretizeBinInterVal(DOMElement* interva
     const double low = left.empty() ? -NumericValue::GetInfinity() : VerifyDouble(left);
     const double high = right.empty() ? NumericValue::GetInfinity() : VerifyDouble(right);
     if (binIndex > kLastUnboundedBin && left.empty() && right.empty()) {
-        Raise(260175, PMMLModelTags::XML_ATT_INTERVAL_RIGHTMARGIN, PMMLModelTags::XML_ATT_INTERVAL_LEFTMARGIN);
+        Raise<Message::REQUIRES_ONE_OF>(PMMLModelTags::XML_ATT_INTERVAL_RIGHTMARGIN,
+                                        PMMLModelTags::XML_ATT_INTERVAL_LEFTMARGIN);
     }
     return new Range(new NumericValue(low), new NumericValue(high), closure.lowIncluded, closure.highIncluded);
 }

@@ -9,6 +9,7 @@
 
 namespace veltrane::translators {
 
+using diagnostics::Message;
 using diagnostics::Raise;
 using MCVeltrane_900::BaseTranslator;
 using MCVeltrane_900::PMMLModelTags;
@@ -58,14 +59,14 @@ void ReadValue(const xercesc::DOMElement* element, FieldValues& values) {
     if (Equals(property, PMMLModelTags::XML_VAL_PROP_INVALID) ||
         Equals(property, PMMLModelTags::XML_VAL_PROP_MISSING)) {
         if (isEmpty && values.IsNumeric())
-            Raise(260153, "", "value", "MapValues");
+            Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>("", "value", "MapValues");
         values.AddMissing(value);
     } else if (Equals(property, "") || Equals(property, PMMLModelTags::XML_VAL_PROP_VALID)) {
         if (isEmpty && IsEmptyRefused(values))
-            Raise(260153, "", "value", "MapValues");
+            Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>("", "value", "MapValues");
         values.AddValid(element, value);
     } else {
-        Raise(260153, values.Text(property), "property", "Value");
+        Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(values.Text(property), "property", "Value");
     }
 }
 
@@ -75,7 +76,7 @@ void ReadChild(const xercesc::DOMElement* child, FieldValues& values) {
     else if (HasTag(child, PMMLModelTags::XML_ELE_EXTENSION))
         ApplyRule(kRules, values, child);
     else
-        Raise(260172, values.Text(child->getTagName()), "Extension, Value");
+        Raise<Message::UNEXPECTED_VALUE>(values.Text(child->getTagName()), "Extension, Value");
 }
 
 } // namespace
@@ -86,7 +87,7 @@ void ReadCategoricalChildren(const xercesc::DOMElement* field, FieldValues& valu
 
     values.AddBounds();
     if (const XMLCh* conflict = values.FindConflict())
-        Raise(260213, values.Text(conflict));
+        Raise<Message::VALID_AND_INVALID>(values.Text(conflict));
     if (values.HandOverLabels()) {
         CheckCategoryCount(values.Var());
         values.CheckLabels();

@@ -12,6 +12,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using veltrane::translators::RequireLabels;
 
@@ -25,7 +26,7 @@ public:
     explicit RemainingCategories(const ScoreDictVar& var) : fIsNumeric(var.GetVarType() == ScoreDictVar::kNUMERIC_VAR) {
         const ScoreValueLabelSet& labels = RequireLabels(var);
         if (labels.Size() == 0) {
-            Raise(260126, var.GetName());
+            Raise<Message::MISSING_VALUE_LIST>(var.GetName());
         }
         for (const ScoreValueLabel* label : labels.GetAllValueLabels()) {
             if (label->GetValue() != nullptr) {
@@ -113,7 +114,7 @@ std::vector<std::string> PMMLTranslator::Remove(const ScoreDictVar* var, std::ve
     RemainingCategories categories(*var);
     for (const std::string& element : elements) {
         if (!categories.Contains(element)) {
-            Raise(260158, element, var->GetName());
+            Raise<Message::VALUE_NOT_IN_RANGE>(element, var->GetName());
         }
     }
     for (const std::string& element : elements) {

@@ -17,6 +17,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 
@@ -73,7 +74,7 @@ public:
     /// Null when nothing is left of the compound.
     OwnedPredicate Read(const DOMElement* compound) {
         if (fDepth > kDeepestCompound) {
-            Raise(260221, Tags::XML_ELE_COMPOUNDPREDICATE);
+            Raise<Message::PROCESSING_FAILED>(Tags::XML_ELE_COMPOUNDPREDICATE);
         }
         fOperator = ReadOperator(compound);
         for (DOMElement* child : ChildElements(compound)) {
@@ -90,7 +91,8 @@ private:
                 return word.op;
             }
         }
-        Raise(260153, fScope.text(text), Tags::XML_ATT_BOOLEANOPERATOR, Tags::XML_ELE_COMPOUNDPREDICATE);
+        Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(fScope.text(text), Tags::XML_ATT_BOOLEANOPERATOR,
+                                                   Tags::XML_ELE_COMPOUNDPREDICATE);
     }
 
     void ReadChild(DOMElement* element) {

@@ -16,6 +16,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 using xercesc::DOMElement;
@@ -24,7 +25,7 @@ namespace {
 
 std::string ReadContent(const DocumentText& text, const DOMElement* constant) {
     if (constant->getFirstChild() == nullptr) {
-        Raise(260114, PMMLModelTags::XML_ELE_CONSTANT);
+        Raise<Message::MISSING_NODE>(PMMLModelTags::XML_ELE_CONSTANT);
     }
     return text.FirstChildValue(constant);
 }
@@ -85,7 +86,8 @@ ScoreValue* PMMLTranslator::HandelConstantDefaultStringType(DOMElement* constant
     const DocumentText text(*this, &PMMLTranslator::ToString);
     const std::string type = text.Attribute(constant, PMMLModelTags::XML_ATT_DATATYPE);
     if (!type.empty() && !IsTextConstant(constant)) {
-        Raise(260153, type, PMMLModelTags::XML_ATT_DATATYPE, PMMLModelTags::XML_ELE_CONSTANT);
+        Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(type, PMMLModelTags::XML_ATT_DATATYPE,
+                                                   PMMLModelTags::XML_ELE_CONSTANT);
     }
     return new StringValue(ReadContent(text, constant));
 }

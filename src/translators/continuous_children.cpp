@@ -8,6 +8,7 @@
 
 namespace veltrane::translators {
 
+using diagnostics::Message;
 using diagnostics::Raise;
 using MCVeltrane_900::BaseTranslator;
 using MCVeltrane_900::PMMLModelTags;
@@ -40,7 +41,7 @@ void ReadValue(const xercesc::DOMElement* element, FieldValues& values) {
         return;
     }
     if (Equals(value, "") && values.IsKnownNumeric())
-        Raise(260285, "value", "Value");
+        Raise<Message::NULL_ATTRIBUTE>("value", "Value");
     values.AddValid(element, value);
 }
 
@@ -64,7 +65,7 @@ void ReadContinuousChildren(const xercesc::DOMElement* field, FieldValues& value
             ReadValue(child, values);
         } else if (HasTag(child, PMMLModelTags::XML_ELE_INTERVAL)) {
             if (++intervals > 1)
-                Raise(260272, "Interval", "DataField");
+                Raise<Message::MORE_THAN_ONE>("Interval", "DataField");
             PMMLTranslator::handleInterval(&values.Var(), child, values.UseMissing(), intervals);
         } else if (HasTag(child, PMMLModelTags::XML_ELE_EXTENSION)) {
             ReadExtension(child, values);
@@ -72,7 +73,7 @@ void ReadContinuousChildren(const xercesc::DOMElement* field, FieldValues& value
     }
 
     if (const XMLCh* conflict = values.FindConflict())
-        Raise(260294, values.Text(conflict), values.Var().GetName());
+        Raise<Message::VALUE_MISSING_OR_VALID_AND_INVALID>(values.Text(conflict), values.Var().GetName());
     if (values.HandOverLabels())
         values.CheckLabels();
     values.AddBounds();

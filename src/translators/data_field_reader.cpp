@@ -12,6 +12,7 @@
 
 namespace veltrane::translators {
 
+using diagnostics::Message;
 using diagnostics::Raise;
 using MCVeltrane_900::BaseTranslator;
 using MCVeltrane_900::DictVar;
@@ -25,7 +26,7 @@ namespace {
 const XMLCh* Required(const xercesc::DOMElement* field, const char* name) {
     const XMLCh* text = BaseTranslator::GetAttributeForced(field, name);
     if (Equals(text, ""))
-        Raise(260285, name, "DataField");
+        Raise<Message::NULL_ATTRIBUTE>(name, "DataField");
     return text;
 }
 
@@ -56,7 +57,7 @@ std::unique_ptr<DictVar> DataFieldReader::Read(xercesc::DOMElement* field, const
 
     const bool isContinuous = var->GetMLevel() == ScoreDictVar::LEVEL_CONTINUOUS;
     if (isContinuous && var->IsString())
-        Raise(260211, "continuous", "optype", "string", "dataType");
+        Raise<Message::CONFLICTING_VALUES>("continuous", "optype", "string", "dataType");
     FieldValues values(fTranslator, fText, *var, isTypeExplicit);
     if (isContinuous)
         ReadContinuousChildren(field, values);
@@ -72,7 +73,7 @@ std::unique_ptr<DictVar> DataFieldReader::MakeVar(const xercesc::DOMElement* fie
     const XMLCh* nameText = Required(field, PMMLModelTags::XML_ATT_DATAFIELD_NAME);
     const std::string name = fText(nameText);
     if (dictionary.GetVar(name))
-        Raise(260202, name, "DataDictionary");
+        Raise<Message::DUPLICATE_VARIABLE_IN>(name, "DataDictionary");
     auto var = std::make_unique<DictVar>(name, ScoreDictVar::kNUMERIC_VAR);
     const XMLCh* display = BaseTranslator::GetAttribute(field, PMMLModelTags::XML_ATT_DATAFIELD_DISPLAYNAME);
     var->SetLabel(Equals(display, "") ? name : fText(display));
@@ -83,7 +84,7 @@ void DataFieldReader::SetLevel(const xercesc::DOMElement* field, DictVar& var) c
     const XMLCh* text = Required(field, PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE);
     const auto level = ReadMeasureLevel(text);
     if (!level)
-        Raise(260152, fText(text), "optype");
+        Raise<Message::INVALID_ATTRIBUTE_VALUE>(fText(text), "optype");
     var.SetMLevel(*level);
 }
 
@@ -118,7 +119,7 @@ void DataFieldReader::SetMeasure(const XMLCh* measure, DictVar& var) const {
     if (!Equals(measure, PMMLModelTags::XML_VAL_FLAG))
         return;
     if (!var.SetFlagVariable(true))
-        Raise(260282, "flag", "categorical");
+        Raise<Message::TYPE_SUPPORTED_ONLY_BY>("flag", "categorical");
 }
 
 /// @return whether the document says how the field is stored; the attribute x-storageType alone does not count

@@ -16,6 +16,7 @@
 
 namespace veltrane::translators {
 
+using diagnostics::Message;
 using diagnostics::Raise;
 using MCVeltrane_900::BaseTranslator;
 using MCVeltrane_900::DictVar;
@@ -32,11 +33,11 @@ namespace {
 ScoreDictVar::MeasureLevel ReadLevel(const DocumentText& text, const DOMElement* element) {
     const XMLCh* word = BaseTranslator::GetAttribute(element, PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE);
     if (Equals(word, "")) {
-        Raise(260285, PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE, PMMLModelTags::XML_ELE_DERIVEDFIELD);
+        Raise<Message::NULL_ATTRIBUTE>(PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE, PMMLModelTags::XML_ELE_DERIVEDFIELD);
     }
     const auto level = ReadMeasureLevel(word);
     if (!level) {
-        Raise(260152, text(word), PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE);
+        Raise<Message::INVALID_ATTRIBUTE_VALUE>(text(word), PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE);
     }
     return *level;
 }
@@ -50,8 +51,9 @@ bool IsWidthName(const XMLCh* name) {
 
 TransformVar& DerivedFieldReader::Field::Var() const {
     if (var == nullptr) {
-        Raise(260211, PMMLModelTags::XML_VAL_OT_CONTINUOUS, PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE,
-              PMMLModelTags::XML_VAL_STRING, PMMLModelTags::XML_ATT_DATATYPE);
+        Raise<Message::CONFLICTING_VALUES>(PMMLModelTags::XML_VAL_OT_CONTINUOUS,
+                                           PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE, PMMLModelTags::XML_VAL_STRING,
+                                           PMMLModelTags::XML_ATT_DATATYPE);
     }
     return *var;
 }
@@ -72,7 +74,7 @@ void DerivedFieldReader::Read(DOMElement* element) {
 void DerivedFieldReader::CheckCosts(const Field& field) {
     const TransformVar& var = field.Var();
     if (!fCosts.Add(var, FieldLookup(fDictionary, &fDerived).Find(var.GetFieldName()))) {
-        Raise(260227, PMMLModelTags::XML_ELE_DERIVEDFIELD, field.name);
+        Raise<Message::PROCESSING_VARIABLE_FAILED>(PMMLModelTags::XML_ELE_DERIVEDFIELD, field.name);
     }
 }
 
@@ -80,10 +82,10 @@ void DerivedFieldReader::CheckCosts(const Field& field) {
 std::string DerivedFieldReader::ReadName(DOMElement* element) const {
     std::string name = fText.Forced(element, PMMLModelTags::XML_ATT_NAME);
     if (name.empty()) {
-        Raise(260285, PMMLModelTags::XML_ATT_NAME, PMMLModelTags::XML_ELE_DERIVEDFIELD);
+        Raise<Message::NULL_ATTRIBUTE>(PMMLModelTags::XML_ATT_NAME, PMMLModelTags::XML_ELE_DERIVEDFIELD);
     }
     if (FieldLookup(fDictionary, &fDerived).Find(name) != nullptr) {
-        Raise(260202, name, PMMLModelTags::XML_ELE_DATADICTIONARY);
+        Raise<Message::DUPLICATE_VARIABLE_IN>(name, PMMLModelTags::XML_ELE_DATADICTIONARY);
     }
     return name;
 }
@@ -164,7 +166,7 @@ void DerivedFieldReader::ReadValues(Field& field) {
     fTranslator.HandleValueList(field.element, &var);
     for (const ScoreValueLabel* label : var.GetValueLabels()->GetAllValueLabels()) {
         if (var.IsMissingValue(label->GetValue())) {
-            Raise(260294, label->GetLabel(), field.name);
+            Raise<Message::VALUE_MISSING_OR_VALID_AND_INVALID>(label->GetLabel(), field.name);
         }
     }
     field.valuesSeen = true;
@@ -174,13 +176,13 @@ void DerivedFieldReader::ReadValues(Field& field) {
 // came first; behind an expression nothing else may come.
 void DerivedFieldReader::ReadOther(DOMElement* child, Field& field) {
     if (field.expressionSeen) {
-        Raise(260274, PMMLModelTags::XML_ELE_DERIVEDFIELD);
+        Raise<Message::MORE_THAN_ONE_EXPRESSION>(PMMLModelTags::XML_ELE_DERIVEDFIELD);
     }
     if (const Expression* expression = FindExpression(child)) {
         (this->*expression->read)(child, field);
         field.expressionSeen = true;
     } else if (!field.valuesSeen) {
-        Raise(260152, fText.Tag(child), PMMLModelTags::XML_ATT_NAME);
+        Raise<Message::INVALID_ATTRIBUTE_VALUE>(fText.Tag(child), PMMLModelTags::XML_ATT_NAME);
     }
 }
 
@@ -191,7 +193,7 @@ void DerivedFieldReader::ReadApply(DOMElement* apply, Field& field) {
 }
 
 void DerivedFieldReader::ReadAggregate(DOMElement*, Field&) {
-    Raise(260303, PMMLModelTags::XML_ELE_AGGREGATE, PMMLModelTags::XML_ATT_NAME);
+    Raise<Message::UNSUPPORTED_VALUE>(PMMLModelTags::XML_ELE_AGGREGATE, PMMLModelTags::XML_ATT_NAME);
 }
 
 // Only the text stays: the variable's own type decides how it is read.

@@ -11,6 +11,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 
@@ -21,7 +22,7 @@ TransformationDictionary* PMMLTranslator::HandleTransformationDictionary(xercesc
     fNodeCounter = 0;
     InitFunctionMap();
     if (element == nullptr) {
-        Raise(260114, PMMLModelTags::XML_ELE_DERIVEDFIELD);
+        Raise<Message::MISSING_NODE>(PMMLModelTags::XML_ELE_DERIVEDFIELD);
     }
     DescendantsByTag fields(element, PMMLModelTags::XML_ELE_DERIVEDFIELD);
     xercesc::DOMElement* field = fields.Next();

@@ -16,6 +16,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 using xercesc::DOMElement;
@@ -52,7 +53,7 @@ void AddSingleValue(ScoreMissingValueSet& missing, ScoreValue* value) {
 
 void CheckIntervalAllowed(const TransformVar& var) {
     if (var.GetVarType() != ScoreDictVar::kNUMERIC_VAR) {
-        Raise(260216, PMMLModelTags::XML_ELE_INTERVAL, "categorical,ordinal");
+        Raise<Message::CONFLICTING_ELEMENTS>(PMMLModelTags::XML_ELE_INTERVAL, "categorical,ordinal");
     }
 }
 

@@ -19,6 +19,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 
@@ -95,7 +96,7 @@ DiscreteSplit* PMMLTranslator::HandleNodeDiscreteSplit(xercesc::DOMNode* node, c
 void PMMLTranslator::SetDiscreteSplitValue(const ScoreDictVar* var, DiscreteSplit* split, const XMLCh* value,
                                            int index) {
     if (value == nullptr) {
-        Raise(260119, PMMLModelTags::XML_ATT_VALUE);
+        Raise<Message::MISSING_ATTRIBUTE>(PMMLModelTags::XML_ATT_VALUE);
     }
     const std::string text = ToString(value);
     std::unique_ptr<ScoreValue> operand = MakeOperand(*var, text);
@@ -106,7 +107,7 @@ void PMMLTranslator::SetDiscreteSplitValue(const ScoreDictVar* var, DiscreteSpli
             LearnCategory(*var, std::unique_ptr<ScoreValue>(CarefullyMakeVarValue(var, value)), text);
         }
         if (!var->IsEmptyCateValues() || !var->IsValidValue(operand.get())) {
-            Raise(260291, var->GetName());
+            Raise<Message::NO_VALID_VALUE>(var->GetName());
         }
     }
     if (ScoreEncoder* encoder = LearningEncoder(*var)) {

@@ -12,6 +12,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 
@@ -24,7 +25,7 @@ std::string PMMLTranslator::HandleDiscritize(xercesc::DOMElement* element, Score
     ReadMapMissingTo(*this, text, element, target);
     ReadDefaultValue(*this, text, element, target);
     if (!HasDescendants(element, PMMLModelTags::XML_ELE_DISCRETIZEBIN, 1)) {
-        Raise(260115, PMMLModelTags::XML_ELE_DISCRETIZEBIN, PMMLModelTags::XML_ELE_DERIVEDFIELD);
+        Raise<Message::MISSING_NODE_IN>(PMMLModelTags::XML_ELE_DISCRETIZEBIN, PMMLModelTags::XML_ELE_DERIVEDFIELD);
     }
     DiscretizeReader reader(*this, text, target);
     reader.Read(element);

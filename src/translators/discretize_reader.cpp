@@ -17,6 +17,7 @@
 
 namespace veltrane::translators {
 
+using diagnostics::Message;
 using diagnostics::Raise;
 using MCVeltrane_900::BaseTranslator;
 using MCVeltrane_900::NumericValue;
@@ -64,7 +65,7 @@ std::unique_ptr<ScoreValue> MakeSysmis() {
 }
 
 [[noreturn]] void RaiseMissingInterval() {
-    Raise(260115, PMMLModelTags::XML_ELE_INTERVAL, PMMLModelTags::XML_ELE_DISCRETIZEBIN);
+    Raise<Message::MISSING_NODE_IN>(PMMLModelTags::XML_ELE_INTERVAL, PMMLModelTags::XML_ELE_DISCRETIZEBIN);
 }
 
 } // namespace
@@ -79,7 +80,8 @@ void DiscretizeReader::Read(DOMElement* discretize) {
         } else if (HasTag(child, PMMLModelTags::XML_ELE_EXTENSION)) {
             ReadExtension(child);
         } else {
-            Raise(260178, fText.Tag(child), "Extension, DiscretizeBin", PMMLModelTags::XML_ELE_DISCRETIZEBIN);
+            Raise<Message::UNEXPECTED_NODE_IN>(fText.Tag(child), "Extension, DiscretizeBin",
+                                               PMMLModelTags::XML_ELE_DISCRETIZEBIN);
         }
     }
 }
@@ -109,7 +111,8 @@ void DiscretizeReader::ReadBin(DOMElement* element) {
         } else if (HasTag(child, PMMLModelTags::XML_ELE_EXTENSION)) {
             ReadBinExtension(child, bin);
         } else {
-            Raise(260178, fText.Tag(child), "Extension, Interval", PMMLModelTags::XML_ELE_DISCRETIZEBIN);
+            Raise<Message::UNEXPECTED_NODE_IN>(fText.Tag(child), "Extension, Interval",
+                                               PMMLModelTags::XML_ELE_DISCRETIZEBIN);
         }
     }
     if ((bin.flags & kTargetSysmis) != 0) {
@@ -129,7 +132,7 @@ void DiscretizeReader::ReadBin(DOMElement* element) {
 // An extension that is about missing values makes the intervals behind it no bins; one ahead of it has become one.
 void DiscretizeReader::ReadBinInterval(DOMElement* interval, Bin& bin) {
     if (bin.intervals > 0) {
-        Raise(260272, PMMLModelTags::XML_ELE_INTERVAL, PMMLModelTags::XML_ELE_DISCRETIZEBIN);
+        Raise<Message::MORE_THAN_ONE>(PMMLModelTags::XML_ELE_INTERVAL, PMMLModelTags::XML_ELE_DISCRETIZEBIN);
     }
     ++bin.intervals;
     if ((bin.flags & (kMissingCopy | kMapSysmisTo)) == 0) {
@@ -180,7 +183,7 @@ void DiscretizeReader::CheckIntersections(const std::string& source) const {
             {range->GetMin()->GetDouble(), range->GetMax()->GetDouble(), range->GetLowEnd(), range->GetHighEnd()});
     }
     if (AnyIntersect(ranges)) {
-        Raise(260293, source);
+        Raise<Message::VALUE_RANGE_INTERSECTS>(source);
     }
 }
 

@@ -28,7 +28,8 @@ const ScoreDictVar* FieldLookup::Find(const std::string& name) const {
 const ScoreDictVar& FieldLookup::Require(const std::string& name) const {
     const ScoreDictVar* var = Find(name);
     if (var == nullptr) {
-        diagnostics::Raise(260125, name, PMMLModelTags::XML_ELE_DATADICTIONARY, PMMLModelTags::XML_ELE_TRANSFORMATION);
+        diagnostics::Raise<diagnostics::Message::MISSING_VARIABLE_IN_BOTH>(name, PMMLModelTags::XML_ELE_DATADICTIONARY,
+                                                                           PMMLModelTags::XML_ELE_TRANSFORMATION);
     }
     return *var;
 }

@@ -10,6 +10,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 
@@ -24,7 +25,7 @@ std::string PMMLTranslator::HandleFieldRef(xercesc::DOMElement* fieldRef, const 
         return name;
     }
     if (target->GetVarType() != field.GetVarType()) {
-        Raise(260215, name, target->GetName());
+        Raise<Message::CONFLICTING_REFERENCE>(name, target->GetName());
     }
     const std::string missing = text.Attribute(fieldRef, PMMLModelTags::XML_ATT_MISSREPVALUE);
     if (!missing.empty()) {

@@ -12,6 +12,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using veltrane::translators::ChildElements;
 using veltrane::translators::DocumentText;
@@ -24,20 +25,21 @@ KORDTranslator::~KORDTranslator() = default;
 
 ScoreDictionary* KORDTranslator::ParseDictionary(xercesc::DOMElement* dictionary) {
     if (!dictionary)
-        Raise(260115, KORDModelTags::XML_ELE_DICTIONARY, "kord-ml");
+        Raise<Message::MISSING_NODE_IN>(KORDModelTags::XML_ELE_DICTIONARY, "kord-ml");
     const DocumentText text(*this, &KORDTranslator::ToString);
     const veltrane::translators::KordVariableReader reader(*this, text);
     auto result = std::make_unique<BaseDictionary>();
     for (const xercesc::DOMElement* child : ChildElements(dictionary)) {
         if (!HasTag(child, KORDModelTags::XML_ELE_VARIABLE))
-            Raise(260178, text.Tag(child), KORDModelTags::XML_ELE_VARIABLE, KORDModelTags::XML_ELE_DICTIONARY);
+            Raise<Message::UNEXPECTED_NODE_IN>(text.Tag(child), KORDModelTags::XML_ELE_VARIABLE,
+                                               KORDModelTags::XML_ELE_DICTIONARY);
         std::unique_ptr<DictVar> var = reader.Read(child, *result);
         if (var->IsString())
             SetupCatEncoder(var.get());
         veltrane::translators::AddVar(*result, std::move(var));
     }
     if (result->Size() == 0)
-        Raise(260283, KORDModelTags::XML_ELE_DICTIONARY);
+        Raise<Message::NO_CHILD_ELEMENT>(KORDModelTags::XML_ELE_DICTIONARY);
     return result.release();
 }
 

@@ -18,6 +18,7 @@
 
 namespace veltrane::translators {
 
+using diagnostics::Message;
 using diagnostics::Raise;
 using MCVeltrane_900::BaseTranslator;
 using MCVeltrane_900::DictVar;
@@ -44,7 +45,7 @@ int ReadFormatNumber(const xercesc::DOMElement* format, const char* name) {
 const XMLCh* BoundText(const xercesc::DOMElement* bound) {
     const XMLCh* text = BaseTranslator::GetAttribute(bound, Tags::XML_ATT_VALUE);
     if (Equals(text, ""))
-        Raise(260120, Tags::XML_ATT_VALUE, Tags::XML_ELE_CATEGORY);
+        Raise<Message::MISSING_ATTRIBUTE_OF>(Tags::XML_ATT_VALUE, Tags::XML_ELE_CATEGORY);
     return text;
 }
 
@@ -60,7 +61,7 @@ void KordVariableReader::ReadCategories(const xercesc::DOMElement* categories, D
     std::unique_ptr<ScoreValueLabelSet> labels = std::make_unique<MCVeltrane_900::ValueLabelSet>();
     for (const xercesc::DOMElement* child : ChildElements(categories)) {
         if (!HasTag(child, Tags::XML_ELE_CATEGORY))
-            Raise(260152, fText.Tag(child), Tags::XML_ELE_CATEGORY);
+            Raise<Message::INVALID_ATTRIBUTE_VALUE>(fText.Tag(child), Tags::XML_ELE_CATEGORY);
         AddCategory(child, var, *labels);
     }
     const std::unique_ptr<ScoreValueLabelSet> before(var.GetValueLabels());
@@ -93,7 +94,7 @@ void KordVariableReader::AddMissingCategory(const xercesc::DOMElement* category,
                                             ScoreMissingValueSet& missing) const {
     const XMLCh* text = BaseTranslator::GetAttribute(category, Tags::XML_ATT_VALUE);
     if (Equals(text, ""))
-        Raise(260285, Tags::XML_ATT_VALUE, Tags::XML_ELE_CATEGORY);
+        Raise<Message::NULL_ATTRIBUTE>(Tags::XML_ATT_VALUE, Tags::XML_ELE_CATEGORY);
     AddRange(missing, std::make_unique<MCVeltrane_900::Range>(MakeValue(var, text).release()));
 }
 
@@ -101,10 +102,10 @@ void KordVariableReader::AddMissingRange(const xercesc::DOMElement* range, const
                                          ScoreMissingValueSet& missing) const {
     const xercesc::DOMElement* first = FirstChildElement(range);
     if (!first)
-        Raise(260117, Tags::XML_ELE_CATEGORY, Tags::XML_ELE_RANGE);
+        Raise<Message::MISSING_MINIMUM>(Tags::XML_ELE_CATEGORY, Tags::XML_ELE_RANGE);
     const xercesc::DOMElement* second = NextElement(first);
     if (!second)
-        Raise(260118, Tags::XML_ELE_CATEGORY, Tags::XML_ELE_RANGE);
+        Raise<Message::MISSING_MAXIMUM>(Tags::XML_ELE_CATEGORY, Tags::XML_ELE_RANGE);
     // Both have to be there before either is read.
     const XMLCh* lowerText = BoundText(first);
     const XMLCh* upperText = BoundText(second);

@@ -14,6 +14,7 @@
 
 namespace veltrane::translators {
 
+using diagnostics::Message;
 using diagnostics::Raise;
 using MCVeltrane_900::BaseTranslator;
 using MCVeltrane_900::DictVar;
@@ -38,7 +39,7 @@ constexpr LevelWord kLevelWords[] = {
 
 const XMLCh* CheckFilled(const XMLCh* text, const char* name) {
     if (Equals(text, ""))
-        Raise(260285, name, Tags::XML_ELE_VARIABLE);
+        Raise<Message::NULL_ATTRIBUTE>(name, Tags::XML_ELE_VARIABLE);
     return text;
 }
 
@@ -53,11 +54,11 @@ void CheckLabels(const DictVar& var) {
     if (!var.GetValueLabels() || !var.GetMissingValues())
         return;
     if (var.GetValueLabels()->Size() == 0)
-        Raise(260126, var.GetName());
+        Raise<Message::MISSING_VALUE_LIST>(var.GetName());
     int index = 0;
     for (const ScoreValueLabel* label : var.GetValueLabels()->GetAllValueLabels()) {
         if (IsMissing(var, *label->GetValue()))
-            Raise(260292, std::to_string(index), var.GetName());
+            Raise<Message::NTH_VALUE_INTERSECTS>(std::to_string(index), var.GetName());
         ++index;
     }
 }
@@ -89,7 +90,7 @@ std::unique_ptr<DictVar> KordVariableReader::MakeVar(const xercesc::DOMElement* 
     const bool isString = Equals(CheckFilled(storage, Tags::XML_ATT_STORAGE_TYPE), Tags::XML_VAL_STRING);
     auto var = std::make_unique<DictVar>(name, isString ? ScoreDictVar::STRING_VAR : ScoreDictVar::kNUMERIC_VAR);
     if (dictionary.GetVar(name))
-        Raise(260202, name, Tags::XML_ELE_DICTIONARY);
+        Raise<Message::DUPLICATE_VARIABLE_IN>(name, Tags::XML_ELE_DICTIONARY);
     const XMLCh* label = BaseTranslator::GetAttribute(variable, Tags::XML_ATT_LABEL);
     var->SetLabel(Equals(label, "") ? name : fText(label));
     return var;
@@ -99,15 +100,15 @@ void KordVariableReader::SetLevel(const xercesc::DOMElement* variable, DictVar& 
     const XMLCh* text = CheckFilled(BaseTranslator::GetAttributeForced(variable, Tags::XML_ATT_MEASUREMENT_LEVEL),
                                     Tags::XML_ATT_MEASUREMENT_LEVEL);
     if (var.IsString() && Equals(text, Tags::XML_VAL_CONTINUOUS))
-        Raise(260211, Tags::XML_VAL_CONTINUOUS, Tags::XML_ATT_MEASUREMENT_LEVEL, Tags::XML_VAL_STRING,
-              Tags::XML_ATT_STORAGE_TYPE);
+        Raise<Message::CONFLICTING_VALUES>(Tags::XML_VAL_CONTINUOUS, Tags::XML_ATT_MEASUREMENT_LEVEL,
+                                           Tags::XML_VAL_STRING, Tags::XML_ATT_STORAGE_TYPE);
     for (const LevelWord& word : kLevelWords) {
         if (Equals(text, word.text)) {
             var.SetMLevel(word.level);
             return;
         }
     }
-    Raise(260152, fText(text), Tags::XML_ATT_MEASUREMENT_LEVEL);
+    Raise<Message::INVALID_ATTRIBUTE_VALUE>(fText(text), Tags::XML_ATT_MEASUREMENT_LEVEL);
 }
 
 void KordVariableReader::ReadChild(const xercesc::DOMElement* child, DictVar& var) const {
@@ -117,7 +118,7 @@ void KordVariableReader::ReadChild(const xercesc::DOMElement* child, DictVar& va
             return;
         }
     }
-    Raise(260154, fText.Tag(child));
+    Raise<Message::INVALID_TAG>(fText.Tag(child));
 }
 
 } // namespace veltrane::translators

@@ -14,6 +14,7 @@
 
 namespace veltrane::translators {
 
+using diagnostics::Message;
 using diagnostics::Raise;
 using MCVeltrane_900::ScoreDictVar;
 using MCVeltrane_900::ScoreValue;
@@ -33,7 +34,7 @@ std::string TextOf(const ScoreValue* value) {
 
 void CheckCategoryCount(const ScoreDictVar& var) {
     if (var.IsFlagVariable() && var.GetNumberOfCats() > kFlagCategories) {
-        Raise(260271, Tags::XML_VAL_OT_CATEGORICAL, Tags::XML_VAL_FLAG);
+        Raise<Message::MORE_THAN_TWO>(Tags::XML_VAL_OT_CATEGORICAL, Tags::XML_VAL_FLAG);
     }
 }
 
@@ -43,10 +44,10 @@ void CheckLabels(const ScoreDictVar& var) {
     for (std::size_t i = 0; i < labels.size(); ++i) {
         const ScoreValue* value = labels[i]->GetValue();
         if (var.IsMissingValue(value)) {
-            Raise(260294, TextOf(value), var.GetName());
+            Raise<Message::VALUE_MISSING_OR_VALID_AND_INVALID>(TextOf(value), var.GetName());
         }
         if (isDuplicate[i]) {
-            Raise(260203, Tags::XML_ATT_VALUE, TextOf(value), Tags::XML_ELE_DATADICTIONARY);
+            Raise<Message::DUPLICATE_DEFINITION>(Tags::XML_ATT_VALUE, TextOf(value), Tags::XML_ELE_DATADICTIONARY);
         }
     }
 }

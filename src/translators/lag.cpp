@@ -14,6 +14,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 using xercesc::DOMElement;
@@ -27,7 +28,7 @@ int ReadLagCount(const DocumentText& text, const DOMElement* lag) {
     }
     const int n = BaseTranslator::VerifyInt(count);
     if (n < 1) {
-        Raise(260151, count, "positiveInteger");
+        Raise<Message::INVALID_VALUE_OF_TYPE>(count, "positiveInteger");
     }
     return n;
 }

@@ -17,6 +17,7 @@
 
 namespace veltrane::translators {
 
+using diagnostics::Message;
 using diagnostics::Raise;
 using MCVeltrane_900::BaseTranslator;
 using MCVeltrane_900::InlineTable;
@@ -59,7 +60,8 @@ void MapValuesReader::ReadChild(DOMElement* child) {
     } else if (IsExtension(child)) {
         ReadExtension(child);
     } else if (!HasTag(child, PMMLModelTags::XML_ELE_TABLELOCATOR)) {
-        Raise(260153, fText.Tag(child), PMMLModelTags::XML_ATT_NAME, PMMLModelTags::XML_ELE_MAPVALUES);
+        Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(fText.Tag(child), PMMLModelTags::XML_ATT_NAME,
+                                                   PMMLModelTags::XML_ELE_MAPVALUES);
     }
 }
 
@@ -87,7 +89,7 @@ void MapValuesReader::ReadExtension(DOMElement* extension) {
 void MapValuesReader::ReadTable(DOMElement* element) {
     InlineTable& table = InstallTable();
     if (fSource == nullptr) {
-        Raise(260122, PMMLModelTags::XML_ELE_FIELDCOLPAIR, PMMLModelTags::XML_ELE_INLTABLE);
+        Raise<Message::MISSING_DEFINITION>(PMMLModelTags::XML_ELE_FIELDCOLPAIR, PMMLModelTags::XML_ELE_INLTABLE);
     }
     if (DOMElement* first = FirstChildElement(element); first != nullptr && IsExtension(first)) {
         ReadTableExtensions(first);
@@ -111,10 +113,11 @@ void MapValuesReader::ReadTableExtensions(DOMElement* first) {
 // to read it with.
 void MapValuesReader::RecodeTargetToSysmis(DOMElement* extension) {
     if (fVar.GetVarType() != ScoreDictVar::kNUMERIC_VAR) {
-        Raise(260244, PMMLModelTags::XML_ATT_TRAN_EXT_NAME_RECODETARGETSYSMIS, fVar.GetName());
+        Raise<Message::PARAMETER_TYPE_MISMATCH>(PMMLModelTags::XML_ATT_TRAN_EXT_NAME_RECODETARGETSYSMIS,
+                                                fVar.GetName());
     }
     if (fSource == nullptr) {
-        Raise(260122, PMMLModelTags::XML_ELE_FIELDCOLPAIR, PMMLModelTags::XML_ELE_MAPVALUES);
+        Raise<Message::MISSING_DEFINITION>(PMMLModelTags::XML_ELE_FIELDCOLPAIR, PMMLModelTags::XML_ELE_MAPVALUES);
     }
     std::unique_ptr<ScoreValue> key =
         MakeCellValue(*fSource, fText.Attribute(extension, PMMLModelTags::XML_ATT_EXT_VALUE));

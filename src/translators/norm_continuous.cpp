@@ -14,6 +14,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 using xercesc::DOMElement;
@@ -51,12 +52,13 @@ void AddSegment(TransformVar& var, const NormPoint& left, const NormPoint& right
 std::string PMMLTranslator::HandleNormContinuous(DOMElement* element, ScoreDictVar* var,
                                                  const ScoreDictionary* dictionary, const ScoreDictionary* derived) {
     if (!HasDescendants(element, PMMLModelTags::XML_ELE_LINEARNORM, 2)) {
-        Raise(260176, PMMLModelTags::XML_ELE_LINEARNORM, PMMLModelTags::XML_ELE_DERIVEDFIELD);
+        Raise<Message::REQUIRES_MORE_THAN_ONE>(PMMLModelTags::XML_ELE_LINEARNORM, PMMLModelTags::XML_ELE_DERIVEDFIELD);
     }
     const DocumentText text(*this, &PMMLTranslator::ToString);
     std::string source = text.Forced(element, PMMLModelTags::XML_ATT_FIELD);
     if (FieldLookup(dictionary, derived).Require(source).GetMLevel() != ScoreDictVar::LEVEL_CONTINUOUS) {
-        Raise(260180, PMMLModelTags::XML_VAL_OT_CONTINUOUS, PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE, source);
+        Raise<Message::REQUIRES_VALUE_IN>(PMMLModelTags::XML_VAL_OT_CONTINUOUS, PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE,
+                                          source);
     }
     TransformVar& target = AsTransformVar(var);
     const std::vector<NormPoint> points = ReadPoints(text, element);

@@ -14,6 +14,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 
@@ -44,8 +45,9 @@ std::string PMMLTranslator::HandleNormDiscrete(xercesc::DOMElement* element, Sco
     std::string source = text.Forced(element, PMMLModelTags::XML_ATT_FIELD);
     const ScoreDictVar& field = FieldLookup(dictionary, derived).Require(source);
     if (field.GetMLevel() == ScoreDictVar::LEVEL_CONTINUOUS) {
-        Raise(260214, PMMLModelTags::XML_VAL_OT_CONTINUOUS, PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE, source,
-              PMMLModelTags::XML_ELE_NORMDISCRETE, PMMLModelTags::XML_ATT_NAME, source);
+        Raise<Message::CONFLICTING_VALUES_IN>(PMMLModelTags::XML_VAL_OT_CONTINUOUS,
+                                              PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE, source,
+                                              PMMLModelTags::XML_ELE_NORMDISCRETE, PMMLModelTags::XML_ATT_NAME, source);
     }
     TransformVar& target = AsTransformVar(var);
     const std::string category = text.Forced(element, PMMLModelTags::XML_ATT_VALUE);

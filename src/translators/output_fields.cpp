@@ -15,6 +15,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 using Tags = PMMLModelTags;
@@ -52,7 +53,8 @@ ScoreResultField::ResultFeature ReadFeature(const DOMElement* field, const Docum
             return word.feature;
         }
     }
-    Raise(260153, text(feature), Tags::XML_ATT_VAL_MINING_FEATURE, Tags::XML_ELE_VAL_RESULTFIELD);
+    Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(text(feature), Tags::XML_ATT_VAL_MINING_FEATURE,
+                                               Tags::XML_ELE_VAL_RESULTFIELD);
 }
 
 void SetLevel(const DOMElement* field, const DocumentText& text, ResultVar& var) {
@@ -60,7 +62,7 @@ void SetLevel(const DOMElement* field, const DocumentText& text, ResultVar& var)
     if (const auto level = ReadMeasureLevel(word)) {
         var.SetMLevel(*level);
     } else if (!Equals(word, "")) {
-        Raise(260152, text(word), Tags::XML_ATT_VAL_MINING_OPTYPE);
+        Raise<Message::INVALID_ATTRIBUTE_VALUE>(text(word), Tags::XML_ATT_VAL_MINING_OPTYPE);
     }
 }
 
@@ -69,7 +71,7 @@ void SetLevel(const DOMElement* field, const DocumentText& text, ResultVar& var)
 std::unique_ptr<ResultVar> ReadResultField(const DOMElement* field, const DocumentText& text) {
     const XMLCh* nameText = BaseTranslator::GetAttributeForced(field, Tags::XML_ATT_VAL_MINING_NAME);
     if (Equals(nameText, "")) {
-        Raise(260285, Tags::XML_ATT_VAL_MINING_NAME, Tags::XML_ELE_VAL_RESULTFIELD);
+        Raise<Message::NULL_ATTRIBUTE>(Tags::XML_ATT_VAL_MINING_NAME, Tags::XML_ELE_VAL_RESULTFIELD);
     }
     const std::string name = text(nameText);
     auto var = std::make_unique<ResultVar>(name, ScoreDictVar::kNUMERIC_VAR);
@@ -93,7 +95,7 @@ std::unique_ptr<ResultVar> ReadResultField(const DOMElement* field, const Docume
 // taken the dictionary lists the name again, keeps the variable that it has, and leaves the new one to us.
 ScoreDictionary* PMMLTranslator::ParseResultDictionary(xercesc::DOMNode* parent) {
     if (parent == nullptr || parent->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) {
-        Raise(260114, Tags::XML_ELE_VAL_RESULTFIELD);
+        Raise<Message::MISSING_NODE>(Tags::XML_ELE_VAL_RESULTFIELD);
     }
     DescendantsByTag fields(static_cast<const DOMElement*>(parent), Tags::XML_ELE_VAL_RESULTFIELD);
     const DOMElement* field = fields.Next();

@@ -15,6 +15,7 @@
 namespace MCVeltrane_900 {
 namespace {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 
 /// The position of the first of the variable's labels whose value `matches`; -1 when none does.
@@ -22,7 +23,7 @@ template <typename Matches>
 int FindLabel(const ScoreDictVar& var, Matches matches) {
     const ScoreValueLabelSet* labels = var.GetValueLabels();
     if (!labels || labels->Size() == 0)
-        Raise(260126, var.GetName());
+        Raise<Message::MISSING_VALUE_LIST>(var.GetName());
     const auto& all = labels->GetAllValueLabels();
     const auto found = std::find_if(all.begin(), all.end(), [&](const ScoreValueLabel* label) {
         return label->GetValue() && matches(*label->GetValue());
@@ -96,7 +97,7 @@ int PMMLTranslator::HandleOrdinalVariable(xercesc::DOMElement* predicate, const 
     const XMLCh* operatorText = GetAttributeForced(predicate, PMMLModelTags::XML_ATT_OPERATOR);
     const int index = GetIndexOfOrdinalValue(value, var);
     if (index < 0)
-        Raise(260153, value, "value", var ? var->GetName() : std::string());
+        Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(value, "value", var ? var->GetName() : std::string());
     const int last = var->GetNumberOfCats() - 1;
     for (const OrdinalOperator& candidate : kOrdinalOperators) {
         if (veltrane::translators::Equals(operatorText, candidate.text)) {
@@ -105,7 +106,7 @@ int PMMLTranslator::HandleOrdinalVariable(xercesc::DOMElement* predicate, const 
             return candidate.result;
         }
     }
-    Raise(260153, ToString(operatorText), "operator", var->GetName());
+    Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(ToString(operatorText), "operator", var->GetName());
 }
 
 } // namespace MCVeltrane_900

@@ -17,6 +17,7 @@
 namespace MCVeltrane_900 {
 namespace {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using veltrane::translators::ChildElements;
 using veltrane::translators::DataFieldReader;
@@ -37,18 +38,18 @@ void CheckNumberOfFields(const xercesc::DOMElement* dataDictionary, int count, c
     const XMLCh* declared =
         BaseTranslator::GetAttributeForced(dataDictionary, PMMLModelTags::XML_ATT_DATADICT_NUMBEROFFIELDS);
     if (Equals(declared, ""))
-        Raise(260285, "numberOfFields", "DataDictionary");
+        Raise<Message::NULL_ATTRIBUTE>("numberOfFields", "DataDictionary");
     const std::optional<int> number = ReadCount(declared);
     if (number != count)
-        Raise(260242, number ? std::to_string(*number) : text(declared), "numberOfFields", std::to_string(count),
-              "DataField", "DataDictionary");
+        Raise<Message::NUMBER_MISMATCH>(number ? std::to_string(*number) : text(declared), "numberOfFields",
+                                        std::to_string(count), "DataField", "DataDictionary");
 }
 
 } // namespace
 
 ScoreDictionary* PMMLTranslator::ParseDictionary(xercesc::DOMNode* dataDictionary, bool withEncoders) {
     if (!dataDictionary || dataDictionary->getNodeType() != xercesc::DOMNode::ELEMENT_NODE)
-        Raise(260115, "DataDictionary", "PMML");
+        Raise<Message::MISSING_NODE_IN>("DataDictionary", "PMML");
     if (!GetTranscoder())
         CreateTranscoder(fEncoding);
 
@@ -60,7 +61,7 @@ ScoreDictionary* PMMLTranslator::ParseDictionary(xercesc::DOMNode* dataDictionar
         if (HasTag(child, PMMLModelTags::XML_ELE_EXTENSION))
             continue;
         if (!HasTag(child, PMMLModelTags::XML_ELE_DATAFIELD))
-            Raise(260178, text.Tag(child), "DataDictionary", "Extension");
+            Raise<Message::UNEXPECTED_NODE_IN>(text.Tag(child), "DataDictionary", "Extension");
         ++count;
         veltrane::translators::AddVar(*dictionary, reader.Read(child, *dictionary, withEncoders));
     }

@@ -109,7 +109,8 @@ bool PMMLTranslator::HandleKORDMissingInterval(ScoreMissingValueSet* missing, in
     if (count == 0)
         return false;
     if (count != kLowerBound && count != kUpperBound && count != kLowerBound + kUpperBound)
-        veltrane::diagnostics::Raise(260272, "invalidRangeLower, invalidRangeUpper", "Value");
+        veltrane::diagnostics::Raise<veltrane::diagnostics::Message::MORE_THAN_ONE>(
+            "invalidRangeLower, invalidRangeUpper", "Value");
     AddRange(*missing, std::make_unique<Range>(lower, upper, true, true));
     return true;
 }

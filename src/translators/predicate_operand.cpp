@@ -11,6 +11,7 @@
 
 namespace veltrane::translators {
 
+using diagnostics::Message;
 using diagnostics::Raise;
 using MCVeltrane_900::BaseTranslator;
 using Tags = MCVeltrane_900::PMMLModelTags;
@@ -31,13 +32,13 @@ OperandForm FormOf(const XMLCh* op, const XMLCh* value, const std::string& opTex
                          : (isNotMissing ? OperandForm::kIsNotMissing : OperandForm::kComparison);
     }
     if (isMissing || isNotMissing) {
-        Raise(260212, Tags::XML_ATT_VALUE, opText);
+        Raise<Message::CONFLICTING_ATTRIBUTES>(Tags::XML_ATT_VALUE, opText);
     }
     if (*value != 0) {
         return OperandForm::kComparison;
     }
     if (!Equals(op, Tags::XML_VAL_OPERATOR_EQUAL)) {
-        Raise(260171, Tags::XML_ATT_OPERATOR, Tags::XML_VAL_OPERATOR_EQUAL);
+        Raise<Message::ATTRIBUTE_NEEDS_NULL_TEXT>(Tags::XML_ATT_OPERATOR, Tags::XML_VAL_OPERATOR_EQUAL);
     }
     return OperandForm::kEmpty;
 }
@@ -65,7 +66,7 @@ xercesc::DOMElement* AsElement(xercesc::DOMNode* node, const char* tag) {
 
 xercesc::DOMElement* RequireElement(xercesc::DOMNode* node, const char* tag) {
     if (node == nullptr || node->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) {
-        Raise(260114, tag);
+        Raise<Message::MISSING_NODE>(tag);
     }
     return static_cast<xercesc::DOMElement*>(node);
 }

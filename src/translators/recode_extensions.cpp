@@ -15,6 +15,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 using xercesc::DOMElement;
@@ -31,7 +32,8 @@ struct RecodeReader {
 
 void ElseCopy(RecodeReader& reader) {
     if (reader.var.GetRecodeDefaultValue() != nullptr) {
-        Raise(260216, PMMLModelTags::XML_ATT_DEFAULTVALUE, PMMLModelTags::XML_ATT_TRAN_EXT_NAME_ELSECOPY);
+        Raise<Message::CONFLICTING_ELEMENTS>(PMMLModelTags::XML_ATT_DEFAULTVALUE,
+                                             PMMLModelTags::XML_ATT_TRAN_EXT_NAME_ELSECOPY);
     }
     reader.var.SetRecodeElseCopy(true);
 }
@@ -39,16 +41,16 @@ void ElseCopy(RecodeReader& reader) {
 // The message names "mapSysmisTo", though it is a mapMissingTo that stands against the copy.
 void MissingCopy(RecodeReader& reader) {
     if (reader.var.GetRecodeMissValueRep() != nullptr) {
-        Raise(260216, PMMLModelTags::XML_ATT_TRAN_EXT_NAME_MAPSYSMISTO,
-              PMMLModelTags::XML_ATT_TRAN_EXT_NAME_MISSINGCOPY);
+        Raise<Message::CONFLICTING_ELEMENTS>(PMMLModelTags::XML_ATT_TRAN_EXT_NAME_MAPSYSMISTO,
+                                             PMMLModelTags::XML_ATT_TRAN_EXT_NAME_MISSINGCOPY);
     }
     reader.var.SetRecodeMissingCopy(true);
 }
 
 void MapSysmisTo(RecodeReader& reader) {
     if (reader.var.GetRecodeSysmisValueRep() != nullptr) {
-        Raise(260216, PMMLModelTags::XML_ATT_TRAN_EXT_NAME_MAPSYSMISTO,
-              PMMLModelTags::XML_ATT_TRAN_EXT_NAME_MAPSYSMISTO);
+        Raise<Message::CONFLICTING_ELEMENTS>(PMMLModelTags::XML_ATT_TRAN_EXT_NAME_MAPSYSMISTO,
+                                             PMMLModelTags::XML_ATT_TRAN_EXT_NAME_MAPSYSMISTO);
     }
     const std::string value = reader.text.Forced(reader.extension, PMMLModelTags::XML_ATT_EXT_VALUE);
     reader.var.SetRecodeSysmisValue(reader.translator.CarefullyMakeVarValue(&reader.var, value));
@@ -57,12 +59,13 @@ void MapSysmisTo(RecodeReader& reader) {
 void MissingToSysmis(RecodeReader& reader) {
     TransformVar& var = reader.var;
     if (var.GetVarType() != ScoreDictVar::kNUMERIC_VAR) {
-        Raise(260244, PMMLModelTags::XML_ATT_TRAN_EXT_NAME_RECODEMISSINGSISMIS, var.GetName());
+        Raise<Message::PARAMETER_TYPE_MISMATCH>(PMMLModelTags::XML_ATT_TRAN_EXT_NAME_RECODEMISSINGSISMIS,
+                                                var.GetName());
     }
     if (var.GetRecodeMissValueRep() != nullptr || var.IsRecodeMissingCopy() ||
         var.GetRecodeSysmisValueRep() != nullptr) {
-        Raise(260216, "mapSysmisTo, recodeMissingCopy, mapMissingTo",
-              PMMLModelTags::XML_ATT_TRAN_EXT_NAME_RECODEMISSINGSISMIS);
+        Raise<Message::CONFLICTING_ELEMENTS>("mapSysmisTo, recodeMissingCopy, mapMissingTo",
+                                             PMMLModelTags::XML_ATT_TRAN_EXT_NAME_RECODEMISSINGSISMIS);
     }
     var.SetRecodeMissValueTo(new NumericValue(NumericValue::SYSMIS));
 }

@@ -18,6 +18,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 
@@ -52,7 +53,7 @@ void PutRange(ScaleSplit& split, double low, double high, bool lowIncluded, bool
 /// put: "lessThan" a number that has overflowed holds for no value.
 void PutBounds(ScaleSplit& split, double low, double high, bool included) {
     if (high < low) {
-        Raise(260157, split.GetSplitName());
+        Raise<Message::INVALID_VALUE_RANGE>(split.GetSplitName());
     }
     const bool hasLow = low > -kInfinity;
     const bool hasHigh = high < kInfinity;
@@ -101,7 +102,7 @@ ScaleSplit* PMMLTranslator::HandleNodeScaleSplit(xercesc::DOMNode* node, const S
 void PMMLTranslator::GetScaleSplitValue(const XMLCh* value, const XMLCh* op, double& low, double& high,
                                         bool& included) {
     if (value == nullptr) {
-        Raise(260119, PMMLModelTags::XML_ATT_VALUE);
+        Raise<Message::MISSING_ATTRIBUTE>(PMMLModelTags::XML_ATT_VALUE);
     }
     const double number = VerifyDouble(value);
     for (const ScaleOperator& candidate : kScaleOperators) {
@@ -112,7 +113,7 @@ void PMMLTranslator::GetScaleSplitValue(const XMLCh* value, const XMLCh* op, dou
             return;
         }
     }
-    Raise(260303, ToString(op), PMMLModelTags::XML_ATT_OPERATOR);
+    Raise<Message::UNSUPPORTED_VALUE>(ToString(op), PMMLModelTags::XML_ATT_OPERATOR);
 }
 
 } // namespace MCVeltrane_900

@@ -36,7 +36,7 @@ void PutCategory(DiscreteSplit& split, const ScoreDictVar& var, const ScoreEncod
 const ScoreValueLabelSet& RequireLabels(const ScoreDictVar& var) {
     const ScoreValueLabelSet* labels = var.GetValueLabels();
     if (labels == nullptr) {
-        diagnostics::Raise(260126, var.GetName());
+        diagnostics::Raise<diagnostics::Message::MISSING_VALUE_LIST>(var.GetName());
     }
     return *labels;
 }

@@ -16,6 +16,7 @@
 
 namespace veltrane::translators {
 
+using diagnostics::Message;
 using diagnostics::Raise;
 using MCVeltrane_900::BaseTranslator;
 using MCVeltrane_900::NumericValue;
@@ -70,8 +71,9 @@ void TableRowsReader::ReadRow(DOMElement* row) {
 // A table has one width: the order of its keys has no place for a row that is shorter or longer than the first.
 void TableRowsReader::CheckWidth(std::size_t inputs) const {
     if (!fInFirstRow && inputs != fWidth) {
-        Raise(260251, std::to_string(inputs), PMMLModelTags::XML_ATT_FIELDCOLPAIR_COLUMN, PMMLModelTags::XML_ELE_ROW,
-              std::to_string(fWidth), PMMLModelTags::XML_ATT_FIELDCOLPAIR_COLUMN, PMMLModelTags::XML_ELE_INLTABLE);
+        Raise<Message::NUMBERS_MISMATCH>(std::to_string(inputs), PMMLModelTags::XML_ATT_FIELDCOLPAIR_COLUMN,
+                                         PMMLModelTags::XML_ELE_ROW, std::to_string(fWidth),
+                                         PMMLModelTags::XML_ATT_FIELDCOLPAIR_COLUMN, PMMLModelTags::XML_ELE_INLTABLE);
     }
 }
 
@@ -95,7 +97,8 @@ TableRowsReader::Column TableRowsReader::ReadColumn(const DOMElement* cell) cons
     const auto& columns = fMap.GetColumnFields();
     const auto pair = columns.find(name);
     if (pair == columns.end()) {
-        Raise(260125, name, PMMLModelTags::XML_ELE_DATADICTIONARY, PMMLModelTags::XML_ELE_TRANSFORMATION);
+        Raise<Message::MISSING_VARIABLE_IN_BOTH>(name, PMMLModelTags::XML_ELE_DATADICTIONARY,
+                                                 PMMLModelTags::XML_ELE_TRANSFORMATION);
     }
     return {tag, &fFields.Require(pair->second), false};
 }

@@ -16,6 +16,7 @@
 
 namespace veltrane::translators {
 
+using diagnostics::Message;
 using diagnostics::Raise;
 using MCVeltrane_900::PMMLTranslator;
 using MCVeltrane_900::ScoreDictVar;
@@ -59,7 +60,7 @@ std::string TargetCategories::ReadValue(const xercesc::DOMElement* targetValue) 
     const bool isNumeric = fVar.GetVarType() == ScoreDictVar::kNUMERIC_VAR;
     const bool isString = fVar.GetVarType() == ScoreDictVar::STRING_VAR;
     if (Equals(text, "") && (isNumeric || (isString && !fVar.GetEmptyStringOK()))) {
-        Raise(260285, Tags::XML_ATT_VALUE, Tags::XML_ELE_VALUE);
+        Raise<Message::NULL_ATTRIBUTE>(Tags::XML_ATT_VALUE, Tags::XML_ELE_VALUE);
     }
     if (isNumeric) {
         PMMLTranslator::VerifyDouble(text);

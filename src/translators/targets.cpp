@@ -15,6 +15,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 using Tags = PMMLModelTags;
@@ -25,12 +26,12 @@ namespace {
 ScoreDictVar& FindVar(const DOMElement* target, ScoreDictionary* dictionary, const DocumentText& text) {
     const XMLCh* nameText = BaseTranslator::GetAttributeForced(target, Tags::XML_ATT_FIELD);
     if (Equals(nameText, "")) {
-        Raise(260285, Tags::XML_ATT_FIELD, Tags::XML_ELE_TARGET);
+        Raise<Message::NULL_ATTRIBUTE>(Tags::XML_ATT_FIELD, Tags::XML_ELE_TARGET);
     }
     const std::string name = text(nameText);
     ScoreDictVar* var = dictionary != nullptr ? dictionary->GetVar(name) : nullptr;
     if (var == nullptr) {
-        Raise(260124, name, Tags::XML_ELE_DATADICTIONARY);
+        Raise<Message::MISSING_VARIABLE>(name, Tags::XML_ELE_DATADICTIONARY);
     }
     return *var;
 }
@@ -44,11 +45,12 @@ void CheckLevel(const DOMElement* target, const ScoreDictVar& var, const Documen
     }
     const auto level = ReadMeasureLevel(word);
     if (!level) {
-        Raise(260152, text(word), Tags::XML_ATT_DATAFIELD_OPTYPE);
+        Raise<Message::INVALID_ATTRIBUTE_VALUE>(text(word), Tags::XML_ATT_DATAFIELD_OPTYPE);
     }
     if (*level != var.GetMLevel()) {
-        Raise(260214, text(word), Tags::XML_ATT_DATAFIELD_OPTYPE, Tags::XML_ELE_DATADICTIONARY,
-              MeasureLevelText(var.GetMLevel()), Tags::XML_ATT_DATAFIELD_OPTYPE, Tags::XML_ELE_TARGET);
+        Raise<Message::CONFLICTING_VALUES_IN>(text(word), Tags::XML_ATT_DATAFIELD_OPTYPE, Tags::XML_ELE_DATADICTIONARY,
+                                              MeasureLevelText(var.GetMLevel()), Tags::XML_ATT_DATAFIELD_OPTYPE,
+                                              Tags::XML_ELE_TARGET);
     }
 }
 
@@ -89,7 +91,7 @@ void ReadTarget(PMMLTranslator& translator, DOMElement* target, ScoreDictionary*
         ReadCategories(translator, target, text, var);
         break;
     default:
-        Raise(260152, "", Tags::XML_ATT_DATAFIELD_OPTYPE);
+        Raise<Message::INVALID_ATTRIBUTE_VALUE>("", Tags::XML_ATT_DATAFIELD_OPTYPE);
     }
 }
 

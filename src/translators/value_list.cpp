@@ -14,6 +14,7 @@
 
 namespace MCVeltrane_900 {
 
+using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using namespace veltrane::translators;
 using xercesc::DOMElement;
@@ -24,7 +25,8 @@ namespace {
 void CheckProperty(const DocumentText& text, const DOMElement* value) {
     const XMLCh* property = BaseTranslator::GetAttribute(value, PMMLModelTags::XML_ATT_VALUE_PROPERTY);
     if (!Equals(property, "") && !Equals(property, PMMLModelTags::XML_VAL_PROP_VALID)) {
-        Raise(260153, text(property), PMMLModelTags::XML_ATT_VALUE_PROPERTY, PMMLModelTags::XML_ELE_VALUE);
+        Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(text(property), PMMLModelTags::XML_ATT_VALUE_PROPERTY,
+                                                   PMMLModelTags::XML_ELE_VALUE);
     }
 }
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes docs/messages.md from src/diagnostics/messages.def. With --check it writes nothing and fails when the page is
+"""Writes docs/messages.md from include/MCVeltrane_900/Messages.def. With --check it writes nothing and fails when the page is
 not current."""
 import argparse
 import difflib
@@ -8,17 +8,17 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-TABLE = ROOT / "src/diagnostics/messages.def"
+TABLE = ROOT / "include/MCVeltrane_900/Messages.def"
 PAGE = ROOT / "docs/messages.md"
 
 BAND = re.compile(r"^// === (.+)$")
-MESSAGE = re.compile(r'^VELTRANE_MESSAGE\((\d+), "(.*)"\)$')
+MESSAGE = re.compile(r'^VELTRANE_MESSAGE\((\d+), ([A-Z_]+), "(.*)"\)$')
 PLACEHOLDER = re.compile(r"\{\d+\}")
 
 HEAD = """\
 # Messages
 
-<!-- Made from src/diagnostics/messages.def by tools/docs/messages_page.py; edit the table and run the script. -->
+<!-- Made from include/MCVeltrane_900/Messages.def by tools/docs/messages_page.py; edit the table and run the script. -->
 
 Parsing, building and set-up fail with a `VTException`. `GetErrorCode` gives the id of the message that was put last,
 `ConstructMessage` the text of all its messages, and `GetErrorMessage` that text with the detail message behind it.
@@ -33,14 +33,14 @@ the default converter of ICU is, and a byte that is not UTF-8 comes out as it we
 
 
 def read_table():
-    """The bands in table order: title and rows of id, placeholders and text."""
+    """The bands in table order: title and rows of id, name, placeholders and text."""
     bands = []
     for number, line in enumerate(TABLE.read_text(encoding="utf-8").splitlines(), 1):
         if band := BAND.match(line):
             bands.append((band[1], []))
         elif message := MESSAGE.match(line):
-            text = message[2].replace("''", "'")
-            bands[-1][1].append((message[1], len(PLACEHOLDER.findall(text)), text))
+            text = message[3].replace("''", "'")
+            bands[-1][1].append((message[1], message[2], len(PLACEHOLDER.findall(text)), text))
         elif line and not line.startswith("//"):
             sys.exit(f"{TABLE.relative_to(ROOT)}:{number}: not a line of the table: {line}")
     return bands
@@ -49,9 +49,9 @@ def read_table():
 def render(bands):
     page = HEAD
     for title, rows in bands:
-        page += f"\n## {title}\n\n| Id | Parameters | Text |\n|---|---|---|\n"
-        for identifier, count, text in rows:
-            page += f"| {identifier} | {count} | `` {text} `` |\n"
+        page += f"\n## {title}\n\n| Id | Name | Parameters | Text |\n|---|---|---|---|\n"
+        for identifier, name, count, text in rows:
+            page += f"| {identifier} | `{name}` | {count} | `` {text} `` |\n"
     return page
 
 

@@ -1,6 +1,8 @@
 #ifndef VELTRANE_HOST_DOCUMENT_H
 #define VELTRANE_HOST_DOCUMENT_H
 
+#include <MCVeltrane_900/Messages.h>
+
 #include <memory>
 #include <string>
 
@@ -14,7 +16,7 @@ namespace veltrane::host {
 class DocumentFile;
 
 /// Code of the message with which the library tells of a document that it cannot open on this road.
-inline constexpr int kCannotOpenDocument = 260103;
+inline constexpr int kCannotOpenDocument = static_cast<int>(MCVeltrane_900::Message::CANNOT_OPEN_FILE);
 
 /// What the host takes from a document. The derived fields borrow from the fields.
 struct Document {

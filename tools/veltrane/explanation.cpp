@@ -5,6 +5,7 @@
 #include "model_list.h"
 #include "report.h"
 
+#include <MCVeltrane_900/Messages.h>
 #include <MCVeltrane_900/VTDynamicLoadedLibrary.h>
 #include <MCVeltrane_900/VTException.h>
 
@@ -17,6 +18,7 @@
 
 namespace veltrane::host {
 
+using MCVeltrane_900::Message;
 using MCVeltrane_900::VTDynamicLoadedLibrary;
 using MCVeltrane_900::VTException;
 
@@ -26,13 +28,9 @@ constexpr std::string_view kWhiteSpace = " \t\r\n";
 constexpr std::size_t kShownStart = 20;
 constexpr std::size_t kShownKinds = 10;
 
-/// What the library says of a document that it cannot parse, of one without a root, and of one with a root or without a
-/// model that it doesn't know.
-constexpr std::array kUnreadable{260105, 260107, 260109, 260110, 260112};
-constexpr int kUnsupported = 260301;
-constexpr int kNoPlugin = 260113;
-constexpr int kNoNode = 260114;
-constexpr int kUnknownValue = 260303;
+/// What the library says of a document that it cannot parse, and of one without a root.
+constexpr std::array kUnreadable{Message::CANNOT_OPEN_DOCUMENT, Message::CANNOT_PARSE_TO_TREE, Message::CANNOT_PARSE,
+                                 Message::NO_ROOT, Message::EMPTY_ROOT_TAG};
 
 /// Byte order marks, and "<?xm" in EBCDIC, which XML may begin with in place of "<".
 constexpr std::string_view kMarks[] = {"\xEF\xBB\xBF", "\xFE\xFF", "\xFF\xFE", "\x4C\x6F\xA7\x94"};
@@ -187,16 +185,16 @@ std::string ExplainMissingPlugin(const std::string& model) {
 }
 
 std::string Explain(const VTException& failure, DocumentFile& document, const ModelList& list) {
-    const int code = failure.GetErrorCode();
-    if (std::find(kUnreadable.begin(), kUnreadable.end(), code) != kUnreadable.end())
+    const auto message = static_cast<Message>(failure.GetErrorCode());
+    if (std::find(kUnreadable.begin(), kUnreadable.end(), message) != kUnreadable.end())
         return ExplainUnreadable(document, ReadOutline(document.Stream()));
-    if (code == kUnsupported)
+    if (message == Message::UNSUPPORTED_MODEL)
         return ExplainUnsupported(document, ReadOutline(document.Stream()), list);
-    if (code == kNoPlugin)
+    if (message == Message::NO_MODEL_LIBRARY)
         return ExplainMissingPlugin(SearchedModel(ReadOutline(document.Stream()), list));
-    if (code == kNoNode)
+    if (message == Message::MISSING_NODE)
         return ExplainMissingNode(document, ReadOutline(document.Stream()));
-    if (code == kUnknownValue && failure.GetErrorMessage().find("'function'") != std::string::npos)
+    if (message == Message::UNSUPPORTED_VALUE && failure.GetErrorMessage().find("'function'") != std::string::npos)
         return ExplainUnknownFunction(document, ReadOutline(document.Stream()));
     return {};
 }

@@ -5,6 +5,7 @@
 #include "failure.h"
 #include "model_choice.h"
 
+#include <MCVeltrane_900/Messages.h>
 #include <MCVeltrane_900/ModelFactory.h>
 #include <MCVeltrane_900/ScoreClsResult.h>
 #include <MCVeltrane_900/ScoreModel.h>
@@ -31,8 +32,8 @@ constexpr int kRegressionKind = 1;
 constexpr int kLastKind = 27;
 
 /// Codes of the library's messages.
-constexpr int kCannotOpen = 260104;
-constexpr int kUnsupported = 260301;
+constexpr int kCannotOpen = static_cast<int>(MCVeltrane_900::Message::CANNOT_OPEN_DOCUMENT_FILE);
+constexpr int kUnsupported = static_cast<int>(MCVeltrane_900::Message::UNSUPPORTED_MODEL);
 
 /// Whether a result is what its kind says. A host that believed a wrong kind would call operations that aren't there.
 bool IsOfItsKind(ScoreResult& result) {
