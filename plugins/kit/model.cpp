@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <stdexcept>
 #include <typeinfo>
 #include <utility>
 
@@ -108,13 +109,14 @@ MCScore::MCStatus Model::Unscored(int lacking) const {
     return status;
 }
 
-/// A derived field over a malformed table is all that throws here.
+/// A derived field that imputes from more means than it has labels throws std::out_of_range, and gives the case no
+/// value. Whatever else is thrown isn't of the case, and the host gets it.
 bool Model::PredictCase(const ScoreCaseRecord& record) {
     try {
         if (!fInputs->Read(record) || !Predict(*fInputs, fPrediction)) {
             return false;
         }
-    } catch (...) {
+    } catch (const std::out_of_range&) {
         return false;
     }
     if (fIsClassification) {

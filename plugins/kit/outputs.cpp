@@ -9,47 +9,13 @@
 #include <xercesc/dom/DOMDocument.hpp>
 
 #include <set>
+#include <stdexcept>
 
 namespace veltrane_kit {
 
 using namespace MCVeltrane_900;
 
 namespace {
-
-using Feature = Outputs::Feature;
-using RF = ScoreResultField;
-
-struct FeatureMeaning {
-    Feature feature;
-    ScoreResultField::ResultFeature resultFeature;
-};
-
-constexpr Word<FeatureMeaning> kFeatures[] = {
-    {u"predictedValue", {Feature::PREDICTED_VALUE, RF::RF_PREDICTED_VALUE}},
-    {u"predictedDisplayValue", {Feature::DISPLAY_VALUE, RF::RF_PREDICTED_DISPLAY_VALUE}},
-    {u"probability", {Feature::PROBABILITY, RF::RF_PROBABILITY}},
-    {u"confidence", {Feature::CONFIDENCE, RF::RF_NONE}},
-    {u"entityId", {Feature::ENTITY_ID, RF::RF_ENTITY_ID}},
-    {u"residual", {Feature::RESIDUAL, RF::RF_RESIDUAL}},
-    {u"transformedValue", {Feature::TRANSFORMED_VALUE, RF::RF_NONE}},
-    {u"standardError", {Feature::NOT_GIVEN, RF::RF_STANDARD_ERROR}},
-    {u"standardDeviation", {Feature::NOT_GIVEN, RF::RF_STANDARD_DEVIATION}},
-    {u"clusterId", {Feature::NOT_GIVEN, RF::RF_CLUSTER_ID}},
-    {u"clusterAffinity", {Feature::NOT_GIVEN, RF::RF_CLUSTER_AFFINITY}},
-    {u"affinity", {Feature::NOT_GIVEN, RF::RF_CLUSTER_AFFINITY}},
-    {u"entityAffinity", {Feature::NOT_GIVEN, RF::RF_ENTITY_AFFINITY}},
-    {u"warning", {Feature::NOT_GIVEN, RF::RF_WARNING}},
-    {u"ruleValue", {Feature::NOT_GIVEN, RF::RF_RULE_VALUE}},
-    {u"reasonCode", {Feature::NOT_GIVEN, RF::RF_NONE}},
-    {u"decision", {Feature::DECISION, RF::RF_NONE}},
-    {u"antecedent", {Feature::NOT_GIVEN, RF::RF_NONE}},
-    {u"consequent", {Feature::NOT_GIVEN, RF::RF_NONE}},
-    {u"rule", {Feature::NOT_GIVEN, RF::RF_NONE}},
-    {u"ruleId", {Feature::NOT_GIVEN, RF::RF_NONE}},
-    {u"support", {Feature::NOT_GIVEN, RF::RF_NONE}},
-    {u"lift", {Feature::NOT_GIVEN, RF::RF_NONE}},
-    {u"leverage", {Feature::NOT_GIVEN, RF::RF_NONE}},
-};
 
 constexpr Word<ScoreDictVar::MeasureLevel> kLevels[] = {
     {u"continuous", ScoreDictVar::LEVEL_CONTINUOUS},
@@ -79,26 +45,25 @@ ScoreDictVar::VariableType TypeOf(ScoreValue::ValueType kind) {
     }
 }
 
-/// The kind of a feature's values, where the model doesn't decide it.
-ScoreValue::ValueType KindOf(Feature feature, const Element& element) {
-    switch (feature) {
-    case Feature::DISPLAY_VALUE:
-    case Feature::ENTITY_ID:
+/// The kind of an output field's values; a transformed value's becomes known with its expression.
+ScoreValue::ValueType KindOf(const OutputFeature& feature, const Element& element, bool classification,
+                             const Target& target) {
+    switch (feature.kind) {
+    case OutputFeature::Kind::TEXT:
         return ScoreValue::STRING_VALUE;
-    case Feature::NOT_GIVEN:
+    case OutputFeature::Kind::STATED:
         return Same(element.Raw(u"dataType"), u"string") ? ScoreValue::STRING_VALUE : ScoreValue::NUMERIC_VALUE;
-    default:
-        return ScoreValue::NUMERIC_VALUE;
+    case OutputFeature::Kind::PREDICTED:
+        return classification ? KindOf(target.Var().GetVarType()) : ScoreValue::NUMERIC_VALUE;
+    case OutputFeature::Kind::NUMBER:
+        break;
     }
+    return ScoreValue::NUMERIC_VALUE;
 }
 
-bool HasExpression(const Element& outputField) {
-    for (const Element child : outputField.Children()) {
-        if (!child.Is(u"Extension") && !child.Is(u"Decisions") && !child.Is(u"Value")) {
-            return true;
-        }
-    }
-    return false;
+bool NamesCategory(const OutputFeature& feature, bool classification) {
+    return feature.ofCategory == OutputFeature::OfCategory::ALWAYS ||
+           (feature.ofCategory == OutputFeature::OfCategory::OF_CLASSIFICATION && classification);
 }
 
 /// Makes a derived field of an output field with an expression, and moves the expression there. The Decisions say to
@@ -139,7 +104,7 @@ Outputs::Outputs(const Element& model, bool classification, Inputs& inputs, Targ
             child.RaiseMisplaced();
         }
         Field field = ReadField(child, classification, inputs, target);
-        transforms = transforms || field.feature == Feature::TRANSFORMED_VALUE;
+        transforms = transforms || field.IsTransformed();
         if (!names.insert(field.name).second) {
             Raise<Message::DUPLICATE_DEFINITION>("OutputField", field.name, "Output");
         }
@@ -154,31 +119,20 @@ Outputs::Field Outputs::ReadField(const Element& element, bool classification, I
     Field field{};
     field.name = element.Text(u"name");
     field.label = element.TextOr(u"displayName", field.name);
-    const FeatureMeaning meaning = element.OneOfOr(
-        u"feature", kFeatures, FeatureMeaning{Feature::PREDICTED_VALUE, ScoreResultField::RF_PREDICTED_VALUE});
-    field.feature = meaning.feature;
-    field.resultFeature = meaning.resultFeature;
-    if (field.feature == Feature::DECISION) {
-        field.feature = HasExpression(element) ? Feature::TRANSFORMED_VALUE : Feature::NOT_GIVEN;
-    }
-    field.kind = KindOf(field.feature, element);
-    if (field.feature == Feature::PREDICTED_VALUE && classification) {
-        field.kind = KindOf(target.Var().GetVarType());
-    }
-    const bool isCategory =
-        field.kind != ScoreValue::NUMERIC_VALUE || (field.feature == Feature::PREDICTED_VALUE && classification);
+    field.feature = ReadOutputFeature(element);
+    field.kind = KindOf(field.feature, element, classification, target);
+    const bool isCategory = field.kind != ScoreValue::NUMERIC_VALUE ||
+                            (field.feature.kind == OutputFeature::Kind::PREDICTED && classification);
     field.level =
         element.OneOfOr(u"optype", kLevels, isCategory ? ScoreDictVar::LEVEL_NOMINAL : ScoreDictVar::LEVEL_CONTINUOUS);
-    const bool ofCategory = field.feature == Feature::PROBABILITY || field.feature == Feature::CONFIDENCE ||
-                            (field.feature == Feature::RESIDUAL && classification);
-    if (ofCategory && element.Has(u"value")) {
+    if (NamesCategory(field.feature, classification) && element.Has(u"value")) {
         field.category = target.CategoryOf(element, u"value");
     }
-    if (field.feature == Feature::RESIDUAL) {
+    if (field.feature.needsTarget) {
         fTargetSlot = inputs.WatchTarget();
     }
-    if (field.feature == Feature::TRANSFORMED_VALUE && !HasExpression(element)) {
-        Raise<Message::MISSING_NODE_IN>("EXPRESSION", "OutputField");
+    if (field.IsTransformed()) {
+        RequireExpression(element);
     }
     return field;
 }
@@ -192,7 +146,7 @@ std::unique_ptr<ScoreDictionary> Outputs::MakeDictionary() const {
         auto var = std::make_unique<ResultVar>(field.name, TypeOf(field.kind));
         var->SetLabel(field.label);
         var->SetMLevel(field.level);
-        var->SetFeature(static_cast<ScoreResultField::ResultFeature>(field.resultFeature));
+        var->SetFeature(field.feature.resultFeature);
         dictionary->AddVar(field.name, var.release());
     }
     return dictionary;
@@ -208,69 +162,20 @@ std::vector<ResultLayout::Output> Outputs::Layout() const {
 
 void Outputs::Fill(const ScoreValue* value, const Prediction& prediction, const Inputs& inputs, const Target& target,
                    OutputValues& outputs) {
-    for (std::size_t i = 0; i < fFields.size(); ++i) {
-        const int position = static_cast<int>(i);
-        if (fFields[i].feature == Feature::RESIDUAL) {
-            outputs.SetNumber(position, fIsClassification ? CategoryResidual(fFields[i], prediction, inputs, target)
-                                                          : Residual(value, inputs));
-        } else {
-            FillField(fFields[i], position, value, prediction, target, outputs);
-        }
+    const OutputCase scored{value, prediction, inputs, target, fTargetSlot, fIsClassification};
+    int position = 0;
+    for (const Field& field : fFields) {
+        const int category = field.category == Prediction::kNoCategory ? prediction.category : field.category;
+        field.feature.fill(scored, category, outputs, position++);
     }
-    if (fExpressions != nullptr) {
+    if (fExpressions == nullptr) {
+        return;
+    }
+    try {
         Transform(inputs, outputs);
+    } catch (const std::out_of_range&) {
+        // An imputation from more means than labels. The transformed values of this case stay missing.
     }
-}
-
-void Outputs::FillField(const Field& field, int position, const ScoreValue* value, const Prediction& prediction,
-                        const Target& target, OutputValues& outputs) {
-    const int category = field.category == Prediction::kNoCategory ? prediction.category : field.category;
-    switch (field.feature) {
-    case Feature::PREDICTED_VALUE:
-        outputs.Set(position, value);
-        return;
-    case Feature::DISPLAY_VALUE:
-        if (prediction.category == Prediction::kNoCategory) {
-            outputs.Set(position, value);
-        } else {
-            outputs.SetText(position, target.Label(prediction.category));
-        }
-        return;
-    case Feature::PROBABILITY:
-        outputs.SetNumber(position, prediction.ProbabilityOf(category));
-        return;
-    case Feature::CONFIDENCE:
-        outputs.SetNumber(position, prediction.ConfidenceOf(category));
-        return;
-    case Feature::ENTITY_ID:
-        if (prediction.entityId != nullptr) {
-            outputs.SetText(position, *prediction.entityId);
-            return;
-        }
-        [[fallthrough]];
-    default:
-        outputs.SetMissing(position);
-    }
-}
-
-/// The target's own value in the case less the predicted one.
-double Outputs::Residual(const ScoreValue* value, const Inputs& inputs) const {
-    if (fTargetSlot == Inputs::kNoSlot || value == nullptr || value->GetType() == ScoreValue::STRING_VALUE) {
-        return Prediction::kNone;
-    }
-    const FieldValue& actual = inputs[fTargetSlot];
-    return actual.number == Prediction::kNone ? Prediction::kNone : actual.number - value->GetDouble();
-}
-
-/// Whether the case has the category, 1 or 0, less the probability of it.
-double Outputs::CategoryResidual(const Field& field, const Prediction& prediction, const Inputs& inputs,
-                                 const Target& target) const {
-    const int category = field.category == Prediction::kNoCategory ? prediction.category : field.category;
-    const double probability = prediction.ProbabilityOf(category);
-    if (fTargetSlot == Inputs::kNoSlot || inputs[fTargetSlot].IsMissing() || probability == Prediction::kNone) {
-        return Prediction::kNone;
-    }
-    return (target.Find(*inputs[fTargetSlot].value) == category ? 1.0 : 0.0) - probability;
 }
 
 void Outputs::ReadExpressions(const Element& output, const Inputs& inputs, PMMLTranslator& translator) {
@@ -284,7 +189,7 @@ void Outputs::ReadExpressions(const Element& output, const Inputs& inputs, PMMLT
             continue;
         }
         const Field& field = fFields[next++];
-        if (field.feature == Feature::TRANSFORMED_VALUE) {
+        if (field.IsTransformed()) {
             MoveExpression(child, *fields);
             fExpressions->outputPositions.push_back(-1);
         } else {
@@ -297,7 +202,7 @@ void Outputs::ReadExpressions(const Element& output, const Inputs& inputs, PMMLT
     fExpressions->fields.reset(translator.HandleTransformationDictionary(fields, &fExpressions->dictionary));
     fExpressions->fields->SetUpDerivedCaseRecord();
     for (Field& field : fFields) {
-        if (field.feature == Feature::TRANSFORMED_VALUE) {
+        if (field.IsTransformed()) {
             const ScoreDictVar& var = *fExpressions->fields->GetVar(field.name);
             field.kind = KindOf(var.GetVarType());
             field.level = var.GetMLevel();

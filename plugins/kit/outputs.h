@@ -4,6 +4,7 @@
 #include "kit/borrowed_record.h"
 #include "kit/element.h"
 #include "kit/inputs.h"
+#include "kit/output_features.h"
 #include "kit/prediction.h"
 #include "kit/results.h"
 #include "kit/target.h"
@@ -42,39 +43,23 @@ public:
     void Fill(const MCVeltrane_900::ScoreValue* value, const Prediction& prediction, const Inputs& inputs,
               const Target& target, OutputValues& outputs);
 
-    enum class Feature {
-        PREDICTED_VALUE,
-        DISPLAY_VALUE,
-        PROBABILITY,
-        CONFIDENCE,
-        ENTITY_ID,
-        RESIDUAL,
-        TRANSFORMED_VALUE,
-        DECISION, ///< a transformed value where it has an expression, else not given
-        NOT_GIVEN ///< a feature of other kinds of model: its value is always missing
-    };
-
 private:
     struct Field {
         std::string name;
         std::string label;
-        Feature feature;
+        OutputFeature feature;
         MCVeltrane_900::ScoreValue::ValueType kind;
         MCVeltrane_900::ScoreDictVar::MeasureLevel level;
-        int resultFeature;
         int category = Prediction::kNoCategory; ///< whose probability or residual; the predicted one without it
+
+        bool IsTransformed() const { return feature.expression != OutputFeature::Expression::NONE; }
     };
 
     Field ReadField(const Element& element, bool classification, Inputs& inputs, Target& target);
     void ReadExpressions(const Element& output, const Inputs& inputs, MCVeltrane_900::PMMLTranslator& translator);
     void AddKnownFields(const Inputs& inputs);
     void AddKnownField(const std::string& name, const MCVeltrane_900::ScoreDictVar& var);
-    static void FillField(const Field& field, int position, const MCVeltrane_900::ScoreValue* value,
-                          const Prediction& prediction, const Target& target, OutputValues& outputs);
     void Transform(const Inputs& inputs, OutputValues& outputs);
-    double Residual(const MCVeltrane_900::ScoreValue* value, const Inputs& inputs) const;
-    double CategoryResidual(const Field& field, const Prediction& prediction, const Inputs& inputs,
-                            const Target& target) const;
 
     std::vector<Field> fFields;
     bool fIsClassification;

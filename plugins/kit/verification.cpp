@@ -5,7 +5,9 @@
 #include <MCXML_900/MCXInputSource.h>
 
 #include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMException.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/sax/SAXException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/SecurityManager.hpp>
 #include <xercesc/util/XMLUni.hpp>
@@ -117,7 +119,11 @@ void Parse(xercesc::XercesDOMParser& parser, std::istream& in) {
     const MCXML_900::MCXInputSource source(in);
     try {
         parser.parse(source);
-    } catch (...) {
+    } catch (const xercesc::XMLException&) {
+        Raise<Message::CANNOT_OPEN_DOCUMENT>();
+    } catch (const xercesc::SAXException&) {
+        Raise<Message::CANNOT_OPEN_DOCUMENT>();
+    } catch (const xercesc::DOMException&) {
         Raise<Message::CANNOT_OPEN_DOCUMENT>();
     }
     parser.setSecurityManager(nullptr);

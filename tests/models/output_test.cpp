@@ -3,12 +3,15 @@
 #include "models/small_documents.h"
 #include "support/failure.h"
 
+#include <MCVeltrane_900/CaseRecord.h>
+#include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ResultVar.h>
 #include <MCVeltrane_900/ScoreDictionary.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <stdexcept>
 
 using namespace veltrane::tests;
 using namespace MCVeltrane_900;
@@ -303,6 +306,56 @@ TEST(TransformedValue, OfARefusedCaseSeesNothingOfTheCaseBefore) {
     ASSERT_TRUE(scored.Score(refused).IsOK());
     EXPECT_EQ(scored.Number(), -7);
     EXPECT_EQ(scored.Number("v"), kMissing);
+}
+
+constexpr const char* kImputation =
+    "<Value value='low'/><Apply function='imputeCatFieldMissingAgainstConTarget'><FieldRef field='c'/>"
+    "<FieldRef field='x'/><Extension><Array n='2'>0 10</Array></Extension>"
+    "<Extension><Array n='2'>1 1</Array></Extension></Apply>";
+
+// Near the second mean, for which there is no label.
+TEST(OutputExpression, ImputationBeyondItsLabelsIsMissing) {
+    Scored scored(WithOutput(std::string("<OutputField name='p' feature='predictedValue'/><OutputField name='i' "
+                                         "feature='transformedValue' dataType='string' optype='categorical'>") +
+                             kImputation + "</OutputField>"));
+    EXPECT_FALSE(scored.Score({{"x", "2"}, {"z", "3"}, {"c", "a"}}).IsError());
+    EXPECT_EQ(scored.Text("i"), "low");
+    EXPECT_FALSE(scored.Score({{"x", "9"}, {"z", "0"}, {"c", "a"}}).IsError());
+    EXPECT_EQ(scored.Text("i"), "");
+    EXPECT_EQ(scored.Number("p"), 1 + 3 * 81 + 4);
+    EXPECT_FALSE(scored.Score({{"x", "2"}, {"z", "3"}, {"c", "a"}}).IsError());
+    EXPECT_EQ(scored.Text("i"), "low");
+}
+
+TEST(DerivedField, ImputationBeyondItsLabelsLeavesTheCaseUnscored) {
+    const std::string fields = std::string("<TransformationDictionary><DerivedField name='i' dataType='string' "
+                                           "optype='categorical'>") +
+                               kImputation + "</DerivedField></TransformationDictionary><RegressionModel ";
+    std::string document = Replaced(kSmallRegression, "<RegressionModel ", fields);
+    document = Replaced(document, "<CategoricalPredictor name=\"c\" value=\"a\"",
+                        "<CategoricalPredictor name=\"i\" value=\"low\"");
+    Scored scored(document);
+    scored.Model().SetOption("missingValuePolicy", "noPrediction");
+    EXPECT_FALSE(scored.Score({{"x", "2"}, {"z", "3"}, {"c", "a"}}).IsError());
+    EXPECT_EQ(scored.Number(), kCompleteAnswer);
+    const MCScore::MCStatus status = scored.Score({{"x", "9"}, {"z", "3"}, {"c", "a"}});
+    EXPECT_TRUE(status.IsError());
+    EXPECT_EQ(status.GetErrorCode(), 90027);
+    EXPECT_FALSE(scored.Score({{"x", "2"}, {"z", "3"}, {"c", "a"}}).IsError());
+}
+
+/// A record whose host fails while it is read.
+class FailingRecord : public CaseRecord {
+public:
+    FailingRecord() : CaseRecord(1) { Add("x", new NumericValue(2)); }
+    const ScoreValue* Get(int /*index*/) const override { throw std::runtime_error("the host's own"); }
+    const ScoreValue* Get(const std::string& /*name*/) const override { throw std::runtime_error("the host's own"); }
+};
+
+TEST(Score, PassesOnWhatTheCaseIsNotToBlameFor) {
+    Scored scored(kSmallRegression);
+    const FailingRecord record;
+    EXPECT_THROW(scored.Model().Score(&record, &scored.Result()), std::runtime_error);
 }
 
 } // namespace
