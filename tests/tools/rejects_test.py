@@ -132,6 +132,11 @@ class Cells(HostTest):
         self.assertEqual((self.folder / "rejects.csv").read_text(),
                          HEADER + '1,Age,x,is not a number\n2,,,"3 cells, but the header has 2"\n')
 
+    def test_that_of_transform_is_no_input_and_not_the_output(self):
+        self.expect(self.transform("Age,Name\n", "--rejects", "cases.csv", **self.BOTH), 2, "")
+        self.expect(self.transform("Age,Name\n", "--rejects", "new.csv", "-o", "./new.csv", **self.BOTH), 2, "")
+        self.assertNotIn("new.csv", self.names())
+
     def test_the_header_is_row_0(self):
         result = self.transform("Age,Größe\n1,2\n".encode("cp1252"), "--rejects", "rejects.csv", "--quiet")
         self.expect(result, 3, "Out\n1\n")
