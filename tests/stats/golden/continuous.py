@@ -12,7 +12,7 @@ NORMAL_FROM = 1e8
 
 # Tails from 1e-300 to 1, in either direction.
 LOWER, MIDDLE, UPPER = "p 1e-300 to 1e-12", "p or 1 - p 1e-12 to 0.5", "1 - p 1e-300 to 1e-12"
-DOUBLE_TAILS = ("p 1e-300 to 1e-58", "p 1e-58 to 1e-12", "p 1e-12 to 0.5", "1 - p 1e-15 to 0.5")
+DOUBLE_TAILS = ("p 1e-300 to 1e-57", "p 1e-57 to 1e-12", "p 1e-12 to 0.5", "1 - p 1e-15 to 0.5")
 
 
 def band(name, low, high):
@@ -36,7 +36,7 @@ def at_tail(distribution, tail, s):
 
 
 def probability(tail, s):
-    return {DOUBLE_TAILS[0]: lambda: s.log(1e-300, 1e-58), DOUBLE_TAILS[1]: lambda: s.log(1e-58, 1e-12),
+    return {DOUBLE_TAILS[0]: lambda: s.log(1e-300, 1e-57), DOUBLE_TAILS[1]: lambda: s.log(1e-57, 1e-12),
             DOUBLE_TAILS[2]: lambda: s.log(1e-12, 0.5), DOUBLE_TAILS[3]: lambda: 1 - s.log(1e-15, 0.5)}[tail]()
 
 
