@@ -1,6 +1,6 @@
 // Any bytes as a document of a model: they end in a catalogued failure, or in a
 // model that scores cases of every kind, shows itself and is freed whole.
-#include "kit/verification.h"
+#include "kit/model/verification.h"
 #include "run.h"
 
 #include <veltrane.h>

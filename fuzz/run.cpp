@@ -1,6 +1,6 @@
 #include "run.h"
 
-#include "factory/kept_on_failure.h"
+#include "factory/entries/kept_on_failure.h"
 
 #include <MCVeltrane_900/ModelFactory.h>
 

@@ -1,7 +1,7 @@
 #include "regression_model.h"
 
-#include "kit/common_elements.h"
-#include "kit/raise.h"
+#include "kit/document/common_elements.h"
+#include "kit/document/raise.h"
 
 #include <algorithm>
 #include <cmath>

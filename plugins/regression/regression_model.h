@@ -1,7 +1,7 @@
 #ifndef VELTRANE_PLUGINS_REGRESSION_REGRESSION_MODEL_H
 #define VELTRANE_PLUGINS_REGRESSION_REGRESSION_MODEL_H
 
-#include "kit/model.h"
+#include "kit/model/model.h"
 #include "normalization.h"
 #include "regression_table.h"
 

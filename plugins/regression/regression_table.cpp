@@ -1,6 +1,6 @@
 #include "regression_table.h"
 
-#include "kit/raise.h"
+#include "kit/document/raise.h"
 
 #include <algorithm>
 #include <cmath>

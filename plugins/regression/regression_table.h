@@ -1,8 +1,8 @@
 #ifndef VELTRANE_PLUGINS_REGRESSION_REGRESSION_TABLE_H
 #define VELTRANE_PLUGINS_REGRESSION_REGRESSION_TABLE_H
 
-#include "kit/element.h"
-#include "kit/inputs.h"
+#include "kit/document/element.h"
+#include "kit/inputs/inputs.h"
 
 #include <iosfwd>
 #include <vector>

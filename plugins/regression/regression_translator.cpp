@@ -1,4 +1,4 @@
-#include "kit/translator.h"
+#include "kit/model/translator.h"
 #include "regression_model.h"
 
 namespace veltrane_regression {

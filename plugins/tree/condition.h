@@ -1,7 +1,7 @@
 #ifndef VELTRANE_PLUGINS_TREE_CONDITION_H
 #define VELTRANE_PLUGINS_TREE_CONDITION_H
 
-#include "kit/inputs.h"
+#include "kit/inputs/inputs.h"
 
 #include <cstdint>
 #include <vector>

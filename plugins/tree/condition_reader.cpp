@@ -1,7 +1,7 @@
 #include "condition_reader.h"
 
-#include "kit/dictionary_completion.h"
-#include "kit/raise.h"
+#include "kit/document/raise.h"
+#include "kit/inputs/dictionary_completion.h"
 
 #include <MCVeltrane_900/ScoreValueLabel.h>
 #include <MCVeltrane_900/ScoreValueLabelSet.h>

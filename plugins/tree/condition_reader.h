@@ -2,7 +2,7 @@
 #define VELTRANE_PLUGINS_TREE_CONDITION_READER_H
 
 #include "condition.h"
-#include "kit/element.h"
+#include "kit/document/element.h"
 
 #include <MCVeltrane_900/PMMLTranslator.h>
 

@@ -2,7 +2,7 @@
 #define VELTRANE_PLUGINS_TREE_TREE_H
 
 #include "condition.h"
-#include "kit/prediction.h"
+#include "kit/results/prediction.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "tree_model.h"
 
-#include "kit/common_elements.h"
+#include "kit/document/common_elements.h"
 #include "tree_reader.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #ifndef VELTRANE_PLUGINS_TREE_TREE_MODEL_H
 #define VELTRANE_PLUGINS_TREE_TREE_MODEL_H
 
-#include "kit/model.h"
+#include "kit/model/model.h"
 #include "tree.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 #include "tree_reader.h"
 
-#include "kit/raise.h"
+#include "kit/document/raise.h"
 
 #include <algorithm>
 #include <string>

@@ -2,8 +2,8 @@
 #define VELTRANE_PLUGINS_TREE_TREE_READER_H
 
 #include "condition_reader.h"
-#include "kit/element.h"
-#include "kit/model.h"
+#include "kit/document/element.h"
+#include "kit/model/model.h"
 #include "tree.h"
 
 #include <cstdint>

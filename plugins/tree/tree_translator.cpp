@@ -1,4 +1,4 @@
-#include "kit/translator.h"
+#include "kit/model/translator.h"
 #include "tree_model.h"
 
 namespace veltrane_tree {

@@ -1,5 +1,5 @@
-#include "data/kept_index.h"
-#include "data/value_index.h"
+#include "data/sets/kept_index.h"
+#include "data/sets/value_index.h"
 
 #include <MCVeltrane_900/DiscreteSplit.h>
 #include <MCVeltrane_900/ScoreDictVar.h>

@@ -1,4 +1,4 @@
-#include "data/number_tests.h"
+#include "data/values/number_tests.h"
 
 #include <MCVeltrane_900/ScaleSplit.h>
 #include <MCVeltrane_900/ScoreDictVar.h>

@@ -1,7 +1,7 @@
 #ifndef VELTRANE_PREDICATES_SPLIT_INPUT_H
 #define VELTRANE_PREDICATES_SPLIT_INPUT_H
 
-#include "data/number_tests.h"
+#include "data/values/number_tests.h"
 
 #include <MCVeltrane_900/ScoreCaseRecord.h>
 #include <MCVeltrane_900/ScoreEncoder.h>

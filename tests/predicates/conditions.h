@@ -1,7 +1,7 @@
 #ifndef VELTRANE_TESTS_PREDICATES_CONDITIONS_H
 #define VELTRANE_TESTS_PREDICATES_CONDITIONS_H
 
-#include "data/counted_values.h"
+#include "data/sets/counted_values.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
 #include <MCVeltrane_900/DictVar.h>

@@ -1,5 +1,5 @@
 // Lists of characters that are longer than the table of the first ones: what they give, and how often they are read.
-#include "text/reject_table.h"
+#include "text/characters/reject_table.h"
 
 #include <MCXML_900/KORDMBString.h>
 

@@ -1,13 +1,13 @@
-#include "explanation.h"
-#include "failure.h"
-#include "functions_command.h"
-#include "inspect_command.h"
-#include "model_names_command.h"
-#include "options.h"
-#include "report.h"
-#include "score_command.h"
-#include "transform_command.h"
-#include "verify_command.h"
+#include "commands/inspect_command.h"
+#include "commands/model_names_command.h"
+#include "commands/score_command.h"
+#include "commands/transform_command.h"
+#include "commands/verify_command.h"
+#include "descriptions/functions_command.h"
+#include "documents/explanation.h"
+#include "files/failure.h"
+#include "run/options.h"
+#include "run/report.h"
 
 #include <MCVeltrane_900/VTException.h>
 

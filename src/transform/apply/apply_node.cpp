@@ -2,7 +2,7 @@
 
 #include "platform/checked_cast.h"
 #include "transform/apply/child_values.h"
-#include "transform/values.h"
+#include "transform/derivation/values.h"
 
 #include <MCVeltrane_900/ScoreDictVar.h>
 

@@ -3,7 +3,7 @@
 
 #include "transform/apply/apply_frame.h"
 #include "transform/apply/function_dispatch.h"
-#include "transform/derivation.h"
+#include "transform/derivation/derivation.h"
 
 #include <MCVeltrane_900/ApplyNodeStats.h>
 #include <MCVeltrane_900/FunctionTree.h>

@@ -1,4 +1,4 @@
-#include "data/value_cast.h"
+#include "data/values/value_cast.h"
 #include "transform/apply/apply_plan.h"
 #include "transform/apply/child_values.h"
 #include "transform/functions/kernels.h"

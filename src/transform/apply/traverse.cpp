@@ -1,8 +1,8 @@
 #include "transform/apply/apply_node.h"
 #include "transform/apply/apply_plan.h"
 #include "transform/apply/leaf_tie.h"
-#include "transform/derivation.h"
-#include "transform/values.h"
+#include "transform/derivation/derivation.h"
+#include "transform/derivation/values.h"
 
 #include <MCVeltrane_900/ScoreCaseRecord.h>
 #include <MCVeltrane_900/ScoreDictionary.h>

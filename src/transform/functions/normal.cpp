@@ -1,4 +1,4 @@
-#include "stats/half_square_exp.h"
+#include "stats/numerics/half_square_exp.h"
 #include "transform/functions/missing.h"
 
 #include <MCMath_900/MCDistFun.h>

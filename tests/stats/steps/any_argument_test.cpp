@@ -1,5 +1,5 @@
 #include "stats/golden_functions.h"
-#include "stats/steps.h"
+#include "stats/numerics/steps.h"
 #include "stats/steps/argument_relations.h"
 #include "stats/steps/argument_source.h"
 

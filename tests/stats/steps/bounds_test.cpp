@@ -1,4 +1,4 @@
-#include "stats/steps.h"
+#include "stats/numerics/steps.h"
 
 #include <MCMath_900/MCDistFun.h>
 

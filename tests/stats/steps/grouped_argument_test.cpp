@@ -1,4 +1,4 @@
-#include "stats/steps.h"
+#include "stats/numerics/steps.h"
 #include "stats/steps/argument_source.h"
 
 #include <MCCommon_900/MCMV.h>

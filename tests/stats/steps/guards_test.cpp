@@ -1,4 +1,4 @@
-#include "stats/guards.h"
+#include "stats/numerics/guards.h"
 
 #include <gtest/gtest.h>
 

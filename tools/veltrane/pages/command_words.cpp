@@ -1,6 +1,6 @@
 #include "command_words.h"
 
-#include "encoding.h"
+#include "files/encoding.h"
 
 #include <CLI/CLI.hpp>
 #include <unicode/ucnv.h>

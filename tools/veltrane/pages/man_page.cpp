@@ -1,6 +1,6 @@
 #include "command_pages.h"
 #include "command_words.h"
-#include "failure.h"
+#include "files/failure.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

@@ -1,6 +1,6 @@
 // Writes the man page and the completions into a folder, each under the name by which it is installed.
 #include "command_pages.h"
-#include "options.h"
+#include "run/options.h"
 
 #include <cstdio>
 #include <exception>

@@ -1,0 +1,144 @@
+#ifndef VELTRANE_PLUGINS_KIT_ELEMENT_H
+#define VELTRANE_PLUGINS_KIT_ELEMENT_H
+
+#include "kit/document/document_text.h"
+
+#include <xercesc/dom/DOMElement.hpp>
+
+#include <cstddef>
+#include <string>
+
+namespace veltrane_kit {
+
+/// One word of a vocabulary and what it stands for.
+template <typename Meaning>
+struct Word {
+    const XMLCh* text;
+    Meaning meaning;
+};
+
+/// An element of the document, as the readers of models see it: every operation that fails throws a VTException whose
+/// message names the element and the attribute. A plain value, valid while the document is read. Names are UTF-16
+/// literals: element.Number(u"intercept").
+///
+/// The factory bounds the nesting of documents at 1000 levels, and all recursion over elements rests on that.
+class Element {
+public:
+    /// No element.
+    Element() = default;
+    Element(xercesc::DOMElement* element, const DocumentText& text) : fElement(element), fText(&text) {}
+
+    explicit operator bool() const { return fElement != nullptr; }
+    xercesc::DOMElement* Dom() const { return fElement; }
+    const DocumentText& Reader() const { return *fText; }
+
+    std::string Tag() const;
+    bool Is(const XMLCh* tag) const;
+
+    /// Whether the attribute is there, be it empty.
+    bool Has(const XMLCh* name) const;
+
+    /// The attribute as the parser has it; empty when it is absent.
+    const XMLCh* Raw(const XMLCh* name) const;
+
+    /// An attribute that has to be there and to hold something.
+    /// @throws VTException 260120 when it is absent, 260285 when it is empty
+    std::string Text(const XMLCh* name) const;
+
+    /// An attribute that has to be there and may be empty.
+    /// @throws VTException 260120
+    std::string AnyText(const XMLCh* name) const;
+
+    /// An attribute that may be absent or empty.
+    std::string TextOr(const XMLCh* name, const std::string& fallback) const;
+
+    /// A number. The forms with a fallback give it for an absent attribute only.
+    /// @throws VTException 260120, 260285, or 260153 for what is no finite number
+    double Number(const XMLCh* name) const;
+    double NumberOr(const XMLCh* name, double fallback) const;
+    int IntegerOr(const XMLCh* name, int fallback) const;
+
+    /// "true" or "1", "false" or "0".
+    bool FlagOr(const XMLCh* name, bool fallback) const;
+
+    /// The meaning of a word of a vocabulary.
+    /// @throws VTException 260120, 260285, or 260153 for a word that isn't in the vocabulary
+    template <typename Meaning, std::size_t N>
+    Meaning OneOf(const XMLCh* name, const Word<Meaning> (&words)[N]) const {
+        const XMLCh* text = Filled(name);
+        for (const Word<Meaning>& word : words) {
+            if (Same(word.text, text)) {
+                return word.meaning;
+            }
+        }
+        RaiseInvalid(name);
+    }
+    template <typename Meaning, std::size_t N>
+    Meaning OneOfOr(const XMLCh* name, const Word<Meaning> (&words)[N], Meaning fallback) const {
+        return Has(name) ? OneOf(name, words) : fallback;
+    }
+
+    /// The only child with a tag; none when there is none.
+    /// @throws VTException 260272 when there are more
+    Element Child(const XMLCh* tag) const;
+
+    /// @throws VTException 260115 when there is none, 260272 when there are more
+    Element RequireChild(const XMLCh* tag) const;
+
+    /// The first child element and the next sibling element; no element at the end.
+    Element FirstChild() const;
+    Element NextSibling() const;
+
+    /// All text in the element.
+    std::string Content() const;
+
+    /// @throws VTException 260153 with the attribute's text, its name and the tag
+    [[noreturn]] void RaiseInvalid(const XMLCh* name) const;
+
+    /// @throws VTException 260159 with the tag and the parent's tag: an element that has no place here
+    [[noreturn]] void RaiseMisplaced() const;
+
+    /// The children, for range-based loops.
+    class ChildRange;
+    ChildRange Children() const;
+
+private:
+    /// Null when the attribute is absent.
+    const XMLCh* Find(const XMLCh* name) const;
+    const XMLCh* Filled(const XMLCh* name) const;
+
+    xercesc::DOMElement* fElement = nullptr;
+    const DocumentText* fText = nullptr;
+};
+
+class Element::ChildRange {
+public:
+    class Iterator {
+    public:
+        explicit Iterator(Element element) : fAt(element) {}
+        Element operator*() const { return fAt; }
+        Iterator& operator++() {
+            fAt = fAt.NextSibling();
+            return *this;
+        }
+        bool operator!=(const Iterator& other) const { return fAt.Dom() != other.fAt.Dom(); }
+
+    private:
+        Element fAt;
+    };
+
+    explicit ChildRange(Element first) : fFirst(first) {}
+    Iterator begin() const { return Iterator(fFirst); }
+    Iterator end() const { return Iterator(Element()); }
+
+private:
+    Element fFirst;
+};
+
+inline Element::ChildRange Element::Children() const {
+    return ChildRange(FirstChild());
+}
+
+} // namespace veltrane_kit
+
+#endif

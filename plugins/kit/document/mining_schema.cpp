@@ -1,0 +1,172 @@
+#include "kit/document/mining_schema.h"
+
+#include "kit/document/categories.h"
+#include "kit/document/raise.h"
+
+#include <set>
+#include <utility>
+
+namespace veltrane_kit {
+
+using namespace MCVeltrane_900;
+
+namespace {
+
+constexpr Word<ScoreModel::VarRole> kUsageTypes[] = {
+    {u"active", ScoreModel::ROLE_INPUT},
+    {u"predicted", ScoreModel::ROLE_TARGET},
+    {u"target", ScoreModel::ROLE_TARGET},
+    {u"supplementary", ScoreModel::ROLE_SUPPLEMENTARY},
+    {u"group", ScoreModel::ROLE_GROUP},
+    {u"order", ScoreModel::ROLE_ORDER},
+    {u"frequencyWeight", ScoreModel::ROLE_FREQUENCY_WEIGHT},
+    {u"analysisWeight", ScoreModel::ROLE_ANALYSIS_WEIGHT},
+};
+
+constexpr Word<OutlierTreatment> kOutlierTreatments[] = {
+    {u"asIs", OutlierTreatment::AS_IS},
+    {u"asMissingValues", OutlierTreatment::AS_MISSING},
+    {u"asExtremeValues", OutlierTreatment::AS_EXTREME},
+};
+
+constexpr Word<InvalidTreatment> kInvalidTreatments[] = {
+    {u"returnInvalid", InvalidTreatment::REFUSE},
+    {u"asIs", InvalidTreatment::AS_IS},
+    {u"asMissing", InvalidTreatment::AS_MISSING},
+    {u"asValue", InvalidTreatment::REPLACE},
+};
+
+/// All but the last tell how a replacement was found, and nothing about what to do.
+constexpr Word<bool> kMissingTreatments[] = {
+    {u"asIs", false},     {u"asMean", false},  {u"asMode", false},
+    {u"asMedian", false}, {u"asValue", false}, {u"returnInvalid", true},
+};
+
+constexpr Word<ScoreDictVar::MeasureLevel> kLevels[] = {
+    {u"continuous", ScoreDictVar::LEVEL_CONTINUOUS},
+    {u"categorical", ScoreDictVar::LEVEL_NOMINAL},
+    {u"ordinal", ScoreDictVar::LEVEL_ORDINAL},
+};
+
+std::unique_ptr<ScoreValue> ReadReplacement(const Element& element, const XMLCh* name, const ScoreDictVar& var) {
+    std::unique_ptr<ScoreValue> value(MakeValue(var, element.Text(name)));
+    if (value == nullptr) {
+        element.RaiseInvalid(name);
+    }
+    return value;
+}
+
+std::optional<double> ReadBound(const Element& element, const XMLCh* name) {
+    return element.Has(name) ? std::optional<double>(element.Number(name)) : std::nullopt;
+}
+
+void ReadOutliers(const Element& element, MiningField& field) {
+    field.outliers = element.OneOfOr(u"outliers", kOutlierTreatments, OutlierTreatment::AS_IS);
+    field.low = ReadBound(element, u"lowValue");
+    field.high = ReadBound(element, u"highValue");
+    if (field.outliers != OutlierTreatment::AS_IS && !field.low && !field.high) {
+        Raise<Message::MISSING_VALUES_OF_BOTH>("lowValue", "highValue", "MiningField");
+    }
+}
+
+void ReadLevel(const Element& element, ScoreDictVar& var) {
+    if (!element.Has(u"optype")) {
+        return;
+    }
+    const ScoreDictVar::MeasureLevel level = element.OneOf(u"optype", kLevels);
+    if (level == ScoreDictVar::LEVEL_CONTINUOUS && var.GetVarType() == ScoreDictVar::STRING_VAR) {
+        Raise<Message::CONFLICTING_VALUES>("continuous", "optype", "string", "dataType");
+    }
+    var.SetMLevel(level);
+}
+
+MiningField ReadMiningField(const Element& element, ScoreDictionary& dictionary) {
+    MiningField field;
+    field.name = element.Text(u"name");
+    ScoreDictVar* var = dictionary.GetVar(field.name);
+    if (var == nullptr) {
+        Raise<Message::MISSING_VARIABLE>(field.name, "DataDictionary");
+    }
+    field.role = element.OneOfOr(u"usageType", kUsageTypes, ScoreModel::ROLE_INPUT);
+    ReadLevel(element, *var);
+    ReadOutliers(element, field);
+    field.missingRefused = element.OneOfOr(u"missingValueTreatment", kMissingTreatments, false);
+    if (element.Has(u"missingValueReplacement")) {
+        field.missingReplacement = ReadReplacement(element, u"missingValueReplacement", *var);
+    }
+    field.invalid = element.OneOfOr(u"invalidValueTreatment", kInvalidTreatments, InvalidTreatment::REFUSE);
+    if (field.invalid == InvalidTreatment::REPLACE) {
+        field.invalidReplacement = ReadReplacement(element, u"invalidValueReplacement", *var);
+    }
+    return field;
+}
+
+/// Keeps the first target, or the one that the model names.
+void NoteTarget(const Element& model, const MiningField& field, MiningSchema& schema) {
+    if (field.role != ScoreModel::ROLE_TARGET) {
+        return;
+    }
+    const std::string wanted = model.TextOr(u"targetFieldName", "");
+    if (schema.target.empty() || field.name == wanted) {
+        schema.target = field.name;
+    } else if (schema.target != wanted) {
+        Raise<Message::MULTIPLE_TARGETS>(schema.target, field.name);
+    }
+}
+
+} // namespace
+
+const MiningField* MiningSchema::Find(const std::string& name) const {
+    for (const MiningField& field : fields) {
+        if (field.name == name) {
+            return &field;
+        }
+    }
+    return nullptr;
+}
+
+MiningSchema ReadMiningSchema(const Element& model, ScoreDictionary& dictionary) {
+    MiningSchema schema;
+    std::set<std::string> names;
+    for (const Element child : model.RequireChild(u"MiningSchema").Children()) {
+        if (child.Is(u"Extension")) {
+            continue;
+        }
+        if (!child.Is(u"MiningField")) {
+            child.RaiseMisplaced();
+        }
+        MiningField field = ReadMiningField(child, dictionary);
+        if (!names.insert(field.name).second) {
+            Raise<Message::DUPLICATE_VARIABLE_IN>(field.name, "MiningSchema");
+        }
+        NoteTarget(model, field, schema);
+        schema.fields.push_back(std::move(field));
+    }
+    const std::string named = model.TextOr(u"targetFieldName", "");
+    if (schema.target.empty() && !named.empty()) {
+        if (dictionary.GetVar(named) == nullptr) {
+            Raise<Message::MISSING_VARIABLE>(named, "DataDictionary");
+        }
+        schema.target = named;
+    }
+    return schema;
+}
+
+std::string FirstTargetName(const Element& model) {
+    if (const std::string named = model.TextOr(u"targetFieldName", ""); !named.empty()) {
+        return named;
+    }
+    const Element schema = model.Child(u"MiningSchema");
+    if (!schema) {
+        return {};
+    }
+    for (const Element field : schema.Children()) {
+        const XMLCh* usage = field.Is(u"MiningField") ? field.Raw(u"usageType") : nullptr;
+        if (Same(usage, u"predicted") || Same(usage, u"target")) {
+            return field.TextOr(u"name", "");
+        }
+    }
+    return {};
+}
+
+} // namespace veltrane_kit

@@ -1,0 +1,64 @@
+#ifndef VELTRANE_PLUGINS_KIT_MINING_SCHEMA_H
+#define VELTRANE_PLUGINS_KIT_MINING_SCHEMA_H
+
+#include "kit/document/element.h"
+
+#include <MCVeltrane_900/ScoreDictVar.h>
+#include <MCVeltrane_900/ScoreDictionary.h>
+#include <MCVeltrane_900/ScoreModel.h>
+#include <MCVeltrane_900/ScoreValue.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace veltrane_kit {
+
+/// What becomes of a case with a value that its field does not allow.
+enum class InvalidTreatment {
+    REFUSE,     ///< the case can't be scored
+    AS_IS,      ///< the value counts as if it were allowed
+    AS_MISSING, ///< the value counts as missing
+    REPLACE     ///< another value stands in for it
+};
+
+/// What becomes of a number beyond the bounds of its field.
+enum class OutlierTreatment { AS_IS, AS_MISSING, AS_EXTREME };
+
+/// A MiningField: the part that a field plays in a model, and what is done with its values ahead of everything else.
+struct MiningField {
+    std::string name;
+    MCVeltrane_900::ScoreModel::VarRole role = MCVeltrane_900::ScoreModel::ROLE_INPUT;
+    OutlierTreatment outliers = OutlierTreatment::AS_IS;
+    std::optional<double> low;
+    std::optional<double> high;
+    InvalidTreatment invalid = InvalidTreatment::REFUSE;
+    bool missingRefused = false;                                    ///< a missing value can't be scored
+    std::unique_ptr<MCVeltrane_900::ScoreValue> missingReplacement; ///< null for none
+    std::unique_ptr<MCVeltrane_900::ScoreValue> invalidReplacement; ///< null unless invalid values are replaced
+};
+
+/// The MiningSchema of a model.
+struct MiningSchema {
+    std::vector<MiningField> fields;
+    std::string target; ///< the name of the target field; empty for none
+
+    const MiningField* Find(const std::string& name) const;
+};
+
+/// Reads the only MiningSchema among a model's children. Both the older usage type "predicted" and the newer "target"
+/// make a target; the attribute targetFieldName decides between several.
+/// @param dictionary the data dictionary; an `optype` of a field is set there
+/// @throws VTException 260115, 260272, 260120, 260285, 260153 for words and numbers, 260124 for a field that the
+///         dictionary doesn't have, 260202 for one that comes twice, 260188 for outliers without bounds, 260273 for two
+///         targets, 260211 for a continuous text
+MiningSchema ReadMiningSchema(const Element& model, MCVeltrane_900::ScoreDictionary& dictionary);
+
+/// The name of the target field that a schema marks first; empty for none. It reads nothing else, for those who need
+/// the name before there is a dictionary.
+std::string FirstTargetName(const Element& model);
+
+} // namespace veltrane_kit
+
+#endif

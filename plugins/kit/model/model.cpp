@@ -1,0 +1,298 @@
+#include "kit/model/model.h"
+
+#include <MCVeltrane_900/ScoreValueProbability.h>
+#include <MCVeltrane_900/ScoreValueProbabilitySet.h>
+#include <MCVeltrane_900/VersionInfo.h>
+
+#include <algorithm>
+#include <ostream>
+#include <stdexcept>
+#include <typeinfo>
+#include <utility>
+
+namespace veltrane_kit {
+
+using namespace MCVeltrane_900;
+
+namespace {
+
+/// The status of a case without a prediction, as the library gives it too.
+constexpr long kNoPrediction = 90027;
+
+constexpr const char* kPolicyOption = "missingValuePolicy";
+
+/// A result takes its values by a pointer to non-const, and clones them.
+ScoreValue* Lend(const ScoreValue& value) {
+    return const_cast<ScoreValue*>(&value);
+}
+
+MCScore::MCStatus NoPrediction() {
+    return MCScore::MCStatus(kNoPrediction, false);
+}
+
+} // namespace
+
+Model::~Model() = default;
+
+void Model::Adopt(ModelParts parts) {
+    fTag = std::move(parts.tag);
+    fName = std::move(parts.name);
+    SetAlgorithmName(parts.algorithm);
+    SetMiningFunction(parts.function);
+    fIsClassification = parts.function == FUNC_CLASSIFICATION;
+    SetVersionInfo(new VersionInfo(parts.version));
+    SetScoreDictionary(parts.dictionary.release());
+    SetTransformationScoreDictionary(parts.derived.release());
+    SetResultScoreDictionary(parts.outputs->MakeDictionary().release());
+    for (const MiningField& field : parts.schema.fields) {
+        if (field.role != ROLE_TARGET || field.name == parts.schema.target) {
+            SetVarRole(field.name, field.role);
+        }
+    }
+    if (!parts.schema.target.empty()) {
+        SetVarRole(parts.schema.target, ROLE_TARGET);
+    }
+    fInputs = std::move(parts.inputs);
+    fTarget = std::move(parts.target);
+    fOutputs = std::move(parts.outputs);
+
+    auto layout = std::make_shared<ResultLayout>();
+    for (int code = 0; fIsClassification && code < fTarget->CategoryCount(); ++code) {
+        layout->categories.emplace_back(fTarget->Category(code).Clone());
+    }
+    layout->outputs = fOutputs->Layout();
+    fLayout = std::move(layout);
+}
+
+bool Model::SetOption(const std::string& name, const std::string& value) {
+    if (name != kPolicyOption) {
+        return SetModelOption(name, value);
+    }
+    if (value != "noPrediction" && value != "defaultPrediction") {
+        return false;
+    }
+    SetMissingValuePolicy(value == "noPrediction" ? MV_NO_PREDICTION : MV_DEFAULT_PREDICTION);
+    return true;
+}
+
+bool Model::SetModelOption(const std::string&, const std::string&) {
+    return false;
+}
+
+std::vector<std::string> Model::GetInputNames() const {
+    return fInputs->NeededNames();
+}
+
+ScoreResult* Model::CreateResult() const {
+    if (fIsClassification) {
+        return new ClassificationResult(fLayout);
+    }
+    return new RegressionResult(fLayout);
+}
+
+MCScore::MCStatus Model::Score(const ScoreCaseRecord* record, ScoreResult* result) {
+    if (record == nullptr || result == nullptr) {
+        return NoPrediction();
+    }
+    fPrediction.Clear(fLayout->categories.size());
+    if (!PredictCase(*record)) {
+        return PredictDefault(*result);
+    }
+    Report(*result);
+    return MCScore::MCStatus();
+}
+
+/// A case without a prediction, and why.
+MCScore::MCStatus Model::Unscored(int lacking) const {
+    MCScore::MCStatus status = NoPrediction();
+    fInputs->WhyUnscored(lacking).WriteTo(status);
+    return status;
+}
+
+/// A derived field that imputes from more means than it has labels throws std::out_of_range, and gives the case no
+/// value. Whatever else is thrown isn't of the case, and the host gets it.
+bool Model::PredictCase(const ScoreCaseRecord& record) {
+    try {
+        if (!fInputs->Read(record) || !Predict(*fInputs, fPrediction)) {
+            return false;
+        }
+    } catch (const std::out_of_range&) {
+        return false;
+    }
+    if (fIsClassification) {
+        return fPrediction.category != Prediction::kNoCategory;
+    }
+    if (fPrediction.number == Prediction::kNone) {
+        return false;
+    }
+    fPrediction.number = fTarget->Adjust(fPrediction.number);
+    return true;
+}
+
+void Model::Report(ScoreResult& result) {
+    OutputValues* outputs = OwnOutputs(result);
+    if (outputs == nullptr) {
+        ReportToForeign(result);
+        return;
+    }
+    if (fIsClassification) {
+        auto& own = static_cast<ClassificationResult&>(result);
+        own.Clear();
+        own.Value().Set(&fTarget->Category(fPrediction.category));
+        own.SetProbabilities(fPrediction.probabilities);
+        own.SetResultConfidence(fPrediction.ProbabilityOf(fPrediction.category));
+    } else {
+        auto& own = static_cast<RegressionResult&>(result);
+        own.Clear();
+        own.Value().SetNumber(fPrediction.number);
+    }
+    fOutputs->Fill(result.GetResultValue(), fPrediction, *fInputs, *fTarget, *outputs);
+}
+
+/// A result that this model didn't make: everything goes by its operations, outputs by name.
+void Model::ReportToForeign(ScoreResult& result) {
+    Clear(result);
+    if (fIsClassification) {
+        result.SetResultValue(Lend(fTarget->Category(fPrediction.category)));
+        result.SetResultConfidence(fPrediction.ProbabilityOf(fPrediction.category));
+        auto* categories = dynamic_cast<ScoreClsResult*>(&result);
+        for (int code = 0; categories != nullptr && code < fTarget->CategoryCount(); ++code) {
+            categories->SetCategoryProbability(Lend(fTarget->Category(code)), fPrediction.ProbabilityOf(code));
+        }
+    } else {
+        NumericValue value(fPrediction.number);
+        result.SetResultValue(&value);
+    }
+    FillOutputs(result.GetResultValue(), result);
+}
+
+/// What a case gets that can't be scored: by the policy the target's default, or nothing.
+MCScore::MCStatus Model::PredictDefault(ScoreResult& result) {
+    const int lacking = fPrediction.lacking;
+    fPrediction.Clear(fLayout->categories.size());
+    Clear(result);
+    MCScore::MCStatus status = NoPrediction();
+    if (GetMissingValuePolicy() == MV_DEFAULT_PREDICTION && !fInputs->HasOtherLayout()) {
+        status = fTarget->IsOwn() ? TakeOwnDefault(result) : HandleMissingValue(&result);
+        TakeDefault(result);
+    }
+    FillOutputs(result.GetResultValue(), result);
+    return status.IsError() ? Unscored(lacking) : status;
+}
+
+/// What HandleMissingValue gives for a target in the dictionary, for one that no field holds.
+MCScore::MCStatus Model::TakeOwnDefault(ScoreResult& result) const {
+    if (fIsClassification) {
+        return TakeOwnPriors(result);
+    }
+    const ScoreValue* value = fTarget->Var().GetDefValue();
+    if (value == nullptr) {
+        return NoPrediction();
+    }
+    result.SetResultValue(Lend(*value));
+    return MCScore::MCStatus();
+}
+
+MCScore::MCStatus Model::TakeOwnPriors(ScoreResult& result) const {
+    const ScoreValueProbabilitySet* priors = fTarget->Var().GetValueProbabilities();
+    if (priors == nullptr) {
+        return NoPrediction();
+    }
+    auto* categories = dynamic_cast<ScoreClsResult*>(&result);
+    double best = 0.0;
+    for (const ScoreValueProbability* prior : priors->GetAllValueProbabilities()) {
+        if (categories != nullptr) {
+            categories->SetCategoryProbability(Lend(*prior->GetValue()), prior->GetProbability());
+        }
+        if (prior->GetProbability() > best) {
+            best = prior->GetProbability();
+            result.SetResultValue(Lend(*prior->GetValue()));
+            result.SetResultConfidence(best);
+        }
+    }
+    return MCScore::MCStatus();
+}
+
+/// Makes a prediction of what the result holds, for the output fields.
+void Model::TakeDefault(ScoreResult& result) {
+    const ScoreValue* value = result.GetResultValue();
+    if (value == nullptr) {
+        return;
+    }
+    if (!fIsClassification) {
+        fPrediction.number = value->GetDouble();
+        return;
+    }
+    fPrediction.category = fTarget->Find(*value);
+    if (OwnOutputs(result) != nullptr) {
+        const std::vector<double>& own = static_cast<const ClassificationResult&>(result).Probabilities();
+        std::copy_n(own.begin(), fPrediction.probabilities.size(), fPrediction.probabilities.begin());
+        return;
+    }
+    const auto* categories = dynamic_cast<ScoreClsResult*>(&result);
+    for (int code = 0; categories != nullptr && code < fTarget->CategoryCount(); ++code) {
+        fPrediction.probabilities[static_cast<std::size_t>(code)] =
+            categories->GetCategoryProbability(&fTarget->Category(code));
+    }
+}
+
+/// The output fields of a result that this model has made; null for any other result.
+OutputValues* Model::OwnOutputs(ScoreResult& result) const {
+    if (fIsClassification) {
+        auto* own =
+            typeid(result) == typeid(ClassificationResult) ? static_cast<ClassificationResult*>(&result) : nullptr;
+        return own != nullptr && own->IsOf(*fLayout) ? &own->Outputs() : nullptr;
+    }
+    auto* own = typeid(result) == typeid(RegressionResult) ? static_cast<RegressionResult*>(&result) : nullptr;
+    return own != nullptr && own->IsOf(*fLayout) ? &own->Outputs() : nullptr;
+}
+
+void Model::FillOutputs(const ScoreValue* value, ScoreResult& result) {
+    if (fOutputs->IsEmpty()) {
+        return;
+    }
+    if (OutputValues* own = OwnOutputs(result); own != nullptr) {
+        fOutputs->Fill(value, fPrediction, *fInputs, *fTarget, *own);
+        return;
+    }
+    if (fForeignOutputs == nullptr) {
+        fForeignOutputs = std::make_unique<OutputValues>(*fLayout);
+    }
+    fOutputs->Fill(value, fPrediction, *fInputs, *fTarget, *fForeignOutputs);
+    ScoreResultField* fields = result.GetResultFields();
+    for (const auto& [name, output] : fForeignOutputs->GetMapResultValue()) {
+        if (fields != nullptr) {
+            fields->SetResultValue(name, output);
+        }
+    }
+}
+
+void Model::Clear(ScoreResult& result) {
+    if (typeid(result) == typeid(ClassificationResult)) {
+        static_cast<ClassificationResult&>(result).Clear();
+    } else if (typeid(result) == typeid(RegressionResult)) {
+        static_cast<RegressionResult&>(result).Clear();
+    } else {
+        result.SetResultValue(nullptr);
+        result.SetResultConfidence(Prediction::kNone);
+    }
+}
+
+void Model::Display(std::ostream& out) const {
+    out << fTag << (fName.empty() ? "" : " \"" + fName + "\"") << "\n";
+    out << "function: " << (fIsClassification ? "classification" : "regression") << "\n";
+    if (!GetAlgorithmName().empty()) {
+        out << "algorithm: " << GetAlgorithmName() << "\n";
+    }
+    out << "target: " << (fTarget->Name().empty() ? "none" : fTarget->Name()) << "\n";
+    out << "inputs:";
+    for (const std::string& name : fInputs->Names()) {
+        out << " " << name;
+    }
+    out << "\n";
+    DisplayModel(out);
+}
+
+void Model::DisplayModel(std::ostream&) const {}
+
+} // namespace veltrane_kit

@@ -1,0 +1,82 @@
+#ifndef VELTRANE_PLUGINS_KIT_OUTPUTS_H
+#define VELTRANE_PLUGINS_KIT_OUTPUTS_H
+
+#include "kit/document/element.h"
+#include "kit/inputs/borrowed_record.h"
+#include "kit/inputs/inputs.h"
+#include "kit/results/output_features.h"
+#include "kit/results/prediction.h"
+#include "kit/results/results.h"
+#include "kit/results/target.h"
+
+#include <MCVeltrane_900/BaseDictionary.h>
+#include <MCVeltrane_900/PMMLTranslator.h>
+#include <MCVeltrane_900/TransformationDictionary.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace veltrane_kit {
+
+/// The Output of a model: which values a result has beside the prediction, and how they come about.
+class Outputs {
+public:
+    /// Reads the only Output among a model's children, when its categories are all known.
+    /// @param classification whether the predicted value is a category
+    /// @param translator     reads the expressions of transformed values
+    /// @throws VTException 260272, 260120, 260285, 260153 for elements and attributes, 260203 for a name that comes
+    ///         twice, 260115 for a transformed value without an expression, and what reading derived fields throws
+    Outputs(const Element& model, bool classification, Inputs& inputs, Target& target,
+            MCVeltrane_900::PMMLTranslator& translator);
+
+    /// The variables of the output fields, in the order of the document; null when there are none. The caller owns it.
+    std::unique_ptr<MCVeltrane_900::ScoreDictionary> MakeDictionary() const;
+
+    /// What results have to provide for.
+    std::vector<ResultLayout::Output> Layout() const;
+
+    bool IsEmpty() const { return fFields.empty(); }
+
+    /// Fills the output fields for one case.
+    /// @param value the predicted value; null for none
+    void Fill(const MCVeltrane_900::ScoreValue* value, const Prediction& prediction, const Inputs& inputs,
+              const Target& target, OutputValues& outputs);
+
+private:
+    struct Field {
+        std::string name;
+        std::string label;
+        OutputFeature feature;
+        MCVeltrane_900::ScoreValue::ValueType kind;
+        MCVeltrane_900::ScoreDictVar::MeasureLevel level;
+        int category = Prediction::kNoCategory; ///< whose probability or residual; the predicted one without it
+
+        bool IsTransformed() const { return feature.expression != OutputFeature::Expression::NONE; }
+    };
+
+    Field ReadField(const Element& element, bool classification, Inputs& inputs, Target& target);
+    void ReadExpressions(const Element& output, const Inputs& inputs, MCVeltrane_900::PMMLTranslator& translator);
+    void AddKnownFields(const Inputs& inputs);
+    void AddKnownField(const std::string& name, const MCVeltrane_900::ScoreDictVar& var);
+    void Transform(const Inputs& inputs, OutputValues& outputs);
+
+    std::vector<Field> fFields;
+    bool fIsClassification;
+    int fTargetSlot = Inputs::kNoSlot;
+
+    /// Of transformed values: what they can refer to, the expressions, and the case that they see.
+    struct Expressions {
+        MCVeltrane_900::BaseDictionary dictionary;
+        std::unique_ptr<MCVeltrane_900::TransformationDictionary> fields;
+        BorrowedRecord record;
+        int inputCount = 0;
+        int derivedCount = 0;
+        std::vector<int> outputPositions; ///< in the record, by output field; -1 for one that has an expression
+    };
+    std::unique_ptr<Expressions> fExpressions;
+};
+
+} // namespace veltrane_kit
+
+#endif

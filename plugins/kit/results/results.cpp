@@ -1,0 +1,203 @@
+#include "kit/results/results.h"
+
+#include <MCVeltrane_900/DateTimeValue.h>
+#include <MCVeltrane_900/StringValue.h>
+
+#include <typeinfo>
+
+namespace veltrane_kit {
+
+using namespace MCVeltrane_900;
+
+namespace {
+
+std::unique_ptr<ScoreValue> MakeMissing(ScoreValue::ValueType kind) {
+    switch (kind) {
+    case ScoreValue::STRING_VALUE:
+        return std::make_unique<StringValue>("");
+    case ScoreValue::DATETIME_VALUE:
+        return std::make_unique<DateTimeValue>();
+    default:
+        return std::make_unique<NumericValue>();
+    }
+}
+
+const std::string kNoText;
+
+/// Null for a value of any other class, also for one of a host's own that only reports to be a date-time.
+const DateTimeValue* FindDateTime(const ScoreValue& value) {
+    return value.GetType() == ScoreValue::DATETIME_VALUE ? dynamic_cast<const DateTimeValue*>(&value) : nullptr;
+}
+
+/// Stores a value in one of the same kind; SetValue would take a date's days for seconds.
+/// @param to of the same class as `from`, or of the library's own for its kind
+void Store(const ScoreValue& from, ScoreValue& to) {
+    if (const DateTimeValue* dateTime = FindDateTime(from)) {
+        static_cast<DateTimeValue&>(to) = *dateTime;
+    } else if (typeid(from) == typeid(StringValue)) {
+        static_cast<StringValue&>(to).SetString(static_cast<const StringValue&>(from).GetText());
+    } else {
+        to.SetValue(&from);
+    }
+}
+
+} // namespace
+
+OutputValues::OutputValues(const ResultLayout& layout) : fLayout(layout) {
+    for (const ResultLayout::Output& output : layout.outputs) {
+        fByPosition.push_back(MakeMissing(output.kind).release());
+        AddResultField(output.name, fByPosition.back());
+    }
+}
+
+void OutputValues::SetMapResultValue(const std::map<std::string, ScoreValue*>& values) {
+    fByPosition.clear();
+    ResultField::SetMapResultValue(values);
+}
+
+void OutputValues::Clear() {
+    for (std::size_t position = 0; position < fLayout.outputs.size(); ++position) {
+        SetMissing(static_cast<int>(position));
+    }
+}
+
+void OutputValues::SetMissing(int position) {
+    if (fLayout.outputs[static_cast<std::size_t>(position)].kind == ScoreValue::STRING_VALUE) {
+        SetText(position, kNoText);
+    } else {
+        SetNumber(position, NumericValue::GetSysmisValue());
+    }
+}
+
+void OutputValues::SetNumber(int position, double number) {
+    const auto at = static_cast<std::size_t>(position);
+    if (fByPosition.empty()) {
+        SetResultValue(fLayout.outputs[at].name, number);
+    } else {
+        static_cast<NumericValue*>(fByPosition[at])->SetDoubleValue(number);
+    }
+}
+
+void OutputValues::SetText(int position, const std::string& text) {
+    const auto at = static_cast<std::size_t>(position);
+    if (fByPosition.empty()) {
+        SetResultValue(fLayout.outputs[at].name, text);
+    } else {
+        static_cast<StringValue*>(fByPosition[at])->SetString(text);
+    }
+}
+
+void OutputValues::Set(int position, const ScoreValue* value) {
+    const ResultLayout::Output& output = fLayout.outputs[static_cast<std::size_t>(position)];
+    if (value == nullptr) {
+        SetMissing(position);
+    } else if (value->GetType() != output.kind) {
+        if (output.kind == ScoreValue::STRING_VALUE) {
+            SetText(position, value->GetString());
+        } else {
+            SetNumber(position, value->GetType() == ScoreValue::STRING_VALUE ? NumericValue::GetSysmisValue()
+                                                                             : value->GetDouble());
+        }
+    } else if (fByPosition.empty()) {
+        SetResultValue(output.name, value);
+    } else {
+        Store(*value, *fByPosition[static_cast<std::size_t>(position)]);
+    }
+}
+
+const ScoreValue* OutputValues::At(int position) const {
+    const auto at = static_cast<std::size_t>(position);
+    return fByPosition.empty() ? GetResultValue(fLayout.outputs[at].name) : fByPosition[at];
+}
+
+void KeptValue::Set(const ScoreValue* value) {
+    fIsSet = value != nullptr;
+    if (!fIsSet) {
+        return;
+    }
+    ScoreValue* kept = fValue.get();
+    if (kept != nullptr && typeid(*kept) == typeid(*value)) {
+        Store(*value, *kept);
+    } else {
+        fValue.reset(value->Clone());
+    }
+}
+
+void KeptValue::SetNumber(double number) {
+    fIsSet = true;
+    ScoreValue* kept = fValue.get();
+    if (kept != nullptr && typeid(*kept) == typeid(NumericValue)) {
+        static_cast<NumericValue*>(kept)->SetDoubleValue(number);
+    } else {
+        fValue = std::make_unique<NumericValue>(number);
+    }
+}
+
+ClassificationResult::ClassificationResult(std::shared_ptr<const ResultLayout> layout)
+    : CommonResult(std::move(layout)), fProbabilities(Layout().categories.size(), NumericValue::GetSysmisValue()) {}
+
+bool ClassificationResult::IsAt(std::size_t index, const ScoreValue& category) const {
+    const std::size_t known = Layout().categories.size();
+    return (index < known ? *Layout().categories[index] : *fOthers[index - known]) == category;
+}
+
+int ClassificationResult::Find(const ScoreValue* category) const {
+    const std::size_t count = fProbabilities.size();
+    for (std::size_t i = 0; category != nullptr && i < count; ++i) {
+        const std::size_t index = (fNext + i) % count;
+        if (IsAt(index, *category)) {
+            fNext = index + 1;
+            return static_cast<int>(index);
+        }
+    }
+    return -1;
+}
+
+void ClassificationResult::SetCategoryProbability(ScoreValue* category, double probability) {
+    if (category == nullptr) {
+        return;
+    }
+    const int known = Find(category);
+    if (known >= 0) {
+        fProbabilities[static_cast<std::size_t>(known)] = probability;
+        return;
+    }
+    fOthers.emplace_back(category->Clone());
+    fProbabilities.push_back(probability);
+}
+
+double ClassificationResult::GetCategoryProbability(const ScoreValue* category) const {
+    const int known = Find(category);
+    return known < 0 ? NumericValue::GetSysmisValue() : fProbabilities[static_cast<std::size_t>(known)];
+}
+
+std::vector<const ScoreValue*> ClassificationResult::GetCategories() const {
+    const std::size_t known = Layout().categories.size();
+    std::vector<const ScoreValue*> set;
+    for (std::size_t i = 0; i < fProbabilities.size(); ++i) {
+        if (fProbabilities[i] != NumericValue::GetSysmisValue()) {
+            set.push_back(i < known ? Layout().categories[i].get() : fOthers[i - known].get());
+        }
+    }
+    return set;
+}
+
+void ClassificationResult::Clear() {
+    ClearCommon();
+    for (double& probability : fProbabilities) {
+        probability = NumericValue::GetSysmisValue();
+    }
+}
+
+void ClassificationResult::SetProbabilities(const std::vector<double>& probabilities) {
+    for (std::size_t i = 0; i < probabilities.size() && i < Layout().categories.size(); ++i) {
+        fProbabilities[i] = probabilities[i];
+    }
+}
+
+void RegressionResult::Clear() {
+    ClearCommon();
+    fError = NumericValue::GetSysmisValue();
+}
+
+} // namespace veltrane_kit

@@ -1,0 +1,206 @@
+#include "diagnostics/raise.h"
+#include "diagnostics/trace.h"
+#include "factory/documents/xml_platform_guard.h"
+#include "factory/documents/xml_text.h"
+#include "factory/entries/kept_on_failure.h"
+#include "factory/entries/model_scan.h"
+#include "factory/entries/plugin_route.h"
+
+#include <MCVeltrane_900/BaseTranslator.h>
+#include <MCVeltrane_900/ModelFactory.h>
+#include <MCVeltrane_900/ScoreModel.h>
+
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMElement.hpp>
+#include <xercesc/dom/DOMNodeList.hpp>
+
+#include <istream>
+#include <string_view>
+
+namespace MCVeltrane_900 {
+
+namespace diagnostics = veltrane::diagnostics;
+using namespace veltrane::factory;
+using diagnostics::kTraceDetails;
+using diagnostics::kTraceProgress;
+using diagnostics::Trace;
+
+constinit bool ModelFactory::fInitialized = false;
+constinit std::vector<std::string> ModelFactory::fModelNames;
+
+namespace {
+
+constexpr const char* kTraceName = "MCVeltrane_900::ModelFactory::MakeModelFromXML";
+constexpr const char* kNearestNeighbor = "NearestNeighborModel";
+
+/// Brings a stream back to its beginning, wherever it stood and whether it had come to its end. A bad stream is left as
+/// it is. One that can't be rewound fails from here on, so the parser finds an empty document in it.
+void Rewind(std::istream& in) {
+    if (in.bad()) {
+        return;
+    }
+    try {
+        in.clear();
+        in.seekg(0);
+    } catch (const std::ios_base::failure&) {
+        // a stream that is set to throw counts as one that is not
+    }
+}
+
+/// The nearest-neighbour plug-in reads the stream by itself.
+ScoreModel* MakeNearestNeighborModel(std::istream& in, const std::vector<std::string>& names,
+                                     const std::string& auxPath) {
+    KeptOnFailure<BaseTranslator> translator(MakeTranslator(names, kNearestNeighbor));
+    ScoreModel* model = nullptr;
+    if (translator.Get() != nullptr) {
+        model = translator->ParseFromTree(in, std::string(), auxPath);
+    }
+    translator.Delete();
+    Trace(kTraceProgress, "%s", "Make Model End");
+    return model;
+}
+
+/// Parses a document and finds its root, whose tag is not empty.
+DocumentRoute OpenDocument(std::unique_ptr<DocumentParser> parser, std::istream& in,
+                           const std::vector<std::string>& names, const std::string& encoding) {
+    xercesc::DOMDocument* document = ParseDocument(parser, in);
+    xercesc::DOMElement* root = document->getDocumentElement();
+    if (root == nullptr) {
+        parser.reset();
+        diagnostics::Raise<diagnostics::Message::NO_ROOT>();
+    }
+    const XMLCh* tag = root->getTagName();
+    if (tag == nullptr || *tag == 0) {
+        parser.reset();
+        diagnostics::Raise<diagnostics::Message::EMPTY_ROOT_TAG>();
+    }
+    return {names, encoding, std::move(parser), document, root};
+}
+
+/// What a root's tag says about the model in the document.
+struct RootKind {
+    const char* tag;
+    const char16_t* descendant; ///< an element that must stand below the root; null for none
+    const char* modelName;      ///< null when the list of names is searched
+};
+
+/// In the order in which they are tried.
+constexpr RootKind kRootKinds[] = {
+    {"PMML", nullptr, nullptr},         {"kord-ml", u"regression-model", "GeneralRegressionModel"},
+    {"kord-ml", nullptr, nullptr},      {"Tree", nullptr, "TreeModel"},
+    {"AssocLattice", nullptr, nullptr}, {"SequentialAssociationLattice", nullptr, nullptr},
+};
+
+const RootKind* FindRootKind(xercesc::DOMElement& root, std::string_view tag) {
+    for (const RootKind& kind : kRootKinds) {
+        if (tag == kind.tag &&
+            (kind.descendant == nullptr || root.getElementsByTagName(kind.descendant)->getLength() > 0)) {
+            return &kind;
+        }
+    }
+    return nullptr;
+}
+
+std::string ElementModelName(const xercesc::DOMElement* element) {
+    const std::string name = element == nullptr ? std::string() : ToUtf8(element->getNodeName());
+    if (name == "DecisionTree") {
+        return "TreeModel";
+    }
+    return name == "Regression" ? "RegressionModel" : name;
+}
+
+/// Builds a model from an element by `parse`.
+template <typename Parse>
+ScoreModel* MakeModelFromElement(const xercesc::DOMElement* element, const std::vector<std::string>& names,
+                                 Parse parse) {
+    const XMLPlatformGuard guard;
+    Trace(kTraceProgress, "Enter:%s", kTraceName);
+    const std::string modelName = ElementModelName(element);
+    Trace(kTraceDetails, "Model name is :%s", modelName.c_str());
+    const std::vector<std::string> searched = names.empty() ? ModelFactory::fModelNames : names;
+    KeptOnFailure<BaseTranslator> translator(MakeTranslator(searched, modelName));
+    ScoreModel* model = nullptr;
+    if (translator.Get() != nullptr) {
+        model = parse(*translator.Get());
+        translator.Delete();
+    }
+    Trace(kTraceProgress, "Exit:%s", kTraceName);
+    return model;
+}
+
+/// The first steps of every stream overload.
+/// @return whether a NearestNeighborModel is there; the stream is rewound
+bool ScanForNearestNeighbor(std::istream& in, const std::vector<std::string>& names) {
+    RememberModelNames(names);
+    const bool found = IsModelDocument(kNearestNeighbor, in);
+    Rewind(in);
+    return found;
+}
+
+} // namespace
+
+ScoreModel* ModelFactory::MakeModelFromXML(std::istream& in, const std::vector<std::string>& names,
+                                           const std::string& encoding, const std::string& auxPath) {
+    Trace(kTraceProgress, "Enter:%s", kTraceName);
+    const XMLPlatformGuard guard;
+    if (ScanForNearestNeighbor(in, names)) {
+        return MakeNearestNeighborModel(in, names, auxPath);
+    }
+    auto parser = std::make_unique<DocumentParser>();
+    parser->setLoadExternalDTD(false);
+    parser->setValidationScheme(xercesc::XercesDOMParser::Val_Never);
+    DocumentRoute route = OpenDocument(std::move(parser), in, names, encoding);
+    const std::string tag = ToUtf8(route.root->getTagName());
+    const RootKind* kind = FindRootKind(*route.root, tag);
+    if (kind == nullptr) {
+        route.parser.reset();
+        diagnostics::Raise<diagnostics::Message::UNSUPPORTED_MODEL>(tag);
+    }
+    return GetLibraryPath(route, kind->modelName);
+}
+
+ScoreModel* ModelFactory::MakeModelFromXML(std::istream& in, const std::vector<std::string>& names,
+                                           const std::string& encoding) {
+    return MakeModelFromXML(in, names, encoding, std::string());
+}
+
+ScoreModel* ModelFactory::MakeModelFromXML(std::istream& in, ScoreDictionary* dict,
+                                           const std::vector<std::string>& names, const std::string& encoding) {
+    Trace(kTraceProgress, "Enter:%s", kTraceName);
+    const XMLPlatformGuard guard;
+    if (ScanForNearestNeighbor(in, names)) {
+        return MakeNearestNeighborModel(in, names, std::string());
+    }
+    auto parser = std::make_unique<DocumentParser>();
+    parser->setValidationScheme(xercesc::XercesDOMParser::Val_Never);
+    parser->setDoSchema(false);
+    parser->setLoadExternalDTD(false);
+    DocumentRoute route = OpenDocument(std::move(parser), in, names, encoding);
+    const std::string tag = ToUtf8(route.root->getTagName());
+    const RootKind* kind = FindRootKind(*route.root, tag);
+    if (kind != nullptr && tag != "PMML") {
+        return GetLibraryPath(route, kind->modelName);
+    }
+    ScoreModel* model = GetLibraryPath(route, dict);
+    if (kind == nullptr) {
+        // A model of an unknown kind of document may refer to it.
+        KeepForever(route.parser.release());
+    }
+    return model;
+}
+
+ScoreModel* ModelFactory::MakeModelFromXML(void* element, const std::vector<std::string>& names, ScoreModel* base,
+                                           const std::string& text) {
+    auto* const node = static_cast<xercesc::DOMElement*>(element);
+    return MakeModelFromElement(node, names,
+                                [&](BaseTranslator& translator) { return translator.ParseFromTree(node, base, text); });
+}
+
+ScoreModel* ModelFactory::MakeModelFromXML(void* element, const std::vector<std::string>& names, ScoreDictionary* first,
+                                           ScoreDictionary* second, const std::string& text) {
+    auto* const node = static_cast<xercesc::DOMElement*>(element);
+    return MakeModelFromElement(
+        node, names, [&](BaseTranslator& translator) { return translator.ParseFromTree(node, first, second, text); });
+}
+
+} // namespace MCVeltrane_900

@@ -1,0 +1,147 @@
+#include "factory/entries/plugin_route.h"
+
+#include "diagnostics/raise.h"
+#include "diagnostics/trace.h"
+#include "factory/documents/xml_text.h"
+#include "factory/entries/kept_on_failure.h"
+
+#include <MCVeltrane_900/BaseTranslator.h>
+#include <MCVeltrane_900/ScoreModel.h>
+#include <MCVeltrane_900/VTDynamicLoadedLibrary.h>
+
+#include <xercesc/dom/DOMElement.hpp>
+#include <xercesc/dom/DOMNodeList.hpp>
+
+#include <algorithm>
+#include <string_view>
+
+namespace veltrane::factory {
+
+namespace {
+
+using diagnostics::Message;
+using diagnostics::Raise;
+using MCVeltrane_900::BaseTranslator;
+using MCVeltrane_900::ScoreDictionary;
+using MCVeltrane_900::ScoreModel;
+using MCVeltrane_900::ScoreTranslator;
+using MCVeltrane_900::VTDynamicLoadedLibrary;
+
+using GiveMyTranslator = ScoreTranslator* (*)();
+using PassModelNames = void (*)(ScoreTranslator*, const std::vector<std::string>&);
+
+VTDynamicLoadedLibrary LibraryOf(const std::string& modelName) {
+    return VTDynamicLoadedLibrary(VTDynamicLoadedLibrary::MakeLibraryFileName(modelName + "900" + "r"));
+}
+
+template <typename Function>
+Function FindFunction(VTDynamicLoadedLibrary& library, const char* symbol) {
+    return reinterpret_cast<Function>(library.GetSymbolAddress(symbol));
+}
+
+/// A plug-in's translator must be a BaseTranslator: the plug-in contract says so, and the type can't be asked for in a
+/// plug-in that is built without type information.
+BaseTranslator* AskForTranslator(GiveMyTranslator give) {
+    return static_cast<BaseTranslator*>(give());
+}
+
+template <Message kMessage>
+[[noreturn]] void Fail(DocumentRoute& route, const std::string& parameter) {
+    route.parser.reset();
+    Raise<kMessage>(parameter);
+}
+
+/// The name that stands for all names in a search by tag.
+constexpr std::u16string_view kEveryTag = u"*";
+
+/// Whether a list isn't empty. Its length takes a walk to its end, its first element seldom does.
+bool HasElements(const xercesc::DOMNodeList& list) {
+    return list.item(0) != nullptr || list.getLength() > 0;
+}
+
+/// The node name of the element that decides which model the document holds.
+std::string FindModelName(DocumentRoute& route) {
+    const xercesc::DOMNodeList* found = nullptr;
+    for (auto name = route.names.begin(); name != route.names.end() && found == nullptr; ++name) {
+        const std::u16string tag = ToUtf16(*name);
+        // Each list is a walk over the whole document.
+        if (tag == kEveryTag || route.parser->MayHaveName(tag)) {
+            const xercesc::DOMNodeList* list = route.root->getElementsByTagName(tag.c_str());
+            found = HasElements(*list) ? list : nullptr;
+        }
+    }
+    if (found == nullptr) {
+        Fail<Message::UNSUPPORTED_MODEL>(route, std::string());
+    }
+    const xercesc::DOMNode* node = found->item(0);
+    if (node == nullptr) {
+        Fail<Message::NO_CHILD_ELEMENT>(route, ToUtf8(route.root->getTagName()));
+    }
+    return ToUtf8(node->getNodeName());
+}
+
+/// The plug-in of a lattice is that of the association model; only the library is named differently.
+std::string LibraryNameOf(const std::string& modelName) {
+    return modelName == "AssociationModelLattice" ? "AssociationModel" : modelName;
+}
+
+/// Opens the plug-in and lets its translator build the model by `parse`. The parser stays the route's unless the
+/// plug-in throws.
+template <typename Parse>
+ScoreModel* BuildModel(DocumentRoute& route, const std::string& modelName, Parse parse) {
+    VTDynamicLoadedLibrary library = LibraryOf(LibraryNameOf(modelName));
+    const auto give = FindFunction<GiveMyTranslator>(library, "GiveMyTranslator");
+    if (give == nullptr) {
+        Fail<Message::NO_MODEL_LIBRARY>(route, modelName);
+    }
+    KeptOnFailure<BaseTranslator> translator(AskForTranslator(give));
+    if (translator.Get() == nullptr) {
+        Fail<Message::NO_MODEL_LIBRARY>(route, modelName);
+    }
+    KeptOnFailure<DocumentParser> parser(route.parser.release());
+    if (const auto pass = FindFunction<PassModelNames>(library, "PassModelNames"); pass != nullptr) {
+        pass(translator.Get(), route.names);
+    }
+    ScoreModel* model = parse(*translator.Get());
+    translator.Delete();
+    route.parser.reset(parser.Release());
+    return model;
+}
+
+constexpr const char* kTraceName = "MCVeltrane_900::GetLibraryPath";
+
+} // namespace
+
+BaseTranslator* MakeTranslator(const std::vector<std::string>& names, const std::string& modelName) {
+    if (std::find(names.begin(), names.end(), modelName) == names.end()) {
+        Raise<Message::NO_MODEL_LIBRARY>(modelName);
+    }
+    VTDynamicLoadedLibrary library = LibraryOf(modelName);
+    const auto give = FindFunction<GiveMyTranslator>(library, "GiveMyTranslator");
+    if (give == nullptr) {
+        Raise<Message::NO_MODEL_LIBRARY>(modelName);
+    }
+    return AskForTranslator(give);
+}
+
+ScoreModel* GetLibraryPath(DocumentRoute& route, ScoreDictionary* dict) {
+    diagnostics::Trace(diagnostics::kTraceProgress, "Enter:%s", kTraceName);
+    ScoreModel* model = BuildModel(route, FindModelName(route), [&](BaseTranslator& translator) {
+        return translator.ParseFromTree(route.document, dict, route.encoding);
+    });
+    diagnostics::Trace(diagnostics::kTraceProgress, "%s", "Make Model End.");
+    return model;
+}
+
+ScoreModel* GetLibraryPath(DocumentRoute& route, const char* modelName) {
+    diagnostics::Trace(diagnostics::kTraceProgress, "Enter:%s", kTraceName);
+    const std::string name = modelName != nullptr ? modelName : FindModelName(route);
+    ScoreModel* model = BuildModel(route, name, [&](BaseTranslator& translator) {
+        return translator.ParseFromTree(route.document, route.encoding);
+    });
+    route.parser.reset();
+    diagnostics::Trace(diagnostics::kTraceProgress, "%s", "Make Model End.");
+    return model;
+}
+
+} // namespace veltrane::factory

@@ -1,0 +1,67 @@
+#include "transform/derivation/derivation.h"
+
+#include "transform/derivation/deferred_fields.h"
+
+#include <MCVeltrane_900/ScoreCaseRecord.h>
+
+#include <atomic>
+#include <typeinfo>
+
+using namespace MCVeltrane_900;
+
+namespace veltrane::transform {
+
+namespace {
+
+/// How many numbers are taken at a time.
+constexpr std::uint64_t kManyNumbers = 1 << 20;
+
+std::atomic<std::uint64_t> gNextNumber = 1;
+
+} // namespace
+
+Derivation& Derivation::Of(const ApplyCase& oneCase) {
+    static thread_local constinit Derivation tDerivation;
+    const TransformationDictionary* fields = FieldEvaluation::Dictionary(oneCase);
+    return fields != nullptr ? FieldEvaluation::Of(*fields) : tDerivation;
+}
+
+std::uint64_t Derivation::ReserveNumbers() {
+    nextNumber = gNextNumber.fetch_add(kManyNumbers, std::memory_order_relaxed);
+    endOfNumbers = nextNumber + kManyNumbers;
+    return nextNumber++;
+}
+
+bool Derivation::HasGivenUp() const {
+    return deferred->IsGivenUp();
+}
+
+const ScoreValue* EvaluateDerived(const ScoreDictVar& var, const ApplyCase& oneCase, int levels) {
+    TransformVar* derived = AsTransformVar(var);
+    if (derived == nullptr) {
+        return nullptr;
+    }
+    Derivation& derivation = Derivation::Of(oneCase);
+    if (derivation.Runs(oneCase)) {
+        return FieldEvaluation::Nested(*derived, derivation, levels);
+    }
+    const CaseEvaluation evaluation(derivation, oneCase);
+    return FieldEvaluation::Nested(*derived, derivation, levels);
+}
+
+const ScoreValue* ReadField(const ScoreDictVar& var, const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
+                            const ScoreDictionary* transformations) {
+    if (var.IsDerivedVariable()) {
+        return EvaluateDerived(var, {record, dictionary, transformations});
+    }
+    return record == nullptr ? nullptr : record->Get(var.GetName());
+}
+
+TransformVar* AsTransformVar(const ScoreDictVar& var) {
+    // Evaluation writes into a field, but fields are handed around as const: who refers to one doesn't own it.
+    const auto* derived = typeid(var) == typeid(TransformVar) ? static_cast<const TransformVar*>(&var)
+                                                              : dynamic_cast<const TransformVar*>(&var);
+    return const_cast<TransformVar*>(derived);
+}
+
+} // namespace veltrane::transform

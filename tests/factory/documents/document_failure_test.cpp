@@ -1,0 +1,167 @@
+#include "factory/documents/xml_faults.h"
+#include "factory/entries/factory_support.h"
+#include "support/dom.h"
+#include "support/failure.h"
+
+#include <MCVeltrane_900/ScoreDictionary.h>
+
+#include <gtest/gtest.h>
+#include <xercesc/dom/DOMException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/RuntimeException.hpp>
+
+#include <functional>
+#include <istream>
+#include <sstream>
+#include <streambuf>
+
+using namespace veltrane::tests;
+using MCVeltrane_900::ModelFactory;
+using MCVeltrane_900::ScoreDictionary;
+
+namespace {
+
+const Names kNames = {"TreeModel"};
+const std::string kNotWellFormed = "Unexpected error in opening PMML file.";
+
+void ReadDictionaries(std::istream& in) {
+    ScoreDictionary* dictionary = nullptr;
+    ModelFactory::GetTransformationDictionaryFromXML(in, dictionary, "");
+}
+
+/// Every entry that parses a document, by name.
+struct Entry {
+    const char* name;
+    std::function<void(std::istream&)> call;
+};
+
+void PrintTo(const Entry& entry, std::ostream* out) {
+    *out << entry.name;
+}
+
+const Entry kEntries[] = {
+    {"Main", [](std::istream& in) { ModelFactory::MakeModelFromXML(in, kNames, "", ""); }},
+    {"Short", [](std::istream& in) { ModelFactory::MakeModelFromXML(in, kNames, ""); }},
+    {"Dictionary", [](std::istream& in) { ModelFactory::MakeModelFromXML(in, nullptr, kNames, ""); }},
+    {"Transformation", [](std::istream& in) { ReadDictionaries(in); }},
+};
+
+class BadDocument : public testing::TestWithParam<Entry> {
+protected:
+    static void Call(const std::string& document) {
+        std::istringstream in(document);
+        GetParam().call(in);
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Entries, BadDocument, testing::ValuesIn(kEntries),
+                         [](const auto& entry) { return std::string(entry.param.name); });
+
+TEST_P(BadDocument, NotWellFormed) {
+    for (const char* const document : {"", " ", "PMML", "<PMML>", "<PMML><a></PMML>", "<PMML/><PMML/>", "<PMML a='/>",
+                                       "<PMML>&undeclared;</PMML>", "<!-- only a comment -->", "<?xml version='1.0'?>",
+                                       "<?xml version='1.0' encoding='no such'?><PMML/>", "<PMML a='' a=''/>"}) {
+        ExpectFailureWithDetail([&] { Call(document); }, 260105, kNotWellFormed, "");
+    }
+}
+
+TEST_P(BadDocument, ParserThrows) {
+    const SetXmlFault fault(XmlFault::kParseFails);
+    ExpectFailureWithDetail([] { Call("<PMML><TreeModel/></PMML>"); }, 260109,
+                            "Error in parsing the PMML file. Detailed message:", kXmlFaultMessage);
+}
+
+/// A stream whose buffer throws what it is told to, once it has given `good` bytes after the last rewinding. The
+/// parser sees it when the stream passes exceptions on.
+class ThrowingBuffer : public std::streambuf {
+public:
+    ThrowingBuffer(std::string text, int rewindings, std::function<void()> fail)
+        : fText(std::move(text)), fRewindings(rewindings), fFail(std::move(fail)) {
+        Show();
+    }
+
+protected:
+    int_type underflow() override {
+        if (fRewindings <= 0) {
+            fFail();
+        }
+        return traits_type::eof();
+    }
+
+    pos_type seekpos(pos_type, std::ios_base::openmode) override { return Rewind(); }
+    pos_type seekoff(off_type, std::ios_base::seekdir, std::ios_base::openmode) override { return Rewind(); }
+
+private:
+    pos_type Rewind() {
+        --fRewindings;
+        Show();
+        return pos_type(0);
+    }
+    void Show() { setg(fText.data(), fText.data(), fText.data() + fText.size()); }
+
+    std::string fText;
+    int fRewindings;
+    std::function<void()> fFail;
+};
+
+/// Calls the entry with a stream that fails in its last pass: the model overloads read a document twice.
+void CallWithThrowingStream(const Entry& entry, const std::string& text, const std::function<void()>& fail) {
+    const bool readsTwice = std::string(entry.name) != "Transformation";
+    ThrowingBuffer buffer(text, readsTwice ? 1 : 0, fail);
+    std::istream in(&buffer);
+    in.exceptions(std::ios::badbit);
+    entry.call(in);
+}
+
+TEST_P(BadDocument, StreamThrowsADomException) {
+    ExpectFailureWithDetail(
+        [] {
+            CallWithThrowingStream(GetParam(), "<PMML>", [] {
+                throw xercesc::DOMException(xercesc::DOMException::SYNTAX_ERR, 0,
+                                            xercesc::XMLPlatformUtils::fgMemoryManager);
+            });
+        },
+        260109, "Error in parsing the PMML file. Detailed message:", "invalid or illegal string");
+}
+
+TEST_P(BadDocument, StreamThrowsSomethingElse) {
+    ExpectFailure([] { CallWithThrowingStream(GetParam(), "<PMML>", [] { throw 1; }); }, 260105, kNotWellFormed);
+}
+
+/// A warning of the parser's own ends the parse without being reported.
+[[noreturn]] void ThrowAWarning() {
+    throw xercesc::RuntimeException(__FILE__, __LINE__, xercesc::XMLExcepts::Scan_CouldNotOpenSource_Warning);
+}
+
+TEST_P(BadDocument, GivesNoDocument) {
+    ExpectFailure([] { CallWithThrowingStream(GetParam(), "", ThrowAWarning); }, 260107,
+                  "Error in parsing the PMML file to DOM tree.");
+}
+
+TEST_P(BadDocument, HasNoRoot) {
+    // The parser has read its first buffer of the comment when the stream fails.
+    ExpectFailure([] { CallWithThrowingStream(GetParam(), "<!--" + Repeat(" ", 100000), ThrowAWarning); }, 260110,
+                  "Missing root element in PMML, invalid XML format or no dtd file available in current directory.");
+}
+
+class EmptyTag : public testing::TestWithParam<Entry> {};
+
+INSTANTIATE_TEST_SUITE_P(Entries, EmptyTag, testing::ValuesIn(kEntries, kEntries + 3),
+                         [](const auto& entry) { return std::string(entry.param.name); });
+
+TEST_P(EmptyTag, OfTheRootFails) {
+    for (const XmlFault kind : {XmlFault::kTagIsEmpty, XmlFault::kTagIsNull}) {
+        const SetXmlFault fault(kind);
+        std::istringstream in("<PMML/>");
+        ExpectFailure([&] { GetParam().call(in); }, 260112, "Root tag name is empty in PMML.");
+    }
+}
+
+TEST(ElementList, WithoutAnElementFailsWithTheRootsTag) {
+    const SetXmlFault fault(XmlFault::kListHasNoElement);
+    ExpectFailure([] { Build(Pmml("<TreeModel/>"), kNames); }, 260283, "No child element in Node 'PMML'.");
+    ExpectFailure([] { BuildWithDictionary("<Forest><TreeModel/></Forest>", nullptr, kNames); }, 260283,
+                  "No child element in Node 'Forest'.");
+}
+
+} // namespace

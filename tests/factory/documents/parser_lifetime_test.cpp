@@ -1,0 +1,186 @@
+#include "factory/documents/xml_faults.h"
+#include "factory/entries/factory_support.h"
+#include "support/dom.h"
+#include "support/failure.h"
+
+#include <MCVeltrane_900/ScoreDictionary.h>
+#include <MCVeltrane_900/TransformationDictionary.h>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+using namespace veltrane::tests;
+using MCVeltrane_900::ModelFactory;
+using MCVeltrane_900::ScoreDictionary;
+using MCVeltrane_900::VTException;
+
+/// What becomes of the parser, and with it of the document, on each road through the factory.
+namespace {
+
+enum class Fate { kDeleted, kKept, kNeverMade };
+
+struct Road {
+    const char* name;
+    const char* document;
+    Names names;
+    XmlFault fault;
+    Fate withoutDictionary;
+    Fate withDictionary;
+};
+
+const XmlFault kNoFault = XmlFault::kNone;
+
+const Road kRoads[] = {
+    {"Pmml", "<PMML><TreeModel/></PMML>", {"TreeModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+    {"KordRegression", "<kord-ml><regression-model/></kord-ml>", {}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+    {"Kord", "<kord-ml><RegressionModel/></kord-ml>", {"RegressionModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+    {"Tree", "<Tree/>", {}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+    {"Lattice", "<AssocLattice><TreeModel/></AssocLattice>", {"TreeModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+    {"Sequences",
+     "<SequentialAssociationLattice><TreeModel/></SequentialAssociationLattice>",
+     {"TreeModel"},
+     kNoFault,
+     Fate::kDeleted,
+     Fate::kDeleted},
+    {"NoModelFromThePlugin", "<PMML><SilentModel/></PMML>", {"SilentModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+    // Without a dictionary an unknown root is refused; with one it is searched, and the model may refer to it.
+    {"UnknownRoot", "<Forest><TreeModel/></Forest>", {"TreeModel"}, kNoFault, Fate::kDeleted, Fate::kKept},
+    {"UnknownRootWithoutAModel", "<Forest/>", {"TreeModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+    {"NearestNeighbor",
+     "<PMML><NearestNeighborModel/></PMML>",
+     {"NearestNeighborModel"},
+     kNoFault,
+     Fate::kNeverMade,
+     Fate::kNeverMade},
+    // What the plug-in has made may refer to the document.
+    {"PluginThrows", "<PMML><ThrowingModel/></PMML>", {"ThrowingModel"}, kNoFault, Fate::kKept, Fate::kKept},
+    {"PluginThrowsUnderAnUnknownRoot",
+     "<Forest><ThrowingModel/></Forest>",
+     {"ThrowingModel"},
+     kNoFault,
+     Fate::kDeleted,
+     Fate::kKept},
+    {"PluginThrowsUnderARootOfTheTable",
+     "<AssocLattice><ThrowingModel/></AssocLattice>",
+     {"ThrowingModel"},
+     kNoFault,
+     Fate::kKept,
+     Fate::kKept},
+    {"NoModelInTheList", "<PMML><TreeModel/></PMML>", {"RegressionModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+    {"NoPlugin", "<PMML><NoSuchModel/></PMML>", {"NoSuchModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+    {"NoEntryInThePlugin", "<PMML><NoEntryModel/></PMML>", {"NoEntryModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+    {"NoTranslator",
+     "<PMML><NullTranslatorModel/></PMML>",
+     {"NullTranslatorModel"},
+     kNoFault,
+     Fate::kDeleted,
+     Fate::kDeleted},
+    {"NotWellFormed", "<PMML><TreeModel/>", {"TreeModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+    {"ParseFails", "<PMML><TreeModel/></PMML>", {"TreeModel"}, XmlFault::kParseFails, Fate::kDeleted, Fate::kDeleted},
+    {"EmptyTag", "<PMML><TreeModel/></PMML>", {"TreeModel"}, XmlFault::kTagIsEmpty, Fate::kDeleted, Fate::kDeleted},
+    {"NoTag", "<PMML><TreeModel/></PMML>", {"TreeModel"}, XmlFault::kTagIsNull, Fate::kDeleted, Fate::kDeleted},
+    {"NoFirstElement",
+     "<PMML><TreeModel/></PMML>",
+     {"TreeModel"},
+     XmlFault::kListHasNoElement,
+     Fate::kDeleted,
+     Fate::kDeleted},
+};
+
+class ParserLifetime : public testing::TestWithParam<Road> {
+protected:
+    /// Expects the fate of the one parser of a call, once the call and its model are gone.
+    template <typename Call>
+    static void ExpectFate(Fate fate, Call call) {
+        const Documents before = DocumentsSoFar();
+        try {
+            const SetXmlFault fault(GetParam().fault);
+            const ModelPointer model(call());
+        } catch (const VTException&) {
+            // the fate of the parser alone is of interest here
+        }
+        const Documents after = DocumentsSoFar();
+        EXPECT_EQ(after.made - before.made, fate == Fate::kNeverMade ? 0 : 1);
+        EXPECT_EQ(after.gone - before.gone, fate == Fate::kDeleted ? 1 : 0);
+    }
+};
+
+TEST_P(ParserLifetime, WithoutADictionary) {
+    ExpectFate(GetParam().withoutDictionary, [] {
+        std::istringstream in(GetParam().document);
+        return ModelFactory::MakeModelFromXML(in, GetParam().names, "");
+    });
+}
+
+TEST_P(ParserLifetime, WithADictionary) {
+    ExpectFate(GetParam().withDictionary, [] {
+        std::istringstream in(GetParam().document);
+        return ModelFactory::MakeModelFromXML(in, static_cast<ScoreDictionary*>(nullptr), GetParam().names, "");
+    });
+}
+
+TEST_P(ParserLifetime, OfAFile) {
+    const TemporaryFolder folder;
+    folder.Write("model.xml", GetParam().document);
+    std::string list;
+    for (const std::string& name : GetParam().names) {
+        list += name + "\n";
+    }
+    folder.Write("models.txt", list);
+    ExpectFate(GetParam().withoutDictionary,
+               [] { return ModelFactory::MakeModelFromXML(std::string("model.xml"), "models.txt", ""); });
+}
+
+TEST(ParserOfAnElement, IsTheHostsAlone) {
+    const ParsedXml document = ParseXml("<TreeModel/>");
+    const Documents before = DocumentsSoFar();
+    const ModelPointer model(ModelFactory::MakeModelFromXML(document.Root(), Names{"TreeModel"},
+                                                            static_cast<MCVeltrane_900::ScoreModel*>(nullptr), ""));
+    EXPECT_NE(model, nullptr);
+    EXPECT_EQ(DocumentsSoFar().made, before.made);
+    EXPECT_EQ(DocumentsSoFar().gone, before.gone);
+}
+
+INSTANTIATE_TEST_SUITE_P(Roads, ParserLifetime, testing::ValuesIn(kRoads),
+                         [](const auto& road) { return std::string(road.param.name); });
+
+TEST(TransformationParser, IsDeletedWhenTheDictionaryStandsAndWhenItFails) {
+    for (const char* document : {"<PMML><DataDictionary/></PMML>", "<PMML/>", "<PMML>"}) {
+        const Documents before = DocumentsSoFar();
+        ScoreDictionary* dictionary = nullptr;
+        try {
+            std::istringstream in(document);
+            delete ModelFactory::GetTransformationDictionaryFromXML(in, dictionary, "");
+        } catch (const VTException&) {
+            // refused, as two of them have to be
+        }
+        delete dictionary;
+        const Documents after = DocumentsSoFar();
+        EXPECT_EQ(after.made - before.made, 1) << document;
+        EXPECT_EQ(after.gone - before.gone, 1) << document;
+    }
+}
+
+/// A stream that can't go back to its beginning.
+class OneWayBuffer : public std::streambuf {
+public:
+    explicit OneWayBuffer(std::string text) : fText(std::move(text)) {
+        setg(fText.data(), fText.data(), fText.data() + fText.size());
+    }
+
+private:
+    std::string fText;
+};
+
+TEST(StreamThatCantBeRewound, HoldsAnEmptyDocument) {
+    for (const auto exceptions : {std::ios::goodbit, std::ios::failbit | std::ios::badbit}) {
+        OneWayBuffer buffer(Pmml("<TreeModel/>"));
+        std::istream in(&buffer);
+        in.exceptions(exceptions);
+        ExpectFailure([&in] { ModelFactory::MakeModelFromXML(in, Names{"TreeModel"}, ""); }, 260105,
+                      "Unexpected error in opening PMML file.");
+    }
+}
+
+} // namespace

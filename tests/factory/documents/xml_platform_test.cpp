@@ -1,0 +1,179 @@
+#include "factory/documents/xml_faults.h"
+#include "factory/entries/factory_support.h"
+#include "support/allocations.h"
+#include "support/dom.h"
+#include "support/failure.h"
+
+#include <MCVeltrane_900/ScoreDictionary.h>
+
+#include <gtest/gtest.h>
+#include <xercesc/util/XMLException.hpp>
+
+#include <future>
+#include <new>
+#include <sstream>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace veltrane::tests;
+using MCVeltrane_900::ModelFactory;
+using MCVeltrane_900::ScoreDictionary;
+
+namespace {
+
+const Names kNames = {"TreeModel"};
+const std::string kText = "Error in initializing XPARS. Detailed Message:";
+const std::string kDetail = kXmlFaultMessage;
+
+/// Whether another thread gets a model, which it only does while this thread doesn't hold the factory's lock.
+bool AnotherThreadGetsThrough() {
+    return std::async(std::launch::async, [] { return !Build(Pmml("<TreeModel/>"), kNames).empty(); }).get();
+}
+
+TEST(XmlPlatform, IsStartedAndEndedByEachCall) {
+    EXPECT_EQ(PlatformsStarted(), 0);
+    Build(Pmml("<TreeModel/>"), kNames);
+    EXPECT_EQ(PlatformsStarted(), 0);
+    ExpectFailure([] { Build("", kNames); }, 260105, "Unexpected error in opening PMML file.");
+    EXPECT_EQ(PlatformsStarted(), 0);
+}
+
+TEST(XmlPlatform, IsLeftAloneOnceInitialized) {
+    ModelFactory::Initialize("");
+    EXPECT_EQ(PlatformsStarted(), 1);
+    Build(Pmml("<TreeModel/>"), kNames);
+    EXPECT_EQ(PlatformsStarted(), 1);
+    ModelFactory::Terminate();
+    EXPECT_EQ(PlatformsStarted(), 0);
+}
+
+TEST(XmlPlatform, IsEndedWhenItFailsToStart) {
+    {
+        const SetXmlFault fault(XmlFault::kPlatformFails);
+        ExpectFailureWithDetail([] { Build(Pmml("<TreeModel/>"), kNames); }, 260102, kText, kDetail);
+        ExpectFailureWithDetail([] { BuildWithDictionary(Pmml("<TreeModel/>"), nullptr, kNames); }, 260102, kText,
+                                kDetail);
+        std::istringstream in(Pmml(""));
+        ScoreDictionary* dictionary = nullptr;
+        ExpectFailureWithDetail([&] { ModelFactory::GetTransformationDictionaryFromXML(in, dictionary, ""); }, 260102,
+                                kText, kDetail);
+        ExpectFailureWithDetail(
+            [&] { ModelFactory::GetTransformationDictionaryFromXML(std::string("no such file"), dictionary, ""); },
+            260102, kText, kDetail);
+    }
+    EXPECT_EQ(PlatformsStarted(), 0);
+    EXPECT_TRUE(AnotherThreadGetsThrough());
+    EXPECT_FALSE(Build(Pmml("<TreeModel/>"), kNames).empty());
+}
+
+class XmlPlatformStart : public testing::TestWithParam<XmlFault> {};
+
+TEST_P(XmlPlatformStart, GivesTheLockBackWhateverItThrows) {
+    const std::string detail = GetParam() == XmlFault::kPlatformThrowsAnything ? "" : "OutOfMemory";
+    {
+        const SetXmlFault fault(GetParam());
+        ExpectFailureWithDetail([] { Build(Pmml("<TreeModel/>"), kNames); }, 260102, kText, detail);
+    }
+    EXPECT_EQ(PlatformsStarted(), 0);
+    EXPECT_TRUE(AnotherThreadGetsThrough());
+    EXPECT_FALSE(Build(Pmml("<TreeModel/>"), kNames).empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, XmlPlatformStart,
+                         testing::Values(XmlFault::kPlatformHasNoMemory, XmlFault::kPlatformHasNoManager,
+                                         XmlFault::kPlatformThrowsAnything));
+
+TEST(XmlPlatform, IsNotBegunWithoutMemoryForIt) {
+    // Of the allocations of a call, the one that stands for the whole platform is among the first.
+    for (std::size_t before = 0; before < 4; ++before) {
+        try {
+            const FailingAllocation fault(before);
+            Build(Pmml("<TreeModel/>"), kNames);
+        } catch (const MCVeltrane_900::VTException&) {
+        } catch (const std::bad_alloc&) {
+        }
+        EXPECT_EQ(PlatformsStarted(), 0);
+        EXPECT_TRUE(AnotherThreadGetsThrough());
+    }
+}
+
+/// What a call ends with that may find no XML platform.
+enum Outcome { kModel, kRefused, kOther };
+
+Outcome OutcomeOfACall() {
+    try {
+        return Build(Pmml("<TreeModel/>"), kNames).empty() ? kOther : kModel;
+    } catch (const MCVeltrane_900::VTException& failure) {
+        return failure.GetErrorCode() == 260102 ? kRefused : kOther;
+    } catch (const std::bad_alloc&) {
+        return kRefused;
+    }
+}
+
+/// Lets one allocation within the start of the platform fail, in a process of its own, since the platform may stay as
+/// it is then.
+/// @return 0 when the call ended well, as did the next ones, in this thread and in another
+int ExitOfABrokenStart(std::size_t before) {
+    const pid_t child = fork();
+    if (child == 0) {
+        alarm(60);
+        const SetXmlFault fault(XmlFault::kMemoryRunsOutInTheStart, before);
+        const Outcome first = OutcomeOfACall();
+        const SetXmlFault none(XmlFault::kNone);
+        const Outcome second = OutcomeOfACall();
+        const Outcome third = std::async(std::launch::async, OutcomeOfACall).get();
+        _exit(first == kRefused && second == kRefused && third == kRefused ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return status;
+}
+
+TEST(XmlPlatform, ThatIsHalfStartedIsRefusedFromThenOn) {
+    // The start of the release at hand makes 177 allocations ahead of those whose failure it answers by ending the
+    // process.
+    for (std::size_t before = 0; before < 150; ++before) {
+        EXPECT_EQ(ExitOfABrokenStart(before), 0) << "allocation " << before << " of the start";
+    }
+}
+
+TEST(XmlPlatform, FailureIsReportedForElements) {
+    const ParsedXml xml = ParseXml("<TreeModel/>");
+    const SetXmlFault fault(XmlFault::kPlatformFails);
+    ExpectFailureWithDetail([&] { ModelFactory::MakeModelFromXML(xml.Root(), kNames, nullptr, ""); }, 260102, kText,
+                            kDetail);
+    ExpectFailureWithDetail([&] { ModelFactory::MakeModelFromXML(xml.Root(), kNames, nullptr, nullptr, ""); }, 260102,
+                            kText, kDetail);
+}
+
+TEST(KeptXmlPlatform, FailureLeavesInitializeUntranslated) {
+    const SetXmlFault fault(XmlFault::kPlatformFails);
+    EXPECT_THROW(ModelFactory::Initialize(""), xercesc::XMLException);
+    EXPECT_FALSE(ModelFactory::fInitialized);
+    ModelFactory::Terminate();
+}
+
+TEST(XmlPlatform, ThatWasTerminatedFailsAsOneThatDoesNotStart) {
+    ModelFactory::Initialize("");
+    ModelFactory::Terminate();
+    ExpectFailureWithDetail([] { Build(Pmml("<TreeModel/>"), kNames); }, 260102, kText, "");
+}
+
+TEST(KeptXmlPlatform, IsNotStartedAgainAfterTerminate) {
+    ModelFactory::Initialize("");
+    ModelFactory::Terminate();
+    StartXml();
+    const int started = PlatformsStarted();
+    EXPECT_EQ(Build(Pmml("<TreeModel/>"), kNames).at("plugin"), "TreeModel");
+    EXPECT_EQ(PlatformsStarted(), started);
+}
+
+TEST(FactoryLock, IsReleasedAfterEveryCall) {
+    Build(Pmml("<TreeModel/>"), kNames);
+    EXPECT_TRUE(AnotherThreadGetsThrough());
+    ExpectFailure([] { Build(Pmml("<ThrowingModel/>"), {"ThrowingModel"}); }, 260305,
+                  "Failed to restore base model: 'document'.");
+    EXPECT_TRUE(AnotherThreadGetsThrough());
+}
+
+} // namespace

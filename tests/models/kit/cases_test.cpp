@@ -1,0 +1,262 @@
+// Cases with missing, invalid and outlying values in every field, and what is made of them.
+#include "models/kit/scoring.h"
+#include "models/kit/small_documents.h"
+
+#include <MCVeltrane_900/NumericValue.h>
+#include <MCVeltrane_900/ScoreDictVar.h>
+#include <MCVeltrane_900/StringValue.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+using namespace veltrane::tests;
+using namespace MCVeltrane_900;
+
+namespace {
+
+const Case kComplete = {{"x", "2"}, {"z", "3"}, {"c", "a"}};
+constexpr double kCompleteAnswer = 1 + 3 * 4 + 4 + 5 * 6;
+
+/// The small regression with other attributes of the schema's field x.
+std::string WithTreatment(const std::string& attributes) {
+    return Replaced(kSmallRegression,
+                    "outliers=\"asIs\" lowValue=\"1\" highValue=\"50\" missingValueTreatment=\"asIs\" "
+                    "invalidValueTreatment=\"returnInvalid\"",
+                    attributes);
+}
+
+double AnswerOf(const std::string& document, const std::string& field, const std::string& text) {
+    Scored scored(document);
+    Case row = kComplete;
+    row[field] = text;
+    scored.Score(row);
+    return scored.Number();
+}
+
+double Expected(double x) {
+    return std::round(1 + 3 * x * x + 4 + 5 * x * 3);
+}
+
+TEST(Cases, ACompleteOneIsScored) {
+    EXPECT_EQ(AnswerOf(kSmallRegression, "x", "2"), kCompleteAnswer);
+}
+
+TEST(Cases, AMissingNumberGivesTheDefault) {
+    EXPECT_EQ(AnswerOf(kSmallRegression, "x", ""), -7);
+    EXPECT_EQ(AnswerOf(kSmallRegression, "z", ""), -7);
+}
+
+TEST(Cases, AMissingCategoryAddsNothing) {
+    EXPECT_EQ(AnswerOf(kSmallRegression, "c", ""), kCompleteAnswer - 4);
+    EXPECT_EQ(AnswerOf(kSmallRegression, "c", "   "), kCompleteAnswer - 4);
+}
+
+TEST(Cases, ACategoryIsEqualButForTrailingBlanks) {
+    EXPECT_EQ(AnswerOf(kSmallRegression, "c", "a  "), kCompleteAnswer);
+    EXPECT_EQ(AnswerOf(kSmallRegression, "c", " a"), -7);
+}
+
+TEST(Cases, AnInvalidValueIsRefusedAtFirst) {
+    EXPECT_EQ(AnswerOf(kSmallRegression, "x", "100"), -7);
+    EXPECT_EQ(AnswerOf(kSmallRegression, "x", "-0.5"), -7);
+    EXPECT_EQ(AnswerOf(kSmallRegression, "c", "moon"), -7);
+    EXPECT_EQ(AnswerOf(kSmallRegression, "x", "0"), Expected(0));
+}
+
+TEST(Cases, AnInvalidValueAsIsCounts) {
+    EXPECT_EQ(AnswerOf(WithTreatment("invalidValueTreatment=\"asIs\""), "x", "100"), Expected(100));
+}
+
+TEST(Cases, AnInvalidValueAsMissingIsReplacedLikeAMissingOne) {
+    const std::string document = WithTreatment("invalidValueTreatment=\"asMissing\" missingValueReplacement=\"5\"");
+    EXPECT_EQ(AnswerOf(document, "x", "100"), Expected(5));
+    EXPECT_EQ(AnswerOf(WithTreatment("invalidValueTreatment=\"asMissing\""), "x", "100"), -7);
+}
+
+TEST(Cases, AnInvalidValueCanHaveAReplacementOfItsOwn) {
+    const std::string document =
+        WithTreatment("invalidValueTreatment=\"asValue\" invalidValueReplacement=\"6\" missingValueReplacement=\"5\"");
+    EXPECT_EQ(AnswerOf(document, "x", "100"), Expected(6));
+    EXPECT_EQ(AnswerOf(document, "x", ""), Expected(5));
+}
+
+TEST(Cases, AMissingValueCanBeRefused) {
+    Scored scored(Replaced(kSmallRegression, "<MiningField name=\"c\"/>",
+                           "<MiningField name=\"c\" missingValueTreatment=\"returnInvalid\"/>"));
+    scored.Score({{"x", "2"}, {"z", "3"}});
+    EXPECT_EQ(scored.Number(), -7);
+}
+
+TEST(Cases, AMissingCategoryCanBeReplaced) {
+    const std::string document = Replaced(kSmallRegression, "<MiningField name=\"c\"/>",
+                                          "<MiningField name=\"c\" missingValueReplacement=\"a\"/>");
+    EXPECT_EQ(AnswerOf(document, "c", ""), kCompleteAnswer);
+}
+
+TEST(Cases, OutliersStayAsTheyAre) {
+    EXPECT_EQ(AnswerOf(kSmallRegression, "x", "0.5"), Expected(0.5));
+    EXPECT_EQ(AnswerOf(kSmallRegression, "x", "99"), Expected(99));
+}
+
+TEST(Cases, OutliersBecomeMissing) {
+    const std::string document = WithTreatment("outliers=\"asMissingValues\" lowValue=\"1\" highValue=\"50\"");
+    EXPECT_EQ(AnswerOf(document, "x", "0.5"), -7);
+    EXPECT_EQ(AnswerOf(document, "x", "51"), -7);
+    EXPECT_EQ(AnswerOf(document, "x", "1"), Expected(1));
+    EXPECT_EQ(AnswerOf(document, "x", "50"), Expected(50));
+}
+
+TEST(Cases, OutliersBecomeTheBounds) {
+    const std::string document = WithTreatment("outliers=\"asExtremeValues\" lowValue=\"1\" highValue=\"50\"");
+    EXPECT_EQ(AnswerOf(document, "x", "0.5"), Expected(1));
+    EXPECT_EQ(AnswerOf(document, "x", "51"), Expected(50));
+}
+
+TEST(Cases, ABoundOnOneSideIsEnough) {
+    const std::string document = WithTreatment("outliers=\"asExtremeValues\" highValue=\"50\"");
+    EXPECT_EQ(AnswerOf(document, "x", "0.5"), Expected(0.5));
+    EXPECT_EQ(AnswerOf(document, "x", "51"), Expected(50));
+}
+
+TEST(Cases, AnInvalidValueAsIsIsStillAnOutlier) {
+    const std::string document =
+        WithTreatment("outliers=\"asExtremeValues\" highValue=\"50\" invalidValueTreatment=\"asIs\"");
+    EXPECT_EQ(AnswerOf(document, "x", "100"), Expected(50));
+}
+
+class OddValue : public testing::Test {
+protected:
+    /// Scores a case with an odd value for x.
+    double Score(ScoreValue* x) {
+        CaseRecord record;
+        record.Add("x", x);
+        record.Add("z", new NumericValue(3));
+        record.Add("c", new StringValue("a"));
+        fScored.Model().Score(&record, &fScored.Result());
+        return fScored.Number();
+    }
+    Scored fScored{kSmallRegression};
+};
+
+TEST_F(OddValue, NoNumberIsMissing) {
+    EXPECT_EQ(Score(new NumericValue(std::numeric_limits<double>::quiet_NaN())), -7);
+}
+
+TEST_F(OddValue, TheMissingNumberIsMissing) {
+    EXPECT_EQ(Score(new NumericValue()), -7);
+}
+
+TEST_F(OddValue, InfinityIsOutsideOfTheInterval) {
+    EXPECT_EQ(Score(new NumericValue(std::numeric_limits<double>::infinity())), -7);
+}
+
+TEST_F(OddValue, ATextInPlaceOfANumberIsInvalid) {
+    EXPECT_EQ(Score(new StringValue("2")), -7);
+}
+
+TEST(OddValueOfText, ANumberInPlaceOfATextIsInvalid) {
+    Scored scored(kSmallRegression);
+    CaseRecord record;
+    record.Add("x", new NumericValue(2));
+    record.Add("z", new NumericValue(3));
+    record.Add("c", new NumericValue(1));
+    scored.Model().Score(&record, &scored.Result());
+    EXPECT_EQ(scored.Number(), -7);
+}
+
+TEST(OddValueOfText, AValueOfAnotherKindCanBeMissing) {
+    Scored scored(Replaced(kSmallRegression, "<MiningField name=\"c\"/>",
+                           "<MiningField name=\"c\" invalidValueTreatment=\"asMissing\"/>"));
+    CaseRecord record;
+    record.Add("x", new NumericValue(2));
+    record.Add("z", new NumericValue(3));
+    record.Add("c", new NumericValue(1));
+    scored.Model().Score(&record, &scored.Result());
+    EXPECT_EQ(scored.Number(), kCompleteAnswer - 4);
+}
+
+TEST(OddRecord, WithoutAnyFieldIsACaseWithMissingValues) {
+    Scored scored(kSmallRegression);
+    const CaseRecord record;
+    EXPECT_TRUE(scored.Model().Score(&record, &scored.Result()).IsOK());
+    EXPECT_EQ(scored.Number(), -7);
+}
+
+TEST(OddRecord, NullIsNoCase) {
+    Scored scored(kSmallRegression);
+    EXPECT_EQ(scored.Model().Score(nullptr, &scored.Result()), MCScore::MCStatus(90027, false));
+    const CaseRecord record;
+    EXPECT_EQ(scored.Model().Score(&record, nullptr), MCScore::MCStatus(90027, false));
+}
+
+TEST(Record, ANewSizeMayHaveANewLayout) {
+    Scored scored(kSmallRegression);
+    ASSERT_TRUE(scored.Score(kComplete).IsOK());
+    CaseRecord record;
+    record.Add("c", new StringValue("a"));
+    record.Add("z", new NumericValue(3));
+    record.Add("x", new NumericValue(2));
+    scored.Model().Score(&record, &scored.Result());
+    EXPECT_EQ(scored.Number(), kCompleteAnswer);
+}
+
+TEST(Record, AFieldThatIsAddedLaterIsFound) {
+    Scored scored(kSmallRegression);
+    CaseRecord record;
+    record.Add("x", new NumericValue(2));
+    record.Add("c", new StringValue("a"));
+    scored.Model().Score(&record, &scored.Result());
+    EXPECT_EQ(scored.Number(), -7);
+    record.Add("z", new NumericValue(3));
+    scored.Model().Score(&record, &scored.Result());
+    EXPECT_EQ(scored.Number(), kCompleteAnswer);
+}
+
+TEST(ListedValues, AContinuousFieldCanListThemBesideItsInterval) {
+    const std::string document = Replaced(kSmallRegression, "rightMargin=\"100\"/>",
+                                          "rightMargin=\"100\"/><Value value=\"200\"/><Value value=\"7\" "
+                                          "property=\"invalid\"/><Value value=\"8\" property=\"missing\"/>");
+    EXPECT_EQ(AnswerOf(document, "x", "200"), 100000); // the bound of the target
+    EXPECT_EQ(AnswerOf(document, "x", "201"), -7);
+    EXPECT_EQ(AnswerOf(document, "x", "7"), -7);
+    EXPECT_EQ(AnswerOf(document, "x", "8"), -7);
+    EXPECT_EQ(AnswerOf(document, "x", "9"), Expected(9));
+}
+
+TEST(ListedValues, SeveralIntervalsAddUp) {
+    const std::string document =
+        Replaced(kSmallRegression, "rightMargin=\"100\"/>",
+                 "rightMargin=\"100\"/><Interval closure=\"openClosed\" leftMargin=\"200\" rightMargin=\"300\"/>");
+    EXPECT_EQ(AnswerOf(document, "x", "200"), -7);
+    EXPECT_EQ(AnswerOf(document, "x", "300"), 100000); // the target's bound
+    EXPECT_EQ(AnswerOf(document, "x", "50"), Expected(50));
+}
+
+TEST(ListedValues, ATextCanBeInvalidWithoutAListOfValidOnes) {
+    const std::string document = Replaced(kSmallRegression, "<Value value=\"a\"/><Value value=\"b\"/>",
+                                          "<Value value=\"a\" property=\"invalid\"/>");
+    EXPECT_EQ(AnswerOf(document, "c", "a"), -7);
+    EXPECT_EQ(AnswerOf(document, "c", "moon"), kCompleteAnswer - 4);
+}
+
+TEST(ListedValues, ATextCanBeMissing) {
+    const std::string document = Replaced(kSmallRegression, "<Value value=\"b\"/>",
+                                          "<Value value=\"b\"/><Value value=\"none\" property=\"missing\"/>");
+    EXPECT_EQ(AnswerOf(document, "c", "none"), kCompleteAnswer - 4);
+}
+
+TEST(ListedValues, TheEmptyTextCanBeListed) {
+    const std::string document = Replaced(Replaced(kSmallRegression, "<Value value=\"a\"/>", "<Value value=\"\"/>"),
+                                          "value=\"a\" coefficient", "value=\"\" coefficient");
+    Scored scored(document);
+    CaseRecord record;
+    record.Add("x", new NumericValue(2));
+    record.Add("z", new NumericValue(3));
+    record.Add("c", new StringValue(""));
+    scored.Model().Score(&record, &scored.Result());
+    EXPECT_EQ(scored.Number(), kCompleteAnswer);
+}
+
+} // namespace

@@ -1,0 +1,226 @@
+// The small parts of the kit: texts and numbers of documents, categories, records.
+#include "kit/document/categories.h"
+#include "kit/document/document_text.h"
+#include "kit/document/element.h"
+#include "kit/document/mining_schema.h"
+#include "kit/inputs/borrowed_record.h"
+#include "kit/results/results.h"
+#include "support/dom.h"
+#include "support/foreign_value.h"
+
+#include <MCVeltrane_900/DateTimeValue.h>
+#include <MCVeltrane_900/DictVar.h>
+#include <MCVeltrane_900/NumericValue.h>
+#include <MCVeltrane_900/StringValue.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+
+using namespace veltrane::tests;
+using namespace veltrane_kit;
+using namespace MCVeltrane_900;
+
+namespace {
+
+double NumberOf(const char16_t* text) {
+    double number = -1;
+    return ReadNumber(text, number) ? number : -1;
+}
+
+TEST(KitNumber, IsReadWhatADocumentMayHold) {
+    EXPECT_EQ(NumberOf(u"0"), 0);
+    EXPECT_EQ(NumberOf(u"-2.5e-3"), -0.0025);
+    EXPECT_EQ(NumberOf(u"+7"), 7);
+    EXPECT_EQ(NumberOf(u" \t7.\n"), 7);
+    EXPECT_EQ(NumberOf(u".5"), 0.5);
+    EXPECT_EQ(NumberOf(u"1E5"), 1e5);
+}
+
+TEST(KitNumber, IsRefusedWhatIsNone) {
+    for (const char16_t* text : {u"", u" ", u"x", u"1x", u"1 2", u"--1", u"+-1", u"1,5", u"inf", u"Infinity", u"NaN",
+                                 u"1e999", u"0x10", u"\u0661"}) {
+        EXPECT_EQ(NumberOf(text), -1) << Narrow(text);
+    }
+    EXPECT_EQ(NumberOf(nullptr), -1);
+    EXPECT_EQ(NumberOf(std::u16string(5000, u'1').c_str()), -1);
+}
+
+TEST(KitNumber, IntegersFitThirtyTwoBits) {
+    int number = 0;
+    EXPECT_TRUE(ReadInteger(u" 2147483647", number));
+    EXPECT_EQ(number, 2147483647);
+    EXPECT_FALSE(ReadInteger(u"2147483648", number));
+    EXPECT_FALSE(ReadInteger(u"1.0", number));
+}
+
+TEST(KitText, IsOfTheEncoding) {
+    StartXml();
+    EXPECT_EQ(DocumentText("UTF-8")(u"a\u00e9\u20ac"), "a\xc3\xa9\xe2\x82\xac");
+    EXPECT_EQ(DocumentText("")(u"a\u00e9\u20ac"), "a\xe9\x80");
+    EXPECT_EQ(DocumentText("UTF-16LE")(u"ab"), std::string("a\0b\0", 4));
+    EXPECT_EQ(DocumentText("UTF-8")(nullptr), "");
+    EXPECT_EQ(DocumentText("no-such-encoding")(u"ab"), "");
+}
+
+TEST(KitText, NamesAreNarrowedForMessages) {
+    EXPECT_EQ(Narrow(u"x\u00e9"), "x?");
+    EXPECT_EQ(Narrow(nullptr), "");
+    EXPECT_EQ(Widen("xy"), u"xy");
+}
+
+TEST(KitElement, FindsChildrenAndSiblings) {
+    const ParsedXml xml = ParseXml("<r><a/>text<b/><!-- c --><a/></r>");
+    const DocumentText text("UTF-8");
+    const Element root(xml.Root(), text);
+    std::string tags;
+    for (const Element child : root.Children()) {
+        tags += child.Tag();
+    }
+    EXPECT_EQ(tags, "aba");
+    EXPECT_TRUE(root.Child(u"b"));
+    EXPECT_FALSE(root.Child(u"c"));
+    EXPECT_FALSE(root.Child(u"b").FirstChild());
+}
+
+TEST(KitElement, TellsAbsentFromEmpty) {
+    const ParsedXml xml = ParseXml("<r empty='' full='x'>content</r>");
+    const DocumentText text("UTF-8");
+    const Element root(xml.Root(), text);
+    EXPECT_TRUE(root.Has(u"empty"));
+    EXPECT_FALSE(root.Has(u"absent"));
+    EXPECT_EQ(root.TextOr(u"absent", "other"), "other");
+    EXPECT_EQ(root.TextOr(u"empty", "other"), "");
+    EXPECT_EQ(root.AnyText(u"empty"), "");
+    EXPECT_EQ(root.Text(u"full"), "x");
+    EXPECT_EQ(root.Content(), "content");
+    EXPECT_EQ(root.NumberOr(u"absent", 2.5), 2.5);
+    EXPECT_EQ(root.IntegerOr(u"absent", 3), 3);
+    EXPECT_TRUE(root.FlagOr(u"absent", true));
+}
+
+TEST(KitCategories, TextsHaveCodesInTheOrderOfAddition) {
+    Categories categories(DictVar("t", ScoreDictVar::STRING_VAR));
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_EQ(categories.Add(StringValue("c" + std::to_string(i))), i);
+        EXPECT_EQ(categories.Add(StringValue("c" + std::to_string(i) + "  ")), i);
+    }
+    EXPECT_EQ(categories.Size(), 20);
+    EXPECT_EQ(categories.Find(StringValue("c19 ")), 19);
+    EXPECT_EQ(categories.Find(std::string_view("c7")), 7);
+    EXPECT_EQ(categories.Find(StringValue("c20")), Categories::kUnknown);
+    EXPECT_EQ(categories.Find(StringValue("")), Categories::kUnknown);
+}
+
+TEST(KitCategories, BlanksCountWhereTheFieldSaysSo) {
+    DictVar var("t", ScoreDictVar::STRING_VAR);
+    var.SetNoSpaceTrim(true);
+    Categories categories(var);
+    EXPECT_EQ(categories.Add(StringValue("a")), 0);
+    EXPECT_EQ(categories.Add(StringValue("a ")), 1);
+}
+
+TEST(KitCategories, NumbersAreEqualWithinTheTolerance) {
+    Categories categories(DictVar("n", ScoreDictVar::kNUMERIC_VAR));
+    EXPECT_EQ(categories.Add(NumericValue(0.1)), 0);
+    EXPECT_EQ(categories.Add(NumericValue(0.1 * (1 + 1e-15))), 0);
+    EXPECT_EQ(categories.Add(NumericValue(0.2)), 1);
+    EXPECT_EQ(categories.Find(0.2), 1);
+    EXPECT_EQ(categories.Find(0.3), Categories::kUnknown);
+}
+
+TEST(KitCategories, ManyNumbersAreFoundByAnIndex) {
+    Categories categories(DictVar("n", ScoreDictVar::kNUMERIC_VAR));
+    for (int i = 0; i < 100; ++i) {
+        EXPECT_EQ(categories.Add(NumericValue(100 - i * 0.5)), i);
+    }
+    for (int i = 0; i < 100; ++i) {
+        const double number = 100 - i * 0.5;
+        EXPECT_EQ(categories.Find(number), i);
+        EXPECT_EQ(categories.Find(number * (1 + 1e-15)), i);
+        EXPECT_EQ(categories.Find(number * (1 - 1e-15)), i);
+        EXPECT_EQ(categories.Find(number + 0.25), Categories::kUnknown);
+    }
+    EXPECT_EQ(categories.Find(-1e9), Categories::kUnknown);
+    EXPECT_EQ(categories.Find(1e9), Categories::kUnknown);
+}
+
+TEST(KitValue, IsOfTheFieldsKind) {
+    DictVar number("n", ScoreDictVar::kNUMERIC_VAR);
+    DictVar date("d", ScoreDictVar::DATETIME_VAR);
+    date.SetDateTimeType(ScoreDictVar::DT_DATE);
+    const std::unique_ptr<ScoreValue> three(MakeValue(number, "3"));
+    EXPECT_EQ(three->GetDouble(), 3);
+    const std::unique_ptr<ScoreValue> day(MakeValue(date, "1970-01-03"));
+    EXPECT_EQ(day->GetType(), ScoreValue::DATETIME_VALUE);
+    EXPECT_EQ(day->GetDouble(), 2);
+    EXPECT_EQ(MakeValue(number, "three"), nullptr);
+    EXPECT_EQ(MakeValue(date, "never"), nullptr);
+    EXPECT_EQ(MakeValue(date, ""), nullptr);
+}
+
+TEST(KitRecord, LendsWhatItBorrowed) {
+    BorrowedRecord record;
+    EXPECT_EQ(record.AddField("b"), 0);
+    EXPECT_EQ(record.AddField("a"), 1);
+    EXPECT_EQ(record.AddField("b"), 0);
+    const NumericValue one(1);
+    record.Borrow(1, &one);
+    const ScoreCaseRecord& read = record;
+    EXPECT_EQ(read.Get(1), &one);
+    EXPECT_EQ(read.Get("a"), &one);
+    EXPECT_EQ(read.Get(0), nullptr);
+    EXPECT_EQ(read.Get(2), nullptr);
+    EXPECT_EQ(read.Get(-1), nullptr);
+    EXPECT_EQ(read.Get("c"), nullptr);
+    EXPECT_EQ(read.GetVarNames(true), (std::vector<std::string>{"b", "a"}));
+    EXPECT_EQ(read.GetVarNames(false), (std::vector<std::string>{"a", "b"}));
+    EXPECT_EQ(read.GetAllValues().size(), 2U);
+    EXPECT_TRUE(read.HasMap());
+    std::ostringstream out;
+    read.Display(out);
+    EXPECT_EQ(out.str(), "a: 1\nb: none\n");
+}
+
+TEST(KitRecord, CantBeChangedAsARecord) {
+    BorrowedRecord record;
+    record.AddField("a");
+    record.Add("c", new NumericValue(1));
+    record.SetUpNameIndexMap(std::vector<std::string>{"d"});
+    record.SetUpNameIndexMap(std::vector<ScoreDictVar*>());
+    record.Remove("a");
+    EXPECT_FALSE(record.SetValue(0, 1.0));
+    EXPECT_FALSE(record.SetValue("a", 1.0));
+    EXPECT_FALSE(record.SetValue(0, std::string("x")));
+    EXPECT_FALSE(record.SetValue("a", std::string("x")));
+    EXPECT_FALSE(record.SetValue(0, 1.0, ScoreDictVar::DT_DATE));
+    EXPECT_FALSE(record.SetValue("a", 1.0, ScoreDictVar::DT_DATE));
+    EXPECT_FALSE(record.SetMissingValue(0));
+    EXPECT_FALSE(record.SetMissingValue("a"));
+    EXPECT_EQ(record.Size(), 1);
+}
+
+/// What a case gives may be of a host's own class that only reports to be a date-time.
+TEST(KitResults, KeepAForeignDateTime) {
+    const ForeignValue first(ScoreValue::DATETIME_VALUE, 5.0);
+    const ForeignValue second(ScoreValue::DATETIME_VALUE, 7.0);
+    KeptValue kept;
+    kept.Set(&first);
+    kept.Set(&second);
+    ASSERT_NE(kept.Get(), nullptr);
+    EXPECT_TRUE(static_cast<const ForeignValue*>(kept.Get())->IsWhole());
+    EXPECT_EQ(kept.Get()->GetDouble(), 7.0);
+}
+
+TEST(KitResults, StoreAForeignDateTimeInAnOutput) {
+    ResultLayout layout;
+    layout.outputs = {{"when", ScoreValue::DATETIME_VALUE}};
+    OutputValues outputs(layout);
+    const ForeignValue foreign(ScoreValue::DATETIME_VALUE, 7.0);
+    outputs.Set(0, &foreign);
+    EXPECT_EQ(outputs.At(0)->GetDouble(), 7.0);
+    EXPECT_EQ(outputs.At(0)->GetType(), ScoreValue::DATETIME_VALUE);
+}
+
+} // namespace

@@ -1,0 +1,119 @@
+#include "translators/apply/function_list.h"
+
+#include <algorithm>
+
+namespace veltrane::tests {
+
+const std::vector<NumberRange> kNumericFunctions = {{0, 39}, {66, 67}, {70, 78}};
+const std::vector<NumberRange> kNumberGivingFunctions = {{0, 46}, {48, 53}, {63, 63}, {66, 67}, {70, 78}};
+const std::vector<NumberRange> kTextFunctions = {{54, 61}};
+
+const std::vector<ListedFunction>& ListedFunctions() {
+    using enum Takes;
+    constexpr int any = kAnyCount;
+    constexpr int unchecked = kUncheckedCount;
+    static const std::vector<ListedFunction> list = {
+        {0, {"+"}, 2, NUMBERS},
+        {1, {"-"}, 2, NUMBERS},
+        {2, {"*"}, 2, NUMBERS},
+        {3, {"/"}, 2, NUMBERS},
+        {4, {"pow"}, 2, NUMBERS},
+        {5, {"abs"}, 1, NUMBERS},
+        {6, {"exp"}, 1, NUMBERS},
+        {7, {"log10", "lg10"}, 1, NUMBERS},
+        {8, {"ln"}, 1, NUMBERS},
+        {9, {"mod"}, 2, NUMBERS},
+        {10, {"round"}, 1, NUMBERS},
+        {11, {"sqrt"}, 1, NUMBERS},
+        {12, {"trunc"}, 1, NUMBERS},
+        {13, {"floor"}, unchecked, ANYTHING},
+        {14, {"ceil"}, unchecked, ANYTHING},
+        {15, {"product"}, any, NUMBERS},
+        {16, {"min"}, any, NUMBERS},
+        {17, {"max"}, any, NUMBERS},
+        {18, {"mean"}, any, NUMBERS},
+        {19, {"avg"}, any, NUMBERS},
+        {20, {"median"}, any, NUMBERS},
+        {21, {"sum"}, any, NUMBERS},
+        {22, {"sd"}, any, NUMBERS},
+        {23, {"variance"}, any, NUMBERS},
+        {24, {"cdf.normal"}, 3, NUMBERS},
+        {25, {"cdfnorm"}, 1, NUMBERS},
+        {26, {"idf.normal"}, 3, NUMBERS},
+        {27, {"pdf.normal"}, 3, NUMBERS},
+        {28, {"date_years_difference"}, 2, ANYTHING},
+        {29, {"date_months_difference"}, 2, ANYTHING},
+        {30, {"date_days_difference"}, 2, ANYTHING},
+        {31, {"year-from-date"}, 1, ANYTHING},
+        {32, {"month-from-date"}, 1, ANYTHING},
+        {33, {"day-from-date"}, 1, ANYTHING},
+        {34, {"time_hours_difference"}, 2, ANYTHING},
+        {35, {"time_minutes_difference"}, 2, ANYTHING},
+        {36, {"time_seconds_difference"}, 2, ANYTHING},
+        {37, {"hour-from-time"}, 1, ANYTHING},
+        {38, {"minute-from-time"}, 1, ANYTHING},
+        {39, {"second-from-time"}, 1, ANYTHING},
+        {40, {"isMissing"}, unchecked, ANYTHING},
+        {41, {"isNotMissing"}, unchecked, ANYTHING},
+        {42, {"equal"}, unchecked, ANYTHING},
+        {43, {"notEqual"}, unchecked, ANYTHING},
+        {44, {"lessThan"}, unchecked, ANYTHING},
+        {45, {"lessOrEqual"}, unchecked, ANYTHING},
+        {46, {"greaterThan"}, unchecked, ANYTHING},
+        {47, {"greaterOrEqual"}, unchecked, ANYTHING},
+        {48, {"isIn"}, unchecked, ANYTHING},
+        {49, {"isNotIn"}, unchecked, ANYTHING},
+        {50, {"and"}, unchecked, ANYTHING},
+        {51, {"or"}, unchecked, ANYTHING},
+        {52, {"not"}, unchecked, ANYTHING},
+        {53, {"matches"}, 2, TEXTS},
+        {54, {"lowercase"}, 1, TEXTS},
+        {55, {"uppercase"}, 1, TEXTS},
+        {56, {"lower"}, 1, TEXTS},
+        {57, {"concat"}, any, TEXTS},
+        {58, {"replace"}, 3, TEXTS},
+        {59, {"ltrim"}, 1, TEXTS},
+        {60, {"rtrim", "trimend"}, 1, TEXTS},
+        {61, {"substr"}, 2, TEXT_THEN_NUMBERS},
+        {62, {"substring"}, 3, TEXT_THEN_NUMBERS},
+        {63, {"length"}, 1, TEXTS},
+        {64, {"if"}, unchecked, ANYTHING},
+        {65, {"value"}, 1, TARGET_FIELD},
+        {66, {"threshold"}, unchecked, ANYTHING},
+        {67, {"sysmis"}, 1, NUMERIC_FIELD},
+        {68, {"recast_to_ordinal"}, 1, TARGET_FIELD},
+        {69, {"recast_to_scale"}, 1, TARGET_FIELD},
+        {70, {"outlierHandle"}, 6, ANYTHING},
+        {71, {"imputeCatFieldMissingAgainstConTarget"}, unchecked, ANYTHING},
+        {72, {"normalCDF"}, 3, NUMBERS},
+        {73, {"normalPDF"}, 3, NUMBERS},
+        {74, {"stdNormalCDF"}, 1, NUMBERS},
+        {75, {"stdNormalPDF"}, 1, NUMBERS},
+        {76, {"erf"}, 1, NUMBERS},
+        {77, {"normalIDF"}, 3, NUMBERS},
+        {78, {"stdNormalIDF"}, 1, NUMBERS},
+    };
+    return list;
+}
+
+std::string ListedWord(int number) {
+    if (IsIn({{0, 19}, {22, 31}, {34, 71}}, number))
+        return ListedFunctions()[static_cast<std::size_t>(number)].names.front();
+    return "<not defined>";
+}
+
+bool IsIn(const std::vector<NumberRange>& ranges, int number) {
+    return std::any_of(ranges.begin(), ranges.end(),
+                       [number](const NumberRange& range) { return range.first <= number && number <= range.last; });
+}
+
+bool MayNest(int parent, int child) {
+    const bool passesOn = IsIn({{64, 65}}, child);
+    if (IsIn(kNumericFunctions, parent))
+        return passesOn || IsIn(kNumberGivingFunctions, child);
+    if (IsIn({{54, 61}, {63, 63}}, parent))
+        return passesOn || IsIn(kTextFunctions, child);
+    return false;
+}
+
+} // namespace veltrane::tests

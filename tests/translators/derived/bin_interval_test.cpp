@@ -1,0 +1,82 @@
+#include "support/failure.h"
+#include "translators/derived/derived_fields.h"
+
+#include <MCVeltrane_900/ScoreValueRange.h>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+// The Interval of a bin.
+
+namespace veltrane::tests {
+namespace {
+
+using namespace MCVeltrane_900;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+std::unique_ptr<ScoreValueRange> ReadInterval(const std::string& attributes, int binIndex = 0) {
+    const ParsedXml document = ParseXml("<Interval " + attributes + "/>");
+    PMMLTranslator translator;
+    return std::unique_ptr<ScoreValueRange>(translator.HandleDiscretizeBinInterVal(document.Root(), binIndex));
+}
+
+struct ClosureRow {
+    const char* closure;
+    bool low;
+    bool high;
+};
+class BinIntervalClosure : public testing::TestWithParam<ClosureRow> {};
+
+TEST_P(BinIntervalClosure, SaysWhichEndsAreIncluded) {
+    const auto range = ReadInterval(std::string("leftMargin='1' rightMargin='2' closure='") + GetParam().closure + "'");
+    EXPECT_EQ(range->GetLowEnd(), GetParam().low);
+    EXPECT_EQ(range->GetHighEnd(), GetParam().high);
+    EXPECT_EQ(range->GetMin()->GetDouble(), 1.0);
+    EXPECT_EQ(range->GetMax()->GetDouble(), 2.0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Words, BinIntervalClosure,
+                         testing::Values(ClosureRow{"closedClosed", true, true}, ClosureRow{"closedOpen", true, false},
+                                         ClosureRow{"openClosed", false, true}, ClosureRow{"openOpen", false, false}),
+                         [](const auto& row) { return row.param.closure; });
+
+TEST(BinInterval, AnAbsentClosureIsRefused) {
+    ExpectFailure([] { ReadInterval("leftMargin='x'"); }, 260120, "Missing the attribute 'closure' of 'Interval'.");
+}
+
+TEST(BinInterval, AnUnknownClosureIsRefused) {
+    ExpectFailure([] { ReadInterval("closure='closed' leftMargin='x'"); }, 260153,
+                  "Invalid value: 'closed' of attribute 'closure' in 'Interval'.");
+    ExpectFailure([] { ReadInterval("closure=''"); }, 260153,
+                  "Invalid value: '' of attribute 'closure' in 'Interval'.");
+}
+
+TEST(BinInterval, AnAbsentMarginIsInfinite) {
+    const auto above = ReadInterval("closure='closedOpen' leftMargin='1'", 5);
+    EXPECT_EQ(above->GetMin()->GetDouble(), 1.0);
+    EXPECT_EQ(above->GetMax()->GetDouble(), kInfinity);
+    const auto below = ReadInterval("closure='closedOpen' rightMargin='1' leftMargin=''", 5);
+    EXPECT_EQ(below->GetMin()->GetDouble(), -kInfinity);
+    EXPECT_EQ(below->GetMax()->GetDouble(), 1.0);
+}
+
+TEST(BinInterval, AMarginMustBeANumber) {
+    ExpectFailure([] { ReadInterval("closure='openOpen' leftMargin='l' rightMargin='r'"); }, 260151,
+                  "The value: 'l' is invalid of type: 'double'.");
+    ExpectFailure([] { ReadInterval("closure='openOpen' rightMargin='r'", 2); }, 260151,
+                  "The value: 'r' is invalid of type: 'double'.");
+}
+
+TEST(KeptBinInterval, TheFirstTwoBinsMayBeUnbounded) {
+    EXPECT_EQ(ReadInterval("closure='openOpen'", 0)->GetMin()->GetDouble(), -kInfinity);
+    EXPECT_EQ(ReadInterval("closure='openOpen'", 1)->GetMax()->GetDouble(), kInfinity);
+    ExpectFailure([] { ReadInterval("closure='openOpen'", 2); }, 260175,
+                  "Require one of 'rightMargin' or 'leftMargin'.");
+    ExpectFailure([] { ReadInterval("closure='openOpen' leftMargin='' rightMargin=''", 3); }, 260175,
+                  "Require one of 'rightMargin' or 'leftMargin'.");
+}
+
+} // namespace
+} // namespace veltrane::tests

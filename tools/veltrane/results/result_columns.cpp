@@ -1,0 +1,78 @@
+#include "results/result_columns.h"
+
+#include <MCVeltrane_900/DateTimeValue.h>
+#include <MCVeltrane_900/ScoreCaseRecord.h>
+#include <MCVeltrane_900/StringValue.h>
+#include <MCVeltrane_900/TransformationDictionary.h>
+
+#include <algorithm>
+#include <kit/inputs/missing_value.h>
+#include <typeinfo>
+
+namespace veltrane::host {
+
+using MCVeltrane_900::DateTimeValue;
+using MCVeltrane_900::ScoreDictVar;
+using MCVeltrane_900::ScoreValue;
+using MCVeltrane_900::StringValue;
+
+DateForm DateFormOf(const ScoreDictVar& variable) {
+    switch (DateTimeValue::GetValType(variable.GetDateTimeType())) {
+    case DateTimeValue::VAL_DATE:
+        return DateForm::kDate;
+    case DateTimeValue::VAL_TIME:
+        return DateForm::kTime;
+    default:
+        return DateForm::kDateTime;
+    }
+}
+
+void WriteValue(const ScoreValue* value, DateForm dateForm, CsvWriter& writer, std::string& scratch) {
+    if (veltrane_kit::IsMissing(value)) {
+        writer.Empty();
+        return;
+    }
+    switch (value->GetType()) {
+    case ScoreValue::NUMERIC_VALUE:
+        writer.Number(value->GetDouble());
+        return;
+    case ScoreValue::DATETIME_VALUE:
+        if (const auto* dateTime = dynamic_cast<const DateTimeValue*>(value)) {
+            scratch.clear();
+            AppendDate(scratch, dateTime->GetDoubleValue(ScoreDictVar::DT_DATETIME), dateForm);
+            writer.Text(scratch);
+            return;
+        }
+        break;
+    case ScoreValue::STRING_VALUE:
+        if (typeid(*value) == typeid(StringValue)) {
+            writer.Text(static_cast<const StringValue*>(value)->GetText());
+            return;
+        }
+        break;
+    }
+    writer.Text(value->GetString());
+}
+
+ResultColumns::ResultColumns(const MCVeltrane_900::TransformationDictionary& derivedFields) {
+    for (const std::string& name : derivedFields.GetDerivedVarNames()) {
+        const ScoreDictVar& variable = *derivedFields.GetVar(name);
+        fColumns.push_back({name, variable.GetValueIndex(), DateFormOf(variable)});
+    }
+}
+
+bool ResultColumns::Has(const std::string& name) const {
+    return std::any_of(fColumns.begin(), fColumns.end(), [&](const Column& column) { return column.name == name; });
+}
+
+void ResultColumns::WriteHeader(CsvWriter& writer) const {
+    for (const Column& column : fColumns)
+        writer.Text(column.name);
+}
+
+void ResultColumns::WriteCase(const MCVeltrane_900::ScoreCaseRecord& record, CsvWriter& writer) {
+    for (const Column& column : fColumns)
+        WriteValue(record.Get(column.index), column.dateForm, writer, fText);
+}
+
+} // namespace veltrane::host
