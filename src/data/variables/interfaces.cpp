@@ -4,6 +4,7 @@
 #include <MCVeltrane_900/ScoreEncoder.h>
 #include <MCVeltrane_900/ScoreMissingValueSet.h>
 #include <MCVeltrane_900/ScoreResultField.h>
+#include <MCVeltrane_900/ScoreValue.h>
 #include <MCVeltrane_900/ScoreValueLabel.h>
 #include <MCVeltrane_900/ScoreValueLabelSet.h>
 #include <MCVeltrane_900/ScoreValueProbability.h>
@@ -29,5 +30,7 @@ ScoreValueProbabilitySet::~ScoreValueProbabilitySet() = default;
 ScoreValueRange::~ScoreValueRange() = default;
 ScoreVarStats::~ScoreVarStats() = default;
 ScoreVersionInfo::~ScoreVersionInfo() = default;
+
+ScoreValue::~ScoreValue() = default;
 
 } // namespace MCVeltrane_900

@@ -1,6 +1,7 @@
 #include "data/values/value_cast.h"
 
 #include <MCVeltrane_900/ResultField.h>
+#include <MCVeltrane_900/ResultVar.h>
 
 namespace MCVeltrane_900 {
 
@@ -80,6 +81,15 @@ std::vector<std::string> ResultField::GetResultFields() const {
 
 int ResultField::GetResultSize() const {
     return static_cast<int>(fValues.size());
+}
+
+ResultVar::ResultVar(const std::string& name, VariableType type) : DictVar(name, type) {}
+ResultVar::ResultVar(const ResultVar& other) = default;
+ResultVar& ResultVar::operator=(const ResultVar& other) = default;
+ResultVar::~ResultVar() = default;
+
+ScoreDictVar* ResultVar::Clone() const {
+    return new ResultVar(*this);
 }
 
 } // namespace MCVeltrane_900

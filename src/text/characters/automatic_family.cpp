@@ -1,7 +1,24 @@
 #include <MCXML_900/KORDMBString.h>
 
-// The family that is in UTF-8 or in the code page as the process is.
+#include <atomic>
+
 namespace MCXML_900 {
+
+namespace {
+
+std::atomic<int> gUTF8mode{1};
+
+} // namespace
+
+void SetUTF8mode(int mode) {
+    gUTF8mode.store(mode != 0 ? 1 : 0, std::memory_order_relaxed);
+}
+
+int qUTF8mode() {
+    return gUTF8mode.load(std::memory_order_relaxed);
+}
+
+// The family that is in UTF-8 or in the code page as the process is.
 
 const char* KORDMBstrinc_A(const char* s) {
     return qUTF8mode() != 0 ? KORDMBstrinc_8(s) : KORDMBstrinc_C(s);

@@ -1,8 +1,13 @@
 #include <MCVeltrane_900/ScoreClsResult.h>
+#include <MCVeltrane_900/ScoreModel.h>
 #include <MCVeltrane_900/ScoreRegResult.h>
 #include <MCVeltrane_900/ScoreResult.h>
+#include <MCVeltrane_900/ScoreTranslator.h>
 
 namespace MCVeltrane_900 {
+
+ScoreModel::ScoreModel() = default;
+ScoreModel::~ScoreModel() = default;
 
 ScoreResult::ScoreResult() = default;
 ScoreResult::~ScoreResult() = default;
@@ -12,5 +17,7 @@ ScoreClsResult::~ScoreClsResult() = default;
 
 ScoreRegResult::ScoreRegResult() = default;
 ScoreRegResult::~ScoreRegResult() = default;
+
+ScoreTranslator::~ScoreTranslator() = default;
 
 } // namespace MCVeltrane_900

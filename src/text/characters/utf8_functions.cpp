@@ -1,9 +1,12 @@
+#include "text/characters/byte_span.h"
 #include "text/characters/reject_table.h"
 #include "text/characters/utf8_shape.h"
+#include "text/characters/utf8_step.h"
 
 #include <MCXML_900/KORDMBString.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace MCXML_900 {
 
@@ -66,6 +69,27 @@ std::size_t KORDMBstrcspn_8(const char* s, const char* reject) {
         return rejected.empty() ? std::strlen(s) : std::strcspn(s, reject);
     }
     return text::LengthWithout(text::Span(s, -1), rejected, text::Utf8Unit);
+}
+
+namespace {
+
+/// The bytes of a text without the improper ones at its end.
+std::size_t ProperLength(std::string_view bytes) {
+    std::size_t length = bytes.size();
+    while (length > 0 && text::CharacterBefore(bytes.data(), length) == 0) {
+        --length;
+    }
+    return length;
+}
+
+} // namespace
+
+char* KORDMBstrncpy_8(char* dst, const char* src, int n) {
+    if (dst == nullptr || n == 0) {
+        return dst;
+    }
+    const std::string_view bytes = text::Span(src, n);
+    return text::CopyAndFill(dst, bytes.substr(0, ProperLength(bytes)), n);
 }
 
 } // namespace MCXML_900

@@ -1,7 +1,0 @@
-#include <MCVeltrane_900/ScoreValue.h>
-
-namespace MCVeltrane_900 {
-
-ScoreValue::~ScoreValue() = default;
-
-} // namespace MCVeltrane_900

@@ -1,7 +1,0 @@
-#include <MCVeltrane_900/ScoreTranslator.h>
-
-namespace MCVeltrane_900 {
-
-ScoreTranslator::~ScoreTranslator() = default;
-
-} // namespace MCVeltrane_900
