@@ -49,7 +49,7 @@ step_structure() {
     tests/structure/headers_alone.sh clang++ include
 }
 
-step_format() { git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror; }
+step_format() { git ls-files '*.h' '*.cpp' | xargs clang-format-16 --dry-run --Werror; }
 
 # Every program runs once, its tests in an order that changes from commit to commit.
 step_asan() {

@@ -101,11 +101,13 @@ const char* const kGrades[] = {"low", "below", "middle", "above", "high"};
 
 std::string ConditionFields() {
     std::string grades;
-    for (const char* grade : kGrades)
+    for (const char* grade : kGrades) {
         grades += "<Value value=\"" + std::string(grade) + "\"/>";
+    }
     std::string regions;
-    for (int i = 0; i < 20; ++i)
+    for (int i = 0; i < 20; ++i) {
         regions += "<Value value=\"region " + std::to_string(i) + "\"/>";
+    }
     return "  <DataField name=\"amount\" optype=\"continuous\" dataType=\"double\"/>\n"
            "  <DataField name=\"grade\" optype=\"ordinal\" dataType=\"string\">" +
            grades + "</DataField>\n  <DataField name=\"region\" optype=\"categorical\" dataType=\"string\">" + regions +
@@ -133,8 +135,9 @@ std::string GradeCondition(int i) {
 
 std::string RegionSet(int i) {
     std::string regions;
-    for (int k = 0; k < 5; ++k)
+    for (int k = 0; k < 5; ++k) {
         regions += "&quot;region " + std::to_string((i + k) % 20) + "&quot; ";
+    }
     return " <SimpleSetPredicate field=\"region\" booleanOperator=\"isIn\"><Array n=\"5\" type=\"string\">" + regions +
            "</Array></SimpleSetPredicate>\n";
 }
@@ -143,16 +146,18 @@ std::string RegionSet(int i) {
 
 std::string ManySimplePredicates(int count) {
     std::string conditions;
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i) {
         conditions += i % 2 == 0 ? AmountCondition(i) : RegionCondition(i);
+    }
     return ConditionDocument(conditions);
 }
 
 std::string ManyCompounds(int count) {
     std::string conditions;
-    for (int i = 0; i < count; i += 4)
+    for (int i = 0; i < count; i += 4) {
         conditions += " <CompoundPredicate booleanOperator=\"and\">\n" + AmountCondition(i) + RegionCondition(i) +
                       GradeCondition(i) + RegionSet(i) + " </CompoundPredicate>\n";
+    }
     return ConditionDocument(conditions);
 }
 
@@ -214,11 +219,13 @@ std::string RegressionDocument(int predictors) {
 
 std::string CategoryArrays(int count, const char* quote) {
     std::string categories;
-    for (int i = 0; i < 20; ++i)
+    for (int i = 0; i < 20; ++i) {
         categories += quote + ("category " + std::to_string(i)) + quote + " ";
+    }
     std::string document = "<arrays>\n";
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i) {
         document += " <Array n=\"20\" type=\"string\">" + categories + "</Array>\n";
+    }
     return document + "</arrays>\n";
 }
 

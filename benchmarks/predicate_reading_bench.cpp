@@ -46,10 +46,11 @@ Conditions ReadConditions(const std::string& document) {
     conditions.fields.reset(translator.ParseDictionary(element, true));
     const ScoreDictionary* fields = conditions.fields.get();
     while ((element = BaseTranslator::GetNextSiblingElt(element)) != nullptr) {
-        if (BaseTranslator::IsEqual(element->getNodeName(), "SimplePredicate"))
+        if (BaseTranslator::IsEqual(element->getNodeName(), "SimplePredicate")) {
             conditions.predicates.emplace_back(translator.ParsePredicate(element, fields, nullptr, false));
-        else
+        } else {
             conditions.predicates.emplace_back(translator.ParseCompoundPredicate(element, fields, nullptr, false));
+        }
     }
     return conditions;
 }

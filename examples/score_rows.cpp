@@ -22,8 +22,9 @@ int main(int argc, char** argv) {
     try {
         // Texts of the document, of the cases and of the results are UTF-8 in what follows; without a name, CP1252.
         const std::unique_ptr<ScoreModel> model(ModelFactory::MakeModelFromXML(argv[1], argv[2], "UTF-8"));
-        if (!model)
+        if (!model) {
             return 1;
+        }
         const std::unique_ptr<ScoreResult> result(model->CreateResult());
         CaseRecord applicant; // of one layout for all cases of a model; what it lacks is missing
         applicant.Add("Age", new NumericValue(34));
@@ -40,13 +41,16 @@ int main(int argc, char** argv) {
             }
             std::cout << result->GetResultValue()->GetString();
             // An output field of the document, by its name.
-            if (const ScoreValue* risk = result->GetResultFields()->GetResultValue("Risk"))
+            if (const ScoreValue* risk = result->GetResultFields()->GetResultValue("Risk")) {
                 std::cout << ", risk " << Text(risk->GetDouble());
+            }
             // The probability of each category, of a classification.
-            if (const auto* categories = dynamic_cast<const ScoreClsResult*>(result.get()))
-                for (const ScoreValue* category : categories->GetCategories())
+            if (const auto* categories = dynamic_cast<const ScoreClsResult*>(result.get())) {
+                for (const ScoreValue* category : categories->GetCategories()) {
                     std::cout << ", P(" << category->GetString() << ") "
                               << Text(categories->GetCategoryProbability(category));
+                }
+            }
             std::cout << '\n';
         }
     } catch (const VTException& error) { // the one exception of the library, which isn't a std::exception

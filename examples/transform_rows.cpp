@@ -22,8 +22,9 @@ int main(int argc, char** argv) {
         const std::unique_ptr<TransformationDictionary> derived(
             ModelFactory::GetTransformationDictionaryFromXML(std::string(argv[1]), fields, "UTF-8"));
         const std::unique_ptr<ScoreDictionary> fieldsOwner(fields);
-        if (!derived)
+        if (!derived) {
             return 1;
+        }
 
         CaseRecord applicant; // owns the values that are added to it
         applicant.Add("Age", new NumericValue(34));

@@ -13,7 +13,7 @@ demo_packages=(g++ make cmake ninja-build ccache pkg-config
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev python3 python3-pyelftools binutils locales mandoc zsh)
 docs_packages=(doxygen graphviz)
 deb_packages=(git debhelper dpkg-dev fakeroot)
-ci_packages=(mmdebstrap clang clang-tidy clang-format libclang-rt-14-dev lcov abigail-tools)
+ci_packages=(mmdebstrap clang clang-tidy clang-format-16 libclang-rt-14-dev lcov abigail-tools)
 
 # The tests read numbers under a locale with a decimal comma, and text under the usual one. Those of the code pages come
 # from the charmaps of the package locales, too, but into the build folder (tests/text/code_page).

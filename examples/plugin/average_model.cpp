@@ -25,8 +25,9 @@ void AverageModel::AddTerm(const ScoreDictVar& field, double weight) {
 }
 
 bool AverageModel::SetOption(const std::string& name, const std::string& value) {
-    if (name != "rounded" || (value != "true" && value != "false"))
+    if (name != "rounded" || (value != "true" && value != "false")) {
         return false;
+    }
     fRounded = value == "true";
     return true;
 }
@@ -34,8 +35,9 @@ bool AverageModel::SetOption(const std::string& name, const std::string& value) 
 std::vector<std::string> AverageModel::GetInputNames() const {
     std::vector<std::string> names;
     for (const std::string& name : GetDictionary()->GetVarNames()) {
-        if (GetVarRole(name) != ROLE_TARGET)
+        if (GetVarRole(name) != ROLE_TARGET) {
             names.push_back(name);
+        }
     }
     return names;
 }
@@ -43,8 +45,9 @@ std::vector<std::string> AverageModel::GetInputNames() const {
 MCScore::MCStatus AverageModel::Score(const ScoreCaseRecord* record, ScoreResult* result) {
     // Once for each case, in the order of the cases: derived fields may look back.
     const ScoreCaseRecord* derived = nullptr;
-    if (TransformationDictionary* fields = GetTransformationDictionary())
+    if (TransformationDictionary* fields = GetTransformationDictionary()) {
         derived = fields->GetValuesForDerivedVars(record, GetDictionary());
+    }
     double sum = 0;
     double weights = 0;
     for (const Term& term : fTerms) {
@@ -52,19 +55,22 @@ MCScore::MCStatus AverageModel::Score(const ScoreCaseRecord* record, ScoreResult
         // since a host lays out its record as it likes.
         const ScoreValue* value = term.field->IsDerivedVariable() ? derived->Get(term.field->GetValueIndex())
                                                                   : record->Get(term.field->GetName());
-        if (term.field->IsMissingValue(value))
+        if (term.field->IsMissingValue(value)) {
             continue;
+        }
         sum += term.weight * value->GetDouble();
         weights += term.weight;
     }
-    if (weights == 0)
+    if (weights == 0) {
         return HandleMissingValue(result);
+    }
     const double average = sum / weights;
     static_cast<AverageResult*>(result)->SetNumber(fRounded ? std::round(average) : average);
     return {};
 }
 
 void AverageModel::Display(std::ostream& out) const {
-    for (const Term& term : fTerms)
+    for (const Term& term : fTerms) {
         out << term.field->GetName() << " * " << term.weight << '\n';
+    }
 }

@@ -35,24 +35,28 @@ private:
         model.SetMiningFunction(
             BaseModel::MiningFunctionFromString(ToString(GetAttributeForced(element, "functionName"))));
         const std::string target = ToString(GetAttributeForced(element, "target"));
-        if (!model.GetDictionary()->GetVar(target))
+        if (!model.GetDictionary()->GetVar(target)) {
             FailOn(target);
+        }
         model.SetVarRole(target, ScoreModel::ROLE_TARGET);
         HandleTargets(static_cast<xercesc::DOMElement*>(GetChildByTag(element, "Targets")),
                       const_cast<ScoreDictionary*>(model.GetDictionary()));
         for (auto* child = GetFirstChildElt(element); child; child = GetNextSiblingElt(child)) {
-            if (XStrEqualsUTF8Str(child->getNodeName(), "Term"))
+            if (XStrEqualsUTF8Str(child->getNodeName(), "Term")) {
                 ReadTerm(static_cast<xercesc::DOMElement*>(child), model);
+            }
         }
     }
 
     void ReadTerm(xercesc::DOMElement* element, AverageModel& model) {
         const std::string name = ToString(GetAttributeForced(element, "field"));
         const ScoreDictVar* field = model.GetDictionary()->GetVar(name);
-        if (!field && model.GetTransformationDictionary())
+        if (!field && model.GetTransformationDictionary()) {
             field = model.GetTransformationDictionary()->GetVar(name);
-        if (!field || field->GetVarType() != ScoreDictVar::kNUMERIC_VAR)
+        }
+        if (!field || field->GetVarType() != ScoreDictVar::kNUMERIC_VAR) {
             FailOn(name);
+        }
         const XMLCh* weight = GetAttributeForced(element, "weight");
         const double number = VerifyDouble(weight);
         if (!(number > 0)) {

@@ -33,8 +33,9 @@ struct Collector {
 
 Rows ReadCsv(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
-    if (!in)
+    if (!in) {
         throw std::runtime_error("cannot open " + path);
+    }
     const std::string text{std::istreambuf_iterator<char>(in), {}};
     csv_parser parser;
     csv_init(&parser, CSV_STRICT | CSV_STRICT_FINI);
@@ -42,8 +43,9 @@ Rows ReadCsv(const std::string& path) {
     Collector collector;
     const std::size_t parsed =
         csv_parse(&parser, text.data(), text.size(), Collector::OnCell, Collector::OnLineEnd, &collector);
-    if (parsed != text.size() || csv_fini(&parser, Collector::OnCell, Collector::OnLineEnd, &collector) != 0)
+    if (parsed != text.size() || csv_fini(&parser, Collector::OnCell, Collector::OnLineEnd, &collector) != 0) {
         throw std::runtime_error(path + " is no CSV");
+    }
     collector.rows.pop_back();
     return collector.rows;
 }
@@ -64,23 +66,26 @@ ScoreValue* MakeValue(const ScoreDictVar& field, const std::string* cell) {
 
 CaseFile::CaseFile(const std::string& path, std::set<std::string> missing) : fMissing(std::move(missing)) {
     fRows = ReadCsv(path);
-    if (fRows.empty())
+    if (fRows.empty()) {
         throw std::runtime_error(path + " has no header");
+    }
     fHeader = fRows.front();
     fRows.erase(fRows.begin());
 }
 
 const std::string* CaseFile::Cell(std::size_t row, const std::string& field) const {
     const auto column = static_cast<std::size_t>(std::find(fHeader.begin(), fHeader.end(), field) - fHeader.begin());
-    if (column >= fRows[row].size())
+    if (column >= fRows[row].size()) {
         return nullptr;
+    }
     const std::string& cell = fRows[row][column];
     return cell.empty() || fMissing.contains(cell) ? nullptr : &cell;
 }
 
 CaseRecord CaseFile::Record(std::size_t row, const ScoreDictionary& fields) const {
     CaseRecord record(fields.Size());
-    for (const std::string& name : fields.GetVarNames())
+    for (const std::string& name : fields.GetVarNames()) {
         record.Add(name, MakeValue(*fields.GetVar(name), Cell(row, name)));
+    }
     return record;
 }

@@ -23,8 +23,9 @@ constexpr XMLSize_t kMaxEntityExpansions = 1000;
 /// Reads the document's conditions. Nothing but the document itself is opened.
 void ReadDocument(const std::string& path, ConditionReader& reader) {
     std::ifstream in(path, std::ios::binary);
-    if (!in)
+    if (!in) {
         throw std::runtime_error("cannot open " + path);
+    }
     xercesc::SecurityManager security;
     security.setEntityExpansionLimit(kMaxEntityExpansions);
     xercesc::HandlerBase handler; // throws at the first fault

@@ -23,7 +23,7 @@ inline constexpr std::size_t kMaxParameters = 6;
 /// Throws a VTException with this message and a foreign one, which stands behind the catalogue's text.
 /// @param parameters one for each placeholder of the message, each a text or a view of one; they are cut at a NUL
 template <Message kMessage, typename... Parameters>
-requires MCVeltrane_900::FillsPlaceholders<kMessage, Parameters...>
+    requires MCVeltrane_900::FillsPlaceholders<kMessage, Parameters...>
 [[noreturn]] void RaiseWithDetail(std::string_view detail, const Parameters&... parameters) {
     static_assert(sizeof...(Parameters) <= kMaxParameters);
     const std::string_view values[] = {std::string_view(parameters)..., std::string_view()};
@@ -32,7 +32,7 @@ requires MCVeltrane_900::FillsPlaceholders<kMessage, Parameters...>
 
 /// The same without a foreign message.
 template <Message kMessage, typename... Parameters>
-requires MCVeltrane_900::FillsPlaceholders<kMessage, Parameters...>
+    requires MCVeltrane_900::FillsPlaceholders<kMessage, Parameters...>
 [[noreturn]] void Raise(const Parameters&... parameters) {
     RaiseWithDetail<kMessage>(std::string_view(), parameters...);
 }

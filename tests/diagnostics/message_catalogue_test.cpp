@@ -109,9 +109,7 @@ TEST(MessageCatalogue, PlaceholdersAreCountedAsTheFormaterCountsThem) {
 }
 
 template <Message kMessage, typename... Parameters>
-concept CanBeRaised = requires(Parameters... parameters) {
-    veltrane::diagnostics::Raise<kMessage>(parameters...);
-};
+concept CanBeRaised = requires(Parameters... parameters) { veltrane::diagnostics::Raise<kMessage>(parameters...); };
 
 TEST(MessageCatalogue, MessageWithAnotherNumberOfParametersDoesNotCompile) {
     EXPECT_TRUE((CanBeRaised<Message::NO_ROOT>));

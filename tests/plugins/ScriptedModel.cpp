@@ -42,8 +42,9 @@ public:
     explicit ScriptedModel(std::string fault) : fFault(std::move(fault)) {}
 
     bool SetOption(const std::string& name, const std::string& value) override {
-        if (name != "factor")
+        if (name != "factor") {
             return false;
+        }
         fFactor = NumericValue(value).GetDouble();
         return !NumericValue::IsSystemMissingValue(fFactor);
     }
@@ -51,23 +52,27 @@ public:
     std::vector<std::string> GetInputNames() const override { return {"x"}; }
 
     ScoreResult* CreateResult() const override {
-        if (fFault == "no result")
+        if (fFault == "no result") {
             return nullptr;
+        }
         return new NumberResult(fFault == "a lie" ? 0 : fFault == "no kind" ? 28 : 1);
     }
 
     MCScore::MCStatus Score(const ScoreCaseRecord* record, ScoreResult* result) override {
-        if (fFault == "throws at a case")
+        if (fFault == "throws at a case") {
             throw ForeignException();
+        }
         if (fFault == "no prediction") {
             result->SetResultValue(nullptr);
             return {};
         }
         const ScoreValue* x = record->Get("x");
-        if (!x || x->IsSystemMissingValue())
+        if (!x || x->IsSystemMissingValue()) {
             return HandleMissingValue(result);
-        if (x->GetDouble() < 0)
+        }
+        if (x->GetDouble() < 0) {
             return Refused();
+        }
         NumericValue predicted(fFactor * x->GetDouble());
         result->SetResultValue(&predicted);
         result->GetResultFields()->SetResultValue("Half", x->GetDouble() / 2);
@@ -102,17 +107,21 @@ public:
         xercesc::DOMElement* root = document->getDocumentElement();
         auto* element = static_cast<xercesc::DOMElement*>(GetChildByTagForced(root, "ScriptedModel"));
         const std::string fault = ToString(GetAttribute(element, "fault"));
-        if (fault == "no model")
+        if (fault == "no model") {
             return nullptr;
-        if (fault == "throws at the document")
+        }
+        if (fault == "throws at the document") {
             throw ForeignException();
+        }
         auto model = std::make_unique<ScriptedModel>(fault);
-        if (fault == "no dictionary")
+        if (fault == "no dictionary") {
             return model.release();
+        }
         model->SetScoreDictionary(ParseDictionary(GetChildByTagForced(root, "DataDictionary"), true));
         model->SetVarRole(ToString(GetAttribute(element, "target")), ScoreModel::ROLE_TARGET);
-        if (auto* results = ParseResultDictionary(element))
+        if (auto* results = ParseResultDictionary(element)) {
             model->SetResultScoreDictionary(results);
+        }
         return model.release();
     }
 };

@@ -37,10 +37,12 @@ TEST(StudentCumulative, OutsideItsDomainIsMissing) {
 }
 
 TEST(StudentCumulative, BothArrangementsMeetAtOne) {
-    for (const double df : {0.3, 2.0, 30.0, 1e5})
-        for (const double x : {1.0, -1.0})
+    for (const double df : {0.3, 2.0, 30.0, 1e5}) {
+        for (const double x : {1.0, -1.0}) {
             EXPECT_NEAR(MCDistFun::CdfT(std::nextafter(x, 0), df), MCDistFun::CdfT(std::nextafter(x, 2 * x), df),
                         1e-10);
+        }
+    }
 }
 
 TEST(StudentUpperTail, SpecialCases) {
@@ -70,8 +72,9 @@ TEST(StudentQuantile, SpecialCases) {
 }
 
 TEST(StudentQuantile, OutsideItsDomainIsMissing) {
-    for (const double p : {0.0, 1.0, -0.5, 2.0, kNaN})
+    for (const double p : {0.0, 1.0, -0.5, 2.0, kNaN}) {
         EXPECT_EQ(MCDistFun::IdfT(p, 5), kMissing) << p;
+    }
     EXPECT_EQ(MCDistFun::IdfT(0.3, 0), kMissing);
     EXPECT_EQ(MCDistFun::IdfT(0.3, -3), kMissing);
 }
@@ -89,9 +92,11 @@ TEST(FCumulative, SpecialCases) {
 }
 
 TEST(FCumulative, OneDegreeIsTheSquareOfAT) {
-    for (const double x : {0.3, 1.0, 4.0})
-        for (const double df : {1.0, 7.5, 3e8})
+    for (const double x : {0.3, 1.0, 4.0}) {
+        for (const double df : {1.0, 7.5, 3e8}) {
             EXPECT_NEAR(MCDistFun::CdfF(x, 1, df), 2 * MCDistFun::CdfT(std::sqrt(x), df) - 1, 1e-14);
+        }
+    }
 }
 
 TEST(FFunctions, OutsideTheirDomainAreMissing) {
@@ -103,8 +108,9 @@ TEST(FFunctions, OutsideTheirDomainAreMissing) {
         EXPECT_EQ(MCDistFun::IdfF(0.5, df, 3), kMissing) << df;
         EXPECT_EQ(MCDistFun::IdfF(0.5, 3, df), kMissing) << df;
     }
-    for (const double p : {-0.1, 1.0, kNaN})
+    for (const double p : {-0.1, 1.0, kNaN}) {
         EXPECT_EQ(MCDistFun::IdfF(p, 2, 3), kMissing) << p;
+    }
 }
 
 TEST(FQuantile, SpecialCases) {
@@ -139,9 +145,10 @@ TEST(ChiSquare, OutsideItsDomainIsMissing) {
 }
 
 TEST(ChiSquare, TheSeriesAndTheFractionMeet) {
-    for (const double df : {0.5, 3.0, 40.0, 2000.0})
+    for (const double df : {0.5, 3.0, 40.0, 2000.0}) {
         EXPECT_NEAR(MCDistFun::CdfChi(std::nextafter(df, 0), df), MCDistFun::CdfChi(std::nextafter(df, 2 * df), df),
                     1e-13);
+    }
 }
 
 TEST(ChiSquare, VeryFewDegreesLeaveLittleAboveASmallValue) {
@@ -288,10 +295,11 @@ TEST(StudentQuantile, HasItsDigitsInTheFarTailAndNearTheMedian) {
         EXPECT_NEAR(tail / p, 1, 1e-12) << p;
     }
     long code = 0;
-    for (const double distance : {0x1p-10, 0x1p-26, 0x1p-50})
+    for (const double distance : {0x1p-10, 0x1p-26, 0x1p-50}) {
         EXPECT_NEAR(MCDistFun::IdfT(0.5 + distance, 1e4) * MCDistFun::PdfT(0, 1e4, code) / distance, 1,
                     2 * distance * distance * std::numbers::pi + 1e-12)
             << distance;
+    }
 }
 
 // By the far tail of t, whose probability is exact where that of the near one is rounded to a quarter of its digits.

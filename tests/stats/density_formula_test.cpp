@@ -26,7 +26,7 @@ TEST(DensityFormula, Normal) {
 
 TEST(DensityFormula, Student) {
     long code = 0;
-    for (const double df : {0.1, 1.0, 2.5, 30.0, 1e4, 1e6})
+    for (const double df : {0.1, 1.0, 2.5, 30.0, 1e4, 1e6}) {
         for (const double x : {-20.0, -1.5, 0.0, 0.3, 4.0}) {
             const long double half = df / 2.0L;
             const long double size = std::lgamma(half + 0.5L);
@@ -35,41 +35,48 @@ TEST(DensityFormula, Student) {
             EXPECT_NEAR(static_cast<double>(MCDistFun::PdfT(x, df, code) / plain), 1, Tolerance(size) + 2e-13)
                 << x << ", " << df;
         }
+    }
 }
 
 TEST(DensityFormula, Gamma) {
-    for (const double shape : {0.01, 0.5, 1.0, 3.0, 40.0, 1e4})
-        for (const double rate : {0.1, 1.0, 7.0})
+    for (const double shape : {0.01, 0.5, 1.0, 3.0, 40.0, 1e4}) {
+        for (const double rate : {0.1, 1.0, 7.0}) {
             for (const double part : {0.5, 0.9, 1.0, 1.1, 2.0}) {
                 const double x = part * shape / rate;
                 const long double scaled = 1.0L * x * rate;
                 const long double size = shape == 1 ? 0 : std::lgamma(1.0L * shape);
                 const long double log =
                     std::log(1.0L * rate) - scaled + (shape == 1 ? 0 : (shape - 1) * std::log(scaled) - size);
-                if (log < -700)
+                if (log < -700) {
                     continue;
+                }
                 EXPECT_NEAR(static_cast<double>(MCDistFun::PdfGamma(x, shape, rate) / std::exp(log)), 1,
                             Tolerance(size) + 2e-13)
                     << x << ", " << shape << ", " << rate;
             }
+        }
+    }
 }
 
 TEST(DensityFormula, Binomial) {
     long code = 0;
-    for (const double n : {1.0, 12.0, 33.0, 34.0, 1e4})
-        for (const double prob : {1e-3, 0.25, 0.9})
+    for (const double n : {1.0, 12.0, 33.0, 34.0, 1e4}) {
+        for (const double prob : {1e-3, 0.25, 0.9}) {
             for (const double part : {0.0, 0.1, 0.5, 0.9, 1.0}) {
                 const long double x = std::floor(n * part);
                 const long double size = std::lgamma(n + 1.0L);
                 const long double log = size - std::lgamma(x + 1) - std::lgamma(n - x + 1) + x * std::log(1.0L * prob) +
                                         (n - x) * std::log1p(-1.0L * prob);
-                if (log < -700)
+                if (log < -700) {
                     continue;
+                }
                 EXPECT_NEAR(
                     static_cast<double>(MCDistFun::PdfBin(static_cast<double>(x), n, prob, code) / std::exp(log)), 1,
                     Tolerance(size) + 4e-13)
                     << n << ", " << prob << ", " << part;
             }
+        }
+    }
 }
 
 TEST(DensityFormula, AreFiniteOrMissingForTheLargestArguments) {

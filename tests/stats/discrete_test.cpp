@@ -29,10 +29,11 @@ void Expect(Function function, const CodeCase& c) {
     long code = 77;
     const double result = function(c.x, c.n, c.prob, code);
     EXPECT_EQ(code, c.code);
-    if (c.result == kMissing || c.result == 0)
+    if (c.result == kMissing || c.result == 0) {
         EXPECT_EQ(result, c.result);
-    else
+    } else {
         EXPECT_NEAR(result, c.result, 1e-14 * std::fabs(c.result));
+    }
 }
 
 std::string RowName(const testing::TestParamInfo<CodeCase>& info) {
@@ -216,8 +217,9 @@ TEST(HypergeometricCumulative, TheTwoMethodsAgree) {
     for (double x = 900; x <= 1100; x += 10) {
         const double below = MCDistFun::CDFHyper(x, 10000, 4000, 2500, code);
         double sum = 0;
-        for (int k = 0; k <= static_cast<int>(x); ++k)
+        for (int k = 0; k <= static_cast<int>(x); ++k) {
             sum += MCDistFun::PdfHyper(k, 10000, 4000, 2500);
+        }
         EXPECT_NEAR(below, sum, 1e-13) << x;
     }
 }

@@ -15,7 +15,7 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 const double kMissing = MCMV::Missing();
 
 TEST(NonCentral, WithoutNonCentralityIsCentral) {
-    for (const double x : {0.1, 1.0, 7.5, 40.0})
+    for (const double x : {0.1, 1.0, 7.5, 40.0}) {
         for (const double df : {0.5, 3.0, 20.0}) {
             EXPECT_EQ(MCDistFun::NonCentralCdfChi(x, df, 0), MCDistFun::CdfChi(x, df));
             EXPECT_NEAR(MCDistFun::NonCentralCdfF(x, df, 7, 0, 1e-12), MCDistFun::CdfF(x, df, 7), 1e-15);
@@ -24,6 +24,7 @@ TEST(NonCentral, WithoutNonCentralityIsCentral) {
             EXPECT_EQ(MCDistFun::NonCentralPdfT(x, df, 0, code), MCDistFun::PdfT(x, df, centralCode));
             EXPECT_EQ(code, 0);
         }
+    }
 }
 
 TEST(NonCentralChiSquare, SpecialCases) {
@@ -68,16 +69,19 @@ TEST(NonCentralT, SpecialCases) {
     EXPECT_EQ(MCDistFun::NonCentralCdfT(1.4e154, 5, 1.5), 1);
     EXPECT_EQ(MCDistFun::NonCentralCdfT(-1.4e154, 5, 1.5), 0);
     EXPECT_EQ(MCDistFun::NonCentralCdfT(kInfinity, 5, 1.5), 1);
-    for (const double bad : {0.0, -1.0, kNaN})
+    for (const double bad : {0.0, -1.0, kNaN}) {
         EXPECT_EQ(MCDistFun::NonCentralCdfT(1, bad, 1.5), kMissing) << bad;
+    }
     EXPECT_EQ(MCDistFun::NonCentralCdfT(kNaN, 5, 1.5), kMissing);
     EXPECT_EQ(MCDistFun::NonCentralCdfT(1, 5, kInfinity), kMissing);
 }
 
 TEST(NonCentralT, ANegativeXIsTheMirrorImage) {
-    for (const double x : {0.3, 2.0, 5.0})
-        for (const double ncp : {-2.0, 1.5})
+    for (const double x : {0.3, 2.0, 5.0}) {
+        for (const double ncp : {-2.0, 1.5}) {
             EXPECT_NEAR(MCDistFun::NonCentralCdfT(-x, 8, ncp), 1 - MCDistFun::NonCentralCdfT(x, 8, -ncp), 1e-15);
+        }
+    }
 }
 
 TEST(NonCentralT, NotConvergingIsMissing) {

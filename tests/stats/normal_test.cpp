@@ -87,8 +87,9 @@ TEST(LogGamma, IsExactAtItsZerosAndAtHalf) {
 }
 
 TEST(LogGamma, OutsideItsDomainIsMissing) {
-    for (const double x : {0.0, -0.5, -1.5, -kInfinity, kNaN, kInfinity, 1e308})
+    for (const double x : {0.0, -0.5, -1.5, -kInfinity, kNaN, kInfinity, 1e308}) {
         EXPECT_EQ(MCDistFun::korddnlgam(x), kMissing) << x;
+    }
 }
 
 } // namespace

@@ -13,8 +13,9 @@ using veltrane::tests::GoldenPoint;
 
 std::vector<double> Evaluate(const GoldenFunction& function, const std::vector<GoldenPoint>& points) {
     std::vector<double> results;
-    for (const GoldenPoint& point : points)
+    for (const GoldenPoint& point : points) {
         results.push_back(function.evaluate(point.arguments));
+    }
     return results;
 }
 
@@ -24,12 +25,15 @@ TEST(DistributionFunctionsThreads, GiveTheSameResultsSideBySide) {
         const std::vector<double> alone = Evaluate(function, points);
         std::vector<std::vector<double>> together(4);
         std::vector<std::thread> threads;
-        for (std::vector<double>& results : together)
+        for (std::vector<double>& results : together) {
             threads.emplace_back([&] { results = Evaluate(function, points); });
-        for (std::thread& thread : threads)
+        }
+        for (std::thread& thread : threads) {
             thread.join();
-        for (const std::vector<double>& results : together)
+        }
+        for (const std::vector<double>& results : together) {
             EXPECT_EQ(results, alone) << function.name;
+        }
     }
 }
 

@@ -25,15 +25,17 @@ using MCCommon_900::MCMV;
 std::vector<std::string> Fields(const std::string& line, char separator) {
     std::vector<std::string> fields;
     std::istringstream in(line);
-    for (std::string field; std::getline(in, field, separator);)
+    for (std::string field; std::getline(in, field, separator);) {
         fields.push_back(field);
+    }
     return fields;
 }
 
 std::ifstream Open(const std::string& path) {
     std::ifstream in(path);
-    if (!in)
+    if (!in) {
         throw std::runtime_error("cannot read " + path);
+    }
     return in;
 }
 
@@ -45,21 +47,26 @@ GoldenRegion::Measure MeasureOf(const std::string& word) {
 
 long double LargestArgument(const GoldenPoint& point) {
     double largest = 0;
-    for (const double argument : point.arguments)
-        if (!MCMV::IsMissing(argument))
+    for (const double argument : point.arguments) {
+        if (!MCMV::IsMissing(argument)) {
             largest = std::max(largest, std::fabs(argument));
+        }
+    }
     return largest;
 }
 
 double ErrorOf(double result, const GoldenPoint& point, GoldenRegion::Measure measure) {
     constexpr double kWrong = std::numeric_limits<double>::infinity();
-    if (point.missing || MCMV::IsMissing(result))
+    if (point.missing || MCMV::IsMissing(result)) {
         return point.missing == MCMV::IsMissing(result) ? 0 : kWrong;
-    if (result == point.expected || (std::isnan(result) && std::isnan(point.expected)))
+    }
+    if (result == point.expected || (std::isnan(result) && std::isnan(point.expected))) {
         return 0;
+    }
     const long double error = std::fabs(static_cast<long double>(result) - point.expected);
-    if (std::isnan(error))
+    if (std::isnan(error)) {
         return kWrong;
+    }
     switch (measure) {
     case GoldenRegion::ABSOLUTE:
         return static_cast<double>(error);
@@ -74,13 +81,15 @@ std::string Describe(const GoldenPoint& point, double result) {
     std::ostringstream out;
     out.precision(17);
     out << "line " << point.line << ", at";
-    for (const double argument : point.arguments)
+    for (const double argument : point.arguments) {
         out << " " << argument;
+    }
     out << ": " << result << " instead of ";
-    if (point.missing)
+    if (point.missing) {
         out << "missing";
-    else
+    } else {
         out << point.expected;
+    }
     return out.str();
 }
 
@@ -95,8 +104,9 @@ std::string TablesFolder() {
 GoldenFolder::GoldenFolder(const std::string& folder) : fFolder(TablesFolder() + "/" + folder + "/") {
     std::ifstream in = Open(TestsFolder() + "/" + folder + "/regions.txt");
     for (std::string line; std::getline(in, line);) {
-        if (line.empty() || line.front() == '#')
+        if (line.empty() || line.front() == '#') {
             continue;
+        }
         const std::vector<std::string> fields = Fields(line, '|');
         fRegions.push_back({fields.at(0), fields.at(1), MeasureOf(fields.at(2)), std::stod(fields.at(3)),
                             fields.size() > 4 ? fields[4] : ""});
@@ -110,10 +120,12 @@ std::vector<GoldenPoint> GoldenFolder::Points(const std::string& table) const {
     for (std::string line; std::getline(in, line);) {
         const std::vector<std::string> fields = Fields(line, '\t');
         GoldenPoint point{fields.front(), {}, fields.back() == "missing", 0, ++number};
-        for (std::size_t i = 1; i + 1 < fields.size(); ++i)
+        for (std::size_t i = 1; i + 1 < fields.size(); ++i) {
             point.arguments.push_back(std::strtod(fields[i].c_str(), nullptr));
-        if (!point.missing)
+        }
+        if (!point.missing) {
             point.expected = std::strtold(fields.back().c_str(), nullptr);
+        }
         points.push_back(point);
     }
     return points;
@@ -134,8 +146,9 @@ void GoldenFolder::ExpectWithinTolerances(const std::string& function, const std
         int count = 0;
         std::string worst;
         for (const GoldenPoint& point : points) {
-            if (point.region != region.region)
+            if (point.region != region.region) {
                 continue;
+            }
             ++count;
             const double result = evaluate(point.arguments);
             const double error = ErrorOf(result, point, region.measure);
@@ -156,10 +169,12 @@ void GoldenFolder::ExpectComplete(const std::string& function, const std::string
     const std::vector<GoldenPoint> points = Points(table);
     EXPECT_GE(points.size(), 200U);
     std::set<std::string> inTable, listed;
-    for (const GoldenPoint& point : points)
+    for (const GoldenPoint& point : points) {
         inTable.insert(point.region);
-    for (const GoldenRegion& region : RegionsOf(function))
+    }
+    for (const GoldenRegion& region : RegionsOf(function)) {
         listed.insert(region.region);
+    }
     EXPECT_EQ(inTable, listed);
 }
 

@@ -27,8 +27,9 @@ using namespace veltrane::host;
 /// is opened later must not get such a number, or messages would be written into it.
 void ReserveStandardFiles() {
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        if (::fcntl(descriptor, F_GETFD) == -1)
+        if (::fcntl(descriptor, F_GETFD) == -1) {
             ::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+        }
     }
 }
 
@@ -60,8 +61,9 @@ int Run(const Request& request) {
         Complain(ToldText(error));
     } catch (const ExplainedFailure& failure) {
         Complain(failure.what());
-        if (!failure.Explanation().empty())
+        if (!failure.Explanation().empty()) {
             Complain(failure.Explanation());
+        }
     } catch (const ToldFailure&) {
     } catch (const UsageFailure& failure) {
         Complain(failure.what());

@@ -22,7 +22,7 @@ inline const char* Bytes(const char* text) {
 /// Throws the one exception of the library with one message of its catalogue.
 /// @param parameters one for each placeholder of the message, as std::string or const char*
 template <Message kMessage, typename... Parameters>
-requires MCVeltrane_900::FillsPlaceholders<kMessage, Parameters...>
+    requires MCVeltrane_900::FillsPlaceholders<kMessage, Parameters...>
 [[noreturn]] void Raise(const Parameters&... parameters) {
     MCVeltrane_900::VTException failure;
     failure.PutErrorMessage(static_cast<int>(kMessage), detail::Bytes(parameters)...);

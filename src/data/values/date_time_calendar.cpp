@@ -73,8 +73,9 @@ long long DateTimeValue::DaysBetweenYear(long long from, long long to) {
 
 void DateTimeValue::ExtractTime(double seconds, long long& hour, long long& minute, long long& second) {
     long long rest = veltrane::platform::TruncateToInt64(seconds) % kSecondsPerDay;
-    if (rest < 0)
+    if (rest < 0) {
         rest += kSecondsPerDay;
+    }
     hour = rest / 3600;
     minute = (rest - hour * 3600) / 60;
     second = rest - (hour * 60 + minute) * 60;

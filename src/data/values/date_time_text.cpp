@@ -41,42 +41,54 @@ struct NumberShape {
 };
 
 bool ExponentFits(const NumberShape& shape, const Occurrence& mark) {
-    if (mark.first == 0 || mark.first == shape.size - 1)
+    if (mark.first == 0 || mark.first == shape.size - 1) {
         return false;
+    }
     return mark.first < 0 || mark.first == mark.last;
 }
 
 bool SignFits(const NumberShape& shape, const Occurrence& sign) {
-    if (!shape.HasExponent() && sign.first != -1 && (sign.first != 0 || sign.last != 0))
+    if (!shape.HasExponent() && sign.first != -1 && (sign.first != 0 || sign.last != 0)) {
         return false;
-    if (sign.last == shape.size - 1)
+    }
+    if (sign.last == shape.size - 1) {
         return false;
+    }
     return sign.last <= 0 || sign.last == shape.lower.first + 1 || sign.last == shape.upper.first + 1;
 }
 
 bool PointFits(const NumberShape& shape) {
-    if (shape.point.first != shape.point.last || shape.point.last == shape.size - 1)
+    if (shape.point.first != shape.point.last || shape.point.last == shape.size - 1) {
         return false;
-    for (const int exponent : {shape.lower.first, shape.upper.first})
-        if (exponent > 0 && (shape.point.last > exponent || shape.point.last == exponent - 1))
+    }
+    for (const int exponent : {shape.lower.first, shape.upper.first}) {
+        if (exponent > 0 && (shape.point.last > exponent || shape.point.last == exponent - 1)) {
             return false;
+        }
+    }
     return true;
 }
 
 bool IsPlainNumber(std::string_view text) {
-    if (text.empty())
+    if (text.empty()) {
         return false;
+    }
     const NumberShape shape(text);
-    if (!ExponentFits(shape, shape.lower) || !ExponentFits(shape, shape.upper))
+    if (!ExponentFits(shape, shape.lower) || !ExponentFits(shape, shape.upper)) {
         return false;
-    if (shape.upper.first > 0 && shape.lower.first > 0)
+    }
+    if (shape.upper.first > 0 && shape.lower.first > 0) {
         return false;
-    if (!SignFits(shape, shape.minus) || !SignFits(shape, shape.plus))
+    }
+    if (!SignFits(shape, shape.minus) || !SignFits(shape, shape.plus)) {
         return false;
-    if (!shape.HasExponent() && shape.minus.first != -1 && shape.plus.first != -1)
+    }
+    if (!shape.HasExponent() && shape.minus.first != -1 && shape.plus.first != -1) {
         return false;
-    if (!PointFits(shape))
+    }
+    if (!PointFits(shape)) {
         return false;
+    }
     return std::all_of(text.begin(), text.end(), [](char c) {
         return IsDigit(c) || std::string_view(".eE-+").find(c) != std::string_view::npos;
     });
@@ -88,11 +100,12 @@ struct Triple {
 
     /// Stores a number in the first part that is still unread; a number too many is dropped.
     void Store(long long number) {
-        for (long long& place : part)
+        for (long long& place : part) {
             if (place < 0) {
                 place = number;
                 return;
             }
+        }
     }
 };
 
@@ -100,8 +113,9 @@ struct Triple {
 
 std::string_view DateTimeValue::TrimString(std::string_view text, char blank) {
     const Position first = text.find_first_not_of(blank);
-    if (first == std::string_view::npos)
+    if (first == std::string_view::npos) {
         return text;
+    }
     return text.substr(first, text.find_last_not_of(blank) - first + 1);
 }
 
@@ -136,8 +150,9 @@ bool DateTimeValue::ParseTime(std::string_view text, long long& hour, long long&
 
 bool DateTimeValue::ParseDateTime(std::string_view text, long long& year, long long& month, long long& day,
                                   long long& hour, long long& minute, long long& second) {
-    if (text.empty())
+    if (text.empty()) {
         return true;
+    }
     year = month = day = hour = minute = second = 0;
     const Position split = text.find('T');
     return split != std::string_view::npos && ParseDate(text.substr(0, split), year, month, day) &&
@@ -145,8 +160,9 @@ bool DateTimeValue::ParseDateTime(std::string_view text, long long& year, long l
 }
 
 bool DateTimeValue::ParseDouble(const std::string& text, double& out) {
-    if (!IsPlainNumber(text))
+    if (!IsPlainNumber(text)) {
         return false;
+    }
     out = NumericValue(text).GetDouble();
     return true;
 }

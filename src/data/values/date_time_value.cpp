@@ -102,8 +102,9 @@ void DateTimeValue::SetValue(const ScoreValue* other) {
     const bool readable = other != nullptr && (other->GetType() == NUMERIC_VALUE || other->GetType() == DATETIME_VALUE);
     SetDoubleValue(readable ? other->GetDouble() : GetSysmisValue());
     const DateTimeValue* dateTime = readable ? FindDateTime(*other) : nullptr;
-    if (dateTime != nullptr)
+    if (dateTime != nullptr) {
         fDateTimeValType = dateTime->GetDateTimeType();
+    }
 }
 
 ScoreValue* DateTimeValue::GetValue() const {
@@ -135,8 +136,9 @@ double DateTimeValue::GetDouble() const {
 // of a date-time is GetNumericString().
 std::string DateTimeValue::GetString() const {
     const double seconds = NumericValue::GetDouble();
-    if (!(seconds <= GetSysmisValue()))
+    if (!(seconds <= GetSysmisValue())) {
         return "Undefined";
+    }
     switch (fDateTimeValType) {
     case VAL_DATE:
         return DateText(seconds);
@@ -172,16 +174,18 @@ void DateTimeValue::SetDateTimeValue(double value, ScoreDictVar::DateTimeType ty
 
 double DateTimeValue::GetDoubleValue(ScoreDictVar::DateTimeType type) const {
     const StorageType* storage = FindStorageType(type);
-    if (storage == nullptr || NumericValue::IsSystemMissingValue())
+    if (storage == nullptr || NumericValue::IsSystemMissingValue()) {
         return GetSysmisValue();
+    }
     const double number = NumericValue::GetDouble() / storage->unit;
     return storage->epoch == 0 ? number : number + storage->epoch;
 }
 
 std::string DateTimeValue::GetNumericString() const {
     const double seconds = NumericValue::GetDouble();
-    if (GetSysmisValue() >= seconds)
+    if (GetSysmisValue() >= seconds) {
         return "Undefined";
+    }
     return veltrane::data::StreamFixedText(seconds);
 }
 
@@ -251,10 +255,11 @@ DateTimeValue::DateTimeValType DateTimeValue::GetValType(ScoreDictVar::DateTimeT
 
 void DateTimeValue::FromNumeric(double value, ScoreDictVar::DateTimeType type) {
     const StorageType* storage = FindStorageType(type);
-    if (storage == nullptr || value == GetSysmisValue())
+    if (storage == nullptr || value == GetSysmisValue()) {
         SetDoubleValue(GetSysmisValue());
-    else
+    } else {
         SetDoubleValue((value - storage->epoch) * storage->unit);
+    }
 }
 
 void DateTimeValue::FromString(const std::string& text, ScoreDictVar::DateTimeType type) {
@@ -262,17 +267,20 @@ void DateTimeValue::FromString(const std::string& text, ScoreDictVar::DateTimeTy
     long long year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
     switch (type) {
     case ScoreDictVar::DT_DATE:
-        if (ParseDate(text, year, month, day))
+        if (ParseDate(text, year, month, day)) {
             SetDoubleValue(static_cast<double>(DaysWithDay(year, month, day) * 86400 - 86400));
+        }
         break;
     case ScoreDictVar::DT_TIME:
-        if (ParseTime(text, hour, minute, second))
+        if (ParseTime(text, hour, minute, second)) {
             SetDoubleValue(static_cast<double>((hour * 60 + minute) * 60 + second));
+        }
         break;
     case ScoreDictVar::DT_DATETIME:
-        if (ParseDateTime(text, year, month, day, hour, minute, second))
+        if (ParseDateTime(text, year, month, day, hour, minute, second)) {
             SetDoubleValue(
                 static_cast<double>(((DaysWithDay(year, month, day) * 24 - 24 + hour) * 60 + minute) * 60 + second));
+        }
         break;
     default:
         NumericValue::FromString(text);

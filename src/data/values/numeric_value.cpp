@@ -28,14 +28,16 @@ NumericValue::NumericValue(const NumericValue& other) : fValue(other.fValue) {}
 NumericValue::~NumericValue() = default;
 
 NumericValue& NumericValue::operator=(const NumericValue& other) {
-    if (this != &other)
+    if (this != &other) {
         SetDoubleValue(other.fValue);
+    }
     return *this;
 }
 
 void NumericValue::SetValue(const ScoreValue* other) {
-    if (other->GetType() == NUMERIC_VALUE)
+    if (other->GetType() == NUMERIC_VALUE) {
         SetDoubleValue(other->GetDouble());
+    }
 }
 
 ScoreValue* NumericValue::GetValue() const {
@@ -54,29 +56,33 @@ bool NumericValue::Equal(const ScoreValue*, bool, bool) const {
 }
 
 bool NumericValue::operator>(const ScoreValue& rhs) const {
-    if (IsSystemMissingValue() || rhs.IsSystemMissingValue())
+    if (IsSystemMissingValue() || rhs.IsSystemMissingValue()) {
         return false;
+    }
     const double difference = fValue - rhs.GetDouble();
     return !AlmostNoDifference(difference) && !(0 > difference);
 }
 
 bool NumericValue::operator<(const ScoreValue& rhs) const {
-    if (IsSystemMissingValue() || rhs.IsSystemMissingValue())
+    if (IsSystemMissingValue() || rhs.IsSystemMissingValue()) {
         return false;
+    }
     const double difference = fValue - rhs.GetDouble();
     return !AlmostNoDifference(difference) && 0 > difference;
 }
 
 bool NumericValue::operator<=(const ScoreValue& rhs) const {
-    if (IsSystemMissingValue() || rhs.IsSystemMissingValue())
+    if (IsSystemMissingValue() || rhs.IsSystemMissingValue()) {
         return false;
+    }
     const double difference = fValue - rhs.GetDouble();
     return AlmostNoDifference(difference) || 0 > difference;
 }
 
 bool NumericValue::operator>=(const ScoreValue& rhs) const {
-    if (IsSystemMissingValue() || rhs.IsSystemMissingValue())
+    if (IsSystemMissingValue() || rhs.IsSystemMissingValue()) {
         return false;
+    }
     const double difference = fValue - rhs.GetDouble();
     return AlmostNoDifference(difference) || !(0 > difference);
 }
@@ -119,14 +125,16 @@ bool NumericValue::IsEqual(double a, double b) {
 void NumericValue::FromString(const std::string& text) {
     fValue = gSysmisValue;
     fChanges.Note();
-    if (text.empty())
+    if (text.empty()) {
         return;
+    }
     const bool readable = veltrane::data::ReadStreamDouble(text, fValue);
     // The C library reads more than a stream does and has the first word on infinity: what overflows upward, infinity
     // by name, and a hexadecimal number, of which a stream reads the 0 before the x.
     const bool couldBeInfinite = !readable || (fValue == 0 && text.find_first_of("xX") != std::string::npos);
-    if (couldBeInfinite && veltrane::platform::ReadDouble(text.c_str()) == gInfinity)
+    if (couldBeInfinite && veltrane::platform::ReadDouble(text.c_str()) == gInfinity) {
         fValue = gInfinity;
+    }
 }
 
 } // namespace MCVeltrane_900

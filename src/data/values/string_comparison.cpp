@@ -35,68 +35,82 @@ bool StrictOrder(std::string_view left, std::string_view right, Compare compare)
 /// blanks.
 template <class Compare>
 bool InclusiveOrder(std::string_view left, std::string_view right, Compare compare) {
-    if (EndsInBlank(left) && !EndsInBlank(right))
+    if (EndsInBlank(left) && !EndsInBlank(right)) {
         return Trimmed(left) == right;
+    }
     return compare(Trimmed(left), Trimmed(right));
 }
 
 } // namespace
 
 bool StringValue::operator==(const ScoreValue& rhs) const {
-    if (rhs.GetType() != STRING_VALUE)
+    if (rhs.GetType() != STRING_VALUE) {
         return false;
+    }
     const ValueText other(rhs);
     return Trimmed(fText) == Trimmed(other.View());
 }
 
 bool StringValue::Equal(const ScoreValue* other, bool noSpaceTrim, bool emptyStringOK) const {
-    if (other == nullptr || other->GetType() != STRING_VALUE)
+    if (other == nullptr || other->GetType() != STRING_VALUE) {
         return false;
+    }
     const ValueText otherText(*other);
     const std::string_view text = fText;
     const std::string_view otherView = otherText.View();
-    if (text == otherView)
+    if (text == otherView) {
         return true;
-    if (noSpaceTrim || Trimmed(text) != Trimmed(otherView))
+    }
+    if (noSpaceTrim || Trimmed(text) != Trimmed(otherView)) {
         return false;
-    if (!IsAllBlank(text) || !emptyStringOK)
+    }
+    if (!IsAllBlank(text) || !emptyStringOK) {
         return true;
+    }
     return text.empty() == otherView.empty();
 }
 
 bool StringValue::operator>(const ScoreValue& rhs) const {
-    if (rhs.GetType() != STRING_VALUE)
+    if (rhs.GetType() != STRING_VALUE) {
         return false;
+    }
     const ValueText other(rhs);
-    if (IsAllBlank(other.View()))
+    if (IsAllBlank(other.View())) {
         return !IsAllBlank(fText);
+    }
     return !IsAllBlank(fText) && StrictOrder(fText, other.View(), std::greater<>());
 }
 
 bool StringValue::operator<(const ScoreValue& rhs) const {
-    if (rhs.GetType() != STRING_VALUE)
+    if (rhs.GetType() != STRING_VALUE) {
         return false;
+    }
     const ValueText other(rhs);
-    if (IsAllBlank(other.View()))
+    if (IsAllBlank(other.View())) {
         return !IsAllBlank(fText);
+    }
     return !IsAllBlank(fText) && StrictOrder(fText, other.View(), std::less<>());
 }
 
 bool StringValue::operator<=(const ScoreValue& rhs) const {
-    if (rhs.GetType() != STRING_VALUE)
+    if (rhs.GetType() != STRING_VALUE) {
         return false;
+    }
     const ValueText other(rhs);
-    if (IsAllBlank(other.View()))
+    if (IsAllBlank(other.View())) {
         return IsAllBlank(fText);
+    }
     return IsAllBlank(fText) || InclusiveOrder(fText, other.View(), std::less_equal<>());
 }
 
 bool StringValue::operator>=(const ScoreValue& rhs) const {
-    if (rhs.GetType() != STRING_VALUE)
+    if (rhs.GetType() != STRING_VALUE) {
         return false;
+    }
     const ValueText other(rhs);
-    if (IsAllBlank(other.View()))
+    if (IsAllBlank(other.View())) {
         return true;
+    }
     return !IsAllBlank(fText) && InclusiveOrder(fText, other.View(), std::greater_equal<>());
 }
 

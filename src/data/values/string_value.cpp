@@ -49,10 +49,11 @@ StringValue& StringValue::operator=(const StringValue& other) {
 }
 
 void StringValue::SetValue(const ScoreValue* other) {
-    if (other->GetType() == STRING_VALUE)
+    if (other->GetType() == STRING_VALUE) {
         fText = other->GetString();
-    else
+    } else {
         fText.clear();
+    }
     fChanges.Note();
 }
 

@@ -73,11 +73,13 @@ public:
     bool IsComputable() const { return std::isfinite(fLogBeta); }
 
     bool Solve(BetaQuantile& quantile) {
-        if (SolveAtAnEnd(quantile))
+        if (SolveAtAnEnd(quantile)) {
             return true;
+        }
         double step = 0;
-        if (!Improve(Start(), quantile, step))
+        if (!Improve(Start(), quantile, step)) {
             return false;
+        }
         return std::fabs(step) * quantile.x * quantile.y <= std::sqrt(kSquareTolerance) || Iterate(quantile);
     }
 
@@ -99,8 +101,9 @@ private:
 bool LowerTail::SolveAtAnEnd(BetaQuantile& quantile) const {
     const double logOfX = LeadingLogit();
     const double logOfY = (std::log1p(-fP) + LogScaledBeta(fB, fA)) / fB;
-    if (logOfX >= kLogOfEnd && logOfY >= kLogOfEnd)
+    if (logOfX >= kLogOfEnd && logOfY >= kLogOfEnd) {
         return false;
+    }
     quantile = AtLogit(logOfX < kLogOfEnd ? logOfX : -logOfY);
     return true;
 }
@@ -126,8 +129,9 @@ double LowerTail::ChiSquareStart(double deviate) const {
         return exponent > kMaxExponent ? mean : 1 - std::exp(exponent);
     }
     const double ratio = (4 * fA + 2 * fB - 2) / chiSquare;
-    if (ratio > 1)
+    if (ratio > 1) {
         return 1 - 2 / (ratio + 1);
+    }
     const double exponent = (std::log(fA * fP) + fLogBeta) / fA;
     return exponent > kMaxExponent ? mean : std::exp(exponent);
 }
@@ -135,8 +139,9 @@ double LowerTail::ChiSquareStart(double deviate) const {
 /// ln(x / y) of the start: of the leading term of the ratio where that is small, else of one of the two above.
 double LowerTail::Start() const {
     const double leading = LeadingLogit();
-    if (leading < std::log(kSmallestStart / (1 + fB)))
+    if (leading < std::log(kSmallestStart / (1 + fB))) {
         return leading;
+    }
     const double deviate = -MCDistFun::IdfStdNorm(fP);
     const double start = fA > 1 && fB > 1 ? CarterStart(deviate) : ChiSquareStart(deviate);
     const double x = std::isnan(start) ? fA / (fA + fB) : std::clamp(start, kSmallestStart, kLargestStart);
@@ -152,8 +157,9 @@ bool LowerTail::Improve(double logit, BetaQuantile& quantile, double& step) {
         CountStep();
         quantile = AtLogit(logit);
         const double logRatio = LogBetaRatio(quantile.x, quantile.y, fA, fB, fRatioRounds);
-        if (std::isnan(logRatio))
+        if (std::isnan(logRatio)) {
             return false;
+        }
         const double excess = logRatio - fLogP;
         (excess < 0 ? lower : upper) = logit;
         const double logDensity =
@@ -162,11 +168,13 @@ bool LowerTail::Improve(double logit, BetaQuantile& quantile, double& step) {
         const double bend = fA * quantile.y - fB * quantile.x - slope;
         step = -excess / slope / std::clamp(1 - excess * bend / (2 * slope), 0.5, 2.0);
         const bool isRounding = std::fabs(step) >= previous / 2 && previous < kSmallestStart;
-        if (isRounding || std::fabs(step) <= kNoStep * std::max(1.0, std::fabs(logit)))
+        if (isRounding || std::fabs(step) <= kNoStep * std::max(1.0, std::fabs(logit))) {
             return true;
+        }
         double next = logit + step;
-        if (!(next > lower && next < upper))
+        if (!(next > lower && next < upper)) {
             next = (lower + upper) / 2;
+        }
         previous = std::fabs(step);
         logit = next;
     }
@@ -184,10 +192,12 @@ Step ShortenedStep(double x, double newton, double previousSquare) {
         CountStep();
         const double step = scale * newton;
         const double to = std::min(x - step, kInPlaceOfOne);
-        if (step * step < previousSquare && to >= kPrecision && x - step <= 1)
+        if (step * step < previousSquare && to >= kPrecision && x - step <= 1) {
             return {step * step, to};
-        if (!(std::fabs(step) >= kPrecision))
+        }
+        if (!(std::fabs(step) >= kPrecision)) {
             return {step * step, x};
+        }
     }
 }
 
@@ -197,22 +207,25 @@ bool LowerTail::Iterate(BetaQuantile& quantile) {
     double previousNewton = 0, square = 1, previousSquare = 1;
     for (int round = 0; round < kMaxRounds && fRatioRounds < kMaxRatioRounds; ++round) {
         const double ratio = std::exp(LogBetaRatio(x, 1 - x, fA, fB, fRatioRounds));
-        if (std::isnan(ratio))
+        if (std::isnan(ratio)) {
             return false;
+        }
         const double exponent = fLogBeta + (1 - fA) * std::log(x) + (1 - fB) * std::log1p(-x);
         if (!(exponent <= kMaxExponent)) {
             x = fA / (fA + fB);
             break;
         }
         const double newton = (ratio - fP) * std::exp(exponent);
-        if (newton * previousNewton <= 0)
+        if (newton * previousNewton <= 0) {
             previousSquare = std::max(square, kSquareTolerance * kSquareTolerance);
+        }
         const Step step = ShortenedStep(x, newton, previousSquare);
         const bool isEnd = previousSquare <= kSquareTolerance || newton * newton <= kSquareTolerance ||
                            std::fabs(step.to - x) < kPrecision;
         x = step.to;
-        if (isEnd)
+        if (isEnd) {
             break;
+        }
         square = step.square;
         previousNewton = newton;
     }
@@ -262,10 +275,12 @@ bool SolveBeta(double p, double a, double b, BetaQuantile& quantile) {
     }
     const bool isLower = p <= 0.5;
     LowerTail tail = isLower ? LowerTail(p, a, b) : LowerTail(1 - p, b, a);
-    if (!tail.IsComputable() || !tail.Solve(quantile))
+    if (!tail.IsComputable() || !tail.Solve(quantile)) {
         return false;
-    if (!isLower)
+    }
+    if (!isLower) {
         quantile = Mirrored(quantile);
+    }
     return true;
 }
 
@@ -281,10 +296,12 @@ constexpr double kFailure = -1.0;
 } // namespace
 
 double MCDistFun::betinv(double p, double a, double b) {
-    if (p == 0 || p == 1)
+    if (p == 0 || p == 1) {
         return p;
-    if (!(a > 0 && b > 0 && p > 0 && p < 1))
+    }
+    if (!(a > 0 && b > 0 && p > 0 && p < 1)) {
         return kFailure;
+    }
     veltrane::stats::BetaQuantile quantile;
     return veltrane::stats::SolveBeta(p, a, b, quantile) ? quantile.x : kFailure;
 }

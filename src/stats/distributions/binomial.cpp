@@ -60,8 +60,9 @@ double SumOverLast(double x, double n, double prob) {
     for (double k = x; k > 0; --k) {
         CountStep();
         term *= k / (n - k + 1) * odds;
-        if (sum + term == sum)
+        if (sum + term == sum) {
             break;
+        }
         sum += term;
     }
     return sum;
@@ -78,8 +79,9 @@ double SumOverFirst(double x, double n, double prob) {
     for (double k = x + 1; k <= n; ++k) {
         CountStep();
         term *= (n - k + 1) / k * odds;
-        if (sum + term == sum)
+        if (sum + term == sum) {
             break;
+        }
         sum += term;
     }
     return sum;
@@ -90,8 +92,9 @@ double NormalLowerTail(double x, double n, double prob) {
     const double q = 1 - prob;
     const double distance =
         x + 2.0 / 3 - (n + 1.0 / 3) * prob + (q / (x + 1) - prob / (n - x) + (q - 0.5) / (n + 1)) / 50;
-    if (distance == 0)
+    if (distance == 0) {
         return 0.5;
+    }
     const double skew = q * PeizerPrattG((x + 0.5) / (n * prob)) + prob * PeizerPrattG((n - x - 0.5) / (n * q));
     return MCDistFun::CdfStdNorm(distance * std::sqrt((1 + skew) / ((n + 1.0 / 6) * prob * q)));
 }
@@ -118,15 +121,19 @@ Tails BinomialTails(double x, double n, double prob) {
 /// Whether the probability of at most x doesn't exceed p. It is asked of the tail that p is the smaller part of; but
 /// where single terms are far above the rounding of p, the p that CdfBin gives for x belongs to x.
 bool IsWithin(double x, double p, double n, double prob) {
-    if (x < 0)
+    if (x < 0) {
         return true;
-    if (x >= n)
+    }
+    if (x >= n) {
         return p >= 1;
+    }
     const Tails tails = BinomialTails(x, n, prob);
-    if (p <= 0.5)
+    if (p <= 0.5) {
         return tails.lower <= p;
-    if (tails.upper >= 1 - p)
+    }
+    if (tails.upper >= 1 - p) {
         return true;
+    }
     constexpr double kResolved = 0x1p-50;
     return tails.lower == p &&
            BoundedExp(x > 0 ? LogPoint(x, n, prob) : n * LogProbability(1 - prob, prob)) > kResolved;
@@ -158,64 +165,84 @@ double LargestWithin(double guess, double p, double n, double prob) {
 
 double MCDistFun::PdfBin(double x, double n, double prob, long& code) {
     code = kSuccess;
-    if (!IsProbability(prob) || !(n >= 1))
+    if (!IsProbability(prob) || !(n >= 1)) {
         return Fail(code, kBadArgument);
-    if (x != std::floor(x + 0.5) || !(x >= 0 && x <= n))
+    }
+    if (x != std::floor(x + 0.5) || !(x >= 0 && x <= n)) {
         return 0.0;
-    if (prob == 0)
+    }
+    if (prob == 0) {
         return x == 0 ? 1.0 : 0.0;
-    if (prob == 1)
+    }
+    if (prob == 1) {
         return x == n ? 1.0 : 0.0;
-    if (x == n)
+    }
+    if (x == n) {
         return std::pow(prob, n);
-    if (x == 0)
+    }
+    if (x == 0) {
         return NoneOf(n, prob);
+    }
     const double logPoint = n <= kLargestProduct ? dnlbnc(n, x, code) + x * LogProbability(prob, 1 - prob) +
                                                        (n - x) * LogProbability(1 - prob, prob)
                                                  : LogPoint(x, n, prob);
-    if (!(logPoint <= kMaxExponent))
+    if (!(logPoint <= kMaxExponent)) {
         return Fail(code, kFailed);
+    }
     return BoundedExp(logPoint);
 }
 
 double MCDistFun::CdfBin(double x, double n, double prob, long& code) {
     code = kSuccess;
-    if (!MCPower::IsInteger(n))
+    if (!MCPower::IsInteger(n)) {
         return Fail(code, kNotInteger);
-    if (n < 1 || !IsProbability(prob) || std::isnan(x))
+    }
+    if (n < 1 || !IsProbability(prob) || std::isnan(x)) {
         return Fail(code, kBadArgument);
+    }
     x = std::floor(x);
-    if (prob == 0)
+    if (prob == 0) {
         return x >= 0 ? 1.0 : 0.0;
-    if (prob == 1)
+    }
+    if (prob == 1) {
         return x >= n ? 1.0 : 0.0;
-    if (x < 0)
+    }
+    if (x < 0) {
         return 0.0;
-    if (x >= n)
+    }
+    if (x >= n) {
         return 1.0;
+    }
     return BinomialTails(x, n, prob).lower;
 }
 
 // The answer is the largest x whose cumulative probability doesn't exceed p: -1 when that of 0 does.
 double MCDistFun::IdfBin(double p, double n, double prob, long& code) {
     code = kSuccess;
-    if (!MCPower::IsInteger(n))
+    if (!MCPower::IsInteger(n)) {
         return Fail(code, kBadArgument);
-    if (n < 1 || !IsProbability(prob) || !IsProbability(p))
+    }
+    if (n < 1 || !IsProbability(prob) || !IsProbability(p)) {
         return Fail(code, kFailed);
-    if (p == 1)
+    }
+    if (p == 1) {
         return prob > 0 ? n : 0.0;
-    if (prob == 1)
+    }
+    if (prob == 1) {
         return n - 1;
-    if (p == 0)
+    }
+    if (p == 0) {
         return -1.0;
+    }
     const double guess = probit(p) * std::sqrt(n * prob * (1 - prob)) + n * prob - 0.5;
     const double x = std::clamp(std::floor(guess), 0.0, n);
     const double cumulative = CdfBin(x, n, prob, code);
-    if (std::fabs(cumulative - p) <= kQuantileTolerance * MCPower::MEpsilon())
+    if (std::fabs(cumulative - p) <= kQuantileTolerance * MCPower::MEpsilon()) {
         return x;
-    if (prob == 0)
+    }
+    if (prob == 0) {
         return -1.0;
+    }
     return LargestWithin(x, p, n, prob);
 }
 

@@ -80,11 +80,13 @@ double Improved(double start, const ChiSquare& chi, double p) {
         const double logLower = std::log(GammaRatio(x, chi.half, true, code));
         const double slope = std::exp(LogPoissonTerm(chi.half, x) + std::log(chi.half) - logLower);
         const double step = (std::log(p) - logLower) / slope;
-        if (!std::isfinite(step))
+        if (!std::isfinite(step)) {
             break;
+        }
         x *= std::exp(step);
-        if (std::fabs(step) <= kSmallDfTolerance)
+        if (std::fabs(step) <= kSmallDfTolerance) {
             break;
+        }
     }
     return 2 * x;
 }
@@ -107,11 +109,13 @@ double SmallDfStart(const ChiSquare& chi, double p) {
         const double p2 = ch * (kNewton673 + ch * (kNewton666 + ch));
         const double slope = -0.5 + (kNewton467 + 2 * ch) / p1 - (kNewton673 + ch * (kNewton1332 + 3 * ch)) / p2;
         const double exponent = logUpper + chi.logGamma + 0.5 * ch + chi.c * std::numbers::ln2;
-        if (exponent > kLargestExponent)
+        if (exponent > kLargestExponent) {
             return previous;
+        }
         ch -= (1 - std::exp(exponent) * p2 / p1) / slope;
-        if (std::fabs(previous / ch - 1) <= kSmallDfTolerance)
+        if (std::fabs(previous / ch - 1) <= kSmallDfTolerance) {
             break;
+        }
     }
     return ch;
 }
@@ -120,8 +124,9 @@ double SmallDfStart(const ChiSquare& chi, double p) {
 double WilsonHilfertyStart(const ChiSquare& chi, double p, double deviate) {
     const double p1 = kTwoNinths / chi.df;
     const double ch = chi.df * std::pow(deviate * std::sqrt(p1) + 1 - p1, 3);
-    if (ch > kLargeStartFactor * chi.df + 6)
+    if (ch > kLargeStartFactor * chi.df + 6) {
         return -2 * (std::log1p(-p) - chi.c * std::log(0.5 * ch) + chi.logGamma);
+    }
     return ch;
 }
 
@@ -149,8 +154,9 @@ double MCDistFun::idfchb(double p, double df, double start, long& code) {
         upper *= 2;
         bracketed = !below(upper);
     }
-    if (!bracketed || code != kSuccess || !(start > 0))
+    if (!bracketed || code != kSuccess || !(start > 0)) {
         return Fail(code, kFailed);
+    }
     double middle = (lower + upper) / 2;
     for (int round = 0; round < kMaxBisections && upper - lower > kBisectionAccuracy * middle; ++round) {
         CountStep();
@@ -167,41 +173,49 @@ double MCDistFun::correctedChi(double p, double df, double start) {
     for (int round = 0; round < kMaxCorrections; ++round) {
         CountStep();
         const double previous = ch;
-        if (!(ch > 0) || std::isinf(ch))
+        if (!(ch > 0) || std::isinf(ch)) {
             return kUnknown;
+        }
         long code = kSuccess;
         // Above the median the difference of the upper tails is the same number with more digits.
         const double difference =
             p > 0.5 ? gammad(ch / 2, chi.half, false, code) - (1 - p) : p - gammad(ch / 2, chi.half, true, code);
         const double exponent = chi.Exponent(ch);
-        if (code != kSuccess || !(exponent <= kLargestExponent))
+        if (code != kSuccess || !(exponent <= kLargestExponent)) {
             return kUnknown;
+        }
         ch = Corrected(ch, difference * std::exp(exponent), chi.c);
-        if (ch > 0 && std::fabs(previous / ch - 1) <= kAccuracy)
+        if (ch > 0 && std::fabs(previous / ch - 1) <= kAccuracy) {
             return ch;
+        }
     }
     return kUnknown;
 }
 
 double MCDistFun::kordidfchi(double p, double df, long& code) {
     code = kSuccess;
-    if (!(p >= 0 && p < 1) || !(df > 0))
+    if (!(p >= 0 && p < 1) || !(df > 0)) {
         return Fail(code, kBadArgument);
-    if (p == 0)
+    }
+    if (p == 0) {
         return 0.0;
+    }
     const ChiSquare chi(df);
-    if (IsMissing(chi.logGamma))
+    if (IsMissing(chi.logGamma)) {
         return Fail(code, kFailed);
+    }
     double start;
     if (df < -kSmallStartFactor * std::log(p)) {
         start = SmallStart(chi, p);
-        if (start < kAccuracy)
+        if (start < kAccuracy) {
             return Completed(start, chi.half);
+        }
         start = Improved(start, chi, p);
     } else {
         start = df <= kSmallDf ? SmallDfStart(chi, p) : WilsonHilfertyStart(chi, p, probit(p));
-        if (p < kFarLowerTail)
+        if (p < kFarLowerTail) {
             start = Improved(start > 0 ? start : SmallStart(chi, p), chi, p);
+        }
     }
     const double quantile = correctedChi(p, df, start);
     return std::isnan(quantile) ? idfchb(p, df, start, code) : quantile;

@@ -20,16 +20,18 @@ namespace {
 /// The lower or the upper tail at an x above 0, of at least what is smaller by its own digits.
 double Tail(double x, double df1, double df2, bool lower, long& code) {
     code = kSuccess;
-    if (std::isinf(x))
+    if (std::isinf(x)) {
         return lower ? 1.0 : 0.0;
+    }
     const double r = df2 / df1;
     const double below = x / (r + x);
     const double above = r / (x + r);
     const double a = df1 / 2, b = df2 / 2;
     const bool isAtEnd = IsAtEnd(below, above, a, b);
     const double logit = std::log(x) + std::log(df1) - std::log(df2);
-    if (lower)
+    if (lower) {
         return isAtEnd ? BetaRatioAtEnd(logit, a, b) : BetaRatio(below, above, a, b, code);
+    }
     return isAtEnd ? BetaRatioAtEnd(-logit, b, a) : BetaRatio(above, below, b, a, code);
 }
 
@@ -37,15 +39,19 @@ double Tail(double x, double df1, double df2, bool lower, long& code) {
 
 double MCDistFun::kordcdff(double x, double df1, double df2, long& code) {
     code = kSuccess;
-    if (!(df1 > 0 && df2 > 0) || std::isnan(x))
+    if (!(df1 > 0 && df2 > 0) || std::isnan(x)) {
         return Fail(code, kBadArgument);
-    if (x <= 0)
+    }
+    if (x <= 0) {
         return 0.0;
+    }
     // 2 * kordcdft(sqrt(x), df2) - 1, in forms that don't cancel: what is left to the ratio below is the same number.
-    if (df1 == 1 && df2 > kNormalFrom)
+    if (df1 == 1 && df2 > kNormalFrom) {
         return derf(std::sqrt(x / 2));
-    if (df1 == 1 && df2 == 1)
+    }
+    if (df1 == 1 && df2 == 1) {
         return 2 / std::numbers::pi * std::atan(std::sqrt(x));
+    }
     const double result = Tail(x, df1, df2, true, code);
     return code == kSuccess ? result : Fail(code, kFailed);
 }
@@ -55,35 +61,42 @@ double MCDistFun::CdfF(double x, double df1, double df2) {
 }
 
 double MCDistFun::SigF(double x, double df1, double df2) {
-    if (!(df1 > 0 && df2 > 0) || std::isnan(x))
+    if (!(df1 > 0 && df2 > 0) || std::isnan(x)) {
         return Missing();
-    if (x <= 0)
+    }
+    if (x <= 0) {
         return 1.0;
+    }
     return Checked([&](long& code) { return Tail(x, df1, df2, false, code); });
 }
 
 double MCDistFun::kordidff(double p, double df1, double df2, long& code) {
     code = kSuccess;
-    if (!(p >= 0 && p < 1) || !(df1 > 0 && df2 > 0))
+    if (!(p >= 0 && p < 1) || !(df1 > 0 && df2 > 0)) {
         return Fail(code, kBadArgument);
-    if (p == 0)
+    }
+    if (p == 0) {
         return 0.0;
+    }
     // The square of the quantile of t at p / 2 + 0.5, or of that of the opposite tail, which keeps the digits of a p
     // near
     // 1. As a quantile of its own it keeps those of a small p.
-    if (df1 == 1 && df2 >= kNormalFrom && p < 0.5)
+    if (df1 == 1 && df2 >= kNormalFrom && p < 0.5) {
         return kordidfchi(p, 1, code);
+    }
     if (df1 == 1 && p >= 0.5) {
         const double t = kordidft((1 - p) / 2, df2, code);
         return code == kSuccess ? FiniteOrMissing(t * t) : Missing();
     }
     // v / (1 - v) df2 / df1: the quotient of v and its complement comes with its own digits.
     BetaQuantile v;
-    if (!SolveBeta(p, df1 / 2, df2 / 2, v))
+    if (!SolveBeta(p, df1 / 2, df2 / 2, v)) {
         return Fail(code, kFailed);
+    }
     const double quantile = std::exp(v.logit + std::log(df2) - std::log(df1));
-    if (!std::isfinite(quantile))
+    if (!std::isfinite(quantile)) {
         return Fail(code, kFailed);
+    }
     return quantile;
 }
 

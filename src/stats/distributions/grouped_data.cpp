@@ -38,8 +38,9 @@ struct Stretch {
     double cumulativeFrom, cumulativeTo;
 
     double At(double target) const {
-        if (cumulativeTo == cumulativeFrom)
+        if (cumulativeTo == cumulativeFrom) {
             return to;
+        }
         return from + (to - from) * ((target - cumulativeFrom) / (cumulativeTo - cumulativeFrom));
     }
 };
@@ -75,8 +76,9 @@ public:
         for (int i = First(); i < fCount; ++i) {
             CountStep();
             const Stretch stretch = Ending(i, before);
-            if (target <= stretch.cumulativeTo)
+            if (target <= stretch.cumulativeTo) {
                 return stretch.At(target);
+            }
             before += fFreqs[i];
         }
         code = kAboveLast;
@@ -109,8 +111,9 @@ void MCDistFun::GPTile(int n, double pct, const double* values, const double* fr
                        double& out, long& code) {
     out = Missing();
     code = kTooFewClasses;
-    if (n < 2)
+    if (n < 2) {
         return;
+    }
     code = kFound;
     const double target = std::accumulate(freqs, freqs + n, 0.0) * pct / 100;
     out = Classes(n, values, freqs, widths, ModeOf(mode)).Find(target, code);
@@ -119,12 +122,14 @@ void MCDistFun::GPTile(int n, double pct, const double* values, const double* fr
 void MCDistFun::Mednci(int n, const double* values, const double* freqs, double count, double level, bool exact,
                        double& lower, double& upper, double& coverage) {
     lower = upper = coverage = Missing();
-    if (n < 1 || !(count >= 2))
+    if (n < 1 || !(count >= 2)) {
         return;
+    }
     long code = kSuccess;
     const double r = count == 2 ? -1 : IdfBin(0.5 - level / 200, count, 0.5, code);
-    if (code != kSuccess)
+    if (code != kSuccess) {
         return;
+    }
     if (r < 0) {
         lower = values[0];
         upper = values[n - 1];
@@ -135,8 +140,9 @@ void MCDistFun::Mednci(int n, const double* values, const double* freqs, double 
     lower = ValueAtRank(values, end, freqs, r + 1);
     upper = ValueAtRank(std::make_reverse_iterator(end), std::make_reverse_iterator(values),
                         std::make_reverse_iterator(freqs + n), r + 1);
-    if (!exact)
+    if (!exact) {
         return;
+    }
     const double ratio = cdfbet(0.5, std::min(r + 1, count), std::max(count - r, 1.0), code);
     coverage = code == kSuccess ? std::max((ratio - 0.5) * 200, 0.0) : Missing();
 }

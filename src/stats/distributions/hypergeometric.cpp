@@ -45,18 +45,21 @@ struct Population {
 
 /// ln of a binomial point probability, k = 0 and k = n included.
 double LogPoint(double k, double n, double p, double q) {
-    if (k == 0)
+    if (k == 0) {
         return n == 0 ? 0.0 : n * LogProbability(q, p);
-    if (k == n)
+    }
+    if (k == n) {
         return n * LogProbability(p, q);
+    }
     return LogBinomialTerm(k, n - k, p, q);
 }
 
 /// ln of the probability of x. The three binomial coefficients are taken with the powers of sample / total that make
 /// them probabilities; the powers cancel, and so would the digits of the bare coefficients.
 double LogPointProbability(double x, const Population& of) {
-    if (of.sample == of.total)
+    if (of.sample == of.total) {
         return 0.0;
+    }
     const double p = of.sample / of.total;
     const double q = (of.total - of.sample) / of.total;
     return LogPoint(x, of.hits, p, q) + LogPoint(of.sample - x, of.total - of.hits, p, q) -
@@ -70,8 +73,9 @@ double SumDown(double from, double first, const Population& of) {
     for (double x = from; x > smallest; --x) {
         CountStep();
         term *= of.DownwardRatio(x);
-        if (sum + term == sum)
+        if (sum + term == sum) {
             break;
+        }
         sum += term;
     }
     return sum;
@@ -83,8 +87,9 @@ double SumUp(double from, double to, double first, const Population& of) {
     for (double x = from + 1; x <= to; ++x) {
         CountStep();
         term *= of.UpwardRatio(x);
-        if (sum + term == sum)
+        if (sum + term == sum) {
             break;
+        }
         sum += term;
     }
     return sum;
@@ -95,8 +100,9 @@ double CumulativeFromMode(double x, const Population& of) {
     const double mode = std::clamp(of.Mode(), of.Smallest(), of.Largest());
     const double belowMode = SumDown(mode, kScale, of);
     const double whole = belowMode + (SumUp(mode, of.Largest(), kScale, of) - kScale);
-    if (x >= mode)
+    if (x >= mode) {
         return (belowMode + (SumUp(mode, x, kScale, of) - kScale)) / whole;
+    }
     double term = kScale;
     for (double k = mode; k > x && term > 0; --k) {
         CountStep();
@@ -110,8 +116,9 @@ double CumulativeFromTerm(double x, const Population& of) {
     const bool down = x <= of.Mode();
     const double from = down ? x : x + 1;
     const double logFirst = LogPointProbability(from, of) + kLogScale;
-    if (logFirst < kMinExponent)
+    if (logFirst < kMinExponent) {
         return -1;
+    }
     const double first = std::exp(logFirst);
     const double tail = (down ? SumDown(from, first, of) : SumUp(from, of.Largest(), first, of)) / kScale;
     return down ? tail : 1 - tail;
@@ -131,11 +138,13 @@ bool IsWholeUpTo(double number, double largest) {
 } // namespace
 
 double MCDistFun::PdfHyper(int x, int total, int sample, int hits) {
-    if (sample < 1 || sample > total || hits < 1 || hits > total)
+    if (sample < 1 || sample > total || hits < 1 || hits > total) {
         return Missing();
+    }
     const Population population{static_cast<double>(total), static_cast<double>(sample), static_cast<double>(hits)};
-    if (!(x >= population.Smallest() && x <= population.Largest()))
+    if (!(x >= population.Smallest() && x <= population.Largest())) {
         return Missing();
+    }
     long code = kSuccess;
     const double logProbability =
         total <= kLargestProduct
@@ -153,12 +162,14 @@ double MCDistFun::CDFHyper(double x, double total, double sample, double hits, i
         return Missing();
     }
     x = std::floor(x);
-    if (x == population.Largest())
+    if (x == population.Largest()) {
         return 1.0;
+    }
     double cumulative =
         total > kLargePopulation ? CumulativeFromTerm(x, population) : CumulativeFromMode(x, population);
-    if (cumulative < 0)
+    if (cumulative < 0) {
         cumulative = prbnrm(NormalDeviate(x, population));
+    }
     return ClampedProbability(cumulative);
 }
 

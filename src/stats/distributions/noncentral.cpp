@@ -50,23 +50,27 @@ private:
 } // namespace
 
 double MCDistFun::NonCentralCdfChi(double x, double df, double ncp) {
-    if (!(df > 0) || !(ncp >= 0) || std::isnan(x) || std::isinf(ncp))
+    if (!(df > 0) || !(ncp >= 0) || std::isnan(x) || std::isinf(ncp)) {
         return Missing();
-    if (x <= 0 || std::isinf(x))
+    }
+    if (x <= 0 || std::isinf(x)) {
         return x > 0 ? 1.0 : 0.0;
+    }
     PoissonWeights weights(ncp / 2);
     const double half = x / 2;
     double shape = df / 2 + weights.Index();
     long code = kSuccess;
     double ratio = gammad(half, shape, true, code);
-    if (code != kSuccess)
+    if (code != kSuccess) {
         return Missing();
+    }
     double step = BoundedExp(LogPoissonTerm(shape, half));
     double sum = weights.Weight() * ratio;
     for (int term = 1; weights.Remaining() * ratio > kTolerance; ++term) {
         CountStep();
-        if (term == kMaxTerms || weights.Index() >= kLargestIndex)
+        if (term == kMaxTerms || weights.Index() >= kLargestIndex) {
             return Missing();
+        }
         ratio -= step;
         shape += 1;
         step *= half / shape;
@@ -83,25 +87,31 @@ double MCDistFun::ncdbet(double x, double a, double b, double ncp, long& code, d
 /// y is 1 - x.
 double MCDistFun::ncdbet(double x, double y, double a, double b, double ncp, long& code, double tol) {
     code = kSuccess;
-    if (!(a > 0 && b > 0) || !(ncp >= 0) || std::isnan(x) || std::isinf(ncp))
+    if (!(a > 0 && b > 0) || !(ncp >= 0) || std::isnan(x) || std::isinf(ncp)) {
         return Fail(code, kBadArgument);
-    if (ncp == 0)
+    }
+    if (ncp == 0) {
         return BetaRatio(x, y, a, b, code);
-    if (x <= 0)
+    }
+    if (x <= 0) {
         return 0.0;
-    if (y <= 0)
+    }
+    if (y <= 0) {
         return 1.0;
+    }
     PoissonWeights weights(ncp / 2);
     double first = a + weights.Index();
     double ratio = BetaRatio(x, y, first, b, code);
-    if (code != kSuccess)
+    if (code != kSuccess) {
         return Missing();
+    }
     double step = BoundedExp(LogBinomialTerm(first, b, x, y) + std::log(b / (first + b)));
     double sum = weights.Weight() * ratio;
     for (int term = 1; !(weights.Remaining() * ratio <= tol); ++term) {
         CountStep();
-        if (term == kMaxTerms || weights.Index() >= kLargestIndex)
+        if (term == kMaxTerms || weights.Index() >= kLargestIndex) {
             return Fail(code, kFailed);
+        }
         ratio -= step;
         first += 1;
         step *= x * (first + b - 1) / first;
@@ -112,12 +122,15 @@ double MCDistFun::ncdbet(double x, double y, double a, double b, double ncp, lon
 }
 
 double MCDistFun::NonCentralCdfF(double x, double df1, double df2, double ncp, double tol) {
-    if (!(df1 > 0 && df2 > 0) || !(ncp >= 0) || std::isnan(x))
+    if (!(df1 > 0 && df2 > 0) || !(ncp >= 0) || std::isnan(x)) {
         return Missing();
-    if (x <= 0)
+    }
+    if (x <= 0) {
         return 0.0;
-    if (std::isinf(x * df1))
+    }
+    if (std::isinf(x * df1)) {
         return 1.0;
+    }
     const double scale = x * df1 + df2;
     return Checked([&](long& code) { return ncdbet(x * df1 / scale, df2 / scale, df1 / 2, df2 / 2, ncp, code, tol); });
 }

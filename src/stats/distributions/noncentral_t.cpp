@@ -68,13 +68,15 @@ public:
     /// The sum over the largest term; false when it doesn't end.
     bool Sum(double& sum) {
         int rounds = 0;
-        if (!Walk(1, rounds) || !Walk(-1, rounds))
+        if (!Walk(1, rounds) || !Walk(-1, rounds)) {
             return false;
+        }
         fEven += 1;
         fOdd += fOddPeak;
         sum = fEven + fSign * fOdd;
-        if (sum <= kCancelled * (fEven + fOdd))
+        if (sum <= kCancelled * (fEven + fOdd)) {
             sum = 0;
+        }
         return true;
     }
 
@@ -91,15 +93,17 @@ private:
         double even = 1, odd = fOddPeak;
         for (double j = fPeak; direction > 0 || j >= 2; j += 2 * direction) {
             CountStep();
-            if (++rounds > kMaxDensityRounds || j >= kLargestIndex)
+            if (++rounds > kMaxDensityRounds || j >= kLargestIndex) {
                 return false;
+            }
             even = direction > 0 ? even * Ratio(j) : even / Ratio(j - 2);
             odd = direction > 0 ? odd * Ratio(j + 1) : odd / Ratio(j - 1);
             fEven += even;
             fOdd += odd;
             const double reached = std::fabs(1 + fEven + fSign * (fOddPeak + fOdd));
-            if (std::max(even, odd) <= kDensityTolerance * reached)
+            if (std::max(even, odd) <= kDensityTolerance * reached) {
                 break;
+            }
         }
         return true;
     }
@@ -130,15 +134,17 @@ double MCDistFun::nctPositivePart(double x, double df, double ncp) {
     const double evenWeight = std::exp(LogPoissonTerm(index, lambda)) / 2;
     WeightedRatio even = start(index + 0.5, evenWeight);
     WeightedRatio odd = start(index + 1, std::copysign(evenWeight * std::exp(logOddWeight), ncp));
-    if (IsMissing(even.ratio) || IsMissing(odd.ratio))
+    if (IsMissing(even.ratio) || IsMissing(odd.ratio)) {
         return Missing();
+    }
     double sum = even.Term() + odd.Term();
     double remaining = 0.5 - even.weight;
     double j = index;
     for (int round = 1; 2 * remaining * (even.ratio - even.step) > kTolerance; ++round) {
         CountStep();
-        if (round == kMaxRounds || j >= kLargestIndex)
+        if (round == kMaxRounds || j >= kLargestIndex) {
             return Missing();
+        }
         j += 1;
         even.Next(inner, b, lambda / j);
         odd.Next(inner, b, lambda / (j + 0.5));
@@ -149,34 +155,43 @@ double MCDistFun::nctPositivePart(double x, double df, double ncp) {
 }
 
 double MCDistFun::NonCentralCdfT(double x, double df, double ncp) {
-    if (!(df > 0) || std::isnan(x) || !std::isfinite(ncp))
+    if (!(df > 0) || std::isnan(x) || !std::isfinite(ncp)) {
         return Missing();
-    if (ncp == 0)
+    }
+    if (ncp == 0) {
         return CdfT(x, df);
-    if (x == 0)
+    }
+    if (x == 0) {
         return prbnrm(-ncp);
-    if (std::fabs(x) >= kLargestRoot)
+    }
+    if (std::fabs(x) >= kLargestRoot) {
         return x > 0 ? 1.0 : 0.0;
+    }
     const double mirrored = x < 0 ? -ncp : ncp;
     const double part = nctPositivePart(std::fabs(x), df, mirrored);
-    if (IsMissing(part))
+    if (IsMissing(part)) {
         return Missing();
+    }
     return x > 0 ? ClampedProbability(part + prbnrm(-mirrored)) : ClampedProbability(prbnrm(mirrored) - part);
 }
 
 double MCDistFun::NonCentralPdfT(double x, double df, double ncp, long& code) {
     code = kSuccess;
-    if (!(df > 0) || std::isnan(x) || !std::isfinite(ncp))
+    if (!(df > 0) || std::isnan(x) || !std::isfinite(ncp)) {
         return Fail(code, kBadArgument);
-    if (ncp == 0)
+    }
+    if (ncp == 0) {
         return PdfT(x, df, code);
-    if (std::fabs(x) >= kLargestRoot)
+    }
+    if (std::fabs(x) >= kLargestRoot) {
         return 0.0;
+    }
     const double root = std::sqrt(df + x * x);
     DensitySeries series(std::numbers::sqrt2 * ncp * (x / root), df);
     double sum = 0;
-    if (!std::isfinite(series.LogPeak()) || !series.Sum(sum))
+    if (!std::isfinite(series.LogPeak()) || !series.Sum(sum)) {
         return Fail(code, kFailed);
+    }
     const double logFactor = -ncp * ncp / 2 - kLogSqrtPi - df / 2 * std::log1p(x * x / df) - std::log(root);
     return sum > 0 ? BoundedExp(series.LogPeak() + logFactor + std::log(sum)) : 0.0;
 }

@@ -37,11 +37,13 @@ double Bisect(Excess excess, double lower, double upper, double tol) {
     for (int round = 0; round < kMaxRounds; ++round) {
         CountStep();
         const double difference = excess(middle);
-        if (std::isnan(difference))
+        if (std::isnan(difference)) {
             return Missing();
+        }
         if (std::fabs(difference) <= tol || std::fabs(upper - lower) <= tol ||
-            MCPower::AlmostEqual(lower, upper, kClosest))
+            MCPower::AlmostEqual(lower, upper, kClosest)) {
             break;
+        }
         (difference > 0 ? lower : upper) = middle;
         middle = (lower + upper) * 0.5;
     }
@@ -57,24 +59,30 @@ double FindNonCentrality(Cumulative cumulative, double start, double p, double t
         return IsMissing(value) ? kUnknown : value - p;
     };
     const double central = excess(0);
-    if (std::isnan(central))
+    if (std::isnan(central)) {
         return Missing();
-    if (central <= 0)
+    }
+    if (central <= 0) {
         return 0.0;
+    }
     const double first = excess(start);
-    if (std::isnan(first))
+    if (std::isnan(first)) {
         return Missing();
-    if (first == 0)
+    }
+    if (first == 0) {
         return start;
+    }
     const double factor = first > 0 ? 2 : 0.5;
     double near = start, far = start * factor;
     for (int round = 0; round < kMaxRounds; ++round, near = far, far *= factor) {
         CountStep();
         const double difference = excess(far);
-        if (std::isnan(difference))
+        if (std::isnan(difference)) {
             return Missing();
-        if ((difference > 0) != (first > 0))
+        }
+        if ((difference > 0) != (first > 0)) {
             return first > 0 ? Bisect(excess, near, far, tol) : Bisect(excess, far, near, tol);
+        }
     }
     return Missing();
 }
@@ -82,21 +90,24 @@ double FindNonCentrality(Cumulative cumulative, double start, double p, double t
 } // namespace
 
 double MCDistFun::FindNCParamChi(double x, double df, double p, double tol) {
-    if (!(df > 0) || !IsDomain(p, tol) || std::isnan(x))
+    if (!(df > 0) || !IsDomain(p, tol) || std::isnan(x)) {
         return Missing();
+    }
     return FindNonCentrality([=](double ncp) { return NonCentralCdfChi(x, df, ncp); }, x, p, tol);
 }
 
 double MCDistFun::FindNCParamF(double x, double df1, double df2, double p, double tol) {
-    if (!(df1 > 0 && df2 > 0) || !IsDomain(p, tol) || std::isnan(x))
+    if (!(df1 > 0 && df2 > 0) || !IsDomain(p, tol) || std::isnan(x)) {
         return Missing();
+    }
     return FindNonCentrality([=](double ncp) { return NonCentralCdfF(x, df1, df2, ncp, kTruncation); }, x, p, tol);
 }
 
 // Doubling a negative x would walk away from the answer for ever, so the search starts from its size.
 double MCDistFun::FindNCParamT(double x, double df, double p, double tol) {
-    if (!(df > 0) || !IsDomain(p, tol) || std::isnan(x))
+    if (!(df > 0) || !IsDomain(p, tol) || std::isnan(x)) {
         return Missing();
+    }
     const double start = x == 0 ? 1.0 : std::fabs(x);
     return FindNonCentrality([=](double ncp) { return NonCentralCdfT(x, df, ncp); }, start, p, tol);
 }

@@ -30,8 +30,9 @@ struct RationalApproximation {
 
     static double Polynomial(std::span<const double> coefficients, double x) {
         double sum = 0;
-        for (auto c = coefficients.rbegin(); c != coefficients.rend(); ++c)
+        for (auto c = coefficients.rbegin(); c != coefficients.rend(); ++c) {
             sum = sum * x + *c;
+        }
         return sum;
     }
 
@@ -73,8 +74,9 @@ constexpr double kSmallestTail = 3.307553003638408e-308;
 /// The lower tail at z, made up for the rounding of z / sqrt(2) that the tail was computed at. The relative change of a
 /// tail with its argument is the hazard, density over tail.
 double LowerTail(double z, double tail) {
-    if (tail == 0)
+    if (tail == 0) {
         return tail;
+    }
     constexpr double kSqrt2Rest = -9.667293313452913e-17; // sqrt(2) less its nearest double
     const double scaled = -z / std::numbers::sqrt2;
     const double rest = std::fma(-scaled, std::numbers::sqrt2, -z) - scaled * kSqrt2Rest;
@@ -84,11 +86,13 @@ double LowerTail(double z, double tail) {
 } // namespace
 
 double MCDistFun::probit(double p) {
-    if (!(p > 0 && p < 1))
+    if (!(p > 0 && p < 1)) {
         return Missing();
+    }
     const double q = p - 0.5;
-    if (std::fabs(q) <= kCentralHalfWidth)
+    if (std::fabs(q) <= kCentralHalfWidth) {
         return q * kCentral(kCentralOffset - q * q);
+    }
     const double r = std::sqrt(-std::log(std::min(p, 1 - p)));
     const double z = r <= kFarTail ? kMiddle(r - kMiddleOffset) : kTail(r - kFarTail);
     return q < 0 ? -z : z;
@@ -104,10 +108,12 @@ double MCDistFun::derfc(double x) {
 }
 
 double MCDistFun::prbnrm(double z) {
-    if (z > 0)
+    if (z > 0) {
         return (derf(z / std::numbers::sqrt2) + 1) * 0.5;
-    if (z < 0)
+    }
+    if (z < 0) {
         return LowerTail(z, derfc(-z / std::numbers::sqrt2) * 0.5);
+    }
     return z == 0 ? 0.5 : Missing();
 }
 
@@ -133,8 +139,9 @@ double MCDistFun::IdfStdNorm(double p) {
 }
 
 double MCDistFun::IdfNorm(double p, double mean, double sd) {
-    if (!(p > 0 && p < 1) || !(sd > 0))
+    if (!(p > 0 && p < 1) || !(sd > 0)) {
         return Missing();
+    }
     return FiniteOrMissing(p == 0.5 ? mean : probit(p) * sd + mean);
 }
 

@@ -25,8 +25,9 @@ constexpr double kLargeX = 1e150;
 
 /// ln(1 + x^2 / df)
 double LogOfOnePlusSquare(double x, double df) {
-    if (std::fabs(x) < kLargeX)
+    if (std::fabs(x) < kLargeX) {
         return std::log1p(x * x / df);
+    }
     const double quotient = std::fabs(x) / std::sqrt(df);
     return quotient < kLargeX ? std::log1p(quotient * quotient) : 2 * std::log(quotient);
 }
@@ -58,14 +59,18 @@ double MCDistFun::tLowerTail(double x, double df, long& code) {
 
 double MCDistFun::kordcdft(double x, double df, long& code) {
     code = kSuccess;
-    if (!(df > 0) || std::isnan(x))
+    if (!(df > 0) || std::isnan(x)) {
         return Fail(code, kBadArgument);
-    if (df > kNormalFrom)
+    }
+    if (df > kNormalFrom) {
         return prbnrm(x);
-    if (x == 0)
+    }
+    if (x == 0) {
         return 0.5;
-    if (df == 1)
+    }
+    if (df == 1) {
         return CauchyTail(x);
+    }
     const double tail = tLowerTail(x, df, code);
     return code == kSuccess ? tail : Missing();
 }
@@ -75,19 +80,23 @@ double MCDistFun::CdfT(double x, double df) {
 }
 
 double MCDistFun::SigT(double x, double df) {
-    if (!(df > 0) || std::isnan(x))
+    if (!(df > 0) || std::isnan(x)) {
         return Missing();
-    if (x == 0)
+    }
+    if (x == 0) {
         return 0.5;
-    if (df == 1)
+    }
+    if (df == 1) {
         return CauchyTail(-x);
+    }
     return Checked([&](long& code) { return tLowerTail(-x, df, code); });
 }
 
 double MCDistFun::PdfT(double x, double df, long& code) {
     code = kSuccess;
-    if (!(df > 0) || std::isnan(x))
+    if (!(df > 0) || std::isnan(x)) {
         return Fail(code, kBadArgument);
+    }
     const double half = df / 2;
     const double logDensity =
         LogGammaStep(half, 0.5) - kLogSqrtPi - 0.5 * std::log(df) - (half + 0.5) * LogOfOnePlusSquare(x, df);
@@ -96,19 +105,24 @@ double MCDistFun::PdfT(double x, double df, long& code) {
 
 double MCDistFun::kordidft(double p, double df, long& code) {
     code = kSuccess;
-    if (!(p > 0 && p < 1) || !(df > 0))
+    if (!(p > 0 && p < 1) || !(df > 0)) {
         return Fail(code, kBadArgument);
-    if (p == 0.5)
+    }
+    if (p == 0.5) {
         return 0.0;
-    if (df >= kNormalFrom)
+    }
+    if (df >= kNormalFrom) {
         return IdfStdNorm(p);
+    }
     // The root of (1 / v - 1) df: the quotient of the complement of v and v comes with its own digits.
     BetaQuantile v;
-    if (!SolveBeta(2 * std::min(p, 1 - p), df / 2, 0.5, v))
+    if (!SolveBeta(2 * std::min(p, 1 - p), df / 2, 0.5, v)) {
         return Fail(code, kFailed);
+    }
     const double size = std::sqrt(df) * std::exp(-v.logit / 2);
-    if (!std::isfinite(size))
+    if (!std::isfinite(size)) {
         return Fail(code, kFailed);
+    }
     return p < 0.5 ? -size : size;
 }
 

@@ -10,8 +10,9 @@ namespace veltrane::stats {
 /// @return 0 from 40 on, and for a z that is no number
 inline double HalfSquareExp(double z) {
     constexpr double kFarthest = 40;
-    if (!(std::fabs(z) < kFarthest))
+    if (!(std::fabs(z) < kFarthest)) {
         return 0.0;
+    }
     const double head = std::trunc(z * 16) / 16;
     return std::exp(-head * head / 2) * std::exp(-(z - head) * (z + head) / 2);
 }

@@ -85,8 +85,9 @@ double SeriesSum(const Tail& tail, int& rounds) {
         ++rounds;
         term *= (i + tail.a + tail.b) / (i + tail.a + 1) * tail.x;
         sum += term;
-        if (std::fabs(term) < kSmallestTerm)
+        if (std::fabs(term) < kSmallestTerm) {
             return sum;
+        }
     }
     return kUnknown;
 }
@@ -95,8 +96,9 @@ double SeriesSum(const Tail& tail, int& rounds) {
 /// its parts leave the range of a double.
 double FractionValue(const Tail& tail, int& rounds) {
     const double a = tail.a, b = tail.b;
-    if (!(a + b <= kLargestSum))
+    if (!(a + b <= kLargestSum)) {
         return kUnknown;
+    }
     const double tolerance = tail.FractionTolerance();
     double oldNumerator = 1, oldDenominator = 1, value = 1;
     double denominator = tail.x < tail.y ? 1 - (a + b) * tail.x / (a + 1) : (1 - b + (a + b) * tail.y) / (a + 1);
@@ -115,8 +117,9 @@ double FractionValue(const Tail& tail, int& rounds) {
         oldNumerator = evenNumerator * norm;
         oldDenominator = evenDenominator * norm;
         denominator = 1;
-        if (!(std::fabs(value - previous) > tolerance * std::fabs(value)))
+        if (!(std::fabs(value - previous) > tolerance * std::fabs(value))) {
             return value;
+        }
     }
     return kUnknown;
 }
@@ -133,8 +136,9 @@ double LogOfLargestSum(const Tail& tail) {
 
 /// The sum of either expansion times what stands before it, as a logarithm. A NaN stays one.
 SmallerPart FromSum(const Tail& tail, double sum) {
-    if (sum <= 0)
+    if (sum <= 0) {
         return {-std::numeric_limits<double>::infinity(), tail.complement};
+    }
     return {LogFactor(tail) + std::log(sum), tail.complement};
 }
 
@@ -147,18 +151,21 @@ SmallerPart BySeries(Tail tail, int& rounds) {
         Tail upper = tail;
         upper.TurnAround();
         const SmallerPart part = SeriesEnds(upper) ? FromSum(upper, SeriesSum(upper, rounds)) : kNot;
-        if (!std::isnan(part.log))
+        if (!std::isnan(part.log)) {
             return part;
+        }
     }
     if (tail.a <= 1 || SeriesEnds(tail)) {
         const SmallerPart part = FromSum(tail, SeriesSum(tail, rounds));
-        if (!std::isnan(part.log))
+        if (!std::isnan(part.log)) {
             return part;
+        }
     }
     // x is near 1. The series of the other tail is short, but where the complement of it is asked for and small, it has
     // fewer digits than the fraction.
-    if (!(tail.a * tail.y <= kLargestProductForOther))
+    if (!(tail.a * tail.y <= kLargestProductForOther)) {
         return kNot;
+    }
     const double tolerance = tail.FractionTolerance();
     tail.TurnAround();
     const SmallerPart part = FromSum(tail, SeriesSum(tail, rounds));
@@ -173,8 +180,9 @@ SmallerPart ByNormal(const Tail& tail) {
     const double n = a + b - 1;
     const double w = (1 + y * PeizerPrattG((b - 0.5) / n) + x * PeizerPrattG((a - 0.5) / n)) / ((n + 1.0 / 6) * x * y);
     double z = 0;
-    if (w > 0)
+    if (w > 0) {
         z = std::sqrt(w) * ((x - a / n) * n + (x + 1) / 3 + (x / b - y / a + (x - 0.5) / (a + b)) / 50);
+    }
     const double ratio = MCMath_900::MCDistFun::CdfStdNorm(tail.complement ? -z : z);
     return {IsMissing(ratio) ? kUnknown : std::log(ratio), false};
 }
@@ -184,14 +192,17 @@ SmallerPart ByNormal(const Tail& tail) {
 /// @param rounds   raised by those of the expansions
 SmallerPart SmallerPartOf(double x, double y, double a, double b, double smallest, int& rounds) {
     Tail tail{x, y, a, b};
-    if (tail.IsBeyondCrossing())
+    if (tail.IsBeyondCrossing()) {
         tail.TurnAround();
-    if (LogFactor(tail) + LogOfLargestSum(tail) < smallest)
+    }
+    if (LogFactor(tail) + LogOfLargestSum(tail) < smallest) {
         return {-std::numeric_limits<double>::infinity(), tail.complement};
+    }
     if (a <= 1 || b <= 1) {
         const SmallerPart part = BySeries(tail, rounds);
-        if (!std::isnan(part.log))
+        if (!std::isnan(part.log)) {
             return part;
+        }
     }
     const double sum = FractionValue(tail, rounds);
     return std::isnan(sum) ? ByNormal(tail) : FromSum(tail, sum);
@@ -200,17 +211,22 @@ SmallerPart SmallerPartOf(double x, double y, double a, double b, double smalles
 } // namespace
 
 double PeizerPrattG(double x) {
-    if (x < 0)
+    if (x < 0) {
         return Missing();
-    if (x == 0)
+    }
+    if (x == 0) {
         return 1.0;
-    if (x == 1)
+    }
+    if (x == 1) {
         return 0.0;
-    if (x > kLargestRoot)
+    }
+    if (x > kLargestRoot) {
         return -1.0;
+    }
     const double u = 1 - x;
-    if (!(std::fabs(u) < kNearOne))
+    if (!(std::fabs(u) < kNearOne)) {
         return (1 - x * x + 2 * x * std::log(x)) / (u * u);
+    }
     double sum = 0, power = u;
     for (int k = 3; sum + power != sum; ++k, power *= u) {
         CountStep();
@@ -221,16 +237,21 @@ double PeizerPrattG(double x) {
 
 double BetaRatio(double x, double y, double a, double b, long& code) {
     code = kSuccess;
-    if (!(a > 0 && b > 0) || std::isnan(x))
+    if (!(a > 0 && b > 0) || std::isnan(x)) {
         return Fail(code, kBadArgument);
-    if (x <= 0)
+    }
+    if (x <= 0) {
         return 0.0;
-    if (y <= 0)
+    }
+    if (y <= 0) {
         return 1.0;
-    if (a == 1)
+    }
+    if (a == 1) {
         return b == 1 ? x : ComplementedExp(b * LogProbability(y, x));
-    if (b == 1)
+    }
+    if (b == 1) {
         return BoundedExp(a * LogProbability(x, y));
+    }
     int rounds = 0;
     const double ratio = SmallerPartOf(x, y, a, b, kMinExponent, rounds).Ratio();
     return std::isnan(ratio) ? Fail(code, kFailed) : ratio;

@@ -60,29 +60,34 @@ bool HasIntegral(double a, double x) {
 /// Whether the series would need too many terms: by its ratio of terms at the start.
 bool SeriesIsTooLong(double a, double x) {
     const double logRatio = std::log10(x / (a + 1));
-    if (logRatio == 0)
+    if (logRatio == 0) {
         return true;
+    }
     const double quotient = kLogTolerance / logRatio;
-    if (!(quotient > 0))
+    if (!(quotient > 0)) {
         return false;
+    }
     const double rounds = std::sqrt(quotient) * 2 + 10;
     return rounds * rounds >= MCPower::MaxInt();
 }
 
 /// The logarithm of the lower tail by Pearson's series; a NaN when it can't be had.
 double LogLowerBySeries(double a, double x) {
-    if (SeriesIsTooLong(a, x) || IsMissing(MCDistFun::korddnlgam(a + 1)))
+    if (SeriesIsTooLong(a, x) || IsMissing(MCDistFun::korddnlgam(a + 1))) {
         return kUnknown;
-    if (HasIntegral(a, x))
+    }
+    if (HasIntegral(a, x)) {
         return LogPoissonTerm(a, x) + std::log(a * TailIntegral(a - x - 1, {a - 1, -1}, {}));
+    }
     double sum = 1, term = 1, c = a;
     for (int round = 0; round < kMaxRounds; ++round) {
         CountStep();
         c += 1;
         term *= x / c;
         sum += term;
-        if (term < kTolerance)
+        if (term < kTolerance) {
             return LogPoissonTerm(a, x) + std::log(sum);
+        }
     }
     return kUnknown;
 }
@@ -96,18 +101,22 @@ struct Convergents {
         b0 = b1;
         a1 = nextA;
         b1 = nextB;
-        if (std::fabs(nextA) >= kRescaleFrom)
-            for (double* part : {&a0, &b0, &a1, &b1})
+        if (std::fabs(nextA) >= kRescaleFrom) {
+            for (double* part : {&a0, &b0, &a1, &b1}) {
                 *part /= kRescaleFrom;
+            }
+        }
     }
 };
 
 /// The logarithm of the upper tail by Legendre's continued fraction; a NaN when it can't be had.
 double LogUpperByFraction(double shape, double x) {
-    if (IsMissing(MCDistFun::korddnlgam(shape)) || 4 * std::log(x) >= kMaxExponent)
+    if (IsMissing(MCDistFun::korddnlgam(shape)) || 4 * std::log(x) >= kMaxExponent) {
         return kUnknown;
-    if (HasIntegral(shape, x))
+    }
+    if (HasIntegral(shape, x)) {
         return LogPoissonTerm(shape, x) + std::log(shape * TailIntegral(x - shape + 1, {shape - 1, 1}, {}));
+    }
     double a = 1 - shape, b = x + a + 1;
     Convergents values{1, x, x + 1, x * b};
     double previous = values.a1 / values.b1;
@@ -120,8 +129,9 @@ double LogUpperByFraction(double shape, double x) {
         const double nextB = b * values.b1 - weight * values.b0;
         if (std::fabs(nextB) > 0) {
             const double ratio = nextA / nextB;
-            if (std::fabs(previous - ratio) <= std::min(kTolerance, kTolerance * ratio))
+            if (std::fabs(previous - ratio) <= std::min(kTolerance, kTolerance * ratio)) {
                 return LogPoissonTerm(shape, x) + std::log(shape) + std::log(ratio);
+            }
             previous = ratio;
         }
         values.Step(nextA, nextB);
@@ -147,20 +157,22 @@ double UpperOfSmallShape(double a, double x) {
 double PeizerPrattDeviate(double a, double x) {
     const double w = (a - 0.5) / x;
     double scale;
-    if (w == 0)
+    if (w == 0) {
         scale = std::sqrt(2 / x);
-    else if (w == 1)
+    } else if (w == 1) {
         scale = std::sqrt(1 / x);
-    else
+    } else {
         scale = std::sqrt(Deviance(w, 1) * 2 / x) / std::fabs(1 - w);
+    }
     return (0.022 / a + a - x - 1.0 / 3) * scale;
 }
 
 /// The normal deviate of the lower tail, by Wilson and Hilferty.
 double WilsonHilfertyDeviate(double a, double x) {
     const double s = 3 * std::sqrt(a);
-    if (x == a)
+    if (x == a) {
         return 1 / s;
+    }
     const double cubeRootLessOne = std::expm1(std::log1p((x - a) / a) / 3);
     return s * (1 / (9 * a) + cubeRootLessOne);
 }
@@ -169,23 +181,29 @@ double WilsonHilfertyDeviate(double a, double x) {
 
 double GammaRatio(double x, double a, bool lower, long& code) {
     code = kSuccess;
-    if (!(a > 0) || std::isnan(x))
+    if (!(a > 0) || std::isnan(x)) {
         return Fail(code, kBadArgument);
-    if (x <= 0 || std::isinf(x))
+    }
+    if (x <= 0 || std::isinf(x)) {
         return (x > 0) == lower ? 1 : 0;
-    if (a == 1)
+    }
+    if (a == 1) {
         return lower ? ComplementedExp(-x) : BoundedExp(-x);
+    }
     if (a < kSmallShape && x <= 1) {
         const double upper = UpperOfSmallShape(a, x);
-        if (!lower)
+        if (!lower) {
             return upper;
-        if (upper < kSmallTail)
+        }
+        if (upper < kSmallTail) {
             return 1 - upper;
+        }
     }
     const bool lowerIsComputed = x <= 1 || a >= x;
     const double logTail = lowerIsComputed ? LogLowerBySeries(a, x) : LogUpperByFraction(a, x);
-    if (logTail <= 0)
+    if (logTail <= 0) {
         return lowerIsComputed == lower ? BoundedExp(logTail) : ComplementedExp(logTail);
+    }
     const double deviate = !lower && a >= 0.5 ? PeizerPrattDeviate(a, x)
                            : lower            ? WilsonHilfertyDeviate(a, x)
                                               : -WilsonHilfertyDeviate(a, x);
@@ -205,10 +223,12 @@ double MCDistFun::gammad(double x, double a, bool lower, long& code) {
 
 double MCDistFun::cdfexp(double x, double rate, long& code) {
     code = kSuccess;
-    if (!(rate > 0) || std::isnan(x))
+    if (!(rate > 0) || std::isnan(x)) {
         return Fail(code, kBadArgument);
-    if (x <= 0)
+    }
+    if (x <= 0) {
         return 0.0;
+    }
     return MCPower::ExpUnderflow(-x * rate) ? 1.0 : -std::expm1(-x * rate);
 }
 

@@ -29,22 +29,27 @@ double BinomialProduct(double n, double k) {
 } // namespace
 
 double MCDistFun::dnlgam(double x) {
-    if (!(x > 0))
+    if (!(x > 0)) {
         return Missing();
-    if (x == 1 || x == 2)
+    }
+    if (x == 1 || x == 2) {
         return 0.0;
+    }
     const double value = veltrane::platform::LogGamma(x);
     return FiniteOrMissing(value);
 }
 
 double MCDistFun::dnlbnc(double n, double k, long& code) {
     code = kSuccess;
-    if (!(n >= 0 && k >= 0 && n >= k))
+    if (!(n >= 0 && k >= 0 && n >= k)) {
         return Fail(code, kBadArgument);
-    if (k == 0 || k == n)
+    }
+    if (k == 0 || k == n) {
         return 0.0;
-    if (n <= kLargestProduct && std::floor(n) == n && std::floor(k) == k)
+    }
+    if (n <= kLargestProduct && std::floor(n) == n && std::floor(k) == k) {
         return std::log(BinomialProduct(n, k));
+    }
     const double value = LogChoose(n, k);
     return std::isfinite(value) ? std::max(value, 0.0) : Fail(code, kFailed);
 }

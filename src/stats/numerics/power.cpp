@@ -19,13 +19,16 @@ bool IsWhole(double x) {
 /// x to the power y for a negative x; `out` comes in as missing. The sign of the result is that of the power's parity.
 MCPower::PowerStatus NegativeBasePower(double x, double y, double& out) {
     const double exponent = std::log(-x) * y;
-    if (MCPower::IsEvenInteger(y))
+    if (MCPower::IsEvenInteger(y)) {
         return MCPower::Exponent(exponent, out);
-    if (!MCPower::IsOddInteger(y) && !MCPower::IsOneOverOddInteger(y, kReciprocalTolerance))
+    }
+    if (!MCPower::IsOddInteger(y) && !MCPower::IsOneOverOddInteger(y, kReciprocalTolerance)) {
         return MCPower::POWER_NEG_BASE_NON_INTEGER;
+    }
     const MCPower::PowerStatus status = MCPower::Exponent(exponent, out);
-    if (MCMV::IsMissing(out))
+    if (MCMV::IsMissing(out)) {
         return y > 0 ? MCPower::POWER_NEG_BASE_OVERFLOW : status;
+    }
     out = -out;
     return status;
 }
@@ -76,31 +79,37 @@ bool MCPower::IsOddInteger(double x) {
 }
 
 bool MCPower::AlmostEqual(double a, double b, double factor) {
-    if (a == 0)
+    if (a == 0) {
         return b == 0;
-    if (b == 0 || (a > 0) != (b > 0))
+    }
+    if (b == 0 || (a > 0) != (b > 0)) {
         return false;
+    }
     const double difference = std::fabs(a) - std::fabs(b);
     const double ratio = std::fabs(difference) / std::fabs(difference < 0 ? b : a);
     return gMachineEpsilon * factor >= ratio;
 }
 
 bool MCPower::IsOneOverOddInteger(double x, double factor) {
-    if (x == 0)
+    if (x == 0) {
         return false;
+    }
     const double reciprocal = 1 / x;
-    if (!(reciprocal <= gMachineMaxInt))
+    if (!(reciprocal <= gMachineMaxInt)) {
         return false;
+    }
     const double half = reciprocal * 0.5 + 0.5;
     return AlmostEqual(half, std::floor(half + 0.5), factor);
 }
 
 bool MCPower::IsOneOverEvenInteger(double x, double factor) {
-    if (x == 0)
+    if (x == 0) {
         return false;
+    }
     const double reciprocal = 1 / x;
-    if (!(reciprocal <= gMachineMaxInt))
+    if (!(reciprocal <= gMachineMaxInt)) {
         return false;
+    }
     const double half = reciprocal * 0.5;
     return AlmostEqual(half, std::floor(half + 0.5), factor);
 }
@@ -119,8 +128,9 @@ MCPower::PowerStatus MCPower::Exponent(double x, double& out) {
 }
 
 double MCPower::Multiply(double a, double b) {
-    if (a == 0 || b == 0)
+    if (a == 0 || b == 0) {
         return 0;
+    }
     double magnitude;
     Exponent(std::log(std::fabs(a)) + std::log(std::fabs(b)), magnitude);
     const bool sameSign = (a > 0) == (b > 0);
@@ -129,8 +139,9 @@ double MCPower::Multiply(double a, double b) {
 
 MCPower::PowerStatus MCPower::Power(double x, double y, double& out) {
     out = MCMV::Missing();
-    if (x == 0)
+    if (x == 0) {
         return ZeroBasePower(y, out);
+    }
     if (y == 0) {
         out = 1.0;
         return x > 0 ? POWER_OK : POWER_NEG_BASE_ZERO_EXP;

@@ -40,8 +40,9 @@ double DifferenceFromMean(double part, double other, double whole, double x) {
 /// The deviance of an x that differs from its mean by `difference`.
 double DevianceOf(double x, double mean, double difference) {
     const double v = difference / 2 / (x / 2 + mean / 2);
-    if (!(std::fabs(v) < kNearMean))
+    if (!(std::fabs(v) < kNearMean)) {
         return x * std::log(x / mean) - difference;
+    }
     const double square = v * v;
     double sum = difference * v;
     double term = 2 * (x * v);
@@ -49,8 +50,9 @@ double DevianceOf(double x, double mean, double difference) {
         CountStep();
         term *= square;
         const double next = sum + term / (2 * k + 1);
-        if (next == sum)
+        if (next == sum) {
             break;
+        }
         sum = next;
     }
     return sum;
@@ -71,8 +73,9 @@ double LogGammaRise(double b, double a) {
 } // namespace
 
 double StirlingError(double x) {
-    if (x < kStirlingFrom)
+    if (x < kStirlingFrom) {
         return LogGamma(x + 1) - (x + 0.5) * std::log(x) + x - kHalfLogTwoPi;
+    }
     const double s = 1 / (x * x);
     return (1.0 / 12 - (1.0 / 360 - (1.0 / 1260 - (1.0 / 1680 - (1.0 / 1188 - s * 691 / 360360) * s) * s) * s) * s) / x;
 }
@@ -87,16 +90,18 @@ double LogGammaOfOnePlus(double h) {
 }
 
 double LogPoissonTerm(double a, double x) {
-    if (a < kStirlingFrom)
+    if (a < kStirlingFrom) {
         return a * std::log(x) - x - LogGamma(a + 1);
+    }
     return -StirlingError(a) - Deviance(a, x) - kHalfLogTwoPi - 0.5 * std::log(a);
 }
 
 double LogBinomialTerm(double a, double b, double x, double y) {
     const double n = a + b;
-    if (n < kStirlingFrom)
+    if (n < kStirlingFrom) {
         return LogGamma(n + 1) - LogGamma(a + 1) - LogGamma(b + 1) + a * LogProbability(x, y) +
                b * LogProbability(y, x);
+    }
     const double stirling = StirlingError(n) - StirlingError(a) - StirlingError(b);
     const double difference = x < y ? DifferenceFromMean(a, b, n, x) : -DifferenceFromMean(b, a, n, y);
     const double deviance = DevianceOf(a, n * x, difference) + DevianceOf(b, n * y, -difference);
@@ -106,8 +111,9 @@ double LogBinomialTerm(double a, double b, double x, double y) {
 double LogChoose(double n, double k) {
     const double m = std::min(k, n - k);
     const double rest = n - m;
-    if (n < kStirlingFrom)
+    if (n < kStirlingFrom) {
         return LogGamma(n + 1) - LogGamma(m + 1) - LogGamma(rest + 1);
+    }
     const double entropy = -m * std::log(m / n) - rest * std::log1p(-m / n);
     const double stirling = StirlingError(n) - StirlingError(m) - StirlingError(rest);
     return entropy + stirling - kHalfLogTwoPi + 0.5 * (std::log(n / rest) - std::log(m));
@@ -117,8 +123,9 @@ double LogBeta(double a, double b) {
     const double m = std::min(a, b);
     const double rest = std::max(a, b);
     const double n = m + rest;
-    if (n < kStirlingFrom)
+    if (n < kStirlingFrom) {
         return LogGammaOfOnePlus(m) + LogGammaOfOnePlus(rest) - LogGamma(n) - std::log(m) - std::log(rest);
+    }
     const double entropy = (m - 0.5) * std::log(m / n) + (rest - 0.5) * std::log1p(-m / n) - 0.5 * std::log(n);
     return entropy + StirlingError(m) + StirlingError(rest) - StirlingError(n) + kHalfLogTwoPi;
 }

@@ -34,14 +34,16 @@ constexpr Node kNodes[] = {
 } // namespace
 
 double LogOfOnePlusLess(double v) {
-    if (!(std::fabs(v) < kSmall))
+    if (!(std::fabs(v) < kSmall)) {
         return std::log1p(v) - v;
+    }
     // log1p(v) = 2 artanh(r) with r = v / (2 + v), whose first term is v - r v.
     const double r = v / (2 + v);
     const double square = r * r;
     double sum = 0;
-    for (int k = 17; k >= 3; k -= 2)
+    for (int k = 17; k >= 3; k -= 2) {
         sum = sum * square + 2.0 / k;
+    }
     return r * (square * sum - v);
 }
 
@@ -54,8 +56,9 @@ double TailIntegral(double slope, BellFactor first, BellFactor second) {
         const double middle = (2 * panel + 1) * half;
         for (const Node& node : kNodes) {
             CountStep();
-            for (const double s : {middle - half * node.at, middle + half * node.at})
+            for (const double s : {middle - half * node.at, middle + half * node.at}) {
                 sum += node.weight * std::exp(first.Log(s) + second.Log(s) - slope * s);
+            }
         }
     }
     return sum * half;

@@ -23,14 +23,16 @@ void CheckFormat(FieldValues&, const XMLCh* value) {
 
 void SetWidth(FieldValues& values, const XMLCh* value) {
     const int width = BaseTranslator::VerifyInt(value);
-    if (width > 0)
+    if (width > 0) {
         values.Var().SetWidth(width);
+    }
 }
 
 void SetDecimal(FieldValues& values, const XMLCh* value) {
     const int decimal = BaseTranslator::VerifyInt(value);
-    if (decimal >= 0)
+    if (decimal >= 0) {
         values.Var().SetDecimal(decimal);
+    }
 }
 
 void SetTrueValue(FieldValues& values, const XMLCh* value) {
@@ -58,12 +60,14 @@ void ReadValue(const xercesc::DOMElement* element, FieldValues& values) {
     const bool isEmpty = Equals(value, "");
     if (Equals(property, PMMLModelTags::XML_VAL_PROP_INVALID) ||
         Equals(property, PMMLModelTags::XML_VAL_PROP_MISSING)) {
-        if (isEmpty && values.IsNumeric())
+        if (isEmpty && values.IsNumeric()) {
             Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>("", "value", "MapValues");
+        }
         values.AddMissing(value);
     } else if (Equals(property, "") || Equals(property, PMMLModelTags::XML_VAL_PROP_VALID)) {
-        if (isEmpty && IsEmptyRefused(values))
+        if (isEmpty && IsEmptyRefused(values)) {
             Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>("", "value", "MapValues");
+        }
         values.AddValid(element, value);
     } else {
         Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(values.Text(property), "property", "Value");
@@ -71,23 +75,26 @@ void ReadValue(const xercesc::DOMElement* element, FieldValues& values) {
 }
 
 void ReadChild(const xercesc::DOMElement* child, FieldValues& values) {
-    if (HasTag(child, PMMLModelTags::XML_ELE_VALUE))
+    if (HasTag(child, PMMLModelTags::XML_ELE_VALUE)) {
         ReadValue(child, values);
-    else if (HasTag(child, PMMLModelTags::XML_ELE_EXTENSION))
+    } else if (HasTag(child, PMMLModelTags::XML_ELE_EXTENSION)) {
         ApplyRule(kRules, values, child);
-    else
+    } else {
         Raise<Message::UNEXPECTED_VALUE>(values.Text(child->getTagName()), "Extension, Value");
+    }
 }
 
 } // namespace
 
 void ReadCategoricalChildren(const xercesc::DOMElement* field, FieldValues& values) {
-    for (const xercesc::DOMElement* child : ChildElements(field))
+    for (const xercesc::DOMElement* child : ChildElements(field)) {
         ReadChild(child, values);
+    }
 
     values.AddBounds();
-    if (const XMLCh* conflict = values.FindConflict())
+    if (const XMLCh* conflict = values.FindConflict()) {
         Raise<Message::VALID_AND_INVALID>(values.Text(conflict));
+    }
     if (values.HandOverLabels()) {
         CheckCategoryCount(values.Var());
         values.CheckLabels();

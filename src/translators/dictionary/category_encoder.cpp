@@ -19,8 +19,9 @@ namespace {
 constexpr int kReservedCategories = 2;
 
 std::unique_ptr<MCVeltrane_900::ScoreEncoder> MakeEncoder(const ScoreDictVar& var) {
-    if (var.GetVarType() == ScoreDictVar::kNUMERIC_VAR)
+    if (var.GetVarType() == ScoreDictVar::kNUMERIC_VAR) {
         return std::make_unique<MCVeltrane_900::ScoreCatNumericEncoder>(kReservedCategories);
+    }
     auto encoder = std::make_unique<MCVeltrane_900::ScoreCatStringEncoder>(kReservedCategories);
     encoder->SetEmptyStringOK(var.GetEmptyStringOK());
     encoder->SetNoSpaceTrim(var.GetNoSpaceTrim());
@@ -34,14 +35,19 @@ bool IsCategorical(const ScoreDictVar& var) {
 } // namespace
 
 bool SetupCategoryEncoder(ScoreDictVar* var) {
-    if (!var || !IsCategorical(*var))
+    if (!var || !IsCategorical(*var)) {
         return false;
-    if (!var->GetEncoder())
+    }
+    if (!var->GetEncoder()) {
         var->SetEncoder(MakeEncoder(*var).release());
-    if (const MCVeltrane_900::ScoreValueLabelSet* labels = var->GetValueLabels())
-        for (const ScoreValueLabel* label : labels->GetAllValueLabels())
-            if (label->GetValue())
+    }
+    if (const MCVeltrane_900::ScoreValueLabelSet* labels = var->GetValueLabels()) {
+        for (const ScoreValueLabel* label : labels->GetAllValueLabels()) {
+            if (label->GetValue()) {
                 var->GetEncoder()->Encode(label->GetValue());
+            }
+        }
+    }
     return true;
 }
 

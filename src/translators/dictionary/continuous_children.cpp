@@ -33,27 +33,32 @@ void ReadValue(const xercesc::DOMElement* element, FieldValues& values) {
     const XMLCh* property = BaseTranslator::GetAttribute(element, PMMLModelTags::XML_ATT_VALUE_PROPERTY);
     const bool isMissing =
         Equals(property, PMMLModelTags::XML_VAL_PROP_INVALID) || Equals(property, PMMLModelTags::XML_VAL_PROP_MISSING);
-    if (!isMissing && !Equals(property, PMMLModelTags::XML_VAL_PROP_VALID))
+    if (!isMissing && !Equals(property, PMMLModelTags::XML_VAL_PROP_VALID)) {
         return;
+    }
     const XMLCh* value = BaseTranslator::GetAttributeForced(element, PMMLModelTags::XML_ATT_VALUE_VALUE);
     if (isMissing) {
         values.AddMissing(value);
         return;
     }
-    if (Equals(value, "") && values.IsKnownNumeric())
+    if (Equals(value, "") && values.IsKnownNumeric()) {
         Raise<Message::NULL_ATTRIBUTE>("value", "Value");
+    }
     values.AddValid(element, value);
 }
 
 /// An Extension with a field of its own has that field's interval as missing values.
 void ReadExtension(const xercesc::DOMElement* extension, FieldValues& values) {
-    if (ApplyRule(kRules, values, extension))
+    if (ApplyRule(kRules, values, extension)) {
         return;
+    }
     const xercesc::DOMElement* inner = FirstChildElement(extension);
-    if (!inner || !HasTag(inner, PMMLModelTags::XML_ELE_XDATAFIELD))
+    if (!inner || !HasTag(inner, PMMLModelTags::XML_ELE_XDATAFIELD)) {
         return;
-    if (xercesc::DOMElement* interval = FirstChildElement(inner))
+    }
+    if (xercesc::DOMElement* interval = FirstChildElement(inner)) {
         PMMLTranslator::handleTreeInterval(interval, values.UseMissing());
+    }
 }
 
 } // namespace
@@ -64,18 +69,21 @@ void ReadContinuousChildren(const xercesc::DOMElement* field, FieldValues& value
         if (HasTag(child, PMMLModelTags::XML_ELE_VALUE)) {
             ReadValue(child, values);
         } else if (HasTag(child, PMMLModelTags::XML_ELE_INTERVAL)) {
-            if (++intervals > 1)
+            if (++intervals > 1) {
                 Raise<Message::MORE_THAN_ONE>("Interval", "DataField");
+            }
             PMMLTranslator::handleInterval(&values.Var(), child, values.UseMissing(), intervals);
         } else if (HasTag(child, PMMLModelTags::XML_ELE_EXTENSION)) {
             ReadExtension(child, values);
         }
     }
 
-    if (const XMLCh* conflict = values.FindConflict())
+    if (const XMLCh* conflict = values.FindConflict()) {
         Raise<Message::VALUE_MISSING_OR_VALID_AND_INVALID>(values.Text(conflict), values.Var().GetName());
-    if (values.HandOverLabels())
+    }
+    if (values.HandOverLabels()) {
         values.CheckLabels();
+    }
     values.AddBounds();
     values.HandOverMissing();
 }

@@ -25,8 +25,9 @@ namespace {
 /// An attribute that must be there and must not be empty.
 const XMLCh* Required(const xercesc::DOMElement* field, const char* name) {
     const XMLCh* text = BaseTranslator::GetAttributeForced(field, name);
-    if (Equals(text, ""))
+    if (Equals(text, "")) {
         Raise<Message::NULL_ATTRIBUTE>(name, "DataField");
+    }
     return text;
 }
 
@@ -56,15 +57,18 @@ std::unique_ptr<DictVar> DataFieldReader::Read(xercesc::DOMElement* field, const
     var->SetEmptyStringOK(storage.emptyStringOk);
 
     const bool isContinuous = var->GetMLevel() == ScoreDictVar::LEVEL_CONTINUOUS;
-    if (isContinuous && var->IsString())
+    if (isContinuous && var->IsString()) {
         Raise<Message::CONFLICTING_VALUES>("continuous", "optype", "string", "dataType");
+    }
     FieldValues values(fTranslator, fText, *var, isTypeExplicit);
-    if (isContinuous)
+    if (isContinuous) {
         ReadContinuousChildren(field, values);
-    else
+    } else {
         ReadCategoricalChildren(field, values);
-    if (withEncoder && var->IsString())
+    }
+    if (withEncoder && var->IsString()) {
         fTranslator.SetupCatEncoder(var.get());
+    }
     return var;
 }
 
@@ -72,8 +76,9 @@ std::unique_ptr<DictVar> DataFieldReader::MakeVar(const xercesc::DOMElement* fie
                                                   const ScoreDictionary& dictionary) const {
     const XMLCh* nameText = Required(field, PMMLModelTags::XML_ATT_DATAFIELD_NAME);
     const std::string name = fText(nameText);
-    if (dictionary.GetVar(name))
+    if (dictionary.GetVar(name)) {
         Raise<Message::DUPLICATE_VARIABLE_IN>(name, "DataDictionary");
+    }
     auto var = std::make_unique<DictVar>(name, ScoreDictVar::kNUMERIC_VAR);
     const XMLCh* display = BaseTranslator::GetAttribute(field, PMMLModelTags::XML_ATT_DATAFIELD_DISPLAYNAME);
     var->SetLabel(Equals(display, "") ? name : fText(display));
@@ -83,8 +88,9 @@ std::unique_ptr<DictVar> DataFieldReader::MakeVar(const xercesc::DOMElement* fie
 void DataFieldReader::SetLevel(const xercesc::DOMElement* field, DictVar& var) const {
     const XMLCh* text = Required(field, PMMLModelTags::XML_ATT_DATAFIELD_OPTYPE);
     const auto level = ReadMeasureLevel(text);
-    if (!level)
+    if (!level) {
         Raise<Message::INVALID_ATTRIBUTE_VALUE>(fText(text), "optype");
+    }
     var.SetMLevel(*level);
 }
 
@@ -116,10 +122,12 @@ void DataFieldReader::ReadExtension(const xercesc::DOMElement* extension, Storag
 
 void DataFieldReader::SetMeasure(const XMLCh* measure, DictVar& var) const {
     var.SetXMeasure(fText(measure));
-    if (!Equals(measure, PMMLModelTags::XML_VAL_FLAG))
+    if (!Equals(measure, PMMLModelTags::XML_VAL_FLAG)) {
         return;
-    if (!var.SetFlagVariable(true))
+    }
+    if (!var.SetFlagVariable(true)) {
         Raise<Message::TYPE_SUPPORTED_ONLY_BY>("flag", "categorical");
+    }
 }
 
 /// @return whether the document says how the field is stored; the attribute x-storageType alone does not count

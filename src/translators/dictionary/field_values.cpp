@@ -79,13 +79,15 @@ MCVeltrane_900::ScoreMissingValueSet* FieldValues::UseMissing() {
 }
 
 void FieldValues::AddBounds() {
-    if (fTranslator.HandleKORDMissingInterval(fMissing.get(), fBoundCount, fLower, fUpper))
+    if (fTranslator.HandleKORDMissingInterval(fMissing.get(), fBoundCount, fLower, fUpper)) {
         fIsMissingUsed = true;
+    }
 }
 
 const XMLCh* FieldValues::FindConflict() const {
-    if (fMissingTexts.empty() || fValidTexts.empty())
+    if (fMissingTexts.empty() || fValidTexts.empty()) {
         return nullptr;
+    }
     const std::set<const XMLCh*, BeforeIgnoringCase> valid(fValidTexts.begin(), fValidTexts.end());
     const auto found = std::find_if(fMissingTexts.begin(), fMissingTexts.end(),
                                     [&](const XMLCh* text) { return valid.contains(text); });
@@ -106,8 +108,9 @@ void FieldValues::CheckLabels() const {
 }
 
 void FieldValues::HandOverMissing() {
-    if (fIsMissingUsed)
+    if (fIsMissingUsed) {
         fVar.SetMissingValues(fMissing.release());
+    }
 }
 
 bool ApplyRule(std::span<const ExtensionRule> rules, FieldValues& values, const xercesc::DOMElement* extension) {

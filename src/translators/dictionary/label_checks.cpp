@@ -32,13 +32,15 @@ using Labels = std::vector<ScoreValueLabel*>;
 
 /// The form of a text that two texts share exactly when StringValue::Equal holds for them under the variable's rules.
 std::string ComparableText(std::string text, const ScoreDictVar& var) {
-    if (var.GetNoSpaceTrim())
+    if (var.GetNoSpaceTrim()) {
         return text;
+    }
     const std::size_t last = text.find_last_not_of(' ');
-    if (last != std::string::npos)
+    if (last != std::string::npos) {
         text.resize(last + 1);
-    else if (!text.empty())
+    } else if (!text.empty()) {
         text.resize(var.GetEmptyStringOK() ? 1 : 0);
+    }
     return text;
 }
 
@@ -47,11 +49,13 @@ std::vector<bool> FindDuplicateTexts(const ScoreDictVar& var, const Labels& labe
     std::unordered_map<std::string, std::size_t> first;
     first.reserve(labels.size());
     for (std::size_t i = 0; i < labels.size(); ++i) {
-        if (labels[i]->GetValue() == nullptr)
+        if (labels[i]->GetValue() == nullptr) {
             continue;
+        }
         const auto [entry, isNew] = first.emplace(ComparableText(labels[i]->GetValue()->GetString(), var), i);
-        if (!isNew)
+        if (!isNew) {
             isDuplicate[i] = isDuplicate[entry->second] = true;
+        }
     }
     return isDuplicate;
 }
@@ -59,8 +63,9 @@ std::vector<bool> FindDuplicateTexts(const ScoreDictVar& var, const Labels& labe
 /// A number that orders values of one kind as their own operator tells them apart: the seconds of a date-time, whatever
 /// unit it reports itself in.
 double OrderOf(const ScoreValue& value) {
-    if (const DateTimeValue* dateTime = data::FindDateTime(value))
+    if (const DateTimeValue* dateTime = data::FindDateTime(value)) {
         return dateTime->GetDoubleValue(ScoreDictVar::DT_DATETIME);
+    }
     return value.GetDouble();
 }
 
@@ -69,17 +74,20 @@ double OrderOf(const ScoreValue& value) {
 std::vector<bool> FindDuplicateNumbers(const Labels& labels) {
     std::vector<std::pair<double, std::size_t>> ordered;
     ordered.reserve(labels.size());
-    for (std::size_t i = 0; i < labels.size(); ++i)
-        if (labels[i]->GetValue() != nullptr)
+    for (std::size_t i = 0; i < labels.size(); ++i) {
+        if (labels[i]->GetValue() != nullptr) {
             ordered.emplace_back(OrderOf(*labels[i]->GetValue()), i);
+        }
+    }
     std::sort(ordered.begin(), ordered.end());
 
     std::vector<bool> isDuplicate(labels.size());
     for (std::size_t k = 1; k < ordered.size(); ++k) {
         const std::size_t a = ordered[k - 1].second;
         const std::size_t b = ordered[k].second;
-        if (*labels[a] == *labels[b])
+        if (*labels[a] == *labels[b]) {
             isDuplicate[a] = isDuplicate[b] = true;
+        }
     }
     return isDuplicate;
 }

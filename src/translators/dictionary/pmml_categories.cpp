@@ -22,8 +22,9 @@ using veltrane::diagnostics::Raise;
 template <typename Matches>
 int FindLabel(const ScoreDictVar& var, Matches matches) {
     const ScoreValueLabelSet* labels = var.GetValueLabels();
-    if (!labels || labels->Size() == 0)
+    if (!labels || labels->Size() == 0) {
         Raise<Message::MISSING_VALUE_LIST>(var.GetName());
+    }
     const auto& all = labels->GetAllValueLabels();
     const auto found = std::find_if(all.begin(), all.end(), [&](const ScoreValueLabel* label) {
         return label->GetValue() && matches(*label->GetValue());
@@ -74,19 +75,23 @@ bool PMMLTranslator::SetupCatEncoder(ScoreDictVar* var) {
 }
 
 bool PMMLTranslator::IsValidScoreValue(const ScoreDictVar* var, const std::string& text) {
-    if (!var)
+    if (!var) {
         return false;
-    if (var->GetVarType() != ScoreDictVar::kNUMERIC_VAR)
+    }
+    if (var->GetVarType() != ScoreDictVar::kNUMERIC_VAR) {
         return FindLabel(*var, [&](const ScoreValue& value) { return value.GetString() == text; }) >= 0;
+    }
     const double number = NumericValue(text).GetDouble();
     return FindLabel(*var, [&](const ScoreValue& value) { return value.GetDouble() == number; }) >= 0;
 }
 
 int PMMLTranslator::GetIndexOfOrdinalValue(const std::string& text, const ScoreDictVar* var) {
-    if (!var)
+    if (!var) {
         return -1;
-    if (var->GetVarType() != ScoreDictVar::kNUMERIC_VAR)
+    }
+    if (var->GetVarType() != ScoreDictVar::kNUMERIC_VAR) {
         return FindLabel(*var, [&](const ScoreValue& value) { return value.GetString() == text; });
+    }
     const NumericValue number(text);
     return FindLabel(*var, [&](const ScoreValue& value) { return value == number; });
 }
@@ -96,8 +101,9 @@ int PMMLTranslator::HandleOrdinalVariable(xercesc::DOMElement* predicate, const 
     const std::string value = ToString(GetAttributeForced(predicate, PMMLModelTags::XML_ATT_VALUE));
     const XMLCh* operatorText = GetAttributeForced(predicate, PMMLModelTags::XML_ATT_OPERATOR);
     const int index = GetIndexOfOrdinalValue(value, var);
-    if (index < 0)
+    if (index < 0) {
         Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(value, "value", var ? var->GetName() : std::string());
+    }
     const int last = var->GetNumberOfCats() - 1;
     for (const OrdinalOperator& candidate : kOrdinalOperators) {
         if (veltrane::translators::Equals(operatorText, candidate.text)) {

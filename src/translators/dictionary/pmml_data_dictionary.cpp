@@ -37,31 +37,37 @@ std::optional<int> ReadCount(const XMLCh* text) {
 void CheckNumberOfFields(const xercesc::DOMElement* dataDictionary, int count, const DocumentText& text) {
     const XMLCh* declared =
         BaseTranslator::GetAttributeForced(dataDictionary, PMMLModelTags::XML_ATT_DATADICT_NUMBEROFFIELDS);
-    if (Equals(declared, ""))
+    if (Equals(declared, "")) {
         Raise<Message::NULL_ATTRIBUTE>("numberOfFields", "DataDictionary");
+    }
     const std::optional<int> number = ReadCount(declared);
-    if (number != count)
+    if (number != count) {
         Raise<Message::NUMBER_MISMATCH>(number ? std::to_string(*number) : text(declared), "numberOfFields",
                                         std::to_string(count), "DataField", "DataDictionary");
+    }
 }
 
 } // namespace
 
 ScoreDictionary* PMMLTranslator::ParseDictionary(xercesc::DOMNode* dataDictionary, bool withEncoders) {
-    if (!dataDictionary || dataDictionary->getNodeType() != xercesc::DOMNode::ELEMENT_NODE)
+    if (!dataDictionary || dataDictionary->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) {
         Raise<Message::MISSING_NODE_IN>("DataDictionary", "PMML");
-    if (!GetTranscoder())
+    }
+    if (!GetTranscoder()) {
         CreateTranscoder(fEncoding);
+    }
 
     const DocumentText text(*this, &PMMLTranslator::ToString);
     DataFieldReader reader(*this, text);
     auto dictionary = std::make_unique<BaseDictionary>();
     int count = 0;
     for (xercesc::DOMElement* child : ChildElements(dataDictionary)) {
-        if (HasTag(child, PMMLModelTags::XML_ELE_EXTENSION))
+        if (HasTag(child, PMMLModelTags::XML_ELE_EXTENSION)) {
             continue;
-        if (!HasTag(child, PMMLModelTags::XML_ELE_DATAFIELD))
+        }
+        if (!HasTag(child, PMMLModelTags::XML_ELE_DATAFIELD)) {
             Raise<Message::UNEXPECTED_NODE_IN>(text.Tag(child), "DataDictionary", "Extension");
+        }
         ++count;
         veltrane::translators::AddVar(*dictionary, reader.Read(child, *dictionary, withEncoders));
     }

@@ -55,9 +55,11 @@ double ReadMargin(const xercesc::DOMElement* interval, const char* name, double 
 
 Closure ReadClosure(const xercesc::DOMElement* interval) {
     const XMLCh* text = BaseTranslator::GetAttribute(interval, PMMLModelTags::XML_ATT_INTERVAL_CLOSURE);
-    for (const Closure& closure : kClosures)
-        if (veltrane::translators::Equals(text, closure.text))
+    for (const Closure& closure : kClosures) {
+        if (veltrane::translators::Equals(text, closure.text)) {
             return closure;
+        }
+    }
     return kOpen;
 }
 
@@ -92,12 +94,14 @@ void PMMLTranslator::handleInterval(ScoreDictVar*, xercesc::DOMNode* interval, S
     const double right = MoveOut(margins.right, margins.rightClosed, kBoundStep);
 
     // With the left margin alone the range carries the right one's flag: documents are scored by it.
-    if (hasLeft && hasRight)
+    if (hasLeft && hasRight) {
         AddRangeOfValues(missing, -Infinity(), left, true, leftOpen);
-    else if (hasLeft)
+    } else if (hasLeft) {
         AddRangeOfValues(missing, -Infinity(), left, rightOpen, true);
-    if (!hasLeft || hasRight)
+    }
+    if (!hasLeft || hasRight) {
         AddRangeOfValues(missing, right, Infinity(), rightOpen, true);
+    }
 }
 
 void PMMLTranslator::handleTreeInterval(xercesc::DOMNode* interval, ScoreMissingValueSet* missing) {
@@ -106,11 +110,13 @@ void PMMLTranslator::handleTreeInterval(xercesc::DOMNode* interval, ScoreMissing
 }
 
 bool PMMLTranslator::HandleKORDMissingInterval(ScoreMissingValueSet* missing, int count, double lower, double upper) {
-    if (count == 0)
+    if (count == 0) {
         return false;
-    if (count != kLowerBound && count != kUpperBound && count != kLowerBound + kUpperBound)
+    }
+    if (count != kLowerBound && count != kUpperBound && count != kLowerBound + kUpperBound) {
         veltrane::diagnostics::Raise<veltrane::diagnostics::Message::MORE_THAN_ONE>(
             "invalidRangeLower, invalidRangeUpper", "Value");
+    }
     AddRange(*missing, std::make_unique<Range>(lower, upper, true, true));
     return true;
 }

@@ -23,15 +23,17 @@ using veltrane::translators::WideName;
 constexpr const char* kDefaultEncoding = "CP1252";
 
 int CheckedInt(std::string_view text) {
-    if (!veltrane::translators::IsIntText(text))
+    if (!veltrane::translators::IsIntText(text)) {
         Raise<Message::INVALID_VALUE_OF_TYPE>(text, "integer");
+    }
     return veltrane::data::ReadInteger(text);
 }
 
 double CheckedDouble(std::string_view text) {
     text = veltrane::translators::TrimBlanks(text);
-    if (!veltrane::translators::IsDoubleText(text))
+    if (!veltrane::translators::IsDoubleText(text)) {
         Raise<Message::INVALID_VALUE_OF_TYPE>(text, "double");
+    }
     return veltrane::translators::ReadDoubleText(text);
 }
 
@@ -110,8 +112,9 @@ double BaseTranslator::VerifyDouble(const XMLCh* text) {
 }
 
 double BaseTranslator::VerifyDateTime(const std::string& text, ScoreDictVar::DateTimeType type) {
-    if (!DateTimeValue::IsValidDateTime(text, type))
+    if (!DateTimeValue::IsValidDateTime(text, type)) {
         Raise<Message::INVALID_VALUE_OF_TYPE>(text, "dateTime");
+    }
     return DateTimeValue(text, type).GetDouble();
 }
 

@@ -18,15 +18,17 @@ using veltrane::translators::WideName;
 
 /// The node itself or the first of its following siblings that is an element.
 xercesc::DOMNode* ElementFrom(xercesc::DOMNode* node) {
-    while (node && node->getNodeType() != xercesc::DOMNode::ELEMENT_NODE)
+    while (node && node->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) {
         node = node->getNextSibling();
+    }
     return node;
 }
 
 xercesc::DOMNode* FindChild(xercesc::DOMNode* node, const XMLCh* tag) {
     xercesc::DOMNode* child = BaseTranslator::GetFirstChildElt(node);
-    while (child && !xercesc::XMLString::equals(child->getNodeName(), tag))
+    while (child && !xercesc::XMLString::equals(child->getNodeName(), tag)) {
         child = BaseTranslator::GetNextSiblingElt(child);
+    }
     return child;
 }
 
@@ -66,8 +68,9 @@ const XMLCh* BaseTranslator::GetAttribute(const xercesc::DOMElement* element, co
 
 const XMLCh* BaseTranslator::GetAttributeForced(const xercesc::DOMElement* element, const std::string& name) {
     const xercesc::DOMAttr* attribute = element->getAttributeNode(WideName(name).Get());
-    if (!attribute)
+    if (!attribute) {
         Raise<Message::MISSING_ATTRIBUTE_OF>(name, MessageText(element->getTagName()));
+    }
     return ValueOf(*attribute);
 }
 
@@ -82,29 +85,33 @@ xercesc::DOMNode* BaseTranslator::GetChildTag(xercesc::DOMNode* node, XMLCh* tag
 
 xercesc::DOMNode* BaseTranslator::GetChildByTagForced(xercesc::DOMNode* node, const std::string& tag) {
     xercesc::DOMNode* child = GetChildByTag(node, tag);
-    if (!child)
+    if (!child) {
         Raise<Message::MISSING_NODE>(tag);
+    }
     return child;
 }
 
 xercesc::DOMNode* BaseTranslator::GetChildTagForced(xercesc::DOMNode* node, XMLCh* tag) {
     const OwnedText owner(tag);
     xercesc::DOMNode* child = FindChild(node, tag);
-    if (!child)
+    if (!child) {
         Raise<Message::MISSING_NODE>(MessageText(tag));
+    }
     return child;
 }
 
 xercesc::DOMNodeList* BaseTranslator::GetElementsByTagName(const xercesc::DOMDocument* document,
                                                            const std::string& tag) {
-    if (!document)
+    if (!document) {
         Raise<Message::MISSING_NODE>(tag);
+    }
     return document->getElementsByTagName(WideName(tag).Get());
 }
 
 xercesc::DOMNodeList* BaseTranslator::GetElementsByTagName(const xercesc::DOMElement* element, const std::string& tag) {
-    if (!element)
+    if (!element) {
         Raise<Message::MISSING_NODE>(tag);
+    }
     return element->getElementsByTagName(WideName(tag).Get());
 }
 

@@ -9,8 +9,9 @@ namespace {
 
 std::string TranscodeLocal(const XMLCh* text) {
     char* bytes = xercesc::XMLString::transcode(text);
-    if (!bytes)
+    if (!bytes) {
         return {};
+    }
     std::string result = bytes;
     xercesc::XMLString::release(&bytes);
     return result;
@@ -23,8 +24,9 @@ std::string LocalText(const XMLCh* text) {
 }
 
 LocalView::LocalView(const XMLCh* text) {
-    if (!text)
+    if (!text) {
         return;
+    }
     std::size_t length = 0;
     for (; text[length] != 0; ++length) {
         if (length == std::size(fShort) || text[length] >= 0x80) {

@@ -60,18 +60,22 @@ bool IsExponentInPlace(const Occurrence& exponent, std::size_t size) {
 
 /// Without an exponent a sign stands alone and in front; with one only the place of the last sign counts.
 bool IsSignInPlace(const Occurrence& sign, const Occurrence& exponent, std::size_t size) {
-    if (sign.count == 0)
+    if (sign.count == 0) {
         return true;
-    if (exponent.count == 0 && (sign.count > 1 || sign.last != 0))
+    }
+    if (exponent.count == 0 && (sign.count > 1 || sign.last != 0)) {
         return false;
+    }
     return sign.last != size - 1 && (sign.last == 0 || sign.last == exponent.last + 1);
 }
 
 bool IsPointInPlace(const Occurrence& point, const Occurrence& exponent, std::size_t size) {
-    if (point.count == 0)
+    if (point.count == 0) {
         return true;
-    if (point.count > 1 || point.last == size - 1)
+    }
+    if (point.count > 1 || point.last == size - 1) {
         return false;
+    }
     return exponent.count == 0 || point.last + 1 < exponent.last;
 }
 
@@ -79,14 +83,16 @@ bool IsPointInPlace(const Occurrence& point, const Occurrence& exponent, std::si
 
 std::string_view TrimBlanks(std::string_view text) {
     const std::size_t first = text.find_first_not_of(' ');
-    if (first == kNone)
+    if (first == kNone) {
         return text;
+    }
     return text.substr(first, text.find_last_not_of(' ') + 1);
 }
 
 bool IsDoubleText(std::string_view text) {
-    if (text.empty())
+    if (text.empty()) {
         return false;
+    }
     const NumberShape shape = FindShape(text);
     const bool bothSignsAlone = shape.exponent.count == 0 && shape.minus.count > 0 && shape.plus.count > 0;
     return shape.onlyNumberCharacters && !bothSignsAlone && IsExponentInPlace(shape.exponent, text.size()) &&
@@ -98,14 +104,16 @@ bool IsDoubleText(std::string_view text) {
 double ReadDoubleText(std::string_view text) {
     double value = NumericValue::GetSysmisValue();
     if (!data::ReadStreamDouble(text, value) &&
-        platform::ReadDouble(std::string(text).c_str()) == NumericValue::GetInfinity())
+        platform::ReadDouble(std::string(text).c_str()) == NumericValue::GetInfinity()) {
         return NumericValue::GetInfinity();
+    }
     return value;
 }
 
 bool IsIntText(std::string_view text) {
-    if (!text.empty() && (text.front() == '-' || text.front() == '+'))
+    if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
         text.remove_prefix(1);
+    }
     return !text.empty() && text.find_first_not_of("0123456789") == kNone;
 }
 

@@ -52,24 +52,30 @@ ScoreModel* PMMLTranslator::ParseFromTree(xercesc::DOMDocument*, const std::stri
 }
 
 ScoreDictVar::DateTimeType PMMLTranslator::ParseDateTimeType(const XMLCh* text) {
-    for (const DateTimeWord& word : kDateTimeWords)
-        if (Equals(text, word.text))
+    for (const DateTimeWord& word : kDateTimeWords) {
+        if (Equals(text, word.text)) {
             return word.type;
+        }
+    }
     return ScoreDictVar::DT_NONE;
 }
 
 void PMMLTranslator::ParseUsageTypeExtension(xercesc::DOMElement* extension, ScoreDictVar* var) {
-    if (!extension)
+    if (!extension) {
         return;
-    for (const xercesc::DOMElement* child : ChildElements(extension))
+    }
+    for (const xercesc::DOMElement* child : ChildElements(extension)) {
         if (HasTag(child, PMMLModelTags::XML_ATT_EXTENSION_USAGETYPE) &&
-            Equals(GetAttribute(child, PMMLModelTags::XML_ATT_EXT_VALUE), PMMLModelTags::XML_VAL_USAGETYPE_DISABLE))
+            Equals(GetAttribute(child, PMMLModelTags::XML_ATT_EXT_VALUE), PMMLModelTags::XML_VAL_USAGETYPE_DISABLE)) {
             var->SetUsageType(false);
+        }
+    }
 }
 
 bool PMMLTranslator::XStrEqualsUTF8Str(const XMLCh* text, const char* literal) {
-    if (!GetTranscoder())
+    if (!GetTranscoder()) {
         return false;
+    }
     const std::unique_ptr<XMLCh[]> converted(GetTranscoder()->ChangeChar2XML(literal));
     return converted && xercesc::XMLString::equals(text, converted.get());
 }

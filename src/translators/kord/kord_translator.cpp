@@ -24,22 +24,26 @@ KORDTranslator& KORDTranslator::operator=(const KORDTranslator& other) = default
 KORDTranslator::~KORDTranslator() = default;
 
 ScoreDictionary* KORDTranslator::ParseDictionary(xercesc::DOMElement* dictionary) {
-    if (!dictionary)
+    if (!dictionary) {
         Raise<Message::MISSING_NODE_IN>(KORDModelTags::XML_ELE_DICTIONARY, "kord-ml");
+    }
     const DocumentText text(*this, &KORDTranslator::ToString);
     const veltrane::translators::KordVariableReader reader(*this, text);
     auto result = std::make_unique<BaseDictionary>();
     for (const xercesc::DOMElement* child : ChildElements(dictionary)) {
-        if (!HasTag(child, KORDModelTags::XML_ELE_VARIABLE))
+        if (!HasTag(child, KORDModelTags::XML_ELE_VARIABLE)) {
             Raise<Message::UNEXPECTED_NODE_IN>(text.Tag(child), KORDModelTags::XML_ELE_VARIABLE,
                                                KORDModelTags::XML_ELE_DICTIONARY);
+        }
         std::unique_ptr<DictVar> var = reader.Read(child, *result);
-        if (var->IsString())
+        if (var->IsString()) {
             SetupCatEncoder(var.get());
+        }
         veltrane::translators::AddVar(*result, std::move(var));
     }
-    if (result->Size() == 0)
+    if (result->Size() == 0) {
         Raise<Message::NO_CHILD_ELEMENT>(KORDModelTags::XML_ELE_DICTIONARY);
+    }
     return result.release();
 }
 

@@ -44,8 +44,9 @@ int ReadFormatNumber(const xercesc::DOMElement* format, const char* name) {
 /// The text of one end of a missing range.
 const XMLCh* BoundText(const xercesc::DOMElement* bound) {
     const XMLCh* text = BaseTranslator::GetAttribute(bound, Tags::XML_ATT_VALUE);
-    if (Equals(text, ""))
+    if (Equals(text, "")) {
         Raise<Message::MISSING_ATTRIBUTE_OF>(Tags::XML_ATT_VALUE, Tags::XML_ELE_CATEGORY);
+    }
     return text;
 }
 
@@ -60,8 +61,9 @@ std::unique_ptr<ScoreValue> KordVariableReader::MakeValue(const DictVar& var, co
 void KordVariableReader::ReadCategories(const xercesc::DOMElement* categories, DictVar& var) const {
     std::unique_ptr<ScoreValueLabelSet> labels = std::make_unique<MCVeltrane_900::ValueLabelSet>();
     for (const xercesc::DOMElement* child : ChildElements(categories)) {
-        if (!HasTag(child, Tags::XML_ELE_CATEGORY))
+        if (!HasTag(child, Tags::XML_ELE_CATEGORY)) {
             Raise<Message::INVALID_ATTRIBUTE_VALUE>(fText.Tag(child), Tags::XML_ELE_CATEGORY);
+        }
         AddCategory(child, var, *labels);
     }
     const std::unique_ptr<ScoreValueLabelSet> before(var.GetValueLabels());
@@ -81,10 +83,11 @@ void KordVariableReader::AddCategory(const xercesc::DOMElement* category, const 
 void KordVariableReader::ReadMissingValues(const xercesc::DOMElement* missingValues, DictVar& var) const {
     std::unique_ptr<ScoreMissingValueSet> missing = std::make_unique<MCVeltrane_900::MissingValueSet>();
     for (const xercesc::DOMElement* child : ChildElements(missingValues)) {
-        if (HasTag(child, Tags::XML_ELE_CATEGORY))
+        if (HasTag(child, Tags::XML_ELE_CATEGORY)) {
             AddMissingCategory(child, var, *missing);
-        else if (HasTag(child, Tags::XML_ELE_RANGE))
+        } else if (HasTag(child, Tags::XML_ELE_RANGE)) {
             AddMissingRange(child, var, *missing);
+        }
     }
     const std::unique_ptr<ScoreMissingValueSet> before(var.GetMissingValues());
     var.SetMissingValues(missing.release());
@@ -93,19 +96,22 @@ void KordVariableReader::ReadMissingValues(const xercesc::DOMElement* missingVal
 void KordVariableReader::AddMissingCategory(const xercesc::DOMElement* category, const DictVar& var,
                                             ScoreMissingValueSet& missing) const {
     const XMLCh* text = BaseTranslator::GetAttribute(category, Tags::XML_ATT_VALUE);
-    if (Equals(text, ""))
+    if (Equals(text, "")) {
         Raise<Message::NULL_ATTRIBUTE>(Tags::XML_ATT_VALUE, Tags::XML_ELE_CATEGORY);
+    }
     AddRange(missing, std::make_unique<MCVeltrane_900::Range>(MakeValue(var, text).release()));
 }
 
 void KordVariableReader::AddMissingRange(const xercesc::DOMElement* range, const DictVar& var,
                                          ScoreMissingValueSet& missing) const {
     const xercesc::DOMElement* first = FirstChildElement(range);
-    if (!first)
+    if (!first) {
         Raise<Message::MISSING_MINIMUM>(Tags::XML_ELE_CATEGORY, Tags::XML_ELE_RANGE);
+    }
     const xercesc::DOMElement* second = NextElement(first);
-    if (!second)
+    if (!second) {
         Raise<Message::MISSING_MAXIMUM>(Tags::XML_ELE_CATEGORY, Tags::XML_ELE_RANGE);
+    }
     // Both have to be there before either is read.
     const XMLCh* lowerText = BoundText(first);
     const XMLCh* upperText = BoundText(second);

@@ -38,8 +38,9 @@ constexpr LevelWord kLevelWords[] = {
 };
 
 const XMLCh* CheckFilled(const XMLCh* text, const char* name) {
-    if (Equals(text, ""))
+    if (Equals(text, "")) {
         Raise<Message::NULL_ATTRIBUTE>(name, Tags::XML_ELE_VARIABLE);
+    }
     return text;
 }
 
@@ -51,14 +52,17 @@ bool IsMissing(const DictVar& var, const ScoreValue& labelled) {
 
 /// Finds a label whose value is missing too.
 void CheckLabels(const DictVar& var) {
-    if (!var.GetValueLabels() || !var.GetMissingValues())
+    if (!var.GetValueLabels() || !var.GetMissingValues()) {
         return;
-    if (var.GetValueLabels()->Size() == 0)
+    }
+    if (var.GetValueLabels()->Size() == 0) {
         Raise<Message::MISSING_VALUE_LIST>(var.GetName());
+    }
     int index = 0;
     for (const ScoreValueLabel* label : var.GetValueLabels()->GetAllValueLabels()) {
-        if (IsMissing(var, *label->GetValue()))
+        if (IsMissing(var, *label->GetValue())) {
             Raise<Message::NTH_VALUE_INTERSECTS>(std::to_string(index), var.GetName());
+        }
         ++index;
     }
 }
@@ -76,8 +80,9 @@ std::unique_ptr<DictVar> KordVariableReader::Read(const xercesc::DOMElement* var
                                                   const ScoreDictionary& dictionary) const {
     std::unique_ptr<DictVar> var = MakeVar(variable, dictionary);
     SetLevel(variable, *var);
-    for (const xercesc::DOMElement* child : ChildElements(variable))
+    for (const xercesc::DOMElement* child : ChildElements(variable)) {
         ReadChild(child, *var);
+    }
     CheckLabels(*var);
     return var;
 }
@@ -89,8 +94,9 @@ std::unique_ptr<DictVar> KordVariableReader::MakeVar(const xercesc::DOMElement* 
     const std::string name = fText(CheckFilled(nameText, Tags::XML_ATT_NAME));
     const bool isString = Equals(CheckFilled(storage, Tags::XML_ATT_STORAGE_TYPE), Tags::XML_VAL_STRING);
     auto var = std::make_unique<DictVar>(name, isString ? ScoreDictVar::STRING_VAR : ScoreDictVar::kNUMERIC_VAR);
-    if (dictionary.GetVar(name))
+    if (dictionary.GetVar(name)) {
         Raise<Message::DUPLICATE_VARIABLE_IN>(name, Tags::XML_ELE_DICTIONARY);
+    }
     const XMLCh* label = BaseTranslator::GetAttribute(variable, Tags::XML_ATT_LABEL);
     var->SetLabel(Equals(label, "") ? name : fText(label));
     return var;
@@ -99,9 +105,10 @@ std::unique_ptr<DictVar> KordVariableReader::MakeVar(const xercesc::DOMElement* 
 void KordVariableReader::SetLevel(const xercesc::DOMElement* variable, DictVar& var) const {
     const XMLCh* text = CheckFilled(BaseTranslator::GetAttributeForced(variable, Tags::XML_ATT_MEASUREMENT_LEVEL),
                                     Tags::XML_ATT_MEASUREMENT_LEVEL);
-    if (var.IsString() && Equals(text, Tags::XML_VAL_CONTINUOUS))
+    if (var.IsString() && Equals(text, Tags::XML_VAL_CONTINUOUS)) {
         Raise<Message::CONFLICTING_VALUES>(Tags::XML_VAL_CONTINUOUS, Tags::XML_ATT_MEASUREMENT_LEVEL,
                                            Tags::XML_VAL_STRING, Tags::XML_ATT_STORAGE_TYPE);
+    }
     for (const LevelWord& word : kLevelWords) {
         if (Equals(text, word.text)) {
             var.SetMLevel(word.level);

@@ -18,10 +18,12 @@ constexpr long long kMost = std::numeric_limits<long long>::max();
 constexpr long long kLeast = std::numeric_limits<long long>::min();
 
 TEST(LeapYears, FollowTheGregorianRule) {
-    for (const long long year : {2000LL, 0LL, 2004LL, 2400LL, -4LL, -400LL, -2000LL})
+    for (const long long year : {2000LL, 0LL, 2004LL, 2400LL, -4LL, -400LL, -2000LL}) {
         EXPECT_TRUE(DateTimeValue::IsLeapYear(year)) << year;
-    for (const long long year : {1900LL, 2001LL, 2100LL, -1LL, -100LL, -1900LL})
+    }
+    for (const long long year : {1900LL, 2001LL, 2100LL, -1LL, -100LL, -1900LL}) {
         EXPECT_FALSE(DateTimeValue::IsLeapYear(year)) << year;
+    }
 }
 
 TEST(CalendarLookups, DaysInYear) {
@@ -100,25 +102,28 @@ INSTANTIATE_TEST_SUITE_P(Rows, ValidDate, testing::ValuesIn(kDateCases),
 // Both counts are the sum over the years of the range; the year at the upper end isn't counted.
 long long LoopedLeapYears(long long a, long long b) {
     long long count = 0;
-    for (long long year = std::min(a, b); year < std::max(a, b); ++year)
+    for (long long year = std::min(a, b); year < std::max(a, b); ++year) {
         count += DateTimeValue::IsLeapYear(year) ? 1 : 0;
+    }
     return count;
 }
 
 long long LoopedDays(long long a, long long b) {
     long long days = 0;
-    for (long long year = std::min(a, b); year < std::max(a, b); ++year)
+    for (long long year = std::min(a, b); year < std::max(a, b); ++year) {
         days += DateTimeValue::DaysInYear(year);
+    }
     return a < b ? days : -days;
 }
 
 TEST(YearRanges, EqualTheLoopOverTheYears) {
     for (const long long from :
-         {-2001LL, -800LL, -401LL, -400LL, -100LL, -5LL, -4LL, -1LL, 0LL, 1LL, 4LL, 399LL, 1970LL})
+         {-2001LL, -800LL, -401LL, -400LL, -100LL, -5LL, -4LL, -1LL, 0LL, 1LL, 4LL, 399LL, 1970LL}) {
         for (long long to = -2100; to <= 2500; to += 7) {
             ASSERT_EQ(DateTimeValue::NumberOfLeapYear(from, to), LoopedLeapYears(from, to)) << from << " " << to;
             ASSERT_EQ(DateTimeValue::DaysBetweenYear(from, to), LoopedDays(from, to)) << from << " " << to;
         }
+    }
 }
 
 TEST(YearRanges, EveryPairOfNeighbours) {

@@ -143,10 +143,11 @@ struct PlainNumberCase {
 class PlainNumber : public testing::TestWithParam<PlainNumberCase> {};
 
 TEST_P(PlainNumber, IsJudgedForEveryNumericType) {
-    for (int type = ScoreDictVar::DT_DAYS_SINCE_0; type <= ScoreDictVar::DT_SECONDS_SINCE_1980; ++type)
+    for (int type = ScoreDictVar::DT_DAYS_SINCE_0; type <= ScoreDictVar::DT_SECONDS_SINCE_1980; ++type) {
         EXPECT_EQ(DateTimeValue::IsValidDateTime(GetParam().text, static_cast<ScoreDictVar::DateTimeType>(type)),
                   GetParam().plain)
             << type;
+    }
 }
 
 constexpr PlainNumberCase kPlainNumberCases[] = {

@@ -30,8 +30,9 @@ bool StreamReads(const std::string& text, double& out) {
     std::istringstream in(text);
     in.imbue(std::locale::classic());
     double value = 0;
-    if (!(in >> value))
+    if (!(in >> value)) {
         return false;
+    }
     out = value;
     return true;
 }
@@ -39,10 +40,12 @@ bool StreamReads(const std::string& text, double& out) {
 /// The rule for a number in a text, by the C library and a stream.
 double ReferenceNumber(const std::string& text) {
     double value = kSysmis;
-    if (text.empty())
+    if (text.empty()) {
         return value;
-    if (std::atof(text.c_str()) == kInfinity)
+    }
+    if (std::atof(text.c_str()) == kInfinity) {
         return kInfinity;
+    }
     StreamReads(text, value);
     return value;
 }
@@ -138,9 +141,11 @@ TEST(NumberFromTextAgainstAStream, EveryShortTextOfTheAlphabet) {
     std::vector<std::string> texts{""};
     for (std::size_t begin = 0, length = 0; length < 5; ++length) {
         const std::size_t end = texts.size();
-        for (; begin < end; ++begin)
-            for (const char c : alphabet)
+        for (; begin < end; ++begin) {
+            for (const char c : alphabet) {
                 texts.push_back(texts[begin] + c);
+            }
+        }
     }
     for (const std::string& text : texts) {
         ASSERT_EQ(Bits(NumericValue(text).GetDouble()), Bits(ReferenceNumber(text))) << text;
@@ -155,8 +160,9 @@ std::string RandomNumberText(std::mt19937& random) {
     const auto pick = [&random](std::size_t n) { return random() % n; };
     std::string text;
     const std::size_t length = 1 + pick(24);
-    for (std::size_t i = 0; i < length; ++i)
+    for (std::size_t i = 0; i < length; ++i) {
         text += alphabet[pick(alphabet.size())];
+    }
     return text;
 }
 
@@ -172,8 +178,9 @@ TEST(NumberFromTextAgainstAStream, RandomDoublesInSeventeenDigits) {
     std::mt19937_64 random(7);
     for (int i = 0; i < 50000; ++i) {
         const double value = std::bit_cast<double>(random());
-        if (value != value)
+        if (value != value) {
             continue;
+        }
         char text[40];
         std::snprintf(text, sizeof text, "%.17g", value);
         ASSERT_EQ(Bits(NumericValue(std::string(text)).GetDouble()), Bits(ReferenceNumber(text))) << text;
@@ -282,11 +289,14 @@ protected:
 
 TEST_F(UnderACommaLocaleOfTheC, NumbersAndTextsReadTheSame) {
     const char* installed = nullptr;
-    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "da_DK.UTF-8"})
-        if (installed == nullptr)
+    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "da_DK.UTF-8"}) {
+        if (installed == nullptr) {
             installed = std::setlocale(LC_ALL, name);
-    if (installed == nullptr)
+        }
+    }
+    if (installed == nullptr) {
         GTEST_SKIP() << "no locale with a decimal comma is installed";
+    }
     EXPECT_EQ(NumericValue(std::string("1.5")).GetDouble(), 1.5);
     EXPECT_EQ(NumericValue(std::string("1.5e999")).GetDouble(), kInfinity);
     EXPECT_EQ(StringValue("1.5").GetDouble(), 1.5);

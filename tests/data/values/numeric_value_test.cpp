@@ -308,12 +308,13 @@ INSTANTIATE_TEST_SUITE_P(Rows, NumericGetString, testing::ValuesIn(kTextCases),
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST(NumericGetStringOverTheRange, EqualsADefaultStream) {
-    for (double value = 1e-320; value < 1e308; value *= 1.37)
+    for (double value = 1e-320; value < 1e308; value *= 1.37) {
         for (const double signedValue : {value, -value, std::round(value)}) {
             std::ostringstream out;
             out << signedValue;
             EXPECT_EQ(NumericValue(signedValue).GetString(), out.str());
         }
+    }
 }
 
 struct CommaPoint : std::numpunct<char> {

@@ -33,12 +33,14 @@ TEST(ValueAllocations, ComparingTakesNone) {
     EXPECT_EQ(AllocationsOf([&] {
                   for (const ScoreValue* a :
                        {static_cast<const ScoreValue*>(&left), static_cast<const ScoreValue*>(&number),
-                        static_cast<const ScoreValue*>(&time)})
+                        static_cast<const ScoreValue*>(&time)}) {
                       for (const ScoreValue* b :
                            {static_cast<const ScoreValue*>(&right), static_cast<const ScoreValue*>(&number),
-                            static_cast<const ScoreValue*>(&time)})
+                            static_cast<const ScoreValue*>(&time)}) {
                           results += (*a == *b) + (*a < *b) + (*a > *b) + (*a <= *b) + (*a >= *b) +
                                      a->Equal(b, false, true) + a->IsSystemMissingValue();
+                      }
+                  }
               }),
               0u);
     EXPECT_GT(results, 0);

@@ -72,24 +72,29 @@ std::vector<AnyArgument> Functions() {
     for (const GoldenFunction& function : GoldenFunctions()) {
         const std::string name = function.name;
         // Those of grouped data take arrays.
-        if (name != "GPTile" && name.rfind("Mednci", 0) != 0 && name != "PdfHyper")
+        if (name != "GPTile" && name.rfind("Mednci", 0) != 0 && name != "PdfHyper") {
             functions.push_back({function.name, function.evaluate,
                                  veltrane::tests::DistributionTables().Points(name).front().arguments.size()});
+        }
     }
     return functions;
 }
 
 /// Whether a result lies in the range of its function: a number, a probability or a density. Failures are missing.
 bool IsInRange(const std::string& function, double result) {
-    if (MCMV::IsMissing(result))
+    if (MCMV::IsMissing(result)) {
         return true;
-    if (!std::isfinite(result))
+    }
+    if (!std::isfinite(result)) {
         return false;
+    }
     const auto has = [&](const char* part) { return function.find(part) != std::string::npos; };
-    if (has("Cdf") || has("CDF") || has("Sig") || function == "PdfBin" || function == "PdfHyper")
+    if (has("Cdf") || has("CDF") || has("Sig") || function == "PdfBin" || function == "PdfHyper") {
         return result >= 0 && result <= 1;
-    if (function == "PdfNormal")
+    }
+    if (function == "PdfNormal") {
         return true; // a negative deviation negates it
+    }
     const bool isAtLeastZero = has("Pdf") || has("FindNC") || has("IdfChi") || has("IdfGam") || has("IdfF");
     return !isAtLeastZero || result >= 0;
 }
@@ -102,10 +107,12 @@ protected:
         const double result = GetParam().evaluate(fArguments);
         const long steps = stepsTaken;
         fMost = std::max(fMost, steps);
-        if (IsInRange(GetParam().name, result) && steps <= GetParam().Bound() && fRelation.Allows(fArguments, result))
+        if (IsInRange(GetParam().name, result) && steps <= GetParam().Bound() && fRelation.Allows(fArguments, result)) {
             return;
-        if (fWrong++ < 5)
+        }
+        if (fWrong++ < 5) {
             ADD_FAILURE() << result << " after " << steps << " steps at " << testing::PrintToString(fArguments);
+        }
     }
 
     void TearDown() override { RecordProperty("steps", std::to_string(fMost)); }
@@ -121,8 +128,9 @@ private:
 TEST_P(DistributionFunctionsOfAnyArgument, EndAtTheEdges) {
     const std::size_t count = std::size(kEdges);
     std::size_t combinations = 1;
-    for (std::size_t i = 0; i < GetParam().count; ++i)
+    for (std::size_t i = 0; i < GetParam().count; ++i) {
         combinations *= count;
+    }
     ArgumentSource source(1);
     const std::size_t calls = std::min<std::size_t>(combinations, GetParam().Fewer(kEdgeCalls));
     for (std::size_t call = 0; call < calls; ++call) {
@@ -138,8 +146,9 @@ TEST_P(DistributionFunctionsOfAnyArgument, EndAtTheEdges) {
 TEST_P(DistributionFunctionsOfAnyArgument, EndForAnyBits) {
     ArgumentSource source(2);
     for (int call = 0; call < kPatterns; ++call) {
-        for (double& argument : fArguments)
+        for (double& argument : fArguments) {
             argument = source.Bits();
+        }
         Call();
     }
 }
@@ -148,8 +157,9 @@ TEST_P(DistributionFunctionsOfAnyArgument, EndForAnyBits) {
 TEST_P(DistributionFunctionsOfAnyArgument, EndForAnyBitsAmongOrdinaryNumbers) {
     ArgumentSource source(3);
     for (int call = 0; call < GetParam().Fewer(2 * kPatterns); ++call) {
-        for (double& argument : fArguments)
+        for (double& argument : fArguments) {
             argument = source.Coin() ? source.Bits() : source.Below(4) == 0 ? source.Edge() : source.Ordinary();
+        }
         Call();
     }
 }
@@ -157,8 +167,9 @@ TEST_P(DistributionFunctionsOfAnyArgument, EndForAnyBitsAmongOrdinaryNumbers) {
 TEST_P(DistributionFunctionsOfAnyArgument, EndForOrdinaryNumbers) {
     ArgumentSource source(4);
     for (int call = 0; call < GetParam().Fewer(kOrdinaryCalls); ++call) {
-        for (double& argument : fArguments)
+        for (double& argument : fArguments) {
             argument = source.Ordinary();
+        }
         Call();
     }
 }

@@ -135,8 +135,9 @@ bool BetaTails(const Arguments& a, double r) {
 bool BinomialTails(const Arguments& a, double r) {
     long code = 0;
     const double more = std::floor(a[0]) + 1;
-    if (!HasExactComplement(a[2]) || !(a[1] < 0x1p52))
+    if (!HasExactComplement(a[2]) || !(a[1] < 0x1p52)) {
         return true;
+    }
     const double upper = MCDistFun::CdfBin(a[1] - more, a[1], 1 - a[2], code);
     return MakeOne(r, upper, 1e-12);
 }
@@ -158,8 +159,9 @@ bool IsEvenT(const Arguments& a, double r) {
     return r == MCDistFun::PdfT(-a[0], a[1], code);
 }
 bool GammaDensityScales(const Arguments& a, double r) {
-    if (!(a[0] > 1e-290 && a[0] < 1e290 && a[2] > 1e-290 && a[2] < 1e290 && r > 1e-290 && r < 1e290))
+    if (!(a[0] > 1e-290 && a[0] < 1e290 && a[2] > 1e-290 && a[2] < 1e290 && r > 1e-290 && r < 1e290)) {
         return true;
+    }
     return IsSame(r * 4, MCDistFun::PdfGamma(a[0] / 4, a[1], a[2] * 4), 1e-9);
 }
 bool IsWithinBinomialCumulative(const Arguments& a, double r) {
@@ -196,10 +198,12 @@ bool GammaQuantile(const Arguments& a, double r) {
     return IsInOrder(r, MCDistFun::IdfGam(Larger(a[0]), a[1], a[2]));
 }
 bool BetaQuantile(const Arguments& a, double r) {
-    if (a[0] == 0 || a[0] == 1)
+    if (a[0] == 0 || a[0] == 1) {
         return r == a[0];
-    if (!(a[1] > 0 && a[2] > 0 && IsProbability(a[0])))
+    }
+    if (!(a[1] > 0 && a[2] > 0 && IsProbability(a[0]))) {
         return r == -1;
+    }
     const double larger = MCDistFun::IdfBeta(Larger(a[0]), a[1], a[2]);
     return r == -1 || (IsProbability(r) && (larger == -1 || IsInOrder(r, larger, 1e-6 + BetaError(a[1], a[2]))));
 }
@@ -233,8 +237,9 @@ bool NonCentralTTails(const Arguments& a, double r) {
 template <class Cumulative>
 bool IsCrossing(Cumulative cumulative, double found, double p, double tol) {
     const double error = tol + kLeftOut, reach = tol + 1e-14 * found;
-    if (found == 0)
+    if (found == 0) {
         return cumulative(0) <= p;
+    }
     const double before = cumulative(std::max(found - reach, 0.0)), after = cumulative(found + reach);
     return (MCMV::IsMissing(before) || before >= p - error) && (MCMV::IsMissing(after) || after <= p + error);
 }
@@ -247,8 +252,9 @@ bool IsFCrossing(const Arguments& a, double r) {
 }
 bool IsTCrossing(const Arguments& a, double r) {
     constexpr double kLargestX = 1e150; // whose square is near the end of the range
-    if (std::fabs(a[0]) > kLargestX)
+    if (std::fabs(a[0]) > kLargestX) {
         return true;
+    }
     return IsCrossing([&](double ncp) { return MCDistFun::NonCentralCdfT(a[0], a[1], ncp); }, r, a[2], a[3]);
 }
 
@@ -310,15 +316,18 @@ const ArgumentRelation kRelations[] = {
 
 bool ArgumentRelation::Allows(const Arguments& arguments, double result) const {
     const bool isWithin = isInDomain(arguments);
-    if (MCMV::IsMissing(result))
+    if (MCMV::IsMissing(result)) {
         return !isWithin || presence == MAY_FAIL || (presence == WHEN_SOUND && !AreSound(arguments, 1));
+    }
     return isWithin && holds(arguments, result);
 }
 
 const ArgumentRelation& RelationOf(const std::string& function) {
-    for (const ArgumentRelation& relation : kRelations)
-        if (relation.function == function)
+    for (const ArgumentRelation& relation : kRelations) {
+        if (relation.function == function) {
             return relation;
+        }
+    }
     throw std::out_of_range(function);
 }
 

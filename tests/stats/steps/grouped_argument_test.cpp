@@ -35,11 +35,14 @@ constexpr long kMillisecond = 125000;
 struct Grouped {
     template <class Draw>
     Grouped(ArgumentSource& source, Draw draw) : n(CountOf(source)), mode(static_cast<int>(source.Below(1U << 31))) {
-        if (source.Coin())
+        if (source.Coin()) {
             mode = static_cast<int>(source.Below(5)) - 1;
-        for (std::vector<double>* column : {&values, &freqs, &widths})
-            for (double& number : *column)
+        }
+        for (std::vector<double>* column : {&values, &freqs, &widths}) {
+            for (double& number : *column) {
                 number = draw();
+            }
+        }
         pct = draw();
         count = draw();
         level = draw();
@@ -54,12 +57,15 @@ struct Grouped {
 
     /// The values and frequencies as they are meant: ascending and not below 0.
     void MakeOrdinary(ArgumentSource& source) {
-        for (double& value : values)
+        for (double& value : values) {
             value = source.Between(-100, 100);
+        }
         std::sort(values.begin(), values.end());
-        for (std::vector<double>* column : {&freqs, &widths})
-            for (double& number : *column)
+        for (std::vector<double>* column : {&freqs, &widths}) {
+            for (double& number : *column) {
                 number = static_cast<double>(source.Below(9));
+            }
+        }
         freqs[source.Below(static_cast<std::uint64_t>(std::max(n, 1)))] = 3;
     }
 
@@ -151,8 +157,9 @@ TEST(PercentileOfAnyPercentage, LiesBetweenTheEndsAndRises) {
         data.MakeOrdinary(source);
         double out = 0;
         const long code = data.Percentile(out);
-        if (code != 0 || std::isnan(data.pct))
+        if (code != 0 || std::isnan(data.pct)) {
             continue;
+        }
         ++found;
         const double reach = *std::max_element(data.widths.begin(), data.widths.end()) / 2;
         ASSERT_GE(out, data.values.front() - reach - 1e-9);
@@ -173,14 +180,17 @@ TEST(MedianLimitsOfAnyLevel, AreInOrderAndWiderForAHigherOne) {
     for (int call = 0; call < kPatterns / 4; ++call) {
         Grouped data(source, [&] { return AnyNumber(source); });
         data.MakeOrdinary(source);
-        if (data.n < 1)
+        if (data.n < 1) {
             continue;
+        }
         data.count = 0;
-        for (int i = 0; i < data.n; ++i)
+        for (int i = 0; i < data.n; ++i) {
             data.count += data.freqs[i];
+        }
         const auto [lower, upper, coverage] = data.Limits(true);
-        if (MCMV::IsMissing(lower) || MCMV::IsMissing(upper) || !(data.level >= 0))
+        if (MCMV::IsMissing(lower) || MCMV::IsMissing(upper) || !(data.level >= 0)) {
             continue;
+        }
         ++found;
         ASSERT_LE(lower, upper) << data.level << " of " << data.count;
         ASSERT_EQ(data.Limits(false)[0], lower);

@@ -14,11 +14,12 @@ TEST(CheckedResult, IsTheResultOfASuccess) {
 }
 
 TEST(CheckedResult, IsMissingWhateverAFailureReturns) {
-    for (const long error : {1L, 2L, 3L})
+    for (const long error : {1L, 2L, 3L}) {
         EXPECT_TRUE(IsMissing(Checked([&](long& code) {
             code = error;
             return 2.5;
         }))) << error;
+    }
 }
 
 TEST(CheckedResult, BeginsWithSuccess) {

@@ -43,8 +43,9 @@ TEST(BinomialRelations, TailsMakeOne) {
     for (int i = 0; i < kDraws; ++i) {
         const Binomial binomial(source);
         const double x = binomial.Quantile(source.Probability());
-        if (x < 0 || x >= binomial.n)
+        if (x < 0 || x >= binomial.n) {
             continue;
+        }
         long code = 0;
         const double more = MCDistFun::CdfBin(binomial.n - x - 1, binomial.n, 1 - binomial.prob, code);
         ASSERT_NEAR(binomial.AtMost(x) + more, 1, 1e-12) << x << " of " << binomial.n << ", " << binomial.prob;
@@ -56,8 +57,9 @@ TEST(BinomialRelations, TheCumulativeRisesByThePointProbability) {
     for (int i = 0; i < kDraws; ++i) {
         const Binomial binomial(source);
         const double x = binomial.Quantile(source.Probability());
-        if (x < 1)
+        if (x < 1) {
             continue;
+        }
         long code = 0;
         const double before = binomial.AtMost(x - 1);
         const double point = MCDistFun::PdfBin(x, binomial.n, binomial.prob, code);
@@ -72,12 +74,14 @@ TEST(BinomialRelations, TheQuantileIsTheLargestValueWithinItsProbability) {
     for (int i = 0; i < kDraws; ++i) {
         const Binomial binomial(source);
         const double p = source.Probability();
-        if (p >= 1)
+        if (p >= 1) {
             continue;
+        }
         const double x = binomial.Quantile(p);
         ASSERT_TRUE(x >= -1 && x <= binomial.n) << x;
-        if (std::fabs(binomial.AtMost(x) - p) <= kQuantileTolerance)
+        if (std::fabs(binomial.AtMost(x) - p) <= kQuantileTolerance) {
             continue; // then the guess may have been the answer
+        }
         ASSERT_LE(binomial.AtMost(x), p) << x << " of " << binomial.n << ", " << binomial.prob;
         ASSERT_GT(binomial.AtMost(x + 1), p) << x << " of " << binomial.n << ", " << binomial.prob;
     }
@@ -90,8 +94,9 @@ TEST(BinomialRelations, TheQuantileOfACumulativeProbabilityIsItsValue) {
         binomial.n = source.Whole(1, 1e4);
         const double x = std::floor(binomial.n * source.Uniform());
         const double p = binomial.AtMost(x);
-        if (p < 1e-3 || p > 0.999)
+        if (p < 1e-3 || p > 0.999) {
             continue;
+        }
         ASSERT_EQ(binomial.Quantile(p), x) << p << " of " << binomial.n << ", " << binomial.prob;
     }
 }
@@ -105,8 +110,9 @@ TEST(HypergeometricRelations, TailsMakeOne) {
         const double mean = sample * (hits / total);
         const double spread = std::sqrt(mean * (1 - hits / total) * (1 - sample / total)) + 1;
         const double x = std::clamp(std::floor(mean + source.Between(-6, 6) * spread), smallest, largest);
-        if (x >= largest)
+        if (x >= largest) {
             continue;
+        }
         // The hits outside the sample are those of the rest of the population.
         int code = 0;
         const double atMost = MCDistFun::CDFHyper(x, total, sample, hits, code);
@@ -173,8 +179,9 @@ TEST(NonCentralRelations, TheNonCentralityThatIsFoundHasTheProbability) {
         const NonCentral of(source);
         const double x = source.Log(1e-1, 1e3), p = source.Uniform();
         const double ncp = MCDistFun::FindNCParamChi(x, of.df1, p, 1e-10);
-        if (MCMV::IsMissing(ncp))
+        if (MCMV::IsMissing(ncp)) {
             continue;
+        }
         if (ncp == 0) {
             ASSERT_GE(p, MCDistFun::CdfChi(x, of.df1) - kLeftOut);
             continue;

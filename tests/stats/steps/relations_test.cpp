@@ -91,8 +91,9 @@ const Family kFamilies[] = {
 /// A draw of parameters, and a value at a probability of theirs.
 struct Draw {
     Draw(const Family& family, ArgumentSource& source) {
-        for (int i = 0; i < family.parameters; ++i)
+        for (int i = 0; i < family.parameters; ++i) {
             of.push_back(source.Coin() ? source.Log(1e-6, 1e12) : source.Log(0.1, 1e3));
+        }
         p = source.Probability();
         x = family.quantile(p, of);
     }
@@ -116,11 +117,13 @@ protected:
         int within = 0;
         for (int i = 0; i < kDraws; ++i) {
             const Draw draw(GetParam(), source);
-            if (!draw.IsWithin())
+            if (!draw.IsWithin()) {
                 continue;
+            }
             ++within;
-            if (!check(draw, source) && fWrong++ < 5)
+            if (!check(draw, source) && fWrong++ < 5) {
                 ADD_FAILURE() << "p " << draw.p << ", x " << draw.x << ", of " << testing::PrintToString(draw.of);
+            }
         }
         EXPECT_GT(within, kDraws / 4);
     }
@@ -132,8 +135,9 @@ private:
 TEST_P(Relations, TailsMakeOne) {
     const Family& family = GetParam();
     ForDraws(11, [&](const Draw& draw, ArgumentSource&) {
-        if (!draw.HasUpperTail(family))
+        if (!draw.HasUpperTail(family)) {
             return true;
+        }
         const double whole = family.lower(draw.x, draw.of) + family.upper(draw.x, draw.of);
         return std::fabs(whole - 1) <= family.tailError(draw.of) + 4 * kEpsilon;
     });
@@ -144,8 +148,9 @@ TEST_P(Relations, TheLowerTailRisesAndTheUpperFalls) {
     ForDraws(12, [&](const Draw& draw, ArgumentSource& source) {
         const double above = draw.x + std::fabs(draw.x) * source.Log(1e-16, 1);
         const double error = 1 + 2 * family.tailError(draw.of);
-        if (family.lower(draw.x, draw.of) > family.lower(above, draw.of) * error + 1e-307)
+        if (family.lower(draw.x, draw.of) > family.lower(above, draw.of) * error + 1e-307) {
             return false;
+        }
         return !draw.HasUpperTail(family) ||
                family.upper(draw.x, draw.of) * error + 1e-307 >= family.upper(above, draw.of);
     });
@@ -157,9 +162,10 @@ TEST_P(Relations, AQuantileLeadsBack) {
     ForDraws(13, [&](const Draw& draw, ArgumentSource&) {
         const double move = std::fabs(draw.x) * family.quantileError(draw.p, draw.of);
         const double error = 1 + 2 * family.tailError(draw.of);
-        if (draw.p <= 0.5 || !draw.HasUpperTail(family))
+        if (draw.p <= 0.5 || !draw.HasUpperTail(family)) {
             return family.lower(draw.x - move, draw.of) <= draw.p * error &&
                    family.lower(draw.x + move, draw.of) * error >= draw.p;
+        }
         return family.upper(draw.x - move, draw.of) * error >= 1 - draw.p &&
                family.upper(draw.x + move, draw.of) <= (1 - draw.p) * error;
     });
@@ -184,8 +190,9 @@ class SymmetricRelations : public Relations {};
 TEST_P(SymmetricRelations, OppositeProbabilitiesHaveOppositeDeviates) {
     const Family& family = GetParam();
     ForDraws(15, [&](const Draw& draw, ArgumentSource&) {
-        if (draw.p < 0.5)
+        if (draw.p < 0.5) {
             return draw.x < 0;
+        }
         return family.quantile(1 - draw.p, draw.of) == -draw.x && draw.x >= 0;
     });
 }

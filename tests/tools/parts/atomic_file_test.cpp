@@ -28,8 +28,9 @@ protected:
 
     std::vector<std::string> Names() const {
         std::vector<std::string> names;
-        for (const auto& entry : fs::directory_iterator(folder))
+        for (const auto& entry : fs::directory_iterator(folder)) {
             names.push_back(entry.path().filename().string());
+        }
         return names;
     }
 
@@ -139,8 +140,9 @@ TEST_F(AtomicFiles, GoAwayWhenASignalEndsTheProcess) {
             ::signal(number, SIG_DFL); // ignored where the tests run under nohup
             AtomicFile file(Path("out.csv"));
             file.Write("half");
-            if (!fs::is_empty(folder))
+            if (!fs::is_empty(folder)) {
                 ::raise(number);
+            }
             ::_exit(0);
         }
         int status = 0;
@@ -159,8 +161,9 @@ TEST_F(AtomicFiles, GoAwayBothWhenASignalEndsTheProcess) {
             AtomicFile second(Path("second.csv"));
             first.Write("whole");
             second.Write("half");
-            if (committed)
+            if (committed) {
                 first.Commit();
+            }
             ::raise(SIGTERM);
             ::_exit(0);
         }

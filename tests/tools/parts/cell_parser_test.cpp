@@ -128,8 +128,9 @@ TEST_F(CellParserFields, TakesATextAsItStands) {
 
 TEST_F(CellParserFields, TakesEmptyCellsAndTokensForMissing) {
     for (const char* name : {"number", "text", "date", "time", "moment", "days"}) {
-        for (const char* cell : {"", "NA", "-9"})
+        for (const char* cell : {"", "NA", "-9"}) {
             EXPECT_TRUE(Missing(name, cell)) << name << " \"" << cell << "\"";
+        }
     }
 }
 

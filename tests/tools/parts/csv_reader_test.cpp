@@ -175,8 +175,9 @@ TEST(CsvReader, RefusesARecordThatIsTooLong) {
 
 TEST(CsvReader, GivesManyRowsOverManyChunks) {
     std::string text = "n\n";
-    for (int i = 0; i < 200'000; ++i)
+    for (int i = 0; i < 200'000; ++i) {
         text += std::to_string(i) + "\n";
+    }
     TextSource source(text, 70'001);
     CsvReader reader(source, "f.csv", ',');
     CsvRow row;

@@ -72,8 +72,9 @@ TEST(CsvWriter, WritesASingleEmptyCellQuoted) {
 TEST(CsvWriter, WritesNumbersInTheShortestForm) {
     StringSink sink;
     CsvWriter writer(sink, ',');
-    for (const double number : {0.1, 1.0, -2.5, 1e100, 100000.0, 0.0, -0.0, 1.0 / 3})
+    for (const double number : {0.1, 1.0, -2.5, 1e100, 100000.0, 0.0, -0.0, 1.0 / 3}) {
         writer.Number(number);
+    }
     writer.EndRow();
     writer.Flush();
     EXPECT_EQ(sink.text, "0.1,1,-2.5,1e+100,1e+05,0,-0,0.3333333333333333\n");

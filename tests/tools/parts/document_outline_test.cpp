@@ -23,8 +23,9 @@ std::string OneModelOf(const std::string& document, std::size_t place) {
 
 std::string ElementsOf(const DocumentOutline& outline) {
     std::string text;
-    for (const OutlinedModel& model : outline.models)
+    for (const OutlinedModel& model : outline.models) {
         text += model.element + ":" + model.name + (model.isScorable ? " " : "! ");
+    }
     return text;
 }
 
@@ -60,8 +61,9 @@ TEST(DocumentOutlineTest, TellsTheFirstFaultAndWhatCameBefore) {
 
 TEST(DocumentOutlineTest, BoundsTheNestingOfEntities) {
     std::string entities = "<!DOCTYPE a [<!ENTITY e0 'x'>";
-    for (int at = 1; at < 40; ++at)
+    for (int at = 1; at < 40; ++at) {
         entities += "<!ENTITY e" + std::to_string(at) + " '&e" + std::to_string(at - 1) + ";'>";
+    }
     EXPECT_FALSE(OutlineOf(entities + "]><a>&e31;</a>").fault.has_value());
     const DocumentOutline outline = OutlineOf(entities + "]><a>&e32;</a>");
     ASSERT_TRUE(outline.fault.has_value());
@@ -71,8 +73,9 @@ TEST(DocumentOutlineTest, BoundsTheNestingOfEntities) {
 TEST(DocumentOutlineTest, BoundsWhatDeclaredAttributesMultiply) {
     const std::string value(4000, 'x');
     std::string document = "<!DOCTYPE a [<!ATTLIST b c CDATA '" + value + "'>]><a>";
-    for (int at = 0; at < 100'000; ++at)
+    for (int at = 0; at < 100'000; ++at) {
         document += "<b/>";
+    }
     const DocumentOutline outline = OutlineOf(document + "</a>");
     ASSERT_TRUE(outline.fault.has_value());
     EXPECT_EQ(outline.fault->text, "entities or declared attributes multiply the document too far");

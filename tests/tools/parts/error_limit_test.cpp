@@ -29,11 +29,13 @@ TEST(ErrorLimitTest, IsAShareToTheRow) {
 }
 
 TEST(ErrorLimitTest, IsReadFromPlainTexts) {
-    for (const char* text : {"0", "18446744073709551615", "0%", "100%", "100.0%", "50.5%", "007%"})
+    for (const char* text : {"0", "18446744073709551615", "0%", "100%", "100.0%", "50.5%", "007%"}) {
         EXPECT_TRUE(ErrorLimit::Parse(text)) << text;
+    }
     for (const char* text : {"", "%", "1.5", "-1", "+1", " 1", "1 ", "1e3", "101%", "100.1%", ".5%", "5.%", "1.2.3%",
-                             "0.1234567890%", "18446744073709551616", "x%"})
+                             "0.1234567890%", "18446744073709551616", "x%"}) {
         EXPECT_FALSE(ErrorLimit::Parse(text)) << text;
+    }
 }
 
 } // namespace

@@ -100,8 +100,9 @@ TEST(TransformOptionsTest, TakeATabInWriting) {
 }
 
 TEST(TransformOptionsTest, RefuseOtherDelimiters) {
-    for (const char* delimiter : {"", ",,", "\"", "\n", "\r", "a", "E", "1", ".", "-", "+", "\xC3\xB6", "\xC3"})
+    for (const char* delimiter : {"", ",,", "\"", "\n", "\r", "a", "E", "1", ".", "-", "+", "\xC3\xB6", "\xC3"}) {
         EXPECT_EQ(ExitCodeOf({"transform", "d", "c", "--delimiter", delimiter}), 2) << delimiter;
+    }
 }
 
 TEST(ScoreOptionsTest, HaveDefaults) {

@@ -40,8 +40,9 @@ public:
 std::string Packed(const std::string& name, std::string_view text, std::size_t step = 1'000'000) {
     StringSink sink;
     const std::unique_ptr<PackedSink> packed = MakePackedSink(name, sink);
-    for (; !text.empty(); text.remove_prefix(std::min(step, text.size())))
+    for (; !text.empty(); text.remove_prefix(std::min(step, text.size()))) {
         packed->Write(text.substr(0, step));
+    }
     packed->Finish();
     return sink.text;
 }
@@ -51,8 +52,9 @@ std::string Unpacked(std::string_view bytes, std::size_t step = 1'000'000, std::
     UnpackedSource unpacked(source, "f");
     std::string text;
     std::string buffer(bufferSize, '\0');
-    while (const std::size_t count = unpacked.Read(buffer.data(), buffer.size()))
+    while (const std::size_t count = unpacked.Read(buffer.data(), buffer.size())) {
         text.append(buffer, 0, count);
+    }
     EXPECT_EQ(unpacked.Read(buffer.data(), buffer.size()), 0U);
     return text;
 }
@@ -61,8 +63,9 @@ std::string Unpacked(std::string_view bytes, std::size_t step = 1'000'000, std::
 std::string FaultOf(std::string_view bytes, std::string* text = nullptr) {
     try {
         const std::string unpacked = Unpacked(bytes);
-        if (text)
+        if (text) {
             *text = unpacked;
+        }
         return {};
     } catch (const Failure& failure) {
         return failure.what();
@@ -72,8 +75,9 @@ std::string FaultOf(std::string_view bytes, std::string* text = nullptr) {
 std::string Sample() {
     std::mt19937 random(1);
     std::string text;
-    while (text.size() < 300'000)
+    while (text.size() < 300'000) {
         text += std::to_string(random() % 1000) + (random() % 8 == 0 ? "\n" : ",");
+    }
     return text;
 }
 
@@ -84,8 +88,9 @@ INSTANTIATE_TEST_SUITE_P(All, Packings, testing::Values("x.gz", "x.zst"),
 TEST_P(Packings, GiveBackWhatWasPacked) {
     const std::string sample = Sample();
     for (const std::string& text : {std::string(), std::string("x"), sample, std::string(1'000'000, 'x')}) {
-        for (const std::size_t step : {std::size_t{1} << 20, std::size_t{1000}})
+        for (const std::size_t step : {std::size_t{1} << 20, std::size_t{1000}}) {
             EXPECT_EQ(Unpacked(Packed(GetParam(), text, step)), text);
+        }
     }
 }
 
@@ -93,8 +98,9 @@ TEST_P(Packings, AreReadHoweverTheBytesCome) {
     const std::string sample = Sample();
     const std::string packed = Packed(GetParam(), sample);
     for (const std::size_t step : {1U, 2U, 3U, 5U, 1000U}) {
-        for (const std::size_t bufferSize : {1U, 7U, 1U << 20})
+        for (const std::size_t bufferSize : {1U, 7U, 1U << 20}) {
             EXPECT_EQ(Unpacked(packed, step, bufferSize), sample) << step << " " << bufferSize;
+        }
     }
 }
 
@@ -108,8 +114,9 @@ TEST_P(Packings, FailWhereverTheyAreCutOff) {
     const std::string packed = Packed(GetParam(), "one") + Packed(GetParam(), "two,three,two,three,two,three");
     const std::size_t first = Packed(GetParam(), "one").size();
     for (std::size_t size = 4; size < packed.size(); ++size) {
-        if (size == first)
+        if (size == first) {
             continue;
+        }
         EXPECT_EQ(FaultOf(std::string_view(packed).substr(0, size)),
                   "f: the packed file ends too early; is it cut off?");
     }
@@ -140,8 +147,9 @@ TEST_P(Packings, EndInAFailureWhateverTheBytes) {
     std::mt19937 random(7);
     for (int round = 0; round < 3000; ++round) {
         std::string bytes = Packed(GetParam(), "some text, some text").substr(0, 4 + random() % 12);
-        for (std::size_t size = random() % 200; size > 0; --size)
+        for (std::size_t size = random() % 200; size > 0; --size) {
             bytes += static_cast<char>(random() % (round % 2 == 0 ? 256 : 8));
+        }
         FaultOf(bytes);
     }
 }
@@ -150,8 +158,9 @@ TEST_P(Packings, OfADocumentMayNotGrowBeyondWhatItMayTake) {
     StringSink sink;
     const std::unique_ptr<PackedSink> packed = MakePackedSink(GetParam(), sink);
     const std::string blanks(1 << 20, ' ');
-    for (int megabytes = 0; megabytes < 100; ++megabytes)
+    for (int megabytes = 0; megabytes < 100; ++megabytes) {
         packed->Write(blanks);
+    }
     packed->Finish();
     const std::size_t most = (std::size_t{48} << 20) + 80 * sink.text.size();
     ASSERT_LT(most, std::size_t{100} << 20);
@@ -167,8 +176,9 @@ TEST_P(Packings, OfADocumentMayNotGrowBeyondWhatItMayTake) {
 
 TEST_P(Packings, OfAnOrdinaryDocumentAreUnpacked) {
     std::string document = "<PMML>";
-    while (document.size() < 30'000'000)
+    while (document.size() < 30'000'000) {
         document += "<Node score=\"0\" recordCount=\"12\"><SimplePredicate field=\"x\"/></Node>";
+    }
     const std::string packed = Packed(GetParam(), document);
     EXPECT_EQ(UnpackedDocument(packed, "d") == document, true);
     EXPECT_EQ(UnpackedDocument(document, "d") == document, true);
@@ -177,10 +187,12 @@ TEST_P(Packings, OfAnOrdinaryDocumentAreUnpacked) {
 
 TEST(PackedNames, EndInTheSuffixInWhateverCase) {
     StringSink sink;
-    for (const char* name : {"a.gz", "A.GZ", "a.csv.Gz", "b.zst", "B.ZST"})
+    for (const char* name : {"a.gz", "A.GZ", "a.csv.Gz", "b.zst", "B.ZST"}) {
         EXPECT_NE(MakePackedSink(name, sink), nullptr) << name;
-    for (const char* name : {"a.csv", "gz", ".gz", "a.gz.csv", "a.gzip", "a.zstd", "", "-"})
+    }
+    for (const char* name : {"a.csv", "gz", ".gz", "a.gz.csv", "a.gzip", "a.zstd", "", "-"}) {
         EXPECT_EQ(MakePackedSink(name, sink), nullptr) << name;
+    }
 }
 
 TEST(GzipFiles, MayEndInZeroBytes) {
@@ -238,8 +250,9 @@ TEST(PlainFiles, ArePassedOnAsTheyAre) {
           std::string("\xFD"
                       "7z"),
           Sample()}) {
-        for (const std::size_t step : {1U, 4U, 1U << 20})
+        for (const std::size_t step : {1U, 4U, 1U << 20}) {
             EXPECT_EQ(Unpacked(text, step), text);
+        }
     }
 }
 

@@ -36,8 +36,9 @@ TEST(WriteValueTest, LeavesTheCellOfAMissingValueEmpty) {
     const NumericValue number;
     const DateTimeValue date;
     for (const ScoreValue* missing : {static_cast<const ScoreValue*>(nullptr), static_cast<const ScoreValue*>(&number),
-                                      static_cast<const ScoreValue*>(&date)})
+                                      static_cast<const ScoreValue*>(&date)}) {
         EXPECT_EQ(RowOf(missing), "\"\"\n");
+    }
 }
 
 TEST(WriteValueTest, TakesCopiesOfAMissingDateForMissing) {

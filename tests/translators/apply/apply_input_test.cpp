@@ -29,8 +29,9 @@ struct Malformed {
 
 std::string Times(int count) {
     std::string text;
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i) {
         text += kFfd;
+    }
     return text;
 }
 
@@ -140,8 +141,9 @@ TEST(SlowExpression, ReplacesNothing) {
 TEST(SlowExpression, ReplacesNothingWhenItsMatchesAreSlowTogether) {
     DerivedFields fields(TextField(Apply("replace", kT + "<Constant>(a|aa)+c|b</Constant><Constant>x</Constant>")));
     std::string subject;
-    for (int i = 0; i < 20000; ++i)
+    for (int i = 0; i < 20000; ++i) {
         subject += std::string(16, 'a') + "b";
+    }
     EXPECT_EQ(fields.Score("z", {{"t", subject}}), "'" + subject + "'");
 }
 
@@ -158,8 +160,9 @@ class HundredThousandArguments : public testing::TestWithParam<ManyArguments> {
 protected:
     static std::string Apply() {
         std::string apply = std::string("<Apply function='") + GetParam().function + "'><FieldRef field='x'/>";
-        for (int i = 1; i < 100000; ++i)
+        for (int i = 1; i < 100000; ++i) {
             apply += "<Constant>1</Constant>";
+        }
         return apply + "</Apply>";
     }
 };
@@ -202,8 +205,9 @@ INSTANTIATE_TEST_SUITE_P(Functions, RefusedManyArguments,
 
 TEST(HundredThousandTexts, AreJoined) {
     std::string apply = "<Apply function='concat'>";
-    for (int i = 0; i < 100000; ++i)
+    for (int i = 0; i < 100000; ++i) {
         apply += "<Constant>ab</Constant>";
+    }
     DerivedFields fields(TextField(apply + "</Apply>"));
     const std::string joined = fields.Score("z", {});
     EXPECT_EQ(joined.size(), 200002U);

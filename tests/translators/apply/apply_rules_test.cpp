@@ -82,62 +82,76 @@ bool ReadsTexts(int function) {
 Outcome ReadingOutcome(int function, const Arguments& arguments) {
     for (const Argument& argument : arguments) {
         const std::string type = argument.dataType;
-        if (ReadsTexts(function) && argument.sort == Argument::CONSTANT && !type.empty() && type != "string")
+        if (ReadsTexts(function) && argument.sort == Argument::CONSTANT && !type.empty() && type != "string") {
             return Failure{260153, "Invalid value: '" + type + "' of attribute 'dataType' in 'Constant'."};
+        }
     }
-    if (function == 71)
+    if (function == 71) {
         return Failure{260221, "Error occurred in process 'imputeCatFieldMissingAgainstConTarget'."};
+    }
     return std::nullopt;
 }
 
 Outcome FieldOutcome(const ListedFunction& function, const Argument& argument, const ScoreDictVar& target) {
-    if (argument.sort != Argument::FIELD)
+    if (argument.sort != Argument::FIELD) {
         return Failure{260174, "Require 'FieldRef' in 'Apply'."};
-    if (function.takes == Takes::NUMERIC_FIELD && argument.type != 0)
+    }
+    if (function.takes == Takes::NUMERIC_FIELD && argument.type != 0) {
         return Failure{260245, "Type mismatch between function '" + ListedWord(function.number) +
                                    "' and parameter variable '" + argument.name + "'."};
-    if (function.takes == Takes::TARGET_FIELD && argument.type != target.GetVarType())
+    }
+    if (function.takes == Takes::TARGET_FIELD && argument.type != target.GetVarType()) {
         return Failure{260215, "Conflict definition between the reference variable 'z' and the variable '" +
                                    std::string(argument.name) + "'."};
+    }
     return std::nullopt;
 }
 
 bool IsNumber(int function, const Argument& argument) {
-    if (argument.sort == Argument::FIELD)
+    if (argument.sort == Argument::FIELD) {
         return argument.type == 0;
+    }
     return !ReadsTexts(function) && std::string(argument.name) == "Constant_D_";
 }
 
 Outcome KindOutcome(const ListedFunction& function, const Argument& argument, bool needsNumber) {
     const std::string word = ListedWord(function.number);
     if (argument.sort == Argument::NESTED) {
-        if (MayNest(function.number, argument.function))
+        if (MayNest(function.number, argument.function)) {
             return std::nullopt;
+        }
         return Failure{260243, "Type mismatch between parent function '" + word + "' and child function '" +
                                    ListedWord(argument.function) + "'."};
     }
-    if (IsNumber(function.number, argument) == needsNumber)
+    if (IsNumber(function.number, argument) == needsNumber) {
         return std::nullopt;
+    }
     const bool isText = argument.sort == Argument::CONSTANT && ReadsTexts(function.number);
     return Failure{260245, "Type mismatch between function '" + word + "' and parameter variable '" +
                                (isText ? "Constant_S_" : argument.name) + "'."};
 }
 
 Outcome Expected(const ListedFunction& function, const Arguments& arguments, const ScoreDictVar& target) {
-    if (const Outcome outcome = ReadingOutcome(function.number, arguments))
+    if (const Outcome outcome = ReadingOutcome(function.number, arguments)) {
         return outcome;
-    if (function.count == kUncheckedCount)
+    }
+    if (function.count == kUncheckedCount) {
         return std::nullopt;
-    if (function.count != kAnyCount && arguments.size() != static_cast<std::size_t>(function.count))
+    }
+    if (function.count != kAnyCount && arguments.size() != static_cast<std::size_t>(function.count)) {
         return Failure{260173, "Require '" + std::to_string(function.count) + "' parameters."};
-    if (function.takes == Takes::ANYTHING)
+    }
+    if (function.takes == Takes::ANYTHING) {
         return std::nullopt;
-    if (function.takes == Takes::TARGET_FIELD || function.takes == Takes::NUMERIC_FIELD)
+    }
+    if (function.takes == Takes::TARGET_FIELD || function.takes == Takes::NUMERIC_FIELD) {
         return FieldOutcome(function, arguments.front(), target);
+    }
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const bool isNumber = function.takes == Takes::NUMBERS || (function.takes == Takes::TEXT_THEN_NUMBERS && i > 0);
-        if (const Outcome outcome = KindOutcome(function, arguments[i], isNumber))
+        if (const Outcome outcome = KindOutcome(function, arguments[i], isNumber)) {
             return outcome;
+        }
     }
     return std::nullopt;
 }
@@ -153,9 +167,11 @@ void PrintTo(const NamedFunction& named, std::ostream* out) {
 
 std::vector<NamedFunction> AllNames() {
     std::vector<NamedFunction> all;
-    for (const ListedFunction& function : ListedFunctions())
-        for (const std::string& name : function.names)
+    for (const ListedFunction& function : ListedFunctions()) {
+        for (const std::string& name : function.names) {
             all.push_back({name, &function});
+        }
+    }
     return all;
 }
 
@@ -172,8 +188,9 @@ protected:
 
     void ExpectRule(const Arguments& arguments) {
         std::string elements;
-        for (const Argument& argument : arguments)
+        for (const Argument& argument : arguments) {
             elements += argument.element;
+        }
         const ParsedXml xml = ParseXml("<Apply function='" + GetParam().name + "'>" + elements + "</Apply>");
         EXPECT_EQ(OutcomeOf(xml.Root()), Expected(*GetParam().function, arguments, target)) << elements;
     }
@@ -194,9 +211,11 @@ protected:
 
 TEST_P(ApplyRules, HoldForEveryNumberOfEveryKind) {
     ExpectRule({});
-    for (std::size_t count = 1; count <= 8; ++count)
-        for (const Argument& argument : kArguments)
+    for (std::size_t count = 1; count <= 8; ++count) {
+        for (const Argument& argument : kArguments) {
             ExpectRule(Arguments(count, argument));
+        }
+    }
 }
 
 TEST_P(ApplyRules, HoldForEveryCombinationOfKinds) {
@@ -209,8 +228,9 @@ TEST_P(ApplyRules, HoldForEveryCombinationOfKinds) {
 TEST_P(ApplyRules, HoldForTargetsOfEveryType) {
     for (const auto type : {ScoreDictVar::STRING_VAR, ScoreDictVar::DATETIME_VAR}) {
         target.SetVarType(type);
-        for (const Argument& argument : kArguments)
+        for (const Argument& argument : kArguments) {
             ExpectRule({argument});
+        }
     }
 }
 

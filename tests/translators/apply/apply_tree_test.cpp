@@ -43,8 +43,9 @@ protected:
                                      : !stats.GetParameterName().empty() ? stats.GetParameterName()
                                                                          : T::ToString(stats.GetTransformFunction());
             nodes.push_back(stats.GetNodeID() + ":" + what);
-            for (int i = 0; i < node.GetChildCount(); ++i)
+            for (int i = 0; i < node.GetChildCount(); ++i) {
                 visit(*node.GetChildAt(i));
+            }
         };
         visit(tree);
         return nodes;
@@ -277,8 +278,9 @@ TEST_F(ApplyTree, FaultBeforeTheNodeIsMadeLeavesTheParentAlone) {
 
 TEST_F(ApplyTree, TranslatorStaysUsableAfterAFault) {
     const ParsedXml xml = ParseXml("<Apply function='abs'><Apply function='abs'/></Apply>");
-    for (int run = 0; run < 1500; ++run)
+    for (int run = 0; run < 1500; ++run) {
         ExpectFailure([&] { Handle(xml.Root()); }, 260173, "Require '1' parameters.");
+    }
     EXPECT_EQ(Nodes(Tree("<Apply function='sum'/>")), Texts({"3000:<not defined>"}));
 }
 

@@ -97,8 +97,9 @@ const std::vector<ListedFunction>& ListedFunctions() {
 }
 
 std::string ListedWord(int number) {
-    if (IsIn({{0, 19}, {22, 31}, {34, 71}}, number))
+    if (IsIn({{0, 19}, {22, 31}, {34, 71}}, number)) {
         return ListedFunctions()[static_cast<std::size_t>(number)].names.front();
+    }
     return "<not defined>";
 }
 
@@ -109,10 +110,12 @@ bool IsIn(const std::vector<NumberRange>& ranges, int number) {
 
 bool MayNest(int parent, int child) {
     const bool passesOn = IsIn({{64, 65}}, child);
-    if (IsIn(kNumericFunctions, parent))
+    if (IsIn(kNumericFunctions, parent)) {
         return passesOn || IsIn(kNumberGivingFunctions, child);
-    if (IsIn({{54, 61}, {63, 63}}, parent))
+    }
+    if (IsIn({{54, 61}, {63, 63}}, parent)) {
         return passesOn || IsIn(kTextFunctions, child);
+    }
     return false;
 }
 

@@ -36,20 +36,24 @@ TEST_F(FunctionNames, AreEightyOneForSeventyNineFunctions) {
 
 TEST_F(FunctionNames, GiveTheirNumbers) {
     translator.InitFunctionMap();
-    for (const ListedFunction& function : ListedFunctions())
-        for (const std::string& name : function.names)
+    for (const ListedFunction& function : ListedFunctions()) {
+        for (const std::string& name : function.names) {
             EXPECT_EQ(translator.GetTransFunction(name), function.number) << name;
+        }
+    }
 }
 
 TEST_F(FunctionNames, AreComparedExactly) {
     translator.InitFunctionMap();
-    for (const char* name : {"", "plus", "ABS", "Abs", " abs", "abs ", "isnotmissing", "<not defined>"})
+    for (const char* name : {"", "plus", "ABS", "Abs", " abs", "abs ", "isnotmissing", "<not defined>"}) {
         EXPECT_EQ(translator.GetTransFunction(name), 79) << name;
+    }
 }
 
 TEST_F(FunctionNames, AreUnknownBeforeTheMapIsFilled) {
-    for (const ListedFunction& function : ListedFunctions())
+    for (const ListedFunction& function : ListedFunctions()) {
         EXPECT_EQ(translator.GetTransFunction(function.names.front()), 79);
+    }
 }
 
 TEST_F(FunctionNames, FillingTheMapAgainChangesNothing) {
@@ -78,8 +82,9 @@ std::set<std::string> VocabularyOfFunctions() {
 
 TEST_F(FunctionNames, AreTheVocabularyButForReorder) {
     std::set<std::string> names = {"reorder"};
-    for (const ListedFunction& function : ListedFunctions())
+    for (const ListedFunction& function : ListedFunctions()) {
         names.insert(function.names.begin(), function.names.end());
+    }
     EXPECT_EQ(VocabularyOfFunctions(), names);
 }
 
@@ -90,24 +95,28 @@ TEST_F(FunctionNames, ReorderIsNoFunction) {
 
 // Some functions have no word of their own in messages, and readers of messages know them so.
 TEST(KeptFunctionWords, StandForEveryNumber) {
-    for (int number = kFirst; number <= kLast; ++number)
+    for (int number = kFirst; number <= kLast; ++number) {
         EXPECT_EQ(PMMLTranslator::ToString(static_cast<Function>(number)), ListedWord(number)) << number;
+    }
 }
 
 TEST(KeptFunctionWords, AreNotDefinedForSome) {
     std::vector<int> undefined;
-    for (int number = 0; number <= 79; ++number)
-        if (PMMLTranslator::ToString(static_cast<Function>(number)) == "<not defined>")
+    for (int number = 0; number <= 79; ++number) {
+        if (PMMLTranslator::ToString(static_cast<Function>(number)) == "<not defined>") {
             undefined.push_back(number);
+        }
+    }
     EXPECT_EQ(undefined, std::vector<int>({20, 21, 32, 33, 72, 73, 74, 75, 76, 77, 78, 79}));
 }
 
 TEST(MeasureLevelWords, StandForEveryNumber) {
     const std::vector<std::string> words = {"", "continuous", "ordinal", "categorical", "", ""};
-    for (int level = -1; level <= 4; ++level)
+    for (int level = -1; level <= 4; ++level) {
         EXPECT_EQ(PMMLTranslator::ToString(static_cast<ScoreDictVar::MeasureLevel>(level)),
                   words[static_cast<std::size_t>(level + 1)])
             << level;
+    }
 }
 
 struct FamilyRow {
@@ -123,8 +132,9 @@ void PrintTo(const FamilyRow& row, std::ostream* out) {
 class FunctionFamilies : public testing::TestWithParam<FamilyRow> {};
 
 TEST_P(FunctionFamilies, HasItsMembers) {
-    for (int number = kFirst; number <= kLast; ++number)
+    for (int number = kFirst; number <= kLast; ++number) {
         EXPECT_EQ(GetParam().isMember(static_cast<Function>(number)), IsIn(GetParam().members, number)) << number;
+    }
 }
 
 using T = PMMLTranslator;
@@ -149,13 +159,15 @@ INSTANTIATE_TEST_SUITE_P(
 
 // "greaterOrEqual" and "substring" were left out of every family, which decides where they may be nested.
 TEST(KeptFunctionFamilies, TwoFunctionsBelongToNone) {
-    for (const int number : {47, 62})
+    for (const int number : {47, 62}) {
         for (const auto isMember :
              {T::IsArithmeticFunction, T::IsMathematicsFunction, T::IsStatisticFunction, T::IsDateTimeFunction,
               T::IsLogicFunction, T::IsStringFunction, T::IsMixOutputFunction, T::IsNumericFunction,
               T::IsInputNumericFunction, T::IsOutputNumericFunction, T::IsOutputStringFunction,
-              T::IsInputStringFunction, T::IsMixInputFunction})
+              T::IsInputStringFunction, T::IsMixInputFunction}) {
             EXPECT_FALSE(isMember(static_cast<Function>(number))) << number;
+        }
+    }
 }
 
 TEST(NestedFunctions, EveryPairOfNumbers) {
@@ -166,12 +178,13 @@ TEST(NestedFunctions, EveryPairOfNumbers) {
             const auto verify = [&] {
                 translator.VerifyParentAndChildFunction(static_cast<Function>(parent), static_cast<Function>(child));
             };
-            if (MayNest(parent, child))
+            if (MayNest(parent, child)) {
                 EXPECT_NO_THROW(verify());
-            else
+            } else {
                 ExpectFailure(verify, 260243,
                               "Type mismatch between parent function '" + ListedWord(parent) +
                                   "' and child function '" + ListedWord(child) + "'.");
+            }
         }
     }
 }

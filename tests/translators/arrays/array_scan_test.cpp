@@ -26,8 +26,9 @@ constexpr std::string_view kCharacters = "a \"\\\n\t";
 constexpr std::size_t kLongest = 5;
 
 std::string WithQuotes(std::string item) {
-    for (std::size_t at = 0; (at = item.find("\\\"", at)) != std::string::npos; ++at)
+    for (std::size_t at = 0; (at = item.find("\\\"", at)) != std::string::npos; ++at) {
         item.erase(at, 1);
+    }
     return item;
 }
 
@@ -49,10 +50,12 @@ struct Scan {
         hasEscapes = false;
         int closing = start;
         for (; closing < Size(); ++closing) {
-            if (At(closing) != '"')
+            if (At(closing) != '"') {
                 continue;
-            if (!escapes || At(closing - 1) != '\\')
+            }
+            if (!escapes || At(closing - 1) != '\\') {
                 break;
+            }
             hasEscapes = true;
         }
         end = closing - 1;
@@ -75,16 +78,18 @@ std::optional<Strings> Expected(const std::string& text, bool escapes) {
     Strings items;
     Scan scan{text, escapes};
     for (; scan.i < scan.Size(); ++scan.i) {
-        if (scan.At(scan.i) == '\n')
+        if (scan.At(scan.i) == '\n') {
             continue;
+        }
         if (escapes && text.compare(static_cast<std::size_t>(scan.i), 2, "\\\"") == 0) {
             ++scan.i;
             continue;
         }
-        if (scan.At(scan.i) != '"')
+        if (scan.At(scan.i) != '"') {
             scan.ReadOther();
-        else if (!scan.ReadQuoted())
+        } else if (!scan.ReadQuoted()) {
             return std::nullopt;
+        }
         if (scan.start != -1 && scan.end != -1) {
             const std::string item =
                 text.substr(static_cast<std::size_t>(scan.start), static_cast<std::size_t>(scan.end - scan.start + 1));
@@ -130,20 +135,23 @@ protected:
         Strings items;
         const int code = CodeOf(text, var, items);
         const std::optional<Strings> expected = Expected(text, escapes);
-        if (text.find_first_not_of(" \t\r\n") == std::string::npos)
+        if (text.find_first_not_of(" \t\r\n") == std::string::npos) {
             EXPECT_EQ(code, 260284) << testing::PrintToString(text);
-        else if (!expected)
+        } else if (!expected) {
             EXPECT_EQ(code, 260156) << testing::PrintToString(text);
-        else
+        } else {
             EXPECT_EQ(std::make_pair(code, items), std::make_pair(0, *expected)) << testing::PrintToString(text);
+        }
     }
 
     /// Every text up to the longest that starts with this one.
     void ExpectRules(std::string& text, bool escapes, const ScoreDictVar* var) {
-        if (!text.empty())
+        if (!text.empty()) {
             ExpectRule(text, escapes, var);
-        if (text.size() == kLongest)
+        }
+        if (text.size() == kLongest) {
             return;
+        }
         for (const char c : kCharacters) {
             text.push_back(c);
             ExpectRules(text, escapes, var);

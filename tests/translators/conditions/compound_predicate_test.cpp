@@ -28,8 +28,9 @@ protected:
 class KeptCompoundReading : public CompoundPredicateReading {};
 
 TEST_F(CompoundPredicateReading, TwoChildrenMakeACompound) {
-    for (const std::string op : {"and", "or", "xor", "surrogate"})
+    for (const std::string op : {"and", "or", "xor", "surrogate"}) {
         EXPECT_EQ(ShapeOf(op, std::string(kSimple) + kSet), op + "(simple,set)");
+    }
 }
 
 TEST_F(CompoundPredicateReading, OneChildStandsAloneWhateverTheOperator) {
@@ -56,8 +57,9 @@ TEST_F(CompoundPredicateReading, OrOfFalseAloneIsFalse) {
 }
 
 TEST_F(CompoundPredicateReading, NothingIsNull) {
-    for (const std::string op : {"and", "or", "xor", "surrogate"})
+    for (const std::string op : {"and", "or", "xor", "surrogate"}) {
         EXPECT_EQ(ShapeOf(op, ""), "null") << op;
+    }
 }
 
 TEST_F(CompoundPredicateReading, AndOfFalseAndASimplePredicateKeepsTheCompound) {
@@ -84,8 +86,9 @@ TEST_F(CompoundPredicateReading, ChildrenKeepTheirOrder) {
                                              "<SimplePredicate field='x' operator='equal' value='2'/>"
                                              "<SimplePredicate field='x' operator='equal' value='3'/>");
     std::string values;
-    for (const ScorePredicate* child : dynamic_cast<const CompoundPredicate&>(*predicate).GetPredicates())
+    for (const ScorePredicate* child : dynamic_cast<const CompoundPredicate&>(*predicate).GetPredicates()) {
         values += dynamic_cast<const SimplePredicate&>(*child).GetPredValueByString();
+    }
     EXPECT_EQ(values, "123");
 }
 
@@ -129,11 +132,13 @@ TEST_F(KeptCompoundReading, ASetOfAContinuousFieldDisappears) {
 /// Compounds of two children each, one within the other.
 std::string Nested(int depth) {
     std::string text;
-    for (int i = 0; i < depth; ++i)
+    for (int i = 0; i < depth; ++i) {
         text += std::string("<CompoundPredicate booleanOperator='or'>") + kSimple;
+    }
     text += kSimple;
-    for (int i = 0; i < depth; ++i)
+    for (int i = 0; i < depth; ++i) {
         text += "</CompoundPredicate>";
+    }
     return text;
 }
 
@@ -142,8 +147,9 @@ TEST_F(CompoundPredicateReading, CompoundsNestToAThousand) {
     Any predicate(translator.ParseCompoundPredicate(Element(Nested(1000)), dictionary.get(), nullptr, false));
     int depth = 0;
     for (const ScorePredicate* level = predicate.get(); level->GetPredType() == ScorePredicate::COMPOUND_PREDICATE;
-         level = dynamic_cast<const CompoundPredicate&>(*level).GetPredicates().back())
+         level = dynamic_cast<const CompoundPredicate&>(*level).GetPredicates().back()) {
         ++depth;
+    }
     EXPECT_EQ(depth, 1000);
     const Any copy(predicate->Clone());
     EXPECT_EQ(copy->Evaluate({}), ScorePredicate::PRED_TRUE);

@@ -39,8 +39,9 @@ TEST_P(OrdinalOperator, IsKeyedByNumberOverAnEncoder) {
     Encode("o");
     Encode("i");
     std::string codes;
-    for (const char* text = GetParam().texts; *text != '\0'; ++text)
+    for (const char* text = GetParam().texts; *text != '\0'; ++text) {
         codes += *text == ',' ? ',' : static_cast<char>(*text - 'a' + '0');
+    }
     const Simple texts = ReadSimple(Attributes("field='o' value='b'"));
     EXPECT_EQ(ValuesOf(texts->GetSplit()), "");
     EXPECT_EQ(NumbersOf(texts->GetSplit()), codes);
@@ -180,9 +181,10 @@ TEST_F(DiscretePredicateReading, IsMissingAndIsNotMissingTakeNoValue) {
 }
 
 TEST_F(DiscretePredicateReading, AnEmptyValueGoesWithEqualAlone) {
-    for (const char* field : {"o", "i", "s", "n", "w", "h", "t"})
+    for (const char* field : {"o", "i", "s", "n", "w", "h", "t"}) {
         ExpectSimpleFault(std::string("value='' operator='lessThan' field='") + field + "'", 260171,
                           "Invalid value of attribute 'operator', expect 'equal' for null string value.");
+    }
 }
 
 TEST_F(DiscretePredicateReading, EqualWithAnEmptyValueIsATestForMissing) {

@@ -21,37 +21,47 @@ double Place(const PlainField& field, const std::string& value) {
 }
 
 bool Compare(double a, const std::string& op, double b) {
-    if (op == "equal")
+    if (op == "equal") {
         return a == b;
-    if (op == "notEqual")
+    }
+    if (op == "notEqual") {
         return a != b;
-    if (op == "lessThan")
+    }
+    if (op == "lessThan") {
         return a < b;
-    if (op == "lessOrEqual")
+    }
+    if (op == "lessOrEqual") {
         return a <= b;
-    if (op == "greaterThan")
+    }
+    if (op == "greaterThan") {
         return a > b;
+    }
     return a >= b;
 }
 
 Truth Compare(const PlainCondition& condition, const PlainField& field, const std::optional<std::string>& value,
               bool ordinalAsScale) {
-    if (condition.op == "isMissing")
+    if (condition.op == "isMissing") {
         return TruthOf(!value);
-    if (condition.op == "isNotMissing")
+    }
+    if (condition.op == "isNotMissing") {
         return TruthOf(value.has_value());
-    if (!value)
+    }
+    if (!value) {
         return Truth::kUnknown;
+    }
     const std::string& operand = condition.values.front();
     const bool isScale = field.kind == FieldKind::kScale || (field.kind == FieldKind::kOrdinalNumber && ordinalAsScale);
-    if (isScale)
+    if (isScale) {
         return TruthOf(Compare(std::stod(*value), condition.op, std::stod(operand)));
+    }
     return TruthOf(Compare(Place(field, *value), condition.op, Place(field, operand)));
 }
 
 Truth IsIn(const PlainCondition& condition, const std::optional<std::string>& value) {
-    if (!value)
+    if (!value) {
         return Truth::kUnknown;
+    }
     const auto& values = condition.values;
     const bool isIn = std::find(values.begin(), values.end(), *value) != values.end();
     return TruthOf(isIn == (condition.op == "isIn"));
@@ -59,16 +69,21 @@ Truth IsIn(const PlainCondition& condition, const std::optional<std::string>& va
 
 Truth Combine(const std::string& op, const std::vector<Truth>& truths) {
     const auto has = [&](Truth truth) { return std::find(truths.begin(), truths.end(), truth) != truths.end(); };
-    if (op == "and")
+    if (op == "and") {
         return has(Truth::kFalse) ? Truth::kFalse : has(Truth::kUnknown) ? Truth::kUnknown : Truth::kTrue;
-    if (op == "or")
+    }
+    if (op == "or") {
         return has(Truth::kTrue) ? Truth::kTrue : has(Truth::kUnknown) ? Truth::kUnknown : Truth::kFalse;
-    if (op == "xor")
+    }
+    if (op == "xor") {
         return has(Truth::kUnknown) ? Truth::kUnknown
                                     : TruthOf(std::count(truths.begin(), truths.end(), Truth::kTrue) % 2 == 1);
-    for (std::size_t i = 0; i < truths.size(); ++i)
-        if (truths[i] != Truth::kUnknown)
+    }
+    for (std::size_t i = 0; i < truths.size(); ++i) {
+        if (truths[i] != Truth::kUnknown) {
             return truths[i] == Truth::kTrue && i > 0 ? Truth::kTrueBySurrogate : truths[i];
+        }
+    }
     return Truth::kUnknown;
 }
 
@@ -86,15 +101,17 @@ std::string ToXml(const PlainCondition& condition, const Fields& fields) {
                Attribute("operator", condition.op) +
                (condition.values.empty() ? "" : Attribute("value", condition.values.front())) + "/>";
     case PlainCondition::Kind::kSet:
-        for (const std::string& value : condition.values)
+        for (const std::string& value : condition.values) {
             content += (content.empty() ? "" : " ") + value;
+        }
         return "<SimpleSetPredicate" + Attribute("field", fields[condition.field].name) +
                Attribute("booleanOperator", condition.op) + "><Array" +
                Attribute("type", fields[condition.field].IsText() ? "string" : "real") + ">" + content +
                "</Array></SimpleSetPredicate>";
     case PlainCondition::Kind::kCompound:
-        for (const PlainCondition& child : condition.children)
+        for (const PlainCondition& child : condition.children) {
             content += ToXml(child, fields);
+        }
         return "<CompoundPredicate" + Attribute("booleanOperator", condition.op) + ">" + content +
                "</CompoundPredicate>";
     }
@@ -108,8 +125,9 @@ std::string ToXml(const Fields& fields) {
             field.kind == FieldKind::kScale ? "continuous" : (field.IsOrdinal() ? "ordinal" : "categorical");
         text += "<DataField" + Attribute("name", field.name) + Attribute("optype", optype) +
                 Attribute("dataType", field.IsText() ? "string" : "double") + ">";
-        for (const std::string& category : field.categories)
+        for (const std::string& category : field.categories) {
             text += "<Value" + Attribute("value", category) + "/>";
+        }
         text += "</DataField>";
     }
     return text + "</DataDictionary>";
@@ -129,8 +147,9 @@ Truth Evaluate(const PlainCondition& condition, const Fields& fields, const Plai
         break;
     }
     std::vector<Truth> truths;
-    for (const PlainCondition& child : condition.children)
+    for (const PlainCondition& child : condition.children) {
         truths.push_back(Evaluate(child, fields, values, ordinalAsScale));
+    }
     return Combine(condition.op, truths);
 }
 

@@ -20,36 +20,43 @@ class RandomConditions {
 public:
     explicit RandomConditions(unsigned seed) : fRandom(seed) {
         for (const FieldKind kind : {FieldKind::kScale, FieldKind::kOrdinalText, FieldKind::kOrdinalNumber,
-                                     FieldKind::kCategoricalText, FieldKind::kCategoricalNumber})
-            for (int copy = 0; copy < 2; ++copy)
+                                     FieldKind::kCategoricalText, FieldKind::kCategoricalNumber}) {
+            for (int copy = 0; copy < 2; ++copy) {
                 AddField(kind);
+            }
+        }
     }
 
     const std::vector<PlainField>& Fields() const { return fFields; }
 
     PlainCondition Condition(int depth) {
         const int choice = Below(depth > 0 ? 10 : 7);
-        if (choice < 4)
+        if (choice < 4) {
             return Comparison();
-        if (choice < 6)
+        }
+        if (choice < 6) {
             return Set();
-        if (choice == 6)
+        }
+        if (choice == 6) {
             return Comparison();
+        }
         return Compound(depth, Pick<std::string>({"and", "or", "xor"}));
     }
 
     /// A condition as a node of a tree has it. Only here the answer may come from a surrogate.
     PlainCondition Root() {
         const int choice = Below(6);
-        if (choice == 0)
+        if (choice == 0) {
             return Compound(2, "surrogate");
+        }
         return choice < 3 ? Compound(2, Pick<std::string>({"and", "or", "xor"})) : Condition(0);
     }
 
     PlainCase Case() {
         PlainCase values;
-        for (const PlainField& field : fFields)
+        for (const PlainField& field : fFields) {
             values.push_back(Below(3) == 0 ? std::nullopt : std::optional(Value(field)));
+        }
         return values;
     }
 
@@ -66,23 +73,26 @@ private:
         // Numbers are listed in no order, so that a place in the list is not a rank.
         const int count = kind == FieldKind::kScale ? 0 : 1 + Below(8);
         const int step = 3 + 2 * Below(4);
-        for (int i = 0; i < count; ++i)
+        for (int i = 0; i < count; ++i) {
             field.categories.push_back(field.IsText() ? "c" + std::to_string(i * step % 11)
                                                       : std::to_string(i * step % 11) + ".5");
+        }
         fFields.push_back(field);
     }
 
     std::string Value(const PlainField& field) {
-        if (field.kind != FieldKind::kScale)
+        if (field.kind != FieldKind::kScale) {
             return Pick(field.categories);
+        }
         return Below(2) == 0 ? std::to_string(Below(7) - 3)
                              : std::to_string(std::uniform_real_distribution<double>(-3, 3)(fRandom));
     }
 
     PlainCondition Comparison() {
         const auto field = static_cast<std::size_t>(Below(static_cast<int>(fFields.size())));
-        if (Below(8) == 0)
+        if (Below(8) == 0) {
             return {Kind::kComparison, field, "isMissing", {}, {}};
+        }
         const bool isCategorical =
             fFields[field].kind == FieldKind::kCategoricalText || fFields[field].kind == FieldKind::kCategoricalNumber;
         static const std::vector<std::string> operators{"equal",       "notEqual",    "lessThan",
@@ -93,8 +103,9 @@ private:
     PlainCondition Set() {
         const auto field = static_cast<std::size_t>(2 + Below(static_cast<int>(fFields.size()) - 2));
         PlainCondition set{Kind::kSet, field, "isIn", {}, {}};
-        for (int count = 1 + Below(4); count > 0; --count)
+        for (int count = 1 + Below(4); count > 0; --count) {
             set.values.push_back(Pick(fFields[field].categories));
+        }
         return set;
     }
 
@@ -102,10 +113,11 @@ private:
         PlainCondition compound{Kind::kCompound, 0, op, {}, {}};
         for (int count = 1 + Below(4); count > 0; --count) {
             const int choice = Below(10);
-            if (choice < 2)
+            if (choice < 2) {
                 compound.children.push_back({choice == 0 ? Kind::kTrue : Kind::kFalse, 0, "", {}, {}});
-            else
+            } else {
                 compound.children.push_back(Condition(depth - 1));
+            }
         }
         return compound;
     }
@@ -121,8 +133,9 @@ TEST_P(PredicateAgreement, AHundredThousandConditionsGiveWhatTheyWouldByHand) {
     for (int document = 0; document < kDocuments; ++document) {
         RandomConditions random(static_cast<unsigned>(document));
         std::vector<PlainCondition> conditions;
-        for (int i = 0; i < kConditionsEach; ++i)
+        for (int i = 0; i < kConditionsEach; ++i) {
             conditions.push_back(random.Root());
+        }
         const bool ordinalAsScale = document % 2 == 1;
         const ReadConditions read(random.Fields(), conditions, GetParam(), ordinalAsScale);
         for (std::size_t i = 0; i < conditions.size(); ++i) {
@@ -134,8 +147,9 @@ TEST_P(PredicateAgreement, AHundredThousandConditionsGiveWhatTheyWouldByHand) {
         }
     }
     // Every answer has to come up often, or the agreement says little.
-    for (const Truth truth : {Truth::kTrue, Truth::kFalse, Truth::kUnknown, Truth::kTrueBySurrogate})
+    for (const Truth truth : {Truth::kTrue, Truth::kFalse, Truth::kUnknown, Truth::kTrueBySurrogate}) {
         EXPECT_GT(seen[truth], 1000);
+    }
 }
 
 std::string FormName(const testing::TestParamInfo<Encoders>& form) {

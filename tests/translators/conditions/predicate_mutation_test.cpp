@@ -40,17 +40,20 @@ std::string ReadSample(const std::string& name) {
 std::vector<xercesc::DOMElement*> Elements(const ParsedXml& document, const char16_t* tag) {
     const xercesc::DOMNodeList* found = document->getElementsByTagName(tag);
     std::vector<xercesc::DOMElement*> elements;
-    for (XMLSize_t i = 0; i < found->getLength(); ++i)
+    for (XMLSize_t i = 0; i < found->getLength(); ++i) {
         elements.push_back(static_cast<xercesc::DOMElement*>(found->item(i)));
+    }
     return elements;
 }
 
 class PredicateMutation : public testing::TestWithParam<const char*> {
 protected:
     PredicateMutation() : document(ReadSample(GetParam())) {
-        for (const char16_t* tag : {u"SimplePredicate", u"SimpleSetPredicate", u"CompoundPredicate"})
-            for (xercesc::DOMElement* element : Elements(document, tag))
+        for (const char16_t* tag : {u"SimplePredicate", u"SimpleSetPredicate", u"CompoundPredicate"}) {
+            for (xercesc::DOMElement* element : Elements(document, tag)) {
                 conditions.push_back(element);
+            }
+        }
     }
 
     /// Reads every condition over fields of its own; counts those that are refused.
@@ -71,10 +74,12 @@ protected:
 
     ScorePredicate* Read(xercesc::DOMElement* element, const ScoreDictionary& fields, const ScoreDictionary* derived) {
         const std::string tag = translator.ToString(element->getTagName());
-        if (tag == "SimplePredicate")
+        if (tag == "SimplePredicate") {
             return translator.ParsePredicate(element, &fields, derived, reads % 3 == 0);
-        if (tag == "SimpleSetPredicate")
+        }
+        if (tag == "SimpleSetPredicate") {
             return translator.ParseSetPredicate(element, &fields, derived);
+        }
         return translator.ParseCompoundPredicate(element, &fields, derived, reads % 3 == 0);
     }
 
@@ -105,12 +110,14 @@ TEST_P(PredicateMutation, EveryAttributeMayBeAnything) {
             }
             element->removeAttribute(name);
             ReadAll();
-            if (wasThere)
+            if (wasThere) {
                 element->setAttribute(name, text.c_str());
+            }
         }
     }
-    for (const int id : {260120, 260125, 260153, 260171, 260212, 260291, 260303})
+    for (const int id : {260120, 260125, 260153, 260171, 260212, 260291, 260303}) {
         EXPECT_TRUE(refused.contains(id)) << id;
+    }
     refused.clear();
     ReadAll();
     EXPECT_TRUE(refused.empty());
@@ -132,8 +139,9 @@ TEST_P(PredicateMutation, EveryArrayMayHoldAnything) {
         }
         array->setTextContent(content.c_str());
     }
-    for (const int id : {260151, 260156, 260222, 260241, 260284})
+    for (const int id : {260151, 260156, 260222, 260241, 260284}) {
         EXPECT_TRUE(refused.contains(id)) << id;
+    }
     refused.clear();
     ReadAll();
     EXPECT_TRUE(refused.empty());

@@ -37,8 +37,9 @@ const char* const kFields = R"(<DataDictionary numberOfFields="15">
 
 std::string Joined(const std::vector<std::string>& parts) {
     std::string text;
-    for (const std::string& part : parts)
+    for (const std::string& part : parts) {
         text += (text.empty() && &part == &parts.front() ? "" : ",") + part;
+    }
     return text;
 }
 
@@ -94,23 +95,27 @@ void PredicateReading::ExpectCompoundFault(const std::string& element, int id, c
 
 std::string ValuesOf(const ScoreSplitVar* split) {
     std::vector<std::string> values;
-    for (const ScoreValue* value : dynamic_cast<const DiscreteSplit&>(*split).GetSplitValues())
+    for (const ScoreValue* value : dynamic_cast<const DiscreteSplit&>(*split).GetSplitValues()) {
         values.push_back(value->GetString());
+    }
     return Joined(values);
 }
 
 std::string NumbersOf(const ScoreSplitVar* split) {
     std::vector<std::string> numbers;
-    for (int number = -1; number < 10; ++number)
-        if (split->GetSplitChildIndex(static_cast<double>(number)) == 0)
+    for (int number = -1; number < 10; ++number) {
+        if (split->GetSplitChildIndex(static_cast<double>(number)) == 0) {
             numbers.push_back(std::to_string(number));
+        }
+    }
     return Joined(numbers);
 }
 
 std::string FirstRangeOf(const ScoreSplitVar* split) {
     const ScoreValueRange* range = dynamic_cast<const ScaleSplit&>(*split).GetSplitValueRangeFirst();
-    if (range == nullptr)
+    if (range == nullptr) {
         return "none";
+    }
     std::ostringstream text;
     text << (range->GetLowEnd() ? '[' : '(') << range->GetMin()->GetDouble() << ',' << range->GetMax()->GetDouble()
          << (range->GetHighEnd() ? ']' : ')');
@@ -123,23 +128,28 @@ bool Holds(const ScoreSplitVar* split, double number) {
 
 std::string CategoriesOf(const ScoreDictVar& var) {
     std::vector<std::string> labels;
-    if (var.GetValueLabels() != nullptr)
-        for (const ScoreValueLabel* label : var.GetValueLabels()->GetAllValueLabels())
+    if (var.GetValueLabels() != nullptr) {
+        for (const ScoreValueLabel* label : var.GetValueLabels()->GetAllValueLabels()) {
             labels.push_back(label->GetLabel());
+        }
+    }
     return Joined(labels);
 }
 
 std::string Shape(const ScorePredicate* predicate) {
-    if (predicate == nullptr)
+    if (predicate == nullptr) {
         return "null";
+    }
     static const char* const kTypes[] = {"compound", "simple", "set", "true", "false"};
     static const char* const kOperators[] = {"or", "and", "xor", "surrogate"};
     const auto* compound = dynamic_cast<const CompoundPredicate*>(predicate);
-    if (compound == nullptr)
+    if (compound == nullptr) {
         return kTypes[predicate->GetPredType()];
+    }
     std::vector<std::string> children;
-    for (const ScorePredicate* child : compound->GetPredicates())
+    for (const ScorePredicate* child : compound->GetPredicates()) {
         children.push_back(Shape(child));
+    }
     return std::string(kOperators[compound->GetBoolOperator()]) + "(" + Joined(children) + ")";
 }
 

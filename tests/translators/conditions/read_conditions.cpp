@@ -47,16 +47,18 @@ ReadConditions::ReadConditions(const std::vector<PlainField>& fields, const std:
                                Encoders encoders, bool ordinalAsScale)
     : fFields(fields), fEncoders(encoders) {
     std::string text = "<PMML>" + ToXml(fields);
-    for (const PlainCondition& condition : conditions)
+    for (const PlainCondition& condition : conditions) {
         text += ToXml(condition, fields);
+    }
     const ParsedXml document(text + "</PMML>");
     xercesc::DOMNode* element = document.Root()->getFirstChild();
     fDictionary.reset(fTranslator.ParseDictionary(element, encoders != Encoders::kNone));
     for (std::size_t i = 0; i < fields.size(); ++i) {
         ScoreDictVar* var = fDictionary->GetVar(fields[i].name);
         var->SetEncodedValueIndex(static_cast<int>(i));
-        if (encoders == Encoders::kAll)
+        if (encoders == Encoders::kAll) {
             fTranslator.SetupCatEncoder(var);
+        }
     }
     for (const PlainCondition& condition : conditions) {
         element = element->getNextSibling();
@@ -65,8 +67,9 @@ ReadConditions::ReadConditions(const std::vector<PlainField>& fields, const std:
 }
 
 Truth ReadConditions::Evaluate(std::size_t condition, const PlainCase& values) const {
-    if (fEncoders == Encoders::kAll)
+    if (fEncoders == Encoders::kAll) {
         return TruthOf(fPredicates[condition]->Evaluate(EncodedValues(values)));
+    }
     CaseRecord record;
     Fill(record, values);
     return TruthOf(fPredicates[condition]->Evaluate(&record, nullptr));
@@ -77,24 +80,26 @@ std::vector<double> ReadConditions::EncodedValues(const PlainCase& values) const
     for (std::size_t i = 0; i < fFields.size(); ++i) {
         const PlainField& field = fFields[i];
         const bool isNumber = field.kind == FieldKind::kScale || field.kind == FieldKind::kOrdinalNumber;
-        if (!values[i])
+        if (!values[i]) {
             encoded.push_back(field.kind == FieldKind::kScale ? NumericValue::GetSysmisValue() : kMissingCode);
-        else if (isNumber)
+        } else if (isNumber) {
             encoded.push_back(std::stod(*values[i]));
-        else
+        } else {
             encoded.push_back(fDictionary->GetVar(field.name)->GetEncoder()->EncodeConst(*values[i]));
+        }
     }
     return encoded;
 }
 
 void ReadConditions::Fill(CaseRecord& record, const PlainCase& values) const {
     for (std::size_t i = 0; i < fFields.size(); ++i) {
-        if (!values[i])
+        if (!values[i]) {
             record.Add(fFields[i].name, fFields[i].IsText() ? nullptr : new NumericValue());
-        else if (fFields[i].IsText())
+        } else if (fFields[i].IsText()) {
             record.Add(fFields[i].name, new StringValue(*values[i]));
-        else
+        } else {
             record.Add(fFields[i].name, new NumericValue(std::stod(*values[i])));
+        }
     }
 }
 

@@ -98,9 +98,10 @@ TEST_F(ScalePredicateReading, IsMissingAndIsNotMissingTakeNoValue) {
 }
 
 TEST_F(ScalePredicateReading, AnEmptyValueGoesWithEqualAlone) {
-    for (const char* op : {"lessThan", "lessOrEqual", "greaterThan", "greaterOrEqual", "notEqual", "like", ""})
+    for (const char* op : {"lessThan", "lessOrEqual", "greaterThan", "greaterOrEqual", "notEqual", "like", ""}) {
         ExpectSimpleFault(std::string("field='x' value='' operator='") + op + "'", 260171,
                           "Invalid value of attribute 'operator', expect 'equal' for null string value.");
+    }
 }
 
 TEST_F(ScalePredicateReading, AnUnknownOperatorIsRefusedBehindTheNumber) {
@@ -111,8 +112,10 @@ TEST_F(ScalePredicateReading, AnUnknownOperatorIsRefusedBehindTheNumber) {
 }
 
 TEST_F(ScalePredicateReading, AComparisonNeedsAValue) {
-    for (const char* op : {"lessThan", "lessOrEqual", "greaterThan", "greaterOrEqual", "equal", "notEqual", "like", ""})
+    for (const char* op :
+         {"lessThan", "lessOrEqual", "greaterThan", "greaterOrEqual", "equal", "notEqual", "like", ""}) {
         ExpectSimpleFault(std::string("field='x' operator='") + op + "'", 260119, "Missing the attribute 'value'.");
+    }
 }
 
 TEST_F(ScalePredicateReading, AnotherNodeGivesTheWholeLine) {
@@ -230,8 +233,9 @@ TEST_F(ScalePredicateReading, BoundsNeedAnOperatorOfTheSix) {
 
 TEST_F(ScalePredicateReading, TheFirstDictionaryIsAskedFirst) {
     BaseDictionary derived;
-    for (const char* name : {"x", "z"})
+    for (const char* name : {"x", "z"}) {
         derived.AddVar(name, new DictVar(name, ScoreDictVar::kNUMERIC_VAR));
+    }
     xercesc::DOMElement* x = Element("<SimplePredicate field='x' operator='isMissing'/>");
     xercesc::DOMElement* z = Element("<SimplePredicate field='z' operator='isMissing'/>");
     const ScoreDictionary& borrowed = derived;

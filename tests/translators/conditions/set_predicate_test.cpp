@@ -34,8 +34,9 @@ class SetSplit : public PredicateReading, public testing::WithParamInterface<Arr
 
 TEST_P(SetSplit, IsFilledByKindOperatorAndEncoder) {
     const ArrayRow& row = GetParam();
-    if (row.encoded)
+    if (row.encoded) {
         Encode(row.field);
+    }
     const std::string field = row.field;
     const std::string type = row.type;
     const Set predicate =

@@ -227,8 +227,9 @@ TEST_F(CategoricalField, IgnoresAWidthOfZeroAndNegativeDecimals) {
 }
 
 TEST_F(CategoricalField, RefusesFormatsThatAreNoIntegers) {
-    for (const char* name : {"format", "width", "stringLength", "decimals"})
+    for (const char* name : {"format", "width", "stringLength", "decimals"}) {
         ExpectFault(Categorical(Extension(name, "x")), 260151, "The value: 'x' is invalid of type: 'integer'.");
+    }
     ExpectFault(Categorical("<Extension name='width'/>"), 260151, "The value: '' is invalid of type: 'integer'.");
 }
 

@@ -36,15 +36,17 @@ DictVar MakeVar(ScoreDictVar::VariableType type, ScoreDictVar::MeasureLevel leve
 
 DictVar StringVar(const std::vector<std::string>& values) {
     DictVar var = MakeVar(ScoreDictVar::STRING_VAR);
-    for (const std::string& value : values)
+    for (const std::string& value : values) {
         var.AddScoreValueLabel(new StringValue(value), "label");
+    }
     return var;
 }
 
 DictVar NumericVar(const std::vector<double>& values) {
     DictVar var = MakeVar(ScoreDictVar::kNUMERIC_VAR);
-    for (double value : values)
+    for (double value : values) {
         var.AddScoreValueLabel(new NumericValue(value), "label");
+    }
     return var;
 }
 

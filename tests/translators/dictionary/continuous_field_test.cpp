@@ -120,8 +120,9 @@ TEST_F(ContinuousField, ExtensionsGiveTheFormat) {
     EXPECT_EQ(var->GetWidth(), 8);
     EXPECT_EQ(var->GetDecimal(), 2);
     EXPECT_EQ(ReadField(Continuous(Extension("stringLength", "3")))->GetWidth(), 3);
-    for (const char* name : {"width", "stringLength", "decimals"})
+    for (const char* name : {"width", "stringLength", "decimals"}) {
         ExpectFault(Continuous(Extension(name, "x")), 260151, "The value: 'x' is invalid of type: 'integer'.");
+    }
 }
 
 TEST_F(ContinuousField, BoundsOfMissingValuesMakeARange) {

@@ -20,14 +20,16 @@ using namespace MCVeltrane_900;
 
 std::string WithCount(const std::string& fields) {
     int count = 0;
-    for (std::size_t at = 0; (at = fields.find("<DataField", at)) != std::string::npos; ++at)
+    for (std::size_t at = 0; (at = fields.find("<DataField", at)) != std::string::npos; ++at) {
         ++count;
+    }
     return "<DataDictionary numberOfFields='" + std::to_string(count) + "'>" + fields + "</DataDictionary>";
 }
 
 std::string Show(const ScoreValue* value) {
-    if (value->GetType() == ScoreValue::STRING_VALUE)
+    if (value->GetType() == ScoreValue::STRING_VALUE) {
         return "'" + value->GetString() + "'";
+    }
     std::ostringstream out;
     out << std::setprecision(std::numeric_limits<double>::max_digits10) << value->GetDouble();
     return out.str();
@@ -56,20 +58,24 @@ void DictionaryReading::ExpectFault(const std::string& fields, int id, const std
 
 std::vector<std::string> DictionaryReading::MissingRanges(const ScoreDictVar* var) {
     std::vector<std::string> ranges;
-    if (!var->GetMissingValues())
+    if (!var->GetMissingValues()) {
         return ranges;
-    for (const ScoreValueRange* range : var->GetMissingValues()->GetMissingValues())
+    }
+    for (const ScoreValueRange* range : var->GetMissingValues()->GetMissingValues()) {
         ranges.push_back((range->GetLowEnd() ? "[" : "(") + Show(range->GetMin()) + ", " + Show(range->GetMax()) +
                          (range->GetHighEnd() ? "]" : ")"));
+    }
     return ranges;
 }
 
 std::vector<std::string> DictionaryReading::Labels(const ScoreDictVar* var) {
     std::vector<std::string> labels;
-    if (!var->GetValueLabels())
+    if (!var->GetValueLabels()) {
         return labels;
-    for (const ScoreValueLabel* label : var->GetValueLabels()->GetAllValueLabels())
+    }
+    for (const ScoreValueLabel* label : var->GetValueLabels()->GetAllValueLabels()) {
         labels.push_back(Show(label->GetValue()) + "=" + label->GetLabel());
+    }
     return labels;
 }
 

@@ -38,9 +38,10 @@ std::ostream& operator<<(std::ostream& out, const Bounds& bounds) {
 
 std::vector<Bounds> Read(const MissingValueSet& missing) {
     std::vector<Bounds> bounds;
-    for (const auto* range : missing.GetMissingValues())
+    for (const auto* range : missing.GetMissingValues()) {
         bounds.push_back(
             {range->GetMin()->GetDouble(), range->GetMax()->GetDouble(), range->GetLowEnd(), range->GetHighEnd()});
+    }
     return bounds;
 }
 
@@ -112,8 +113,9 @@ TEST(IntervalComplement, ALeftMarginOfInfinityMakesEveryNumberMissing) {
     MissingValueSet missing;
     PMMLTranslator::handleInterval(nullptr, document.Root(), &missing, 0);
     ASSERT_EQ(missing.Size(), 1);
-    for (const double number : {-1e308, -1.0, 0.0, 5e-324, 1e308})
+    for (const double number : {-1e308, -1.0, 0.0, 5e-324, 1e308}) {
         EXPECT_TRUE(missing.GetMissingValues()[0]->IsInRange(number)) << number;
+    }
 }
 
 TEST(IntervalComplement, WithoutALeftMargin) {

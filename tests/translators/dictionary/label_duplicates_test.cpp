@@ -22,10 +22,13 @@ using TextOfValue = std::function<std::string(const std::string&)>;
 
 /// The message of the first label that is equal to another one, by comparing each with each; empty for none.
 std::string FirstDuplicate(const Texts& values, const AreEqual& areEqual, const TextOfValue& textOf) {
-    for (std::size_t i = 0; i < values.size(); ++i)
-        for (std::size_t j = 0; j < values.size(); ++j)
-            if (i != j && areEqual(values[i], values[j]))
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        for (std::size_t j = 0; j < values.size(); ++j) {
+            if (i != j && areEqual(values[i], values[j])) {
                 return "Duplicate definition of 'value': '" + textOf(values[i]) + "', already in 'DataDictionary'.";
+            }
+        }
+    }
     return "";
 }
 
@@ -80,7 +83,7 @@ TEST_F(LabelDuplicates, OfNumbersAreThoseOfComparingEachWithEach) {
 }
 
 TEST_F(LabelDuplicates, OfTextsAreThoseOfComparingEachWithEach) {
-    for (bool noSpaceTrim : {false, true})
+    for (bool noSpaceTrim : {false, true}) {
         ExpectTheSameVerdict(
             {"a", "a ", "a  ", " a", "A", "b", "", " ", "   "}, "dataType='string'",
             noSpaceTrim ? "<Extension name='noSpaceTrim' value='true'/>" : "",
@@ -89,6 +92,7 @@ TEST_F(LabelDuplicates, OfTextsAreThoseOfComparingEachWithEach) {
                 return StringValue(a).Equal(&other, noSpaceTrim, true);
             },
             [](const std::string& text) { return text; });
+    }
 }
 
 } // namespace

@@ -179,8 +179,9 @@ TEST(VerifyNumbers, DoNotDependOnTheLocaleOfStreams) {
 }
 
 TEST(VerifyNumbers, DoNotDependOnTheLocaleOfTheProcess) {
-    if (!std::setlocale(LC_ALL, "de_DE.UTF-8") && !std::setlocale(LC_ALL, "fr_FR.UTF-8"))
+    if (!std::setlocale(LC_ALL, "de_DE.UTF-8") && !std::setlocale(LC_ALL, "fr_FR.UTF-8")) {
         GTEST_SKIP() << "no locale with a decimal comma is installed";
+    }
     EXPECT_EQ(BaseTranslator::VerifyDouble(std::string("1.5")), 1.5);
     EXPECT_EQ(BaseTranslator::VerifyDouble(std::string("1.5e400")), NumericValue::GetInfinity());
     ExpectFailure([] { BaseTranslator::VerifyDouble(std::string("1,5")); }, 260151, Invalid("1,5", "double"));

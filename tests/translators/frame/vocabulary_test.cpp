@@ -42,8 +42,9 @@ std::vector<Entry> ListedEntries() {
 
 std::map<std::string, std::string> ByName(const std::vector<Entry>& entries) {
     std::map<std::string, std::string> map;
-    for (const Entry& entry : entries)
+    for (const Entry& entry : entries) {
         EXPECT_TRUE(map.emplace(entry.name, entry.literal).second) << entry.name << " twice";
+    }
     return map;
 }
 
@@ -64,8 +65,9 @@ TEST(Vocabulary, AgreesWithTheListNameByName) {
 
 TEST(Vocabulary, NamesNothingThatTheListHasNot) {
     const auto listed = ByName(ListedEntries());
-    for (const Entry& exported : ExportedEntries())
+    for (const Entry& exported : ExportedEntries()) {
         EXPECT_TRUE(listed.contains(exported.name)) << exported.name;
+    }
 }
 
 TEST(Vocabulary, CountsItsFamilies) {
@@ -73,8 +75,9 @@ TEST(Vocabulary, CountsItsFamilies) {
                                                  {"XML_VAL_", 183}, {"XML_EXT_", 21},  {"XML_MSTAT_", 2},
                                                  {"XML_KORD_", 75}};
     std::map<std::string, int> found;
-    for (const Entry& entry : ExportedEntries())
+    for (const Entry& entry : ExportedEntries()) {
         ++found[entry.name.substr(0, entry.name.find('_', 4) + 1)];
+    }
     EXPECT_EQ(found, expected);
 }
 

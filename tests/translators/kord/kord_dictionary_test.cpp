@@ -230,8 +230,9 @@ protected:
     static Texts Of(const ScoreDictVar* var) {
         const ScoreVarStats* stats = var->GetVarStats();
         Texts texts;
-        for (const double number : {stats->GetMin(), stats->GetMax(), stats->GetMean(), stats->GetStddev()})
+        for (const double number : {stats->GetMin(), stats->GetMax(), stats->GetMean(), stats->GetStddev()}) {
             texts.push_back(number == NumericValue::GetSysmisValue() ? "." : NumericValue(number).GetString());
+        }
         return texts;
     }
 };

@@ -119,9 +119,10 @@ TEST_F(KordFailures, OfBoundsThatAreNoNumbers) {
 }
 
 TEST_F(KordFailures, OfStatistics) {
-    for (const char* name : {"minimum", "maximum", "mean", "standard-deviation"})
+    for (const char* name : {"minimum", "maximum", "mean", "standard-deviation"}) {
         ExpectKordFault(NumberVariable(std::string("<var-stats ") + name + "='x'/>"), 260151,
                         "The value: 'x' is invalid of type: 'double'.");
+    }
 }
 
 TEST_F(KordFailures, EmptyCategoriesBesideMissingValues) {
@@ -171,8 +172,9 @@ TEST(KordFormatFailures, OutliveTheXmlPlatform) {
         document->getDocumentElement()->appendChild(variable);
         veltrane::tests::KordTestTranslator().ParseDictionary(document->getDocumentElement());
     } catch (const xercesc::NumberFormatException& failure) {
-        for (const XMLCh* at = failure.getMessage(); *at != 0; ++at)
+        for (const XMLCh* at = failure.getMessage(); *at != 0; ++at) {
             text += static_cast<char>(*at);
+        }
     }
     EXPECT_NE(text, "");
 }
@@ -181,10 +183,11 @@ using KeptKordFormat = KordReading;
 
 TEST_F(KeptKordFormat, WithoutAnIntegerFailsOutsideTheCatalogue) {
     for (const char* attributes : {"decimals='2'", "decimals='2' width=''", "width='8'", "", "decimals='2' width='x'",
-                                   "decimals='2.0' width='8'", "decimals='2' width='99999999999999999999'"})
+                                   "decimals='2.0' width='8'", "decimals='2' width='99999999999999999999'"}) {
         EXPECT_THROW(ReadVariables(NumberVariable(std::string("<format-spec ") + attributes + "/>")),
                      xercesc::NumberFormatException)
             << attributes;
+    }
 }
 
 using KeptKordMissingValues = KordReading;
@@ -197,9 +200,10 @@ TEST_F(KeptKordMissingValues, OfANumberDoNotClashWithItsCategories) {
 }
 
 TEST_F(KeptKordMissingValues, HaveNoWordsForOpenBounds) {
-    for (const std::string word : {"LOWEST", "HIGHEST", "INF", "-INF", "NaN"})
+    for (const std::string word : {"LOWEST", "HIGHEST", "INF", "-INF", "NaN"}) {
         ExpectKordFault(NumberVariable(Missing("<range><category value='" + word + "'/><category value='1'/></range>")),
                         260151, "The value: '" + word + "' is invalid of type: 'double'.");
+    }
 }
 
 using KeptKordCategories = KordReading;

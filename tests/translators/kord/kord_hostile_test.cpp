@@ -24,8 +24,9 @@ constexpr int kMany = 100000;
 /// Elements with the values FROM to FROM + kMany - 1.
 std::string Many(const std::string& before, int from, const std::string& after) {
     std::string text;
-    for (int i = from; i < from + kMany; ++i)
+    for (int i = from; i < from + kMany; ++i) {
         text += before + std::to_string(i) + after;
+    }
     return text;
 }
 
@@ -111,8 +112,9 @@ protected:
         for (XMLSize_t at = 0;; ++at) {
             const auto document = veltrane::tests::ParseXml(kWhole);
             auto* element = static_cast<xercesc::DOMElement*>(document->getElementsByTagName(u"*")->item(at));
-            if (element == nullptr)
+            if (element == nullptr) {
                 return tried;
+            }
             change(document, element);
             EXPECT_TRUE(IsReadOrRefused(document.Root())) << at;
             ++tried;
@@ -127,13 +129,15 @@ TEST_F(ChangedKord, AttributesAreReadOrRefused) {
     for (const XMLCh* value : values) {
         for (XMLSize_t attribute = 0; attribute < 4; ++attribute) {
             const int tried = ChangeEach([&](const veltrane::tests::ParsedXml&, xercesc::DOMElement* element) {
-                if (attribute >= element->getAttributes()->getLength())
+                if (attribute >= element->getAttributes()->getLength()) {
                     return;
+                }
                 const std::u16string name = element->getAttributes()->item(attribute)->getNodeName();
-                if (value == nullptr)
+                if (value == nullptr) {
                     element->removeAttribute(name.c_str());
-                else
+                } else {
                     element->setAttribute(name.c_str(), value);
+                }
             });
             EXPECT_EQ(tried, 17);
         }
@@ -143,16 +147,19 @@ TEST_F(ChangedKord, AttributesAreReadOrRefused) {
 
 TEST_F(ChangedKord, ElementsAreReadOrRefused) {
     ChangeEach([](const veltrane::tests::ParsedXml& document, xercesc::DOMElement* element) {
-        if (element != document.Root())
+        if (element != document.Root()) {
             element->getParentNode()->removeChild(element)->release();
+        }
     });
     ChangeEach([](const veltrane::tests::ParsedXml& document, xercesc::DOMElement* element) {
-        if (element != document.Root())
+        if (element != document.Root()) {
             element->getParentNode()->appendChild(element->cloneNode(true));
+        }
     });
     ChangeEach([](const veltrane::tests::ParsedXml& document, xercesc::DOMElement* element) {
-        while (element->getFirstChild() != nullptr)
+        while (element->getFirstChild() != nullptr) {
             element->removeChild(element->getFirstChild())->release();
+        }
         element->appendChild(document->createElement(u"range"));
     });
     EXPECT_EQ(ReadKordElement(kWhole)->Size(), 2);

@@ -44,8 +44,9 @@ TEST(KordVocabulary, CountsItsFamilies) {
     const std::map<std::string, int> expected = {
         {"XML_ELE_", 8}, {"XML_ATT_", 17}, {"XML_VAL_", 11}, {"XML_MODEL_", 42}, {"XML_MODELTYPE_", 5}};
     std::map<std::string, int> found;
-    for (const auto& [name, literal] : Exported())
+    for (const auto& [name, literal] : Exported()) {
         ++found[name.substr(0, name.find('_', 4) + 1)];
+    }
     EXPECT_EQ(found, expected);
 }
 

@@ -56,8 +56,9 @@ std::string Target(const std::string& field, const std::string& optype, const st
 /// TargetValue elements with these values.
 std::string Values(const Texts& values) {
     std::string elements;
-    for (const std::string& value : values)
+    for (const std::string& value : values) {
         elements += "<TargetValue value='" + value + "'/>";
+    }
     return elements;
 }
 
@@ -85,9 +86,11 @@ protected:
     /// The prior probabilities as "value=probability".
     Texts Priors(const std::string& name) {
         Texts priors;
-        if (const ScoreValueProbabilitySet* set = Var(name)->GetValueProbabilities())
-            for (const ScoreValueProbability* prior : set->GetAllValueProbabilities())
+        if (const ScoreValueProbabilitySet* set = Var(name)->GetValueProbabilities()) {
+            for (const ScoreValueProbability* prior : set->GetAllValueProbabilities()) {
                 priors.push_back(prior->GetValue()->GetString() + "=" + Number(prior->GetProbability()));
+            }
+        }
         return priors;
     }
 

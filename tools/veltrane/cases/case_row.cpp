@@ -15,8 +15,9 @@ using MCVeltrane_900::ScoreDictVar;
 using MCVeltrane_900::StringValue;
 
 CaseRow::CaseRow(const MCVeltrane_900::ScoreDictionary& dictionary) : CaseRecord(dictionary.Size()) {
-    for (const std::string& name : dictionary.GetVarNames())
+    for (const std::string& name : dictionary.GetVarNames()) {
         AddField(*dictionary.GetVar(name));
+    }
 }
 
 void CaseRow::AddField(const ScoreDictVar& variable) {
@@ -43,8 +44,9 @@ void CaseRow::AddField(const ScoreDictVar& variable) {
 
 const MCVeltrane_900::ScoreValue* CaseRow::Get(int index) const {
     if (index >= 0 && index < static_cast<int>(fIsMissingText.size()) &&
-        fIsMissingText[static_cast<std::size_t>(index)])
+        fIsMissingText[static_cast<std::size_t>(index)]) {
         return nullptr;
+    }
     return CaseRecord::Get(index);
 }
 
@@ -71,12 +73,13 @@ bool CaseRow::SetDateText(const Field& field, const std::string& text) {
 
 void CaseRow::SetMissing(const Field& field) {
     const auto slot = static_cast<std::size_t>(field.slot);
-    if (field.type == ScoreDictVar::STRING_VAR)
+    if (field.type == ScoreDictVar::STRING_VAR) {
         fIsMissingText[slot] = 1;
-    else if (field.type == ScoreDictVar::DATETIME_VAR)
+    } else if (field.type == ScoreDictVar::DATETIME_VAR) {
         fSlots[slot].date->SetDateTimeValue(NumericValue::GetSysmisValue(), DateTimeValue::VAL_DATETIME);
-    else
+    } else {
         SetMissingValue(field.slot);
+    }
 }
 
 } // namespace veltrane::host

@@ -30,23 +30,26 @@ constexpr TextualDate kTextualDates[] = {
 
 std::string_view WithoutBlanks(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t");
-    if (first == text.npos)
+    if (first == text.npos) {
         return {};
+    }
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
 /// A sign, then a digit or a point: the words for infinity and for no number are read by `std::from_chars` too.
 bool BeginsLikeANumber(std::string_view text) {
-    if (text.starts_with('-'))
+    if (text.starts_with('-')) {
         text.remove_prefix(1);
+    }
     return !text.empty() && ((text.front() >= '0' && text.front() <= '9') || text.front() == '.');
 }
 
 /// Beyond the range of doubles the library has its own answers: infinity upwards, no number downwards.
 const char* ReadExtremeNumber(std::string_view text, double& number) {
     const NumericValue value{std::string(text)};
-    if (value.IsSystemMissingValue())
+    if (value.IsSystemMissingValue()) {
         return kOutOfRange;
+    }
     number = value.GetDouble();
     return nullptr;
 }
@@ -55,16 +58,20 @@ const char* ReadExtremeNumber(std::string_view text, double& number) {
 
 const char* ReadNumber(std::string_view text, double& number) {
     const std::string_view whole = text;
-    if (text.starts_with('+') && !text.substr(1).starts_with('-'))
+    if (text.starts_with('+') && !text.substr(1).starts_with('-')) {
         text.remove_prefix(1);
-    if (!BeginsLikeANumber(text))
+    }
+    if (!BeginsLikeANumber(text)) {
         return kNotANumber;
+    }
     double read;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), read);
-    if (error == std::errc::invalid_argument || end != text.data() + text.size())
+    if (error == std::errc::invalid_argument || end != text.data() + text.size()) {
         return kNotANumber;
-    if (error == std::errc::result_out_of_range)
+    }
+    if (error == std::errc::result_out_of_range) {
         return ReadExtremeNumber(whole, number);
+    }
     number = read;
     return nullptr;
 }
@@ -92,28 +99,33 @@ const char* CellParser::Read(std::string_view cell, const CaseRow::Field& field,
     } else {
         double number = 0;
         problem = ReadNumber(content, number);
-        if (!problem)
+        if (!problem) {
             row.SetNumber(field, number);
+        }
     }
-    if (problem)
+    if (problem) {
         row.SetMissing(field);
+    }
     return problem;
 }
 
 const char* CellParser::ReadDate(std::string_view cell, const CaseRow::Field& field, CaseRow& row) {
     for (const TextualDate& date : kTextualDates) {
-        if (date.type != field.dateTimeType)
+        if (date.type != field.dateTimeType) {
             continue;
-        if (!HasDateForm(cell, date.form))
+        }
+        if (!HasDateForm(cell, date.form)) {
             return date.problem;
+        }
         fText.assign(cell);
         std::replace(fText.begin(), fText.end(), ' ', 'T');
         return row.SetDateText(field, fText) ? nullptr : date.problem;
     }
     double number = 0;
     const char* problem = ReadNumber(cell, number);
-    if (!problem)
+    if (!problem) {
         row.SetDateNumber(field, number);
+    }
     return problem;
 }
 

@@ -80,17 +80,20 @@ struct CsvReader::State {
             afterCarriageReturn = false;
             return;
         }
-        if (empty && columns == 1)
+        if (empty && columns == 1) {
             AddCell({});
-        if (cellEnds.size() > PendingCell())
+        }
+        if (cellEnds.size() > PendingCell()) {
             AddRecord();
+        }
         afterCarriageReturn = terminator == '\r';
         recordLine = ++line;
     }
 
     void AddRecord() {
-        if (columns == 0)
+        if (columns == 0) {
             columns = cellEnds.size() - PendingCell();
+        }
         records.push_back({cellEnds.size(), recordLine});
     }
 
@@ -100,8 +103,9 @@ struct CsvReader::State {
         const std::size_t start = CellStart(cell);
         text.erase(0, start);
         cellEnds.erase(cellEnds.begin(), cellEnds.begin() + static_cast<std::ptrdiff_t>(cell));
-        for (std::size_t& end : cellEnds)
+        for (std::size_t& end : cellEnds) {
             end -= start;
+        }
         records.clear();
         nextRecord = nextCell = 0;
     }
@@ -109,15 +113,17 @@ struct CsvReader::State {
     static std::size_t CountLineEnds(std::string_view bytes) {
         std::size_t count = 0;
         for (std::size_t at = 0; at < bytes.size(); ++at) {
-            if (bytes[at] == '\n' || (bytes[at] == '\r' && !bytes.substr(at + 1).starts_with('\n')))
+            if (bytes[at] == '\n' || (bytes[at] == '\r' && !bytes.substr(at + 1).starts_with('\n'))) {
                 ++count;
+            }
         }
         return count;
     }
 
     void NoteFirstLine(std::string_view bytes) {
-        if (firstLine.empty())
+        if (firstLine.empty()) {
             bytes.remove_prefix(std::min(bytes.find_first_not_of("\r\n"), bytes.size()));
+        }
         const std::size_t end = bytes.find_first_of("\r\n");
         firstLine.append(bytes.substr(0, std::min(end, kLongestFirstLine - firstLine.size())));
         hasFirstLine = end != bytes.npos || firstLine.size() == kLongestFirstLine;
@@ -136,8 +142,9 @@ CsvReader::~CsvReader() = default;
 
 bool CsvReader::Next(CsvRow& row) {
     State& state = *fState;
-    if (state.nextRecord == state.records.size() && !Fill())
+    if (state.nextRecord == state.records.size() && !Fill()) {
         return false;
+    }
     const State::Record& record = state.records[state.nextRecord++];
     row.line = record.line;
     row.cells.clear();
@@ -163,19 +170,22 @@ bool CsvReader::Fill() {
     State& state = *fState;
     state.DropRecords();
     while (state.records.empty()) {
-        if (!state.malformed.empty())
+        if (!state.malformed.empty()) {
             throw Failure(state.malformed);
-        if (state.ended)
+        }
+        if (state.ended) {
             return false;
+        }
         if (!state.started) {
             ReadStart();
             continue;
         }
         const std::size_t size = fSource.Read(state.chunk.data(), state.chunk.size());
-        if (size == 0)
+        if (size == 0) {
             Finish();
-        else
+        } else {
             Parse({state.chunk.data(), size});
+        }
     }
     return true;
 }
@@ -187,44 +197,51 @@ void CsvReader::ReadStart() {
     std::size_t size = 0;
     while (size < 3) {
         const std::size_t more = fSource.Read(state.chunk.data() + size, state.chunk.size() - size);
-        if (more == 0)
+        if (more == 0) {
             break;
+        }
         size += more;
     }
     std::string_view bytes(state.chunk.data(), size);
-    if (IsUtf16(bytes))
+    if (IsUtf16(bytes)) {
         throw Failure(fName + ": the file is UTF-16; convert it to UTF-8 first");
-    if (bytes.starts_with("\xEF\xBB\xBF"))
+    }
+    if (bytes.starts_with("\xEF\xBB\xBF")) {
         bytes.remove_prefix(3);
+    }
     Parse(bytes);
 }
 
 void CsvReader::Parse(std::string_view bytes) {
     State& state = *fState;
-    if (!state.hasFirstLine)
+    if (!state.hasFirstLine) {
         state.NoteFirstLine(bytes);
+    }
     const std::size_t parsed =
         csv_parse(&state.parser, bytes.data(), bytes.size(), State::OnCell, State::OnLineEnd, &state);
-    if (parsed != bytes.size())
+    if (parsed != bytes.size()) {
         NoteMalformed();
-    else if (state.text.size() - state.CellStart(state.PendingCell()) + state.parser.entry_pos > kLongestRecord)
+    } else if (state.text.size() - state.CellStart(state.PendingCell()) + state.parser.entry_pos > kLongestRecord) {
         state.malformed = fmt::format("{}:{}: a record is longer than {} MiB; is a quote left open?", fName,
                                       state.recordLine, kLongestRecord >> 20);
+    }
 }
 
 void CsvReader::Finish() {
     State& state = *fState;
     state.ended = true;
-    if (csv_fini(&state.parser, State::OnCell, State::OnLineEnd, &state) != 0)
+    if (csv_fini(&state.parser, State::OnCell, State::OnLineEnd, &state) != 0) {
         state.malformed = fmt::format("{}:{}: a quote is not closed", fName, state.recordLine);
+    }
 }
 
 void CsvReader::NoteMalformed() {
     State& state = *fState;
     const int error = csv_error(&state.parser);
     const char* text = csv_strerror(error);
-    if (error == CSV_EPARSE)
+    if (error == CSV_EPARSE) {
         text = state.parser.quoted ? "text behind a closing quote" : "a quote inside a cell that is not quoted";
+    }
     state.malformed = fmt::format("{}:{}: {}", fName, state.recordLine, text);
 }
 

@@ -31,17 +31,20 @@ bool Matches(std::string_view text, std::string_view pattern) {
     while (!pattern.empty()) {
         const char letter = pattern.front();
         if (letter != 'y' && letter != 'd') {
-            if (!text.starts_with(letter) && !(letter == 'T' && text.starts_with(' ')))
+            if (!text.starts_with(letter) && !(letter == 'T' && text.starts_with(' '))) {
                 return false;
+            }
             text.remove_prefix(1);
             pattern.remove_prefix(1);
             continue;
         }
-        if (text.empty() || !IsDigit(text.front()))
+        if (text.empty() || !IsDigit(text.front())) {
             return false;
+        }
         for (; pattern.starts_with(letter); pattern.remove_prefix(1)) {
-            if (!text.empty() && IsDigit(text.front()))
+            if (!text.empty() && IsDigit(text.front())) {
                 text.remove_prefix(1);
+            }
         }
     }
     return text.empty();
@@ -51,8 +54,9 @@ bool Matches(std::string_view text, std::string_view pattern) {
 void AppendDigits(std::string& text, std::int64_t number, int width) {
     const std::size_t start = text.size();
     text.resize(start + static_cast<std::size_t>(width));
-    for (std::size_t at = text.size(); at > start; number /= 10)
+    for (std::size_t at = text.size(); at > start; number /= 10) {
         text[--at] = static_cast<char>('0' + number % 10);
+    }
 }
 
 void AppendDay(std::string& text, std::int64_t day) {
@@ -70,8 +74,9 @@ void AppendTime(std::string& text, std::int64_t second, std::int64_t microsecond
     AppendDigits(text, second / 60 % 60, 2);
     text.push_back(':');
     AppendDigits(text, second % 60, 2);
-    if (microsecond == 0)
+    if (microsecond == 0) {
         return;
+    }
     text.push_back('.');
     AppendDigits(text, microsecond, 6);
     text.erase(text.find_last_not_of('0') + 1);
@@ -102,12 +107,15 @@ void AppendDate(std::string& text, double seconds, DateForm form) {
     const std::int64_t microsecond = (moment % kMicrosecond + kMicrosecond) % kMicrosecond;
     const std::int64_t second = (moment - microsecond) / kMicrosecond;
     const std::int64_t secondOfDay = (second % kDay + kDay) % kDay;
-    if (!time)
+    if (!time) {
         AppendDay(text, (second - secondOfDay) / kDay);
-    if (form == DateForm::kDateTime)
+    }
+    if (form == DateForm::kDateTime) {
         text.push_back('T');
-    if (form != DateForm::kDate)
+    }
+    if (form != DateForm::kDate) {
         AppendTime(text, secondOfDay, microsecond);
+    }
 }
 
 } // namespace veltrane::host

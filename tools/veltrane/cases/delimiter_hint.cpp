@@ -18,8 +18,9 @@ std::string_view WithoutBlanks(std::string_view text) {
 /// A name without the blanks and the quotes around it.
 std::string_view Name(std::string_view piece) {
     piece = WithoutBlanks(piece);
-    if (piece.size() >= 2 && piece.front() == '"' && piece.back() == '"')
+    if (piece.size() >= 2 && piece.front() == '"' && piece.back() == '"') {
         piece = piece.substr(1, piece.size() - 2);
+    }
     return piece;
 }
 
@@ -29,10 +30,12 @@ std::vector<std::string_view> Split(std::string_view line, char delimiter) {
     bool quoted = false;
     std::size_t start = 0;
     for (std::size_t at = 0; at < line.size(); ++at) {
-        if (line[at] == '"')
+        if (line[at] == '"') {
             quoted = !quoted;
-        if (line[at] != delimiter || quoted)
+        }
+        if (line[at] != delimiter || quoted) {
             continue;
+        }
         pieces.push_back(line.substr(start, at - start));
         start = at + 1;
     }
@@ -59,8 +62,9 @@ std::optional<char> LikelyDelimiter(std::string_view line, char used,
             most = found;
         }
     }
-    if (likely || most > 0 || Split(line, used).size() > 1)
+    if (likely || most > 0 || Split(line, used).size() > 1) {
         return likely;
+    }
     std::size_t pieces = 1;
     for (const char delimiter : kUsualDelimiters) {
         const std::size_t parted = Split(line, delimiter).size();
@@ -74,11 +78,13 @@ std::optional<char> LikelyDelimiter(std::string_view line, char used,
 
 std::string DelimiterOption(char delimiter) {
     constexpr std::string_view kHex = "0123456789ABCDEF";
-    if (delimiter == '\t')
+    if (delimiter == '\t') {
         return "--delimiter '\\t'";
+    }
     const auto code = static_cast<unsigned char>(delimiter);
-    if (code < 0x20)
+    if (code < 0x20) {
         return std::string("--delimiter $'\\x") + kHex[code >> 4] + kHex[code & 15] + "'";
+    }
     return std::string("--delimiter '") + delimiter + "'";
 }
 

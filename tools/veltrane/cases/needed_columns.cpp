@@ -21,18 +21,21 @@ constexpr std::size_t kNamed = 10;
 NeededColumns::NeededColumns(const std::vector<std::string>& needed, const CaseColumns& columns, const CaseRow& row)
     : fColumns(columns), fCase(row) {
     std::unordered_set<std::string_view> known;
-    for (const CaseColumns::Column& column : columns.All())
+    for (const CaseColumns::Column& column : columns.All()) {
         known.insert(column.name);
+    }
     for (const std::string& name : needed) {
-        if (known.insert(name).second)
+        if (known.insert(name).second) {
             fMissing.push_back(name);
+        }
     }
 }
 
 std::string NeededColumns::MissingNames() const {
     std::string names;
-    for (const std::string& name : fMissing)
+    for (const std::string& name : fMissing) {
         names += (names.empty() ? "\"" : ", \"") + Escaped(name) + "\"";
+    }
     return names;
 }
 
@@ -42,10 +45,12 @@ std::string NeededColumns::Complaint(std::string_view line, char delimiter) cons
     std::string text =
         one ? "the document needs a column that is not there: " : "the document needs columns that are not there: ";
     text += NamedColumns(hint.empty());
-    if (HasNoField())
+    if (HasNoField()) {
         text += "; the header has none of the document's fields";
-    if (HasNoField() && hint.empty() && LooksLikeACase())
+    }
+    if (HasNoField() && hint.empty() && LooksLikeACase()) {
         text += "; it looks like a case, but the first line has to name the fields";
+    }
     return text + hint +
            (one ? "; --missing-columns takes it for missing" : "; --missing-columns takes them for missing");
 }
@@ -53,8 +58,9 @@ std::string NeededColumns::Complaint(std::string_view line, char delimiter) cons
 /// What seems to be the matter with a header that has none of the fields. Spreadsheet programs take their delimiter
 /// from a first line `sep=;`.
 std::string NeededColumns::HeaderHint(std::string_view line, char delimiter) const {
-    if (line.starts_with("sep=") && line.size() == 5)
+    if (line.starts_with("sep=") && line.size() == 5) {
         return "; the first line is a note to a spreadsheet program: leave it out";
+    }
     return DelimiterHint(line, delimiter, fCase);
 }
 
@@ -62,25 +68,29 @@ std::string NeededColumns::HeaderHint(std::string_view line, char delimiter) con
 std::string NeededColumns::NamedColumns(bool withNearest) const {
     std::vector<std::string> others;
     for (const CaseColumns::Column& column : fColumns.All()) {
-        if (!column.field && withNearest)
+        if (!column.field && withNearest) {
             others.push_back(column.name);
+        }
     }
     std::string text;
     for (std::size_t at = 0; at < std::min(fMissing.size(), kNamed); ++at) {
         const std::string nearest = NearestName(fMissing[at], others);
         text += fmt::format("{}\"{}\"", at == 0 ? "" : ", ", Escaped(fMissing[at]));
-        if (!nearest.empty())
+        if (!nearest.empty()) {
             text += fmt::format(" (the nearest name is \"{}\")", Escaped(nearest));
+        }
     }
-    if (fMissing.size() > kNamed)
+    if (fMissing.size() > kNamed) {
         text += fmt::format(" and {} more", fMissing.size() - kNamed);
+    }
     return text;
 }
 
 std::string NeededColumns::DelimiterHint(std::string_view line, char delimiter, const CaseRow& row) {
     std::unordered_set<std::string_view> fields;
-    for (const CaseRow::Field& field : row.Fields())
+    for (const CaseRow::Field& field : row.Fields()) {
         fields.insert(field.name);
+    }
     const std::optional<char> likely = LikelyDelimiter(line, delimiter, fields);
     return likely
                ? fmt::format("; another character seems to stand between its names: try {}", DelimiterOption(*likely))

@@ -31,10 +31,12 @@ const char* ReasonOf(UnscoredReason::Kind kind) {
 }
 
 RowFault Untold(const MCScore::MCStatus& status) {
-    if (!status.IsError())
+    if (!status.IsError()) {
         return {nullptr, {}, kNoPrediction};
-    if (status.GetErrorCode() == kNoDefaultPrediction)
+    }
+    if (status.GetErrorCode() == kNoDefaultPrediction) {
         return {nullptr, {}, fmt::format("{} (status {})", kNoPrediction, kNoDefaultPrediction)};
+    }
     return {nullptr, {}, fmt::format("status {}", status.GetErrorCode())};
 }
 
@@ -52,14 +54,16 @@ RowFault ExplainUnscored(const MCScore::MCStatus& status, const ScoreModel& mode
         return Untold(status);
     case UnscoredReason::MISSING:
     case UnscoredReason::INVALID:
-        if (IsPlace(reason.place, row.Fields().size()))
+        if (IsPlace(reason.place, row.Fields().size())) {
             return {&row.Fields()[place], row.Fields()[place].name, ReasonOf(reason.kind)};
+        }
         break;
     case UnscoredReason::DERIVED:
         if (const auto* derived = model.GetTransformationDictionary()) {
             const std::vector<std::string> names = derived->GetDerivedVarNames();
-            if (IsPlace(reason.place, names.size()))
+            if (IsPlace(reason.place, names.size())) {
                 return {nullptr, names[place], ReasonOf(reason.kind)};
+            }
         }
         break;
     default:

@@ -16,23 +16,26 @@ CaseRun::CaseRun(const CaseOptions& options, CaseRow& row, CaseResults& results)
       fEncoding(options.encoding), fCells(options.missingTokens, &fEncoding) {}
 
 int CaseRun::Run() {
-    if (fOptions.rejects)
+    if (fOptions.rejects) {
         fReport.SetRejects(&fRejects.emplace(*fOptions.rejects, fOptions.delimiter));
+    }
     ReadHeader();
     CheckNeededColumns();
     ChooseKeptColumns();
     CaseOutput output(fOptions.output);
     ShowBar();
     output.SetBar(fBar ? &*fBar : nullptr);
-    if (fRejects)
+    if (fRejects) {
         fRejects->SetBar(fBar ? &*fBar : nullptr);
+    }
     CsvWriter writer(output.Sink(), fOptions.delimiter);
     WriteHeader(writer);
     WriteCases(writer);
     writer.Flush();
     Commit(output);
-    if (fBar)
+    if (fBar) {
         fBar->Finish();
+    }
     fReport.Total();
     return fReport.IsWithin(fOptions.maxErrors) ? kExitDone : kExitIncomplete;
 }
@@ -49,27 +52,32 @@ void CaseRun::Commit(CaseOutput& output) {
 
 void CaseRun::ReadHeader() {
     try {
-        if (!fReader.Next(fRow))
+        if (!fReader.Next(fRow)) {
             throw Failure(fOptions.cases + ": the file is empty; a header of field names is needed");
+        }
     } catch (const Failure& failure) {
         throw Failure(failure.what() + NeededColumns::DelimiterHint(fReader.FirstLine(), fOptions.delimiter, fCase));
     }
     fColumns.emplace(fRow.cells, fCase, fmt::format("{}:{}", fOptions.cases, fRow.line));
     fReport.BeginHeader(fRow.line);
-    for (std::size_t at = 0; at < fRow.cells.size(); ++at)
+    for (std::size_t at = 0; at < fRow.cells.size(); ++at) {
         CheckText(fmt::format("column {}", at + 1), fRow.cells[at]);
+    }
 }
 
 void CaseRun::CheckNeededColumns() {
     const NeededColumns needed(fResults.NeededFields(), *fColumns, fCase);
-    if (!needed.AreThere() && !fOptions.missingColumns)
+    if (!needed.AreThere() && !fOptions.missingColumns) {
         throw Failure(fOptions.cases + ": " + needed.Complaint(fReader.FirstLine(), fOptions.delimiter));
+    }
     const std::string ignored = fColumns->IgnoredNames();
-    if (!ignored.empty())
+    if (!ignored.empty()) {
         fReport.Warning(fmt::format("{}: columns that are no field are ignored: {}", fOptions.cases, ignored));
-    if (!needed.AreThere())
+    }
+    if (!needed.AreThere()) {
         fReport.Warning(fmt::format("{}: fields without a column are missing in every case: {}", fOptions.cases,
                                     needed.MissingNames()));
+    }
 }
 
 void CaseRun::ChooseKeptColumns() {
@@ -77,22 +85,25 @@ void CaseRun::ChooseKeptColumns() {
     fResults.GiveWayTo(fKept->Names());
     for (const std::size_t place : fKept->Places()) {
         const std::string& name = fColumns->All()[place].name;
-        if (fResults.Has(name))
+        if (fResults.Has(name)) {
             throw Failure(fmt::format("{}: the column \"{}\" cannot be kept: {} has its name", fOptions.cases,
                                       Escaped(name), fResults.ColumnKind()));
+        }
     }
 }
 
 void CaseRun::ShowBar() {
-    if (fOptions.quiet || !fInput.Size() || !::isatty(STDERR_FILENO))
+    if (fOptions.quiet || !fInput.Size() || !::isatty(STDERR_FILENO)) {
         return;
+    }
     fBar.emplace(STDERR_FILENO, *fInput.Size());
     fReport.SetBar(&*fBar);
 }
 
 void CaseRun::WriteHeader(CsvWriter& writer) {
-    for (const std::size_t place : fKept->Places())
+    for (const std::size_t place : fKept->Places()) {
         writer.Text(fColumns->All()[place].name);
+    }
     fResults.WriteHeader(writer);
     writer.EndRow();
 }
@@ -100,18 +111,22 @@ void CaseRun::WriteHeader(CsvWriter& writer) {
 void CaseRun::WriteCases(CsvWriter& writer) {
     const bool mayBlock = !fInput.Size();
     for (std::uint64_t rows = 1;; ++rows) {
-        if (mayBlock && !fReader.HasRecord())
+        if (mayBlock && !fReader.HasRecord()) {
             writer.Flush();
-        if (!fReader.Next(fRow))
+        }
+        if (!fReader.Next(fRow)) {
             return;
+        }
         fReport.BeginRow(fRow.line);
         ReadCase();
         KeepCells(writer);
-        if (const RowFault* fault = fResults.WriteCase(fCase, writer))
+        if (const RowFault* fault = fResults.WriteCase(fCase, writer)) {
             ReportUnscored(*fault);
+        }
         writer.EndRow();
-        if (fBar)
+        if (fBar) {
             fBar->Update(rows, fInput.BytesRead());
+        }
     }
 }
 
@@ -123,8 +138,9 @@ void CaseRun::ReadCase() {
         EndIfStrict();
     }
     for (std::size_t at = 0; at < all.size(); ++at) {
-        if (!all[at].field)
+        if (!all[at].field) {
             continue;
+        }
         if (at >= cells) {
             fCase.SetMissing(*all[at].field);
         } else if (const char* problem = fCells.Read(fRow.cells[at], *all[at].field, fCase)) {
@@ -139,8 +155,9 @@ void CaseRun::ReportUnscored(const RowFault& fault) {
     std::string_view cell;
     const std::size_t cells = std::min(fRow.cells.size(), fColumns->All().size());
     for (std::size_t at = 0; at < cells && fault.field; ++at) {
-        if (fColumns->All()[at].field == fault.field)
+        if (fColumns->All()[at].field == fault.field) {
             cell = fRow.cells[at];
+        }
     }
     fReport.Unscored(fault.name, cell, fault.reason);
 }
@@ -148,8 +165,9 @@ void CaseRun::ReportUnscored(const RowFault& fault) {
 /// Tells of text that is written as it is and is none in the encoding.
 /// @param name of what it belongs to
 void CaseRun::CheckText(const std::string& name, std::string_view text) {
-    if (fEncoding.Holds(text))
+    if (fEncoding.Holds(text)) {
         return;
+    }
     fReport.Cell(name, text, fEncoding.Problem());
     EndIfStrict();
 }
@@ -159,15 +177,17 @@ void CaseRun::KeepCells(CsvWriter& writer) {
     const auto& all = fColumns->All();
     for (const std::size_t at : fKept->Places()) {
         const std::string_view cell = at < fRow.cells.size() ? fRow.cells[at] : std::string_view{};
-        if (!all[at].field)
+        if (!all[at].field) {
             CheckText(all[at].name, cell);
+        }
         writer.Text(cell);
     }
 }
 
 void CaseRun::EndIfStrict() const {
-    if (fOptions.strict)
+    if (fOptions.strict) {
         throw ToldFailure();
+    }
 }
 
 } // namespace veltrane::host

@@ -40,12 +40,13 @@ public:
           fOutline(ReadOutline(fFile.Stream())) {}
 
     void Run() {
-        if (fOutline.fault || (fOutline.models.empty() && !MayHoldModel()))
+        if (fOutline.fault || (fOutline.models.empty() && !MayHoldModel())) {
             ShowFields();
-        else if (fOutline.models.empty())
+        } else if (fOutline.models.empty()) {
             ShowBuiltModel();
-        else
+        } else {
             ShowModel();
+        }
     }
 
 private:
@@ -63,13 +64,15 @@ private:
     }
 
     void ShowFields() {
-        if (fOptions.model && !fOutline.fault)
+        if (fOptions.model && !fOutline.fault) {
             ChooseModel(fOutline, {}, fOptions.model, fFile.Name());
+        }
         const Document document = ReadAnyDocument(fFile, fOptions.encoding);
         const Json description = Describe(*document.fields, document.derivedFields.get(), fEncoding);
         Write(description, DescriptionTables);
-        if (document.isPmml)
+        if (document.isPmml) {
             RequireDerivedFields(document, fFile.Name());
+        }
     }
 
     void ShowBuiltModel() {
@@ -93,8 +96,9 @@ private:
             failure = std::current_exception();
         }
         Write(DescribeModel(facts, fOutline, place, face), ModelTables);
-        if (failure)
+        if (failure) {
             std::rethrow_exception(failure);
+        }
     }
 
     ModelFace FaceOf(const LoadedModel& loaded) const {
@@ -106,8 +110,9 @@ private:
     }
 
     std::vector<std::string> Utf8(std::vector<std::string> texts) const {
-        for (std::string& text : texts)
+        for (std::string& text : texts) {
             text = fEncoding.ToUtf8(text);
+        }
         return texts;
     }
 

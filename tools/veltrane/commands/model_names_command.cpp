@@ -26,16 +26,18 @@ bool IsWord(const std::string& name) {
 
 std::string ModelNames(const DocumentOutline& outline) {
     std::map<std::string, std::size_t> models;
-    for (const OutlinedModel& model : outline.models)
+    for (const OutlinedModel& model : outline.models) {
         ++models[model.name];
+    }
     std::string lines;
     for (std::size_t place = 0; place < outline.models.size(); ++place) {
         const std::string& name = outline.models[place].name;
         const std::string number = std::to_string(place + 1);
-        if (IsWord(name) && models[name] == 1)
+        if (IsWord(name) && models[name] == 1) {
             lines += name + '\n';
-        else if (!models.contains(number)) // a name goes before a number
+        } else if (!models.contains(number)) { // a name goes before a number
             lines += number + '\n';
+        }
     }
     return lines;
 }

@@ -51,9 +51,10 @@ private:
 
 void SetOptions(ScoreModel& model, const ScoreOptions& options) {
     for (const auto& [name, value] : options.modelOptions) {
-        if (!model.SetOption(name, value))
+        if (!model.SetOption(name, value)) {
             throw Failure(fmt::format("{}: the model has no option \"{}\", or \"{}\" is no value of it",
                                       options.document, name, value));
+        }
     }
 }
 
@@ -63,16 +64,18 @@ int RunScore(const ScoreOptions& options) {
     const std::vector<std::string> inputs{options.document, options.cases,
                                           options.models.value_or(InstalledModelList())};
     RefuseOutputOnInput(options.output, inputs);
-    if (options.rejects)
+    if (options.rejects) {
         RefuseRejectsOn(*options.rejects, options.output, inputs);
+    }
     const LoadedModel loaded = LoadModel(options.document, options.models, options.model, options.encoding);
     ScoreModel& model = *loaded.model;
     SetOptions(model, options);
     CaseRow row(*model.GetDictionary());
     Predictions predictions(model, options.document);
     CaseRun run(options, row, predictions);
-    if (!loaded.choiceText.empty())
+    if (!loaded.choiceText.empty()) {
         run.GetReport().Warning(loaded.choiceText);
+    }
     return run.Run();
 }
 

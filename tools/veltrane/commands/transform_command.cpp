@@ -43,8 +43,9 @@ private:
 
 int RunTransform(const TransformOptions& options) {
     RefuseOutputOnInput(options.output, {options.document, options.cases});
-    if (options.rejects)
+    if (options.rejects) {
         RefuseRejectsOn(*options.rejects, options.output, {options.document, options.cases});
+    }
     const Document document = ReadDocument(options.document, options.encoding);
     RequireDerivedFields(document, options.document);
     CaseRow row(*document.fields);

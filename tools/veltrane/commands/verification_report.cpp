@@ -29,20 +29,23 @@ bool VerifiedField::Agrees(const std::string& expected, const ScoreValue& value)
     double number = 0;
     switch (value.GetType()) {
     case ScoreValue::NUMERIC_VALUE:
-        if (ReadNumber(expected, number) != nullptr)
+        if (ReadNumber(expected, number) != nullptr) {
             return false;
+        }
         fLargestDifference = std::max(fLargestDifference.value_or(0), std::abs(number - value.GetDouble()));
         return fField.Agrees(number, value.GetDouble());
     case ScoreValue::DATETIME_VALUE: {
         const auto* dateTime = dynamic_cast<const DateTimeValue*>(&value);
-        if (dateTime == nullptr)
+        if (dateTime == nullptr) {
             return value.GetString() == expected;
+        }
         const double seconds = dateTime->GetDoubleValue(ScoreDictVar::DT_DATETIME);
         for (const DateForm form : {DateForm::kDate, DateForm::kTime, DateForm::kDateTime}) {
             std::string text;
             AppendDate(text, seconds, form);
-            if (text == expected)
+            if (text == expected) {
                 return true;
+            }
         }
         return false;
     }

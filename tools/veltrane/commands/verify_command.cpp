@@ -70,21 +70,24 @@ private:
 Verification VerifyRun::ReadRecords() {
     std::optional<Verification> verification =
         veltrane_kit::ReadVerification(fLoaded.document.Stream(), fLoaded.list.names, fOptions.encoding);
-    if (!verification)
+    if (!verification) {
         throw Failure(fOptions.document + ": the document has no verification records");
+    }
     return std::move(*verification);
 }
 
 int VerifyRun::Run() {
-    if (!fLoaded.choiceText.empty())
+    if (!fLoaded.choiceText.empty()) {
         veltrane::host::Report(fOptions.document, false).Warning(fLoaded.choiceText);
+    }
     SortFields();
     WarnOfMissingInputs();
     for (std::size_t record = 0; record < fVerification.records.size(); ++record) {
         ReadCase(record);
         const MCScore::MCStatus status = fModel.Score(&fRow, fResult.get());
-        if (status.IsError())
+        if (status.IsError()) {
             fResult->SetResultValue(nullptr);
+        }
         CompareCase(record);
     }
     return Report();
@@ -92,17 +95,20 @@ int VerifyRun::Run() {
 
 void VerifyRun::SortFields() {
     std::unordered_map<std::string_view, const CaseRow::Field*> inputs;
-    for (const CaseRow::Field& field : fRow.Fields())
+    for (const CaseRow::Field& field : fRow.Fields()) {
         inputs.emplace(field.name, &field);
+    }
     for (const auto& field : fVerification.fields) {
         Field sorted;
-        if (fColumns.Has(field.field))
+        if (fColumns.Has(field.field)) {
             sorted.result.emplace(field);
-        else if (const auto input = inputs.find(field.field); input != inputs.end())
+        } else if (const auto input = inputs.find(field.field); input != inputs.end()) {
             sorted.input = input->second;
-        if (!sorted.result && !sorted.input)
+        }
+        if (!sorted.result && !sorted.input) {
             throw Failure(fmt::format("{}: the verification field \"{}\" is neither a field nor a result",
                                       fOptions.document, field.field));
+        }
         fFields.push_back(std::move(sorted));
     }
 }
@@ -110,45 +116,53 @@ void VerifyRun::SortFields() {
 /// Records may leave an input out; where results differ then, that is the first thing to look at.
 void VerifyRun::WarnOfMissingInputs() const {
     std::unordered_set<std::string_view> known;
-    for (const auto& field : fVerification.fields)
+    for (const auto& field : fVerification.fields) {
         known.insert(field.field);
+    }
     std::string names;
     for (const std::string& input : fModel.GetInputNames()) {
-        if (!known.contains(input))
+        if (!known.contains(input)) {
             names += (names.empty() ? "\"" : ", \"") + Escaped(input) + "\"";
+        }
     }
-    if (!names.empty())
+    if (!names.empty()) {
         host::Report(fOptions.document, false)
             .Warning(fmt::format("{}: inputs that the verification records leave out are missing in each: {}",
                                  fOptions.document, names));
+    }
 }
 
 void VerifyRun::ReadCase(std::size_t record) {
     for (std::size_t at = 0; at < fFields.size(); ++at) {
         const CaseRow::Field* input = fFields[at].input;
         const std::optional<std::string>& text = fVerification.records[record][at];
-        if (!input)
+        if (!input) {
             continue;
-        if (!text)
+        }
+        if (!text) {
             fRow.SetMissing(*input);
-        else if (const char* problem = fCells.Read(*text, *input, fRow))
+        } else if (const char* problem = fCells.Read(*text, *input, fRow)) {
             throw Failure(fmt::format("{}: record {}: {}: \"{}\" {}", fOptions.document, record + 1, input->name, *text,
                                       problem));
+        }
     }
 }
 
 void VerifyRun::CompareCase(std::size_t record) {
     for (std::size_t at = 0; at < fFields.size(); ++at) {
-        if (fFields[at].result)
+        if (fFields[at].result) {
             fFields[at].result->Compare(fVerification.records[record][at], ResultOf(fVerification.fields[at].field));
+        }
     }
 }
 
 const MCVeltrane_900::ScoreValue* VerifyRun::ResultOf(const std::string& name) const {
-    if (!fResult->GetResultValue())
+    if (!fResult->GetResultValue()) {
         return nullptr;
-    if (name == fColumns.PredictedName())
+    }
+    if (name == fColumns.PredictedName()) {
         return fResult->GetResultValue();
+    }
     const auto* fields = fResult->GetResultFields();
     return fields ? fields->GetResultValue(name) : nullptr;
 }
@@ -158,8 +172,9 @@ int VerifyRun::Report() const {
     Table table({"Field", "Records", "Agree", "Largest difference"});
     bool agrees = true;
     for (const Field& field : fFields) {
-        if (!field.result)
+        if (!field.result) {
             continue;
+        }
         std::vector<std::string> cells = field.result->Cells();
         cells.front() = encoding.ToUtf8(cells.front());
         table.AddRow(std::move(cells));

@@ -87,8 +87,9 @@ public:
         result["expression"] = Word(kExpressions, expression);
         const bool constant = expression == TransformationDictionary::TE_CONSTANT;
         result["source"] = Utf8(constant ? variable.GetConstString() : variable.GetFieldName());
-        if (variable.GetRoot() != nullptr)
+        if (variable.GetRoot() != nullptr) {
             result["formula"] = Utf8(Formula(*variable.GetRoot()));
+        }
         return result;
     }
 
@@ -96,18 +97,23 @@ private:
     std::string Utf8(std::string_view text) const { return fEncoding.ToUtf8(text); }
 
     Json Value(const ScoreValue* value, const ScoreDictVar& variable) const {
-        if (!value || value->IsSystemMissingValue())
+        if (!value || value->IsSystemMissingValue()) {
             return nullptr;
-        if (value->GetType() == ScoreValue::STRING_VALUE)
+        }
+        if (value->GetType() == ScoreValue::STRING_VALUE) {
             return Utf8(value->GetString());
+        }
         const double number = value->GetDouble();
-        if (!std::isfinite(number))
+        if (!std::isfinite(number)) {
             return nullptr;
-        if (value->GetType() == ScoreValue::NUMERIC_VALUE)
+        }
+        if (value->GetType() == ScoreValue::NUMERIC_VALUE) {
             return number;
+        }
         const auto* dateTime = dynamic_cast<const DateTimeValue*>(value);
-        if (!dateTime)
+        if (!dateTime) {
             return Utf8(value->GetString());
+        }
         std::string text;
         AppendDate(text, dateTime->GetDoubleValue(ScoreDictVar::DT_DATETIME), DateFormOf(variable));
         return text;
@@ -115,28 +121,32 @@ private:
 
     Json MissingValues(const ScoreDictVar& variable) const {
         Json result = Json::array();
-        if (!variable.GetMissingValues())
+        if (!variable.GetMissingValues()) {
             return result;
+        }
         for (const auto* range : variable.GetMissingValues()->GetMissingValues()) {
             const Json low = Value(range->GetMin(), variable);
             const Json high = Value(range->GetMax(), variable);
-            if (low == high && !low.is_null())
+            if (low == high && !low.is_null()) {
                 result.push_back(low);
-            else
+            } else {
                 result.push_back({{"low", low},
                                   {"lowIncluded", range->GetLowEnd()},
                                   {"high", high},
                                   {"highIncluded", range->GetHighEnd()}});
+            }
         }
         return result;
     }
 
     Json Categories(const ScoreDictVar& variable) const {
         Json result = Json::array();
-        if (!variable.GetValueLabels())
+        if (!variable.GetValueLabels()) {
             return result;
-        for (const auto* label : variable.GetValueLabels()->GetAllValueLabels())
+        }
+        for (const auto* label : variable.GetValueLabels()->GetAllValueLabels()) {
             result.push_back({{"value", Value(label->GetValue(), variable)}, {"label", Utf8(label->GetLabel())}});
+        }
         return result;
     }
 
@@ -157,10 +167,12 @@ std::vector<std::string> Cells(const Json& field) {
 Json Describe(const ScoreDictionary& fields, const TransformationDictionary* derivedFields, const Encoding& encoding) {
     const Describer describer(encoding);
     Json described = {{"fields", Json::array()}, {"derivedFields", Json::array()}};
-    for (const std::string& name : fields.GetVarNames())
+    for (const std::string& name : fields.GetVarNames()) {
         described["fields"].push_back(describer.Field(*fields.GetVar(name)));
-    if (!derivedFields)
+    }
+    if (!derivedFields) {
         return described;
+    }
     for (const std::string& name : derivedFields->GetDerivedVarNames()) {
         const auto& variable = static_cast<const TransformVar&>(*derivedFields->GetVar(name));
         described["derivedFields"].push_back(describer.DerivedField(variable));
@@ -171,8 +183,9 @@ Json Describe(const ScoreDictionary& fields, const TransformationDictionary* der
 std::string DescriptionTables(const Json& description) {
     std::vector<std::string> headings{"name", "label", "type", "level", "missing values", "categories"};
     Table fields(headings);
-    for (const Json& field : description["fields"])
+    for (const Json& field : description["fields"]) {
         fields.AddRow(Cells(field));
+    }
     headings.insert(headings.end(), {"expression", "source"});
     Table derivedFields(headings);
     for (const Json& field : description["derivedFields"]) {

@@ -43,31 +43,35 @@ public:
 protected:
     void OnElement(const XMLCh* name, const xercesc::Attributes& attributes) override {
         TakeText();
-        if (Depth() == kRootLevel)
+        if (Depth() == kRootLevel) {
             fFacts.root = NodeOf(name, attributes);
-        else if (Depth() == kDocumentLevel)
+        } else if (Depth() == kDocumentLevel) {
             BeginPart(name, attributes);
-        else if (!fOpen.empty())
+        } else if (!fOpen.empty()) {
             Keep(*fOpen.back(), name, attributes);
-        else if (fInModel && Depth() == kModelLevel && IsOneOf(kDescribing, name))
+        } else if (fInModel && Depth() == kModelLevel && IsOneOf(kDescribing, name)) {
             Keep(fFacts.model, name, attributes);
-        else if (fInModel)
+        } else if (fInModel) {
             Count(name);
+        }
     }
 
     void OnElementEnd(const XMLCh* name) override {
         TakeText();
-        if (Depth() == kDocumentLevel)
+        if (Depth() == kDocumentLevel) {
             fInModel = false;
-        if (!fOpen.empty())
+        }
+        if (!fOpen.empty()) {
             fOpen.pop_back();
-        else if (fInModel)
+        } else if (fInModel) {
             EndCounted(name);
+        }
     }
 
     void OnText(std::u16string_view text) override {
-        if (!fOpen.empty())
+        if (!fOpen.empty()) {
             fText += text;
+        }
     }
 
     void OnEnd(const std::optional<DocumentFault>&) override {}
@@ -75,8 +79,9 @@ protected:
 private:
     static XmlNode NodeOf(const XMLCh* name, const xercesc::Attributes& attributes) {
         XmlNode node{Utf8(name), {}, {}, {}};
-        for (XMLSize_t at = 0; at < attributes.getLength(); ++at)
+        for (XMLSize_t at = 0; at < attributes.getLength(); ++at) {
             node.attributes.emplace_back(Utf8(attributes.getQName(at)), Utf8(attributes.getValue(at)));
+        }
         return node;
     }
 
@@ -102,8 +107,9 @@ private:
 
     /// Gives the open element its text. It comes in pieces that may end within a character.
     void TakeText() {
-        if (!fOpen.empty())
+        if (!fOpen.empty()) {
             fOpen.back()->text += Utf8(fText);
+        }
         fText.clear();
     }
 
@@ -113,10 +119,12 @@ private:
             return;
         }
         ++fFacts.size.elements[Utf8(name)];
-        if (kNode != name)
+        if (kNode != name) {
             return;
-        if (!fNodes.empty())
+        }
+        if (!fNodes.empty()) {
             fNodes.back() = true;
+        }
         fNodes.push_back(false);
         fFacts.size.depth = std::max(fFacts.size.depth, fNodes.size());
     }

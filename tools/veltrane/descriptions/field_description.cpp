@@ -53,34 +53,39 @@ void AddValues(const XmlNode& field, Json& described) {
                 {{"value", content}, {"label", hasLabel ? (*value)["displayValue"] : (*value)["value"]}});
         }
     }
-    for (const XmlNode* interval : field.Children("Interval"))
+    for (const XmlNode* interval : field.Children("Interval")) {
         described["ranges"].push_back(DescribeInterval(*interval));
+    }
 }
 
 /// Adds an attribute of an element under a key where it is there.
 void AddAttribute(const XmlNode& node, const char* attribute, const char* key, Json& described) {
-    if (node.Has(attribute))
+    if (node.Has(attribute)) {
         described[key] = NumberOrText(node[attribute]);
+    }
 }
 
 /// What is done with values that are missing, invalid or outlying.
 Json DescribeTreatments(const XmlNode& mining, const std::string& type) {
     Json treatments = Json::object();
-    if (mining.Has("missingValueReplacement"))
+    if (mining.Has("missingValueReplacement")) {
         treatments["missing"]["replacement"] = ValueOf(mining["missingValueReplacement"], type);
+    }
     AddAttribute(mining, "missingValueTreatment", "treatment", treatments["missing"]);
     const bool hasInvalid = mining.Has("invalidValueTreatment");
     treatments["invalid"] = {{"treatment", hasInvalid ? mining["invalidValueTreatment"] : "returnInvalid"}};
-    if (mining.Has("invalidValueReplacement"))
+    if (mining.Has("invalidValueReplacement")) {
         treatments["invalid"]["replacement"] = ValueOf(mining["invalidValueReplacement"], type);
+    }
     if (mining.Has("outliers") && mining["outliers"] != "asIs") {
         Json& outliers = treatments["outliers"];
         outliers["treatment"] = mining["outliers"];
         AddAttribute(mining, "lowValue", "low", outliers);
         AddAttribute(mining, "highValue", "high", outliers);
     }
-    if (treatments["missing"].is_null())
+    if (treatments["missing"].is_null()) {
         treatments.erase("missing");
+    }
     return treatments;
 }
 
@@ -94,8 +99,9 @@ std::string RoleOf(const XmlNode& mining, const std::string& otherRole) {
 Json NumberOrText(const std::string& text) {
     double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size() || !std::isfinite(number))
+    if (text.empty() || error != std::errc() || end != text.data() + text.size() || !std::isfinite(number)) {
         return text;
+    }
     const bool isWhole = std::abs(number) < kWholeNumbers && number == std::trunc(number);
     return isWhole ? Json(static_cast<std::int64_t>(number)) : Json(number);
 }
@@ -112,13 +118,16 @@ Json DescribeDataField(const XmlNode& field) {
 
 Json DescribeInput(const XmlNode& field, const XmlNode& mining, const std::string& otherRole) {
     Json described = DescribeDataField(field);
-    if (field.name.empty())
+    if (field.name.empty()) {
         described["name"] = described["label"] = mining["name"];
-    if (mining.Has("optype"))
+    }
+    if (mining.Has("optype")) {
         described["level"] = mining["optype"];
+    }
     described["role"] = RoleOf(mining, otherRole);
-    if (!mining.name.empty())
+    if (!mining.name.empty()) {
         described["treatments"] = DescribeTreatments(mining, field["dataType"]);
+    }
     AddAttribute(mining, "importance", "importance", described);
     return described;
 }
@@ -126,14 +135,17 @@ Json DescribeInput(const XmlNode& field, const XmlNode& mining, const std::strin
 Json DescribeTarget(const XmlNode& field, const XmlNode& mining, const XmlNode& target) {
     Json described = DescribeInput(field, mining, "target");
     described["role"] = "target";
-    for (const char* attribute : {"min", "max", "rescaleFactor", "rescaleConstant", "castInteger"})
+    for (const char* attribute : {"min", "max", "rescaleFactor", "rescaleConstant", "castInteger"}) {
         AddAttribute(target, attribute, attribute, described);
+    }
     for (const XmlNode* value : target.Children("TargetValue")) {
         Json one = Json::object();
-        if (value->Has("value"))
+        if (value->Has("value")) {
             one["value"] = ValueOf((*value)["value"], field["dataType"]);
-        for (const char* attribute : {"displayValue", "priorProbability", "defaultValue"})
+        }
+        for (const char* attribute : {"displayValue", "priorProbability", "defaultValue"}) {
             AddAttribute(*value, attribute, attribute, one);
+        }
         described["targetValues"].push_back(one);
     }
     return described;

@@ -52,8 +52,9 @@ Json DescribeSize(const ModelSize& size) {
     Json described = Json::object();
     for (const Part& part : kParts) {
         const auto count = size.elements.find(part.element);
-        if (count != size.elements.end())
+        if (count != size.elements.end()) {
             described[part.key] = described.value(part.key, std::size_t{0}) + count->second;
+        }
     }
     if (size.depth > 0) {
         described["leaves"] = size.leaves;
@@ -66,8 +67,9 @@ Json DescribeKind(const DocumentFacts& facts, std::size_t place) {
     const XmlNode& model = facts.model;
     Json attributes = Json::object();
     for (const auto& [name, value] : model.attributes) {
-        if (std::find(std::begin(kToldAttributes), std::end(kToldAttributes), name) == std::end(kToldAttributes))
+        if (std::find(std::begin(kToldAttributes), std::end(kToldAttributes), name) == std::end(kToldAttributes)) {
             attributes[name] = value;
+        }
     }
     return {{"number", place + 1},
             {"kind", model.name},
@@ -101,13 +103,15 @@ public:
         std::set<std::string> names;
         for (const XmlNode* mining : fMining) {
             const std::string& name = (*mining)["name"];
-            if (name == fTarget || !names.insert(name).second)
+            if (name == fTarget || !names.insert(name).second) {
                 continue;
+            }
             inputs.push_back(DescribeInput(Named(fData, "name", name), *mining, "active"));
         }
         for (const std::string& name : fFace.inputs) {
-            if (name == fTarget || !names.insert(name).second)
+            if (name == fTarget || !names.insert(name).second) {
                 continue;
+            }
             const XmlNode mining{"", {{"name", name}}, {}, {}};
             inputs.push_back(DescribeInput(Named(fData, "name", name), mining, "active"));
         }
@@ -116,8 +120,9 @@ public:
 
     /// Null for a model without a target.
     Json Target() const {
-        if (fTarget.empty())
+        if (fTarget.empty()) {
             return nullptr;
+        }
         const std::vector<const XmlNode*> targets = fFacts.model.Child("Targets").Children("Target");
         const XmlNode& named = Named(targets, "field", fTarget);
         const bool isOnly = named.name.empty() && targets.size() == 1 && !targets.front()->Has("field");
@@ -127,8 +132,9 @@ public:
 
 private:
     std::string TargetName() const {
-        if (!fFace.target.empty())
+        if (!fFace.target.empty()) {
             return fFace.target;
+        }
         const auto found =
             std::find_if(fMining.begin(), fMining.end(), [](const XmlNode* field) { return IsTarget(*field); });
         return found == fMining.end() ? fFacts.model["targetFieldName"] : (**found)["name"];
@@ -148,11 +154,13 @@ Json DescribeOutput(const XmlNode& field) {
     described["level"] = field["optype"];
     described["feature"] = field.Has("feature") ? field["feature"] : "predictedValue";
     for (const char* attribute : {"value", "targetField", "segmentId", "rank", "ruleFeature"}) {
-        if (field.Has(attribute))
+        if (field.Has(attribute)) {
             described[attribute] = NumberOrText(field[attribute]);
+        }
     }
-    if (const XmlNode& expression = ExpressionOf(field); !expression.name.empty())
+    if (const XmlNode& expression = ExpressionOf(field); !expression.name.empty()) {
         described["formula"] = ExpressionText(expression);
+    }
     return described;
 }
 
@@ -167,22 +175,26 @@ Json DescribeOutputs(const DocumentFacts& facts, const ModelFace& face) {
     }
     for (const XmlNode* field : facts.model.Child("Output").Children("OutputField")) {
         outputs.push_back(DescribeOutput(*field));
-        if (left.erase((*field)["name"]) > 0)
+        if (left.erase((*field)["name"]) > 0) {
             outputs.back()["column"] = (*field)["name"];
+        }
     }
     for (const std::string& column : face.columns) {
-        if (left.count(column) > 0)
+        if (left.count(column) > 0) {
             outputs.push_back({{"name", column}, {"column", column}});
+        }
     }
     return outputs;
 }
 
 Json DescribeDerivedFields(const DocumentFacts& facts) {
     Json derived = Json::array();
-    for (const XmlNode* field : facts.transformations.Children("DerivedField"))
+    for (const XmlNode* field : facts.transformations.Children("DerivedField")) {
         derived.push_back(DescribeDerivedField(*field, false));
-    for (const XmlNode* field : facts.model.Child("LocalTransformations").Children("DerivedField"))
+    }
+    for (const XmlNode* field : facts.model.Child("LocalTransformations").Children("DerivedField")) {
         derived.push_back(DescribeDerivedField(*field, true));
+    }
     return derived;
 }
 
@@ -204,18 +216,20 @@ Json DescribeModel(const DocumentFacts& facts, const DocumentOutline& outline, s
                    const ModelFace& face) {
     const Fields fields(facts, face);
     Json description = {{"document", DescribeOrigin(facts)}, {"models", Json::array()}};
-    for (std::size_t at = 0; at < outline.models.size(); ++at)
+    for (std::size_t at = 0; at < outline.models.size(); ++at) {
         description["models"].push_back({{"number", at + 1},
                                          {"kind", outline.models[at].element},
                                          {"name", outline.models[at].name},
                                          {"isScorable", outline.models[at].isScorable}});
+    }
     description["model"] = DescribeKind(facts, place);
     description["inputs"] = fields.Inputs();
     description["target"] = fields.Target();
     description["outputs"] = DescribeOutputs(facts, face);
     description["fields"] = Json::array();
-    for (const XmlNode* field : facts.dictionary.Children("DataField"))
+    for (const XmlNode* field : facts.dictionary.Children("DataField")) {
         description["fields"].push_back(DescribeDataField(*field));
+    }
     description["derivedFields"] = DescribeDerivedFields(facts);
     return description;
 }

@@ -24,23 +24,26 @@ std::string TextOf(const Json& object, const char* key) {
 std::string Joined(const std::vector<std::string>& texts, const char* separator) {
     std::string joined;
     for (const std::string& text : texts) {
-        if (!text.empty())
+        if (!text.empty()) {
             joined += (joined.empty() ? "" : separator) + text;
+        }
     }
     return joined;
 }
 
 std::string SizeText(const Json& size) {
     std::vector<std::string> parts;
-    for (const auto& [key, count] : size.items())
+    for (const auto& [key, count] : size.items()) {
         parts.push_back(key + ": " + ValueText(count));
+    }
     return Joined(parts, ", ");
 }
 
 std::string AttributesText(const Json& attributes) {
     std::vector<std::string> parts;
-    for (const auto& [name, value] : attributes.items())
+    for (const auto& [name, value] : attributes.items()) {
         parts.push_back(name + "=" + value.get<std::string>());
+    }
     return Joined(parts, ", ");
 }
 
@@ -71,43 +74,51 @@ Table ModelTable(const Json& description) {
         {"model version", document["modelVersion"]},
     };
     for (const auto& [property, value] : rows) {
-        if (!value.empty())
+        if (!value.empty()) {
             table.AddRow({property, value});
+        }
     }
     return table;
 }
 
 Table ModelsTable(const Json& models) {
     Table table({"number", "kind", "name", "scorable"});
-    for (const Json& model : models)
+    for (const Json& model : models) {
         table.AddRow(
             {ValueText(model["number"]), model["kind"], model["name"], model["isScorable"].get<bool>() ? "yes" : "no"});
+    }
     return table;
 }
 
 /// What is done with one kind of values: `missing -> 40 (asMean)`.
 std::string TreatmentText(const Json& treatments, std::string_view kind) {
-    if (!treatments.contains(kind))
+    if (!treatments.contains(kind)) {
         return {};
+    }
     const Json& treatment = treatments[kind];
     if (treatment.size() == 1 && treatment.contains("treatment") && treatment["treatment"] == "asIs" &&
-        kind == kMissing)
+        kind == kMissing) {
         return {};
+    }
     std::string text(kind);
-    if (treatment.contains("replacement"))
+    if (treatment.contains("replacement")) {
         text += " -> " + ValueText(treatment["replacement"]);
-    if (treatment.contains("treatment"))
+    }
+    if (treatment.contains("treatment")) {
         text += treatment.contains("replacement") ? " (" + ValueText(treatment["treatment"]) + ")"
                                                   : " " + ValueText(treatment["treatment"]);
-    if (treatment.contains("low") || treatment.contains("high"))
+    }
+    if (treatment.contains("low") || treatment.contains("high")) {
         text += fmt::format(" [{}, {}]", TextOf(treatment, "low"), TextOf(treatment, "high"));
+    }
     return text;
 }
 
 /// That invalid values are refused is told of fields that say which these are.
 std::string TreatmentsText(const Json& field) {
-    if (!field.contains("treatments"))
+    if (!field.contains("treatments")) {
         return {};
+    }
     const Json& treatments = field["treatments"];
     const bool declares = !field["categories"].empty() || !field["ranges"].empty() || !field["invalidValues"].empty();
     const bool isUsual = treatments["invalid"]["treatment"] == "returnInvalid";
@@ -142,8 +153,9 @@ public:
 
     void Add(const Json& field, const std::vector<std::string>& more) {
         std::vector<std::string> cells{field["name"]};
-        if (fHasLabels)
+        if (fHasLabels) {
             cells.push_back(field["label"]);
+        }
         cells.insert(cells.end(), {field["type"], field["level"]});
         cells.insert(cells.end(), more.begin(), more.end());
         fTable.AddRow(std::move(cells));
@@ -154,8 +166,9 @@ public:
 private:
     static std::vector<std::string> Headings(bool hasLabels, const std::vector<std::string>& more) {
         std::vector<std::string> headings{"name"};
-        if (hasLabels)
+        if (hasLabels) {
             headings.emplace_back("label");
+        }
         headings.insert(headings.end(), {"type", "level"});
         headings.insert(headings.end(), more.begin(), more.end());
         return headings;
@@ -167,8 +180,9 @@ private:
 
 Table InputsTable(const Json& inputs) {
     FieldsTable table(inputs, {"role", "values", "treatments"});
-    for (const Json& field : inputs)
+    for (const Json& field : inputs) {
         table.Add(field, {field["role"], ValuesText(field), TreatmentsText(field)});
+    }
     return table.Get();
 }
 
@@ -183,11 +197,13 @@ std::string TargetValueText(const Json& value) {
 Table TargetTable(const Json& target) {
     std::vector<std::string> adjustments;
     for (const char* attribute : {"min", "max", "rescaleFactor", "rescaleConstant", "castInteger"}) {
-        if (target.contains(attribute))
+        if (target.contains(attribute)) {
             adjustments.push_back(std::string(attribute) + "=" + TextOf(target, attribute));
+        }
     }
-    if (target.contains("targetValues"))
+    if (target.contains("targetValues")) {
         adjustments.push_back(ListText(target["targetValues"], TargetValueText));
+    }
     FieldsTable table(Json::array({target}), {"values", "adjustment"});
     table.Add(target, {ValuesText(target), Joined(adjustments, ", ")});
     return table.Get();
@@ -205,8 +221,9 @@ Table OutputsTable(const Json& outputs) {
 
 Table DerivedTable(const Json& derivedFields) {
     FieldsTable table(derivedFields, {"values", "formula"});
-    for (const Json& field : derivedFields)
+    for (const Json& field : derivedFields) {
         table.Add(field, {ValuesText(field), field["formula"]});
+    }
     return table.Get();
 }
 
@@ -218,15 +235,19 @@ std::string Section(const char* title, const Table& table) {
 
 std::string ModelTables(const Json& description) {
     std::string text = Section("Model", ModelTable(description));
-    if (description["models"].size() > 1)
+    if (description["models"].size() > 1) {
         text += Section("Models", ModelsTable(description["models"]));
+    }
     text += Section("Inputs", InputsTable(description["inputs"]));
-    if (!description["target"].is_null())
+    if (!description["target"].is_null()) {
         text += Section("Target", TargetTable(description["target"]));
-    if (!description["outputs"].empty())
+    }
+    if (!description["outputs"].empty()) {
         text += Section("Outputs", OutputsTable(description["outputs"]));
-    if (!description["derivedFields"].empty())
+    }
+    if (!description["derivedFields"].empty()) {
         text += Section("Derived fields", DerivedTable(description["derivedFields"]));
+    }
     text.pop_back();
     return text;
 }

@@ -39,8 +39,9 @@ void BoundedHandlers::Read(std::istream& in) {
     try {
         Parse(in);
     } catch (const DocumentRefused&) {
-        if (!fFault)
+        if (!fFault) {
             fFault = DocumentFault{0, 0, kTooMuchMemory};
+        }
     } catch (const xercesc::SAXException&) { // the handlers below have noted it
     } catch (const xercesc::XMLException& fault) {
         fFault = DocumentFault{0, 0, Utf8(fault.getMessage())};
@@ -57,8 +58,9 @@ void BoundedHandlers::Parse(std::istream& in) {
     security.setEntityExpansionLimit(factory::kMaxEntityExpansions);
     const std::unique_ptr<xercesc::SAX2XMLReader> reader(xercesc::XMLReaderFactory::createXMLReader(&fMemory));
     for (const XMLCh* feature : {XMLUni::fgSAX2CoreValidation, XMLUni::fgXercesDynamic, XMLUni::fgXercesLoadExternalDTD,
-                                 XMLUni::fgSAX2CoreNameSpaces, XMLUni::fgXercesSchema})
+                                 XMLUni::fgSAX2CoreNameSpaces, XMLUni::fgXercesSchema}) {
         reader->setFeature(feature, false);
+    }
     reader->setProperty(XMLUni::fgXercesSecurityManager, &security);
     reader->setContentHandler(this);
     reader->setErrorHandler(this);
@@ -81,8 +83,9 @@ void BoundedHandlers::Refuse(const std::string& reason) {
 
 void BoundedHandlers::startElement(const XMLCh*, const XMLCh*, const XMLCh* name,
                                    const xercesc::Attributes& attributes) {
-    if (++fDepth > factory::kMaxElementDepth)
+    if (++fDepth > factory::kMaxElementDepth) {
         Refuse("elements are nested too deeply");
+    }
     CountName(name);
     CountItems(attributes);
     OnElement(name, attributes);
@@ -95,14 +98,16 @@ void BoundedHandlers::CountItems(const xercesc::Attributes& attributes) {
         CountName(attributes.getQName(at));
         fItems += 1 + xercesc::XMLString::stringLen(attributes.getValue(at));
     }
-    if (fItems > factory::kScannedItems + factory::kScannedItemsPerByte * fMemory.InputBytes())
+    if (fItems > factory::kScannedItems + factory::kScannedItemsPerByte * fMemory.InputBytes()) {
         Refuse("entities or declared attributes multiply the document too far");
+    }
 }
 
 void BoundedHandlers::CountName(const XMLCh* name) {
     fNames.insert(std::hash<std::u16string_view>()(name));
-    if (fNames.size() > factory::kMaxDistinctNames)
+    if (fNames.size() > factory::kMaxDistinctNames) {
         Refuse("the document has too many different names of elements and attributes");
+    }
 }
 
 void BoundedHandlers::endElement(const XMLCh*, const XMLCh*, const XMLCh* name) {
@@ -115,8 +120,9 @@ void BoundedHandlers::characters(const XMLCh* text, XMLSize_t length) {
 }
 
 void BoundedHandlers::startEntity(const XMLCh*) {
-    if (++fEntityDepth > factory::kMaxEntityDepth)
+    if (++fEntityDepth > factory::kMaxEntityDepth) {
         Refuse("entities are nested too deeply");
+    }
 }
 
 void BoundedHandlers::endEntity(const XMLCh*) {
@@ -124,8 +130,9 @@ void BoundedHandlers::endEntity(const XMLCh*) {
 }
 
 void BoundedHandlers::internalEntityDecl(const XMLCh*, const XMLCh* value) {
-    if (xercesc::XMLString::stringLen(value) > factory::kMaxEntityLength)
+    if (xercesc::XMLString::stringLen(value) > factory::kMaxEntityLength) {
         Refuse("an entity is declared with too long a text");
+    }
 }
 
 xercesc::InputSource* BoundedHandlers::resolveEntity(const XMLCh*, const XMLCh* systemId) {

@@ -27,8 +27,9 @@ struct OutPointer {
     OutPointer& operator=(const OutPointer&) = delete;
 
     void HandOver() {
-        if (pointer)
+        if (pointer) {
             owner.reset(pointer);
+        }
         pointer = nullptr;
     }
 
@@ -70,23 +71,27 @@ Document ReadDocument(const std::string& path, const std::string& encoding) {
     StartLibrary();
     DocumentFile file(path, kCannotOpenDocument);
     Document document = ReadPmml(file, encoding);
-    if (!document.fields)
+    if (!document.fields) {
         throw AnotherRoot(file, "no PMML");
+    }
     return document;
 }
 
 Document ReadAnyDocument(DocumentFile& file, const std::string& encoding) {
     Document document = ReadPmml(file, encoding);
-    if (!document.fields)
+    if (!document.fields) {
         document.fields = ReadKordDictionary(file, encoding);
-    if (!document.fields)
+    }
+    if (!document.fields) {
         throw AnotherRoot(file, "neither PMML nor kord-ml");
+    }
     return document;
 }
 
 void RequireDerivedFields(const Document& document, const std::string& path) {
-    if (!document.derivedFields)
+    if (!document.derivedFields) {
         throw Failure(path + ": the document has no derived fields");
+    }
 }
 
 } // namespace veltrane::host

@@ -19,17 +19,20 @@ public:
 
 protected:
     void OnElement(const XMLCh* name, const xercesc::Attributes& attributes) override {
-        if (Depth() == 1)
+        if (Depth() == 1) {
             fOutline.root = Utf8(name);
-        else if (fNames.find(std::u16string_view(name)) == fNames.end())
+        } else if (fNames.find(std::u16string_view(name)) == fNames.end()) {
             fNames.emplace(name);
-        if (Depth() == 2 && fOutline.IsPmml() && IsModelElement(name))
+        }
+        if (Depth() == 2 && fOutline.IsPmml() && IsModelElement(name)) {
             fOutline.models.push_back({Utf8(name), Utf8(attributes.getValue(u"modelName")), IsScorable(attributes)});
+        }
     }
 
     void OnEnd(const std::optional<DocumentFault>& fault) override {
-        for (const std::u16string& name : fNames)
+        for (const std::u16string& name : fNames) {
             fOutline.elements.insert(Utf8(name));
+        }
         fOutline.fault = fault;
     }
 

@@ -38,8 +38,9 @@ constexpr std::string_view kMarks[] = {"\xEF\xBB\xBF", "\xFE\xFF", "\xFF\xFE", "
 /// UTF-16 has a zero byte beside each ASCII character.
 bool MayBeXml(std::string_view bytes) {
     for (const std::string_view mark : kMarks) {
-        if (bytes.starts_with(mark))
+        if (bytes.starts_with(mark)) {
             return true;
+        }
     }
     const std::size_t first = bytes.find_first_not_of(std::string_view(" \t\r\n\0", 5));
     return first != bytes.npos && bytes[first] == '<';
@@ -49,10 +50,11 @@ bool MayBeXml(std::string_view bytes) {
 std::string Start(std::string_view bytes) {
     std::string shown;
     for (const char c : bytes.substr(0, kShownStart)) {
-        if (static_cast<unsigned char>(c) < 0x80)
+        if (static_cast<unsigned char>(c) < 0x80) {
             shown += Escaped({&c, 1});
-        else
+        } else {
             shown += fmt::format("\\x{:02X}", static_cast<unsigned>(static_cast<unsigned char>(c)));
+        }
     }
     return bytes.size() > kShownStart ? shown + "..." : shown;
 }
@@ -60,8 +62,9 @@ std::string Start(std::string_view bytes) {
 /// The parser finds bytes that are no UTF-8 block by block, and tells the place where the block begins.
 void FindBadBytes(std::string_view bytes, DocumentFault& fault) {
     constexpr std::string_view kParsersWords = "invalid byte";
-    if (!fault.text.starts_with(kParsersWords))
+    if (!fault.text.starts_with(kParsersWords)) {
         return;
+    }
     std::uint64_t line = 1;
     std::uint64_t column = 1;
     for (std::size_t at = 0; at < bytes.size(); ++column) {
@@ -90,39 +93,46 @@ std::string KindsText(const DocumentOutline& outline) {
     std::vector<std::string> kinds;
     for (const OutlinedModel& model : outline.models) {
         const std::string kind = '"' + model.element + '"';
-        if (kinds.size() <= kShownKinds && std::find(kinds.begin(), kinds.end(), kind) == kinds.end())
+        if (kinds.size() <= kShownKinds && std::find(kinds.begin(), kinds.end(), kind) == kinds.end()) {
             kinds.push_back(kind);
+        }
     }
-    if (kinds.size() > kShownKinds)
+    if (kinds.size() > kShownKinds) {
         kinds.back() = "...";
+    }
     return fmt::format("{}{}", kinds.size() == 1 ? "a " : "of the kinds ", fmt::join(kinds, ", "));
 }
 
 /// The name of the model whose plug-in the library looks for, by its own rules; empty where it looks for none.
 std::string SearchedModel(const DocumentOutline& outline, const ModelList& list) {
     const auto holds = [&](const std::string& name) { return outline.elements.contains(name); };
-    if (holds("NearestNeighborModel"))
+    if (holds("NearestNeighborModel")) {
         return "NearestNeighborModel";
-    if (outline.root == "Tree")
+    }
+    if (outline.root == "Tree") {
         return "TreeModel";
-    if (outline.root == "kord-ml" && holds("regression-model"))
+    }
+    if (outline.root == "kord-ml" && holds("regression-model")) {
         return "GeneralRegressionModel";
+    }
     const auto name = std::find_if(list.names.begin(), list.names.end(), holds);
     return name == list.names.end() ? "" : *name;
 }
 
 /// Who wants the derived fields of a document of another kind may want its predictions.
 std::string ExplainMissingNode(const DocumentFile& document, const DocumentOutline& outline) {
-    if (outline.models.empty() || outline.elements.contains("TransformationDictionary"))
+    if (outline.models.empty() || outline.elements.contains("TransformationDictionary")) {
         return {};
+    }
     return fmt::format("{}: the document has no derived fields outside of its model; \"veltrane score\" scores that",
                        document.Name());
 }
 
 /// The function that an Apply names may be one of the document's own.
 std::string ExplainUnknownFunction(const DocumentFile& document, const DocumentOutline& outline) {
-    if (!outline.elements.contains("DefineFunction"))
+    if (!outline.elements.contains("DefineFunction")) {
         return {};
+    }
     return document.Name() + ": functions that a document defines itself (DefineFunction) are not read";
 }
 
@@ -141,18 +151,23 @@ std::string ToldText(int code, const std::string& parameter) {
 std::string ExplainUnreadable(const DocumentFile& document, const DocumentOutline& outline) {
     const std::string_view bytes = document.Bytes();
     const std::string& name = document.Name();
-    if (bytes.empty())
+    if (bytes.empty()) {
         return name + ": the file is empty";
-    if (bytes.find_first_not_of(kWhiteSpace) == bytes.npos)
+    }
+    if (bytes.find_first_not_of(kWhiteSpace) == bytes.npos) {
         return name + ": the file holds nothing but white space";
-    if (!MayBeXml(bytes))
+    }
+    if (!MayBeXml(bytes)) {
         return fmt::format("{}: the file is no XML: it starts with \"{}\"", name, Start(bytes));
-    if (!outline.fault)
+    }
+    if (!outline.fault) {
         return {};
+    }
     DocumentFault fault = *outline.fault;
     FindBadBytes(bytes, fault);
-    if (fault.line == 0)
+    if (fault.line == 0) {
         return fmt::format("{}: {}", name, fault.text);
+    }
     return fmt::format("{}:{}:{}: {}", name, fault.line, fault.column, fault.text);
 }
 
@@ -161,23 +176,27 @@ std::string PluginsText(const ModelList& list) {
 }
 
 std::string ExplainUnsupported(const DocumentFile& document, const DocumentOutline& outline, const ModelList& list) {
-    if (!outline.IsPmml())
+    if (!outline.IsPmml()) {
         return fmt::format("{}: {}, not PMML", document.Name(), RootText(outline));
-    if (outline.models.empty())
+    }
+    if (outline.models.empty()) {
         return fmt::format("{}: the document holds no model{}", document.Name(),
                            outline.elements.contains("DerivedField")
                                ? "; its derived fields are computed by \"veltrane transform\""
                                : "");
+    }
     for (const OutlinedModel& model : outline.models) {
-        if (list.Has(model.element))
+        if (list.Has(model.element)) {
             return {};
+        }
     }
     return fmt::format("{}: the document's model is {}; {}", document.Name(), KindsText(outline), PluginsText(list));
 }
 
 std::string ExplainMissingPlugin(const std::string& model) {
-    if (model.empty())
+    if (model.empty()) {
         return {};
+    }
     const std::string kind = model == "AssociationModelLattice" ? "AssociationModel" : model;
     VTDynamicLoadedLibrary library(VTDynamicLoadedLibrary::MakeLibraryFileName(kind + "900r"));
     const bool hasEntry = library.GetSymbolAddress("GiveMyTranslator") != nullptr;
@@ -186,16 +205,21 @@ std::string ExplainMissingPlugin(const std::string& model) {
 
 std::string Explain(const VTException& failure, DocumentFile& document, const ModelList& list) {
     const auto message = static_cast<Message>(failure.GetErrorCode());
-    if (std::find(kUnreadable.begin(), kUnreadable.end(), message) != kUnreadable.end())
+    if (std::find(kUnreadable.begin(), kUnreadable.end(), message) != kUnreadable.end()) {
         return ExplainUnreadable(document, ReadOutline(document.Stream()));
-    if (message == Message::UNSUPPORTED_MODEL)
+    }
+    if (message == Message::UNSUPPORTED_MODEL) {
         return ExplainUnsupported(document, ReadOutline(document.Stream()), list);
-    if (message == Message::NO_MODEL_LIBRARY)
+    }
+    if (message == Message::NO_MODEL_LIBRARY) {
         return ExplainMissingPlugin(SearchedModel(ReadOutline(document.Stream()), list));
-    if (message == Message::MISSING_NODE)
+    }
+    if (message == Message::MISSING_NODE) {
         return ExplainMissingNode(document, ReadOutline(document.Stream()));
-    if (message == Message::UNSUPPORTED_VALUE && failure.GetErrorMessage().find("'function'") != std::string::npos)
+    }
+    if (message == Message::UNSUPPORTED_VALUE && failure.GetErrorMessage().find("'function'") != std::string::npos) {
         return ExplainUnknownFunction(document, ReadOutline(document.Stream()));
+    }
     return {};
 }
 

@@ -58,8 +58,9 @@ std::unique_ptr<ScoreDictionary> ReadDictionary(std::istream& in, const std::str
     parser.setErrorHandler(&handler);
     parser.parse(MCXML_900::MCXInputSource(in));
     xercesc::DOMElement* root = parser.getDocument()->getDocumentElement();
-    if (!BaseTranslator::IsEqual(root->getTagName(), "kord-ml"))
+    if (!BaseTranslator::IsEqual(root->getTagName(), "kord-ml")) {
         return nullptr;
+    }
     return DictionaryTranslator().Read(root, encoding);
 }
 

@@ -18,10 +18,12 @@ std::string ModelsText(const DocumentOutline& outline, std::optional<std::size_t
     std::string text;
     std::size_t shown = 0;
     for (std::size_t place = 0; place < outline.models.size(); ++place) {
-        if (place == except)
+        if (place == except) {
             continue;
-        if (++shown > kShownModels)
+        }
+        if (++shown > kShownModels) {
             return text + ", ...";
+        }
         text += (text.empty() ? "" : ", ") + ModelText(outline, place);
     }
     return text;
@@ -32,11 +34,13 @@ std::optional<std::size_t> PlaceOfName(const DocumentOutline& outline, const std
                                        const std::string& document) {
     std::optional<std::size_t> found;
     for (std::size_t place = 0; place < outline.models.size(); ++place) {
-        if (outline.models[place].name != name)
+        if (outline.models[place].name != name) {
             continue;
-        if (found)
+        }
+        if (found) {
             throw Failure(fmt::format("{}: several models are named \"{}\"; choose one by its number: {}", document,
                                       name, ModelsText(outline, std::nullopt)));
+        }
         found = place;
     }
     return found;
@@ -50,14 +54,17 @@ std::optional<std::size_t> PlaceOfNumber(const DocumentOutline& outline, const s
 }
 
 std::size_t WantedModel(const DocumentOutline& outline, const std::string& wanted, const std::string& document) {
-    if (outline.models.empty())
+    if (outline.models.empty()) {
         throw Failure(document + ": the document holds no models to choose from");
+    }
     std::optional<std::size_t> place = PlaceOfName(outline, wanted, document);
-    if (!place)
+    if (!place) {
         place = PlaceOfNumber(outline, wanted);
-    if (!place)
+    }
+    if (!place) {
         throw Failure(fmt::format("{}: there is no model \"{}\"; the document holds {}", document, wanted,
                                   ModelsText(outline, std::nullopt)));
+    }
     return *place;
 }
 
@@ -65,15 +72,18 @@ std::size_t WantedModel(const DocumentOutline& outline, const std::string& wante
 
 std::optional<std::size_t> ChooseModel(const DocumentOutline& outline, const ModelList& list,
                                        const std::optional<std::string>& wanted, const std::string& document) {
-    if (wanted)
+    if (wanted) {
         return WantedModel(outline, *wanted, document);
+    }
     const auto hasPlugin = [&](const OutlinedModel& model) { return list.Has(model.element); };
     const auto canBeScored = [&](const OutlinedModel& model) { return model.isScorable && hasPlugin(model); };
     auto found = std::find_if(outline.models.begin(), outline.models.end(), canBeScored);
-    if (found == outline.models.end()) // its plug-in tells why not
+    if (found == outline.models.end()) { // its plug-in tells why not
         found = std::find_if(outline.models.begin(), outline.models.end(), hasPlugin);
-    if (found == outline.models.end())
+    }
+    if (found == outline.models.end()) {
         return std::nullopt;
+    }
     return static_cast<std::size_t>(found - outline.models.begin());
 }
 

@@ -28,8 +28,9 @@ std::vector<std::string> WithoutCarriageReturns(const std::vector<std::string>& 
     for (const std::string& name : names) {
         for (std::size_t start = 0; start <= name.size();) {
             const std::size_t end = std::min(name.find('\r', start), name.size());
-            if (end > start)
+            if (end > start) {
                 parted.push_back(name.substr(start, end - start));
+            }
             start = end + 1;
         }
     }
@@ -39,11 +40,13 @@ std::vector<std::string> WithoutCarriageReturns(const std::vector<std::string>& 
 /// Editors of some systems begin a file in UTF-8 with a byte order mark.
 void DropByteOrderMark(std::vector<std::string>& names) {
     constexpr std::string_view kMark = "\xEF\xBB\xBF";
-    if (names.empty() || !names.front().starts_with(kMark))
+    if (names.empty() || !names.front().starts_with(kMark)) {
         return;
+    }
     names.front().erase(0, kMark.size());
-    if (names.front().empty())
+    if (names.front().empty()) {
         names.erase(names.begin());
+    }
 }
 
 /// Why the system doesn't read a file; empty where it does.

@@ -21,17 +21,20 @@ public:
     explicit OneModelWriter(std::size_t place) : fPlace(place) {}
 
     std::string Text() const {
-        if (fFailed)
+        if (fFailed) {
             throw Failure("a document with a fault has no models to choose from");
+        }
         return (fNeedsXml11 ? "<?xml version=\"1.1\"?>" : "") + Utf8(fText);
     }
 
 protected:
     void OnElement(const XMLCh* name, const xercesc::Attributes& attributes) override {
-        if (Depth() == 2 && IsModelElement(name))
+        if (Depth() == 2 && IsModelElement(name)) {
             fSkips = fModels++ != fPlace;
-        if (fSkips)
+        }
+        if (fSkips) {
             return;
+        }
         (fText += u'<') += name;
         for (XMLSize_t at = 0; at < attributes.getLength(); ++at) {
             ((fText += u' ') += attributes.getQName(at)) += u"=\"";
@@ -42,15 +45,18 @@ protected:
     }
 
     void OnElementEnd(const XMLCh* name) override {
-        if (!fSkips)
+        if (!fSkips) {
             ((fText += u"</") += name) += u'>';
-        if (Depth() == 2)
+        }
+        if (Depth() == 2) {
             fSkips = false;
+        }
     }
 
     void OnText(std::u16string_view text) override {
-        if (!fSkips)
+        if (!fSkips) {
             Append(text, u"&<>\r");
+        }
     }
 
     void OnEnd(const std::optional<DocumentFault>& fault) override { fFailed = fault.has_value(); }
@@ -66,8 +72,9 @@ private:
             }
             fNeedsXml11 = fNeedsXml11 || (c < 0x20 && IsControl(c));
             fText += u"&#";
-            for (const char digit : std::to_string(static_cast<int>(c)))
+            for (const char digit : std::to_string(static_cast<int>(c))) {
                 fText += static_cast<char16_t>(digit);
+            }
             fText += u';';
         }
     }

@@ -38,10 +38,12 @@ constexpr int kUnsupported = static_cast<int>(MCVeltrane_900::Message::UNSUPPORT
 /// Whether a result is what its kind says. A host that believed a wrong kind would call operations that aren't there.
 bool IsOfItsKind(ScoreResult& result) {
     const int kind = result.GetResultKind();
-    if (kind < 0 || kind > kLastKind)
+    if (kind < 0 || kind > kLastKind) {
         return false;
-    if (std::find(kClassificationKinds.begin(), kClassificationKinds.end(), kind) != kClassificationKinds.end())
+    }
+    if (std::find(kClassificationKinds.begin(), kClassificationKinds.end(), kind) != kClassificationKinds.end()) {
         return dynamic_cast<ScoreClsResult*>(&result) != nullptr;
+    }
     return kind != kRegressionKind || dynamic_cast<ScoreRegResult*>(&result) != nullptr;
 }
 
@@ -50,12 +52,14 @@ bool IsOfItsKind(ScoreResult& result) {
 void TakeModel(LoadedModel& loaded, const DocumentOutline& outline, std::size_t place) {
     DocumentFile& document = loaded.document;
     const std::string& kind = outline.models[place].element;
-    if (!loaded.list.Has(kind))
+    if (!loaded.list.Has(kind)) {
         throw ExplainedFailure(ToldText(kUnsupported, kind), document.Name() + ": " + PluginsText(loaded.list));
+    }
     auto& names = loaded.list.names;
     std::rotate(names.begin(), std::find(names.begin(), names.end(), kind), names.end());
-    if (outline.models.size() > 1)
+    if (outline.models.size() > 1) {
         document.Replace(DocumentOfOneModel(document.Stream(), place));
+    }
 }
 
 std::unique_ptr<ScoreModel> BuildModel(LoadedModel& loaded, const std::string& encoding) {
@@ -75,34 +79,41 @@ LoadedModel LoadModel(const std::string& document, const std::optional<std::stri
     DocumentFile file(document, kCannotOpen);
     const DocumentOutline outline = ReadOutline(file.Stream());
     std::optional<std::size_t> place;
-    if (!outline.fault) // else the library tells it
+    if (!outline.fault) { // else the library tells it
         place = ChooseModel(outline, list, wanted, document);
+    }
     LoadedModel loaded = LoadModel(std::move(file), list, outline, place, encoding);
-    if (place && !wanted && outline.models.size() > 1)
+    if (place && !wanted && outline.models.size() > 1) {
         loaded.choiceText = ChoiceText(outline, *place, document);
+    }
     return loaded;
 }
 
 LoadedModel LoadModel(DocumentFile document, ModelList list, const DocumentOutline& outline,
                       std::optional<std::size_t> place, const std::string& encoding) {
     LoadedModel loaded{nullptr, std::move(document), std::move(list), {}};
-    if (place)
+    if (place) {
         TakeModel(loaded, outline, *place);
+    }
     loaded.model = BuildModel(loaded, encoding);
-    if (!loaded.model)
+    if (!loaded.model) {
         throw Failure(loaded.document.Name() + ": the plug-in made no model of the document");
-    if (!loaded.model->GetDictionary())
+    }
+    if (!loaded.model->GetDictionary()) {
         throw Failure(loaded.document.Name() + ": the plug-in made a model without a data dictionary");
+    }
     return loaded;
 }
 
 std::unique_ptr<ScoreResult> MakeResult(const ScoreModel& model, const std::string& document) {
     std::unique_ptr<ScoreResult> result(model.CreateResult());
-    if (!result)
+    if (!result) {
         throw Failure(document + ": the model makes no results");
-    if (!IsOfItsKind(*result))
+    }
+    if (!IsOfItsKind(*result)) {
         throw Failure(fmt::format("{}: the model's results say that they are of kind {}, and are not", document,
                                   result->GetResultKind()));
+    }
     return result;
 }
 

@@ -5,8 +5,9 @@ namespace {
 
 const std::string* Find(const XmlNode& node, const char* attribute) {
     for (const auto& [name, value] : node.attributes) {
-        if (name == attribute)
+        if (name == attribute) {
             return &value;
+        }
     }
     return nullptr;
 }
@@ -32,8 +33,9 @@ const XmlNode& XmlNode::Child(const char* child) const {
 std::vector<const XmlNode*> XmlNode::Children(const char* child) const {
     std::vector<const XmlNode*> found;
     for (const XmlNode& node : children) {
-        if (node.name == child)
+        if (node.name == child) {
             found.push_back(&node);
+        }
     }
     return found;
 }

@@ -31,8 +31,9 @@ std::array<TemporaryName, AtomicFile::kMostAtATime> gTemporaries{};
 
 extern "C" void RemoveTemporariesAndEnd(int number) {
     for (const TemporaryName& temporary : gTemporaries) {
-        if (temporary[0] != '\0')
+        if (temporary[0] != '\0') {
             ::unlink(temporary.data());
+        }
     }
     ::signal(number, SIG_DFL);
     ::raise(number);
@@ -43,8 +44,9 @@ public:
     EndingSignalsBlocked() {
         sigset_t set;
         sigemptyset(&set);
-        for (const int number : kEndingSignals)
+        for (const int number : kEndingSignals) {
             sigaddset(&set, number);
+        }
         ::sigprocmask(SIG_BLOCK, &set, &fBefore);
     }
     ~EndingSignalsBlocked() { ::sigprocmask(SIG_SETMASK, &fBefore, nullptr); }
@@ -58,8 +60,9 @@ void InstallHandlers() {
     for (const int number : kEndingSignals) {
         struct sigaction action {};
         ::sigaction(number, nullptr, &action);
-        if (action.sa_handler == SIG_IGN)
+        if (action.sa_handler == SIG_IGN) {
             continue;
+        }
         action = {};
         action.sa_handler = RemoveTemporariesAndEnd;
         sigemptyset(&action.sa_mask);
@@ -69,8 +72,9 @@ void InstallHandlers() {
 
 void RememberTemporary(const std::string& path) {
     for (TemporaryName& temporary : gTemporaries) {
-        if (temporary[0] != '\0')
+        if (temporary[0] != '\0') {
             continue;
+        }
         const std::size_t size = std::min(path.size(), temporary.size() - 1);
         std::copy_n(path.data(), size, temporary.data());
         temporary[size] = '\0';
@@ -80,8 +84,9 @@ void RememberTemporary(const std::string& path) {
 
 void ForgetTemporary(std::string_view path) {
     for (TemporaryName& temporary : gTemporaries) {
-        if (path.substr(0, temporary.size() - 1) == temporary.data())
+        if (path.substr(0, temporary.size() - 1) == temporary.data()) {
             temporary[0] = '\0';
+        }
     }
 }
 
@@ -93,13 +98,16 @@ std::string BehindLinks(const std::string& path) {
 /// The number of a file that the process has open already, by the names that the system has for such files; -1 for any
 /// other path. These names lead through links to the file behind them, which is not meant to be replaced.
 int NumberOfOpenFile(std::string_view path) {
-    if (path == "/dev/stdout")
+    if (path == "/dev/stdout") {
         return STDOUT_FILENO;
-    if (path == "/dev/stderr")
+    }
+    if (path == "/dev/stderr") {
         return STDERR_FILENO;
+    }
     for (const std::string_view folder : {"/dev/fd/", "/proc/self/fd/"}) {
-        if (!path.starts_with(folder))
+        if (!path.starts_with(folder)) {
             continue;
+        }
         int number = -1;
         const auto [end, error] = std::from_chars(path.data() + folder.size(), path.data() + path.size(), number);
         return error == std::errc() && end == path.data() + path.size() ? number : -1;
@@ -124,8 +132,9 @@ AtomicFile::AtomicFile(const std::string& path) : fName(path), fTarget(BehindLin
     const int number = NumberOfOpenFile(path);
     if (number >= 0) {
         fDescriptor = ::fcntl(number, F_DUPFD_CLOEXEC, 0);
-        if (fDescriptor < 0)
+        if (fDescriptor < 0) {
             Fail();
+        }
         return;
     }
     struct stat status {};
@@ -135,16 +144,18 @@ AtomicFile::AtomicFile(const std::string& path) : fName(path), fTarget(BehindLin
         return;
     }
     fDescriptor = ::open(fTarget.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
-    if (fDescriptor < 0)
+    if (fDescriptor < 0) {
         Fail();
+    }
 }
 
 void AtomicFile::OpenTemporary(unsigned mode) {
     std::string pattern = TemporaryPattern(fTarget);
     const EndingSignalsBlocked blocked;
     fDescriptor = ::mkostemp(pattern.data(), O_CLOEXEC);
-    if (fDescriptor < 0)
+    if (fDescriptor < 0) {
         Fail();
+    }
     fTemporary = pattern;
     RememberTemporary(fTemporary);
     InstallHandlers();
@@ -152,10 +163,12 @@ void AtomicFile::OpenTemporary(unsigned mode) {
 }
 
 AtomicFile::~AtomicFile() {
-    if (fDescriptor >= 0)
+    if (fDescriptor >= 0) {
         ::close(fDescriptor);
-    if (fTemporary.empty())
+    }
+    if (fTemporary.empty()) {
         return;
+    }
     const EndingSignalsBlocked blocked;
     ::unlink(fTemporary.c_str());
     ForgetTemporary(fTemporary);
@@ -166,17 +179,21 @@ void AtomicFile::Write(std::string_view bytes) {
 }
 
 void AtomicFile::Commit() {
-    if (!fTemporary.empty() && ::fsync(fDescriptor) != 0)
+    if (!fTemporary.empty() && ::fsync(fDescriptor) != 0) {
         Fail();
+    }
     const int descriptor = fDescriptor;
     fDescriptor = -1;
-    if (::close(descriptor) != 0)
+    if (::close(descriptor) != 0) {
         Fail();
-    if (fTemporary.empty())
+    }
+    if (fTemporary.empty()) {
         return;
+    }
     const EndingSignalsBlocked blocked;
-    if (::rename(fTemporary.c_str(), fTarget.c_str()) != 0)
+    if (::rename(fTemporary.c_str(), fTarget.c_str()) != 0) {
         Fail();
+    }
     ForgetTemporary(fTemporary);
     fTemporary.clear();
 }

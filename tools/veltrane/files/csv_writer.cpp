@@ -17,29 +17,33 @@ void AppendNumber(std::string& text, double number) {
 }
 
 CsvWriter::CsvWriter(ByteSink& sink, char delimiter) : fSink(sink), fDelimiter(delimiter) {
-    for (const char special : {delimiter, '"', '\r', '\n'})
+    for (const char special : {delimiter, '"', '\r', '\n'}) {
         fNeedsQuotes[static_cast<unsigned char>(special)] = true;
+    }
     fBuffer.reserve(2 * kFlushSize);
 }
 
 void CsvWriter::BeginCell() {
-    if (fCells++ > 0)
+    if (fCells++ > 0) {
         fBuffer.push_back(fDelimiter);
+    }
 }
 
 void CsvWriter::Text(std::string_view text) {
     BeginCell();
-    if (std::any_of(text.begin(), text.end(), [this](unsigned char c) { return fNeedsQuotes[c]; }))
+    if (std::any_of(text.begin(), text.end(), [this](unsigned char c) { return fNeedsQuotes[c]; })) {
         Quoted(text);
-    else
+    } else {
         fBuffer.append(text);
+    }
 }
 
 void CsvWriter::Quoted(std::string_view text) {
     fBuffer.push_back('"');
     for (const char c : text) {
-        if (c == '"')
+        if (c == '"') {
             fBuffer.push_back('"');
+        }
         fBuffer.push_back(c);
     }
     fBuffer.push_back('"');
@@ -51,18 +55,21 @@ void CsvWriter::Number(double number) {
 }
 
 void CsvWriter::EndRow() {
-    if (fCells == 1 && fBuffer.size() == fRowStart)
+    if (fCells == 1 && fBuffer.size() == fRowStart) {
         fBuffer.append("\"\"");
+    }
     fBuffer.push_back('\n');
     fCells = 0;
     fRowStart = fBuffer.size();
-    if (fRowStart >= kFlushSize)
+    if (fRowStart >= kFlushSize) {
         Flush();
+    }
 }
 
 void CsvWriter::Flush() {
-    if (fRowStart == 0)
+    if (fRowStart == 0) {
         return;
+    }
     fSink.Write(std::string_view(fBuffer).substr(0, fRowStart));
     fBuffer.erase(0, fRowStart);
     fRowStart = 0;

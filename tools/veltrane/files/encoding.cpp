@@ -38,12 +38,15 @@ void Encoding::Closer::operator()(UConverter* converter) const {
 
 Encoding::Encoding(const std::string& name) {
     UErrorCode status = U_ZERO_ERROR;
-    if (!name.empty())
+    if (!name.empty()) {
         fConverter.reset(ucnv_open(name.c_str(), &status));
-    if (!fConverter || U_FAILURE(status))
+    }
+    if (!fConverter || U_FAILURE(status)) {
         throw std::invalid_argument("unknown encoding \"" + name + "\"");
-    if (FromUtf8(kAscii) != kAscii)
+    }
+    if (FromUtf8(kAscii) != kAscii) {
         throw std::invalid_argument("the encoding \"" + name + "\" does not keep ASCII and cannot be used here");
+    }
 }
 
 Encoding::~Encoding() = default;

@@ -19,11 +19,13 @@ std::size_t AsciiPrefix(std::string_view bytes) {
     std::size_t at = 0;
     for (std::uint64_t word; at + sizeof word <= bytes.size(); at += sizeof word) {
         std::memcpy(&word, bytes.data() + at, sizeof word);
-        if ((word & kHighBits) != 0)
+        if ((word & kHighBits) != 0) {
             break;
+        }
     }
-    while (at < bytes.size() && static_cast<unsigned char>(bytes[at]) < 0x80)
+    while (at < bytes.size() && static_cast<unsigned char>(bytes[at]) < 0x80) {
         ++at;
+    }
     return at;
 }
 
@@ -32,8 +34,9 @@ bool IsUtf8(std::string_view bytes) {
     for (std::int32_t at = 0; at < size;) {
         UChar32 character;
         U8_NEXT(bytes.data(), at, size, character);
-        if (character < 0)
+        if (character < 0) {
             return false;
+        }
     }
     return true;
 }
@@ -74,8 +77,9 @@ EncodingCheck::EncodingCheck(const std::string& name) : fProblem("is not text in
     UErrorCode status = U_ZERO_ERROR;
     fConverter.reset(ucnv_open(name.c_str(), &status));
     ucnv_setToUCallBack(fConverter.get(), UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
-    if (U_FAILURE(status))
+    if (U_FAILURE(status)) {
         throw std::invalid_argument("unknown encoding \"" + name + "\"");
+    }
     fIsUtf8 = ucnv_getType(fConverter.get()) == UCNV_UTF8;
     fKeepsAscii = KeepsAscii(fConverter.get());
     fHasHighControls = !IsWindowsPage(fConverter.get());
@@ -86,8 +90,9 @@ EncodingCheck::~EncodingCheck() = default;
 bool EncodingCheck::Holds(std::string_view bytes) const {
     if (fKeepsAscii) {
         const std::size_t ascii = AsciiPrefix(bytes);
-        if (ascii == bytes.size())
+        if (ascii == bytes.size()) {
             return true;
+        }
         // A byte below 0x80 may be the second half of a character, but then its first half is above.
         bytes.remove_prefix(ascii);
     }
@@ -105,8 +110,9 @@ bool EncodingCheck::Converts(std::string_view bytes) const {
         status = U_ZERO_ERROR;
         UChar* unit = units.data();
         ucnv_toUnicode(fConverter.get(), &unit, unit + units.size(), &next, end, nullptr, true, &status);
-        if (!fHasHighControls && std::any_of(units.data(), unit, IsHighControl))
+        if (!fHasHighControls && std::any_of(units.data(), unit, IsHighControl)) {
             return false;
+        }
     }
     return U_SUCCESS(status);
 }

@@ -26,8 +26,9 @@ uInt Count(std::size_t size) {
 class GzipUnpacker : public Unpacker {
 public:
     GzipUnpacker() {
-        if (::inflateInit2(&fStream, kGzipWindow) != Z_OK)
+        if (::inflateInit2(&fStream, kGzipWindow) != Z_OK) {
             throw std::bad_alloc();
+        }
     }
     ~GzipUnpacker() override { ::inflateEnd(&fStream); }
     GzipUnpacker(const GzipUnpacker&) = delete;
@@ -36,10 +37,12 @@ public:
     bool IsComplete() const override { return fState != State::kMember; }
 
     std::size_t Unpack(std::string_view& input, char* buffer, std::size_t size) override {
-        if (fState == State::kBetween && !input.empty())
+        if (fState == State::kBetween && !input.empty()) {
             BeginMember(input.front());
-        if (fState == State::kPadding)
+        }
+        if (fState == State::kPadding) {
             SkipPadding(input);
+        }
         return fState == State::kMember ? Inflate(input, buffer, size) : 0;
     }
 
@@ -52,8 +55,9 @@ private:
     }
 
     static void SkipPadding(std::string_view& input) {
-        if (input.find_first_not_of('\0') != input.npos)
+        if (input.find_first_not_of('\0') != input.npos) {
             throw Failure("bytes that are none of gzip stand behind its data");
+        }
         input = {};
     }
 
@@ -65,12 +69,15 @@ private:
         const uInt room = fStream.avail_out;
         const int status = ::inflate(&fStream, Z_NO_FLUSH);
         input.remove_prefix(static_cast<std::size_t>(reinterpret_cast<const char*>(fStream.next_in) - input.data()));
-        if (status == Z_MEM_ERROR)
+        if (status == Z_MEM_ERROR) {
             throw std::bad_alloc();
-        if (status != Z_OK && status != Z_STREAM_END && status != Z_BUF_ERROR)
+        }
+        if (status != Z_OK && status != Z_STREAM_END && status != Z_BUF_ERROR) {
             throw Failure(std::string("the data of gzip are damaged: ") + (fStream.msg ? fStream.msg : "unknown form"));
-        if (status == Z_STREAM_END)
+        }
+        if (status == Z_STREAM_END) {
             fState = State::kBetween;
+        }
         return room - fStream.avail_out;
     }
 
@@ -83,8 +90,9 @@ public:
     explicit GzipSink(ByteSink& sink) : fSink(sink) {
         constexpr int kMemoryLevel = 8;
         if (::deflateInit2(&fStream, Z_DEFAULT_COMPRESSION, Z_DEFLATED, kGzipWindow, kMemoryLevel,
-                           Z_DEFAULT_STRATEGY) != Z_OK)
+                           Z_DEFAULT_STRATEGY) != Z_OK) {
             throw std::bad_alloc();
+        }
     }
     ~GzipSink() override { ::deflateEnd(&fStream); }
     GzipSink(const GzipSink&) = delete;

@@ -18,10 +18,12 @@ bool EndsWith(std::string_view name, std::string_view suffix) {
 } // namespace
 
 std::unique_ptr<PackedSink> MakePackedSink(const std::string& name, ByteSink& sink) {
-    if (EndsWith(name, ".gz"))
+    if (EndsWith(name, ".gz")) {
         return MakeGzipSink(sink);
-    if (EndsWith(name, ".zst"))
+    }
+    if (EndsWith(name, ".zst")) {
         return MakeZstdSink(sink);
+    }
     return nullptr;
 }
 

@@ -44,8 +44,9 @@ bool IsSkippableFrame(std::string_view bytes) {
 
 const Signature* SignatureOf(std::string_view bytes) {
     for (const Signature& signature : kSignatures) {
-        if (bytes.starts_with(signature.bytes))
+        if (bytes.starts_with(signature.bytes)) {
             return &signature;
+        }
     }
     return IsSkippableFrame(bytes) ? &kSignatures[1] : nullptr;
 }
@@ -91,11 +92,13 @@ void UnpackedSource::ReadStart() {
     } while (!fEnded && size < kLongestSignature && MayBecomeSignature({fChunk.data(), size}));
     fInput = {fChunk.data(), size};
     const Signature* signature = SignatureOf(fInput);
-    if (signature && !signature->makeUnpacker)
+    if (signature && !signature->makeUnpacker) {
         throw Failure(
             fmt::format("{}: the file is {}; of packed files those of gzip and zstd are read", fName, signature->kind));
-    if (signature)
+    }
+    if (signature) {
         fUnpacker = signature->makeUnpacker();
+    }
 }
 
 void UnpackedSource::ReadMore() {
@@ -105,37 +108,44 @@ void UnpackedSource::ReadMore() {
 }
 
 std::size_t UnpackedSource::Read(char* buffer, std::size_t size) {
-    if (!fStarted)
+    if (!fStarted) {
         ReadStart();
+    }
     if (!fUnpacker && !fInput.empty()) {
         const std::size_t count = fInput.copy(buffer, size);
         fInput.remove_prefix(count);
         return count;
     }
-    if (!fUnpacker)
+    if (!fUnpacker) {
         return fEnded ? 0 : fSource.Read(buffer, size);
+    }
     try {
         for (;;) {
             const std::size_t count = fUnpacker->Unpack(fInput, buffer, size);
-            if (count > 0)
+            if (count > 0) {
                 return count;
-            if (fInput.empty() && !fEnded)
+            }
+            if (fInput.empty() && !fEnded) {
                 ReadMore();
-            if (fInput.empty() && fEnded)
+            }
+            if (fInput.empty() && fEnded) {
                 break;
+            }
         }
     } catch (const Failure& problem) {
         throw Failure(fName + ": " + problem.what());
     }
-    if (!fUnpacker->IsComplete())
+    if (!fUnpacker->IsComplete()) {
         throw Failure(fName + ": the packed file ends too early; is it cut off?");
+    }
     return 0;
 }
 
 std::string UnpackedDocument(std::string bytes, const std::string& name) {
     const Signature* signature = SignatureOf(bytes);
-    if (!signature)
+    if (!signature) {
         return bytes;
+    }
     const std::uint64_t most = factory::kHeldMemory + factory::kHeldMemoryPerByte * bytes.size();
     MemorySource packed(bytes);
     UnpackedSource source(packed, name);
@@ -143,11 +153,12 @@ std::string UnpackedDocument(std::string bytes, const std::string& name) {
     std::string chunk(kChunkSize, '\0');
     while (const std::size_t count = source.Read(chunk.data(), chunk.size())) {
         document.append(chunk, 0, count);
-        if (document.size() > most)
+        if (document.size() > most) {
             throw Failure(
                 fmt::format("{}: the document unpacks to more than {} MiB, which is too much for {} packed bytes; "
                             "unpack it first if that is right",
                             name, most >> 20, bytes.size()));
+        }
     }
     return document;
 }

@@ -18,24 +18,27 @@ struct ContextFree {
 };
 
 std::size_t Checked(std::size_t result) {
-    if (::ZSTD_isError(result))
+    if (::ZSTD_isError(result)) {
         throw Failure(std::string("the data of zstd cannot be unpacked: ") + ::ZSTD_getErrorName(result));
+    }
     return result;
 }
 
 class ZstdUnpacker : public Unpacker {
 public:
     ZstdUnpacker() : fContext(::ZSTD_createDCtx()) {
-        if (!fContext)
+        if (!fContext) {
             throw std::bad_alloc();
+        }
         Checked(::ZSTD_DCtx_setParameter(fContext.get(), ZSTD_d_windowLogMax, kLargestWindow));
     }
 
     bool IsComplete() const override { return fIsComplete; }
 
     std::size_t Unpack(std::string_view& input, char* buffer, std::size_t size) override {
-        if (input.empty() && fIsComplete)
+        if (input.empty() && fIsComplete) {
             return 0;
+        }
         ZSTD_inBuffer in{input.data(), input.size(), 0};
         ZSTD_outBuffer out{buffer, size, 0};
         fIsComplete = Checked(::ZSTD_decompressStream(fContext.get(), &out, &in)) == 0;
@@ -51,14 +54,16 @@ private:
 class ZstdSink : public PackedSink {
 public:
     explicit ZstdSink(ByteSink& sink) : fSink(sink), fContext(::ZSTD_createCCtx()), fBuffer(::ZSTD_CStreamOutSize()) {
-        if (!fContext)
+        if (!fContext) {
             throw std::bad_alloc();
+        }
         Checked(::ZSTD_CCtx_setParameter(fContext.get(), ZSTD_c_checksumFlag, 1));
     }
 
     void Write(std::string_view bytes) override {
-        for (ZSTD_inBuffer in{bytes.data(), bytes.size(), 0}; in.pos < in.size;)
+        for (ZSTD_inBuffer in{bytes.data(), bytes.size(), 0}; in.pos < in.size;) {
             Step(in, ZSTD_e_continue);
+        }
     }
 
     void Finish() override {

@@ -12,16 +12,18 @@ namespace {
 
 std::vector<std::string> OptionNames(const CLI::App& command) {
     std::vector<std::string> names;
-    for (const CommandWord& word : Options(command))
+    for (const CommandWord& word : Options(command)) {
         names.insert(names.end(), word.names.begin(), word.names.end());
+    }
     return names;
 }
 
 /// A text between quotes, inside which bash reads no signs.
 std::string Quoted(const std::string& text) {
     std::string quoted = "'";
-    for (const char character : text)
+    for (const char character : text) {
         quoted += character == '\'' ? "'\\''" : std::string(1, character);
+    }
     return quoted + "'";
 }
 
@@ -43,8 +45,9 @@ std::string TakesValue(const CLI::App& app) {
     for (const CLI::App* command : Commands(app)) {
         for (const CommandWord& word : Options(*command)) {
             for (const std::string& name : word.names) {
-                if (word.TakesValue())
+                if (word.TakesValue()) {
                     patterns.push_back(fmt::format("'{} {}'", command->get_name(), name));
+                }
             }
         }
     }
@@ -62,8 +65,9 @@ std::string ValuesCase(const std::string& option, Values values) {
         return fmt::format("    {}) _veltrane_offer \"$2\" < <(_veltrane_models \"${{@:3}}\") ;;\n", option);
     case Values::Listed: {
         std::vector<std::string> texts;
-        for (const std::string& text : ListedValues(option))
+        for (const std::string& text : ListedValues(option)) {
             texts.push_back(Quoted(text));
+        }
         return fmt::format("    {}) _veltrane_offer \"$2\" < <(printf '%s\\n' {}) ;;\n", option, fmt::join(texts, " "));
     }
     case Values::Free:
@@ -77,14 +81,16 @@ std::string ValueFunction(const CLI::App& app) {
     for (const CLI::App* command : Commands(app)) {
         for (const CommandWord& word : Options(*command)) {
             for (const std::string& name : word.names) {
-                if (word.TakesValue())
+                if (word.TakesValue()) {
                     options.emplace(name, word.values);
+                }
             }
         }
     }
     std::string cases;
-    for (const auto& [option, values] : options)
+    for (const auto& [option, values] : options) {
         cases += ValuesCase(option, values);
+    }
     return fmt::format("\n# Offers values of an option that start with a text; the files of the "
                        "command line follow. Where a\n"
                        "# file is wanted, readline offers those.\n_veltrane_values()\n{{\n    case "

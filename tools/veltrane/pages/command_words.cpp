@@ -22,17 +22,20 @@ const std::map<std::string, Values> kValues{
 /// An option is looked up by its last name.
 Values ValuesOf(const CommandWord& word) {
     const auto found = kValues.find(word.names.back());
-    if (found == kValues.end())
+    if (found == kValues.end()) {
         throw std::logic_error("nothing says how the value of " + word.names.back() + " is completed");
+    }
     return found->second;
 }
 
 CommandWord WordOf(const CLI::Option& option) {
     CommandWord word;
-    for (const std::string& name : option.get_snames())
+    for (const std::string& name : option.get_snames()) {
         word.names.push_back("-" + name);
-    for (const std::string& name : option.get_lnames())
+    }
+    for (const std::string& name : option.get_lnames()) {
         word.names.push_back("--" + name);
+    }
     word.text = option.get_description();
     word.unless = option.get_default_str();
     const int most = option.get_items_expected_max(); // none for a flag
@@ -50,8 +53,9 @@ CommandWord WordOf(const CLI::Option& option) {
 std::vector<CommandWord> Words(const CLI::App& command, bool files) {
     std::vector<CommandWord> words;
     for (const CLI::Option* option : command.get_options()) {
-        if (option->get_positional() == files)
+        if (option->get_positional() == files) {
             words.push_back(WordOf(*option));
+        }
     }
     return words;
 }
@@ -72,10 +76,12 @@ std::vector<std::string> Encodings() {
         UErrorCode status = U_ZERO_ERROR;
         const char* own = ucnv_getAvailableName(place);
         const char* known = ucnv_getStandardName(own, "MIME", &status);
-        if (known == nullptr)
+        if (known == nullptr) {
             known = ucnv_getStandardName(own, "IANA", &status);
-        if (known != nullptr && IsUsable(known))
+        }
+        if (known != nullptr && IsUsable(known)) {
             names.insert(known);
+        }
     }
     return {names.begin(), names.end()};
 }
@@ -95,10 +101,12 @@ std::vector<CommandWord> Files(const CLI::App& command) {
 }
 
 std::vector<std::string> ListedValues(const std::string& option) {
-    if (option == "--encoding")
+    if (option == "--encoding") {
         return Encodings();
-    if (option == "--delimiter")
+    }
+    if (option == "--delimiter") {
         return {",", ";", "|", "\\t"};
+    }
     // The options of the models whose plug-ins come along.
     return {"missingValuePolicy=defaultPrediction", "missingValuePolicy=noPrediction"};
 }

@@ -14,12 +14,13 @@ namespace {
 std::string Roff(std::string_view text) {
     std::string escaped;
     for (const char character : text) {
-        if (character == '\\')
+        if (character == '\\') {
             escaped += "\\e";
-        else if (character == '-')
+        } else if (character == '-') {
             escaped += "\\-";
-        else
+        } else {
             escaped += character;
+        }
     }
     const bool looksLikeARequest = !escaped.empty() && (escaped.front() == '.' || escaped.front() == '\'');
     return looksLikeARequest ? "\\&" + escaped : escaped;
@@ -53,43 +54,51 @@ std::string Italic(std::string_view text) {
 /// An option or a file of a command, with what help tells of it.
 std::string Entry(const CommandWord& word) {
     std::string head;
-    for (const std::string& name : word.names)
+    for (const std::string& name : word.names) {
         head += (head.empty() ? "" : ", ") + Bold(name);
-    if (word.TakesValue())
+    }
+    if (word.TakesValue()) {
         head += (head.empty() ? "" : " ") + Italic(word.value);
+    }
     const std::string unless = word.unless.empty() ? "" : fmt::format("\n({} without it)", Bold(word.unless));
     return fmt::format(".TP\n{}\n{}{}\n", head, Lines(word.text), unless);
 }
 
 std::string Synopsis(const CLI::App& command) {
     std::string line = Bold("veltrane " + command.get_name()) + " [" + Italic("OPTION") + "]...";
-    for (const CommandWord& word : Files(command))
+    for (const CommandWord& word : Files(command)) {
         line += " " + Italic(word.value);
+    }
     return line;
 }
 
 std::string CommandSection(const CLI::App& command) {
     std::string section = fmt::format(".SS {}\n{}.\n", Synopsis(command), Lines(command.get_description()));
-    for (const CommandWord& word : Files(command))
+    for (const CommandWord& word : Files(command)) {
         section += Entry(word);
-    for (const CommandWord& word : Options(command))
+    }
+    for (const CommandWord& word : Options(command)) {
         section += Entry(word);
+    }
     return section;
 }
 
 /// The description as the name's line has it: it goes on behind the name, and isn't a sentence.
 std::string Purpose(std::string description) {
-    if (description.ends_with('.'))
+    if (description.ends_with('.')) {
         description.pop_back();
-    if (!description.empty() && description.front() >= 'A' && description.front() <= 'Z')
+    }
+    if (!description.empty() && description.front() >= 'A' && description.front() <= 'Z') {
         description.front() = static_cast<char>(description.front() - 'A' + 'a');
+    }
     return description;
 }
 
 std::string ExitStatus() {
     std::string section = ".SH EXIT STATUS\n";
-    for (const auto& [code, meaning] : kExitCodes)
+    for (const auto& [code, meaning] : kExitCodes) {
         section += fmt::format(".TP\n{}\n{}\n", Bold(std::to_string(code)), Lines(meaning));
+    }
     return section;
 }
 
@@ -99,15 +108,18 @@ std::string ManPage(const CLI::App& app, const std::string& date) {
     std::string page = fmt::format(".TH VELTRANE 1 \"{}\" \"{}\" \"User Commands\"\n.SH NAME\n{}\n", date,
                                    app.version(), Lines(app.get_name() + " - " + Purpose(app.get_description())));
     page += ".SH SYNOPSIS\n";
-    for (const CLI::App* command : Commands(app))
+    for (const CLI::App* command : Commands(app)) {
         page += Synopsis(*command) + "\n.br\n";
+    }
     page += Bold("veltrane") + " " + Italic("OPTION") + "\n";
     page += ".SH DESCRIPTION\n" + Lines(app.get_description()) + "\n.SH OPTIONS\n";
-    for (const CommandWord& word : Options(app))
+    for (const CommandWord& word : Options(app)) {
         page += Entry(word);
+    }
     page += ".SH COMMANDS\n";
-    for (const CLI::App* command : Commands(app))
+    for (const CLI::App* command : Commands(app)) {
         page += CommandSection(*command);
+    }
     return page + ExitStatus();
 }
 

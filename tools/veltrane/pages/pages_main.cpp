@@ -16,8 +16,9 @@ using namespace veltrane::host;
 std::string Read(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     std::string text{std::istreambuf_iterator<char>(file), {}};
-    if (!file || text.empty())
+    if (!file || text.empty()) {
         throw std::runtime_error(path + " cannot be read");
+    }
     return text;
 }
 
@@ -25,8 +26,9 @@ void Write(const std::string& path, const std::string& text) {
     std::ofstream file(path, std::ios::binary);
     file << text;
     file.close();
-    if (!file)
+    if (!file) {
         throw std::runtime_error(path + " cannot be written");
+    }
 }
 
 /// Puts parts in the places that a template has for them: lines `@NAME@`.
@@ -34,8 +36,9 @@ std::string Filled(std::string page, const PageParts& parts) {
     for (const auto& [name, part] : parts) {
         const std::string holder = "\n@" + name + "@\n";
         const std::size_t place = page.find(holder);
-        if (place == page.npos)
+        if (place == page.npos) {
             throw std::runtime_error("a template has no place for " + name);
+        }
         page.replace(place, holder.size(), "\n" + part + "\n");
     }
     return page;

@@ -18,12 +18,13 @@ std::string WithoutLineEnd(const std::string& lines) {
 std::string Zsh(const std::string& text) {
     std::string escaped;
     for (const char character : text) {
-        if (character == '\'')
+        if (character == '\'') {
             escaped += "'\\''";
-        else if (std::string_view("[]:\\").find(character) != std::string_view::npos)
+        } else if (std::string_view("[]:\\").find(character) != std::string_view::npos) {
             escaped += std::string("\\") + character;
-        else
+        } else {
             escaped += character;
+        }
     }
     return escaped;
 }
@@ -49,8 +50,9 @@ std::string Action(const CommandWord& word) {
 
 /// A name as it stands where the value may follow in the next word or in the same one.
 std::string NameForm(const std::string& name, const CommandWord& word) {
-    if (!word.TakesValue())
+    if (!word.TakesValue()) {
         return name;
+    }
     return name + (name.starts_with("--") ? "=" : "+");
 }
 
@@ -59,27 +61,31 @@ std::string OptionArgument(const CommandWord& word, const std::string& indent) {
     const std::string others = isLast ? "(- *)" : word.again ? "*" : fmt::format("({})", fmt::join(word.names, " "));
     const std::string value = word.TakesValue() ? fmt::format(":{}:{}", Zsh(word.value), Action(word)) : "";
     std::string lines;
-    for (const std::string& name : word.names)
+    for (const std::string& name : word.names) {
         lines += fmt::format("{}'{}{}[{}]{}' \\\n", indent, others, NameForm(name, word), Zsh(word.text), value);
+    }
     return lines;
 }
 
 std::string CommandCase(const CLI::App& command) {
     const std::string indent(12, ' ');
     std::string arguments;
-    for (const CommandWord& word : Options(command))
+    for (const CommandWord& word : Options(command)) {
         arguments += OptionArgument(word, indent);
+    }
     int place = 0;
-    for (const CommandWord& word : Files(command))
+    for (const CommandWord& word : Files(command)) {
         arguments += fmt::format("{}'{}:{}:_files' \\\n", indent, ++place, Zsh(word.value));
+    }
     arguments.erase(arguments.size() - 3); // the last line doesn't go on
     return fmt::format("    {})\n        _arguments -S \\\n{}\n        ;;\n", command.get_name(), arguments);
 }
 
 std::string CommandsFunction(const CLI::App& app) {
     std::string lines;
-    for (const CLI::App* command : Commands(app))
+    for (const CLI::App* command : Commands(app)) {
         lines += fmt::format("        '{}:{}'\n", command->get_name(), Zsh(command->get_description()));
+    }
     return fmt::format(
         "_veltrane_commands()\n{{\n    local -a commands=(\n{}    )\n    _describe command commands\n}}\n", lines);
 }
@@ -88,15 +94,17 @@ std::string ListedFunctions(const CLI::App& app) {
     std::map<std::string, CommandWord> options;
     for (const CLI::App* command : Commands(app)) {
         for (const CommandWord& word : Options(*command)) {
-            if (word.values == Values::Listed)
+            if (word.values == Values::Listed) {
                 options.emplace(word.names.back(), word);
+            }
         }
     }
     std::string functions;
     for (const auto& [option, word] : options) {
         std::string values;
-        for (const std::string& text : ListedValues(option))
+        for (const std::string& text : ListedValues(option)) {
             values += fmt::format("        '{}'\n", text);
+        }
         functions += fmt::format(
             "\n{}()\n{{\n    local -a values=(\n{}    )\n    _wanted values expl '{}' compadd -a values\n}}\n",
             FunctionName(option), values, word.value);
@@ -108,11 +116,13 @@ std::string ListedFunctions(const CLI::App& app) {
 
 PageParts ZshParts(const CLI::App& app) {
     std::string options;
-    for (const CommandWord& word : Options(app))
+    for (const CommandWord& word : Options(app)) {
         options += OptionArgument(word, std::string(8, ' '));
+    }
     std::string cases;
-    for (const CLI::App* command : Commands(app))
+    for (const CLI::App* command : Commands(app)) {
         cases += CommandCase(*command);
+    }
     return {{"FUNCTIONS", CommandsFunction(app) + ListedFunctions(app)},
             {"OPTIONS", WithoutLineEnd(options)},
             {"COMMANDS", WithoutLineEnd(cases)}};

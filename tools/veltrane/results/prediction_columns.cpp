@@ -26,30 +26,36 @@ DateForm DateFormOf(const ScoreDictVar* variable) {
 
 PredictionColumns::PredictionColumns(const ScoreModel& model, ScoreResult& emptyResult) {
     if (const auto* dictionary = model.GetResultDictionary()) {
-        for (const std::string& name : dictionary->GetVarNames())
+        for (const std::string& name : dictionary->GetVarNames()) {
             fOutputs.push_back({name, DateFormOf(dictionary->GetVar(name))});
+        }
     } else if (const ScoreResultField* fields = emptyResult.GetResultFields()) {
-        for (const std::string& name : fields->GetResultFields())
+        for (const std::string& name : fields->GetResultFields()) {
             fOutputs.push_back({name, DateForm::kDateTime});
+        }
     }
     const ScoreDictVar* target = model.GetTargetVar();
     fTarget = target ? target->GetName() : "";
     fPredicted = {target ? fTarget : "prediction", DateFormOf(target)};
-    for (const Column& output : fOutputs)
+    for (const Column& output : fOutputs) {
         fOutputNames.push_back(output.name);
+    }
     fNames.insert(fOutputNames.begin(), fOutputNames.end());
-    while (fNames.count(fPredicted.name) > 0)
+    while (fNames.count(fPredicted.name) > 0) {
         fPredicted.name = "predicted " + fPredicted.name;
+    }
     fNames.insert(fPredicted.name);
 }
 
 void PredictionColumns::GiveWayTo(const std::unordered_set<std::string>& kept) {
-    if (fTarget.empty() || kept.count(fTarget) == 0)
+    if (fTarget.empty() || kept.count(fTarget) == 0) {
         return;
+    }
     fNames.erase(fPredicted.name);
     for (std::string& output : fOutputNames) {
-        if (output != fTarget)
+        if (output != fTarget) {
             continue;
+        }
         fNames.erase(output);
         output = FreeName("output_", fTarget, kept);
         fNames.insert(output);
@@ -61,8 +67,9 @@ void PredictionColumns::GiveWayTo(const std::unordered_set<std::string>& kept) {
 /// The name with as many prefixes as it takes to be no other column's.
 std::string PredictionColumns::FreeName(const std::string& prefix, std::string name,
                                         const std::unordered_set<std::string>& kept) const {
-    while (kept.count(name) > 0 || fNames.count(name) > 0)
+    while (kept.count(name) > 0 || fNames.count(name) > 0) {
         name = prefix + name;
+    }
     return name;
 }
 
@@ -72,27 +79,31 @@ bool PredictionColumns::Has(const std::string& name) const {
 
 std::vector<std::string> PredictionColumns::Names() const {
     std::vector<std::string> names{fPredicted.name};
-    for (const Column& output : fOutputs)
+    for (const Column& output : fOutputs) {
         names.push_back(output.name);
+    }
     return names;
 }
 
 void PredictionColumns::WriteHeader(CsvWriter& writer) const {
     writer.Text(fPredicted.name);
-    for (const std::string& output : fOutputNames)
+    for (const std::string& output : fOutputNames) {
         writer.Text(output);
+    }
 }
 
 void PredictionColumns::WriteCase(ScoreResult& result, CsvWriter& writer) {
     WriteValue(result.GetResultValue(), fPredicted.dateForm, writer, fText);
     const ScoreResultField* fields = result.GetResultFields();
-    for (const Column& output : fOutputs)
+    for (const Column& output : fOutputs) {
         WriteValue(fields ? fields->GetResultValue(output.name) : nullptr, output.dateForm, writer, fText);
+    }
 }
 
 void PredictionColumns::WriteEmpty(CsvWriter& writer) const {
-    for (std::size_t cells = fOutputs.size() + 1; cells > 0; --cells)
+    for (std::size_t cells = fOutputs.size() + 1; cells > 0; --cells) {
         writer.Empty();
+    }
 }
 
 } // namespace veltrane::host

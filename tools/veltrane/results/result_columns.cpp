@@ -66,13 +66,15 @@ bool ResultColumns::Has(const std::string& name) const {
 }
 
 void ResultColumns::WriteHeader(CsvWriter& writer) const {
-    for (const Column& column : fColumns)
+    for (const Column& column : fColumns) {
         writer.Text(column.name);
+    }
 }
 
 void ResultColumns::WriteCase(const MCVeltrane_900::ScoreCaseRecord& record, CsvWriter& writer) {
-    for (const Column& column : fColumns)
+    for (const Column& column : fColumns) {
         WriteValue(record.Get(column.index), column.dateForm, writer, fText);
+    }
 }
 
 } // namespace veltrane::host

@@ -7,14 +7,16 @@
 namespace veltrane::host {
 
 void CaseOutput::StandardOutput::Write(std::string_view bytes) {
-    if (bar)
+    if (bar) {
         bar->Hide();
+    }
     DescriptorSink(STDOUT_FILENO, "standard output").Write(bytes);
 }
 
 CaseOutput::CaseOutput(const std::string& name) {
-    if (name == kStandardStream)
+    if (name == kStandardStream) {
         return;
+    }
     fFile.emplace(name);
     fPacked = MakePackedSink(name, *fFile);
 }
@@ -24,19 +26,22 @@ void CaseOutput::SetBar(ProgressBar* bar) {
 }
 
 ByteSink& CaseOutput::Sink() {
-    if (fPacked)
+    if (fPacked) {
         return *fPacked;
+    }
     return fFile ? static_cast<ByteSink&>(*fFile) : fStandardOutput;
 }
 
 void CaseOutput::Finish() {
-    if (fPacked)
+    if (fPacked) {
         fPacked->Finish();
+    }
 }
 
 void CaseOutput::Commit() {
-    if (fFile)
+    if (fFile) {
         fFile->Commit();
+    }
 }
 
 } // namespace veltrane::host

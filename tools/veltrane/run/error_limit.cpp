@@ -15,8 +15,9 @@ __extension__ using Wide = unsigned __int128;
 std::optional<std::uint64_t> Digits(std::string_view text) {
     std::uint64_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size())
+    if (text.empty() || error != std::errc() || end != text.data() + text.size()) {
         return std::nullopt;
+    }
     return number;
 }
 
@@ -24,16 +25,20 @@ std::optional<std::uint64_t> Digits(std::string_view text) {
 std::optional<std::uint64_t> Billionths(std::string_view text) {
     const std::size_t point = text.find('.');
     const std::optional<std::uint64_t> whole = Digits(text.substr(0, point));
-    if (!whole || *whole > 100)
+    if (!whole || *whole > 100) {
         return std::nullopt;
-    if (point == text.npos)
+    }
+    if (point == text.npos) {
         return *whole * kOnePercent;
+    }
     const std::string_view decimals = text.substr(point + 1);
     std::optional<std::uint64_t> part = Digits(decimals);
-    if (!part || decimals.size() > kDecimals)
+    if (!part || decimals.size() > kDecimals) {
         return std::nullopt;
-    for (std::size_t digits = decimals.size(); digits < kDecimals; ++digits)
+    }
+    for (std::size_t digits = decimals.size(); digits < kDecimals; ++digits) {
         *part *= 10;
+    }
     return *whole * kOnePercent + *part;
 }
 
@@ -42,11 +47,13 @@ std::optional<std::uint64_t> Billionths(std::string_view text) {
 std::optional<ErrorLimit> ErrorLimit::Parse(std::string_view text) {
     ErrorLimit limit;
     limit.fIsShare = text.ends_with('%');
-    if (limit.fIsShare)
+    if (limit.fIsShare) {
         text.remove_suffix(1);
+    }
     const std::optional<std::uint64_t> number = limit.fIsShare ? Billionths(text) : Digits(text);
-    if (!number || (limit.fIsShare && *number > kLargestShare))
+    if (!number || (limit.fIsShare && *number > kLargestShare)) {
         return std::nullopt;
+    }
     limit.fNumber = *number;
     return limit;
 }

@@ -23,8 +23,9 @@ KeepArgument TakeKeepValues(const std::vector<std::string>& arguments, bool take
         onlyWords = onlyWords || argument == "--";
         wordFollows = takesWords && !onlyWords && argument == kKeep;
         const bool hasValue = !onlyWords && argument.starts_with(kKeepWith);
-        if (hasValue)
+        if (hasValue) {
             result.values.push_back(argument.substr(kKeepWith.size()));
+        }
         result.arguments.push_back(hasValue ? std::string(kKeep) : argument);
     }
     return result;
@@ -36,10 +37,11 @@ std::vector<std::string> ColumnNames(const std::string& list) {
     for (std::size_t at = 0; at < list.size(); ++at) {
         if (list[at] == '"') {
             const bool isDoubled = quoted && list.compare(at, 2, "\"\"") == 0;
-            if (isDoubled)
+            if (isDoubled) {
                 names.back() += list[at++];
-            else
+            } else {
                 quoted = !quoted;
+            }
         } else if (list[at] == ',' && !quoted) {
             names.emplace_back();
         } else {

@@ -16,13 +16,16 @@ constexpr std::size_t kShortestBeginning = 3;
 
 /// The form in which names are compared: without case (of ASCII letters) and without blanks around.
 std::string Folded(std::string_view text) {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
+    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) {
         text.remove_prefix(1);
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
+    }
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) {
         text.remove_suffix(1);
+    }
     std::string folded(text);
-    for (char& c : folded)
+    for (char& c : folded) {
         c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
     return folded;
 }
 
@@ -36,8 +39,9 @@ std::size_t Slips(std::string_view a, std::string_view b) {
         for (std::size_t j = 1; j <= b.size(); ++j) {
             const std::size_t change = last[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1);
             row[j] = std::min({last[j] + 1, row[j - 1] + 1, change});
-            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
+            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
                 row[j] = std::min(row[j], beforeLast[j - 2] + 1);
+            }
         }
         beforeLast.swap(last);
         last.swap(row);
@@ -47,15 +51,18 @@ std::size_t Slips(std::string_view a, std::string_view b) {
 
 /// How far a name is from a word, both folded; more than `kLongestName` when it is not near.
 std::size_t Distance(const std::string& word, const std::string& name) {
-    if (word == name)
+    if (word == name) {
         return 0;
+    }
     const std::size_t longer = std::max(word.size(), name.size());
-    if (longer > kLongestName)
+    if (longer > kLongestName) {
         return kLongestName + 1;
+    }
     const std::size_t slips = Slips(word, name);
     const bool near = slips < longer && slips <= std::max<std::size_t>(longer / 3, 1);
-    if (near)
+    if (near) {
         return slips;
+    }
     const bool begins = word.size() >= kShortestBeginning && name.starts_with(word);
     return begins ? longer - word.size() : kLongestName + 1;
 }

@@ -19,8 +19,9 @@ namespace {
 
 std::string ExitCodes() {
     std::vector<std::string> codes;
-    for (const auto& [code, meaning] : kExitCodes)
+    for (const auto& [code, meaning] : kExitCodes) {
         codes.push_back(fmt::format("{} {}", static_cast<int>(code), meaning));
+    }
     return fmt::format("Exit codes: {}.", fmt::join(codes, "; "));
 }
 
@@ -39,8 +40,9 @@ std::string CheckEncoding(const std::string& name) {
 constexpr std::string_view kWrittenTab = "\\t";
 
 std::string CheckDelimiter(const std::string& text) {
-    if (text == kWrittenTab)
+    if (text == kWrittenTab) {
         return {};
+    }
     const bool usable = text.size() == 1 && static_cast<unsigned char>(text[0]) < 0x80 && text[0] != '\0' &&
                         !std::isalpha(static_cast<unsigned char>(text[0])) &&
                         kNoDelimiters.find(text[0]) == kNoDelimiters.npos;
@@ -173,8 +175,9 @@ CLI::App& AddModelNames(CLI::App& app, ModelNamesOptions& options) {
 std::vector<std::string> CommandNames(const CLI::App& app) {
     std::vector<std::string> names;
     for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-        if (!command->get_group().empty())
+        if (!command->get_group().empty()) {
             names.push_back(command->get_name());
+        }
     }
     return names;
 }
@@ -183,8 +186,9 @@ std::vector<std::string> CommandNames(const CLI::App& app) {
 std::vector<std::string> OptionNames(const CLI::App& command) {
     std::vector<std::string> names;
     for (const CLI::Option* option : command.get_options()) {
-        for (const std::string& name : option->get_lnames())
+        for (const std::string& name : option->get_lnames()) {
             names.push_back("--" + name);
+        }
     }
     return names;
 }
@@ -193,19 +197,22 @@ std::vector<std::string> OptionNames(const CLI::App& command) {
 std::string UnknownName(const CLI::App& app, int argc, const char* const* argv) {
     const std::string word = argc > 1 ? argv[1] : "";
     const std::vector<std::string> commands = CommandNames(app);
-    if (word.starts_with("--") && app.get_option_no_throw(word.substr(0, word.find('='))) == nullptr)
+    if (word.starts_with("--") && app.get_option_no_throw(word.substr(0, word.find('='))) == nullptr) {
         return fmt::format("there is no option \"{}\" in front of a command{}", Escaped(word),
                            Suggestion(word, OptionNames(app)));
+    }
     if (!word.empty() && word.front() != '-') {
-        if (std::find(commands.begin(), commands.end(), word) == commands.end())
+        if (std::find(commands.begin(), commands.end(), word) == commands.end()) {
             return fmt::format("there is no command \"{}\"{}", Escaped(word), Suggestion(word, commands));
+        }
     }
     for (const CLI::App* command : app.get_subcommands()) {
         for (const std::string& rest : command->remaining()) {
             const std::string name = rest.substr(0, rest.find('='));
-            if (name.starts_with("--"))
+            if (name.starts_with("--")) {
                 return fmt::format("there is no option \"{}\" of {}{}", Escaped(name), command->get_name(),
                                    Suggestion(name, OptionNames(*command)));
+            }
         }
     }
     return {};
@@ -219,8 +226,9 @@ std::vector<std::string> ParseWithKept(CLI::App& app, const std::vector<std::str
         app.parse(std::vector<std::string>(keep.arguments.rbegin(), keep.arguments.rend()));
         std::vector<std::string> names;
         for (const std::string& list : keep.values) {
-            for (std::string& name : ColumnNames(list))
+            for (std::string& name : ColumnNames(list)) {
                 names.push_back(std::move(name));
+            }
         }
         return names;
     };
@@ -279,21 +287,27 @@ struct CommandLine {
 
 /// What was asked for, once the command line has been read.
 Request RequestOf(CommandLine& line) {
-    if (line.functionsCommand.parsed())
+    if (line.functionsCommand.parsed()) {
         return FunctionsOptions();
-    if (line.modelNamesCommand.parsed())
+    }
+    if (line.modelNamesCommand.parsed()) {
         return line.modelNames;
-    if (line.inspectCommand.parsed())
+    }
+    if (line.inspectCommand.parsed()) {
         return line.inspect;
-    if (line.verifyCommand.parsed())
+    }
+    if (line.verifyCommand.parsed()) {
         return line.verify;
+    }
     const char delimiter = line.delimiter == kWrittenTab ? '\t' : line.delimiter.front();
     line.transform.delimiter = line.score.delimiter = delimiter;
     if (BothAreStandardInput(line.transform.document, line.transform) ||
-        BothAreStandardInput(line.score.document, line.score))
+        BothAreStandardInput(line.score.document, line.score)) {
         return ComplainOfTwoStandardInputs();
-    if (line.transformCommand.parsed())
+    }
+    if (line.transformCommand.parsed()) {
         return line.transform;
+    }
     line.score.modelOptions = PartModelOptions(line.modelOptions);
     return line.score;
 }

@@ -20,22 +20,25 @@ constexpr std::string_view kClearLine = "\r\x1b[K";
 
 std::string Grouped(std::uint64_t number) {
     std::string text = std::to_string(number);
-    for (std::size_t at = text.size(); at > 3; at -= 3)
+    for (std::size_t at = text.size(); at > 3; at -= 3) {
         text.insert(at - 3, 1, ',');
+    }
     return text;
 }
 
 std::string Duration(double seconds) {
     const auto whole = static_cast<std::uint64_t>(std::min(seconds + 0.5, 1e9));
-    if (whole >= 3600)
+    if (whole >= 3600) {
         return fmt::format("{}:{:02}:{:02}", whole / 3600, whole / 60 % 60, whole % 60);
+    }
     return fmt::format("{}:{:02}", whole / 60, whole % 60);
 }
 
 int Columns(int terminal) {
     winsize size{};
-    if (::ioctl(terminal, TIOCGWINSZ, &size) != 0 || size.ws_col == 0)
+    if (::ioctl(terminal, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) {
         return kUsualColumns;
+    }
     return size.ws_col;
 }
 
@@ -55,8 +58,9 @@ std::string RenderProgress(const Progress& progress, int columns) {
         const int filled = static_cast<int>(share * room);
         text = fmt::format("[{:<{}}] {}", std::string(static_cast<std::size_t>(filled), '#'), room, text);
     }
-    if (static_cast<int>(text.size()) > columns)
+    if (static_cast<int>(text.size()) > columns) {
         text.resize(static_cast<std::size_t>(std::max(columns, 0)));
+    }
     return text;
 }
 
@@ -73,11 +77,13 @@ ProgressBar::~ProgressBar() {
 void ProgressBar::Update(std::uint64_t rows, std::uint64_t bytes) {
     fProgress.rows = rows;
     fProgress.bytes = bytes;
-    if (++fUpdates % kUpdatesPerClockReading != 0)
+    if (++fUpdates % kUpdatesPerClockReading != 0) {
         return;
+    }
     const Clock::time_point now = Clock::now();
-    if (now >= fNextDrawing)
+    if (now >= fNextDrawing) {
         Draw(now);
+    }
 }
 
 void ProgressBar::Draw(Clock::time_point now) {
@@ -88,8 +94,9 @@ void ProgressBar::Draw(Clock::time_point now) {
 }
 
 void ProgressBar::Hide() {
-    if (fShown)
+    if (fShown) {
         fShown = ::write(fTerminal, kClearLine.data(), kClearLine.size()) < 0;
+    }
 }
 
 void ProgressBar::Finish() {

@@ -16,18 +16,21 @@ std::filesystem::path FullPath(const std::string& path) {
 
 /// Whether two outputs go to the same place, be it a file that is not there yet.
 bool AreSame(const std::string& rejects, const std::string& output) {
-    if (rejects == kStandardStream || output == kStandardStream)
+    if (rejects == kStandardStream || output == kStandardStream) {
         return rejects == output;
-    if (const auto identity = FileIdentity::OfOutput(rejects))
+    }
+    if (const auto identity = FileIdentity::OfOutput(rejects)) {
         return identity == FileIdentity::OfOutput(output);
+    }
     return FullPath(rejects) == FullPath(output);
 }
 
 } // namespace
 
 Rejects::Rejects(const std::string& name, char delimiter) : fOutput(name), fWriter(fOutput.Sink(), delimiter) {
-    for (const char* column : {"row", "field", "value", "reason"})
+    for (const char* column : {"row", "field", "value", "reason"}) {
         fWriter.Text(column);
+    }
     fWriter.EndRow();
 }
 
@@ -54,8 +57,9 @@ void Rejects::Commit() {
 
 void RefuseRejectsOn(const std::string& rejects, const std::string& output, const std::vector<std::string>& inputs) {
     RefuseOutputOnInput(rejects, inputs);
-    if (AreSame(rejects, output))
+    if (AreSame(rejects, output)) {
         throw UsageFailure("--rejects and -o go to the same file; write one of them to another one");
+    }
 }
 
 } // namespace veltrane::host

@@ -19,8 +19,9 @@ void Pad(std::string& line, std::size_t from, int columns) {
 
 void Table::AddRow(std::vector<std::string> cells) {
     cells.resize(fHeadings.size());
-    for (std::string& cell : cells)
+    for (std::string& cell : cells) {
         cell = Escaped(cell);
+    }
     fRows.push_back(std::move(cells));
 }
 
@@ -28,8 +29,9 @@ std::string Table::Text() const {
     std::vector<int> widths;
     for (std::size_t column = 0; column < fHeadings.size(); ++column) {
         widths.push_back(TextColumns(fHeadings[column]));
-        for (const auto& row : fRows)
+        for (const auto& row : fRows) {
             widths.back() = std::max(widths.back(), TextColumns(row[column]));
+        }
     }
     std::string text;
     const auto addLine = [&](auto&& cellOf) {
@@ -45,8 +47,9 @@ std::string Table::Text() const {
     };
     addLine([&](std::size_t column) { return fHeadings[column]; });
     addLine([&](std::size_t column) { return std::string(static_cast<std::size_t>(widths[column]), '-'); });
-    for (const auto& row : fRows)
+    for (const auto& row : fRows) {
         addLine([&](std::size_t column) { return row[column]; });
+    }
     return text;
 }
 
