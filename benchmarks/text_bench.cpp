@@ -16,7 +16,7 @@ using namespace MCXML_900;
 namespace {
 
 /// English; German and Japanese; Russian, whose other text is in capitals.
-enum Kind { kAscii, kMixed, kCapitals };
+enum Kind { ASCII, MIXED, CAPITALS };
 
 const char* const kPieces[] = {"The Quick Brown Fox jumps over the Lazy Dog 1234. ",
                                "Größe der Flächen in Süd-Österreich, 面積の合計 (km²). ", "площадь и размер 1234. "};
@@ -42,7 +42,7 @@ struct Pair {
     explicit Pair(const benchmark::State& state) {
         const auto bytes = static_cast<std::size_t>(state.range(1));
         a = Text(kPieces[state.range(0)], bytes);
-        b = state.range(0) == kCapitals ? Text("ПЛОЩАДЬ И РАЗМЕР 1234. ", bytes) : Upper(a);
+        b = state.range(0) == CAPITALS ? Text("ПЛОЩАДЬ И РАЗМЕР 1234. ", bytes) : Upper(a);
     }
     std::string a;
     std::string b;
@@ -144,7 +144,7 @@ void Span(benchmark::State& state) {
 }
 
 void Sizes(benchmark::internal::Benchmark* bench) {
-    bench->ArgNames({"kind", "bytes"})->ArgsProduct({{kAscii, kMixed, kCapitals}, {50, 4000}});
+    bench->ArgNames({"kind", "bytes"})->ArgsProduct({{ASCII, MIXED, CAPITALS}, {50, 4000}});
 }
 
 BENCHMARK(CompareUtf8)->Apply(Sizes);

@@ -16,7 +16,7 @@ using namespace MCXML_900;
 namespace {
 
 /// English; German with signs and quotes, all of it in code page 1252.
-enum Kind { kAscii, kMixed };
+enum Kind { ASCII, MIXED };
 
 const char* const kPieces[] = {"The Quick Brown Fox jumps over the Lazy Dog 1234. ",
                                "Größe der Flächen in Süd-Österreich („brutto“), 12 €. "};
@@ -182,7 +182,7 @@ void Name(benchmark::State& state) {
 }
 
 void Sizes(benchmark::internal::Benchmark* bench) {
-    bench->ArgNames({"kind", "bytes"})->ArgsProduct({{kAscii, kMixed}, {50, 4000}});
+    bench->ArgNames({"kind", "bytes"})->ArgsProduct({{ASCII, MIXED}, {50, 4000}});
 }
 
 BENCHMARK(Utf8ToUtf16)->Apply(Sizes);

@@ -6,7 +6,7 @@
 namespace veltrane::diagnostics {
 
 /// The levels of the trace log.
-enum TraceLevel { kTraceProgress = 1, kTraceDetails = 2, kTraceErrors = 3 };
+enum TraceLevel { TRACE_PROGRESS = 1, TRACE_DETAILS = 2, TRACE_ERRORS = 3 };
 
 /// Traces through the log of the process, when there is one. `format` is a printf format.
 template <typename... Arguments>

@@ -70,7 +70,7 @@ std::string VTException::ConstructMessage() const {
 
 std::string VTException::GetErrorMessage() const {
     std::string text = ConstructMessage() + fDetailMessage;
-    veltrane::diagnostics::Trace(veltrane::diagnostics::kTraceErrors, "Error message : %s", text.c_str());
+    veltrane::diagnostics::Trace(veltrane::diagnostics::TRACE_ERRORS, "Error message : %s", text.c_str());
     return text;
 }
 

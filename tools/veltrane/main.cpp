@@ -67,7 +67,7 @@ int Run(const Request& request) {
     } catch (const ToldFailure&) {
     } catch (const UsageFailure& failure) {
         Complain(failure.what());
-        return kExitUsage;
+        return EXIT_USAGE;
     } catch (const std::bad_alloc&) {
         Complain("not enough memory");
     } catch (const std::exception& failure) {
@@ -75,7 +75,7 @@ int Run(const Request& request) {
     } catch (...) {
         Complain("a plug-in failed with something that is no exception of the library");
     }
-    return kExitFailed;
+    return EXIT_FAILED;
 }
 
 } // namespace

@@ -11,7 +11,7 @@ namespace {
 /// Marks an entry to or an exit from Encode; both say "Exit".
 void TraceEncode() {
     using namespace veltrane::diagnostics;
-    Trace(kTraceProgress, "Exit:%s", "MCVeltrane_900::ScoreBinningEncoder::Encode");
+    Trace(TRACE_PROGRESS, "Exit:%s", "MCVeltrane_900::ScoreBinningEncoder::Encode");
 }
 
 } // namespace

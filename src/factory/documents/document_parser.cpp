@@ -120,21 +120,21 @@ namespace {
 
 /// What came out of a parse, kept so that the parser can be deleted after the exception that it made: some exceptions
 /// have their text in the parser's memory.
-enum class ParseOutcome { kDone, kReported, kUnexpected };
+enum class ParseOutcome { DONE, REPORTED, UNEXPECTED };
 
 ParseOutcome Parse(DocumentParser& parser, std::istream& in, std::string& message) {
     try {
         MeteredInputSource source(in, parser.Memory());
         parser.parse(source);
-        return ParseOutcome::kDone;
+        return ParseOutcome::DONE;
     } catch (const xercesc::XMLException& failure) {
         message = ToUtf8(failure.getMessage());
-        return ParseOutcome::kReported;
+        return ParseOutcome::REPORTED;
     } catch (const xercesc::DOMException& failure) {
         message = ToUtf8(failure.getMessage());
-        return ParseOutcome::kReported;
+        return ParseOutcome::REPORTED;
     } catch (...) {
-        return ParseOutcome::kUnexpected;
+        return ParseOutcome::UNEXPECTED;
     }
 }
 
@@ -143,15 +143,15 @@ ParseOutcome Parse(DocumentParser& parser, std::istream& in, std::string& messag
 xercesc::DOMDocument* ParseDocument(std::unique_ptr<DocumentParser>& parser, std::istream& in) {
     std::string message;
     const ParseOutcome outcome = Parse(*parser, in, message);
-    xercesc::DOMDocument* document = outcome == ParseOutcome::kDone ? parser->getDocument() : nullptr;
+    xercesc::DOMDocument* document = outcome == ParseOutcome::DONE ? parser->getDocument() : nullptr;
     if (document != nullptr) {
         return document;
     }
     parser.reset();
     switch (outcome) {
-    case ParseOutcome::kReported:
+    case ParseOutcome::REPORTED:
         diagnostics::RaiseWithDetail<diagnostics::Message::CANNOT_PARSE>(message);
-    case ParseOutcome::kUnexpected:
+    case ParseOutcome::UNEXPECTED:
         diagnostics::Raise<diagnostics::Message::CANNOT_OPEN_DOCUMENT>();
     default:
         diagnostics::Raise<diagnostics::Message::CANNOT_PARSE_TO_TREE>();

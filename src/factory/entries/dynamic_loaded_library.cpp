@@ -37,14 +37,14 @@ int VTDynamicLoadedLibrary::Load() {
 }
 
 void* VTDynamicLoadedLibrary::GetSymbolAddress(const std::string& symbol) {
-    using veltrane::diagnostics::kTraceProgress;
-    veltrane::diagnostics::Trace(kTraceProgress, "Enter:%s", kTraceName);
+    using veltrane::diagnostics::TRACE_PROGRESS;
+    veltrane::diagnostics::Trace(TRACE_PROGRESS, "Enter:%s", kTraceName);
     fErrorText.clear();
     void* address = nullptr;
     if (Load() == 0 && fModule != nullptr) {
         address = veltrane::platform::FindSymbol(fModule, symbol, fErrorText);
     }
-    veltrane::diagnostics::Trace(kTraceProgress, "Exit:%s", kTraceName);
+    veltrane::diagnostics::Trace(TRACE_PROGRESS, "Exit:%s", kTraceName);
     return address;
 }
 

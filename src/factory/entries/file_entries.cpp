@@ -46,7 +46,7 @@ ScoreModel* ModelFactory::MakeModelFromXML(std::istream& in, std::string& modelL
 ScoreModel* ModelFactory::MakeModelFromXML(const std::string& modelFile, const std::string& modelListFile,
                                            const std::string& encoding, const std::string& auxPath) {
     const XMLPlatformGuard guard;
-    diagnostics::Trace(diagnostics::kTraceProgress, "Enter:%s", "MCVeltrane_900::ModelFactory::MakeModelFromXML");
+    diagnostics::Trace(diagnostics::TRACE_PROGRESS, "Enter:%s", "MCVeltrane_900::ModelFactory::MakeModelFromXML");
     const std::string listPath = HostPath(modelListFile);
     const std::string modelPath = HostPath(modelFile);
     const std::string systemAuxPath = HostPath(auxPath);

@@ -21,9 +21,9 @@ namespace MCVeltrane_900 {
 
 namespace diagnostics = veltrane::diagnostics;
 using namespace veltrane::factory;
-using diagnostics::kTraceDetails;
-using diagnostics::kTraceProgress;
 using diagnostics::Trace;
+using diagnostics::TRACE_DETAILS;
+using diagnostics::TRACE_PROGRESS;
 
 constinit bool ModelFactory::fInitialized = false;
 constinit std::vector<std::string> ModelFactory::fModelNames;
@@ -56,7 +56,7 @@ ScoreModel* MakeNearestNeighborModel(std::istream& in, const std::vector<std::st
         model = translator->ParseFromTree(in, std::string(), auxPath);
     }
     translator.Delete();
-    Trace(kTraceProgress, "%s", "Make Model End");
+    Trace(TRACE_PROGRESS, "%s", "Make Model End");
     return model;
 }
 
@@ -114,9 +114,9 @@ template <typename Parse>
 ScoreModel* MakeModelFromElement(const xercesc::DOMElement* element, const std::vector<std::string>& names,
                                  Parse parse) {
     const XMLPlatformGuard guard;
-    Trace(kTraceProgress, "Enter:%s", kTraceName);
+    Trace(TRACE_PROGRESS, "Enter:%s", kTraceName);
     const std::string modelName = ElementModelName(element);
-    Trace(kTraceDetails, "Model name is :%s", modelName.c_str());
+    Trace(TRACE_DETAILS, "Model name is :%s", modelName.c_str());
     const std::vector<std::string> searched = names.empty() ? ModelFactory::fModelNames : names;
     KeptOnFailure<BaseTranslator> translator(MakeTranslator(searched, modelName));
     ScoreModel* model = nullptr;
@@ -124,7 +124,7 @@ ScoreModel* MakeModelFromElement(const xercesc::DOMElement* element, const std::
         model = parse(*translator.Get());
         translator.Delete();
     }
-    Trace(kTraceProgress, "Exit:%s", kTraceName);
+    Trace(TRACE_PROGRESS, "Exit:%s", kTraceName);
     return model;
 }
 
@@ -141,7 +141,7 @@ bool ScanForNearestNeighbor(std::istream& in, const std::vector<std::string>& na
 
 ScoreModel* ModelFactory::MakeModelFromXML(std::istream& in, const std::vector<std::string>& names,
                                            const std::string& encoding, const std::string& auxPath) {
-    Trace(kTraceProgress, "Enter:%s", kTraceName);
+    Trace(TRACE_PROGRESS, "Enter:%s", kTraceName);
     const XMLPlatformGuard guard;
     if (ScanForNearestNeighbor(in, names)) {
         return MakeNearestNeighborModel(in, names, auxPath);
@@ -166,7 +166,7 @@ ScoreModel* ModelFactory::MakeModelFromXML(std::istream& in, const std::vector<s
 
 ScoreModel* ModelFactory::MakeModelFromXML(std::istream& in, ScoreDictionary* dict,
                                            const std::vector<std::string>& names, const std::string& encoding) {
-    Trace(kTraceProgress, "Enter:%s", kTraceName);
+    Trace(TRACE_PROGRESS, "Enter:%s", kTraceName);
     const XMLPlatformGuard guard;
     if (ScanForNearestNeighbor(in, names)) {
         return MakeNearestNeighborModel(in, names, std::string());

@@ -24,31 +24,31 @@ namespace {
 /// Looks for one element. It is thrown out of the parse as soon as the answer stands.
 class ScoreSAX2Handlers : public xercesc::DefaultHandler, public xercesc::XMLFormatTarget {
 public:
-    enum HandlerState { kFound = 0, kFatalError = 1, kError = 2, kNotFound = 4 };
+    enum HandlerState { FOUND = 0, FATAL_ERROR = 1, ERROR = 2, NOT_FOUND = 4 };
 
     explicit ScoreSAX2Handlers(const char* target) : fTarget(target), fTargetText(ToUtf16(fTarget)) {}
 
     void startElement(const XMLCh* const, const XMLCh* const, const XMLCh* const qname,
                       const xercesc::Attributes&) override {
         if (fTargetText == qname) {
-            throw fState = kFound;
+            throw fState = FOUND;
         }
     }
 
     void endElement(const XMLCh* const, const XMLCh* const, const XMLCh* const qname) override {
         static const std::u16string kRoot = u"PMML";
         if (kRoot == qname) {
-            throw fState = kNotFound;
+            throw fState = NOT_FOUND;
         }
     }
 
     void warning(const xercesc::SAXParseException&) override {}
-    void error(const xercesc::SAXParseException&) override { throw fState = kError; }
-    void fatalError(const xercesc::SAXParseException&) override { throw fState = kFatalError; }
+    void error(const xercesc::SAXParseException&) override { throw fState = ERROR; }
+    void fatalError(const xercesc::SAXParseException&) override { throw fState = FATAL_ERROR; }
     void writeChars(const XMLByte* const, const XMLSize_t, xercesc::XMLFormatter* const) override {}
 
 private:
-    HandlerState fState = kNotFound;
+    HandlerState fState = NOT_FOUND;
     std::string fTarget;
     std::u16string fTargetText;
 };
@@ -142,7 +142,7 @@ bool IsModelDocument(const std::string& modelName, std::istream& in) {
     try {
         Scan(handlers, memory, MeteredInputSource(in, memory, glance.Head()));
     } catch (const ScoreSAX2Handlers::HandlerState state) {
-        return state == ScoreSAX2Handlers::kFound;
+        return state == ScoreSAX2Handlers::FOUND;
     } catch (const DocumentRefused&) {
         // the parse that builds the tree refuses it too, and reports it
     } catch (const xercesc::XMLException&) {

@@ -125,22 +125,22 @@ BaseTranslator* MakeTranslator(const std::vector<std::string>& names, const std:
 }
 
 ScoreModel* GetLibraryPath(DocumentRoute& route, ScoreDictionary* dict) {
-    diagnostics::Trace(diagnostics::kTraceProgress, "Enter:%s", kTraceName);
+    diagnostics::Trace(diagnostics::TRACE_PROGRESS, "Enter:%s", kTraceName);
     ScoreModel* model = BuildModel(route, FindModelName(route), [&](BaseTranslator& translator) {
         return translator.ParseFromTree(route.document, dict, route.encoding);
     });
-    diagnostics::Trace(diagnostics::kTraceProgress, "%s", "Make Model End.");
+    diagnostics::Trace(diagnostics::TRACE_PROGRESS, "%s", "Make Model End.");
     return model;
 }
 
 ScoreModel* GetLibraryPath(DocumentRoute& route, const char* modelName) {
-    diagnostics::Trace(diagnostics::kTraceProgress, "Enter:%s", kTraceName);
+    diagnostics::Trace(diagnostics::TRACE_PROGRESS, "Enter:%s", kTraceName);
     const std::string name = modelName != nullptr ? modelName : FindModelName(route);
     ScoreModel* model = BuildModel(route, name, [&](BaseTranslator& translator) {
         return translator.ParseFromTree(route.document, route.encoding);
     });
     route.parser.reset();
-    diagnostics::Trace(diagnostics::kTraceProgress, "%s", "Make Model End.");
+    diagnostics::Trace(diagnostics::TRACE_PROGRESS, "%s", "Make Model End.");
     return model;
 }
 

@@ -20,8 +20,8 @@ namespace MCVeltrane_900 {
 
 namespace diagnostics = veltrane::diagnostics;
 using namespace veltrane::factory;
-using diagnostics::kTraceProgress;
 using diagnostics::Trace;
+using diagnostics::TRACE_PROGRESS;
 
 namespace {
 
@@ -65,7 +65,7 @@ TransformationDictionary* ModelFactory::GetTransformationDictionaryFromXML(std::
         result = ReadDictionaries(parser, root, dict, encoding);
     }
     parser.reset();
-    Trace(kTraceProgress, "Exit:%s", kTraceName);
+    Trace(TRACE_PROGRESS, "Exit:%s", kTraceName);
     return result;
 }
 
@@ -73,7 +73,7 @@ TransformationDictionary* ModelFactory::GetTransformationDictionaryFromXML(const
                                                                            ScoreDictionary*& dict,
                                                                            const std::string& encoding) {
     const XMLPlatformGuard guard;
-    Trace(kTraceProgress, "Enter:%s", kTraceName);
+    Trace(TRACE_PROGRESS, "Enter:%s", kTraceName);
     std::ifstream file;
     if (!OpenForReading(file, path)) {
         diagnostics::Raise<diagnostics::Message::CANNOT_OPEN_FILE>(path);

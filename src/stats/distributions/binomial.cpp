@@ -164,9 +164,9 @@ double LargestWithin(double guess, double p, double n, double prob) {
 } // namespace
 
 double MCDistFun::PdfBin(double x, double n, double prob, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!IsProbability(prob) || !(n >= 1)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     if (x != std::floor(x + 0.5) || !(x >= 0 && x <= n)) {
         return 0.0;
@@ -187,18 +187,18 @@ double MCDistFun::PdfBin(double x, double n, double prob, long& code) {
                                                        (n - x) * LogProbability(1 - prob, prob)
                                                  : LogPoint(x, n, prob);
     if (!(logPoint <= kMaxExponent)) {
-        return Fail(code, kFailed);
+        return Fail(code, FAILED);
     }
     return BoundedExp(logPoint);
 }
 
 double MCDistFun::CdfBin(double x, double n, double prob, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!MCPower::IsInteger(n)) {
-        return Fail(code, kNotInteger);
+        return Fail(code, NOT_INTEGER);
     }
     if (n < 1 || !IsProbability(prob) || std::isnan(x)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     x = std::floor(x);
     if (prob == 0) {
@@ -218,12 +218,12 @@ double MCDistFun::CdfBin(double x, double n, double prob, long& code) {
 
 // The answer is the largest x whose cumulative probability doesn't exceed p: -1 when that of 0 does.
 double MCDistFun::IdfBin(double p, double n, double prob, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!MCPower::IsInteger(n)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     if (n < 1 || !IsProbability(prob) || !IsProbability(p)) {
-        return Fail(code, kFailed);
+        return Fail(code, FAILED);
     }
     if (p == 1) {
         return prob > 0 ? n : 0.0;

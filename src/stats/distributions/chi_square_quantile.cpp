@@ -76,7 +76,7 @@ double Improved(double start, const ChiSquare& chi, double p) {
     double x = start / 2;
     for (int round = 0; round < kMaxNewtonRounds; ++round) {
         CountStep();
-        long code = kSuccess;
+        long code = SUCCESS;
         const double logLower = std::log(GammaRatio(x, chi.half, true, code));
         const double slope = std::exp(LogPoissonTerm(chi.half, x) + std::log(chi.half) - logLower);
         const double step = (std::log(p) - logLower) / slope;
@@ -146,16 +146,16 @@ double Corrected(double ch, double t, double c) {
 } // namespace
 
 double MCDistFun::idfchb(double p, double df, double start, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     double lower = start / 4, upper = start;
     const auto below = [&](double x) { return gammad(x, df / 2, true, code) < p; };
-    bool bracketed = below(lower) && code == kSuccess;
+    bool bracketed = below(lower) && code == SUCCESS;
     if (bracketed && below(upper)) {
         upper *= 2;
         bracketed = !below(upper);
     }
-    if (!bracketed || code != kSuccess || !(start > 0)) {
-        return Fail(code, kFailed);
+    if (!bracketed || code != SUCCESS || !(start > 0)) {
+        return Fail(code, FAILED);
     }
     double middle = (lower + upper) / 2;
     for (int round = 0; round < kMaxBisections && upper - lower > kBisectionAccuracy * middle; ++round) {
@@ -163,7 +163,7 @@ double MCDistFun::idfchb(double p, double df, double start, long& code) {
         (below(middle) ? lower : upper) = middle;
         middle = (lower + upper) / 2;
     }
-    return code == kSuccess ? 2 * middle : Missing();
+    return code == SUCCESS ? 2 * middle : Missing();
 }
 
 /// The corrections of a start; a NaN when they don't converge.
@@ -176,12 +176,12 @@ double MCDistFun::correctedChi(double p, double df, double start) {
         if (!(ch > 0) || std::isinf(ch)) {
             return kUnknown;
         }
-        long code = kSuccess;
+        long code = SUCCESS;
         // Above the median the difference of the upper tails is the same number with more digits.
         const double difference =
             p > 0.5 ? gammad(ch / 2, chi.half, false, code) - (1 - p) : p - gammad(ch / 2, chi.half, true, code);
         const double exponent = chi.Exponent(ch);
-        if (code != kSuccess || !(exponent <= kLargestExponent)) {
+        if (code != SUCCESS || !(exponent <= kLargestExponent)) {
             return kUnknown;
         }
         ch = Corrected(ch, difference * std::exp(exponent), chi.c);
@@ -193,16 +193,16 @@ double MCDistFun::correctedChi(double p, double df, double start) {
 }
 
 double MCDistFun::kordidfchi(double p, double df, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!(p >= 0 && p < 1) || !(df > 0)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     if (p == 0) {
         return 0.0;
     }
     const ChiSquare chi(df);
     if (IsMissing(chi.logGamma)) {
-        return Fail(code, kFailed);
+        return Fail(code, FAILED);
     }
     double start;
     if (df < -kSmallStartFactor * std::log(p)) {

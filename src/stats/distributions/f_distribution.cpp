@@ -19,7 +19,7 @@ namespace {
 
 /// The lower or the upper tail at an x above 0, of at least what is smaller by its own digits.
 double Tail(double x, double df1, double df2, bool lower, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (std::isinf(x)) {
         return lower ? 1.0 : 0.0;
     }
@@ -38,9 +38,9 @@ double Tail(double x, double df1, double df2, bool lower, long& code) {
 } // namespace
 
 double MCDistFun::kordcdff(double x, double df1, double df2, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!(df1 > 0 && df2 > 0) || std::isnan(x)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     if (x <= 0) {
         return 0.0;
@@ -53,7 +53,7 @@ double MCDistFun::kordcdff(double x, double df1, double df2, long& code) {
         return 2 / std::numbers::pi * std::atan(std::sqrt(x));
     }
     const double result = Tail(x, df1, df2, true, code);
-    return code == kSuccess ? result : Fail(code, kFailed);
+    return code == SUCCESS ? result : Fail(code, FAILED);
 }
 
 double MCDistFun::CdfF(double x, double df1, double df2) {
@@ -71,9 +71,9 @@ double MCDistFun::SigF(double x, double df1, double df2) {
 }
 
 double MCDistFun::kordidff(double p, double df1, double df2, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!(p >= 0 && p < 1) || !(df1 > 0 && df2 > 0)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     if (p == 0) {
         return 0.0;
@@ -86,16 +86,16 @@ double MCDistFun::kordidff(double p, double df1, double df2, long& code) {
     }
     if (df1 == 1 && p >= 0.5) {
         const double t = kordidft((1 - p) / 2, df2, code);
-        return code == kSuccess ? FiniteOrMissing(t * t) : Missing();
+        return code == SUCCESS ? FiniteOrMissing(t * t) : Missing();
     }
     // v / (1 - v) df2 / df1: the quotient of v and its complement comes with its own digits.
     BetaQuantile v;
     if (!SolveBeta(p, df1 / 2, df2 / 2, v)) {
-        return Fail(code, kFailed);
+        return Fail(code, FAILED);
     }
     const double quantile = std::exp(v.logit + std::log(df2) - std::log(df1));
     if (!std::isfinite(quantile)) {
-        return Fail(code, kFailed);
+        return Fail(code, FAILED);
     }
     return quantile;
 }

@@ -16,20 +16,20 @@ namespace {
 
 /// How the classes of grouped data are given.
 enum GroupingMode {
-    kMidpoints = 1, ///< each value is the midpoint of its class; interpolation runs from midpoint to midpoint
-    kWidths = 2,    ///< each value is the midpoint of its class, which reaches half its width to either side
-    kLimits = 3,    ///< each value is the upper limit of its class
+    MIDPOINTS = 1, ///< each value is the midpoint of its class; interpolation runs from midpoint to midpoint
+    WIDTHS = 2,    ///< each value is the midpoint of its class, which reaches half its width to either side
+    LIMITS = 3,    ///< each value is the upper limit of its class
 };
 
 enum PercentileCode : long {
-    kFound = 0,
-    kBelowFirst = 1,
-    kAboveLast = 2,
-    kTooFewClasses = -1,
+    FOUND = 0,
+    BELOW_FIRST = 1,
+    ABOVE_LAST = 2,
+    TOO_FEW_CLASSES = -1,
 };
 
 GroupingMode ModeOf(int mode) {
-    return mode < 1 ? kMidpoints : mode == 1 ? kWidths : kLimits;
+    return mode < 1 ? MIDPOINTS : mode == 1 ? WIDTHS : LIMITS;
 }
 
 /// A stretch of the scale with the cumulative frequency at its ends.
@@ -51,15 +51,15 @@ public:
     Classes(int n, const double* values, const double* freqs, const double* widths, GroupingMode mode)
         : fCount(n), fValues(values), fFreqs(freqs), fWidths(widths), fMode(mode) {}
 
-    int First() const { return fMode == kWidths ? 0 : 1; }
+    int First() const { return fMode == WIDTHS ? 0 : 1; }
 
     /// The stretch that ends with class i.
     /// @param before the cumulative frequency before class i
     Stretch Ending(int i, double before) const {
         switch (fMode) {
-        case kMidpoints:
+        case MIDPOINTS:
             return {fValues[i - 1], fValues[i], before - fFreqs[i - 1] / 2, before + fFreqs[i] / 2};
-        case kWidths:
+        case WIDTHS:
             return {fValues[i] - fWidths[i] / 2, fValues[i] + fWidths[i] / 2, before, before + fFreqs[i]};
         default:
             return {fValues[i - 1], fValues[i], before, before + fFreqs[i]};
@@ -70,7 +70,7 @@ public:
     double Find(double target, long& code) const {
         double before = First() == 1 ? fFreqs[0] : 0;
         if (target < Ending(First(), before).cumulativeFrom) {
-            code = kBelowFirst;
+            code = BELOW_FIRST;
             return Missing();
         }
         for (int i = First(); i < fCount; ++i) {
@@ -81,7 +81,7 @@ public:
             }
             before += fFreqs[i];
         }
-        code = kAboveLast;
+        code = ABOVE_LAST;
         return Missing();
     }
 
@@ -110,11 +110,11 @@ double ValueAtRank(Value value, Value last, Frequency frequency, double rank) {
 void MCDistFun::GPTile(int n, double pct, const double* values, const double* freqs, const double* widths, int mode,
                        double& out, long& code) {
     out = Missing();
-    code = kTooFewClasses;
+    code = TOO_FEW_CLASSES;
     if (n < 2) {
         return;
     }
-    code = kFound;
+    code = FOUND;
     const double target = std::accumulate(freqs, freqs + n, 0.0) * pct / 100;
     out = Classes(n, values, freqs, widths, ModeOf(mode)).Find(target, code);
 }
@@ -125,9 +125,9 @@ void MCDistFun::Mednci(int n, const double* values, const double* freqs, double 
     if (n < 1 || !(count >= 2)) {
         return;
     }
-    long code = kSuccess;
+    long code = SUCCESS;
     const double r = count == 2 ? -1 : IdfBin(0.5 - level / 200, count, 0.5, code);
-    if (code != kSuccess) {
+    if (code != SUCCESS) {
         return;
     }
     if (r < 0) {
@@ -144,7 +144,7 @@ void MCDistFun::Mednci(int n, const double* values, const double* freqs, double 
         return;
     }
     const double ratio = cdfbet(0.5, std::min(r + 1, count), std::max(count - r, 1.0), code);
-    coverage = code == kSuccess ? std::max((ratio - 0.5) * 200, 0.0) : Missing();
+    coverage = code == SUCCESS ? std::max((ratio - 0.5) * 200, 0.0) : Missing();
 }
 
 } // namespace MCMath_900

@@ -145,7 +145,7 @@ double MCDistFun::PdfHyper(int x, int total, int sample, int hits) {
     if (!(x >= population.Smallest() && x <= population.Largest())) {
         return Missing();
     }
-    long code = kSuccess;
+    long code = SUCCESS;
     const double logProbability =
         total <= kLargestProduct
             ? dnlbnc(hits, x, code) + dnlbnc(total - hits, sample - x, code) - dnlbnc(total, sample, code)
@@ -154,11 +154,11 @@ double MCDistFun::PdfHyper(int x, int total, int sample, int hits) {
 }
 
 double MCDistFun::CDFHyper(double x, double total, double sample, double hits, int& code) {
-    code = kSuccess;
+    code = SUCCESS;
     const Population population{total, sample, hits};
     const bool whole = IsWholeUpTo(total, MCPower::MaxInt()) && IsWholeUpTo(sample, total) && IsWholeUpTo(hits, total);
     if (!whole || !(x >= population.Smallest() && x <= population.Largest())) {
-        code = kBadArgument;
+        code = BAD_ARGUMENT;
         return Missing();
     }
     x = std::floor(x);

@@ -59,9 +59,9 @@ double MCDistFun::NonCentralCdfChi(double x, double df, double ncp) {
     PoissonWeights weights(ncp / 2);
     const double half = x / 2;
     double shape = df / 2 + weights.Index();
-    long code = kSuccess;
+    long code = SUCCESS;
     double ratio = gammad(half, shape, true, code);
-    if (code != kSuccess) {
+    if (code != SUCCESS) {
         return Missing();
     }
     double step = BoundedExp(LogPoissonTerm(shape, half));
@@ -86,9 +86,9 @@ double MCDistFun::ncdbet(double x, double a, double b, double ncp, long& code, d
 
 /// y is 1 - x.
 double MCDistFun::ncdbet(double x, double y, double a, double b, double ncp, long& code, double tol) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!(a > 0 && b > 0) || !(ncp >= 0) || std::isnan(x) || std::isinf(ncp)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     if (ncp == 0) {
         return BetaRatio(x, y, a, b, code);
@@ -102,7 +102,7 @@ double MCDistFun::ncdbet(double x, double y, double a, double b, double ncp, lon
     PoissonWeights weights(ncp / 2);
     double first = a + weights.Index();
     double ratio = BetaRatio(x, y, first, b, code);
-    if (code != kSuccess) {
+    if (code != SUCCESS) {
         return Missing();
     }
     double step = BoundedExp(LogBinomialTerm(first, b, x, y) + std::log(b / (first + b)));
@@ -110,7 +110,7 @@ double MCDistFun::ncdbet(double x, double y, double a, double b, double ncp, lon
     for (int term = 1; !(weights.Remaining() * ratio <= tol); ++term) {
         CountStep();
         if (term == kMaxTerms || weights.Index() >= kLargestIndex) {
-            return Fail(code, kFailed);
+            return Fail(code, FAILED);
         }
         ratio -= step;
         first += 1;

@@ -123,12 +123,12 @@ double MCDistFun::nctPositivePart(double x, double df, double ncp) {
     const double inner = std::isinf(quotient) ? 0.0 : x / (quotient + x);
     const double outer = std::isinf(quotient) ? 1.0 : quotient / (quotient + x);
     const auto start = [&](double first, double weight) {
-        long code = kSuccess;
+        long code = SUCCESS;
         const double ratio = BetaRatio(inner, outer, first, b, code);
         const double step = inner > 0 && outer > 0
                                 ? BoundedExp(LogBinomialTerm(first, b, inner, outer) + std::log(b / (first + b)))
                                 : 0.0;
-        return WeightedRatio{weight, code == kSuccess ? ratio : Missing(), step, first};
+        return WeightedRatio{weight, code == SUCCESS ? ratio : Missing(), step, first};
     };
     const double logOddWeight = -LogGammaStep(index + 1, 0.5) + 0.5 * std::log(lambda);
     const double evenWeight = std::exp(LogPoissonTerm(index, lambda)) / 2;
@@ -176,9 +176,9 @@ double MCDistFun::NonCentralCdfT(double x, double df, double ncp) {
 }
 
 double MCDistFun::NonCentralPdfT(double x, double df, double ncp, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!(df > 0) || std::isnan(x) || !std::isfinite(ncp)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     if (ncp == 0) {
         return PdfT(x, df, code);
@@ -190,7 +190,7 @@ double MCDistFun::NonCentralPdfT(double x, double df, double ncp, long& code) {
     DensitySeries series(std::numbers::sqrt2 * ncp * (x / root), df);
     double sum = 0;
     if (!std::isfinite(series.LogPeak()) || !series.Sum(sum)) {
-        return Fail(code, kFailed);
+        return Fail(code, FAILED);
     }
     const double logFactor = -ncp * ncp / 2 - kLogSqrtPi - df / 2 * std::log1p(x * x / df) - std::log(root);
     return sum > 0 ? BoundedExp(series.LogPeak() + logFactor + std::log(sum)) : 0.0;

@@ -58,9 +58,9 @@ double MCDistFun::tLowerTail(double x, double df, long& code) {
 }
 
 double MCDistFun::kordcdft(double x, double df, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!(df > 0) || std::isnan(x)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     if (df > kNormalFrom) {
         return prbnrm(x);
@@ -72,7 +72,7 @@ double MCDistFun::kordcdft(double x, double df, long& code) {
         return CauchyTail(x);
     }
     const double tail = tLowerTail(x, df, code);
-    return code == kSuccess ? tail : Missing();
+    return code == SUCCESS ? tail : Missing();
 }
 
 double MCDistFun::CdfT(double x, double df) {
@@ -93,20 +93,20 @@ double MCDistFun::SigT(double x, double df) {
 }
 
 double MCDistFun::PdfT(double x, double df, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!(df > 0) || std::isnan(x)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     const double half = df / 2;
     const double logDensity =
         LogGammaStep(half, 0.5) - kLogSqrtPi - 0.5 * std::log(df) - (half + 0.5) * LogOfOnePlusSquare(x, df);
-    return std::isnan(logDensity) ? Fail(code, kFailed) : BoundedExp(logDensity);
+    return std::isnan(logDensity) ? Fail(code, FAILED) : BoundedExp(logDensity);
 }
 
 double MCDistFun::kordidft(double p, double df, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!(p > 0 && p < 1) || !(df > 0)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     if (p == 0.5) {
         return 0.0;
@@ -117,11 +117,11 @@ double MCDistFun::kordidft(double p, double df, long& code) {
     // The root of (1 / v - 1) df: the quotient of the complement of v and v comes with its own digits.
     BetaQuantile v;
     if (!SolveBeta(2 * std::min(p, 1 - p), df / 2, 0.5, v)) {
-        return Fail(code, kFailed);
+        return Fail(code, FAILED);
     }
     const double size = std::sqrt(df) * std::exp(-v.logit / 2);
     if (!std::isfinite(size)) {
-        return Fail(code, kFailed);
+        return Fail(code, FAILED);
     }
     return p < 0.5 ? -size : size;
 }

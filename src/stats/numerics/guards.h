@@ -11,10 +11,10 @@ namespace veltrane::stats {
 
 /// The error codes of the distribution functions.
 enum ErrorCode : long {
-    kSuccess = 0,
-    kBadArgument = 1,
-    kFailed = 2,
-    kNotInteger = 3,
+    SUCCESS = 0,
+    BAD_ARGUMENT = 1,
+    FAILED = 2,
+    NOT_INTEGER = 3,
 };
 
 /// Below this exponent exp() counts as 0 in the distribution functions, just within the range of normal numbers.
@@ -45,9 +45,9 @@ inline double Fail(long& code, ErrorCode error) {
 /// @param function called with the error code that it sets
 template <class Function>
 double Checked(Function function) {
-    long code = kSuccess;
+    long code = SUCCESS;
     const double result = function(code);
-    return code == kSuccess ? result : Missing();
+    return code == SUCCESS ? result : Missing();
 }
 
 /// A result that overflowed, or that is no number, is missing.

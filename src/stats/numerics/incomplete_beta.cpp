@@ -236,9 +236,9 @@ double PeizerPrattG(double x) {
 }
 
 double BetaRatio(double x, double y, double a, double b, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!(a > 0 && b > 0) || std::isnan(x)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     if (x <= 0) {
         return 0.0;
@@ -254,7 +254,7 @@ double BetaRatio(double x, double y, double a, double b, long& code) {
     }
     int rounds = 0;
     const double ratio = SmallerPartOf(x, y, a, b, kMinExponent, rounds).Ratio();
-    return std::isnan(ratio) ? Fail(code, kFailed) : ratio;
+    return std::isnan(ratio) ? Fail(code, FAILED) : ratio;
 }
 
 bool IsAtEnd(double x, double y, double a, double b) {

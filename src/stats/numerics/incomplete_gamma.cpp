@@ -180,9 +180,9 @@ double WilsonHilfertyDeviate(double a, double x) {
 } // namespace
 
 double GammaRatio(double x, double a, bool lower, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!(a > 0) || std::isnan(x)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     if (x <= 0 || std::isinf(x)) {
         return (x > 0) == lower ? 1 : 0;
@@ -208,7 +208,7 @@ double GammaRatio(double x, double a, bool lower, long& code) {
                            : lower            ? WilsonHilfertyDeviate(a, x)
                                               : -WilsonHilfertyDeviate(a, x);
     const double tail = MCDistFun::CdfStdNorm(deviate);
-    return IsMissing(tail) ? Fail(code, kFailed) : tail;
+    return IsMissing(tail) ? Fail(code, FAILED) : tail;
 }
 
 } // namespace veltrane::stats
@@ -222,9 +222,9 @@ double MCDistFun::gammad(double x, double a, bool lower, long& code) {
 }
 
 double MCDistFun::cdfexp(double x, double rate, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!(rate > 0) || std::isnan(x)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     if (x <= 0) {
         return 0.0;

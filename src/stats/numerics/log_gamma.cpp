@@ -40,9 +40,9 @@ double MCDistFun::dnlgam(double x) {
 }
 
 double MCDistFun::dnlbnc(double n, double k, long& code) {
-    code = kSuccess;
+    code = SUCCESS;
     if (!(n >= 0 && k >= 0 && n >= k)) {
-        return Fail(code, kBadArgument);
+        return Fail(code, BAD_ARGUMENT);
     }
     if (k == 0 || k == n) {
         return 0.0;
@@ -51,7 +51,7 @@ double MCDistFun::dnlbnc(double n, double k, long& code) {
         return std::log(BinomialProduct(n, k));
     }
     const double value = LogChoose(n, k);
-    return std::isfinite(value) ? std::max(value, 0.0) : Fail(code, kFailed);
+    return std::isfinite(value) ? std::max(value, 0.0) : Fail(code, FAILED);
 }
 
 double MCDistFun::korddnlgam(double x) {

@@ -24,7 +24,7 @@ constexpr std::size_t kFullBlock = 256;
 /// How many rows a search takes in their order.
 constexpr std::size_t kFewRows = 8;
 
-enum class Order { kLess, kGreater, kEqual };
+enum class Order { LESS, GREATER, EQUAL };
 
 std::string_view Trimmed(std::string_view text) {
     return text.substr(0, text.find_last_not_of(' ') + 1);
@@ -35,13 +35,13 @@ Order OrderOfTexts(std::string_view left, std::string_view right) {
     left = Trimmed(left);
     right = Trimmed(right);
     if (left.empty()) {
-        return Order::kEqual;
+        return Order::EQUAL;
     }
     if (right.empty()) {
-        return Order::kLess;
+        return Order::LESS;
     }
     const int order = left.compare(right);
-    return order < 0 ? Order::kLess : order > 0 ? Order::kGreater : Order::kEqual;
+    return order < 0 ? Order::LESS : order > 0 ? Order::GREATER : Order::EQUAL;
 }
 
 /// Both strict operators of two numbers in one comparison. Not-a-number comes behind everything.
@@ -49,25 +49,25 @@ Order OrderOfNumbers(double left, double right) {
     const double difference = left - right;
     if (left == data::kMissingNumber || right == data::kMissingNumber ||
         data::kOrderTolerance > std::fabs(difference)) {
-        return Order::kEqual;
+        return Order::EQUAL;
     }
-    return difference < 0 ? Order::kLess : Order::kGreater;
+    return difference < 0 ? Order::LESS : Order::GREATER;
 }
 
 Order OrderByOperators(const ScoreValue& left, const ScoreValue& right) {
     if (!data::IsNumber(left) && !data::IsText(left)) {
-        return Order::kEqual;
+        return Order::EQUAL;
     }
     if (left < right) {
-        return Order::kLess;
+        return Order::LESS;
     }
-    return left > right ? Order::kGreater : Order::kEqual;
+    return left > right ? Order::GREATER : Order::EQUAL;
 }
 
 /// How two elements of a key compare, by the kind of the left one.
 Order OrderOf(const ScoreValue* left, const ScoreValue* right) {
     if (left == nullptr || right == nullptr) {
-        return Order::kEqual;
+        return Order::EQUAL;
     }
     const std::type_info& type = typeid(*left);
     if (type == typeid(*right)) {
@@ -110,8 +110,8 @@ bool ComesBefore(const TableKey& left, const TableKey& right) {
             throw std::out_of_range("invalid vector<T> subscript");
         }
         const Order order = OrderOf(left[i], right[i]);
-        if (order != Order::kEqual) {
-            return order == Order::kLess;
+        if (order != Order::EQUAL) {
+            return order == Order::LESS;
         }
     }
     return false;

@@ -22,12 +22,12 @@ FunctionTree* SiblingAt(const FunctionTree& node, int step) {
     return parent == nullptr ? nullptr : ChildAt(*parent, parent->GetIndex(&node) + step);
 }
 
-enum class End { kFirst, kLast };
+enum class End { FIRST, LAST };
 
 /// Descends along the first or last slots to a leaf. Above a null slot the descent ends.
 FunctionTree* LeafAt(FunctionTree* node, End end) {
     while (!node->IsLeaf()) {
-        FunctionTree* child = node->GetChildAt(end == End::kFirst ? 0 : node->GetChildCount() - 1);
+        FunctionTree* child = node->GetChildAt(end == End::FIRST ? 0 : node->GetChildCount() - 1);
         if (child == nullptr) {
             break;
         }
@@ -113,11 +113,11 @@ FunctionTree* FunctionTreeImp::GetLastChild() const {
 }
 
 FunctionTree* FunctionTreeImp::GetFirstLeaf() const {
-    return LeafAt(Self(), End::kFirst);
+    return LeafAt(Self(), End::FIRST);
 }
 
 FunctionTree* FunctionTreeImp::GetLastLeaf() const {
-    return LeafAt(Self(), End::kLast);
+    return LeafAt(Self(), End::LAST);
 }
 
 FunctionTree* FunctionTreeImp::GetPreviousSibling() const {
@@ -130,7 +130,7 @@ FunctionTree* FunctionTreeImp::GetNextSibling() const {
 
 FunctionTree* FunctionTreeImp::GetPreviousNode() const {
     FunctionTree* sibling = GetPreviousSibling();
-    return sibling == nullptr ? fParent : LeafAt(sibling, End::kLast);
+    return sibling == nullptr ? fParent : LeafAt(sibling, End::LAST);
 }
 
 FunctionTree* FunctionTreeImp::GetNextNode() const {
@@ -140,12 +140,12 @@ FunctionTree* FunctionTreeImp::GetNextNode() const {
 
 FunctionTree* FunctionTreeImp::GetPreviousLeaf() const {
     FunctionTree* sibling = SiblingOnTheWayUp(this, -1);
-    return sibling == nullptr ? nullptr : LeafAt(sibling, End::kLast);
+    return sibling == nullptr ? nullptr : LeafAt(sibling, End::LAST);
 }
 
 FunctionTree* FunctionTreeImp::GetNextLeaf() const {
     FunctionTree* sibling = SiblingOnTheWayUp(this, 1);
-    return sibling == nullptr ? nullptr : LeafAt(sibling, End::kFirst);
+    return sibling == nullptr ? nullptr : LeafAt(sibling, End::FIRST);
 }
 
 } // namespace MCVeltrane_900

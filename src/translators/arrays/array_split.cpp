@@ -28,21 +28,21 @@ namespace {
 using Tags = PMMLModelTags;
 using Strings = std::vector<std::string>;
 
-enum class ArrayKind { kText, kNumeric, kUnknown };
+enum class ArrayKind { TEXT, NUMERIC, UNKNOWN };
 
 /// By the array's type, and by the variable's where the array states none.
 ArrayKind KindOf(const XMLCh* type, const ScoreDictVar& var) {
     if (Equals(type, Tags::XML_VAL_ARRAY_TYPE_STRING)) {
-        return ArrayKind::kText;
+        return ArrayKind::TEXT;
     }
     if (Equals(type, Tags::XML_VAL_ARRAY_TYPE_REAL) || Equals(type, Tags::XML_VAL_ARRAY_TYPE_INT)) {
-        return ArrayKind::kNumeric;
+        return ArrayKind::NUMERIC;
     }
     const bool isUntyped = Equals(type, "");
     if (isUntyped && var.GetVarType() == ScoreDictVar::STRING_VAR) {
-        return ArrayKind::kText;
+        return ArrayKind::TEXT;
     }
-    return isUntyped && var.GetVarType() == ScoreDictVar::kNUMERIC_VAR ? ArrayKind::kNumeric : ArrayKind::kUnknown;
+    return isUntyped && var.GetVarType() == ScoreDictVar::kNUMERIC_VAR ? ArrayKind::NUMERIC : ArrayKind::UNKNOWN;
 }
 
 /// Puts the elements of one array into a split, and their codes or numbers into the list that a plug-in reads. Which of
@@ -154,7 +154,7 @@ DiscreteSplit* PMMLTranslator::HandleArrayDiscreteSplit(xercesc::DOMNode* node, 
         VerifyDouble(elements.front());
     }
     const ArrayKind kind = KindOf(type, *var);
-    if (kind == ArrayKind::kUnknown) {
+    if (kind == ArrayKind::UNKNOWN) {
         Raise<Message::PROCESSING_ATTRIBUTE_FAILED>(text(type), PMMLModelTags::XML_ATT_ARRAY_TYPE);
     }
     const bool isIn = IsIn(op, *var);
@@ -162,7 +162,7 @@ DiscreteSplit* PMMLTranslator::HandleArrayDiscreteSplit(xercesc::DOMNode* node, 
         elements = Remove(var, std::move(elements));
     }
     ElementSink sink(*var, *split, array);
-    if (kind == ArrayKind::kText) {
+    if (kind == ArrayKind::TEXT) {
         isIn ? sink.PutTexts(elements) : sink.PutOtherTexts(elements);
     } else {
         isIn ? sink.PutNumbers(elements) : sink.PutOtherNumbers(elements);

@@ -44,7 +44,7 @@ constexpr BoolOperatorWord kBoolOperators[] = {
     {Tags::XML_VAL_SURROGATE, ScorePredicate::BOOL_SURROGATE},
 };
 
-enum class ChildKind { kSimple, kCompound, kSet, kTrue, kFalse };
+enum class ChildKind { SIMPLE, COMPOUND, SET, IS_TRUE, IS_FALSE };
 
 struct ChildWord {
     const char* tag;
@@ -52,9 +52,9 @@ struct ChildWord {
 };
 
 constexpr ChildWord kChildren[] = {
-    {Tags::XML_ELE_PREDICATE, ChildKind::kSimple}, {Tags::XML_ELE_COMPOUNDPREDICATE, ChildKind::kCompound},
-    {Tags::XML_ELE_SETPREDICATE, ChildKind::kSet}, {Tags::XML_ELE_TRUE, ChildKind::kTrue},
-    {Tags::XML_ELE_FALSE, ChildKind::kFalse},
+    {Tags::XML_ELE_PREDICATE, ChildKind::SIMPLE}, {Tags::XML_ELE_COMPOUNDPREDICATE, ChildKind::COMPOUND},
+    {Tags::XML_ELE_SETPREDICATE, ChildKind::SET}, {Tags::XML_ELE_TRUE, ChildKind::IS_TRUE},
+    {Tags::XML_ELE_FALSE, ChildKind::IS_FALSE},
 };
 
 /// What every compound of one call is read with.
@@ -109,16 +109,16 @@ private:
     OwnedPredicate ReadAs(ChildKind kind, DOMElement* element) {
         PMMLTranslator& translator = fScope.translator;
         switch (kind) {
-        case ChildKind::kSimple:
+        case ChildKind::SIMPLE:
             return OwnedPredicate(
                 translator.ParsePredicate(element, fScope.dictionary, fScope.derived, fScope.ordinalAsScale));
-        case ChildKind::kSet:
+        case ChildKind::SET:
             return OwnedPredicate(translator.ParseSetPredicate(element, fScope.dictionary, fScope.derived));
-        case ChildKind::kCompound:
+        case ChildKind::COMPOUND:
             return CompoundReader(fScope, fDepth + 1).Read(element);
-        case ChildKind::kTrue:
+        case ChildKind::IS_TRUE:
             return Constant<TruePredicate>(ScorePredicate::BOOL_AND);
-        case ChildKind::kFalse:
+        case ChildKind::IS_FALSE:
             return Constant<FalsePredicate>(ScorePredicate::BOOL_OR);
         }
         return nullptr;

@@ -67,14 +67,14 @@ DiscreteSplit* PMMLTranslator::HandleNodeDiscreteSplit(xercesc::DOMNode* node, c
     if (xercesc::DOMElement* element = AsElement(node, PMMLModelTags::XML_ELE_PREDICATE)) {
         const DocumentText text(*this, &PMMLTranslator::ToString);
         const PredicateOperand operand = ReadOperand(text, element, op, value);
-        const bool isEmptyCategory = operand.form == OperandForm::kEmpty && IsText(*var) && HasEmptyCategory(*var);
-        if (operand.form == OperandForm::kIsMissing) {
+        const bool isEmptyCategory = operand.form == OperandForm::EMPTY && IsText(*var) && HasEmptyCategory(*var);
+        if (operand.form == OperandForm::IS_MISSING) {
             MakeMissingTest(*split, isMissing);
             expand = false;
-        } else if (operand.form == OperandForm::kIsNotMissing) {
+        } else if (operand.form == OperandForm::IS_NOT_MISSING) {
             PutCategories(*split, *var, span);
             expand = false;
-        } else if (operand.form == OperandForm::kEmpty && !isEmptyCategory) {
+        } else if (operand.form == OperandForm::EMPTY && !isEmptyCategory) {
             MakeMissingTest(*split, isMissing);
             expand = !IsText(*var);
         } else if (var->GetMLevel() == ScoreDictVar::LEVEL_NOMINAL) {

@@ -28,19 +28,19 @@ OperandForm FormOf(const XMLCh* op, const XMLCh* value, const std::string& opTex
     const bool isMissing = Equals(op, Tags::XML_VAL_OPERATOR_ISMISSING);
     const bool isNotMissing = Equals(op, Tags::XML_VAL_OPERATOR_ISNOTMISSING);
     if (value == nullptr) {
-        return isMissing ? OperandForm::kIsMissing
-                         : (isNotMissing ? OperandForm::kIsNotMissing : OperandForm::kComparison);
+        return isMissing ? OperandForm::IS_MISSING
+                         : (isNotMissing ? OperandForm::IS_NOT_MISSING : OperandForm::COMPARISON);
     }
     if (isMissing || isNotMissing) {
         Raise<Message::CONFLICTING_ATTRIBUTES>(Tags::XML_ATT_VALUE, opText);
     }
     if (*value != 0) {
-        return OperandForm::kComparison;
+        return OperandForm::COMPARISON;
     }
     if (!Equals(op, Tags::XML_VAL_OPERATOR_EQUAL)) {
         Raise<Message::ATTRIBUTE_NEEDS_NULL_TEXT>(Tags::XML_ATT_OPERATOR, Tags::XML_VAL_OPERATOR_EQUAL);
     }
-    return OperandForm::kEmpty;
+    return OperandForm::EMPTY;
 }
 
 } // namespace

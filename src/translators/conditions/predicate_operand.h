@@ -12,10 +12,10 @@ inline constexpr int kOnlyChild = 0;
 
 /// What a SimplePredicate asks for, before its variable is looked at.
 enum class OperandForm {
-    kIsMissing,    ///< "isMissing", without a value
-    kIsNotMissing, ///< "isNotMissing", without a value
-    kEmpty,        ///< "equal" with an empty value
-    kComparison,   ///< everything else; the operator can be any text and the value absent
+    IS_MISSING,     ///< "isMissing", without a value
+    IS_NOT_MISSING, ///< "isNotMissing", without a value
+    EMPTY,          ///< "equal" with an empty value
+    COMPARISON,     ///< everything else; the operator can be any text and the value absent
 };
 
 /// The operator and the value of a SimplePredicate as they stand in the document.

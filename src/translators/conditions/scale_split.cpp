@@ -79,15 +79,15 @@ ScaleSplit* PMMLTranslator::HandleNodeScaleSplit(xercesc::DOMNode* node, const S
     const DocumentText text(*this, &PMMLTranslator::ToString);
     const PredicateOperand operand = ReadOperand(text, element, op, value);
     switch (operand.form) {
-    case OperandForm::kIsMissing:
-    case OperandForm::kEmpty:
+    case OperandForm::IS_MISSING:
+    case OperandForm::EMPTY:
         split->SetMissvalMap(kOnlyChild);
         isMissing = true;
         break;
-    case OperandForm::kIsNotMissing:
+    case OperandForm::IS_NOT_MISSING:
         PutRange(*split, -kInfinity, kInfinity, false, false);
         break;
-    case OperandForm::kComparison: {
+    case OperandForm::COMPARISON: {
         double low = -kInfinity;
         double high = kInfinity;
         bool included = false;

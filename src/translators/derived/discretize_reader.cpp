@@ -32,11 +32,11 @@ using xercesc::DOMElement;
 namespace {
 
 enum BinFlag : unsigned {
-    kMapSysmisTo = 1,
-    kTargetSysmis = 2,
-    kIntervalCopy = 4,
-    kElseCopy = 8,
-    kMissingCopy = 16,
+    MAP_SYSMIS_TO = 1,
+    TARGET_SYSMIS = 2,
+    INTERVAL_COPY = 4,
+    ELSE_COPY = 8,
+    MISSING_COPY = 16,
 };
 
 /// A recode extension of a bin. Those that are about the whole field go on to the field.
@@ -46,11 +46,11 @@ struct BinExtension {
     bool setsField;
 };
 constexpr BinExtension kBinExtensions[] = {
-    {PMMLModelTags::XML_ATT_TRAN_EXT_NAME_MAPSYSMISTO, kMapSysmisTo, true},
-    {PMMLModelTags::XML_ATT_TRAN_EXT_NAME_RECODETARGETSYSMIS, kTargetSysmis, false},
-    {PMMLModelTags::XML_ATT_TRAN_EXT_NAME_INTERVALCOPY, kIntervalCopy, false},
-    {PMMLModelTags::XML_ATT_TRAN_EXT_NAME_ELSECOPY, kElseCopy, false},
-    {PMMLModelTags::XML_ATT_TRAN_EXT_NAME_MISSINGCOPY, kMissingCopy, true},
+    {PMMLModelTags::XML_ATT_TRAN_EXT_NAME_MAPSYSMISTO, MAP_SYSMIS_TO, true},
+    {PMMLModelTags::XML_ATT_TRAN_EXT_NAME_RECODETARGETSYSMIS, TARGET_SYSMIS, false},
+    {PMMLModelTags::XML_ATT_TRAN_EXT_NAME_INTERVALCOPY, INTERVAL_COPY, false},
+    {PMMLModelTags::XML_ATT_TRAN_EXT_NAME_ELSECOPY, ELSE_COPY, false},
+    {PMMLModelTags::XML_ATT_TRAN_EXT_NAME_MISSINGCOPY, MISSING_COPY, true},
 };
 
 const BinExtension* FindBinExtension(const DOMElement* extension) {
@@ -89,7 +89,7 @@ void DiscretizeReader::Read(DOMElement* discretize) {
 // An extension beside the bins is a bin of its own when it says where its interval is recoded to.
 void DiscretizeReader::ReadExtension(DOMElement* extension) {
     const BinExtension* row = FindBinExtension(extension);
-    if (row == nullptr || (row->flag != kTargetSysmis && row->flag != kIntervalCopy)) {
+    if (row == nullptr || (row->flag != TARGET_SYSMIS && row->flag != INTERVAL_COPY)) {
         fTranslator.HandleKORDExtensions(extension, &fVar);
         return;
     }
@@ -98,7 +98,7 @@ void DiscretizeReader::ReadExtension(DOMElement* extension) {
         RaiseMissingInterval();
     }
     AddRange(interval);
-    AddValue(row->flag == kTargetSysmis ? MakeSysmis() : nullptr);
+    AddValue(row->flag == TARGET_SYSMIS ? MakeSysmis() : nullptr);
 }
 
 void DiscretizeReader::ReadBin(DOMElement* element) {
@@ -115,10 +115,10 @@ void DiscretizeReader::ReadBin(DOMElement* element) {
                                                PMMLModelTags::XML_ELE_DISCRETIZEBIN);
         }
     }
-    if ((bin.flags & kTargetSysmis) != 0) {
+    if ((bin.flags & TARGET_SYSMIS) != 0) {
         AddValue(MakeSysmis());
     }
-    if ((bin.flags & (kIntervalCopy | kElseCopy)) != 0) {
+    if ((bin.flags & (INTERVAL_COPY | ELSE_COPY)) != 0) {
         AddValue(nullptr);
     }
     if (bin.plain) {
@@ -135,7 +135,7 @@ void DiscretizeReader::ReadBinInterval(DOMElement* interval, Bin& bin) {
         Raise<Message::MORE_THAN_ONE>(PMMLModelTags::XML_ELE_INTERVAL, PMMLModelTags::XML_ELE_DISCRETIZEBIN);
     }
     ++bin.intervals;
-    if ((bin.flags & (kMissingCopy | kMapSysmisTo)) == 0) {
+    if ((bin.flags & (MISSING_COPY | MAP_SYSMIS_TO)) == 0) {
         AddRange(interval);
     }
 }

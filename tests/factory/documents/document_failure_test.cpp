@@ -66,7 +66,7 @@ TEST_P(BadDocument, NotWellFormed) {
 }
 
 TEST_P(BadDocument, ParserThrows) {
-    const SetXmlFault fault(XmlFault::kParseFails);
+    const SetXmlFault fault(XmlFault::PARSE_FAILS);
     ExpectFailureWithDetail([] { Call("<PMML><TreeModel/></PMML>"); }, 260109,
                             "Error in parsing the PMML file. Detailed message:", kXmlFaultMessage);
 }
@@ -150,7 +150,7 @@ INSTANTIATE_TEST_SUITE_P(Entries, EmptyTag, testing::ValuesIn(kEntries, kEntries
                          [](const auto& entry) { return std::string(entry.param.name); });
 
 TEST_P(EmptyTag, OfTheRootFails) {
-    for (const XmlFault kind : {XmlFault::kTagIsEmpty, XmlFault::kTagIsNull}) {
+    for (const XmlFault kind : {XmlFault::TAG_IS_EMPTY, XmlFault::TAG_IS_NULL}) {
         const SetXmlFault fault(kind);
         std::istringstream in("<PMML/>");
         ExpectFailure([&] { GetParam().call(in); }, 260112, "Root tag name is empty in PMML.");
@@ -158,7 +158,7 @@ TEST_P(EmptyTag, OfTheRootFails) {
 }
 
 TEST(ElementList, WithoutAnElementFailsWithTheRootsTag) {
-    const SetXmlFault fault(XmlFault::kListHasNoElement);
+    const SetXmlFault fault(XmlFault::LIST_HAS_NO_ELEMENT);
     ExpectFailure([] { Build(Pmml("<TreeModel/>"), kNames); }, 260283, "No child element in Node 'PMML'.");
     ExpectFailure([] { BuildWithDictionary("<Forest><TreeModel/></Forest>", nullptr, kNames); }, 260283,
                   "No child element in Node 'Forest'.");

@@ -18,7 +18,7 @@ using MCVeltrane_900::VTException;
 /// What becomes of the parser, and with it of the document, on each road through the factory.
 namespace {
 
-enum class Fate { kDeleted, kKept, kNeverMade };
+enum class Fate { DELETED, KEPT, NEVER_MADE };
 
 struct Road {
     const char* name;
@@ -29,63 +29,63 @@ struct Road {
     Fate withDictionary;
 };
 
-const XmlFault kNoFault = XmlFault::kNone;
+const XmlFault kNoFault = XmlFault::NONE;
 
 const Road kRoads[] = {
-    {"Pmml", "<PMML><TreeModel/></PMML>", {"TreeModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
-    {"KordRegression", "<kord-ml><regression-model/></kord-ml>", {}, kNoFault, Fate::kDeleted, Fate::kDeleted},
-    {"Kord", "<kord-ml><RegressionModel/></kord-ml>", {"RegressionModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
-    {"Tree", "<Tree/>", {}, kNoFault, Fate::kDeleted, Fate::kDeleted},
-    {"Lattice", "<AssocLattice><TreeModel/></AssocLattice>", {"TreeModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+    {"Pmml", "<PMML><TreeModel/></PMML>", {"TreeModel"}, kNoFault, Fate::DELETED, Fate::DELETED},
+    {"KordRegression", "<kord-ml><regression-model/></kord-ml>", {}, kNoFault, Fate::DELETED, Fate::DELETED},
+    {"Kord", "<kord-ml><RegressionModel/></kord-ml>", {"RegressionModel"}, kNoFault, Fate::DELETED, Fate::DELETED},
+    {"Tree", "<Tree/>", {}, kNoFault, Fate::DELETED, Fate::DELETED},
+    {"Lattice", "<AssocLattice><TreeModel/></AssocLattice>", {"TreeModel"}, kNoFault, Fate::DELETED, Fate::DELETED},
     {"Sequences",
      "<SequentialAssociationLattice><TreeModel/></SequentialAssociationLattice>",
      {"TreeModel"},
      kNoFault,
-     Fate::kDeleted,
-     Fate::kDeleted},
-    {"NoModelFromThePlugin", "<PMML><SilentModel/></PMML>", {"SilentModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+     Fate::DELETED,
+     Fate::DELETED},
+    {"NoModelFromThePlugin", "<PMML><SilentModel/></PMML>", {"SilentModel"}, kNoFault, Fate::DELETED, Fate::DELETED},
     // Without a dictionary an unknown root is refused; with one it is searched, and the model may refer to it.
-    {"UnknownRoot", "<Forest><TreeModel/></Forest>", {"TreeModel"}, kNoFault, Fate::kDeleted, Fate::kKept},
-    {"UnknownRootWithoutAModel", "<Forest/>", {"TreeModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+    {"UnknownRoot", "<Forest><TreeModel/></Forest>", {"TreeModel"}, kNoFault, Fate::DELETED, Fate::KEPT},
+    {"UnknownRootWithoutAModel", "<Forest/>", {"TreeModel"}, kNoFault, Fate::DELETED, Fate::DELETED},
     {"NearestNeighbor",
      "<PMML><NearestNeighborModel/></PMML>",
      {"NearestNeighborModel"},
      kNoFault,
-     Fate::kNeverMade,
-     Fate::kNeverMade},
+     Fate::NEVER_MADE,
+     Fate::NEVER_MADE},
     // What the plug-in has made may refer to the document.
-    {"PluginThrows", "<PMML><ThrowingModel/></PMML>", {"ThrowingModel"}, kNoFault, Fate::kKept, Fate::kKept},
+    {"PluginThrows", "<PMML><ThrowingModel/></PMML>", {"ThrowingModel"}, kNoFault, Fate::KEPT, Fate::KEPT},
     {"PluginThrowsUnderAnUnknownRoot",
      "<Forest><ThrowingModel/></Forest>",
      {"ThrowingModel"},
      kNoFault,
-     Fate::kDeleted,
-     Fate::kKept},
+     Fate::DELETED,
+     Fate::KEPT},
     {"PluginThrowsUnderARootOfTheTable",
      "<AssocLattice><ThrowingModel/></AssocLattice>",
      {"ThrowingModel"},
      kNoFault,
-     Fate::kKept,
-     Fate::kKept},
-    {"NoModelInTheList", "<PMML><TreeModel/></PMML>", {"RegressionModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
-    {"NoPlugin", "<PMML><NoSuchModel/></PMML>", {"NoSuchModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
-    {"NoEntryInThePlugin", "<PMML><NoEntryModel/></PMML>", {"NoEntryModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
+     Fate::KEPT,
+     Fate::KEPT},
+    {"NoModelInTheList", "<PMML><TreeModel/></PMML>", {"RegressionModel"}, kNoFault, Fate::DELETED, Fate::DELETED},
+    {"NoPlugin", "<PMML><NoSuchModel/></PMML>", {"NoSuchModel"}, kNoFault, Fate::DELETED, Fate::DELETED},
+    {"NoEntryInThePlugin", "<PMML><NoEntryModel/></PMML>", {"NoEntryModel"}, kNoFault, Fate::DELETED, Fate::DELETED},
     {"NoTranslator",
      "<PMML><NullTranslatorModel/></PMML>",
      {"NullTranslatorModel"},
      kNoFault,
-     Fate::kDeleted,
-     Fate::kDeleted},
-    {"NotWellFormed", "<PMML><TreeModel/>", {"TreeModel"}, kNoFault, Fate::kDeleted, Fate::kDeleted},
-    {"ParseFails", "<PMML><TreeModel/></PMML>", {"TreeModel"}, XmlFault::kParseFails, Fate::kDeleted, Fate::kDeleted},
-    {"EmptyTag", "<PMML><TreeModel/></PMML>", {"TreeModel"}, XmlFault::kTagIsEmpty, Fate::kDeleted, Fate::kDeleted},
-    {"NoTag", "<PMML><TreeModel/></PMML>", {"TreeModel"}, XmlFault::kTagIsNull, Fate::kDeleted, Fate::kDeleted},
+     Fate::DELETED,
+     Fate::DELETED},
+    {"NotWellFormed", "<PMML><TreeModel/>", {"TreeModel"}, kNoFault, Fate::DELETED, Fate::DELETED},
+    {"ParseFails", "<PMML><TreeModel/></PMML>", {"TreeModel"}, XmlFault::PARSE_FAILS, Fate::DELETED, Fate::DELETED},
+    {"EmptyTag", "<PMML><TreeModel/></PMML>", {"TreeModel"}, XmlFault::TAG_IS_EMPTY, Fate::DELETED, Fate::DELETED},
+    {"NoTag", "<PMML><TreeModel/></PMML>", {"TreeModel"}, XmlFault::TAG_IS_NULL, Fate::DELETED, Fate::DELETED},
     {"NoFirstElement",
      "<PMML><TreeModel/></PMML>",
      {"TreeModel"},
-     XmlFault::kListHasNoElement,
-     Fate::kDeleted,
-     Fate::kDeleted},
+     XmlFault::LIST_HAS_NO_ELEMENT,
+     Fate::DELETED,
+     Fate::DELETED},
 };
 
 class ParserLifetime : public testing::TestWithParam<Road> {
@@ -101,8 +101,8 @@ protected:
             // the fate of the parser alone is of interest here
         }
         const Documents after = DocumentsSoFar();
-        EXPECT_EQ(after.made - before.made, fate == Fate::kNeverMade ? 0 : 1);
-        EXPECT_EQ(after.gone - before.gone, fate == Fate::kDeleted ? 1 : 0);
+        EXPECT_EQ(after.made - before.made, fate == Fate::NEVER_MADE ? 0 : 1);
+        EXPECT_EQ(after.gone - before.gone, fate == Fate::DELETED ? 1 : 0);
     }
 };
 

@@ -24,7 +24,7 @@ namespace veltrane::tests {
 
 namespace {
 
-std::atomic<XmlFault> gFault{XmlFault::kNone};
+std::atomic<XmlFault> gFault{XmlFault::NONE};
 std::atomic<std::size_t> gAllocationsBefore{0};
 std::atomic<int> gStarted{0};
 std::atomic<int> gScans{0};
@@ -72,7 +72,7 @@ SetXmlFault::SetXmlFault(XmlFault fault, std::size_t before) {
     gFault = fault;
 }
 SetXmlFault::~SetXmlFault() {
-    gFault = XmlFault::kNone;
+    gFault = XmlFault::NONE;
 }
 
 int ScansBegun() {
@@ -104,20 +104,20 @@ VELTRANE_IN_FRONT void XMLPlatformUtils::Initialize(const char* const locale, co
     using Function = void (*)(const char*, const char*, PanicHandler*, MemoryManager*);
     static const auto real =
         Real<Function>("_ZN", "16XMLPlatformUtils10InitializeEPKcS2_PNS_12PanicHandlerEPNS_13MemoryManagerE");
-    if (gFault == XmlFault::kMemoryRunsOutInTheStart) {
+    if (gFault == XmlFault::MEMORY_RUNS_OUT_IN_THE_START) {
         const veltrane::tests::FailingAllocation failing(veltrane::tests::gAllocationsBefore);
         return real(locale, nlsHome, panicHandler, memoryManager);
     }
     real(locale, nlsHome, panicHandler, memoryManager);
     ++gStarted;
     switch (gFault) {
-    case XmlFault::kPlatformFails:
+    case XmlFault::PLATFORM_FAILS:
         throw RuntimeException(__FILE__, __LINE__, XMLExcepts::CPtr_PointerIsZero);
-    case XmlFault::kPlatformHasNoMemory:
+    case XmlFault::PLATFORM_HAS_NO_MEMORY:
         throw OutOfMemoryException();
-    case XmlFault::kPlatformHasNoManager:
+    case XmlFault::PLATFORM_HAS_NO_MANAGER:
         throw std::bad_alloc();
-    case XmlFault::kPlatformThrowsAnything:
+    case XmlFault::PLATFORM_THROWS_ANYTHING:
         throw UnknownFault();
     default:
         break;
@@ -140,7 +140,7 @@ VELTRANE_IN_FRONT void AbstractDOMParser::parse(const InputSource& source) {
         throw;
     }
     veltrane::tests::WatchDocument(getDocument());
-    if (gFault == XmlFault::kParseFails) {
+    if (gFault == XmlFault::PARSE_FAILS) {
         throw RuntimeException(__FILE__, __LINE__, XMLExcepts::CPtr_PointerIsZero);
     }
 }
@@ -155,17 +155,17 @@ VELTRANE_IN_FRONT void SAX2XMLReaderImpl::parse(const InputSource& source) {
 VELTRANE_IN_FRONT const XMLCh* DOMElementImpl::getTagName() const {
     using Function = const XMLCh* (*)(const DOMElementImpl*);
     static const auto real = Real<Function>("_ZNK", "14DOMElementImpl10getTagNameEv");
-    if (gFault == XmlFault::kTagIsEmpty) {
+    if (gFault == XmlFault::TAG_IS_EMPTY) {
         return XMLUni::fgZeroLenString;
     }
-    return gFault == XmlFault::kTagIsNull ? nullptr : real(this);
+    return gFault == XmlFault::TAG_IS_NULL ? nullptr : real(this);
 }
 
 VELTRANE_IN_FRONT DOMNode* DOMDeepNodeListImpl::item(XMLSize_t index) const {
     using Function = DOMNode* (*)(const DOMDeepNodeListImpl*, XMLSize_t);
     static const auto real = Real<Function>("_ZNK", "19DOMDeepNodeListImpl4itemEm");
     // The length of a list is found by asking for its last element.
-    return gFault == XmlFault::kListHasNoElement && index == 0 ? nullptr : real(this, index);
+    return gFault == XmlFault::LIST_HAS_NO_ELEMENT && index == 0 ? nullptr : real(this, index);
 }
 
 XERCES_CPP_NAMESPACE_END

@@ -8,16 +8,16 @@
 namespace veltrane::tests {
 
 enum class XmlFault {
-    kNone,
-    kPlatformFails,           ///< the start of the XML platform throws an XMLException, having begun
-    kPlatformHasNoMemory,     ///< the start throws what the parser makes of memory that ran out
-    kPlatformHasNoManager,    ///< the start throws std::bad_alloc
-    kPlatformThrowsAnything,  ///< the start throws what nobody knows
-    kMemoryRunsOutInTheStart, ///< an allocation within the start fails
-    kParseFails,              ///< a parse throws an XMLException at its end
-    kTagIsEmpty,              ///< an element has an empty tag name
-    kTagIsNull,               ///< an element has no tag name
-    kListHasNoElement,        ///< a list of elements has no first one, whatever its length
+    NONE,
+    PLATFORM_FAILS,               ///< the start of the XML platform throws an XMLException, having begun
+    PLATFORM_HAS_NO_MEMORY,       ///< the start throws what the parser makes of memory that ran out
+    PLATFORM_HAS_NO_MANAGER,      ///< the start throws std::bad_alloc
+    PLATFORM_THROWS_ANYTHING,     ///< the start throws what nobody knows
+    MEMORY_RUNS_OUT_IN_THE_START, ///< an allocation within the start fails
+    PARSE_FAILS,                  ///< a parse throws an XMLException at its end
+    TAG_IS_EMPTY,                 ///< an element has an empty tag name
+    TAG_IS_NULL,                  ///< an element has no tag name
+    LIST_HAS_NO_ELEMENT,          ///< a list of elements has no first one, whatever its length
 };
 
 /// The message of the exceptions that the faults throw.

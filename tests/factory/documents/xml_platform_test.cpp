@@ -49,7 +49,7 @@ TEST(XmlPlatform, IsLeftAloneOnceInitialized) {
 
 TEST(XmlPlatform, IsEndedWhenItFailsToStart) {
     {
-        const SetXmlFault fault(XmlFault::kPlatformFails);
+        const SetXmlFault fault(XmlFault::PLATFORM_FAILS);
         ExpectFailureWithDetail([] { Build(Pmml("<TreeModel/>"), kNames); }, 260102, kText, kDetail);
         ExpectFailureWithDetail([] { BuildWithDictionary(Pmml("<TreeModel/>"), nullptr, kNames); }, 260102, kText,
                                 kDetail);
@@ -69,7 +69,7 @@ TEST(XmlPlatform, IsEndedWhenItFailsToStart) {
 class XmlPlatformStart : public testing::TestWithParam<XmlFault> {};
 
 TEST_P(XmlPlatformStart, GivesTheLockBackWhateverItThrows) {
-    const std::string detail = GetParam() == XmlFault::kPlatformThrowsAnything ? "" : "OutOfMemory";
+    const std::string detail = GetParam() == XmlFault::PLATFORM_THROWS_ANYTHING ? "" : "OutOfMemory";
     {
         const SetXmlFault fault(GetParam());
         ExpectFailureWithDetail([] { Build(Pmml("<TreeModel/>"), kNames); }, 260102, kText, detail);
@@ -80,8 +80,8 @@ TEST_P(XmlPlatformStart, GivesTheLockBackWhateverItThrows) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, XmlPlatformStart,
-                         testing::Values(XmlFault::kPlatformHasNoMemory, XmlFault::kPlatformHasNoManager,
-                                         XmlFault::kPlatformThrowsAnything));
+                         testing::Values(XmlFault::PLATFORM_HAS_NO_MEMORY, XmlFault::PLATFORM_HAS_NO_MANAGER,
+                                         XmlFault::PLATFORM_THROWS_ANYTHING));
 
 TEST(XmlPlatform, IsNotBegunWithoutMemoryForIt) {
     // Of the allocations of a call, the one that stands for the whole platform is among the first.
@@ -98,15 +98,15 @@ TEST(XmlPlatform, IsNotBegunWithoutMemoryForIt) {
 }
 
 /// What a call ends with that may find no XML platform.
-enum Outcome { kModel, kRefused, kOther };
+enum Outcome { MODEL, REFUSED, OTHER };
 
 Outcome OutcomeOfACall() {
     try {
-        return Build(Pmml("<TreeModel/>"), kNames).empty() ? kOther : kModel;
+        return Build(Pmml("<TreeModel/>"), kNames).empty() ? OTHER : MODEL;
     } catch (const MCVeltrane_900::VTException& failure) {
-        return failure.GetErrorCode() == 260102 ? kRefused : kOther;
+        return failure.GetErrorCode() == 260102 ? REFUSED : OTHER;
     } catch (const std::bad_alloc&) {
-        return kRefused;
+        return REFUSED;
     }
 }
 
@@ -117,12 +117,12 @@ int ExitOfABrokenStart(std::size_t before) {
     const pid_t child = fork();
     if (child == 0) {
         alarm(60);
-        const SetXmlFault fault(XmlFault::kMemoryRunsOutInTheStart, before);
+        const SetXmlFault fault(XmlFault::MEMORY_RUNS_OUT_IN_THE_START, before);
         const Outcome first = OutcomeOfACall();
-        const SetXmlFault none(XmlFault::kNone);
+        const SetXmlFault none(XmlFault::NONE);
         const Outcome second = OutcomeOfACall();
         const Outcome third = std::async(std::launch::async, OutcomeOfACall).get();
-        _exit(first == kRefused && second == kRefused && third == kRefused ? 0 : 1);
+        _exit(first == REFUSED && second == REFUSED && third == REFUSED ? 0 : 1);
     }
     int status = 0;
     waitpid(child, &status, 0);
@@ -139,7 +139,7 @@ TEST(XmlPlatform, ThatIsHalfStartedIsRefusedFromThenOn) {
 
 TEST(XmlPlatform, FailureIsReportedForElements) {
     const ParsedXml xml = ParseXml("<TreeModel/>");
-    const SetXmlFault fault(XmlFault::kPlatformFails);
+    const SetXmlFault fault(XmlFault::PLATFORM_FAILS);
     ExpectFailureWithDetail([&] { ModelFactory::MakeModelFromXML(xml.Root(), kNames, nullptr, ""); }, 260102, kText,
                             kDetail);
     ExpectFailureWithDetail([&] { ModelFactory::MakeModelFromXML(xml.Root(), kNames, nullptr, nullptr, ""); }, 260102,
@@ -147,7 +147,7 @@ TEST(XmlPlatform, FailureIsReportedForElements) {
 }
 
 TEST(KeptXmlPlatform, FailureLeavesInitializeUntranslated) {
-    const SetXmlFault fault(XmlFault::kPlatformFails);
+    const SetXmlFault fault(XmlFault::PLATFORM_FAILS);
     EXPECT_THROW(ModelFactory::Initialize(""), xercesc::XMLException);
     EXPECT_FALSE(ModelFactory::fInitialized);
     ModelFactory::Terminate();

@@ -106,7 +106,7 @@ TEST_F(FileEntries, OtherFailuresAreThoseOfTheStream) {
 }
 
 TEST_F(FileEntries, FailureOfThePlatformComesFirstButForAStream) {
-    const SetXmlFault fault(XmlFault::kPlatformFails);
+    const SetXmlFault fault(XmlFault::PLATFORM_FAILS);
     ExpectFailureWithDetail([] { BuildFromFiles("model.xml", "no list"); }, 260102,
                             "Error in initializing XPARS. Detailed Message:", kXmlFaultMessage);
     ExpectFailure([] { BuildFromStream(Pmml("<TreeModel/>"), "no list"); }, 260103, "Could not open file: 'no list'.");

@@ -27,7 +27,7 @@ std::string Cell(const ScoreValue* value) {
     StringSink sink;
     CsvWriter writer(sink, ',');
     std::string scratch;
-    WriteValue(value, DateForm::kDate, writer, scratch);
+    WriteValue(value, DateForm::DATE, writer, scratch);
     writer.Text("|");
     writer.EndRow();
     writer.Flush();

@@ -26,7 +26,7 @@ std::string RowOf(const ScoreValue* value) {
     StringSink sink;
     CsvWriter writer(sink, ',');
     std::string scratch;
-    WriteValue(value, DateForm::kDate, writer, scratch);
+    WriteValue(value, DateForm::DATE, writer, scratch);
     writer.EndRow();
     writer.Flush();
     return sink.text;

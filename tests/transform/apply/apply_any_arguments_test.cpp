@@ -1,5 +1,5 @@
-#include "fields.h"
-#include "trees.h"
+#include "transform/fields/fields.h"
+#include "transform/trees/trees.h"
 
 #include <MCVeltrane_900/ApplyNodeStats.h>
 #include <MCVeltrane_900/FunctionTreeImp.h>

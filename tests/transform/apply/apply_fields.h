@@ -1,7 +1,7 @@
 #ifndef VELTRANE_TESTS_TRANSFORM_APPLY_FIELDS_H
 #define VELTRANE_TESTS_TRANSFORM_APPLY_FIELDS_H
 
-#include "fields.h"
+#include "transform/fields/fields.h"
 
 #include <MCVeltrane_900/ApplyNodeStats.h>
 #include <MCVeltrane_900/FunctionTreeImp.h>

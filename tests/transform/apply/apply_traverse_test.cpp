@@ -1,5 +1,5 @@
 #include "apply_fields.h"
-#include "trees.h"
+#include "transform/trees/trees.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
 

@@ -1,5 +1,5 @@
-#include "fields.h"
 #include "support/allocations.h"
+#include "transform/fields/fields.h"
 
 #include <MCVeltrane_900/InlineTable.h>
 #include <MCVeltrane_900/MapValues.h>

@@ -1,4 +1,4 @@
-#include "apply_fields.h"
+#include "transform/apply/apply_fields.h"
 
 #include <MCVeltrane_900/InlineTable.h>
 #include <MCVeltrane_900/MapValues.h>

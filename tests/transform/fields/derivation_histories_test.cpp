@@ -1,4 +1,4 @@
-#include "apply_fields.h"
+#include "transform/apply/apply_fields.h"
 
 #include <MCVeltrane_900/InlineTable.h>
 #include <MCVeltrane_900/MapValues.h>
@@ -19,7 +19,7 @@
 namespace veltrane::tests {
 namespace {
 
-enum class Kind { kReference, kMap, kLag, kMaximum, kChoice };
+enum class Kind { REFERENCE, MAP, LAG, MAXIMUM, CHOICE };
 
 /// What a field is made of. Its sources are earlier fields, or an input for a negative number.
 struct Plan {
@@ -42,11 +42,11 @@ double Mapped(double sum) {
 std::vector<Plan> RandomPlans(std::mt19937& random, int count) {
     std::vector<Plan> plans;
     for (int i = 0; i < count; ++i) {
-        Plan plan{i == 0 ? Kind::kLag : static_cast<Kind>(random() % 5), {}};
-        const std::size_t sources = plan.kind == Kind::kReference ? 1
-                                    : plan.kind == Kind::kMaximum ? 2
-                                    : plan.kind == Kind::kChoice  ? 3
-                                                                  : 1 + random() % 2;
+        Plan plan{i == 0 ? Kind::LAG : static_cast<Kind>(random() % 5), {}};
+        const std::size_t sources = plan.kind == Kind::REFERENCE ? 1
+                                    : plan.kind == Kind::MAXIMUM ? 2
+                                    : plan.kind == Kind::CHOICE  ? 3
+                                                                 : 1 + random() % 2;
         for (std::size_t k = 0; k < sources; ++k) {
             const bool isInput = i == 0 || random() % 5 == 0;
             plan.sources.push_back(isInput ? -1 - static_cast<int>(random() % kInputs)
@@ -81,10 +81,10 @@ public:
             return fInputs[Index(-source - 1)];
         }
         const Plan& plan = fPlans[Index(source)];
-        const double result = plan.kind == Kind::kReference ? Evaluate(plan.sources[0])
-                              : plan.kind == Kind::kMap     ? Look(plan)
-                              : plan.kind == Kind::kLag     ? Lag(source, plan)
-                                                            : Apply(plan);
+        const double result = plan.kind == Kind::REFERENCE ? Evaluate(plan.sources[0])
+                              : plan.kind == Kind::MAP     ? Look(plan)
+                              : plan.kind == Kind::LAG     ? Lag(source, plan)
+                                                           : Apply(plan);
         fResults[Index(source)] = result;
         return result;
     }
@@ -136,7 +136,7 @@ private:
     double Apply(const Plan& plan) {
         const double first = Leaf(plan.sources[0]);
         const double second = Leaf(plan.sources[1]);
-        if (plan.kind == Kind::kMaximum) {
+        if (plan.kind == Kind::MAXIMUM) {
             return std::max(first, second); // the missing number is the smallest
         }
         return first == 1 ? second : Leaf(plan.sources[2]);
@@ -190,11 +190,11 @@ protected:
 private:
     TransformVar& Make(const Plan& plan, const std::string& name) {
         switch (plan.kind) {
-        case Kind::kReference:
+        case Kind::REFERENCE:
             return Derived(name, kNumeric, NameOf(plan.sources[0]), TD::TE_FIELD_REF);
-        case Kind::kMap:
+        case Kind::MAP:
             return MakeMap(plan, name);
-        case Kind::kLag: {
+        case Kind::LAG: {
             TransformVar& lag = Derived(name, kNumeric, NameOf(plan.sources[0]), TD::TE_LAG);
             std::vector<const ScoreDictVar*> blocks;
             if (plan.sources.size() > 1) {
@@ -203,7 +203,7 @@ private:
             lag.SetLags(plan.n, blocks);
             return lag;
         }
-        case Kind::kMaximum:
+        case Kind::MAXIMUM:
             return Apply(kNumeric, Call(TD::TF_MAX, Leaves(plan)), name);
         default: {
             std::vector<FunctionTreeImp*> children = Leaves(plan);

@@ -1,5 +1,5 @@
 #include "fields.h"
-#include "trees.h"
+#include "transform/trees/trees.h"
 
 #include <sstream>
 

@@ -11,15 +11,15 @@ namespace {
 
 /// What a field may have to stand for missing and unmatched values, as flags.
 enum Setting {
-    kNothing = 0,
-    kMiss = 1,
-    kDefault = 2,
-    kSysmisValue = 4,
-    kMissingCopy = 8,
-    kElseCopy = 16,
-    kSysmisIsSysmis = 32, ///< the replacement of system-missing values is SYSMIS itself
-    kMissIsSysmis = 64,
-    kDefaultIsSysmis = 128,
+    NOTHING = 0,
+    MISS = 1,
+    DEFAULT = 2,
+    SYSMIS_VALUE = 4,
+    MISSING_COPY = 8,
+    ELSE_COPY = 16,
+    SYSMIS_IS_SYSMIS = 32, ///< the replacement of system-missing values is SYSMIS itself
+    MISS_IS_SYSMIS = 64,
+    DEFAULT_IS_SYSMIS = 128,
 };
 
 /// Values of the own type: 1 for missing, 2 for unmatched, 3 for system-missing values; "m", "d", "s" in text.
@@ -29,16 +29,16 @@ void Apply(TransformVar& field, int settings) {
         return text ? Txt(word) : Num(sysmis ? kSysmis : number);
     };
     // The copy flags first: setting one drops a replacement, and a replacement clears its own flag.
-    field.SetRecodeMissingCopy((settings & kMissingCopy) != 0);
-    field.SetRecodeElseCopy((settings & kElseCopy) != 0);
-    if (settings & (kMiss | kMissIsSysmis)) {
-        field.SetRecodeMissValueTo(make(1, "m", settings & kMissIsSysmis));
+    field.SetRecodeMissingCopy((settings & MISSING_COPY) != 0);
+    field.SetRecodeElseCopy((settings & ELSE_COPY) != 0);
+    if (settings & (MISS | MISS_IS_SYSMIS)) {
+        field.SetRecodeMissValueTo(make(1, "m", settings & MISS_IS_SYSMIS));
     }
-    if (settings & (kDefault | kDefaultIsSysmis)) {
-        field.SetRecodeDefaultValue(make(2, "d", settings & kDefaultIsSysmis));
+    if (settings & (DEFAULT | DEFAULT_IS_SYSMIS)) {
+        field.SetRecodeDefaultValue(make(2, "d", settings & DEFAULT_IS_SYSMIS));
     }
-    if (settings & (kSysmisValue | kSysmisIsSysmis)) {
-        field.SetRecodeSysmisValue(make(3, "s", settings & kSysmisIsSysmis));
+    if (settings & (SYSMIS_VALUE | SYSMIS_IS_SYSMIS)) {
+        field.SetRecodeSysmisValue(make(3, "s", settings & SYSMIS_IS_SYSMIS));
     }
 }
 
@@ -56,43 +56,43 @@ constexpr auto T = kText;
 
 const Row kRows[] = {
     // Unmatched, text: the default, else the copy, else empty.
-    {"UnmatchedTextDefault", T, T, "unmatched", kDefault | kMiss | kSysmisValue | kMissingCopy, "text 'd'"},
-    {"UnmatchedTextElseCopy", T, T, "unmatched", kElseCopy, "text 'unmatched'"},
-    {"UnmatchedTextMissingCopyDoesNotCount", T, T, "unmatched", kMissingCopy, "text ''"},
-    {"UnmatchedTextMissDoesNotCount", T, T, "unmatched", kMiss | kSysmisValue, "text ''"},
-    {"UnmatchedTextNothing", T, T, "unmatched", kNothing, "text ''"},
-    {"UnmatchedTextElseCopyOfANumber", T, N, "unmatched", kElseCopy, "text '50'"},
+    {"UnmatchedTextDefault", T, T, "unmatched", DEFAULT | MISS | SYSMIS_VALUE | MISSING_COPY, "text 'd'"},
+    {"UnmatchedTextElseCopy", T, T, "unmatched", ELSE_COPY, "text 'unmatched'"},
+    {"UnmatchedTextMissingCopyDoesNotCount", T, T, "unmatched", MISSING_COPY, "text ''"},
+    {"UnmatchedTextMissDoesNotCount", T, T, "unmatched", MISS | SYSMIS_VALUE, "text ''"},
+    {"UnmatchedTextNothing", T, T, "unmatched", NOTHING, "text ''"},
+    {"UnmatchedTextElseCopyOfANumber", T, N, "unmatched", ELSE_COPY, "text '50'"},
     // Unmatched, numeric.
-    {"UnmatchedNumberDefault", N, N, "unmatched", kDefault | kMiss | kSysmisValue, "number 2"},
-    {"UnmatchedNumberDefaultSysmis", N, N, "unmatched", kDefaultIsSysmis, "number SYSMIS"},
-    {"UnmatchedNumberElseCopy", N, N, "unmatched", kElseCopy, "number 50"},
-    {"UnmatchedNumberMissingCopyDoesNotCount", N, N, "unmatched", kMissingCopy, "number SYSMIS"},
-    {"UnmatchedNumberNothing", N, N, "unmatched", kNothing, "number SYSMIS"},
-    {"UnmatchedNumberElseCopyOfAText", N, T, "12.5", kElseCopy, "number 12.5"},
+    {"UnmatchedNumberDefault", N, N, "unmatched", DEFAULT | MISS | SYSMIS_VALUE, "number 2"},
+    {"UnmatchedNumberDefaultSysmis", N, N, "unmatched", DEFAULT_IS_SYSMIS, "number SYSMIS"},
+    {"UnmatchedNumberElseCopy", N, N, "unmatched", ELSE_COPY, "number 50"},
+    {"UnmatchedNumberMissingCopyDoesNotCount", N, N, "unmatched", MISSING_COPY, "number SYSMIS"},
+    {"UnmatchedNumberNothing", N, N, "unmatched", NOTHING, "number SYSMIS"},
+    {"UnmatchedNumberElseCopyOfAText", N, T, "12.5", ELSE_COPY, "number 12.5"},
     // Missing, text.
-    {"SysmisTextSysmisValueFirst", T, N, "sysmis", kSysmisValue | kMiss | kElseCopy, "text 's'"},
-    {"SysmisTextMiss", T, N, "sysmis", kMiss | kDefault, "text 'm'"},
-    {"SysmisTextMissingCopy", T, N, "sysmis", kMissingCopy, "text 'Undefined'"},
-    {"SysmisTextElseCopy", T, N, "sysmis", kElseCopy, "text 'Undefined'"},
-    {"SysmisTextDefaultDoesNotCount", T, N, "sysmis", kDefault, "text ''"},
-    {"UserMissingTextIgnoresSysmisValue", T, N, "user", kSysmisValue | kMiss, "text 'm'"},
-    {"UserMissingTextOnlySysmisValue", T, N, "user", kSysmisValue, "text ''"},
-    {"UserMissingTextMissingCopy", T, N, "user", kMissingCopy, "text '99'"},
-    {"MissingTextOfATextSourceIgnoresSysmisValue", T, T, "user", kSysmisValue | kMiss, "text 'm'"},
-    {"MissingTextOfATextSourceCopy", T, T, "user", kMissingCopy, "text 'user'"},
-    {"MissingTextNothing", T, T, "user", kNothing, "text ''"},
+    {"SysmisTextSysmisValueFirst", T, N, "sysmis", SYSMIS_VALUE | MISS | ELSE_COPY, "text 's'"},
+    {"SysmisTextMiss", T, N, "sysmis", MISS | DEFAULT, "text 'm'"},
+    {"SysmisTextMissingCopy", T, N, "sysmis", MISSING_COPY, "text 'Undefined'"},
+    {"SysmisTextElseCopy", T, N, "sysmis", ELSE_COPY, "text 'Undefined'"},
+    {"SysmisTextDefaultDoesNotCount", T, N, "sysmis", DEFAULT, "text ''"},
+    {"UserMissingTextIgnoresSysmisValue", T, N, "user", SYSMIS_VALUE | MISS, "text 'm'"},
+    {"UserMissingTextOnlySysmisValue", T, N, "user", SYSMIS_VALUE, "text ''"},
+    {"UserMissingTextMissingCopy", T, N, "user", MISSING_COPY, "text '99'"},
+    {"MissingTextOfATextSourceIgnoresSysmisValue", T, T, "user", SYSMIS_VALUE | MISS, "text 'm'"},
+    {"MissingTextOfATextSourceCopy", T, T, "user", MISSING_COPY, "text 'user'"},
+    {"MissingTextNothing", T, T, "user", NOTHING, "text ''"},
     // Missing, numeric.
-    {"SysmisNumberSysmisValueFirst", N, N, "sysmis", kSysmisValue | kMiss | kElseCopy, "number 3"},
-    {"SysmisNumberSysmisValueThatIsSysmis", N, N, "sysmis", kSysmisIsSysmis | kMiss, "number 1"},
-    {"SysmisNumberMiss", N, N, "sysmis", kMiss | kDefault, "number 1"},
-    {"SysmisNumberMissThatIsSysmis", N, N, "sysmis", kMissIsSysmis | kElseCopy, "number SYSMIS"},
-    {"UserMissingNumberMissThatIsSysmisIsNotCopied", N, N, "user", kMissIsSysmis | kElseCopy, "number SYSMIS"},
-    {"UserMissingNumberIgnoresSysmisValue", N, N, "user", kSysmisValue | kMiss, "number 1"},
-    {"UserMissingNumberMissingCopy", N, N, "user", kMissingCopy, "number 99"},
-    {"UserMissingNumberElseCopy", N, N, "user", kElseCopy, "number 99"},
-    {"UserMissingNumberDefaultDoesNotCount", N, N, "user", kDefault, "number SYSMIS"},
-    {"MissingNumberNothing", N, N, "sysmis", kNothing, "number SYSMIS"},
-    {"MissingNumberOfATextSource", N, T, "user", kSysmisValue | kMiss, "number 1"},
+    {"SysmisNumberSysmisValueFirst", N, N, "sysmis", SYSMIS_VALUE | MISS | ELSE_COPY, "number 3"},
+    {"SysmisNumberSysmisValueThatIsSysmis", N, N, "sysmis", SYSMIS_IS_SYSMIS | MISS, "number 1"},
+    {"SysmisNumberMiss", N, N, "sysmis", MISS | DEFAULT, "number 1"},
+    {"SysmisNumberMissThatIsSysmis", N, N, "sysmis", MISS_IS_SYSMIS | ELSE_COPY, "number SYSMIS"},
+    {"UserMissingNumberMissThatIsSysmisIsNotCopied", N, N, "user", MISS_IS_SYSMIS | ELSE_COPY, "number SYSMIS"},
+    {"UserMissingNumberIgnoresSysmisValue", N, N, "user", SYSMIS_VALUE | MISS, "number 1"},
+    {"UserMissingNumberMissingCopy", N, N, "user", MISSING_COPY, "number 99"},
+    {"UserMissingNumberElseCopy", N, N, "user", ELSE_COPY, "number 99"},
+    {"UserMissingNumberDefaultDoesNotCount", N, N, "user", DEFAULT, "number SYSMIS"},
+    {"MissingNumberNothing", N, N, "sysmis", NOTHING, "number SYSMIS"},
+    {"MissingNumberOfATextSource", N, T, "user", SYSMIS_VALUE | MISS, "number 1"},
 };
 
 class MissingAndUnmatched : public DerivedFields, public ::testing::WithParamInterface<Row> {

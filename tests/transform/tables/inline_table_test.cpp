@@ -1,4 +1,4 @@
-#include "fields.h"
+#include "transform/fields/fields.h"
 
 #include <MCVeltrane_900/InlineTable.h>
 

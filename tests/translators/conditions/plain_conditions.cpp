@@ -12,7 +12,7 @@ std::string Attribute(const std::string& name, const std::string& value) {
 }
 
 Truth TruthOf(bool holds) {
-    return holds ? Truth::kTrue : Truth::kFalse;
+    return holds ? Truth::IS_TRUE : Truth::IS_FALSE;
 }
 
 double Place(const PlainField& field, const std::string& value) {
@@ -48,10 +48,10 @@ Truth Compare(const PlainCondition& condition, const PlainField& field, const st
         return TruthOf(value.has_value());
     }
     if (!value) {
-        return Truth::kUnknown;
+        return Truth::UNKNOWN;
     }
     const std::string& operand = condition.values.front();
-    const bool isScale = field.kind == FieldKind::kScale || (field.kind == FieldKind::kOrdinalNumber && ordinalAsScale);
+    const bool isScale = field.kind == FieldKind::SCALE || (field.kind == FieldKind::ORDINAL_NUMBER && ordinalAsScale);
     if (isScale) {
         return TruthOf(Compare(std::stod(*value), condition.op, std::stod(operand)));
     }
@@ -60,7 +60,7 @@ Truth Compare(const PlainCondition& condition, const PlainField& field, const st
 
 Truth IsIn(const PlainCondition& condition, const std::optional<std::string>& value) {
     if (!value) {
-        return Truth::kUnknown;
+        return Truth::UNKNOWN;
     }
     const auto& values = condition.values;
     const bool isIn = std::find(values.begin(), values.end(), *value) != values.end();
@@ -70,21 +70,21 @@ Truth IsIn(const PlainCondition& condition, const std::optional<std::string>& va
 Truth Combine(const std::string& op, const std::vector<Truth>& truths) {
     const auto has = [&](Truth truth) { return std::find(truths.begin(), truths.end(), truth) != truths.end(); };
     if (op == "and") {
-        return has(Truth::kFalse) ? Truth::kFalse : has(Truth::kUnknown) ? Truth::kUnknown : Truth::kTrue;
+        return has(Truth::IS_FALSE) ? Truth::IS_FALSE : has(Truth::UNKNOWN) ? Truth::UNKNOWN : Truth::IS_TRUE;
     }
     if (op == "or") {
-        return has(Truth::kTrue) ? Truth::kTrue : has(Truth::kUnknown) ? Truth::kUnknown : Truth::kFalse;
+        return has(Truth::IS_TRUE) ? Truth::IS_TRUE : has(Truth::UNKNOWN) ? Truth::UNKNOWN : Truth::IS_FALSE;
     }
     if (op == "xor") {
-        return has(Truth::kUnknown) ? Truth::kUnknown
-                                    : TruthOf(std::count(truths.begin(), truths.end(), Truth::kTrue) % 2 == 1);
+        return has(Truth::UNKNOWN) ? Truth::UNKNOWN
+                                   : TruthOf(std::count(truths.begin(), truths.end(), Truth::IS_TRUE) % 2 == 1);
     }
     for (std::size_t i = 0; i < truths.size(); ++i) {
-        if (truths[i] != Truth::kUnknown) {
-            return truths[i] == Truth::kTrue && i > 0 ? Truth::kTrueBySurrogate : truths[i];
+        if (truths[i] != Truth::UNKNOWN) {
+            return truths[i] == Truth::IS_TRUE && i > 0 ? Truth::TRUE_BY_SURROGATE : truths[i];
         }
     }
-    return Truth::kUnknown;
+    return Truth::UNKNOWN;
 }
 
 } // namespace
@@ -92,15 +92,15 @@ Truth Combine(const std::string& op, const std::vector<Truth>& truths) {
 std::string ToXml(const PlainCondition& condition, const Fields& fields) {
     std::string content;
     switch (condition.kind) {
-    case PlainCondition::Kind::kTrue:
+    case PlainCondition::Kind::IS_TRUE:
         return "<True/>";
-    case PlainCondition::Kind::kFalse:
+    case PlainCondition::Kind::IS_FALSE:
         return "<False/>";
-    case PlainCondition::Kind::kComparison:
+    case PlainCondition::Kind::COMPARISON:
         return "<SimplePredicate" + Attribute("field", fields[condition.field].name) +
                Attribute("operator", condition.op) +
                (condition.values.empty() ? "" : Attribute("value", condition.values.front())) + "/>";
-    case PlainCondition::Kind::kSet:
+    case PlainCondition::Kind::SET:
         for (const std::string& value : condition.values) {
             content += (content.empty() ? "" : " ") + value;
         }
@@ -108,7 +108,7 @@ std::string ToXml(const PlainCondition& condition, const Fields& fields) {
                Attribute("booleanOperator", condition.op) + "><Array" +
                Attribute("type", fields[condition.field].IsText() ? "string" : "real") + ">" + content +
                "</Array></SimpleSetPredicate>";
-    case PlainCondition::Kind::kCompound:
+    case PlainCondition::Kind::COMPOUND:
         for (const PlainCondition& child : condition.children) {
             content += ToXml(child, fields);
         }
@@ -122,7 +122,7 @@ std::string ToXml(const Fields& fields) {
     std::string text = "<DataDictionary" + Attribute("numberOfFields", std::to_string(fields.size())) + ">";
     for (const PlainField& field : fields) {
         const char* optype =
-            field.kind == FieldKind::kScale ? "continuous" : (field.IsOrdinal() ? "ordinal" : "categorical");
+            field.kind == FieldKind::SCALE ? "continuous" : (field.IsOrdinal() ? "ordinal" : "categorical");
         text += "<DataField" + Attribute("name", field.name) + Attribute("optype", optype) +
                 Attribute("dataType", field.IsText() ? "string" : "double") + ">";
         for (const std::string& category : field.categories) {
@@ -135,15 +135,15 @@ std::string ToXml(const Fields& fields) {
 
 Truth Evaluate(const PlainCondition& condition, const Fields& fields, const PlainCase& values, bool ordinalAsScale) {
     switch (condition.kind) {
-    case PlainCondition::Kind::kTrue:
-        return Truth::kTrue;
-    case PlainCondition::Kind::kFalse:
-        return Truth::kFalse;
-    case PlainCondition::Kind::kComparison:
+    case PlainCondition::Kind::IS_TRUE:
+        return Truth::IS_TRUE;
+    case PlainCondition::Kind::IS_FALSE:
+        return Truth::IS_FALSE;
+    case PlainCondition::Kind::COMPARISON:
         return Compare(condition, fields[condition.field], values[condition.field], ordinalAsScale);
-    case PlainCondition::Kind::kSet:
+    case PlainCondition::Kind::SET:
         return IsIn(condition, values[condition.field]);
-    case PlainCondition::Kind::kCompound:
+    case PlainCondition::Kind::COMPOUND:
         break;
     }
     std::vector<Truth> truths;

@@ -8,24 +8,24 @@
 /// Conditions as a reader of a document would work them out by hand: from operator and value alone, without splits.
 namespace veltrane::tests {
 
-enum class FieldKind { kScale, kOrdinalText, kOrdinalNumber, kCategoricalText, kCategoricalNumber };
+enum class FieldKind { SCALE, ORDINAL_TEXT, ORDINAL_NUMBER, CATEGORICAL_TEXT, CATEGORICAL_NUMBER };
 
 struct PlainField {
     std::string name;
     FieldKind kind;
     std::vector<std::string> categories; ///< none for a scale
 
-    bool IsText() const { return kind == FieldKind::kOrdinalText || kind == FieldKind::kCategoricalText; }
-    bool IsOrdinal() const { return kind == FieldKind::kOrdinalText || kind == FieldKind::kOrdinalNumber; }
+    bool IsText() const { return kind == FieldKind::ORDINAL_TEXT || kind == FieldKind::CATEGORICAL_TEXT; }
+    bool IsOrdinal() const { return kind == FieldKind::ORDINAL_TEXT || kind == FieldKind::ORDINAL_NUMBER; }
 };
 
 /// A value for each field, in their order; nothing for a missing one.
 using PlainCase = std::vector<std::optional<std::string>>;
 
-enum class Truth { kTrue, kFalse, kUnknown, kTrueBySurrogate };
+enum class Truth { IS_TRUE, IS_FALSE, UNKNOWN, TRUE_BY_SURROGATE };
 
 struct PlainCondition {
-    enum class Kind { kComparison, kSet, kCompound, kTrue, kFalse };
+    enum class Kind { COMPARISON, SET, COMPOUND, IS_TRUE, IS_FALSE };
 
     Kind kind;
     std::size_t field = 0;

@@ -19,8 +19,8 @@ constexpr int kConditionsEach = 500; // 100,000 in all
 class RandomConditions {
 public:
     explicit RandomConditions(unsigned seed) : fRandom(seed) {
-        for (const FieldKind kind : {FieldKind::kScale, FieldKind::kOrdinalText, FieldKind::kOrdinalNumber,
-                                     FieldKind::kCategoricalText, FieldKind::kCategoricalNumber}) {
+        for (const FieldKind kind : {FieldKind::SCALE, FieldKind::ORDINAL_TEXT, FieldKind::ORDINAL_NUMBER,
+                                     FieldKind::CATEGORICAL_TEXT, FieldKind::CATEGORICAL_NUMBER}) {
             for (int copy = 0; copy < 2; ++copy) {
                 AddField(kind);
             }
@@ -71,7 +71,7 @@ private:
     void AddField(FieldKind kind) {
         PlainField field{"f" + std::to_string(fFields.size()), kind, {}};
         // Numbers are listed in no order, so that a place in the list is not a rank.
-        const int count = kind == FieldKind::kScale ? 0 : 1 + Below(8);
+        const int count = kind == FieldKind::SCALE ? 0 : 1 + Below(8);
         const int step = 3 + 2 * Below(4);
         for (int i = 0; i < count; ++i) {
             field.categories.push_back(field.IsText() ? "c" + std::to_string(i * step % 11)
@@ -81,7 +81,7 @@ private:
     }
 
     std::string Value(const PlainField& field) {
-        if (field.kind != FieldKind::kScale) {
+        if (field.kind != FieldKind::SCALE) {
             return Pick(field.categories);
         }
         return Below(2) == 0 ? std::to_string(Below(7) - 3)
@@ -91,18 +91,18 @@ private:
     PlainCondition Comparison() {
         const auto field = static_cast<std::size_t>(Below(static_cast<int>(fFields.size())));
         if (Below(8) == 0) {
-            return {Kind::kComparison, field, "isMissing", {}, {}};
+            return {Kind::COMPARISON, field, "isMissing", {}, {}};
         }
         const bool isCategorical =
-            fFields[field].kind == FieldKind::kCategoricalText || fFields[field].kind == FieldKind::kCategoricalNumber;
+            fFields[field].kind == FieldKind::CATEGORICAL_TEXT || fFields[field].kind == FieldKind::CATEGORICAL_NUMBER;
         static const std::vector<std::string> operators{"equal",       "notEqual",    "lessThan",
                                                         "lessOrEqual", "greaterThan", "greaterOrEqual"};
-        return {Kind::kComparison, field, isCategorical ? "equal" : Pick(operators), {Value(fFields[field])}, {}};
+        return {Kind::COMPARISON, field, isCategorical ? "equal" : Pick(operators), {Value(fFields[field])}, {}};
     }
 
     PlainCondition Set() {
         const auto field = static_cast<std::size_t>(2 + Below(static_cast<int>(fFields.size()) - 2));
-        PlainCondition set{Kind::kSet, field, "isIn", {}, {}};
+        PlainCondition set{Kind::SET, field, "isIn", {}, {}};
         for (int count = 1 + Below(4); count > 0; --count) {
             set.values.push_back(Pick(fFields[field].categories));
         }
@@ -110,11 +110,11 @@ private:
     }
 
     PlainCondition Compound(int depth, const std::string& op) {
-        PlainCondition compound{Kind::kCompound, 0, op, {}, {}};
+        PlainCondition compound{Kind::COMPOUND, 0, op, {}, {}};
         for (int count = 1 + Below(4); count > 0; --count) {
             const int choice = Below(10);
             if (choice < 2) {
-                compound.children.push_back({choice == 0 ? Kind::kTrue : Kind::kFalse, 0, "", {}, {}});
+                compound.children.push_back({choice == 0 ? Kind::IS_TRUE : Kind::IS_FALSE, 0, "", {}, {}});
             } else {
                 compound.children.push_back(Condition(depth - 1));
             }
@@ -147,7 +147,7 @@ TEST_P(PredicateAgreement, AHundredThousandConditionsGiveWhatTheyWouldByHand) {
         }
     }
     // Every answer has to come up often, or the agreement says little.
-    for (const Truth truth : {Truth::kTrue, Truth::kFalse, Truth::kUnknown, Truth::kTrueBySurrogate}) {
+    for (const Truth truth : {Truth::IS_TRUE, Truth::IS_FALSE, Truth::UNKNOWN, Truth::TRUE_BY_SURROGATE}) {
         EXPECT_GT(seen[truth], 1000);
     }
 }
@@ -157,7 +157,7 @@ std::string FormName(const testing::TestParamInfo<Encoders>& form) {
     return kNames[static_cast<std::size_t>(form.param)];
 }
 
-INSTANTIATE_TEST_SUITE_P(Forms, PredicateAgreement, testing::Values(Encoders::kNone, Encoders::kTexts, Encoders::kAll),
+INSTANTIATE_TEST_SUITE_P(Forms, PredicateAgreement, testing::Values(Encoders::NONE, Encoders::TEXTS, Encoders::ALL),
                          FormName);
 
 // Where the library answers otherwise than by hand, and is meant to.
@@ -172,10 +172,10 @@ struct Answers {
 
 class KeptPredicateDifference : public testing::Test {
 protected:
-    const std::vector<PlainField> fields{{"x", FieldKind::kScale, {}},
-                                         {"o", FieldKind::kOrdinalText, {"a", "b", "c"}},
-                                         {"s", FieldKind::kCategoricalText, {"a", "b", "c"}},
-                                         {"n", FieldKind::kCategoricalNumber, {"1", "2", "3"}}};
+    const std::vector<PlainField> fields{{"x", FieldKind::SCALE, {}},
+                                         {"o", FieldKind::ORDINAL_TEXT, {"a", "b", "c"}},
+                                         {"s", FieldKind::CATEGORICAL_TEXT, {"a", "b", "c"}},
+                                         {"n", FieldKind::CATEGORICAL_NUMBER, {"1", "2", "3"}}};
 
     /// The condition over a case that has this value in the condition's field and nothing else.
     Answers Ask(const PlainCondition& condition, std::optional<std::string> value) const {
@@ -184,8 +184,8 @@ protected:
         const auto read = [&](Encoders encoders) {
             return ReadConditions(fields, {condition}, encoders, false).Evaluate(0, values);
         };
-        return {Evaluate(condition, fields, values, false), read(Encoders::kNone), read(Encoders::kTexts),
-                read(Encoders::kAll)};
+        return {Evaluate(condition, fields, values, false), read(Encoders::NONE), read(Encoders::TEXTS),
+                read(Encoders::ALL)};
     }
 
     static void Expect(const Answers& answers, Truth byHand, Truth record, Truth recordWithEncoders, Truth encoded) {
@@ -196,16 +196,16 @@ protected:
     }
 
     static PlainCondition Comparison(std::size_t field, const std::string& op, std::vector<std::string> values = {}) {
-        return {Kind::kComparison, field, op, std::move(values), {}};
+        return {Kind::COMPARISON, field, op, std::move(values), {}};
     }
     static PlainCondition Set(std::size_t field, const std::string& op, std::vector<std::string> values) {
-        return {Kind::kSet, field, op, std::move(values), {}};
+        return {Kind::SET, field, op, std::move(values), {}};
     }
 };
 
-constexpr Truth T = Truth::kTrue;
-constexpr Truth F = Truth::kFalse;
-constexpr Truth U = Truth::kUnknown;
+constexpr Truth T = Truth::IS_TRUE;
+constexpr Truth F = Truth::IS_FALSE;
+constexpr Truth U = Truth::UNKNOWN;
 
 TEST_F(KeptPredicateDifference, NotEqualOnACategoricalFieldReadsLikeEqual) {
     Expect(Ask(Comparison(2, "notEqual", {"a"}), "a"), F, T, T, T);
@@ -245,10 +245,10 @@ TEST_F(KeptPredicateDifference, IsNotMissingIsUnknownOfAMissingValue) {
 
 TEST_F(KeptPredicateDifference, ASurrogateWithinAnOrIsNotTrue) {
     const PlainCondition surrogate{
-        Kind::kCompound, 0, "surrogate", {}, {Comparison(2, "equal", {"a"}), Comparison(0, "isMissing")}};
-    const PlainCondition within{Kind::kCompound, 0, "or", {}, {surrogate, Comparison(0, "equal", {"1"})}};
+        Kind::COMPOUND, 0, "surrogate", {}, {Comparison(2, "equal", {"a"}), Comparison(0, "isMissing")}};
+    const PlainCondition within{Kind::COMPOUND, 0, "or", {}, {surrogate, Comparison(0, "equal", {"1"})}};
     Expect(Ask(within, std::nullopt), U, U, U, U);
-    const PlainCondition onlySurrogates{Kind::kCompound, 0, "or", {}, {surrogate, surrogate}};
+    const PlainCondition onlySurrogates{Kind::COMPOUND, 0, "or", {}, {surrogate, surrogate}};
     Expect(Ask(onlySurrogates, std::nullopt), F, F, F, F);
 }
 

@@ -19,9 +19,9 @@ constexpr double kMissingCode = -2.0;
 ScorePredicate* Read(PMMLTranslator& translator, xercesc::DOMNode* element, PlainCondition::Kind kind,
                      const ScoreDictionary* dictionary, bool ordinalAsScale) {
     switch (kind) {
-    case PlainCondition::Kind::kComparison:
+    case PlainCondition::Kind::COMPARISON:
         return translator.ParsePredicate(element, dictionary, nullptr, ordinalAsScale);
-    case PlainCondition::Kind::kSet:
+    case PlainCondition::Kind::SET:
         return translator.ParseSetPredicate(element, dictionary, nullptr);
     default:
         return translator.ParseCompoundPredicate(element, dictionary, nullptr, ordinalAsScale);
@@ -31,13 +31,13 @@ ScorePredicate* Read(PMMLTranslator& translator, xercesc::DOMNode* element, Plai
 Truth TruthOf(ScorePredicate::PredicateResult result) {
     switch (result) {
     case ScorePredicate::PRED_TRUE:
-        return Truth::kTrue;
+        return Truth::IS_TRUE;
     case ScorePredicate::PRED_FALSE:
-        return Truth::kFalse;
+        return Truth::IS_FALSE;
     case ScorePredicate::PRED_SURROGATE_TRUE:
-        return Truth::kTrueBySurrogate;
+        return Truth::TRUE_BY_SURROGATE;
     default:
-        return Truth::kUnknown;
+        return Truth::UNKNOWN;
     }
 }
 
@@ -52,11 +52,11 @@ ReadConditions::ReadConditions(const std::vector<PlainField>& fields, const std:
     }
     const ParsedXml document(text + "</PMML>");
     xercesc::DOMNode* element = document.Root()->getFirstChild();
-    fDictionary.reset(fTranslator.ParseDictionary(element, encoders != Encoders::kNone));
+    fDictionary.reset(fTranslator.ParseDictionary(element, encoders != Encoders::NONE));
     for (std::size_t i = 0; i < fields.size(); ++i) {
         ScoreDictVar* var = fDictionary->GetVar(fields[i].name);
         var->SetEncodedValueIndex(static_cast<int>(i));
-        if (encoders == Encoders::kAll) {
+        if (encoders == Encoders::ALL) {
             fTranslator.SetupCatEncoder(var);
         }
     }
@@ -67,7 +67,7 @@ ReadConditions::ReadConditions(const std::vector<PlainField>& fields, const std:
 }
 
 Truth ReadConditions::Evaluate(std::size_t condition, const PlainCase& values) const {
-    if (fEncoders == Encoders::kAll) {
+    if (fEncoders == Encoders::ALL) {
         return TruthOf(fPredicates[condition]->Evaluate(EncodedValues(values)));
     }
     CaseRecord record;
@@ -79,9 +79,9 @@ std::vector<double> ReadConditions::EncodedValues(const PlainCase& values) const
     std::vector<double> encoded;
     for (std::size_t i = 0; i < fFields.size(); ++i) {
         const PlainField& field = fFields[i];
-        const bool isNumber = field.kind == FieldKind::kScale || field.kind == FieldKind::kOrdinalNumber;
+        const bool isNumber = field.kind == FieldKind::SCALE || field.kind == FieldKind::ORDINAL_NUMBER;
         if (!values[i]) {
-            encoded.push_back(field.kind == FieldKind::kScale ? NumericValue::GetSysmisValue() : kMissingCode);
+            encoded.push_back(field.kind == FieldKind::SCALE ? NumericValue::GetSysmisValue() : kMissingCode);
         } else if (isNumber) {
             encoded.push_back(std::stod(*values[i]));
         } else {

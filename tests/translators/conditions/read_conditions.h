@@ -16,7 +16,7 @@
 namespace veltrane::tests {
 
 /// Which fields have encoders. Ordinal numbers over an encoder answer the encoded form alone.
-enum class Encoders { kNone, kTexts, kAll };
+enum class Encoders { NONE, TEXTS, ALL };
 
 /// Conditions read by the library, over fields of its own dictionary.
 class ReadConditions {

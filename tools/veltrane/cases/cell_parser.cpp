@@ -23,9 +23,9 @@ struct TextualDate {
     const char* problem;
 };
 constexpr TextualDate kTextualDates[] = {
-    {ScoreDictVar::DT_DATE, DateForm::kDate, "is not a date"},
-    {ScoreDictVar::DT_TIME, DateForm::kTime, "is not a time"},
-    {ScoreDictVar::DT_DATETIME, DateForm::kDateTime, "is not a date-time"},
+    {ScoreDictVar::DT_DATE, DateForm::DATE, "is not a date"},
+    {ScoreDictVar::DT_TIME, DateForm::TIME, "is not a time"},
+    {ScoreDictVar::DT_DATETIME, DateForm::DATE_TIME, "is not a date-time"},
 };
 
 std::string_view WithoutBlanks(std::string_view text) {

@@ -86,18 +86,18 @@ void AppendTime(std::string& text, std::int64_t second, std::int64_t microsecond
 
 bool HasDateForm(std::string_view text, DateForm form) {
     switch (form) {
-    case DateForm::kDate:
+    case DateForm::DATE:
         return Matches(text, kDatePattern);
-    case DateForm::kTime:
+    case DateForm::TIME:
         return Matches(text, kTimePattern);
-    case DateForm::kDateTime:
+    case DateForm::DATE_TIME:
         return Matches(text, kDateTimePattern);
     }
     return false;
 }
 
 void AppendDate(std::string& text, double seconds, DateForm form) {
-    const bool time = form == DateForm::kTime;
+    const bool time = form == DateForm::TIME;
     const double rounded = std::round(seconds * kMicrosecond) / kMicrosecond;
     if (!(rounded >= (time ? 0 : kFirstSecond) && rounded < (time ? kDay : kLastSecond))) {
         AppendNumber(text, seconds);
@@ -110,10 +110,10 @@ void AppendDate(std::string& text, double seconds, DateForm form) {
     if (!time) {
         AppendDay(text, (second - secondOfDay) / kDay);
     }
-    if (form == DateForm::kDateTime) {
+    if (form == DateForm::DATE_TIME) {
         text.push_back('T');
     }
-    if (form != DateForm::kDate) {
+    if (form != DateForm::DATE) {
         AppendTime(text, secondOfDay, microsecond);
     }
 }

@@ -8,9 +8,9 @@ namespace veltrane::host {
 
 /// The textual forms of a date-time, after ISO 8601.
 enum class DateForm {
-    kDate,     ///< 2024-02-29
-    kTime,     ///< 23:59:58
-    kDateTime, ///< 2024-02-29T23:59:58
+    DATE,      ///< 2024-02-29
+    TIME,      ///< 23:59:58
+    DATE_TIME, ///< 2024-02-29T23:59:58
 };
 
 /// Whether the text has the form: groups of digits with their separators between them, the year of up to four digits,

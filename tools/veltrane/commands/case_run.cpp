@@ -37,7 +37,7 @@ int CaseRun::Run() {
         fBar->Finish();
     }
     fReport.Total();
-    return fReport.IsWithin(fOptions.maxErrors) ? kExitDone : kExitIncomplete;
+    return fReport.IsWithin(fOptions.maxErrors) ? EXIT_DONE : EXIT_INCOMPLETE;
 }
 
 /// Neither file appears before all of both is written.

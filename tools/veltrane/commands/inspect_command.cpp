@@ -132,7 +132,7 @@ private:
 int RunInspect(const InspectOptions& options) {
     StartLibrary();
     Inspection(options).Run();
-    return kExitDone;
+    return EXIT_DONE;
 }
 
 } // namespace veltrane::host

@@ -46,7 +46,7 @@ int RunModelNames(const ModelNamesOptions& options) {
     StartLibrary();
     DocumentFile file(options.document, kCannotOpenDocument);
     DescriptorSink(STDOUT_FILENO, "standard output").Write(ModelNames(ReadOutline(file.Stream())));
-    return kExitDone;
+    return EXIT_DONE;
 }
 
 } // namespace veltrane::host

@@ -40,7 +40,7 @@ bool VerifiedField::Agrees(const std::string& expected, const ScoreValue& value)
             return value.GetString() == expected;
         }
         const double seconds = dateTime->GetDoubleValue(ScoreDictVar::DT_DATETIME);
-        for (const DateForm form : {DateForm::kDate, DateForm::kTime, DateForm::kDateTime}) {
+        for (const DateForm form : {DateForm::DATE, DateForm::TIME, DateForm::DATE_TIME}) {
             std::string text;
             AppendDate(text, seconds, form);
             if (text == expected) {

@@ -181,7 +181,7 @@ int VerifyRun::Report() const {
         agrees = agrees && field.result->AgreesThroughout();
     }
     DescriptorSink(STDOUT_FILENO, "standard output").Write(encoding.FromUtf8(table.Text()));
-    return agrees ? kExitDone : kExitDifferent;
+    return agrees ? EXIT_DONE : EXIT_DIFFERENT;
 }
 
 } // namespace

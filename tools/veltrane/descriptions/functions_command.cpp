@@ -88,7 +88,7 @@ std::string FunctionsTable() {
 
 int RunFunctions() {
     DescriptorSink(STDOUT_FILENO, "standard output").Write(FunctionsTable());
-    return kExitDone;
+    return EXIT_DONE;
 }
 
 } // namespace veltrane::host

@@ -11,29 +11,29 @@ namespace veltrane::host {
 
 /// What the command ends with. A shell script tells from it whether the output can be used.
 enum ExitCode {
-    kExitDone = 0,       ///< done, every cell was read
-    kExitFailed = 1,     ///< the document, the set-up or a file failed
-    kExitUsage = 2,      ///< the command line is wrong
-    kExitIncomplete = 3, ///< done, but some cells could not be read and count as missing, or some rows were not scored
-    kExitDifferent = 4,  ///< a document's verification records do not give what they should
+    EXIT_DONE = 0,       ///< done, every cell was read
+    EXIT_FAILED = 1,     ///< the document, the set-up or a file failed
+    EXIT_USAGE = 2,      ///< the command line is wrong
+    EXIT_INCOMPLETE = 3, ///< done, but some cells could not be read and count as missing, or some rows were not scored
+    EXIT_DIFFERENT = 4,  ///< a document's verification records do not give what they should
 };
 
 /// What help tells of the exit codes.
 inline constexpr std::array<std::pair<ExitCode, std::string_view>, 5> kExitCodes{{
-    {kExitDone, "done"},
-    {kExitFailed, "the document, the set-up or a file failed"},
-    {kExitUsage, "wrong usage"},
-    {kExitIncomplete, "done, but some cells could not be read or some rows not scored"},
-    {kExitDifferent, "verification records differ"},
+    {EXIT_DONE, "done"},
+    {EXIT_FAILED, "the document, the set-up or a file failed"},
+    {EXIT_USAGE, "wrong usage"},
+    {EXIT_INCOMPLETE, "done, but some cells could not be read or some rows not scored"},
+    {EXIT_DIFFERENT, "verification records differ"},
 }};
 
-/// Ends the run with `kExitFailed`. The text is for the person at the terminal and names the file it is about.
+/// Ends the run with `EXIT_FAILED`. The text is for the person at the terminal and names the file it is about.
 class Failure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Ends the run with `kExitFailed`: what the library tells, in its own words, and what there is to add.
+/// Ends the run with `EXIT_FAILED`: what the library tells, in its own words, and what there is to add.
 class ExplainedFailure : public Failure {
 public:
     /// @param explanation empty for none
@@ -46,13 +46,13 @@ private:
     std::string fExplanation;
 };
 
-/// Ends the run with `kExitUsage`: what the command line asks for cannot be meant.
+/// Ends the run with `EXIT_USAGE`: what the command line asks for cannot be meant.
 class UsageFailure : public Failure {
 public:
     using Failure::Failure;
 };
 
-/// Ends the run with `kExitFailed` where the reason has been told already.
+/// Ends the run with `EXIT_FAILED` where the reason has been told already.
 class ToldFailure : public std::exception {};
 
 } // namespace veltrane::host

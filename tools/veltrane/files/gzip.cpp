@@ -34,23 +34,23 @@ public:
     GzipUnpacker(const GzipUnpacker&) = delete;
     GzipUnpacker& operator=(const GzipUnpacker&) = delete;
 
-    bool IsComplete() const override { return fState != State::kMember; }
+    bool IsComplete() const override { return fState != State::MEMBER; }
 
     std::size_t Unpack(std::string_view& input, char* buffer, std::size_t size) override {
-        if (fState == State::kBetween && !input.empty()) {
+        if (fState == State::BETWEEN && !input.empty()) {
             BeginMember(input.front());
         }
-        if (fState == State::kPadding) {
+        if (fState == State::PADDING) {
             SkipPadding(input);
         }
-        return fState == State::kMember ? Inflate(input, buffer, size) : 0;
+        return fState == State::MEMBER ? Inflate(input, buffer, size) : 0;
     }
 
 private:
-    enum class State { kMember, kBetween, kPadding };
+    enum class State { MEMBER, BETWEEN, PADDING };
 
     void BeginMember(char first) {
-        fState = first == '\0' ? State::kPadding : State::kMember;
+        fState = first == '\0' ? State::PADDING : State::MEMBER;
         ::inflateReset(&fStream);
     }
 
@@ -76,13 +76,13 @@ private:
             throw Failure(std::string("the data of gzip are damaged: ") + (fStream.msg ? fStream.msg : "unknown form"));
         }
         if (status == Z_STREAM_END) {
-            fState = State::kBetween;
+            fState = State::BETWEEN;
         }
         return room - fStream.avail_out;
     }
 
     z_stream fStream{};
-    State fState = State::kMember;
+    State fState = State::MEMBER;
 };
 
 class GzipSink : public PackedSink {

@@ -59,18 +59,18 @@ std::string TakesValue(const CLI::App& app) {
 /// What the value of an option is completed by; files are what is left to readline.
 std::string ValuesCase(const std::string& option, Values values) {
     switch (values) {
-    case Values::Files:
+    case Values::FILES:
         return "";
-    case Values::Models:
+    case Values::MODELS:
         return fmt::format("    {}) _veltrane_offer \"$2\" < <(_veltrane_models \"${{@:3}}\") ;;\n", option);
-    case Values::Listed: {
+    case Values::LISTED: {
         std::vector<std::string> texts;
         for (const std::string& text : ListedValues(option)) {
             texts.push_back(Quoted(text));
         }
         return fmt::format("    {}) _veltrane_offer \"$2\" < <(printf '%s\\n' {}) ;;\n", option, fmt::join(texts, " "));
     }
-    case Values::Free:
+    case Values::FREE:
         break;
     }
     return fmt::format("    {}) compopt +o bashdefault +o default 2>/dev/null ;;\n", option);

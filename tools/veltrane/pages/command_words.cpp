@@ -14,9 +14,9 @@ namespace {
 
 /// The values of the options that have some. An option that isn't here ends the build, so that none is forgotten.
 const std::map<std::string, Values> kValues{
-    {"-o", Values::Files},        {"--rejects", Values::Files},   {"--models", Values::Files},
-    {"--model", Values::Models},  {"--encoding", Values::Listed}, {"--delimiter", Values::Listed},
-    {"--option", Values::Listed}, {"--missing", Values::Free},    {"--max-errors", Values::Free},
+    {"-o", Values::FILES},        {"--rejects", Values::FILES},   {"--models", Values::FILES},
+    {"--model", Values::MODELS},  {"--encoding", Values::LISTED}, {"--delimiter", Values::LISTED},
+    {"--option", Values::LISTED}, {"--missing", Values::FREE},    {"--max-errors", Values::FREE},
 };
 
 /// An option is looked up by its last name.
@@ -42,7 +42,7 @@ CommandWord WordOf(const CLI::Option& option) {
     word.again = most > 1;
     if (option.get_positional()) {
         word.value = option.get_name(true);
-        word.values = Values::Files;
+        word.values = Values::FILES;
     } else if (most > 0) {
         word.value = option.get_type_name();
         word.values = ValuesOf(word);

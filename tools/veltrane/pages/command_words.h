@@ -12,10 +12,10 @@ namespace veltrane::host {
 
 /// What a value can be completed with.
 enum class Values {
-    Files,
-    Models, ///< those of the document on the same command line
-    Listed, ///< texts that are known beforehand
-    Free,   ///< anything: there is nothing to offer
+    FILES,
+    MODELS, ///< those of the document on the same command line
+    LISTED, ///< texts that are known beforehand
+    FREE,   ///< anything: there is nothing to offer
 };
 
 /// What stands behind the name of a command: an option or a file.
@@ -25,7 +25,7 @@ struct CommandWord {
     std::string text;               ///< what help tells
     std::string unless;             ///< the value that holds where none is given
     bool again = false;             ///< whether it may be given more than once
-    Values values = Values::Free;
+    Values values = Values::FREE;
 
     bool TakesValue() const { return !value.empty(); }
 };

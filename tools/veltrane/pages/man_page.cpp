@@ -28,7 +28,7 @@ std::string Roff(std::string_view text) {
 
 /// A text in lines, as the habits of man pages want them; no word at the start of a line looks like a request.
 std::string Lines(std::string_view text) {
-    constexpr std::size_t longest = 76;
+    constexpr std::size_t kLongest = 76;
     std::string lines;
     std::size_t length = 0;
     for (std::size_t start = 0; start < text.size();) {
@@ -36,7 +36,7 @@ std::string Lines(std::string_view text) {
         const std::string word(text.substr(start, end - start));
         start = end + 1;
         const std::string shown = Roff(word);
-        const bool goesOn = length > 0 && length + 1 + shown.size() <= longest;
+        const bool goesOn = length > 0 && length + 1 + shown.size() <= kLongest;
         lines += (length == 0 ? "" : goesOn ? " " : "\n") + shown;
         length = goesOn ? length + 1 + shown.size() : shown.size();
     }

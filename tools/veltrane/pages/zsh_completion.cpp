@@ -36,13 +36,13 @@ std::string FunctionName(const std::string& option) {
 
 std::string Action(const CommandWord& word) {
     switch (word.values) {
-    case Values::Files:
+    case Values::FILES:
         return "_files";
-    case Values::Models:
+    case Values::MODELS:
         return "_veltrane_models";
-    case Values::Listed:
+    case Values::LISTED:
         return FunctionName(word.names.back());
-    case Values::Free:
+    case Values::FREE:
         break;
     }
     return " "; // a message alone
@@ -94,7 +94,7 @@ std::string ListedFunctions(const CLI::App& app) {
     std::map<std::string, CommandWord> options;
     for (const CLI::App* command : Commands(app)) {
         for (const CommandWord& word : Options(*command)) {
-            if (word.values == Values::Listed) {
+            if (word.values == Values::LISTED) {
                 options.emplace(word.names.back(), word);
             }
         }

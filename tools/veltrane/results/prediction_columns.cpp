@@ -19,7 +19,7 @@ using MCVeltrane_900::ScoreResultField;
 namespace {
 
 DateForm DateFormOf(const ScoreDictVar* variable) {
-    return variable ? host::DateFormOf(*variable) : DateForm::kDateTime;
+    return variable ? host::DateFormOf(*variable) : DateForm::DATE_TIME;
 }
 
 } // namespace
@@ -31,7 +31,7 @@ PredictionColumns::PredictionColumns(const ScoreModel& model, ScoreResult& empty
         }
     } else if (const ScoreResultField* fields = emptyResult.GetResultFields()) {
         for (const std::string& name : fields->GetResultFields()) {
-            fOutputs.push_back({name, DateForm::kDateTime});
+            fOutputs.push_back({name, DateForm::DATE_TIME});
         }
     }
     const ScoreDictVar* target = model.GetTargetVar();

@@ -19,11 +19,11 @@ using MCVeltrane_900::StringValue;
 DateForm DateFormOf(const ScoreDictVar& variable) {
     switch (DateTimeValue::GetValType(variable.GetDateTimeType())) {
     case DateTimeValue::VAL_DATE:
-        return DateForm::kDate;
+        return DateForm::DATE;
     case DateTimeValue::VAL_TIME:
-        return DateForm::kTime;
+        return DateForm::TIME;
     default:
-        return DateForm::kDateTime;
+        return DateForm::DATE_TIME;
     }
 }
 

@@ -244,17 +244,17 @@ int Complain(const CLI::App& app, const CLI::ParseError& fault, int argc, const 
     const std::string unknown = UnknownName(app, argc, argv);
     if (unknown.empty()) {
         app.exit(fault);
-        return kExitUsage;
+        return EXIT_USAGE;
     }
     fmt::print(stderr, "veltrane: {}\nThe commands are {}; run one with --help for its options.\n", unknown,
                fmt::join(CommandNames(app), ", "));
-    return kExitUsage;
+    return EXIT_USAGE;
 }
 
 /// Standard input can be read once only.
 int ComplainOfTwoStandardInputs() {
     fmt::print(stderr, "veltrane: DOCUMENT and CASES cannot both be standard input\n");
-    return kExitUsage;
+    return EXIT_USAGE;
 }
 
 bool BothAreStandardInput(const std::string& document, const CaseOptions& options) {
