@@ -1,7 +1,5 @@
 #include "transform/function_table.h"
 
-#include <array>
-
 namespace veltrane::transform {
 
 namespace {
@@ -14,32 +12,41 @@ constexpr std::string_view First(std::string_view word, More...) {
     return word;
 }
 
-constexpr std::array kNumbers{
-#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, ...) number,
-#include <MCVeltrane_900/TransformFunctions.def>
-};
-
 constexpr std::array kWords{
-#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, literals, ...) First literals,
+#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, names, ...) First names,
 #include <MCVeltrane_900/TransformFunctions.def>
 };
 
-/// Whether the lines of the table stand in the order of their numbers, without a gap, so that the number of a function
-/// is the place of its line.
-constexpr bool IsDense() {
-    for (int i = 0; i < static_cast<int>(kNumbers.size()); ++i) {
-        if (kNumbers[static_cast<std::size_t>(i)] != i) {
+constexpr bool IsPinnedInOrder() {
+    for (std::size_t row = 0; row < kPinnedFunctions; ++row) {
+        if (kFunctionNumbers[row] != static_cast<int>(row)) {
             return false;
         }
     }
-    return kNumbers.size() == kFunctionCount;
+    return true;
 }
-static_assert(IsDense(), "the table of functions must run from 0 to TF_NONE - 1 in order");
+
+constexpr bool AreOwnInOrder() {
+    int last = kFirstOwnFunction - 1;
+    for (std::size_t row = kPinnedFunctions; row < kFunctionCount; ++row) {
+        if (kFunctionNumbers[row] <= last) {
+            return false;
+        }
+        last = kFunctionNumbers[row];
+    }
+    return true;
+}
+
+static_assert(TransformationDictionary::TF_NONE == 79, "plug-ins know this number as none");
+static_assert(kFunctionCount >= kPinnedFunctions && IsPinnedInOrder(),
+              "the table starts with 0 to TF_NONE - 1 in order");
+static_assert(AreOwnInOrder(), "the library's own functions have ascending numbers from 1,000 on");
 
 } // namespace
 
 std::string_view FunctionWord(TransformationDictionary::TransformFunction function) {
-    return function >= 0 && function < kFunctionCount ? kWords[static_cast<std::size_t>(function)] : std::string_view();
+    const std::size_t row = RowOf(function);
+    return row < kFunctionCount ? kWords[row] : std::string_view();
 }
 
 } // namespace veltrane::transform

@@ -24,17 +24,17 @@ const NumericValue* NumberOf(const ApplyNodeStats& stats) {
                                                                       : nullptr;
 }
 
+} // namespace
+
 /// Whether a child tells its changes to the node that holds it.
-bool TellsChanges(const FunctionTree& node, const FunctionTree& child) {
+bool ApplyPlan::TellsChanges(const FunctionTree& node, const FunctionTree& child) {
     return typeid(child) == typeid(FunctionTreeImp) && child.GetParent() == &node;
 }
 
 /// A leaf that names a field, as opposed to a function without arguments.
-bool NamesField(const ApplyNodeStats& stats) {
+bool ApplyPlan::NamesField(const ApplyNodeStats& stats) {
     return !stats.IsConstNode() && stats.GetTransformFunction() == TD::TF_NONE;
 }
-
-} // namespace
 
 std::unique_ptr<ApplyPlan> ApplyPlan::Make(FunctionTree& root) {
     if (typeid(root) != typeid(FunctionTreeImp)) {
@@ -71,17 +71,17 @@ ApplyPlan::Added ApplyPlan::Add(FunctionTree& node, int depth) {
     if (node.IsLeaf()) {
         return AddLeaf(node);
     }
-    switch (DispatchOf(node.GetNodeStats().GetTransformFunction()).gathering) {
-    case Gathering::FOLD:
-    case Gathering::ACCUMULATE:
+    switch (DispatchOf(node.GetNodeStats().GetTransformFunction()).steps) {
+    case PlanSteps::CALL:
         return AddFunction(node, depth);
-    case Gathering::COMPARE:
-    case Gathering::MEMBER:
+    case PlanSteps::COMPARISON:
         return AddComparison(node, depth);
-    case Gathering::DATE_TIME:
+    case PlanSteps::MISSING_TEST:
+        return AddMissingTest(node);
+    case PlanSteps::BRANCH:
+        return AddBranch(node, depth);
+    case PlanSteps::NUMBER:
         return AddWalk(node, true);
-    case Gathering::OWN:
-        return AddOwnRule(node, depth);
     default:
         return AddWalk(node, false);
     }
@@ -122,7 +122,9 @@ ApplyPlan::Added ApplyPlan::AddFunction(FunctionTree& node, int depth) {
             return Added::NOTHING;
         }
     }
-    AddCall(Kind::FUNCTION, node, count);
+    const FunctionDispatch& dispatch = DispatchOf(node.GetNodeStats().GetTransformFunction());
+    const bool hasKernel = dispatch.array != nullptr || (dispatch.pair != nullptr && count == 2);
+    AddCall(hasKernel ? Kind::KERNEL : Kind::FUNCTION, node, count);
     return Added::NUMBER;
 }
 
@@ -137,61 +139,6 @@ ApplyPlan::Added ApplyPlan::AddComparison(FunctionTree& node, int depth) {
     }
     AddCall(Kind::COMPARISON, node, count);
     return Added::NUMBER;
-}
-
-/// The condition, the second child, the choice, the third child. The walk evaluates the second child in every case, and
-/// none behind the third.
-ApplyPlan::Added ApplyPlan::AddBranch(FunctionTree& node, int depth) {
-    static const NumericValue kNoAlternative(0.0);
-    const std::size_t first = fSteps.size();
-    const int count = node.GetChildCount();
-    const bool mayBeTreated =
-        count < 3 && node.GetNodeStats().GetInvalidValueTreatmentMethod() == ApplyNodeStats::IV_AS_MISSING;
-    FunctionTree* condition = node.GetChildAt(0);
-    if (count < 2 || mayBeTreated || condition == nullptr || AddChild(node, *condition, depth) == Added::NOTHING ||
-        AddOperand(node, 1, depth) != Added::NUMBER) {
-        return WalkInstead(first, node, false);
-    }
-    const std::size_t choice = fSteps.size();
-    fSteps.push_back({.kind = Kind::BRANCH, .node = &node});
-    if (count == 2) {
-        fSteps.push_back({.kind = Kind::CONSTANT, .constant = &kNoAlternative});
-    } else if (AddOperand(node, 2, depth) != Added::NUMBER) {
-        return WalkInstead(first, node, false);
-    }
-    fSteps[choice].count = fSteps.size() - choice - 1;
-    return Added::NUMBER;
-}
-
-ApplyPlan::Added ApplyPlan::AddOwnRule(FunctionTree& node, int depth) {
-    const TD::TransformFunction function = node.GetNodeStats().GetTransformFunction();
-    switch (function) {
-    case TD::TF_IF:
-        return AddBranch(node, depth);
-    case TD::TF_IS_MISSING:
-    case TD::TF_IS_NOT_MISSING: {
-        FunctionTree* child = node.GetChildAt(0);
-        const bool isLeaf = child != nullptr && child->IsLeaf() && TellsChanges(node, *child);
-        if (!isLeaf || child->GetNodeStats().GetVariable() == nullptr) {
-            if (isLeaf && NamesField(child->GetNodeStats())) {
-                fUnresolved.push_back(child);
-            }
-            return AddWalk(node, true);
-        }
-        fSteps.push_back({.kind = Kind::MISSING_TEST,
-                          .node = child,
-                          .variable = child->GetNodeStats().GetVariable(),
-                          .function = function});
-        return Added::NUMBER;
-    }
-    case TD::TF_LENGTH:
-    case TD::TF_SYSMIS:
-    case TD::TF_MATCHES:
-    case TD::TF_OUTLIER_HANDLE:
-        return AddWalk(node, true);
-    default:
-        return AddWalk(node, false);
-    }
 }
 
 /// A child whose kind matters. A record may hold a text for a numeric field, which each case is asked for ahead.

@@ -33,7 +33,7 @@ public:
     bool IsOutdated();
 
 private:
-    enum class Kind { CONSTANT, FIELD, WALK, MISSING_TEST, FUNCTION, COMPARISON, BRANCH };
+    enum class Kind { CONSTANT, FIELD, WALK, MISSING_TEST, KERNEL, FUNCTION, COMPARISON, BRANCH };
 
     /// What is known of the steps of a node: none because it lies too deep, or steps for a value of any kind, or for
     /// one that is a number in every case.
@@ -57,14 +57,16 @@ private:
 
     explicit ApplyPlan(const MCVeltrane_900::FunctionTreeImp& tree) : fTree(tree), fChanges(tree.fChanges) {}
     bool HasChanged() const { return fTree.fChanges != fChanges; }
+    static bool TellsChanges(const MCVeltrane_900::FunctionTree& node, const MCVeltrane_900::FunctionTree& child);
+    static bool NamesField(const MCVeltrane_900::ApplyNodeStats& stats);
 
     Added Add(MCVeltrane_900::FunctionTree& node, int depth);
     Added AddChild(MCVeltrane_900::FunctionTree& node, MCVeltrane_900::FunctionTree& child, int depth);
     Added AddLeaf(MCVeltrane_900::FunctionTree& leaf);
     Added AddFunction(MCVeltrane_900::FunctionTree& node, int depth);
     Added AddComparison(MCVeltrane_900::FunctionTree& node, int depth);
-    Added AddBranch(MCVeltrane_900::FunctionTree& node, int depth);
-    Added AddOwnRule(MCVeltrane_900::FunctionTree& node, int depth);
+    Added AddBranch(MCVeltrane_900::FunctionTree& node, int depth); ///< in functions/if.cpp
+    Added AddMissingTest(MCVeltrane_900::FunctionTree& node);       ///< in functions/is_missing.cpp
     Added AddOperand(MCVeltrane_900::FunctionTree& node, int position, int depth);
     Added AddWalk(MCVeltrane_900::FunctionTree& node, bool givesNumber);
     Added WalkInstead(std::size_t first, MCVeltrane_900::FunctionTree& node, bool givesNumber);
@@ -79,6 +81,7 @@ private:
     double ReadField(Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase) const;
     double Walk(const Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase) const;
     double TestMissing(const Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase) const;
+    static double CallKernel(const Step& step, double* arguments);
     double Call(const Step& step, const double* arguments);
     double Accumulate(const Step& step, const double* arguments);
     double Compare(const Step& step, MCVeltrane_900::TransformVar& var, const double* arguments);

@@ -61,31 +61,41 @@ bool ApplyPlan::HoldsNumbers(const ApplyCase& oneCase) {
     });
 }
 
-/// The commonest functions come first; all of it belongs into the loop of the steps.
+// The kernels that the table names, for two numbers and for an array; a step calls one of them.
+#define VELTRANE_KERNEL_FOLD(function) break
+#define VELTRANE_KERNEL_ACCUMULATE(function) break
+#define VELTRANE_KERNEL_PAIR(function, kernel) return kernel(arguments[0], arguments[1])
+#define VELTRANE_KERNEL_ARRAY(function, kernel) return kernel(arguments, step.count)
+#define VELTRANE_KERNEL_DATE_TIME(function) break
+#define VELTRANE_KERNEL_ONE_TEXT(function) break
+#define VELTRANE_KERNEL_COMPARE(answer) break
+#define VELTRANE_KERNEL_MEMBER(answer) break
+#define VELTRANE_KERNEL_MISSING(answer) break
+#define VELTRANE_KERNEL_RULE(function, steps) break
+
+/// All of it belongs into the loop of the steps.
+inline double ApplyPlan::CallKernel(const Step& step, double* arguments) {
+    using namespace functions; // NOLINT(google-build-using-namespace): the table names its kernels
+    switch (step.function) {
+#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, names, evaluation, ...)                                        \
+    case TD::enumerator:                                                                                               \
+        VELTRANE_KERNEL_##evaluation;
+#include <MCVeltrane_900/TransformFunctions.def>
+    default:
+        break;
+    }
+    return kMissing; // no step of a function without a kernel comes here
+}
+
 inline double ApplyPlan::Call(const Step& step, const double* arguments) {
-    if (step.count == 2) {
-        switch (step.function) {
-        case TD::TF_MINUS:
-            return functions::Difference(arguments[0], arguments[1]);
-        case TD::TF_MULTIPLY:
-            return functions::Product(arguments[0], arguments[1]);
-        case TD::TF_DIVIDE:
-            return functions::Quotient(arguments[0], arguments[1]);
-        default:
-            break;
-        }
+    if (step.dispatch->fold == nullptr) {
+        return Accumulate(step, arguments);
     }
-    if (step.function == TD::TF_SUM) {
-        return functions::Total(arguments, step.count);
+    double result = step.count == 1 ? step.dispatch->fold(arguments[0], 0.0) : arguments[0];
+    for (std::size_t i = 1; i < step.count; ++i) {
+        result = step.dispatch->fold(result, arguments[i]);
     }
-    if (step.dispatch->fold != nullptr) {
-        double result = step.count == 1 ? step.dispatch->fold(arguments[0], 0.0) : arguments[0];
-        for (std::size_t i = 1; i < step.count; ++i) {
-            result = step.dispatch->fold(result, arguments[i]);
-        }
-        return result;
-    }
-    return Accumulate(step, arguments);
+    return result;
 }
 
 double ApplyPlan::Run(TransformVar& var, const ApplyCase& oneCase) {
@@ -96,6 +106,11 @@ double ApplyPlan::Run(TransformVar& var, const ApplyCase& oneCase) {
             *top++ = data::StoredNumber::Of(*step->constant);
         } else if (step->kind == Kind::FIELD) {
             *top++ = ReadField(*step, var, oneCase);
+        } else if (step->kind == Kind::KERNEL) {
+            top -= step->count;
+            const double result = CallKernel(*step, top);
+            *top = IsMissing(result) || step->treatsInvalid ? Treat(*step, var, top, result) : result;
+            ++top;
         } else if (step->kind == Kind::FUNCTION) {
             top -= step->count;
             const double result = Call(*step, top);
@@ -161,30 +176,13 @@ double ApplyPlan::Walk(const Step& step, TransformVar& var, const ApplyCase& one
     return DoubleOf(var.Traverse(step.node, oneCase.record, oneCase.dictionary, oneCase.transformations, status));
 }
 
-/// The field's own test of what its leaf gives, replacement included.
-double ApplyPlan::TestMissing(const Step& step, TransformVar& var, const ApplyCase& oneCase) const {
-    int status = 0;
-    const ScoreValue* value =
-        var.Traverse(step.node, oneCase.record, oneCase.dictionary, oneCase.transformations, status);
-    return Truth(step.variable->IsMissingValue(value) == (step.function == TD::TF_IS_MISSING));
-}
-
 double ApplyPlan::Accumulate(const Step& step, const double* arguments) {
     fArguments.assign(arguments, arguments + step.count);
-    return step.function == TD::TF_MEDIAN ? functions::MedianInPlace(fArguments)
-                                          : step.dispatch->accumulate(fArguments);
+    return step.dispatch->accumulate(fArguments);
 }
 
 double ApplyPlan::Compare(const Step& step, TransformVar& var, const double* arguments) {
-    bool isFound = false;
-    if (step.dispatch->gathering == Gathering::COMPARE) {
-        isFound = step.count == 2 && NumericValue::IsEqual(arguments[0], arguments[1]);
-    } else {
-        const double tested = arguments[0];
-        isFound = std::any_of(arguments + 1, arguments + step.count,
-                              [tested](double x) { return NumericValue::IsEqual(tested, x); });
-    }
-    const double result = Truth(isFound == (step.function == TD::TF_EQUAL || step.function == TD::TF_IS_IN));
+    const double result = Truth(step.dispatch->compare(arguments, step.count) == step.dispatch->answer);
     return step.treatsInvalid ? Treat(step, var, arguments, result) : result;
 }
 

@@ -1,6 +1,6 @@
 #include "transform/apply/child_values.h"
 
-#include "transform/functions/text_limits.h"
+#include "transform/functions/texts/text_limits.h"
 
 using namespace MCVeltrane_900;
 

@@ -1,24 +1,22 @@
 #include "transform/apply/function_dispatch.h"
 
 #include "transform/function_table.h"
-#include "transform/functions/missing.h"
+#include "transform/functions/kernels.h"
+#include "transform/functions/rules.h"
 
 #include <array>
-#include <cmath>
 #include <type_traits>
 
 namespace veltrane::transform {
 
 namespace {
 
-/// The power of an Apply takes two doubles; TransformationDictionary::Pow takes an integer exponent.
-double PowOfDoubles(double a, double b) {
-    return functions::IsMissing(a) || functions::IsMissing(b) ? functions::kMissing : std::pow(a, b);
-}
+using namespace functions; // NOLINT(google-build-using-namespace): the table names them
+using TD = TransformationDictionary;
 
 /// A function of one or two numbers as one of two.
 template <auto Function>
-double Fold(double a, [[maybe_unused]] double b) {
+double Folded(double a, [[maybe_unused]] double b) {
     if constexpr (std::is_invocable_v<decltype(Function), double, double>) {
         return Function(a, b);
     } else {
@@ -26,33 +24,44 @@ double Fold(double a, [[maybe_unused]] double b) {
     }
 }
 
+template <auto Kernel>
+double OverArray(double* numbers, std::size_t count) {
+    return Kernel(numbers, count);
+}
+
+// One for each way in which the table has arguments reach a function.
 #define VELTRANE_DISPATCH_FOLD(function)                                                                               \
-    { Gathering::FOLD, Fold<function>, nullptr }
+    { .evaluate = EvaluateFold, .steps = PlanSteps::CALL, .fold = Folded<function> }
 #define VELTRANE_DISPATCH_ACCUMULATE(function)                                                                         \
-    { Gathering::ACCUMULATE, nullptr, TransformationDictionary::function }
+    { .evaluate = EvaluateAccumulate, .steps = PlanSteps::CALL, .accumulate = function }
+#define VELTRANE_DISPATCH_PAIR(function, kernel)                                                                       \
+    { .evaluate = EvaluateAccumulate, .steps = PlanSteps::CALL, .accumulate = function, .pair = kernel }
+#define VELTRANE_DISPATCH_ARRAY(function, kernel)                                                                      \
+    { .evaluate = EvaluateAccumulate, .steps = PlanSteps::CALL, .accumulate = function, .array = OverArray<kernel> }
 #define VELTRANE_DISPATCH_DATE_TIME(function)                                                                          \
-    { Gathering::DATE_TIME, nullptr, nullptr }
-#define VELTRANE_DISPATCH_TEXT_RESULT(function)                                                                        \
-    { Gathering::TEXT_RESULT, nullptr, nullptr }
-#define VELTRANE_DISPATCH_COMPARE(function)                                                                            \
-    { Gathering::COMPARE, nullptr, nullptr }
-#define VELTRANE_DISPATCH_MEMBER(function)                                                                             \
-    { Gathering::MEMBER, nullptr, nullptr }
-#define VELTRANE_DISPATCH_OWN(function)                                                                                \
-    { Gathering::OWN, nullptr, nullptr }
+    { .evaluate = EvaluateDateTime, .steps = PlanSteps::NUMBER, .date = function }
+#define VELTRANE_DISPATCH_ONE_TEXT(function)                                                                           \
+    { .evaluate = EvaluateOneText, .steps = PlanSteps::ANY_VALUE, .text = function }
+#define VELTRANE_DISPATCH_COMPARE(wanted)                                                                              \
+    { .evaluate = EvaluateCompare, .steps = PlanSteps::COMPARISON, .compare = AreTwoEqual, .answer = wanted }
+#define VELTRANE_DISPATCH_MEMBER(wanted)                                                                               \
+    { .evaluate = EvaluateMember, .steps = PlanSteps::COMPARISON, .compare = IsAmongOthers, .answer = wanted }
+#define VELTRANE_DISPATCH_MISSING(wanted)                                                                              \
+    { .evaluate = EvaluateMissing, .steps = PlanSteps::MISSING_TEST, .answer = wanted }
+#define VELTRANE_DISPATCH_RULE(function, planned)                                                                      \
+    { .evaluate = function, .steps = PlanSteps::planned }
 
-constexpr std::array<FunctionDispatch, kFunctionCount> kDispatch{{
-#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, literals, gathering, implementation, ...)                      \
-    VELTRANE_DISPATCH_##gathering(implementation),
+/// The functions in the order of the table, and what stands for a number that is none.
+constexpr std::array<FunctionDispatch, kFunctionCount + 1> kDispatch{{
+#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, names, evaluation, ...) VELTRANE_DISPATCH_##evaluation,
 #include <MCVeltrane_900/TransformFunctions.def>
+    {.evaluate = EvaluateNothing, .steps = PlanSteps::ANY_VALUE},
 }};
-
-constexpr FunctionDispatch kNoFunction{Gathering::OWN, nullptr, nullptr};
 
 } // namespace
 
 const FunctionDispatch& DispatchOf(TransformationDictionary::TransformFunction function) {
-    return function >= 0 && function < kFunctionCount ? kDispatch[static_cast<std::size_t>(function)] : kNoFunction;
+    return kDispatch[RowOf(function)];
 }
 
 } // namespace veltrane::transform

@@ -3,32 +3,45 @@
 
 #include <MCVeltrane_900/TransformationDictionary.h>
 
+#include <cstddef>
+#include <string>
 #include <vector>
 
 namespace veltrane::transform {
 
-/// How the arguments of a function reach it.
-enum class Gathering {
-    FOLD,        ///< the first starts an accumulator, each further one combines with it
-    ACCUMULATE,  ///< all numbers are handed over at the end
-    DATE_TIME,   ///< a date, and a number
-    TEXT_RESULT, ///< texts in, a text out
-    COMPARE,     ///< all values are handed over at the end
-    MEMBER,      ///< the first against all others
-    OWN,         ///< a rule of its own
+class ApplyNode;
+
+/// What a plan makes of a function.
+enum class PlanSteps {
+    CALL,         ///< the steps of its arguments, and a call with their numbers
+    COMPARISON,   ///< the same, where all of them are numbers in every case
+    MISSING_TEST, ///< one step
+    BRANCH,       ///< a jump over the steps of its last argument
+    NUMBER,       ///< a walk that gives a number in every case
+    ANY_VALUE,    ///< a walk
 };
 
-using FoldFunction = double (*)(double, double);
-using AccumulateFunction = double (*)(const std::vector<double>&);
-
-/// What the evaluation knows of a function. The members that its gathering has no use for are null.
+/// What the evaluation knows of a function. The members that its kind has no use for are null.
 struct FunctionDispatch {
-    Gathering gathering;
-    FoldFunction fold;
-    AccumulateFunction accumulate;
+    /// Evaluates a node of the function, its arguments included.
+    const MCVeltrane_900::ScoreValue* (*evaluate)(ApplyNode& node);
+    PlanSteps steps;
+
+    double (*fold)(double a, double b) = nullptr;
+    double (*accumulate)(const std::vector<double>& numbers) = nullptr;
+    /// Accumulates exactly two numbers.
+    double (*pair)(double a, double b) = nullptr;
+    /// Accumulates any number without a vector. It may put the numbers in another order.
+    double (*array)(double* numbers, std::size_t count) = nullptr;
+    double (*date)(const MCVeltrane_900::DateTimeValue& date, double difference) = nullptr;
+    std::string (*text)(const MCVeltrane_900::StringValue* text, int& length) = nullptr;
+    /// Compares numbers as values are compared.
+    bool (*compare)(const double* numbers, std::size_t count) = nullptr;
+    /// What a test has to find for 1.
+    bool answer = true;
 };
 
-/// @param function any number; one that is no function has a rule of its own that gives nothing
+/// @param function any number; one that is no function evaluates its arguments and gives 0
 const FunctionDispatch& DispatchOf(MCVeltrane_900::TransformationDictionary::TransformFunction function);
 
 } // namespace veltrane::transform

@@ -8,9 +8,9 @@
 
 namespace veltrane::functions {
 
-double MedianInPlace(std::vector<double>& values) {
-    const auto first = values.begin();
-    const auto last = std::partition(first, values.end(), [](double x) { return !IsMissing(x); });
+double Median(double* values, std::size_t size) {
+    double* const first = values;
+    double* const last = std::partition(first, first + size, [](double x) { return !IsMissing(x); });
     if (first == last) {
         return kMissing;
     }
@@ -93,7 +93,7 @@ double TransformationDictionary::Mean(const std::vector<double>& values) {
 
 double TransformationDictionary::MedianOperator(const std::vector<double>& values) {
     std::vector<double> copy(values);
-    return veltrane::functions::MedianInPlace(copy);
+    return veltrane::functions::Median(copy.data(), copy.size());
 }
 
 /// The sum of squares is scaled by the largest deviation so far, so that no square leaves the range of a double.

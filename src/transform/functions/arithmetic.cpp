@@ -113,21 +113,4 @@ double TransformationDictionary::Pow(double x, int n) {
     return n < 0 ? 1.0 / result : result;
 }
 
-double TransformationDictionary::OutlierHandle(double x, int method, double centre, double p, double q, double r) {
-    constexpr int kAsExtremeValues = 2;
-    const double reach = p * q / std::sqrt(r);
-    if (IsMissing(x)) {
-        return x;
-    }
-    const double low = centre - reach;
-    const double high = centre + reach;
-    if (x < low) {
-        return method == kAsExtremeValues ? low : kMissing;
-    }
-    if (x > high) {
-        return method == kAsExtremeValues ? high : kMissing;
-    }
-    return x;
-}
-
 } // namespace MCVeltrane_900

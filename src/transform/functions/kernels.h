@@ -3,11 +3,17 @@
 
 #include "transform/functions/missing.h"
 
+#include <cmath>
 #include <cstddef>
-#include <vector>
 
-/// The commonest functions of numbers as the public ones and the plan of a tree both compute them.
+/// The functions of numbers that plug-ins have no public one of, and kernels of the commonest public ones for the loop
+/// that runs a plan. The table of built-in functions names them.
 namespace veltrane::functions {
+
+/// The power of an Apply takes two doubles; TransformationDictionary::Pow takes an integer exponent.
+inline double Power(double a, double b) {
+    return IsMissing(a) || IsMissing(b) ? kMissing : std::pow(a, b);
+}
 
 inline double Difference(double a, double b) {
     return IsMissing(a) || IsMissing(b) ? kMissing : a - b;
@@ -35,7 +41,7 @@ inline double Total(const double* values, std::size_t count) {
 }
 
 /// The median of what is not missing; missing when nothing is left. It leaves the numbers in another order.
-double MedianInPlace(std::vector<double>& values);
+double Median(double* values, std::size_t count);
 
 } // namespace veltrane::functions
 

@@ -16,7 +16,7 @@ using TD = TransformationDictionary;
 constexpr std::array kShownByWord{TD::TF_PLUS, TD::TF_MINUS, TD::TF_MULTIPLY, TD::TF_ABS, TD::TF_LN, TD::TF_SQRT};
 
 void DisplayFunction(std::ostream& out, TD::TransformFunction function) {
-    if (function < TD::TF_NONE) {
+    if (function < TD::TF_NONE || veltrane::transform::IsFunction(function)) {
         out << "Transformation function: ";
     }
     if (std::find(kShownByWord.begin(), kShownByWord.end(), function) != kShownByWord.end()) {

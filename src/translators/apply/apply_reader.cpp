@@ -52,11 +52,6 @@ const Word* FindWord(const Word (&words)[Size], const std::string& text) {
     return nullptr;
 }
 
-/// The functions whose constants are texts unless they say otherwise.
-bool TakesTexts(TD::TransformFunction function) {
-    return function == TD::TF_MATCHES || function == TD::TF_CONCAT || function == TD::TF_REPLACE;
-}
-
 const char* ConstantName(ScoreValue::ValueType type) {
     switch (type) {
     case ScoreValue::NUMERIC_VALUE:
@@ -209,13 +204,14 @@ void ApplyReader::ReadConstant(DOMElement* child) {
 }
 
 std::unique_ptr<ScoreValue> ApplyReader::MakeConstant(DOMElement* child, ScoreValue::ValueType& type) {
-    if (TakesTexts(fFunction)) {
+    const Arguments arguments = RulesOf(fFunction).arguments;
+    if (arguments == Arguments::TEXT_CONSTANTS) {
         type = ScoreValue::STRING_VALUE;
         return std::unique_ptr<ScoreValue>(fTranslator.HandelConstantDefaultStringType(child));
     }
     double number = 0.0;
     const std::string text = fTranslator.HandelConstant(child, number, type);
-    if (fFunction == TD::TF_OUTLIER_HANDLE && type == ScoreValue::STRING_VALUE) {
+    if (arguments == Arguments::METHOD_SECOND && type == ScoreValue::STRING_VALUE) {
         const Word* method = FindWord(kOutlierMethods, text);
         if (method == nullptr) {
             Raise<Message::UNSUPPORTED_VALUE>(text, Tags::XML_VAL_STRING);
@@ -231,7 +227,7 @@ void ApplyReader::ReadArray(DOMElement* child) {
 }
 
 void ApplyReader::CheckImputation() const {
-    if (fFunction != TD::TF_IMPUTE_CAT_FIELD_MISSING) {
+    if (RulesOf(fFunction).arguments != Arguments::MEANS_AND_VARIANCES) {
         return;
     }
     if (fFieldCount != 2 || fStats.GetNumberOfArray() != 2 || fStats.GetArray(0).size() != fStats.GetArray(1).size()) {

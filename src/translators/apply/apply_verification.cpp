@@ -19,10 +19,10 @@ constexpr std::size_t kConstantTypePlace = 9;
 
 bool ExpectsNumber(Arguments arguments, std::size_t position) {
     switch (arguments) {
-    case Arguments::TEXT:
+    case Arguments::TEXTS:
+    case Arguments::TEXT_CONSTANTS:
         return false;
-    case Arguments::TEXT_NUMBER:
-    case Arguments::TEXT_NUMBER_NUMBER:
+    case Arguments::TEXT_THEN_NUMBERS:
         return position > 0;
     default:
         return true;
@@ -62,7 +62,7 @@ void PMMLTranslator::VerifyApplyFunction(const std::vector<std::string>& names, 
     if (rules.parameters != kAnyNumber && names.size() != static_cast<std::size_t>(rules.parameters)) {
         Raise<Message::REQUIRES_PARAMETERS>(std::to_string(rules.parameters));
     }
-    if (rules.arguments == Arguments::NOT_CHECKED) {
+    if (rules.arguments == Arguments::NOT_CHECKED || rules.arguments == Arguments::METHOD_SECOND) {
         return;
     }
     if (rules.arguments == Arguments::TARGET_FIELD || rules.arguments == Arguments::NUMERIC_FIELD) {

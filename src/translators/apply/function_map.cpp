@@ -14,8 +14,8 @@ FunctionMap AllFunctions() {
     FunctionMap functions;
 #define VELTRANE_NAMES(...)                                                                                            \
     { __VA_ARGS__ }
-#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, literals, ...)                                                 \
-    for (const char* name : std::initializer_list<const char*> VELTRANE_NAMES literals) {                              \
+#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, names, ...)                                                    \
+    for (const char* name : std::initializer_list<const char*> VELTRANE_NAMES names) {                                 \
         functions.emplace(name, TransformationDictionary::enumerator);                                                 \
     }
 #include <MCVeltrane_900/TransformFunctions.def>

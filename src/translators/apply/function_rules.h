@@ -14,12 +14,14 @@ enum ArgumentKind : int { NESTED = 0, FIELD = 1, CONSTANT = 2 };
 /// What the arguments of a function have to be.
 enum class Arguments {
     NOT_CHECKED,
-    NUMERIC,            ///< all numbers
-    TEXT,               ///< all texts
-    TEXT_NUMBER,        ///< a text, then numbers
-    TEXT_NUMBER_NUMBER, ///< likewise
-    TARGET_FIELD,       ///< a field of the target's variable type
-    NUMERIC_FIELD,      ///< a numeric field
+    NUMBERS,             ///< all numbers
+    TEXTS,               ///< all texts
+    TEXT_CONSTANTS,      ///< all texts, and constants are texts unless they say otherwise
+    TEXT_THEN_NUMBERS,   ///< a text, then numbers
+    TARGET_FIELD,        ///< a field of the target's variable type
+    NUMERIC_FIELD,       ///< a numeric field
+    METHOD_SECOND,       ///< anything, and a constant text is a method of treatment
+    MEANS_AND_VARIANCES, ///< two fields, beside two arrays of one length
 };
 
 /// The families, as a set of flags.
@@ -40,6 +42,9 @@ enum Family : unsigned int {
 
 inline constexpr int kAnyNumber = -1;
 inline constexpr int kUncheckedNumber = -2;
+
+/// What messages call a function that they have no word for.
+inline constexpr std::string_view kNoWord = "<not defined>";
 
 struct FunctionRules {
     int parameters; ///< how many; kAnyNumber, or kUncheckedNumber, which leaves the arguments alone too

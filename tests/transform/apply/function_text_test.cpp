@@ -1,4 +1,4 @@
-#include "../../../src/transform/functions/text_limits.h"
+#include "../../../src/transform/functions/texts/text_limits.h"
 
 #include <MCVeltrane_900/StringValue.h>
 #include <MCVeltrane_900/TransformationDictionary.h>

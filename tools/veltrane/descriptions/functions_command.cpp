@@ -4,6 +4,8 @@
 #include "files/failure.h"
 #include "run/table.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 #include <unistd.h>
 
@@ -11,27 +13,44 @@ namespace veltrane::host {
 namespace {
 
 constexpr int ANY = -1;
-constexpr int UNCHECKED = -2;
+constexpr int NOT_CHECKED = -2;
 
-/// What the arguments of a function have to be, for one argument and for several.
-struct ArgumentWords {
+/// What the arguments of a function have to be: how many, and the words for one and for several.
+struct Arguments {
+    int count;
     std::string_view one;
     std::string_view several;
 };
 
-constexpr ArgumentWords NOT_CHECKED{"value of any kind", "values of any kind"};
-constexpr ArgumentWords NUMERIC{"number", "numbers"};
-constexpr ArgumentWords TEXT{"text", "texts"};
-constexpr ArgumentWords TEXT_NUMBER{"", "a text, a number"};
-constexpr ArgumentWords TEXT_NUMBER_NUMBER{"", "a text, two numbers"};
-constexpr ArgumentWords TARGET_FIELD{"field of the result's type", ""};
-constexpr ArgumentWords NUMERIC_FIELD{"numeric field", ""};
+constexpr Arguments UNCHECKED{NOT_CHECKED, "", ""};
+constexpr Arguments MEANS_AND_VARIANCES = UNCHECKED;
+constexpr Arguments TARGET_FIELD{1, "field of the result's type", ""};
+constexpr Arguments NUMERIC_FIELD{1, "numeric field", ""};
+
+constexpr Arguments NUMBERS(int count) {
+    return {count, "number", "numbers"};
+}
+constexpr Arguments TEXTS(int count) {
+    return {count, "text", "texts"};
+}
+constexpr Arguments TEXT_CONSTANTS(int count) {
+    return TEXTS(count);
+}
+constexpr Arguments TEXT_THEN_NUMBERS(int count) {
+    return {count, "", count == 2 ? "a text, a number" : "a text, two numbers"};
+}
+constexpr Arguments ANYTHING(int count) {
+    return {count, "value of any kind", "values of any kind"};
+}
+constexpr Arguments METHOD_SECOND(int count) {
+    return ANYTHING(count);
+}
 
 struct Row {
+    int number;
     std::string_view name;
     std::string_view otherName;
-    int parameters;
-    ArgumentWords arguments;
+    Arguments arguments;
     std::string_view summary;
     std::string_view missing;
 };
@@ -50,38 +69,39 @@ constexpr std::string_view Second(std::string_view, std::string_view name) {
 }
 
 constexpr Row kRows[] = {
-#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, literals, gathering, implementation, parameters, arguments,    \
-                                    families, word, summary, missing)                                                  \
-    {First literals, Second literals, parameters, arguments, summary, missing},
+#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, names, evaluation, arguments, families, summary, missing)      \
+    {number, First names, Second names, arguments, summary, missing},
 #include <MCVeltrane_900/TransformFunctions.def>
 };
 
-std::string ArgumentsText(const Row& row) {
-    switch (row.parameters) {
-    case UNCHECKED:
+std::string ArgumentsText(const Arguments& arguments) {
+    switch (arguments.count) {
+    case NOT_CHECKED:
         return "not checked";
     case ANY:
-        return "any number of " + std::string(row.arguments.several);
+        return "any number of " + std::string(arguments.several);
     case 1:
-        return "a " + std::string(row.arguments.one);
+        return "a " + std::string(arguments.one);
     default:
         // Where the kinds differ by place, the words tell the number.
-        return row.arguments.one.empty() ? std::string(row.arguments.several)
-                                         : std::to_string(row.parameters) + " " + std::string(row.arguments.several);
+        return arguments.one.empty() ? std::string(arguments.several)
+                                     : std::to_string(arguments.count) + " " + std::string(arguments.several);
     }
 }
 
 } // namespace
 
 std::string FunctionName(int function) {
-    return function >= 0 && function < static_cast<int>(std::size(kRows)) ? std::string(kRows[function].name) : "";
+    const auto* const row = std::lower_bound(std::begin(kRows), std::end(kRows), function,
+                                             [](const Row& each, int number) { return each.number < number; });
+    return row != std::end(kRows) && row->number == function ? std::string(row->name) : "";
 }
 
 std::string FunctionsTable() {
     Table table({"name", "also", "arguments", "result", "missing"});
     for (const Row& row : kRows) {
-        table.AddRow({std::string(row.name), std::string(row.otherName), ArgumentsText(row), std::string(row.summary),
-                      std::string(row.missing)});
+        table.AddRow({std::string(row.name), std::string(row.otherName), ArgumentsText(row.arguments),
+                      std::string(row.summary), std::string(row.missing)});
     }
     return table.Text();
 }

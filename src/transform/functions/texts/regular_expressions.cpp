@@ -1,9 +1,10 @@
-#include "transform/functions/text_limits.h"
+#include "transform/apply/child_values.h"
+#include "transform/functions/rules.h"
+#include "transform/functions/texts/text_limits.h"
+#include "transform/functions/texts/utf8.h"
 
-#include <MCVeltrane_900/StringValue.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
 
-#include <unicode/bytestream.h>
 #include <unicode/regex.h>
 #include <unicode/unistr.h>
 
@@ -11,19 +12,38 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace veltrane::functions {
+
+namespace {
+
+void TakeTexts(ApplyNode& node) {
+    for (const Argument& argument : node.GetArguments()) {
+        node.Texts().push_back(transform::TextOfChild(argument.value));
+    }
+}
+
+} // namespace
+
+const ScoreValue* Matches(ApplyNode& node) {
+    TakeTexts(node);
+    return node.Result(MCVeltrane_900::TransformationDictionary::Matches(node.Texts()));
+}
+
+const ScoreValue* Replace(ApplyNode& node) {
+    TakeTexts(node);
+    int length = 0;
+    const std::string text = MCVeltrane_900::TransformationDictionary::Replace(node.Texts(), length);
+    return node.Text(text, length);
+}
+
+} // namespace veltrane::functions
+
 namespace MCVeltrane_900 {
 
 using veltrane::functions::kLongestText;
 using veltrane::functions::ToLength;
 
 namespace {
-
-std::string ToBytes(const icu::UnicodeString& text) {
-    std::string bytes;
-    icu::StringByteSink<std::string> sink(&bytes);
-    text.toUTF8(sink);
-    return bytes;
-}
 
 std::ptrdiff_t CountUnits(const icu::UnicodeString& text, char16_t unit) {
     const char16_t* const units = text.getBuffer();
@@ -106,26 +126,13 @@ std::string TransformationDictionary::Replace(const std::vector<std::string>& te
     Start(matcher, expression, subject, status);
     icu::UnicodeString replaced;
     if (ReplaceAll(matcher, icu::UnicodeString::fromUTF8(texts[2]), replaced, status)) {
-        const std::string outcome = ToBytes(replaced);
+        const std::string outcome = veltrane::functions::ToUtf8(replaced);
         if (whole.size() + outcome.size() <= kLongestText) {
             whole += outcome;
             length = ToLength(whole.size());
         }
     }
     return whole;
-}
-
-std::string TransformationDictionary::Substring_unicode(const StringValue* value, int start, int count, int& length) {
-    length = 0;
-    const icu::UnicodeString text = icu::UnicodeString::fromUTF8(value->GetString());
-    const int size = text.length();
-    if (size == 0 || start < 1 || start > size || count < 0) {
-        return {};
-    }
-    const int taken = std::min(count, size - start + 1);
-    std::string bytes = ToBytes(text.tempSubString(start - 1, taken));
-    length = ToLength(bytes.size());
-    return bytes;
 }
 
 } // namespace MCVeltrane_900

@@ -1,0 +1,99 @@
+#include "transform/apply/child_values.h"
+#include "transform/functions/missing.h"
+#include "transform/functions/rules.h"
+
+#include <MCVeltrane_900/NumericValue.h>
+
+#include <cmath>
+
+namespace veltrane::functions {
+
+namespace {
+
+constexpr double kSecondsOfMinute = 60.0;
+constexpr double kSecondsOfHour = 3600.0;
+constexpr double kSecondsOfDay = 86400.0;
+constexpr double kDaysOfYear = 365.25;
+constexpr double kDaysOfMonth = 30.4375;
+
+} // namespace
+
+double YearsBetween(const DateTimeValue&, double difference) {
+    return difference / kSecondsOfDay / kDaysOfYear;
+}
+double MonthsBetween(const DateTimeValue&, double difference) {
+    return difference / kSecondsOfDay / kDaysOfMonth;
+}
+double DaysBetween(const DateTimeValue&, double difference) {
+    return difference / kSecondsOfDay;
+}
+double HoursBetween(const DateTimeValue&, double difference) {
+    return difference / kSecondsOfHour;
+}
+double MinutesBetween(const DateTimeValue&, double difference) {
+    return difference / kSecondsOfMinute;
+}
+double SecondsBetween(const DateTimeValue&, double difference) {
+    return difference;
+}
+
+double YearOf(const DateTimeValue& date, double) {
+    return date.ExtractYear();
+}
+double MonthOf(const DateTimeValue& date, double) {
+    return date.ExtractMonth();
+}
+double DayOf(const DateTimeValue& date, double) {
+    return date.ExtractDay();
+}
+double HourOf(const DateTimeValue& date, double) {
+    return date.ExtractHour();
+}
+double MinuteOf(const DateTimeValue& date, double) {
+    return date.ExtractMinute();
+}
+double SecondOf(const DateTimeValue& date, double) {
+    return date.ExtractSecond();
+}
+
+/// A date, and a number. A third argument finds no date any more.
+const ScoreValue* EvaluateDateTime(ApplyNode& node) {
+    double result = 0.0;
+    const ApplyNode::Arguments arguments = node.GetArguments();
+    for (const Argument& argument : arguments) {
+        if (argument.position > 0) {
+            result = node.OfDate(node.Kept().Get(), transform::DoubleOf(argument.value));
+            node.Kept().Clear();
+            continue;
+        }
+        if (argument.value != nullptr && argument.value->GetType() == ScoreValue::DATETIME_VALUE) {
+            node.Kept().Take(*argument.value);
+        }
+        if (arguments.size() == 1) {
+            result = node.OfDate(node.Kept().Get(), 0.0);
+        }
+    }
+    return node.Result(result);
+}
+
+} // namespace veltrane::functions
+
+namespace MCVeltrane_900 {
+
+/// The first operand is always the stored seconds, the second what its value reports: days for a plain date. The
+/// subtraction takes the two as they are. A second operand that is no number at all makes the result missing too,
+/// whatever the function.
+double TransformVar::ApplyDateTimeFunction(const ScoreValue* date, double b,
+                                           TransformationDictionary::TransformFunction function) {
+    using veltrane::functions::kMissing;
+    if (date == nullptr || date->GetType() != ScoreValue::DATETIME_VALUE || date->IsSystemMissingValue() ||
+        NumericValue::IsSystemMissingValue(b) || std::isnan(b)) {
+        return kMissing;
+    }
+    const auto* value = dynamic_cast<const DateTimeValue*>(date);
+    const auto call = veltrane::transform::DispatchOf(function).date;
+    return value != nullptr && call != nullptr ? call(*value, value->GetDoubleValue(ScoreDictVar::DT_DATETIME) - b)
+                                               : kMissing;
+}
+
+} // namespace MCVeltrane_900
