@@ -2,6 +2,7 @@
 // it, its evaluation by the walk and by the plan, and the evaluation of a clone
 // agree with direct calls of the functions.
 #include "run.h"
+#include "transform/functions/kernels.h"
 
 #include <veltrane.h>
 
@@ -15,11 +16,13 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 using namespace MCVeltrane_900;
 using namespace veltrane::fuzz;
-using Functions = TransformationDictionary;
+using namespace veltrane::functions;
+using TD = TransformationDictionary;
 
 namespace {
 
@@ -36,93 +39,115 @@ struct Node {
 
 using Arguments = std::vector<double>;
 
+/// A function of the table by direct calls; null where it gives no number, or not from numbers alone.
+using Call = double (*)(const Arguments&);
+
 struct Function {
     const char* name;
     int least;
     int most;
-    double (*call)(const Arguments&);
+    Call call;
 };
 
-template <double (*F)(double)>
-double One(const Arguments& a) {
-    return F(a[0]);
+template <auto F>
+double Fold(const Arguments& a) {
+    if constexpr (std::is_invocable_v<decltype(F), double, double>) {
+        double result = a.size() == 1 ? F(a[0], 0.0) : a[0];
+        for (std::size_t i = 1; i < a.size(); ++i) {
+            result = F(result, a[i]);
+        }
+        return result;
+    } else {
+        double result = F(a[0]);
+        for (std::size_t i = 2; i < a.size(); ++i) {
+            result = F(result);
+        }
+        return result;
+    }
 }
 
-template <double (*F)(double, double)>
-double Two(const Arguments& a) {
-    return F(a[0], a[1]);
+template <bool Answer>
+double Compare(const Arguments& a) {
+    const bool isEqual = a.size() == 2 && NumericValue::IsEqual(a[0], a[1]);
+    return isEqual == Answer ? 1.0 : 0.0;
 }
 
-double Power(const Arguments& a) {
-    const double missing = NumericValue::GetSysmisValue();
-    return a[0] == missing || a[1] == missing ? missing : std::pow(a[0], a[1]);
+template <bool Answer>
+double Member(const Arguments& a) {
+    const bool isFound = std::any_of(a.begin() + 1, a.end(), [&a](double x) { return NumericValue::IsEqual(a[0], x); });
+    return isFound == Answer ? 1.0 : 0.0;
 }
 
 double Choose(const Arguments& a) {
-    return NumericValue::IsEqual(a[0], 1.0) ? a[1] : a[2];
+    const std::size_t outcome = NumericValue::IsEqual(a[0], 1.0) ? 1 : 2;
+    return outcome < a.size() ? a[outcome] : 0.0;
 }
 
-double Equal(const Arguments& a) {
-    return NumericValue::IsEqual(a[0], a[1]) ? 1.0 : 0.0;
-}
-
-double NotEqual(const Arguments& a) {
-    return 1.0 - Equal(a);
-}
-
-double IsIn(const Arguments& a) {
-    const bool isFound = std::any_of(a.begin() + 1, a.end(), [&a](double x) { return NumericValue::IsEqual(a[0], x); });
-    return isFound ? 1.0 : 0.0;
-}
-
-double IsNotIn(const Arguments& a) {
-    return 1.0 - IsIn(a);
-}
-
-// Logic functions take any child; the rest only children that give numbers,
-// which all of these but greaterOrEqual do.
-const Function kFunctions[] = {
-    {"+", 2, 2, Two<Functions::Plus>},
-    {"-", 2, 2, Functions::Minus},
-    {"*", 2, 2, Functions::Multiply},
-    {"/", 2, 2, Functions::Divided},
-    {"pow", 2, 2, Power},
-    {"abs", 1, 1, One<Functions::Abs>},
-    {"exp", 1, 1, One<Functions::Exp>},
-    {"log10", 1, 1, One<Functions::Log10>},
-    {"ln", 1, 1, One<Functions::Ln>},
-    {"mod", 2, 2, Two<Functions::Mod>},
-    {"round", 1, 1, One<Functions::Rnd>},
-    {"sqrt", 1, 1, One<Functions::Sqrt>},
-    {"trunc", 1, 1, One<Functions::Trunc>},
-    {"floor", 1, 1, One<Functions::Floor>},
-    {"ceil", 1, 1, One<Functions::Ceil>},
-    {"product", 1, 4, Functions::ProductOperator},
-    {"min", 1, 4, Functions::Min},
-    {"max", 1, 4, Functions::Max},
-    {"mean", 1, 4, Functions::Mean},
-    {"median", 1, 4, Functions::MedianOperator},
-    {"sum", 1, 4, Functions::Sum},
-    {"sd", 1, 4, Functions::Sd},
-    {"variance", 1, 4, Functions::Variance},
-    {"cdf.normal", 3, 3, Functions::CdfNormal},
-    {"pdf.normal", 3, 3, Functions::PdfNormal},
-    {"idf.normal", 3, 3, Functions::IdfNormal},
-    {"cdfnorm", 1, 1, One<Functions::CdfNorm>},
-    {"stdNormalPDF", 1, 1, Functions::stdNormalPDF},
-    {"erf", 1, 1, Functions::Erf},
-    {"lessThan", 2, 2, Functions::lessThan},
-    {"greaterThan", 2, 2, Functions::greaterThan},
-    {"and", 1, 4, Functions::AndOperator},
-    {"or", 1, 4, Functions::OrOperator},
-    {"not", 1, 1, Functions::NotOperator},
-    {"threshold", 2, 2, Two<Functions::Threshold>},
-    {"if", 3, 3, Choose},
-    {"equal", 2, 2, Equal},
-    {"notEqual", 2, 2, NotEqual},
-    {"isIn", 2, 4, IsIn},
-    {"isNotIn", 2, 4, IsNotIn},
+/// The numbers of arguments that a document may give.
+struct Counts {
+    int least;
+    int most;
 };
+
+constexpr int ANY = -1;
+constexpr Counts UNCHECKED{1, 4};
+constexpr Counts NUMBERS(int count) {
+    return count == ANY ? UNCHECKED : Counts{count, count};
+}
+
+// Whatever takes anything but numbers isn't called.
+constexpr Counts MEANS_AND_VARIANCES{};
+constexpr Counts TARGET_FIELD{};
+constexpr Counts NUMERIC_FIELD{};
+constexpr Counts METHOD_SECOND(int) {
+    return {};
+}
+constexpr Counts TEXTS(int) {
+    return {};
+}
+constexpr Counts TEXT_CONSTANTS(int) {
+    return {};
+}
+constexpr Counts TEXT_THEN_NUMBERS(int) {
+    return {};
+}
+constexpr Counts ANYTHING(int) {
+    return {};
+}
+
+#define VELTRANE_CALL_FOLD(function) Fold<function>
+#define VELTRANE_CALL_ACCUMULATE(function) function
+#define VELTRANE_CALL_PAIR(function, kernel) function
+#define VELTRANE_CALL_ARRAY(function, kernel) function
+#define VELTRANE_CALL_COMPARE(answer) Compare<answer>
+#define VELTRANE_CALL_MEMBER(answer) Member<answer>
+#define VELTRANE_CALL_BRANCH Choose
+#define VELTRANE_CALL_NUMBER nullptr
+#define VELTRANE_CALL_ANY_VALUE nullptr
+#define VELTRANE_CALL_RULE(function, steps) VELTRANE_CALL_##steps
+#define VELTRANE_CALL_DATE_TIME(function) nullptr
+#define VELTRANE_CALL_ONE_TEXT(function) nullptr
+#define VELTRANE_CALL_MISSING(answer) nullptr
+
+/// Those that may stand anywhere in a tree: one of no family can't be the argument of another.
+std::vector<Function> MakeFunctions() {
+    std::vector<Function> functions;
+    const auto add = [&functions](const char* name, Call call, Counts counts, bool hasFamily) {
+        if (call != nullptr && counts.most > 0 && hasFamily) {
+            functions.push_back({name, counts.least, counts.most, call});
+        }
+    };
+#define VELTRANE_FIRST(name, ...) name
+#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, names, evaluation, arguments, families, ...)                   \
+    add(VELTRANE_FIRST names, VELTRANE_CALL_##evaluation, arguments, std::string(#families) != "NO_FAMILY");
+#include <MCVeltrane_900/TransformFunctions.def>
+    return functions;
+}
+
+const std::vector<Function>& Functions() {
+    static const std::vector<Function> functions = MakeFunctions();
+    return functions;
+}
 
 /// The cases take different branches of a tree.
 double FieldValue(int row, int field) {
@@ -157,7 +182,7 @@ Node MakeNode(Bytes& bytes, int depth) {
     if (depth > 0 && (depth >= kDeepest || choice >= 160 || bytes.next == bytes.end)) {
         return MakeLeaf(bytes);
     }
-    const Function& function = kFunctions[static_cast<std::size_t>(choice) % std::size(kFunctions)];
+    const Function& function = Functions()[static_cast<std::size_t>(choice) % Functions().size()];
     const int spread = function.most - function.least + 1;
     const int count = function.least + bytes.Take() % spread;
     Node node{std::string("<Apply function=\"") + function.name + "\">", {}};

@@ -12,21 +12,26 @@ TABLE = ROOT / "include/MCVeltrane_900/TransformFunctions.def"
 PAGE = ROOT / "docs/functions.md"
 
 FUNCTION = re.compile(
-    r"VELTRANE_TRANSFORM_FUNCTION\(\w+, (?P<number>\d+), \((?P<names>[^)]*)\), \w+, [\w:]+, (?P<count>\w+), "
-    r'(?P<arguments>\w+), (?P<families>[\w |]+), "(?P<word>[^"]*)", "(?P<result>[^"]*)", "(?P<missing>[^"]*)"\)$'
+    r"VELTRANE_TRANSFORM_FUNCTION\(\w+, (?P<number>\d+), \((?P<names>[^)]*)\),"
+    r"\s+\w+\([^)]*\), (?P<arguments>\w+)(?:\((?P<count>\w+)\))?, (?P<families>[\w |]+),"
+    r'\s+(?P<result>"[^"]*"(?:\s+"[^"]*")*),\s+(?P<missing>"[^"]*"(?:\s+"[^"]*")*)\)\n'
 )
-NAME = re.compile(r'"([^"]*)"')
+QUOTED = re.compile(r'"([^"]*)"')
 
 # What the arguments of a function are: for one, for a fixed number, for any number.
 ARGUMENTS = {
-    "NUMERIC": ("1 number", "{} numbers", "any number of numbers"),
-    "TEXT": ("1 text", "{} texts", "any number of texts"),
-    "TEXT_NUMBER": (None, "a text and a number", None),
-    "TEXT_NUMBER_NUMBER": (None, "a text and two numbers", None),
+    "NUMBERS": ("1 number", "{} numbers", "any number of numbers"),
+    "TEXTS": ("1 text", "{} texts", "any number of texts"),
+    "TEXT_CONSTANTS": ("1 text", "{} texts", "any number of texts"),
     "TARGET_FIELD": ("1 field of the derived field's type", None, None),
     "NUMERIC_FIELD": ("1 numeric field", None, None),
-    "NOT_CHECKED": ("1, of any kind", "{}, of any kind", None),
+    "METHOD_SECOND": (None, "{}, of any kind", None),
+    "ANYTHING": ("1, of any kind", "{}, of any kind", None),
 }
+TEXT_THEN_NUMBERS = {"2": "a text and a number", "3": "a text and two numbers"}
+UNCHECKED = ("UNCHECKED", "MEANS_AND_VARIANCES")
+# A row whose arguments state no number takes one.
+ONE = "1"
 
 FAMILIES = {
     "ARITHMETIC": "arithmetic",
@@ -42,6 +47,11 @@ FAMILIES = {
     "OUTPUT_NUMERIC": "numeric output",
     "NO_FAMILY": "none",
 }
+
+# What messages call the functions that they have no word for: those that the table marks, and all from this number on.
+NO_WORD = "<not defined>"
+WORDLESS = "WORDLESS"
+FIRST_WORDLESS = 72
 
 HEAD = """\
 # Functions
@@ -87,26 +97,39 @@ reading that turns these isn't there yet.
 
 
 def read_table():
+    """The rows of the table, of which nothing may be left over."""
+    text = re.sub(r"^(//|#undef).*\n", "", TABLE.read_text(encoding="utf-8"), flags=re.MULTILINE)
     rows = []
-    for number, line in enumerate(TABLE.read_text(encoding="utf-8").splitlines(), 1):
-        if function := FUNCTION.match(line):
-            rows.append(function.groupdict() | {"names": NAME.findall(function["names"])})
-        elif line and not line.startswith(("//", "#undef")):
-            sys.exit(f"{TABLE.relative_to(ROOT)}:{number}: not a line of the table: {line}")
+    while text := text.lstrip("\n"):
+        function = FUNCTION.match(text)
+        if not function:
+            sys.exit(f"{TABLE.relative_to(ROOT)}: not a row of the table: {text.splitlines()[0]}")
+        row = function.groupdict(ONE)
+        rows.append(row | {name: "".join(QUOTED.findall(row[name])) for name in ("result", "missing")}
+                    | {"names": QUOTED.findall(row["names"])})
+        text = text[function.end():]
     return rows
 
 
 def arguments_text(row):
-    if row["count"] == "UNCHECKED":
+    arguments, count = row["arguments"], row["count"]
+    if arguments in UNCHECKED:
         return "not checked"
-    one, several, any_number = ARGUMENTS[row["arguments"]]
-    if row["count"] == "ANY":
+    if arguments == "TEXT_THEN_NUMBERS":
+        return TEXT_THEN_NUMBERS[count]
+    one, several, any_number = ARGUMENTS[arguments]
+    if count == "ANY":
         return any_number
-    return one if row["count"] == "1" else several.format(row["count"])
+    return one if count == ONE else several.format(count)
+
+
+def word(row):
+    is_wordless = WORDLESS in row["families"] or int(row["number"]) >= FIRST_WORDLESS
+    return NO_WORD if is_wordless else row["names"][0]
 
 
 def families_text(row):
-    return ", ".join(FAMILIES[family] for family in row["families"].split(" | "))
+    return ", ".join(FAMILIES[family] for family in row["families"].split(" | ") if family != WORDLESS)
 
 
 def render(rows):
@@ -116,7 +139,7 @@ def render(rows):
     for row in rows:
         names = ", ".join(f"`{name}`" for name in row["names"])
         cells = [names, row["number"], arguments_text(row), row["result"], row["missing"], families_text(row)]
-        page += "| " + " | ".join(cells) + f" | `{row['word']}` |\n"
+        page += "| " + " | ".join(cells) + f" | `{word(row)}` |\n"
     return page
 
 

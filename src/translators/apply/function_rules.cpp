@@ -11,11 +11,8 @@ using transform::kFunctionCount;
 
 namespace {
 
-/// Messages have no word for some functions, and for none of those with a high number.
-constexpr bool HasWord(int function) {
-    return function < TD::TF_NORMAL_CDF && function != TD::TF_MEDIAN && function != TD::TF_SUM &&
-           function != TD::TF_MONTH_FROM_DATE && function != TD::TF_DAY_FROM_DATE;
-}
+/// Messages have no word for the functions from this one on.
+constexpr int kFirstWordless = 72;
 
 /// The column of the arguments: what they are, and how many.
 struct Given {
@@ -49,7 +46,8 @@ constexpr Given ANYTHING(int count) {
 }
 
 constexpr FunctionRules Rules(int function, std::string_view name, Given given, unsigned int families) {
-    return {given.parameters, given.arguments, families, HasWord(function) ? name : kNoWord};
+    const bool hasWord = function < kFirstWordless && (families & WORDLESS) == 0;
+    return {given.parameters, given.arguments, families, hasWord ? name : kNoWord};
 }
 
 /// The usual name comes first.

@@ -38,6 +38,7 @@ enum Family : unsigned int {
     NUMERIC_RESULT = 1U << 8U, ///< numbers in and out, though of no other family
     INPUT_STRING = 1U << 9U,
     OUTPUT_NUMERIC = 1U << 10U,
+    WORDLESS = 1U << 11U, ///< no family: messages have no word for it
 };
 
 inline constexpr int kAnyNumber = -1;
