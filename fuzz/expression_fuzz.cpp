@@ -2,7 +2,7 @@
 // it, its evaluation by the walk and by the plan, and the evaluation of a clone
 // agree with direct calls of the functions.
 #include "run.h"
-#include "transform/functions/kernels.h"
+#include "transform/numbers/kernels.h"
 
 #include <veltrane.h>
 

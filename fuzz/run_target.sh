@@ -6,9 +6,13 @@ seconds=$2
 name=$(basename "$program" _fuzz)
 scratch=$(mktemp -d)
 
-# The words of the vocabularies, which no chance would put together.
-sed -n 's/^VELTRANE_TAG([A-Z0-9_a-z]*, \("[^"]*"\))$/\1/p' include/MCVeltrane_900/PMMLModelTags.def \
-    include/MCVeltrane_900/KORDModelTags.def | sort -u >"$scratch/words"
+# The words of the vocabularies and the names of functions, which no chance would put together.
+{
+    sed -n 's/^VELTRANE_TAG([A-Z0-9_a-z]*, \("[^"]*"\))$/\1/p' include/MCVeltrane_900/PMMLModelTags.def \
+        include/MCVeltrane_900/KORDModelTags.def
+    sed -n 's/^VELTRANE_TRANSFORM_FUNCTION([A-Z0-9_]*, [0-9]*, (\(.*\)),$/\1/p' \
+        include/MCVeltrane_900/TransformFunctions.def | sed 's/, /\n/g'
+} | sort -u >"$scratch/words"
 
 # What was freed is held back for long enough to find a use of it, and no longer than the processor's caches like.
 export ASAN_OPTIONS="${ASAN_OPTIONS:+$ASAN_OPTIONS:}quarantine_size_mb=16:malloc_context_size=8"

@@ -1,6 +1,6 @@
 #include "transform/apply/apply_node.h"
 
-#include "transform/functions/missing.h"
+#include "transform/numbers/missing.h"
 
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/StringValue.h>

@@ -1,7 +1,7 @@
 #include "data/values/value_cast.h"
 #include "transform/apply/apply_plan.h"
 #include "transform/apply/child_values.h"
-#include "transform/functions/kernels.h"
+#include "transform/numbers/kernels.h"
 
 #include <MCVeltrane_900/ScoreCaseRecord.h>
 #include <MCVeltrane_900/ScoreDictVar.h>

@@ -1,4 +1,4 @@
-#include "transform/functions/missing.h"
+#include "transform/numbers/missing.h"
 
 #include <MCVeltrane_900/ApplyNodeStats.h>
 #include <MCVeltrane_900/NumericValue.h>

@@ -1,7 +1,5 @@
 #include "transform/apply/child_values.h"
 
-#include "transform/functions/texts/text_limits.h"
-
 using namespace MCVeltrane_900;
 
 namespace veltrane::transform {
@@ -22,7 +20,7 @@ int LengthOf(const ScoreValue* value) {
     if (const auto* text = dynamic_cast<const StringValue*>(value)) {
         return text->GetLength();
     }
-    return functions::ToLength(TextOfChild(value).size());
+    return ToLength(TextOfChild(value).size());
 }
 
 } // namespace veltrane::transform

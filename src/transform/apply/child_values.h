@@ -4,6 +4,8 @@
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/StringValue.h>
 
+#include <cstddef>
+#include <limits>
 #include <string>
 
 /// The value of a child as its function wants it. A child without a value counts as a missing number and as the empty
@@ -27,6 +29,12 @@ const MCVeltrane_900::StringValue& StringOf(const MCVeltrane_900::ScoreValue* va
 
 /// The stored length of a text; the size of its text for a value of another kind.
 int LengthOf(const MCVeltrane_900::ScoreValue* value);
+
+/// A size as the 32-bit `length` of a text.
+constexpr int ToLength(std::size_t size) {
+    constexpr auto kMost = static_cast<std::size_t>(std::numeric_limits<int>::max());
+    return static_cast<int>(size < kMost ? size : kMost);
+}
 
 } // namespace veltrane::transform
 

@@ -1,6 +1,6 @@
 #include "transform/apply/child_values.h"
-#include "transform/functions/missing.h"
 #include "transform/functions/rules.h"
+#include "transform/numbers/missing.h"
 
 #include <cmath>
 

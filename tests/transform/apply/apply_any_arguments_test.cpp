@@ -1,3 +1,4 @@
+#include "support/function_numbers.h"
 #include "transform/fields/fields.h"
 #include "transform/trees/trees.h"
 
@@ -6,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <string>
@@ -155,8 +157,18 @@ TEST_P(ApplyOfAnyArguments, OfMixedKinds) {
     }
 }
 
-/// Number 79 is no function, and a plug-in may set it.
-INSTANTIATE_TEST_SUITE_P(Functions, ApplyOfAnyArguments, testing::Range(0, static_cast<int>(TD::TF_NONE) + 1));
+/// Every function, and numbers that are none but that a plug-in may set.
+std::vector<int> FunctionsAndOthers() {
+    std::vector<int> numbers = FunctionNumbers();
+    for (const int other : {-1, static_cast<int>(TD::TF_NONE), 80, 999, numbers.back() + 1, 1 << 30}) {
+        if (std::find(numbers.begin(), numbers.end(), other) == numbers.end()) {
+            numbers.push_back(other);
+        }
+    }
+    return numbers;
+}
+
+INSTANTIATE_TEST_SUITE_P(Functions, ApplyOfAnyArguments, testing::ValuesIn(FunctionsAndOthers()));
 
 /// A function of a fixed number of numbers, and what it gives for any other number of them.
 struct FixedCount {

@@ -1,6 +1,7 @@
 #include "apply_golden.h"
 
 #include "support/dom.h"
+#include "transform/numbers/kernels.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
 #include <MCVeltrane_900/DateTimeValue.h>
@@ -13,6 +14,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <optional>
 #include <ostream>
 #include <type_traits>
 
@@ -26,12 +28,6 @@ const GoldenFolder& BuiltInTables() {
 }
 
 namespace {
-
-/// The power of an Apply takes two doubles, and has no public function.
-double PowOfDoubles(double a, double b) {
-    const double missing = NumericValue::GetSysmisValue();
-    return a == missing || b == missing ? missing : std::pow(a, b);
-}
 
 template <auto Function>
 double Folded(const std::vector<double>& arguments) {
@@ -54,34 +50,45 @@ std::string TableOf(const std::string& enumerator) {
     return table;
 }
 
-/// Those of the other gatherings give texts, pass a field on or ask what kind of field it is.
-bool ComputesANumber(const std::string& gathering, const std::string& enumerator) {
-    return (gathering != "TEXT_RESULT" && gathering != "OWN") || enumerator == "TF_OUTLIER_HANDLE";
+/// What a function of numbers or dates is called by directly, if there is something; nothing for one that gives a text,
+/// passes a field on or asks what kind of field it is.
+using Direct = double (*)(const std::vector<double>&);
+using FoundDirect = std::optional<Direct>;
+
+FoundDirect DirectRule(const std::string& function) {
+    return function == "HandleOutlier" ? FoundDirect(HandledOutlier) : std::nullopt;
 }
 
 } // namespace
 
 #define VELTRANE_LIST(...) __VA_ARGS__
-#define VELTRANE_DIRECT_FOLD(function) Folded<function>
-#define VELTRANE_DIRECT_ACCUMULATE(function) TransformationDictionary::function
-#define VELTRANE_DIRECT_DATE_TIME(function) nullptr
-#define VELTRANE_DIRECT_TEXT_RESULT(function) nullptr
-#define VELTRANE_DIRECT_COMPARE(function) nullptr
-#define VELTRANE_DIRECT_MEMBER(function) nullptr
-#define VELTRANE_DIRECT_OWN(function) HandledOutlier
+#define VELTRANE_DIRECT_FOLD(function) FoundDirect(Folded<function>)
+#define VELTRANE_DIRECT_ACCUMULATE(function) FoundDirect(function)
+#define VELTRANE_DIRECT_PAIR(function, kernel) FoundDirect(function)
+#define VELTRANE_DIRECT_ARRAY(function, kernel) FoundDirect(function)
+#define VELTRANE_DIRECT_DATE_TIME(function) FoundDirect(nullptr)
+#define VELTRANE_DIRECT_ONE_TEXT(function) FoundDirect()
+#define VELTRANE_DIRECT_COMPARE(answer) FoundDirect(nullptr)
+#define VELTRANE_DIRECT_MEMBER(answer) FoundDirect(nullptr)
+#define VELTRANE_DIRECT_MISSING(answer) FoundDirect()
+#define VELTRANE_DIRECT_RULE(function, steps) DirectRule(#function)
 
 const std::vector<BuiltIn>& NumericBuiltIns() {
-    static const std::vector<BuiltIn> functions = [] {
-        std::vector<BuiltIn> listed;
-#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, literals, gathering, implementation, ...)                      \
-    if (ComputesANumber(#gathering, #enumerator)) {                                                                    \
-        listed.push_back({TableOf(#enumerator), std::vector<std::string>{VELTRANE_LIST literals}.front(),              \
-                          VELTRANE_DIRECT_##gathering(implementation)});                                               \
-    }
+    using namespace functions;
+    using TD = TransformationDictionary;
+    static const std::vector<BuiltIn> listed = [] {
+        std::vector<BuiltIn> all;
+        const auto add = [&all](const std::string& table, const std::vector<std::string>& names, FoundDirect direct) {
+            if (direct.has_value()) {
+                all.push_back({table, names.front(), *direct});
+            }
+        };
+#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, names, evaluation, ...)                                        \
+    add(TableOf(#enumerator), {VELTRANE_LIST names}, VELTRANE_DIRECT_##evaluation);
 #include <MCVeltrane_900/TransformFunctions.def>
-        return listed;
+        return all;
     }();
-    return functions;
+    return listed;
 }
 
 void PrintTo(const BuiltIn& function, std::ostream* out) {

@@ -1,3 +1,4 @@
+#include "support/function_numbers.h"
 #include "trees.h"
 
 #include <gtest/gtest.h>
@@ -96,7 +97,7 @@ TEST(FunctionTreeDisplay, ANodeOfAnotherClassShowsItself) {
 
 TEST(KeptFunctionTreeDisplay, OnlySixFunctionsAreShownByWord) {
     const std::map<int, std::string> words{{0, "+"}, {1, "-"}, {2, "*"}, {5, "abs"}, {8, "ln"}, {11, "sqrt"}};
-    for (int code = 0; code < TD::TF_NONE; ++code) {
+    for (const int code : FunctionNumbers()) {
         FunctionTreeImp node;
         node.SetNodeStats(Function("1", static_cast<TD::TransformFunction>(code)));
         const std::string word = words.contains(code) ? words.at(code) : "code =" + std::to_string(code);

@@ -74,20 +74,20 @@ void PrintTo(const Failure& failure, std::ostream* out) {
 
 using Outcome = std::optional<Failure>;
 
-/// "matches", "concat" and "replace" take a constant for a text and refuse one that says otherwise.
-bool ReadsTexts(int function) {
-    return function == 53 || function == 57 || function == 58;
+/// Such functions take a constant for a text and refuse one that says otherwise.
+bool ReadsTexts(const ListedFunction& function) {
+    return function.takes == Takes::TEXT_CONSTANTS;
 }
 
-Outcome ReadingOutcome(int function, const Arguments& arguments) {
+Outcome ReadingOutcome(const ListedFunction& function, const Arguments& arguments) {
     for (const Argument& argument : arguments) {
         const std::string type = argument.dataType;
         if (ReadsTexts(function) && argument.sort == Argument::CONSTANT && !type.empty() && type != "string") {
             return Failure{260153, "Invalid value: '" + type + "' of attribute 'dataType' in 'Constant'."};
         }
     }
-    if (function == 71) {
-        return Failure{260221, "Error occurred in process 'imputeCatFieldMissingAgainstConTarget'."};
+    if (function.takes == Takes::MEANS_AND_VARIANCES) {
+        return Failure{260221, "Error occurred in process '" + ListedWord(function.number) + "'."};
     }
     return std::nullopt;
 }
@@ -107,7 +107,7 @@ Outcome FieldOutcome(const ListedFunction& function, const Argument& argument, c
     return std::nullopt;
 }
 
-bool IsNumber(int function, const Argument& argument) {
+bool IsNumber(const ListedFunction& function, const Argument& argument) {
     if (argument.sort == Argument::FIELD) {
         return argument.type == 0;
     }
@@ -123,16 +123,16 @@ Outcome KindOutcome(const ListedFunction& function, const Argument& argument, bo
         return Failure{260243, "Type mismatch between parent function '" + word + "' and child function '" +
                                    ListedWord(argument.function) + "'."};
     }
-    if (IsNumber(function.number, argument) == needsNumber) {
+    if (IsNumber(function, argument) == needsNumber) {
         return std::nullopt;
     }
-    const bool isText = argument.sort == Argument::CONSTANT && ReadsTexts(function.number);
+    const bool isText = argument.sort == Argument::CONSTANT && ReadsTexts(function);
     return Failure{260245, "Type mismatch between function '" + word + "' and parameter variable '" +
                                (isText ? "Constant_S_" : argument.name) + "'."};
 }
 
 Outcome Expected(const ListedFunction& function, const Arguments& arguments, const ScoreDictVar& target) {
-    if (const Outcome outcome = ReadingOutcome(function.number, arguments)) {
+    if (const Outcome outcome = ReadingOutcome(function, arguments)) {
         return outcome;
     }
     if (function.count == kUncheckedCount) {

@@ -4,11 +4,98 @@
 
 namespace veltrane::tests {
 
-const std::vector<NumberRange> kNumericFunctions = {{0, 39}, {66, 67}, {70, 78}};
-const std::vector<NumberRange> kNumberGivingFunctions = {{0, 46}, {48, 53}, {63, 63}, {66, 67}, {70, 78}};
-const std::vector<NumberRange> kTextFunctions = {{54, 61}};
+namespace {
+
+/// What the table says of the arguments of one of the library's own functions.
+struct Given {
+    int count;
+    Takes takes;
+};
+
+constexpr int ANY = kAnyCount;
+constexpr Given UNCHECKED{kUncheckedCount, Takes::ANYTHING};
+constexpr Given MEANS_AND_VARIANCES{kUncheckedCount, Takes::MEANS_AND_VARIANCES};
+constexpr Given TARGET_FIELD{1, Takes::TARGET_FIELD};
+constexpr Given NUMERIC_FIELD{1, Takes::NUMERIC_FIELD};
+constexpr Given NUMBERS(int count) {
+    return {count, Takes::NUMBERS};
+}
+constexpr Given TEXTS(int count) {
+    return {count, Takes::TEXTS};
+}
+constexpr Given TEXT_CONSTANTS(int count) {
+    return {count, Takes::TEXT_CONSTANTS};
+}
+constexpr Given TEXT_THEN_NUMBERS(int count) {
+    return {count, Takes::TEXT_THEN_NUMBERS};
+}
+constexpr Given METHOD_SECOND(int count) {
+    return {count, Takes::ANYTHING};
+}
+constexpr Given ANYTHING(int count) {
+    return {count, Takes::ANYTHING};
+}
+
+/// What a family does with numbers and texts; most do nothing that matters here.
+enum Family : unsigned int {
+    NO_FAMILY = 0,
+    TAKES_NUMBERS = 1,
+    GIVES_NUMBERS = 2,
+    TAKES_TEXTS = 4,
+    GIVES_TEXTS = 8,
+    PASSES_ON = 16,
+    ARITHMETIC = TAKES_NUMBERS | GIVES_NUMBERS,
+    MATHEMATICS = ARITHMETIC,
+    STATISTIC = ARITHMETIC,
+    DATE_TIME = ARITHMETIC,
+    NUMERIC_RESULT = ARITHMETIC,
+    LOGIC = GIVES_NUMBERS,
+    OUTPUT_NUMERIC = GIVES_NUMBERS,
+    STRING = TAKES_TEXTS | GIVES_TEXTS,
+    INPUT_STRING = TAKES_TEXTS,
+    MIX_OUTPUT = PASSES_ON,
+    MIX_INPUT = 0,
+    WORDLESS = 0
+};
+
+constexpr int kFirstOwn = 1000;
+
+unsigned int OwnFamilies(int function) {
+    switch (function) {
+#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, names, evaluation, arguments, families, ...)                   \
+    case number:                                                                                                       \
+        return families;
+#include <MCVeltrane_900/TransformFunctions.def>
+    default:
+        return NO_FAMILY;
+    }
+}
+
+/// Whether a function does something: those of fixed numbers by their ranges, one of the library's own by its family.
+bool Does(Family what, const std::vector<NumberRange>& pinned, int function) {
+    return function < kFirstOwn ? IsIn(pinned, function) : (OwnFamilies(function) & what) != 0;
+}
+
+} // namespace
 
 const std::vector<ListedFunction>& ListedFunctions() {
+    static const std::vector<ListedFunction> all = [] {
+        std::vector<ListedFunction> list = PinnedFunctions();
+        const auto add = [&list](int number, const std::vector<std::string>& names, Given given) {
+            if (number >= kFirstOwn) {
+                list.push_back({number, names, given.count, given.takes});
+            }
+        };
+#define VELTRANE_LIST(...) __VA_ARGS__
+#define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, names, evaluation, arguments, ...)                             \
+    add(number, {VELTRANE_LIST names}, arguments);
+#include <MCVeltrane_900/TransformFunctions.def>
+        return list;
+    }();
+    return all;
+}
+
+const std::vector<ListedFunction>& PinnedFunctions() {
     using enum Takes;
     constexpr int kAny = kAnyCount;
     constexpr int kUnchecked = kUncheckedCount;
@@ -66,12 +153,12 @@ const std::vector<ListedFunction>& ListedFunctions() {
         {50, {"and"}, kUnchecked, ANYTHING},
         {51, {"or"}, kUnchecked, ANYTHING},
         {52, {"not"}, kUnchecked, ANYTHING},
-        {53, {"matches"}, 2, TEXTS},
+        {53, {"matches"}, 2, TEXT_CONSTANTS},
         {54, {"lowercase"}, 1, TEXTS},
         {55, {"uppercase"}, 1, TEXTS},
         {56, {"lower"}, 1, TEXTS},
-        {57, {"concat"}, kAny, TEXTS},
-        {58, {"replace"}, 3, TEXTS},
+        {57, {"concat"}, kAny, TEXT_CONSTANTS},
+        {58, {"replace"}, 3, TEXT_CONSTANTS},
         {59, {"ltrim"}, 1, TEXTS},
         {60, {"rtrim", "trimend"}, 1, TEXTS},
         {61, {"substr"}, 2, TEXT_THEN_NUMBERS},
@@ -84,7 +171,7 @@ const std::vector<ListedFunction>& ListedFunctions() {
         {68, {"recast_to_ordinal"}, 1, TARGET_FIELD},
         {69, {"recast_to_scale"}, 1, TARGET_FIELD},
         {70, {"outlierHandle"}, 6, ANYTHING},
-        {71, {"imputeCatFieldMissingAgainstConTarget"}, kUnchecked, ANYTHING},
+        {71, {"imputeCatFieldMissingAgainstConTarget"}, kUnchecked, MEANS_AND_VARIANCES},
         {72, {"normalCDF"}, 3, NUMBERS},
         {73, {"normalPDF"}, 3, NUMBERS},
         {74, {"stdNormalCDF"}, 1, NUMBERS},
@@ -98,7 +185,7 @@ const std::vector<ListedFunction>& ListedFunctions() {
 
 std::string ListedWord(int number) {
     if (IsIn({{0, 19}, {22, 31}, {34, 71}}, number)) {
-        return ListedFunctions()[static_cast<std::size_t>(number)].names.front();
+        return PinnedFunctions()[static_cast<std::size_t>(number)].names.front();
     }
     return "<not defined>";
 }
@@ -109,12 +196,12 @@ bool IsIn(const std::vector<NumberRange>& ranges, int number) {
 }
 
 bool MayNest(int parent, int child) {
-    const bool passesOn = IsIn({{64, 65}}, child);
-    if (IsIn(kNumericFunctions, parent)) {
-        return passesOn || IsIn(kNumberGivingFunctions, child);
+    const bool passesOn = Does(PASSES_ON, {{64, 65}}, child);
+    if (Does(TAKES_NUMBERS, {{0, 39}, {66, 67}, {70, 78}}, parent)) {
+        return passesOn || Does(GIVES_NUMBERS, {{0, 46}, {48, 53}, {63, 63}, {66, 67}, {70, 78}}, child);
     }
-    if (IsIn({{54, 61}, {63, 63}}, parent)) {
-        return passesOn || IsIn(kTextFunctions, child);
+    if (Does(TAKES_TEXTS, {{54, 61}, {63, 63}}, parent)) {
+        return passesOn || Does(GIVES_TEXTS, {{54, 61}}, child);
     }
     return false;
 }

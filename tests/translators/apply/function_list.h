@@ -4,7 +4,8 @@
 #include <string>
 #include <vector>
 
-/// The built-in functions of Apply as documents may use them, written down apart from the library's own table.
+/// The built-in functions of Apply as documents may use them. What is pinned is written down apart from the library's
+/// own table.
 namespace veltrane::tests {
 
 /// How many arguments a function takes, where it isn't a number.
@@ -12,7 +13,16 @@ constexpr int kAnyCount = -1;
 constexpr int kUncheckedCount = -2;
 
 /// What a function's arguments have to be.
-enum class Takes { ANYTHING, NUMBERS, TEXTS, TEXT_THEN_NUMBERS, TARGET_FIELD, NUMERIC_FIELD };
+enum class Takes {
+    ANYTHING,
+    NUMBERS,
+    TEXTS,
+    TEXT_CONSTANTS, ///< texts, as which constants are read too
+    TEXT_THEN_NUMBERS,
+    TARGET_FIELD,
+    NUMERIC_FIELD,
+    MEANS_AND_VARIANCES ///< two fields, and two arrays beside them
+};
 
 struct ListedFunction {
     int number;
@@ -21,7 +31,10 @@ struct ListedFunction {
     Takes takes;
 };
 
-/// All of them, in the order of their numbers.
+/// The functions that documents and plug-ins know, in the order of their numbers: what they take is pinned.
+const std::vector<ListedFunction>& PinnedFunctions();
+
+/// Those, and the library's own, from number 1,000 on, by their rows of the table.
 const std::vector<ListedFunction>& ListedFunctions();
 
 /// What messages call a function.
@@ -33,11 +46,6 @@ struct NumberRange {
     int last;
 };
 bool IsIn(const std::vector<NumberRange>& ranges, int number);
-
-/// The functions that work on numbers, those that give numbers, and those that give texts.
-extern const std::vector<NumberRange> kNumericFunctions;
-extern const std::vector<NumberRange> kNumberGivingFunctions;
-extern const std::vector<NumberRange> kTextFunctions;
 
 /// Whether a function may stand as an argument of another whose arguments are looked at.
 bool MayNest(int parent, int child);

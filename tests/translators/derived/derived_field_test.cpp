@@ -40,7 +40,9 @@ TEST(DerivedField, ReadingStartsTheNodeCounterAndFillsTheFunctionMap) {
     const ParsedXml document = ParseXml("<TransformationDictionary/>");
     EXPECT_EQ(translator.HandleTransformationDictionary(document.Root(), nullptr), nullptr);
     EXPECT_EQ(translator.fNodeCounter, 0);
-    EXPECT_EQ(translator.fFunctionMap.size(), 81U);
+    OpenTranslator filled;
+    filled.InitFunctionMap();
+    EXPECT_EQ(translator.fFunctionMap, filled.fFunctionMap);
     EXPECT_EQ(translator.fFunctionMap.at("lg10"), translator.fFunctionMap.at("log10"));
     EXPECT_EQ(translator.fFunctionMap.at("stdNormalIDF"), 78);
 }

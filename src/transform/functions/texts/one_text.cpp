@@ -1,6 +1,5 @@
 #include "transform/apply/child_values.h"
 #include "transform/functions/rules.h"
-#include "transform/functions/texts/text_limits.h"
 
 #include <MCVeltrane_900/TransformationDictionary.h>
 
@@ -35,7 +34,7 @@ std::string Ltrim(const StringValue* value, int& length) {
     const std::string text = value->GetString();
     length = std::max(value->GetLength(), 0);
     const std::size_t first = std::min(text.find_first_not_of(" \t"), text.size());
-    length -= ToLength(first);
+    length -= transform::ToLength(first);
     return text.substr(first);
 }
 
@@ -43,7 +42,7 @@ std::string Ltrim(const StringValue* value, int& length) {
 std::string Rtrim(const StringValue* value, int& length) {
     std::string text = value->GetString();
     text.resize(text.find_last_not_of(' ') + 1);
-    length = ToLength(text.size());
+    length = transform::ToLength(text.size());
     return text;
 }
 

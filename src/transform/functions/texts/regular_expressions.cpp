@@ -41,7 +41,7 @@ const ScoreValue* Replace(ApplyNode& node) {
 namespace MCVeltrane_900 {
 
 using veltrane::functions::kLongestText;
-using veltrane::functions::ToLength;
+using veltrane::transform::ToLength;
 
 namespace {
 

@@ -1,7 +1,6 @@
 #include "platform/checked_cast.h"
 #include "transform/apply/child_values.h"
 #include "transform/functions/rules.h"
-#include "transform/functions/texts/text_limits.h"
 #include "transform/functions/texts/utf8.h"
 
 #include <MCVeltrane_900/TransformationDictionary.h>
@@ -69,8 +68,8 @@ const ScoreValue* Substring(ApplyNode& node) {
 
 namespace MCVeltrane_900 {
 
-using veltrane::functions::ToLength;
 using veltrane::functions::ToUtf8;
+using veltrane::transform::ToLength;
 
 std::string TransformationDictionary::Substring(const StringValue* value, int start, int& length) {
     const std::string text = value->GetString();

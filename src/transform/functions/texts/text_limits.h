@@ -44,12 +44,6 @@ constexpr std::int32_t RegexStack(std::int64_t units, std::int64_t groups) {
         std::min(kRegexStackBytes + units * kRegexFramesPerUnit * frame, kMostRegexStackBytes));
 }
 
-/// A size as the 32-bit `length` of a text.
-constexpr int ToLength(std::size_t size) {
-    constexpr auto kMost = static_cast<std::size_t>(std::numeric_limits<int>::max());
-    return static_cast<int>(size < kMost ? size : kMost);
-}
-
 } // namespace veltrane::functions
 
 #endif

@@ -1,8 +1,8 @@
 #include "transform/apply/function_dispatch.h"
 
 #include "transform/function_table.h"
-#include "transform/functions/kernels.h"
 #include "transform/functions/rules.h"
+#include "transform/numbers/kernels.h"
 
 #include <array>
 #include <type_traits>

@@ -1,4 +1,4 @@
-#include "transform/functions/missing.h"
+#include "transform/numbers/missing.h"
 
 #include <MCMath_900/MCDistFun.h>
 #include <MCVeltrane_900/TransformationDictionary.h>

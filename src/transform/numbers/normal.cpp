@@ -1,5 +1,5 @@
 #include "stats/numerics/half_square_exp.h"
-#include "transform/functions/missing.h"
+#include "transform/numbers/missing.h"
 
 #include <MCMath_900/MCDistFun.h>
 #include <MCVeltrane_900/TransformationDictionary.h>

@@ -1,4 +1,4 @@
-#include "transform/functions/kernels.h"
+#include "transform/numbers/kernels.h"
 
 #include <MCVeltrane_900/TransformationDictionary.h>
 

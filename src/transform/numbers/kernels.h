@@ -1,7 +1,7 @@
-#ifndef VELTRANE_TRANSFORM_FUNCTIONS_KERNELS_H
-#define VELTRANE_TRANSFORM_FUNCTIONS_KERNELS_H
+#ifndef VELTRANE_TRANSFORM_NUMBERS_KERNELS_H
+#define VELTRANE_TRANSFORM_NUMBERS_KERNELS_H
 
-#include "transform/functions/missing.h"
+#include "transform/numbers/missing.h"
 
 #include <cmath>
 #include <cstddef>
