@@ -160,7 +160,7 @@ TEST_P(ApplyOfAnyArguments, OfMixedKinds) {
 /// Every function, and numbers that are none but that a plug-in may set.
 std::vector<int> FunctionsAndOthers() {
     std::vector<int> numbers = FunctionNumbers();
-    for (const int other : {-1, static_cast<int>(TD::TF_NONE), 80, 999, numbers.back() + 1, 1 << 30}) {
+    for (const int other : {-1, static_cast<int>(TD::TF_NONE), 80, 999, 1000, numbers.back() + 1, 1 << 30}) {
         if (std::find(numbers.begin(), numbers.end(), other) == numbers.end()) {
             numbers.push_back(other);
         }

@@ -1,7 +1,11 @@
+#include "support/function_numbers.h"
+#include "transform/function_table.h"
+
 #include <MCVeltrane_900/TransformationDictionary.h>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <set>
 #include <string>
@@ -137,6 +141,14 @@ TEST(FunctionTable, GoesOnWithAscendingNumbersFromOneThousandOn) {
     for (std::size_t i = kPinned; i < Table().size(); ++i) {
         EXPECT_GT(Table()[i].number, last) << Table()[i].enumerator;
         last = Table()[i].number;
+    }
+}
+
+TEST(FunctionTable, EveryNumberHasItsRowOrNone) {
+    const std::vector<int> numbers = veltrane::tests::FunctionNumbers();
+    for (int number = -3; number <= numbers.back() + 2000; ++number) {
+        const auto row = std::find(numbers.begin(), numbers.end(), number) - numbers.begin();
+        EXPECT_EQ(veltrane::transform::RowOf(number), static_cast<std::size_t>(row)) << number;
     }
 }
 
