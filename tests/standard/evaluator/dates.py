@@ -1,0 +1,164 @@
+"""Dates, times and the types that count days or seconds from an epoch.
+
+date: days since 1970-01-01; time: seconds since midnight; dateTime: seconds since 1970-01-01T00:00:00. The calendar is
+the Gregorian one, extended to all years; a day has 86400 seconds. A counting type counts from the first day of its year,
+and its number stands as it is wherever a number is asked for.
+
+Decision: an epoch of year 0 is the day 0000-01-01 of the extended calendar, 719528 days before 1970.
+Decision: a dateTime cast to a date or a time keeps that part of it; a date cast to a dateTime is its midnight.
+"""
+import re
+
+MOMENTS = ("date", "time", "dateTime")
+EPOCHS = (0, 1960, 1970, 1980)
+COUNTING = tuple(f"dateDaysSince[{year}]" for year in EPOCHS) + ("timeSeconds",) + tuple(
+    f"dateTimeSecondsSince[{year}]" for year in EPOCHS)
+ALL = MOMENTS + COUNTING
+DAY = 86400
+_DATE = r"(\d{1,4})-(\d{1,2})-(\d{1,2})"
+_TIME = r"(\d{1,2}):(\d{1,2}):(\d{1,2})"
+_FORMS = {"date": re.compile(_DATE + r"\Z"), "time": re.compile(_TIME + r"\Z"),
+          "dateTime": re.compile(_DATE + "[T ]" + _TIME + r"\Z")}
+_LENGTHS = (31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31)
+
+
+def is_counting(type_):
+    return type_ in COUNTING
+
+
+def is_leap(year):
+    return year % 4 == 0 and (year % 100 != 0 or year % 400 == 0)
+
+
+def month_length(year, month):
+    return 29 if month == 2 and is_leap(year) else _LENGTHS[month - 1]
+
+
+def days(year, month=1, day=1):
+    """Days from 1970-01-01 to a day of the extended Gregorian calendar."""
+    before = year - 1
+    passed = before * 365 + before // 4 - before // 100 + before // 400
+    passed += sum(month_length(year, each) for each in range(1, month)) + day - 1
+    return passed - 719162
+
+
+def day_of(count):
+    """Year, month and day of a count of days since 1970-01-01."""
+    year = 1970 + count // 366 if count >= 0 else 1970 + count // 365 - 1
+    while days(year + 1) <= count:
+        year += 1
+    while days(year) > count:
+        year -= 1
+    rest, month = count - days(year), 1
+    while rest >= month_length(year, month):
+        rest -= month_length(year, month)
+        month += 1
+    return year, month, rest + 1
+
+
+def read(text, type_):
+    """The count of a date, time or dateTime that is written in the form of ISO 8601; ValueError where it is none."""
+    from .values import NotOfType
+    match = _FORMS[type_].match(text)
+    if not match:
+        raise NotOfType(text)
+    parts = [int(part) for part in match.groups()]
+    count = 0
+    if type_ != "time":
+        year, month, day = parts[:3]
+        if not 1 <= month <= 12 or not 1 <= day <= month_length(year, month):
+            raise NotOfType(text)
+        count = days(year, month, day)
+    if type_ == "date":
+        return count
+    hour, minute, second = parts[-3:]
+    if hour > 23 or minute > 59 or second > 59:
+        raise NotOfType(text)
+    return count * DAY + hour * 3600 + minute * 60 + second
+
+
+def write(count, type_):
+    """A date, time or dateTime in the form of ISO 8601."""
+    day, second = (count, 0) if type_ == "date" else divmod(count, DAY) if type_ == "dateTime" else (0, count)
+    date = "%04d-%02d-%02d" % day_of(day)
+    time = "%02d:%02d:%02d" % (second // 3600, second // 60 % 60, second % 60)
+    return {"date": date, "time": time, "dateTime": f"{date}T{time}"}[type_]
+
+
+def _kind(type_):
+    """What a type measures, and how many days or seconds its epoch lies from 1970."""
+    if type_ in MOMENTS:
+        return type_, 0
+    if type_ == "timeSeconds":
+        return "time", 0
+    year = int(type_[type_.index("[") + 1:-1])
+    return ("date", days(year)) if type_.startswith("dateDays") else ("dateTime", days(year) * DAY)
+
+
+def convert(count, source, target):
+    """A count of one date type as that of another."""
+    from .values import NotOfType
+    kind, epoch = _kind(source)
+    wanted, wanted_epoch = _kind(target)
+    count += epoch
+    if (kind, wanted) == ("date", "dateTime"):
+        count *= DAY
+    elif (kind, wanted) == ("dateTime", "date"):
+        count //= DAY
+    elif (kind, wanted) == ("dateTime", "time"):
+        count %= DAY
+    elif kind != wanted:
+        raise NotOfType(f"{source} as {target}")
+    return count - wanted_epoch
+
+
+def common(left, left_type, right, right_type):
+    """Two counts of different date types on one scale."""
+    for target in ("time", "dateTime"):
+        try:
+            return convert(left, left_type, target), convert(right, right_type, target)
+        except ValueError:
+            pass
+    return left, right
+
+
+def days_since_year(value, year):
+    """dateDaysSinceYear: days from the first of January of a year."""
+    return convert(value.data, value.type, "date") - days(year)
+
+
+def seconds_since_year(value, year):
+    """dateSecondsSinceYear: seconds from the first midnight of a year."""
+    return convert(value.data, value.type, "dateTime") - days(year) * DAY
+
+
+def seconds_since_midnight(value):
+    """dateSecondsSinceMidnight: seconds of the day that have passed."""
+    return convert(value.data, value.type, "time")
+
+
+_MONTHS = ("January February March April May June July August September October November December").split()
+_WEEKDAYS = "Monday Tuesday Wednesday Thursday Friday Saturday Sunday".split()
+
+
+def _fields(value):
+    """The conversions of a pattern and what they give for a moment, in the C locale."""
+    count = convert(value.data, value.type, "dateTime") if value.type not in ("time", "timeSeconds") else value.data
+    day, second = divmod(count, DAY)
+    year, month, date = day_of(day)
+    hour, minute = second // 3600, second // 60 % 60
+    weekday = (day + 3) % 7
+    half = hour % 12 or 12
+    return {"Y": "%04d" % year, "y": "%02d" % (year % 100), "C": "%02d" % (year // 100), "m": "%02d" % month,
+            "d": "%02d" % date, "e": "%2d" % date, "H": "%02d" % hour, "I": "%02d" % half, "M": "%02d" % minute,
+            "S": "%02d" % (second % 60), "p": "AM" if hour < 12 else "PM", "j": "%03d" % (day - days(year) + 1),
+            "B": _MONTHS[month - 1], "b": _MONTHS[month - 1][:3], "A": _WEEKDAYS[weekday], "a": _WEEKDAYS[weekday][:3],
+            "D": "%02d/%02d/%02d" % (month, date, year % 100), "F": "%04d-%02d-%02d" % (year, month, date),
+            "T": "%02d:%02d:%02d" % (hour, minute, second % 60), "R": "%02d:%02d" % (hour, minute),
+            "u": str(weekday + 1), "w": str((weekday + 1) % 7), "%": "%"}
+
+
+def format_datetime(value, pattern):
+    """formatDatetime: the pattern of strftime, in the C locale."""
+    fields = _fields(value)
+    return re.sub("%(.)", lambda match: fields[match.group(1)], pattern)

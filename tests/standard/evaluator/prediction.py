@@ -1,0 +1,19 @@
+"""What a model says of a case."""
+
+
+class Prediction:
+    """value is a number, a category's text or None; probabilities and confidences go by category."""
+
+    def __init__(self, value=None, probabilities=None, confidences=None, entity=None):
+        self.value, self.entity = value, entity
+        self.probabilities = probabilities or {}
+        self.confidences = confidences or {}
+
+    @property
+    def is_none(self):
+        return self.value is None
+
+
+def winner(weights):
+    """The first of the categories with the most weight."""
+    return max(weights, key=lambda category: weights[category]) if weights else None
