@@ -11,13 +11,15 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <vector>
 
 using namespace MCVeltrane_900;
 using namespace veltrane::fuzz;
 
 namespace {
 
-const std::vector<std::string> kNames = {"TreeModel", "RegressionModel"};
+/// The elements that have a plug-in.
+const std::vector<std::string> kNames = {VELTRANE_PLUGIN_NAMES};
 constexpr double kNumbers[] = {1.5, -1e300, 0.0, std::numeric_limits<double>::quiet_NaN(),
                                std::numeric_limits<double>::infinity()};
 constexpr const char* kTexts[] = {"red", "", "true", "1", "a\xff"};
