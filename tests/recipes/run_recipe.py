@@ -4,14 +4,17 @@
 A recipe is a folder with
 
     change.patch   what its steps change by hand
-    recipe.json    "heading" of the recipe in CONTRIBUTING.md, the "copy" of files and folders that it needs, the scripts
-                   that "generate" pages and tables after the change, with the files that they have to change, and the
-                   sources to "rebuild", which are all that read the table that the change extends
+    recipe.json    "heading" of the recipe in CONTRIBUTING.md, the "copy" of files and folders that it needs, and what
+                   follows the change: the scripts that "generate" pages and tables, with the files that they have to
+                   change; the sources of the library to "rebuild", which are all that read the table that the change
+                   extends; the "targets" that the build has with it and not without it; a "plugin" with its "name" and
+                   the sources to rebuild or, "like" another source, to build; a "program" with its "source", built
+                   "like" another one, and its "libraries"
     check.py       shows that the result works: it is run in the copy with the command of a library that has the change
 
 The page says how many places in how many files the steps touch, in the line "**N places in M files**" below its heading;
-the patch has to touch exactly these. The library is linked from the objects of this build, but for the rebuilt sources.
-The check has to fail without the change.
+the patch has to touch exactly these. The library and the plug-in are linked from the objects of this build, but for the
+rebuilt sources. The check has to fail without the change.
 
 OBJECTS is a file that lists the objects of the library, LIBRARIES one that lists what it is linked with; COMMAND is the
 command `veltrane` of this build.
@@ -96,33 +99,102 @@ def generate(scripts, copy):
                 raise Fault(f"{step['script'][0]} does not change {name}")
 
 
-def compile_command(entry, copy, target):
-    """That of the build, in the copy and without the optimiser."""
+TREES = ("src", "include", "plugins", "benchmarks", "examples")
+
+
+def commands_of(build):
+    """How the build compiles each source."""
+    entries = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
+    return {str(pathlib.Path(entry["file"]).relative_to(ROOT)): entry["command"] for entry in entries
+            if pathlib.Path(entry["file"]).is_relative_to(ROOT)}
+
+
+def compile_command(commands, source, like, copy, target):
+    """That of the build for a source, or for the one that it is like, in the copy and without the optimiser."""
+    if like not in commands:
+        raise Fault(f"the build has no source {like}")
     words = []
-    for word in shlex.split(entry["command"]):
-        for tree in ("src", "include"):
-            word = word.replace(f"{ROOT}/{tree}", f"{copy}/{tree}")
+    for word in shlex.split(commands[like]):
+        word = word.replace(f"{ROOT}/{like}", f"{ROOT}/{source}")
+        for tree in TREES:
+            if (copy / tree).is_dir():
+                word = word.replace(f"{ROOT}/{tree}", f"{copy}/{tree}")
         words.append(word)
     words[words.index("-o") + 1] = str(target)
     return [*words, "-O0"]
 
 
-def rebuild(sources, objects, copy, build):
-    """The objects of the library, with those of the changed sources in the place of the old ones."""
-    entries = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
-    entries = {pathlib.Path(entry["file"]): entry for entry in entries}
-    objects, commands = list(objects), []
-    for number, source in enumerate(sources):
-        ending = "/" + source.split("/", 1)[1] + ".o"
-        places = [place for place, name in enumerate(objects) if name.endswith(ending)]
-        if ROOT / source not in entries or len(places) != 1:
-            raise Fault(f"{source} is no source of the library")
-        target = copy / f"{number}.o"
-        objects[places[0]] = str(target)
-        commands.append(compile_command(entries[ROOT / source], copy, target))
+def compile_all(sources, like, copy, build):
+    """The objects of sources in the copy, each in a place of its own."""
+    commands, targets = commands_of(build), []
+    jobs = []
+    for source in sources:
+        targets.append(copy / "objects" / (source.replace("/", "_") + ".o"))
+        jobs.append(compile_command(commands, source, like or source, copy, targets[-1]))
+    (copy / "objects").mkdir(exist_ok=True)
     with concurrent.futures.ThreadPoolExecutor(max_workers=2) as pool:
-        list(pool.map(lambda command: must(command, cwd=build), commands))
-    return objects
+        list(pool.map(lambda job: must(job, cwd=build), jobs))
+    return [str(target) for target in targets]
+
+
+def without(objects, sources):
+    """The objects of other sources than these."""
+    kept = list(objects)
+    for source in sources:
+        ending = "/" + source.split("/", 1)[1] + ".o"
+        places = [name for name in kept if name.endswith(ending)]
+        if len(places) != 1:
+            raise Fault(f"{source} is no source of the library")
+        kept.remove(places[0])
+    return kept
+
+
+def link(target, parts):
+    target.parent.mkdir(parents=True, exist_ok=True)
+    must([os.environ.get("CXX", "c++"), "-o", target, *parts])
+
+
+def link_library(recipe, options, copy):
+    sources = recipe.get("rebuild", [])
+    objects = without(options.objects.read_text().split(), sources) + compile_all(sources, None, copy, options.build)
+    link(copy / "lib/libveltrane.so.9", ["-shared", "-Wl,-soname,libveltrane.so.9", *objects,
+                                         "-Wl,-rpath,$ORIGIN:$ORIGIN/veltrane", *options.libraries.read_text().split(),
+                                         "-ldl"])
+
+
+def link_plugin(plugin, options, copy):
+    """Objects of the change come first: of what else the plug-in and the kit define nothing more is taken."""
+    objects = compile_all(plugin["sources"], plugin.get("like"), copy, options.build)
+    own = options.build.glob(f"plugins/*/CMakeFiles/veltrane_plugin_{plugin['name']}.dir/*.o")
+    kit = options.build / "lib/libveltrane_kit.a"
+    link(copy / "lib/veltrane" / f"{plugin['name']}900r.so",
+         ["-shared", *objects, *own, kit, copy / "lib/libveltrane.so.9", *options.libraries.read_text().split()])
+
+
+def link_program(program, options, copy):
+    objects = compile_all([program["source"]], program["like"], copy, options.build)
+    link(copy / "bin" / pathlib.Path(program["source"]).stem,
+         [*objects, *(copy / extra for extra in program.get("beside", [])), copy / "lib/libveltrane.so.9",
+          *program["libraries"]])
+
+
+def targets_of(copy, options):
+    """The names of what CMake builds from the copy."""
+    folder = copy / "build"
+    must(["cmake", "-S", copy, "-B", folder, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", *options])
+    lines = must(["ninja", "-C", folder, "-t", "targets", "all"]).splitlines()
+    shutil.rmtree(folder)
+    return {line.split(":")[0] for line in lines}
+
+
+def check_targets(targets, copy, patch):
+    names = set(targets["names"])
+    if names & targets_of(copy, targets.get("options", [])):
+        raise Fault(f"the build has some of {sorted(names)} without the change")
+    patch()
+    missing = names - targets_of(copy, targets.get("options", []))
+    if missing:
+        raise Fault(f"the build has no target {sorted(missing)}")
 
 
 def follow(recipe, folder, options, copy):
@@ -133,27 +205,32 @@ def follow(recipe, folder, options, copy):
         raise Fault(f"the change touches {found[0]} places in {found[1]} files, the page says {stated[0]} in {stated[1]}: "
                     f"{places}")
     copy_tree(recipe["copy"], copy)
-    must(["patch", "-p1", "--no-backup-if-mismatch", "-i", folder / "change.patch"], cwd=copy)
-    generate(recipe.get("generate", []), copy)
-
-    objects = rebuild(recipe["rebuild"], options.objects.read_text().split(), copy, options.build)
-    library = copy / "lib"
-    library.mkdir()
-    compiler = os.environ.get("CXX", "c++")
-    must([compiler, "-shared", "-Wl,-soname,libveltrane.so.9", "-o", library / "libveltrane.so.9", *objects,
-          *options.libraries.read_text().split(), "-ldl"])
-
     check = [sys.executable, folder / "check.py", options.command]
-    if run(check, cwd=copy).returncode == 0:
+    environment = dict(os.environ, LD_LIBRARY_PATH=f"{copy}/lib:{copy}/lib/veltrane", PYTHONDONTWRITEBYTECODE="1")
+    if run(check, cwd=copy, env=environment).returncode == 0:
         raise Fault("the check passes without the change")
-    must(check, cwd=copy, env=dict(os.environ, LD_LIBRARY_PATH=str(library)))
+
+    def patch():
+        must(["patch", "-p1", "--no-backup-if-mismatch", "-i", folder / "change.patch"], cwd=copy)
+
+    if "targets" in recipe:
+        check_targets(recipe["targets"], copy, patch)
+    else:
+        patch()
+    generate(recipe.get("generate", []), copy)
+    link_library(recipe, options, copy)
+    if "plugin" in recipe:
+        link_plugin(recipe["plugin"], options, copy)
+    if "program" in recipe:
+        link_program(recipe["program"], options, copy)
+    must(check, cwd=copy, env=environment)
     print(f"{recipe['heading']}: {found[0]} places in {found[1]} files")
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     for name in ("folder", "build", "objects", "libraries", "command"):
-        parser.add_argument(name, type=pathlib.Path)
+        parser.add_argument(name, type=lambda text: pathlib.Path(text).resolve())
     options = parser.parse_args()
     recipe = json.loads((options.folder / "recipe.json").read_text(encoding="utf-8"))
     try:
