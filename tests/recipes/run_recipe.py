@@ -9,7 +9,8 @@ A recipe is a folder with
                    change; the sources of the library to "rebuild", which are all that read the table that the change
                    extends; the "targets" that the build has with it and not without it; a "plugin" with its "name" and
                    the sources to rebuild or, "like" another source, to build; a "program" with its "source", built
-                   "like" another one, and its "libraries"
+                   "like" another one, and its "libraries"; the "tests" that are written, by their sources, each with
+                   one that it is compiled like
     check.py       shows that the result works: it is run in the copy with the command of a library that has the change
 
 The page says how many places in how many files the steps touch, in the line "**N places in M files**" below its heading;
@@ -137,6 +138,15 @@ def compile_all(sources, like, copy, build):
     return [str(target) for target in targets]
 
 
+def compile_tests(tests, copy, build):
+    """They have to compile beside the tests that are there."""
+    commands = commands_of(build)
+    for source, like in tests.items():
+        if like not in commands:
+            raise Fault(f"the build has no source {like}")
+        must([*shlex.split(commands[like].replace(f"{ROOT}/{like}", f"{copy}/{source}")), "-fsyntax-only"], cwd=build)
+
+
 def without(objects, sources):
     """The objects of other sources than these."""
     kept = list(objects)
@@ -219,6 +229,7 @@ def follow(recipe, folder, options, copy):
         patch()
     generate(recipe.get("generate", []), copy)
     link_library(recipe, options, copy)
+    compile_tests(recipe.get("tests", {}), copy, options.build)
     if "plugin" in recipe:
         link_plugin(recipe["plugin"], options, copy)
     if "program" in recipe:
