@@ -10,7 +10,8 @@ A recipe is a folder with
                    extends; the "targets" that the build has with it and not without it; a "plugin" with its "name" and
                    the sources to rebuild or, "like" another source, to build; a "program" with its "source", built
                    "like" another one, and its "libraries"; the "tests" that are written, by their sources, each with
-                   one that it is compiled like
+                   one that it is compiled like; the test programs that "run" over the table, with the sources to rebuild
+                   and the tests that have to pass
     check.py       shows that the result works: it is run in the copy with the command of a library that has the change
 
 The page says how many places in how many files the steps touch, in the line "**N places in M files**" below its heading;
@@ -100,7 +101,7 @@ def generate(scripts, copy):
                 raise Fault(f"{step['script'][0]} does not change {name}")
 
 
-TREES = ("src", "include", "plugins", "benchmarks", "examples")
+TREES = ("src", "include", "plugins", "benchmarks", "examples", "tests")
 
 
 def commands_of(build):
@@ -154,7 +155,7 @@ def without(objects, sources):
         ending = "/" + source.split("/", 1)[1] + ".o"
         places = [name for name in kept if name.endswith(ending)]
         if len(places) != 1:
-            raise Fault(f"{source} is no source of the library")
+            raise Fault(f"{source} is none of the sources")
         kept.remove(places[0])
     return kept
 
@@ -186,6 +187,21 @@ def link_program(program, options, copy):
     link(copy / "bin" / pathlib.Path(program["source"]).stem,
          [*objects, *(copy / extra for extra in program.get("beside", [])), copy / "lib/libveltrane.so.9",
           *program["libraries"]])
+
+
+def run_tests(name, program, options, copy, environment):
+    """Runs tests of a program that is linked from the objects of this build, but for the rebuilt sources. None of their
+    names may stand for nothing."""
+    words = must(["ninja", "-t", "commands", f"bin/{name}"], cwd=options.build).splitlines()[-1]
+    words = without(shlex.split(words.removeprefix(": && ").removesuffix(" && :")), program["rebuild"])
+    target = copy / "bin" / name
+    target.parent.mkdir(exist_ok=True)
+    words[words.index("-o") + 1] = str(target)
+    must([*words, *compile_all(program["rebuild"], None, copy, options.build)], cwd=options.build)
+    for test in program["tests"]:
+        if "\n  " not in must([target, "--gtest_list_tests", f"--gtest_filter={test}"], env=environment):
+            raise Fault(f"{name} has no test {test}")
+    must([target, "--gtest_brief=1", f"--gtest_filter={':'.join(program['tests'])}"], env=environment)
 
 
 def targets_of(copy, options):
@@ -235,6 +251,8 @@ def follow(recipe, folder, options, copy):
     if "program" in recipe:
         link_program(recipe["program"], options, copy)
     must(check, cwd=copy, env=environment)
+    for name, program in recipe.get("run", {}).items():
+        run_tests(name, program, options, copy, environment)
     print(f"{recipe['heading']}: {found[0]} places in {found[1]} files")
 
 

@@ -168,7 +168,8 @@ std::vector<int> FunctionsAndOthers() {
     return numbers;
 }
 
-INSTANTIATE_TEST_SUITE_P(Functions, ApplyOfAnyArguments, testing::ValuesIn(FunctionsAndOthers()));
+INSTANTIATE_TEST_SUITE_P(Functions, ApplyOfAnyArguments, testing::ValuesIn(FunctionsAndOthers()),
+                         [](const auto& info) { return info.param < 0 ? "Negative" : std::to_string(info.param); });
 
 /// A function of a fixed number of numbers, and what it gives for any other number of them.
 struct FixedCount {
