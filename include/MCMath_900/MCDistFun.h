@@ -141,16 +141,13 @@ private:
     static double cdfexp(double x, double rate, long& code);
     static double cdfbet(double x, double a, double b, long& code);
     static double betinv(double p, double a, double b);
-    static double tLowerTail(double x, double df, long& code);
     static double kordcdft(double x, double df, long& code);
     static double kordidft(double p, double df, long& code);
     static double kordcdff(double x, double df1, double df2, long& code);
     static double kordidff(double p, double df1, double df2, long& code);
     static double ncdbet(double x, double a, double b, double ncp, long& code, double tol);
     static double ncdbet(double x, double y, double a, double b, double ncp, long& code, double tol);
-    static double nctPositivePart(double x, double df, double ncp);
     static double idfchb(double p, double df, double start, long& code);
-    static double correctedChi(double p, double df, double start);
     static double kordidfchi(double p, double df, long& code);
 };
 

@@ -34,10 +34,6 @@ public:
     unsigned long long GetRevision() const { return fRevision; }
 
 private:
-    void DeleteVars();
-    void CloneVars(const BaseDictionary& other);
-    void NoteChange();
-
     std::map<std::string, ScoreDictVar*, std::less<>> fVars;
     std::vector<std::string> fVarNames;
     unsigned long long fRevision = 0;

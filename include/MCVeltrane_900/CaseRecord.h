@@ -43,8 +43,6 @@ public:
     void Display(std::ostream& out) const override;
 
 private:
-    bool HasIndex(int index) const;
-
     std::map<std::string, int, std::less<>> fNameIndexMap;
     OwnedVector<ScoreValue> fValues;
 };

@@ -149,7 +149,6 @@ public:
 
 private:
     static std::string_view TrimString(std::string_view text, char blank);
-    static bool ParseTriple(std::string_view text, char separator, long long& a, long long& b, long long& c);
     static bool ParseTime(std::string_view text, long long& hour, long long& minute, long long& second);
     static bool ParseDate(std::string_view text, long long& year, long long& month, long long& day);
     static bool ParseDateTime(std::string_view text, long long& year, long long& month, long long& day, long long& hour,

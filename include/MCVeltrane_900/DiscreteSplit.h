@@ -58,10 +58,6 @@ public:
     void SetStartAndEndIndex(int start, int end);
 
 private:
-    template <typename Matches>
-    int FindChild(const veltrane::data::SplitPlaces* places, const ScoreValue& value, Matches matches) const;
-    void MakeIndex();
-
     SplitRecords<ScoreValue> fValues;
     int fStartIndex = -1;
     int fEndIndex = -1;

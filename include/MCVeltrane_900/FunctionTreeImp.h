@@ -9,9 +9,8 @@
 #include <vector>
 
 namespace veltrane::transform {
-class ApplyPlan;
-struct LeafTie;
-} // namespace veltrane::transform
+struct TreeNode;
+}
 
 namespace MCVeltrane_900 {
 
@@ -104,14 +103,7 @@ public:
     void Keep(std::shared_ptr<const ScoreValue> value);
 
 private:
-    friend class veltrane::transform::ApplyPlan;
-    friend struct veltrane::transform::LeafTie;
-
-    FunctionTree* Self() const;
-    std::unique_ptr<FunctionTreeImp> CopyNode() const;
-    void Append(FunctionTree* child);
-    void NoteChange();
-    void DisplayHead(std::ostream& out, int level) const;
+    friend struct veltrane::transform::TreeNode;
 
     FunctionTree* fParent = nullptr;
     std::vector<FunctionTree*> fChildren;

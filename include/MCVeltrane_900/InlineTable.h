@@ -9,7 +9,7 @@
 #include <vector>
 
 namespace veltrane::transform {
-class TableRows;
+class TableContent;
 } // namespace veltrane::transform
 
 namespace MCVeltrane_900 {
@@ -70,16 +70,9 @@ public:
     int GetInfoCode() const { return fInfoCode; }
 
 private:
-    struct RowValues;
-
-    ScoreValue* FindOutput(const std::vector<ScoreValue*>& inputs);
-
     std::vector<const ScoreDictVar*> fInputFields;
-    std::unique_ptr<veltrane::transform::TableRows> fRows;
+    std::unique_ptr<veltrane::transform::TableContent> fRows;
     int fInfoCode = OK;
-
-    std::shared_ptr<RowValues> fValues; ///< the values of the rows, shared with copies
-    std::vector<ScoreValue*> fInputs;   ///< the inputs of a lookup, reused
 };
 
 } // namespace MCVeltrane_900

@@ -62,11 +62,6 @@ public:
                                const ScoreDictionary* transformations);
 
 private:
-    const ScoreValue* EvaluateTable(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
-                                    const ScoreDictionary* transformations);
-    const ScoreValue* EvaluateSingleField(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
-                                          const ScoreDictionary* transformations) const;
-
     std::map<std::string, std::string> fColumnFields;
     std::vector<const ScoreDictVar*> fInputFields;
     std::unique_ptr<InlineTable> fTable;

@@ -37,10 +37,6 @@ public:
     bool IsInAnyRange(const ScoreValue* value) const;
 
 private:
-    std::vector<ScoreValueRange*> TakeOut(const ScoreValueRange& range);
-    const veltrane::data::RangePlaces* FindPlaces() const;
-    void MakeIndex();
-
     OwnedVector<ScoreValueRange> fRanges;
     std::unique_ptr<veltrane::data::RangeIndex> fIndex;
 };

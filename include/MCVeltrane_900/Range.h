@@ -56,9 +56,6 @@ private:
     friend struct veltrane::data::Marks;
     friend struct veltrane::data::RangePlaces;
 
-    void FindSingleValue();
-    bool IsInside(double value) const;
-
     Owned<ScoreValue> fMin;
     Owned<ScoreValue> fMax;
     bool fHighEnd;

@@ -41,8 +41,6 @@ public:
     const std::vector<double>& GetBinningCutpoints() const { return fCutpoints; }
 
 private:
-    int FindBin(double number) const;
-
     int fNumberOfBins = 0;
     std::vector<double> fCutpoints;
 };

@@ -46,8 +46,6 @@ public:
 
 private:
     void CreateLinks();
-    int FindWithTrimmed(std::string_view text, std::string_view trimmed) const;
-    std::string_view Trimmed(std::string_view text) const;
 
     std::map<std::string, int, std::less<>> fCodes;
     /// The key of each code. The pointers are good for as long as the nodes of the map live.

@@ -72,7 +72,6 @@ private:
     const ScoreValue* GetScoreValue(const ScoreDictVar* var, const ScoreCaseRecord* record,
                                     const ScoreCaseRecord* derivedRecord) const;
     double GetScoreEncodeValue(const ScoreDictVar* var, const ScoreValue* value) const;
-    PredicateResult MissingResult() const;
 
     Owned<const ScoreSplitVar> fSplit;
     bool fValueMissing = false;

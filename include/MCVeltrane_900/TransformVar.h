@@ -12,13 +12,7 @@
 #include <vector>
 
 namespace veltrane::transform {
-class ApplyFrames;
-class ApplyNode;
-class ApplyPlan;
-struct ApplyCase;
-class DeferredFields;
-struct Derivation;
-struct FieldEvaluation;
+class FieldEvaluation;
 class ValueQueue;
 } // namespace veltrane::transform
 
@@ -169,14 +163,7 @@ protected:
                                      const ScoreDictionary* transformations, const ScoreValue* value);
 
 private:
-    friend class TransformationDictionary;
-    friend class veltrane::transform::ApplyNode;
-    friend class veltrane::transform::ApplyPlan;
-    friend class veltrane::transform::DeferredFields;
-    friend struct veltrane::transform::FieldEvaluation;
-
-    using ValuePair = std::pair<ScoreValue*, ScoreValue*>;
-    using Bin = std::pair<ScoreValueRange*, ScoreValue*>;
+    friend class veltrane::transform::FieldEvaluation;
 
     const ScoreValue* HandleMissingAndInvalidValue(const ScoreDictVar* source, VariableType ownType,
                                                    const ScoreValue* value);
@@ -185,15 +172,7 @@ private:
     double CalculateNormAsExtremeValues(double value) const;
     double CalculateNormAsMissingValues(double value) const;
     bool IsOutOfContRange(double value) const;
-    bool HasSegments() const;
-    std::size_t FindSegment(double value) const;
-    bool IsNearerToMax(double value) const;
 
-    const ScoreValue* Evaluate(veltrane::transform::Derivation& derivation);
-    const ScoreValue* EvaluateNested(veltrane::transform::Derivation& derivation, int levels);
-    const ScoreValue* Attempt(veltrane::transform::Derivation& derivation);
-    void Compute(veltrane::transform::Derivation& derivation);
-    const ScoreValue* GetConstant();
     const ScoreValue* Traverse(FunctionTree* node, const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
                                const ScoreDictionary* transformations, int& status);
     static double ApplyTransFunction(double a, double b, TransformationDictionary::TransformFunction function);
@@ -204,53 +183,10 @@ private:
     static bool HandleMissingAndInvalidOfApply(const std::vector<double>& arguments,
                                                TransformationDictionary::TransformFunction function, ScoreValue* result,
                                                const ApplyNodeStats& stats, bool resultIsSysmis, bool resultIsInvalid);
-    const ScoreValue* EvaluateApply(const veltrane::transform::ApplyCase& oneCase);
-    const ScoreValue* TraverseLeaf(FunctionTree& leaf, const veltrane::transform::ApplyCase& oneCase);
-    const ScoreValue* ReplaceMissingLeaf(const ScoreDictVar& variable, const ScoreValue& value,
-                                         const ApplyNodeStats& stats);
-    const ScoreValue* ReadAbsentField(const ApplyNodeStats& leaf, const veltrane::transform::ApplyCase& oneCase);
-    const ScoreValue* EvaluateField(const ScoreDictVar& variable, const veltrane::transform::ApplyCase& oneCase);
-    static const TransformationDictionary* DerivedFields(const veltrane::transform::ApplyCase& oneCase);
-    static const std::string& NameOfField(const ApplyNodeStats& leaf);
-    const ScoreValue* MissingScratch(VariableType type, int width);
-    veltrane::transform::ApplyFrames& Frames();
-
-    void PrepareResult();
-    void FillConstant();
-    const ScoreValue* ReadSource(const ScoreCaseRecord* record);
-    void FindSourceVar(const ScoreDictionary* dictionary, const ScoreDictionary* transformations);
-    bool HasSourceVar(const ScoreDictionary* dictionary, const ScoreDictionary* transformations);
-    const ScoreValue* EvaluateExpression(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
-                                         const ScoreDictionary* transformations, const ScoreValue* source);
-    void StoreNormValue(const ScoreValue* source);
-    void StoreResult(const ScoreValue& value);
-    void FitResultToWidth();
-
-    const ScoreValue* ClearScratch(VariableType ownType);
-    const ScoreValue* FillScratch(VariableType ownType, const ScoreValue& value);
-    NumericValue& NumericScratch();
-    StringValue& TextScratch();
-    DateTimeValue& DateTimeScratch();
-    StringValue& SecondTextScratch();
-    DateTimeValue& SecondDateTimeScratch();
-
-    const ScoreValue* ReplacementOfMissing(const ScoreDictVar& source, VariableType ownType,
-                                           const ScoreValue& value) const;
-    const ScoreValue* ReplacementOfUnmatched(const ScoreValue& value) const;
-    bool AreBlocksKnown(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
-                        const ScoreDictionary* transformations) const;
-    bool AdvanceBlocks(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
-                       const ScoreDictionary* transformations);
-
-    void CopyExpression(const TransformVar& other);
-    void CopyBins(const TransformVar& other);
-    void CopyEncodedValues(const TransformVar& other);
-    void DeleteBins();
-    void DeleteEncodedValues();
 
     std::string fFieldName;
     TransformationDictionary::TransExpression fTransExpression = TransformationDictionary::TE_NONE;
-    std::vector<Bin> fBins;
+    std::vector<std::pair<ScoreValueRange*, ScoreValue*>> fBins;
     std::map<std::string, std::string> fIntervalsFieldForm;
     std::map<std::string, std::string> fIntervalsBracketForm;
     std::vector<double> fNormSlopes;
@@ -258,7 +194,7 @@ private:
     int fOutlierTreatment = OUTLIER_AS_IS;
     std::vector<double> fLinearNormPoints;
     std::vector<double> fLinearNormTargets;
-    std::vector<ValuePair> fEncodedValues;
+    std::vector<std::pair<ScoreValue*, ScoreValue*>> fEncodedValues;
     std::string fConstString;
     std::unique_ptr<FunctionTree> fRoot;
     std::unique_ptr<ScoreValue> fResult;
@@ -282,20 +218,8 @@ private:
     std::vector<const ScoreDictVar*> fBlockVariables;
     std::vector<veltrane::transform::ValueQueue> fBlockHistories;
 
-    /// The dictionary that the source variable was found in, and its revision then, where it has revisions.
-    const BaseDictionary* fSourceDictionary = nullptr;
-    unsigned long long fSourceRevision = 0;
-
-    /// Smallest and largest orig of the points, and whether they ascend.
-    double fMinPoint = 0.0;
-    double fMaxPoint = 0.0;
-    bool fPointsAscend = true;
-    bool fResultHoldsText = false; ///< whether fResult, where there is one, is a StringValue
-    bool fEvaluating = false;
-    unsigned long long fComputedFor = 0; ///< the number of the case, or of the turn, that fResult is good for
-    std::unique_ptr<veltrane::transform::ApplyFrames> fFrames;
-    std::unique_ptr<veltrane::transform::ApplyPlan> fPlan;
-    bool fIsPlanned = false;
+    /// How the field is evaluated, and what it needs for that beside the above.
+    std::unique_ptr<veltrane::transform::FieldEvaluation> fEvaluation;
 };
 
 } // namespace MCVeltrane_900

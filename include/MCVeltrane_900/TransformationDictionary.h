@@ -11,9 +11,8 @@
 #include <vector>
 
 namespace veltrane::transform {
-class ApplyPlan;
-struct Derivation;
-struct FieldEvaluation;
+class DictionaryEvaluation;
+struct DerivedField;
 } // namespace veltrane::transform
 
 namespace MCVeltrane_900 {
@@ -206,35 +205,14 @@ public:
                                                                          const std::vector<double>& variances);
 
 private:
-    friend class TransformVar;
-    friend class veltrane::transform::ApplyPlan;
-    friend struct veltrane::transform::FieldEvaluation;
-
-    /// A field in the order of computation, with what looking it up by name gave.
-    struct DerivedField {
-        TransformVar* var;
-        const std::string* name;
-        int position; ///< in the derived record, -1 when it isn't there
-        int flag;     ///< the field's value index
-    };
+    friend class veltrane::transform::DictionaryEvaluation;
 
     void Reset();
-    bool IsComputed(int index) const {
-        return index >= 0 && static_cast<std::size_t>(index) < fComputedFlags.size() &&
-               fComputedFlags[static_cast<std::size_t>(index)];
-    }
-    int StoredPosition(const std::string& name) const;
-    const ScoreValue* StoredValue(int position) const;
-    const ScoreValue* StoredValue(int index, const std::string& name) const;
-    void FindDerivedFields();
-    void AddVarCaseValue(const DerivedField& field, const std::string& value);
-    void AddVarCaseValue(const DerivedField& field, double value);
-    void AddVarCaseValue(const DerivedField& field, double value, DateTimeValue::DateTimeValType type);
-    void AddVarCaseValue(const DerivedField& field, const ScoreValue* value);
-    void SetComputed(const DerivedField& field, bool stored);
-    ScoreCaseRecord* CopyRecord(const ScoreCaseRecord* record);
-    ScoreCaseRecord* KeepRecord(std::shared_ptr<ScoreCaseRecord> record);
-    void ShareRecords(const TransformationDictionary& other);
+    void AddVarCaseValue(const veltrane::transform::DerivedField& field, const std::string& value);
+    void AddVarCaseValue(const veltrane::transform::DerivedField& field, double value);
+    void AddVarCaseValue(const veltrane::transform::DerivedField& field, double value,
+                         DateTimeValue::DateTimeValType type);
+    void AddVarCaseValue(const veltrane::transform::DerivedField& field, const ScoreValue* value);
 
     ScoreCaseRecord* fDerivedRecord = nullptr;
     ScoreCaseRecord* fInitialRecord = nullptr;
@@ -242,16 +220,8 @@ private:
     std::vector<std::string> fDerivedVarNames;
     bool fSetUp = false;
 
-    /// Keeps the two records alive, which assignment shares, and the records that an assignment has replaced.
-    std::vector<std::shared_ptr<ScoreCaseRecord>> fRecords;
-
-    /// The fields to compute, good for one revision of the variables and one state of the record and the names.
-    std::vector<DerivedField> fDerivedFields;
-    unsigned long long fFieldsRevision = 0;
-    bool fFieldsFound = false;
-    std::string fText; ///< scratch of the text form
-    std::unique_ptr<veltrane::transform::Derivation> fDerivation;
-    std::vector<std::string> fStoredNames; ///< the names of the derived record by position, as they were set up
+    /// How a case goes through the fields; the records are in its keeping.
+    std::unique_ptr<veltrane::transform::DictionaryEvaluation> fEvaluation;
 };
 
 } // namespace MCVeltrane_900

@@ -39,14 +39,6 @@ public:
     bool HasTextEqualTo(const ScoreValue& value, bool noSpaceTrim, bool emptyStringOK) const;
 
 private:
-    template <typename Matches>
-    const ScoreValueLabel* FindFirst(const veltrane::data::LabelPlaces* places, const ScoreValue& value,
-                                     Matches matches) const;
-    const ScoreValueLabel* FindByStoredValue(const ScoreValue* value) const;
-    const veltrane::data::LabelPlaces* FindPlaces() const;
-    void MakeIndex();
-    void DropSmallIndex();
-
     OwnedVector<ScoreValueLabel> fLabels;
     std::unique_ptr<veltrane::data::LabelIndex> fIndex;
 };

@@ -4,13 +4,12 @@
 #include <ScoreContext/IErrorFormater.h>
 
 #include <map>
-#include <mutex>
 
 namespace ScoreContext {
 
 /// The formater over a message table in memory. Texts keep the bytes of their parameters under every locale.
 ///
-/// Threads: once the table is loaded, any number of threads may format at a time, and ids of the table take no lock.
+/// Threads: once the table is loaded, any number of threads may format at a time.
 /// `LoadMessages` and assignment want the object for themselves.
 class VELTRANE_API VTErrorFormater : public IErrorFormater {
 public:
@@ -31,10 +30,6 @@ private:
     char* FindMessageContent(int id);
 
     std::map<int, char*> fMessages;
-    /// The null entries that look-ups of unknown ids leave behind. They stand apart from the loaded texts, so that
-    /// such a look-up never moves what other threads are reading without a lock.
-    std::map<int, char*> fUnknownMessages;
-    std::mutex fUnknownMutex;
 };
 
 } // namespace ScoreContext

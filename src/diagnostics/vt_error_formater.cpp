@@ -140,11 +140,8 @@ bool VTErrorFormater::LoadMessages(int count, MessageItem* items) {
 }
 
 char* VTErrorFormater::FindMessageContent(int id) {
-    if (const auto found = fMessages.find(id); found != fMessages.end()) {
-        return found->second;
-    }
-    const std::lock_guard lock(fUnknownMutex);
-    return fUnknownMessages[id];
+    const auto found = fMessages.find(id);
+    return found == fMessages.end() ? nullptr : found->second;
 }
 
 } // namespace ScoreContext

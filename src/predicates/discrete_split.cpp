@@ -49,6 +49,22 @@ namespace {
 /// Fewer values are searched from end to end.
 constexpr int kIndexedFrom = 8;
 
+std::unique_ptr<veltrane::data::SplitIndex> IndexOf(const SplitPlaces::List& values) {
+    return values.Size() < kIndexedFrom ? nullptr : std::make_unique<veltrane::data::SplitIndex>(values);
+}
+
+/// The child index of the first value that matches, -1 for none.
+/// @param places null for a walk over all values
+template <typename Matches>
+int FindChild(const SplitPlaces::List& values, const SplitPlaces* places, const ScoreValue& value, Matches matches) {
+    if (!places) {
+        return values.FindChild(matches);
+    }
+    const auto& records = values.All();
+    const int found = places->values.FindLowest(value, [&](int at) { return matches(*records[at].object); });
+    return found == ValueIndex::kNowhere ? -1 : records[found].index;
+}
+
 } // namespace
 
 DiscreteSplit::DiscreteSplit(const ScoreDictVar* var) : ScoreSplitVar(var) {}
@@ -56,7 +72,7 @@ DiscreteSplit::DiscreteSplit(const ScoreDictVar* var) : ScoreSplitVar(var) {}
 // The codes belong to the split that they were put into and don't travel with a copy.
 DiscreteSplit::DiscreteSplit(const DiscreteSplit& other)
     : ScoreSplitVar(other), fValues(other.fValues), fStartIndex(other.fStartIndex), fEndIndex(other.fEndIndex) {
-    MakeIndex();
+    fIndex = IndexOf(fValues);
 }
 
 DiscreteSplit& DiscreteSplit::operator=(const DiscreteSplit& other) {
@@ -65,7 +81,7 @@ DiscreteSplit& DiscreteSplit::operator=(const DiscreteSplit& other) {
         fValues = other.fValues;
         fStartIndex = other.fStartIndex;
         fEndIndex = other.fEndIndex;
-        MakeIndex();
+        fIndex = IndexOf(fValues);
     }
     return *this;
 }
@@ -96,31 +112,13 @@ int DiscreteSplit::GetSplitChildIndex(const ScoreValue* value) const {
     }
     const SplitPlaces* places = fIndex ? fIndex->Get(fValues) : nullptr;
     if (fSplitVar->GetVarType() != ScoreDictVar::STRING_VAR) {
-        return FindChild(places, *value, [value](const ScoreValue& stored) { return stored == *value; });
+        return FindChild(fValues, places, *value, [value](const ScoreValue& stored) { return stored == *value; });
     }
     const bool noSpaceTrim = fSplitVar->GetNoSpaceTrim();
     const bool emptyStringOK = fSplitVar->GetEmptyStringOK();
     // A number is equal to every text, so with one among the values the index can't say which comes first.
-    return FindChild(places && !places->values.HoldsNumbers() ? places : nullptr, *value,
+    return FindChild(fValues, places && !places->values.HoldsNumbers() ? places : nullptr, *value,
                      [=](const ScoreValue& stored) { return stored.Equal(value, noSpaceTrim, emptyStringOK); });
-}
-
-/// @param places null for a walk over all values
-template <typename Matches>
-int DiscreteSplit::FindChild(const SplitPlaces* places, const ScoreValue& value, Matches matches) const {
-    if (!places) {
-        return fValues.FindChild(matches);
-    }
-    const auto& records = fValues.All();
-    const int found = places->values.FindLowest(value, [&](int at) { return matches(*records[at].object); });
-    return found == ValueIndex::kNowhere ? -1 : records[found].index;
-}
-
-void DiscreteSplit::MakeIndex() {
-    fIndex.reset();
-    if (fValues.Size() >= kIndexedFrom) {
-        fIndex = std::make_unique<veltrane::data::SplitIndex>(fValues);
-    }
 }
 
 void DiscreteSplit::PutSplit(ScoreValue* value, int index) {
@@ -128,7 +126,7 @@ void DiscreteSplit::PutSplit(ScoreValue* value, int index) {
     if (fIndex) {
         fIndex->Any().Add(fValues.Size() - 1, value);
     } else {
-        MakeIndex();
+        fIndex = IndexOf(fValues);
     }
 }
 

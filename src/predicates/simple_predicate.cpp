@@ -16,6 +16,10 @@ constexpr const char* kOperatorTexts[] = {
 };
 static_assert(std::size(kOperatorTexts) == SimplePredicate::OP_IS_NOT_MISSING);
 
+ScorePredicate::PredicateResult MissingResult(const ScoreSplitVar& split) {
+    return split.GetMissvalMap() == -1 ? ScorePredicate::PRED_UNKNOWN : ScorePredicate::PRED_TRUE;
+}
+
 } // namespace
 
 SimplePredicate::SimplePredicate() = default;
@@ -33,7 +37,7 @@ ScorePredicate::PredicateResult SimplePredicate::Evaluate(const std::vector<doub
         return PRED_UNKNOWN;
     }
     const auto [number, isMissing] = veltrane::predicates::ReadEncoded(*fSplit->GetSplitVar(), encodedValues);
-    return isMissing ? MissingResult() : veltrane::predicates::ResultOfChild(fSplit->GetSplitChildIndex(number));
+    return isMissing ? MissingResult(*fSplit) : veltrane::predicates::ResultOfChild(fSplit->GetSplitChildIndex(number));
 }
 
 ScorePredicate::PredicateResult SimplePredicate::Evaluate(const ScoreCaseRecord* record,
@@ -46,7 +50,7 @@ ScorePredicate::PredicateResult SimplePredicate::Evaluate(const ScoreCaseRecord*
     const double code = GetScoreEncodeValue(var, value);
     const bool hasEncoder = var->GetEncoder() != nullptr;
     if (veltrane::predicates::IsMissing(*var, value, hasEncoder, code)) {
-        return MissingResult();
+        return MissingResult(*fSplit);
     }
     const bool byCode = hasEncoder && fSplit->GetSplitVarType() == ScoreSplitVar::DISCRETE_SPLIT;
     return veltrane::predicates::ResultOfChild(byCode ? fSplit->GetSplitChildIndex(code)
@@ -99,10 +103,6 @@ const ScoreValue* SimplePredicate::GetScoreValue(const ScoreDictVar* var, const 
 
 double SimplePredicate::GetScoreEncodeValue(const ScoreDictVar* var, const ScoreValue* value) const {
     return veltrane::predicates::CodeOf(*var, value);
-}
-
-ScorePredicate::PredicateResult SimplePredicate::MissingResult() const {
-    return fSplit->GetMissvalMap() == -1 ? PRED_UNKNOWN : PRED_TRUE;
 }
 
 } // namespace MCVeltrane_900

@@ -12,21 +12,66 @@ namespace MCVeltrane_900 {
 namespace {
 
 /// A shorter list is searched from end to end.
-constexpr int kIndexedFrom = 16;
+constexpr std::size_t kIndexedFrom = 16;
+
+using Ranges = std::vector<ScoreValueRange*>;
+using Index = std::unique_ptr<veltrane::data::RangeIndex>;
+
+Index IndexOf(const Ranges& ranges) {
+    return ranges.size() < kIndexedFrom ? nullptr : std::make_unique<veltrane::data::RangeIndex>(ranges);
+}
+
+/// Null when the ranges have to be walked.
+const veltrane::data::RangePlaces* FindPlaces(const Ranges& ranges, const Index& index) {
+    return index ? index->Get(ranges) : nullptr;
+}
+
+/// The ranges that are equal to the given one, which the set has no more.
+std::vector<ScoreValueRange*> TakeOut(Ranges& ranges, Index& index, const ScoreValueRange& range) {
+    std::vector<ScoreValueRange*> taken;
+    veltrane::data::RangePlaces* places = index ? index->GetToChange(ranges) : nullptr;
+    const ScoreValue* min = places ? range.GetMin() : nullptr;
+    const ScoreValue* max = places ? range.GetMax() : nullptr;
+    if (!min || !max) {
+        const auto isKept = [&range](const ScoreValueRange* element) { return !(*element == range); };
+        const auto kept = std::stable_partition(ranges.begin(), ranges.end(), isKept);
+        taken.assign(kept, ranges.end());
+        ranges.erase(kept, ranges.end());
+        if (index && !taken.empty()) {
+            index->Forget();
+        }
+        return taken;
+    }
+    std::vector<int> found;
+    places->SearchUntil(*min, *max, [&](int place) {
+        if (*places->elements[place] == range) {
+            found.push_back(place);
+        }
+        return false;
+    });
+    for (const int place : found) {
+        taken.push_back(places->elements[place]);
+        ranges.erase(ranges.begin() + places->Remove(place));
+    }
+    if (places->IsWorn(ranges.size())) {
+        index = IndexOf(ranges);
+    }
+    return taken;
+}
 
 } // namespace
 
 MissingValueSet::MissingValueSet() = default;
 
 MissingValueSet::MissingValueSet(const MissingValueSet& other) : ScoreMissingValueSet(other), fRanges(other.fRanges) {
-    MakeIndex();
+    fIndex = IndexOf(fRanges.Items());
 }
 
 MissingValueSet& MissingValueSet::operator=(const MissingValueSet& other) {
     if (this != &other) {
         fIndex.reset();
         fRanges = other.fRanges;
-        MakeIndex();
+        fIndex = IndexOf(fRanges.Items());
     }
     return *this;
 }
@@ -45,7 +90,7 @@ bool MissingValueSet::Add(ScoreValueRange* range) {
     if (fIndex) {
         fIndex->Any().Add(*range);
     } else {
-        MakeIndex();
+        fIndex = IndexOf(fRanges.Items());
     }
     return true;
 }
@@ -55,48 +100,14 @@ bool MissingValueSet::Remove(const ScoreValueRange* range) {
         return false;
     }
     // The argument may be one of the elements, so nothing is deleted before the last comparison.
-    const std::vector<ScoreValueRange*> doomed = TakeOut(*range);
+    const std::vector<ScoreValueRange*> doomed = TakeOut(fRanges.Items(), fIndex, *range);
     for (const ScoreValueRange* element : doomed) {
         delete element;
     }
-    if (Size() < kIndexedFrom) {
+    if (fRanges.Items().size() < kIndexedFrom) {
         fIndex.reset();
     }
     return !doomed.empty();
-}
-
-/// The ranges that are equal to the given one, which the set has no more.
-std::vector<ScoreValueRange*> MissingValueSet::TakeOut(const ScoreValueRange& range) {
-    auto& ranges = fRanges.Items();
-    std::vector<ScoreValueRange*> taken;
-    veltrane::data::RangePlaces* places = fIndex ? fIndex->GetToChange(ranges) : nullptr;
-    const ScoreValue* min = places ? range.GetMin() : nullptr;
-    const ScoreValue* max = places ? range.GetMax() : nullptr;
-    if (!min || !max) {
-        const auto isKept = [&range](const ScoreValueRange* element) { return !(*element == range); };
-        const auto kept = std::stable_partition(ranges.begin(), ranges.end(), isKept);
-        taken.assign(kept, ranges.end());
-        ranges.erase(kept, ranges.end());
-        if (fIndex && !taken.empty()) {
-            fIndex->Forget();
-        }
-        return taken;
-    }
-    std::vector<int> found;
-    places->SearchUntil(*min, *max, [&](int place) {
-        if (*places->elements[place] == range) {
-            found.push_back(place);
-        }
-        return false;
-    });
-    for (const int place : found) {
-        taken.push_back(places->elements[place]);
-        ranges.erase(ranges.begin() + places->Remove(place));
-    }
-    if (places->IsWorn(ranges.size())) {
-        MakeIndex();
-    }
-    return taken;
 }
 
 int MissingValueSet::Size() const {
@@ -108,7 +119,7 @@ bool MissingValueSet::Contains(const ScoreValueRange* range) const {
         return false;
     }
     const auto& ranges = fRanges.Items();
-    const veltrane::data::RangePlaces* places = FindPlaces();
+    const veltrane::data::RangePlaces* places = FindPlaces(ranges, fIndex);
     const ScoreValue* min = places ? range->GetMin() : nullptr;
     const ScoreValue* max = places ? range->GetMax() : nullptr;
     if (!min || !max) {
@@ -132,7 +143,7 @@ void MissingValueSet::Display(std::ostream& out) const {
 
 bool MissingValueSet::IsInAnyRange(const ScoreValue* value) const {
     const auto& ranges = fRanges.Items();
-    const auto* places = value && veltrane::data::AgreesWithIndex(*value) ? FindPlaces() : nullptr;
+    const auto* places = value && veltrane::data::AgreesWithIndex(*value) ? FindPlaces(ranges, fIndex) : nullptr;
     if (!places) {
         return std::any_of(ranges.begin(), ranges.end(),
                            [value](const ScoreValueRange* range) { return range->IsInRange(value); });
@@ -144,18 +155,6 @@ bool MissingValueSet::IsInAnyRange(const ScoreValue* value) const {
     return places->bySingleValue.FindLowest(*value, [&](int place) {
         return places->elements[place]->IsInRange(value);
     }) != veltrane::data::ValueIndex::kNowhere;
-}
-
-/// Null when the ranges have to be walked.
-const veltrane::data::RangePlaces* MissingValueSet::FindPlaces() const {
-    return fIndex ? fIndex->Get(fRanges.Items()) : nullptr;
-}
-
-void MissingValueSet::MakeIndex() {
-    fIndex.reset();
-    if (Size() >= kIndexedFrom) {
-        fIndex = std::make_unique<veltrane::data::RangeIndex>(fRanges.Items());
-    }
 }
 
 } // namespace MCVeltrane_900

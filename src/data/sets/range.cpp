@@ -24,6 +24,14 @@ void OpenMissingBound(ScoreValue& bound) {
     }
 }
 
+/// Included ends have the tolerance of numeric equality, the inside is compared plainly: a number a tolerance away from
+/// an excluded end is out on the far side and in on the near one.
+inline bool IsInside(double value, double min, double max, bool lowEnd, bool highEnd) {
+    using veltrane::data::AreEqualNumbers;
+    return (value > min && max > value) || (lowEnd && AreEqualNumbers(value, min)) ||
+           (highEnd && AreEqualNumbers(value, max));
+}
+
 void DisplayBound(std::ostream& out, const ScoreValue& bound, bool asNumber) {
     if (asNumber) {
         out << bound.GetDouble();
@@ -66,7 +74,7 @@ Range::Range(ScoreValue* min, ScoreValue* max, bool lowEnd, bool highEnd)
             fMaxNumber = fMax->GetDouble();
         }
     }
-    FindSingleValue();
+    fSingleValue = *fMin == *fMax;
 }
 
 Range::Range(const Range& other) = default;
@@ -107,7 +115,8 @@ void Range::SetMin(ScoreValue* value) {
     } else if (IsNumber(*fMin)) {
         fMinNumber = fMin->GetDouble();
     }
-    FindSingleValue();
+    fSingleValue = *fMin == *fMax;
+    fChanges.Note();
 }
 
 void Range::SetMax(ScoreValue* value) {
@@ -118,14 +127,15 @@ void Range::SetMax(ScoreValue* value) {
     if (IsNumber(*fMax)) {
         fMaxNumber = fMax->GetDouble();
     }
-    FindSingleValue();
+    fSingleValue = *fMin == *fMax;
+    fChanges.Note();
 }
 
 bool Range::IsInRange(double value) const {
     if (fSingleValue) {
         return veltrane::data::AreEqualNumbers(value, fMinNumber);
     }
-    return !veltrane::data::IsMissingNumber(value) && IsInside(value);
+    return !veltrane::data::IsMissingNumber(value) && IsInside(value, fMinNumber, fMaxNumber, fLowEnd, fHighEnd);
 }
 
 bool Range::IsInRange(const ScoreValue* value) const {
@@ -138,7 +148,7 @@ bool Range::IsInRange(const ScoreValue* value) const {
     if (!IsNumber(*value) && !IsDateTime(*value)) {
         return false;
     }
-    return !value->IsSystemMissingValue() && IsInside(value->GetDouble());
+    return !value->IsSystemMissingValue() && IsInside(value->GetDouble(), fMinNumber, fMaxNumber, fLowEnd, fHighEnd);
 }
 
 const ScoreValue* Range::GetMin() const {
@@ -163,19 +173,6 @@ void Range::Display(std::ostream& out) const {
     DisplayBound(out, *fMax, asNumber);
     out << (fHighEnd ? "; High End included" : "; High End not included")
         << (fLowEnd ? "; lower End included" : "; lower End not included") << "\n End of Range Display\n\n";
-}
-
-void Range::FindSingleValue() {
-    fSingleValue = *fMin == *fMax;
-    fChanges.Note();
-}
-
-// Included ends have the tolerance of numeric equality, the inside is compared plainly: a number a tolerance away from
-// an excluded end is out on the far side and in on the near one.
-bool Range::IsInside(double value) const {
-    using veltrane::data::AreEqualNumbers;
-    return (value > fMinNumber && fMaxNumber > value) || (fLowEnd && AreEqualNumbers(value, fMinNumber)) ||
-           (fHighEnd && AreEqualNumbers(value, fMaxNumber));
 }
 
 } // namespace MCVeltrane_900

@@ -14,21 +14,61 @@ using veltrane::data::ValueIndex;
 namespace {
 
 /// A shorter list is searched from end to end.
-constexpr int kIndexedFrom = 32;
+constexpr std::size_t kIndexedFrom = 32;
+
+using Labels = std::vector<ScoreValueLabel*>;
+using Index = std::unique_ptr<veltrane::data::LabelIndex>;
+
+Index IndexOf(const Labels& labels) {
+    return labels.size() < kIndexedFrom ? nullptr : std::make_unique<veltrane::data::LabelIndex>(labels);
+}
+
+void DropSmallIndex(Index& index, const Labels& labels) {
+    if (labels.size() < kIndexedFrom) {
+        index.reset();
+    }
+}
+
+/// Null when the labels have to be walked.
+const LabelPlaces* FindPlaces(const Labels& labels, const Index& index) {
+    return index ? index->Get(labels) : nullptr;
+}
+
+/// The first label whose value matches.
+/// @param places null for a walk over all labels
+template <typename Matches>
+const ScoreValueLabel* FindFirst(const Labels& labels, const LabelPlaces* places, const ScoreValue& value,
+                                 Matches matches) {
+    const auto isMatch = [matches](const ScoreValueLabel* label) {
+        const ScoreValue* stored = label->GetValue();
+        return stored && matches(*stored);
+    };
+    if (!places) {
+        const auto found = std::find_if(labels.begin(), labels.end(), isMatch);
+        return found == labels.end() ? nullptr : *found;
+    }
+    const int place = places->values.FindLowest(value, [&](int at) { return isMatch(places->elements[at]); });
+    return place == ValueIndex::kNowhere ? nullptr : places->elements[place];
+}
+
+const ScoreValueLabel* FindByStoredValue(const Labels& labels, const Index& index, const ScoreValue* value) {
+    const auto matches = [value](const ScoreValue& stored) { return stored == *value; };
+    return value ? FindFirst(labels, FindPlaces(labels, index), *value, matches) : nullptr;
+}
 
 } // namespace
 
 ValueLabelSet::ValueLabelSet() = default;
 
 ValueLabelSet::ValueLabelSet(const ValueLabelSet& other) : ScoreValueLabelSet(other), fLabels(other.fLabels) {
-    MakeIndex();
+    fIndex = IndexOf(fLabels.Items());
 }
 
 ValueLabelSet& ValueLabelSet::operator=(const ValueLabelSet& other) {
     if (this != &other) {
         fIndex.reset();
         fLabels = other.fLabels;
-        MakeIndex();
+        fIndex = IndexOf(fLabels.Items());
     }
     return *this;
 }
@@ -47,7 +87,7 @@ bool ValueLabelSet::Add(ScoreValueLabel* label) {
     if (fIndex) {
         fIndex->Any().Add(*label);
     } else {
-        MakeIndex();
+        fIndex = IndexOf(fLabels.Items());
     }
     return true;
 }
@@ -60,7 +100,7 @@ bool ValueLabelSet::Remove(const ScoreValueLabel* label) {
         if (removed && fIndex) {
             fIndex->Forget();
         }
-        DropSmallIndex();
+        DropSmallIndex(fIndex, fLabels.Items());
         return removed;
     }
     const int place =
@@ -72,9 +112,9 @@ bool ValueLabelSet::Remove(const ScoreValueLabel* label) {
     labels.erase(labels.begin() + places->Remove(place));
     delete doomed;
     if (places->IsWorn(labels.size())) {
-        MakeIndex();
+        fIndex = IndexOf(fLabels.Items());
     } else {
-        DropSmallIndex();
+        DropSmallIndex(fIndex, fLabels.Items());
     }
     return true;
 }
@@ -88,25 +128,26 @@ const std::vector<ScoreValueLabel*>& ValueLabelSet::GetAllValueLabels() const {
 }
 
 std::string ValueLabelSet::GetLabelOfValue(const ScoreValue* value) const {
-    const ScoreValueLabel* found = FindByStoredValue(value);
+    const ScoreValueLabel* found = FindByStoredValue(fLabels.Items(), fIndex, value);
     return found ? found->GetLabel() : std::string();
 }
 
 bool ValueLabelSet::Contains(const ScoreValue* value) const {
-    return FindByStoredValue(value) != nullptr;
+    return FindByStoredValue(fLabels.Items(), fIndex, value) != nullptr;
 }
 
 bool ValueLabelSet::HasValueEqualTo(const ScoreValue& value) const {
-    return FindFirst(veltrane::data::AgreesWithIndex(value) ? FindPlaces() : nullptr, value,
+    return FindFirst(fLabels.Items(),
+                     veltrane::data::AgreesWithIndex(value) ? FindPlaces(fLabels.Items(), fIndex) : nullptr, value,
                      [&value](const ScoreValue& stored) { return value == stored; }) != nullptr;
 }
 
 bool ValueLabelSet::HasTextEqualTo(const ScoreValue& value, bool noSpaceTrim, bool emptyStringOK) const {
-    const LabelPlaces* places = FindPlaces();
+    const LabelPlaces* places = FindPlaces(fLabels.Items(), fIndex);
     // A number is equal to every text, so with one among the values they have to be walked.
-    return FindFirst(places && !places->values.HoldsNumbers() ? places : nullptr, value, [&](const ScoreValue& stored) {
-               return stored.Equal(&value, noSpaceTrim, emptyStringOK);
-           }) != nullptr;
+    return FindFirst(fLabels.Items(), places && !places->values.HoldsNumbers() ? places : nullptr, value,
+                     [&](const ScoreValue& stored) { return stored.Equal(&value, noSpaceTrim, emptyStringOK); }) !=
+           nullptr;
 }
 
 void ValueLabelSet::Display(std::ostream& out) const {
@@ -115,47 +156,6 @@ void ValueLabelSet::Display(std::ostream& out) const {
         label->Display(out);
     }
     out << "End of ScoreValueLabelSet Display.\n\n";
-}
-
-const ScoreValueLabel* ValueLabelSet::FindByStoredValue(const ScoreValue* value) const {
-    const auto matches = [value](const ScoreValue& stored) { return stored == *value; };
-    return value ? FindFirst(FindPlaces(), *value, matches) : nullptr;
-}
-
-/// The first label whose value matches.
-/// @param places null for a walk over all labels
-template <typename Matches>
-const ScoreValueLabel* ValueLabelSet::FindFirst(const LabelPlaces* places, const ScoreValue& value,
-                                                Matches matches) const {
-    const auto isMatch = [matches](const ScoreValueLabel* label) {
-        const ScoreValue* stored = label->GetValue();
-        return stored && matches(*stored);
-    };
-    if (!places) {
-        const auto& labels = fLabels.Items();
-        const auto found = std::find_if(labels.begin(), labels.end(), isMatch);
-        return found == labels.end() ? nullptr : *found;
-    }
-    const int place = places->values.FindLowest(value, [&](int at) { return isMatch(places->elements[at]); });
-    return place == ValueIndex::kNowhere ? nullptr : places->elements[place];
-}
-
-/// Null when the labels have to be walked.
-const LabelPlaces* ValueLabelSet::FindPlaces() const {
-    return fIndex ? fIndex->Get(fLabels.Items()) : nullptr;
-}
-
-void ValueLabelSet::MakeIndex() {
-    fIndex.reset();
-    if (Size() >= kIndexedFrom) {
-        fIndex = std::make_unique<veltrane::data::LabelIndex>(fLabels.Items());
-    }
-}
-
-void ValueLabelSet::DropSmallIndex() {
-    if (Size() < kIndexedFrom) {
-        fIndex.reset();
-    }
 }
 
 } // namespace MCVeltrane_900

@@ -109,9 +109,7 @@ struct Triple {
     }
 };
 
-} // namespace
-
-std::string_view DateTimeValue::TrimString(std::string_view text, char blank) {
+std::string_view Trimmed(std::string_view text, char blank) {
     const Position first = text.find_first_not_of(blank);
     if (first == std::string_view::npos) {
         return text;
@@ -119,7 +117,7 @@ std::string_view DateTimeValue::TrimString(std::string_view text, char blank) {
     return text.substr(first, text.find_last_not_of(blank) - first + 1);
 }
 
-bool DateTimeValue::ParseTriple(std::string_view text, char separator, long long& a, long long& b, long long& c) {
+bool ParseTriple(std::string_view text, char separator, long long& a, long long& b, long long& c) {
     Triple numbers;
     bool clean = true;
     Position start = 0;
@@ -127,7 +125,7 @@ bool DateTimeValue::ParseTriple(std::string_view text, char separator, long long
         const bool separates = text[i] == separator;
         if (separates || i == text.size() - 1) {
             const Position end = separates ? i : i + 1;
-            numbers.Store(veltrane::data::ReadInteger(TrimString(text.substr(start, end - start), ' ')));
+            numbers.Store(veltrane::data::ReadInteger(Trimmed(text.substr(start, end - start), ' ')));
             start = i + 1;
         } else {
             clean = text[i] == ' ' || IsDigit(text[i]);
@@ -137,6 +135,12 @@ bool DateTimeValue::ParseTriple(std::string_view text, char separator, long long
     b = numbers.part[1];
     c = numbers.part[2];
     return clean;
+}
+
+} // namespace
+
+std::string_view DateTimeValue::TrimString(std::string_view text, char blank) {
+    return Trimmed(text, blank);
 }
 
 bool DateTimeValue::ParseDate(std::string_view text, long long& year, long long& month, long long& day) {

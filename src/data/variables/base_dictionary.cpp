@@ -6,27 +6,53 @@
 
 namespace MCVeltrane_900 {
 
+namespace {
+
+using Vars = std::map<std::string, ScoreDictVar*, std::less<>>;
+
+/// A number for the variables as they are from now on. All come from one source, so that a dictionary that is built
+/// where another one stood is told apart from it.
+unsigned long long NextRevision() {
+    static std::atomic<unsigned long long> last{0};
+    return ++last;
+}
+
+void DeleteVars(Vars& vars) {
+    for (const auto& [name, var] : vars) {
+        delete var;
+    }
+    vars.clear();
+}
+
+void CloneVars(Vars& vars, const Vars& others) {
+    for (const auto& [name, var] : others) {
+        vars.emplace_hint(vars.end(), name, var->Clone());
+    }
+}
+
+} // namespace
+
 BaseDictionary::BaseDictionary() {
-    NoteChange();
+    fRevision = NextRevision();
 }
 
 BaseDictionary::BaseDictionary(const BaseDictionary& other) : ScoreDictionary(other), fVarNames(other.fVarNames) {
-    CloneVars(other);
-    NoteChange();
+    CloneVars(fVars, other.fVars);
+    fRevision = NextRevision();
 }
 
 // The names stay as they were: they record what was added to this dictionary.
 BaseDictionary& BaseDictionary::operator=(const BaseDictionary& other) {
     if (this != &other) {
-        DeleteVars();
-        CloneVars(other);
-        NoteChange();
+        DeleteVars(fVars);
+        CloneVars(fVars, other.fVars);
+        fRevision = NextRevision();
     }
     return *this;
 }
 
 BaseDictionary::~BaseDictionary() {
-    DeleteVars();
+    DeleteVars(fVars);
 }
 
 ScoreDictionary* BaseDictionary::Clone() {
@@ -42,7 +68,7 @@ bool BaseDictionary::AddVar(const ScoreDictionary* other) {
         const ScoreDictVar* var = other->GetVar(name);
         if (var && fVars.find(name) == fVars.end()) {
             fVars.emplace(name, var->Clone());
-            NoteChange();
+            fRevision = NextRevision();
         }
     }
     fVarNames.swap(names);
@@ -54,7 +80,7 @@ bool BaseDictionary::AddVar(const std::string& name, ScoreDictVar* var) {
         return false;
     }
     if (fVars.emplace(name, var).second) {
-        NoteChange();
+        fRevision = NextRevision();
     }
     fVarNames.push_back(name);
     return true;
@@ -67,7 +93,7 @@ bool BaseDictionary::RemoveVar(const std::string& name) {
     }
     delete found->second;
     fVars.erase(found);
-    NoteChange();
+    fRevision = NextRevision();
     return true;
 }
 
@@ -105,25 +131,6 @@ void BaseDictionary::Display(std::ostream& out) const {
         var->Display(out);
     }
     out << "End Of ScoreDictionary display.\n\n";
-}
-
-// The numbers come from one source, so that a dictionary that is built where another one stood is told apart from it.
-void BaseDictionary::NoteChange() {
-    static std::atomic<unsigned long long> last{0};
-    fRevision = ++last;
-}
-
-void BaseDictionary::DeleteVars() {
-    for (const auto& [name, var] : fVars) {
-        delete var;
-    }
-    fVars.clear();
-}
-
-void BaseDictionary::CloneVars(const BaseDictionary& other) {
-    for (const auto& [name, var] : other.fVars) {
-        fVars.emplace_hint(fVars.end(), name, var->Clone());
-    }
 }
 
 } // namespace MCVeltrane_900

@@ -14,6 +14,27 @@ void TraceEncode() {
     Trace(TRACE_PROGRESS, "Exit:%s", "MCVeltrane_900::ScoreBinningEncoder::Encode");
 }
 
+int FindBin(const std::vector<double>& cutpoints, int numberOfBins, double number) {
+    int low = 0;
+    int high = numberOfBins - 2;
+    if (high < 0) {
+        return number < 0.0 ? 0 : 1;
+    }
+    int middle = 0;
+    do {
+        middle = (low + high) / 2;
+        if (number == cutpoints[middle]) {
+            return middle;
+        }
+        if (cutpoints[middle] > number) {
+            high = middle - 1;
+        } else {
+            low = middle + 1;
+        }
+    } while (low <= high);
+    return cutpoints[middle] > number ? middle : middle + 1;
+}
+
 } // namespace
 
 ScoreBinningEncoder::ScoreBinningEncoder() = default;
@@ -33,30 +54,9 @@ int ScoreBinningEncoder::GetNumberOfCategories() const {
 
 double ScoreBinningEncoder::Encode(double number) const {
     TraceEncode();
-    const int bin = FindBin(number);
+    const int bin = FindBin(fCutpoints, fNumberOfBins, number);
     TraceEncode();
     return bin;
-}
-
-int ScoreBinningEncoder::FindBin(double number) const {
-    int low = 0;
-    int high = fNumberOfBins - 2;
-    if (high < 0) {
-        return number < 0.0 ? 0 : 1;
-    }
-    int middle = 0;
-    do {
-        middle = (low + high) / 2;
-        if (number == fCutpoints[middle]) {
-            return middle;
-        }
-        if (fCutpoints[middle] > number) {
-            high = middle - 1;
-        } else {
-            low = middle + 1;
-        }
-    } while (low <= high);
-    return fCutpoints[middle] > number ? middle : middle + 1;
 }
 
 int ScoreBinningEncoder::Encode(const ScoreValue* value) {

@@ -12,6 +12,14 @@ using veltrane::data::PutDateTime;
 using veltrane::data::PutNumber;
 using veltrane::data::PutText;
 
+namespace {
+
+bool HasIndex(const OwnedVector<ScoreValue>& values, int index) {
+    return index >= 0 && index < values.Size();
+}
+
+} // namespace
+
 CaseRecord::CaseRecord(int capacity) {
     fValues.Items().reserve(std::max(capacity, 0));
 }
@@ -29,7 +37,7 @@ void CaseRecord::Add(const std::string& name, ScoreValue* value) {
 }
 
 bool CaseRecord::SetValue(int index, const std::string& text) {
-    if (!HasIndex(index)) {
+    if (!HasIndex(fValues, index)) {
         return false;
     }
     ScoreValue*& slot = fValues.Items()[index];
@@ -41,7 +49,7 @@ bool CaseRecord::SetValue(int index, const std::string& text) {
 }
 
 bool CaseRecord::SetValue(int index, double value, ScoreDictVar::DateTimeType type) {
-    if (!HasIndex(index)) {
+    if (!HasIndex(fValues, index)) {
         return false;
     }
     ScoreValue*& slot = fValues.Items()[index];
@@ -53,7 +61,7 @@ bool CaseRecord::SetValue(int index, double value, ScoreDictVar::DateTimeType ty
 }
 
 bool CaseRecord::SetValue(int index, double value) {
-    if (!HasIndex(index)) {
+    if (!HasIndex(fValues, index)) {
         return false;
     }
     ScoreValue*& slot = fValues.Items()[index];
@@ -76,7 +84,7 @@ bool CaseRecord::SetValue(const std::string& name, double value, ScoreDictVar::D
 }
 
 bool CaseRecord::SetMissingValue(int index) {
-    if (!HasIndex(index) || !fValues.Items()[index]) {
+    if (!HasIndex(fValues, index) || !fValues.Items()[index]) {
         return false;
     }
     ScoreValue& value = *fValues.Items()[index];
@@ -102,7 +110,7 @@ void CaseRecord::Remove(const std::string& name) {
 }
 
 const ScoreValue* CaseRecord::Get(int index) const {
-    return HasIndex(index) ? fValues.Items()[index] : nullptr;
+    return HasIndex(fValues, index) ? fValues.Items()[index] : nullptr;
 }
 const ScoreValue* CaseRecord::Get(const std::string& name) const {
     return Get(GetIndex(name));
@@ -134,7 +142,7 @@ std::vector<std::string> CaseRecord::GetVarNames(bool byIndex) const {
     int next = 0;
     for (const auto& [name, position] : fNameIndexMap) {
         const int index = byIndex ? position : next++;
-        if (HasIndex(index)) {
+        if (HasIndex(fValues, index)) {
             names[index] = name;
         }
     }
@@ -155,10 +163,6 @@ void CaseRecord::Display(std::ostream& out) const {
         out << "\n";
     }
     out << "End of ScoreCaseRecord Display.\n\n";
-}
-
-bool CaseRecord::HasIndex(int index) const {
-    return index >= 0 && index < fValues.Size();
 }
 
 } // namespace MCVeltrane_900

@@ -8,6 +8,33 @@
 
 namespace MCVeltrane_900 {
 
+namespace {
+
+using Codes = std::map<std::string, int, std::less<>>;
+
+/// The text as it stands comes first: a key that was learned with its blanks still matches when blanks are trimmed.
+int FindWithTrimmed(const Codes& codes, std::string_view text, std::string_view trimmed) {
+    auto found = codes.find(text);
+    if (found == codes.end() && trimmed.size() != text.size()) {
+        found = codes.find(trimmed);
+    }
+    return found == codes.end() ? -1 : found->second;
+}
+
+/// Only the blank ' ' counts, and only at the end. The result is as long as the text exactly when nothing was trimmed.
+std::string_view Trimmed(std::string_view text, bool noSpaceTrim, bool emptyStringOK) {
+    if (noSpaceTrim || text.empty()) {
+        return text;
+    }
+    const std::size_t last = text.find_last_not_of(' ');
+    if (last == std::string_view::npos) {
+        return emptyStringOK ? " " : "";
+    }
+    return text.substr(0, last + 1);
+}
+
+} // namespace
+
 ScoreCatStringEncoder::ScoreCatStringEncoder(int capacity) {
     fLinks.reserve(std::max(capacity, 0));
 }
@@ -52,8 +79,8 @@ int ScoreCatStringEncoder::EncodeConst(const ScoreValue* value) const {
 }
 
 int ScoreCatStringEncoder::Encode(const std::string& text) {
-    const std::string_view key = Trimmed(text);
-    int code = FindWithTrimmed(text, key);
+    const std::string_view key = Trimmed(text, fNoSpaceTrim, fEmptyStringOK);
+    int code = FindWithTrimmed(fCodes, text, key);
     if (code < 0) {
         code = ++fLastCode;
         fLinks.push_back(&fCodes.emplace(key, code).first->first);
@@ -62,7 +89,7 @@ int ScoreCatStringEncoder::Encode(const std::string& text) {
 }
 
 int ScoreCatStringEncoder::EncodeConst(const std::string& text) const {
-    return FindWithTrimmed(text, Trimmed(text));
+    return FindWithTrimmed(fCodes, text, Trimmed(text, fNoSpaceTrim, fEmptyStringOK));
 }
 
 std::string ScoreCatStringEncoder::Decode(int code) const {
@@ -107,27 +134,6 @@ void ScoreCatStringEncoder::CreateLinks() {
     for (const auto& [key, code] : fCodes) {
         fLinks[code] = &key;
     }
-}
-
-// The text as it stands comes first: a key that was learned with its blanks still matches when blanks are trimmed.
-int ScoreCatStringEncoder::FindWithTrimmed(std::string_view text, std::string_view trimmed) const {
-    auto found = fCodes.find(text);
-    if (found == fCodes.end() && trimmed.size() != text.size()) {
-        found = fCodes.find(trimmed);
-    }
-    return found == fCodes.end() ? -1 : found->second;
-}
-
-// Only the blank ' ' counts, and only at the end. The result is as long as the text exactly when nothing was trimmed.
-std::string_view ScoreCatStringEncoder::Trimmed(std::string_view text) const {
-    if (fNoSpaceTrim || text.empty()) {
-        return text;
-    }
-    const std::size_t last = text.find_last_not_of(' ');
-    if (last == std::string_view::npos) {
-        return fEmptyStringOK ? " " : "";
-    }
-    return text.substr(0, last + 1);
 }
 
 } // namespace MCVeltrane_900

@@ -143,6 +143,32 @@ double Corrected(double ch, double t, double c) {
     return ch + t * (1 + 0.5 * t * s1 - b * c * (s1 - b * (s2 - b * (s3 - b * (s4 - b * (s5 - b * s6))))));
 }
 
+/// The corrections of a start; a NaN when they don't converge.
+double CorrectedChi(double p, double df, double start) {
+    const ChiSquare chi(df);
+    double ch = start;
+    for (int round = 0; round < kMaxCorrections; ++round) {
+        CountStep();
+        const double previous = ch;
+        if (!(ch > 0) || std::isinf(ch)) {
+            return kUnknown;
+        }
+        long code = SUCCESS;
+        // Above the median the difference of the upper tails is the same number with more digits.
+        const double difference = p > 0.5 ? GammaRatio(ch / 2, chi.half, false, code) - (1 - p)
+                                          : p - GammaRatio(ch / 2, chi.half, true, code);
+        const double exponent = chi.Exponent(ch);
+        if (code != SUCCESS || !(exponent <= kLargestExponent)) {
+            return kUnknown;
+        }
+        ch = Corrected(ch, difference * std::exp(exponent), chi.c);
+        if (ch > 0 && std::fabs(previous / ch - 1) <= kAccuracy) {
+            return ch;
+        }
+    }
+    return kUnknown;
+}
+
 } // namespace
 
 double MCDistFun::idfchb(double p, double df, double start, long& code) {
@@ -164,32 +190,6 @@ double MCDistFun::idfchb(double p, double df, double start, long& code) {
         middle = (lower + upper) / 2;
     }
     return code == SUCCESS ? 2 * middle : Missing();
-}
-
-/// The corrections of a start; a NaN when they don't converge.
-double MCDistFun::correctedChi(double p, double df, double start) {
-    const ChiSquare chi(df);
-    double ch = start;
-    for (int round = 0; round < kMaxCorrections; ++round) {
-        CountStep();
-        const double previous = ch;
-        if (!(ch > 0) || std::isinf(ch)) {
-            return kUnknown;
-        }
-        long code = SUCCESS;
-        // Above the median the difference of the upper tails is the same number with more digits.
-        const double difference =
-            p > 0.5 ? gammad(ch / 2, chi.half, false, code) - (1 - p) : p - gammad(ch / 2, chi.half, true, code);
-        const double exponent = chi.Exponent(ch);
-        if (code != SUCCESS || !(exponent <= kLargestExponent)) {
-            return kUnknown;
-        }
-        ch = Corrected(ch, difference * std::exp(exponent), chi.c);
-        if (ch > 0 && std::fabs(previous / ch - 1) <= kAccuracy) {
-            return ch;
-        }
-    }
-    return kUnknown;
 }
 
 double MCDistFun::kordidfchi(double p, double df, long& code) {
@@ -217,7 +217,7 @@ double MCDistFun::kordidfchi(double p, double df, long& code) {
             start = Improved(start > 0 ? start : SmallStart(chi, p), chi, p);
         }
     }
-    const double quantile = correctedChi(p, df, start);
+    const double quantile = CorrectedChi(p, df, start);
     return std::isnan(quantile) ? idfchb(p, df, start, code) : quantile;
 }
 

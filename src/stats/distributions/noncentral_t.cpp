@@ -112,10 +112,8 @@ private:
     double fEven = 0, fOdd = 0;
 };
 
-} // namespace
-
 /// The cumulative function less the normal tail at -ncp, for a positive x; missing when the sum doesn't end.
-double MCDistFun::nctPositivePart(double x, double df, double ncp) {
+double PositivePart(double x, double df, double ncp) {
     const double b = df / 2;
     const double lambda = ncp * ncp / 2;
     const double index = std::floor(std::max(lambda - kStartQuantile * std::sqrt(lambda), 0.0));
@@ -154,6 +152,8 @@ double MCDistFun::nctPositivePart(double x, double df, double ncp) {
     return FiniteOrMissing(sum);
 }
 
+} // namespace
+
 double MCDistFun::NonCentralCdfT(double x, double df, double ncp) {
     if (!(df > 0) || std::isnan(x) || !std::isfinite(ncp)) {
         return Missing();
@@ -168,7 +168,7 @@ double MCDistFun::NonCentralCdfT(double x, double df, double ncp) {
         return x > 0 ? 1.0 : 0.0;
     }
     const double mirrored = x < 0 ? -ncp : ncp;
-    const double part = nctPositivePart(std::fabs(x), df, mirrored);
+    const double part = PositivePart(std::fabs(x), df, mirrored);
     if (IsMissing(part)) {
         return Missing();
     }

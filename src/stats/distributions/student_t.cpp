@@ -37,11 +37,9 @@ double CauchyTail(double x) {
     return std::atan2(1, -x) / std::numbers::pi;
 }
 
-} // namespace
-
 /// The lower tail through the beta ratio. The ratio is taken at the smaller of x^2 / (df + x^2) and its complement,
 /// whose quotients are formed so that neither overflows.
-double MCDistFun::tLowerTail(double x, double df, long& code) {
+double LowerTail(double x, double df, long& code) {
     const double size = std::fabs(x);
     const double quotient = df / size;
     const double inner = size / (quotient + size);
@@ -57,6 +55,8 @@ double MCDistFun::tLowerTail(double x, double df, long& code) {
     return x <= 1 ? half : 1 - half;
 }
 
+} // namespace
+
 double MCDistFun::kordcdft(double x, double df, long& code) {
     code = SUCCESS;
     if (!(df > 0) || std::isnan(x)) {
@@ -71,7 +71,7 @@ double MCDistFun::kordcdft(double x, double df, long& code) {
     if (df == 1) {
         return CauchyTail(x);
     }
-    const double tail = tLowerTail(x, df, code);
+    const double tail = LowerTail(x, df, code);
     return code == SUCCESS ? tail : Missing();
 }
 
@@ -89,7 +89,7 @@ double MCDistFun::SigT(double x, double df) {
     if (df == 1) {
         return CauchyTail(-x);
     }
-    return Checked([&](long& code) { return tLowerTail(-x, df, code); });
+    return Checked([&](long& code) { return LowerTail(-x, df, code); });
 }
 
 double MCDistFun::PdfT(double x, double df, long& code) {

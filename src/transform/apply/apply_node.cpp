@@ -12,11 +12,12 @@ using namespace MCVeltrane_900;
 namespace veltrane::transform {
 
 ApplyNode::ApplyNode(TransformVar& var, FunctionTree& node, const ApplyCase& oneCase, int& status)
-    : fVar(var), fNode(node), fCase(oneCase), fStatus(status), fStats(node.GetNodeStats()),
-      fFunction(fStats.GetTransformFunction()), fDispatch(DispatchOf(fFunction)), fFrame(var.Frames().Enter()) {}
+    : fVar(var), fField(FieldEvaluation::Of(var)), fNode(node), fCase(oneCase), fStatus(status),
+      fStats(node.GetNodeStats()), fFunction(fStats.GetTransformFunction()), fDispatch(DispatchOf(fFunction)),
+      fFrame(fField.Frames().Enter()) {}
 
 ApplyNode::~ApplyNode() {
-    fVar.Frames().Leave();
+    fField.Frames().Leave();
 }
 
 void ApplyNode::Arguments::Iterator::Evaluate() {
@@ -25,27 +26,24 @@ void ApplyNode::Arguments::Iterator::Evaluate() {
         ++*this;
         return;
     }
-    const ApplyCase& oneCase = fNode.fCase;
     fArgument.node = child;
-    fArgument.value = child != nullptr ? fNode.fVar.Traverse(child, oneCase.record, oneCase.dictionary,
-                                                             oneCase.transformations, fNode.fStatus)
-                                       : nullptr;
+    fArgument.value = child != nullptr ? fNode.fField.Traverse(*child, fNode.fCase, fNode.fStatus) : nullptr;
 }
 
 double ApplyNode::Fold(double a, double b) const {
-    return TransformVar::ApplyTransFunction(a, b, fFunction);
+    return FieldEvaluation::Fold(a, b, fFunction);
 }
 
 double ApplyNode::Accumulate() const {
-    return TransformVar::ApplyAccumulateFunction(fFrame.numbers, fFunction);
+    return FieldEvaluation::Accumulate(fFrame.numbers, fFunction);
 }
 
 double ApplyNode::OfDate(const ScoreValue* date, double b) const {
-    return TransformVar::ApplyDateTimeFunction(date, b, fFunction);
+    return FieldEvaluation::OfDate(date, b, fFunction);
 }
 
 const ScoreValue* ApplyNode::Result(double number) {
-    NumericValue& result = fVar.NumericScratch();
+    NumericValue& result = fField.NumericScratch();
     result.SetDoubleValue(number);
     // Only a field's own test can refuse the result, and only one treatment minds. The library's own test is asked for
     // that one alone; that of a derived class, which may do more than answer, every time.
@@ -54,19 +52,19 @@ const ScoreValue* ApplyNode::Result(double number) {
     const bool isInvalid = isAsked && !fVar.IsValidValue(&result);
     const bool isMissing = functions::IsMissing(number);
     if (isInvalid || isMissing) {
-        TransformVar::HandleMissingAndInvalidOfApply(fFrame.numbers, fFunction, &result, fStats, isMissing, isInvalid);
+        FieldEvaluation::ReplaceResult(fFrame.numbers, fFunction, result, fStats, isMissing, isInvalid);
     }
     return &result;
 }
 
 const ScoreValue* ApplyNode::PlainNumber(double number) {
-    NumericValue& result = fVar.NumericScratch();
+    NumericValue& result = fField.NumericScratch();
     result.SetDoubleValue(number);
     return &result;
 }
 
 const ScoreValue* ApplyNode::Text(const std::string& text, int length) {
-    StringValue& result = fVar.TextScratch();
+    StringValue& result = fField.TextScratch();
     result.SetString(text);
     result.SetLength(length);
     return &result;

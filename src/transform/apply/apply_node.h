@@ -3,7 +3,7 @@
 
 #include "transform/apply/apply_frame.h"
 #include "transform/apply/function_dispatch.h"
-#include "transform/derivation/derivation.h"
+#include "transform/derivation/field_evaluation.h"
 
 #include <MCVeltrane_900/ApplyNodeStats.h>
 #include <MCVeltrane_900/FunctionTree.h>
@@ -98,6 +98,7 @@ public:
 
 private:
     MCVeltrane_900::TransformVar& fVar;
+    FieldEvaluation& fField;
     MCVeltrane_900::FunctionTree& fNode;
     const ApplyCase& fCase;
     int& fStatus;

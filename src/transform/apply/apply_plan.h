@@ -2,8 +2,8 @@
 #define VELTRANE_TRANSFORM_APPLY_APPLY_PLAN_H
 
 #include "transform/apply/apply_node.h"
-
-#include <MCVeltrane_900/FunctionTreeImp.h>
+#include "transform/derivation/dictionary_evaluation.h"
+#include "transform/trees/tree_node.h"
 
 #include <cstddef>
 #include <memory>
@@ -55,8 +55,8 @@ private:
         bool treatsInvalid = false;
     };
 
-    explicit ApplyPlan(const MCVeltrane_900::FunctionTreeImp& tree) : fTree(tree), fChanges(tree.fChanges) {}
-    bool HasChanged() const { return fTree.fChanges != fChanges; }
+    explicit ApplyPlan(const MCVeltrane_900::FunctionTreeImp& tree) : fTree(tree), fChanges(TreeNode::Changes(tree)) {}
+    bool HasChanged() const { return TreeNode::Changes(fTree) != fChanges; }
     static bool TellsChanges(const MCVeltrane_900::FunctionTree& node, const MCVeltrane_900::FunctionTree& child);
     static bool NamesField(const MCVeltrane_900::ApplyNodeStats& stats);
 
@@ -93,7 +93,7 @@ private:
     std::vector<std::size_t> fOperands; ///< fields among the steps that have to hold a number, or the case is walked
     std::vector<const MCVeltrane_900::FunctionTree*> fUnresolved; ///< leaves that no case has reached yet
     bool fReadsDerived = false;
-    const MCVeltrane_900::TransformationDictionary* fDerived = nullptr; ///< the derived fields of the case
+    const DictionaryEvaluation* fDerived = nullptr; ///< the derived fields of the case
     std::vector<double> fStack;
     std::vector<double> fArguments; ///< of functions that take a vector
 };

@@ -35,13 +35,13 @@ const ScoreValue* ApplyPlan::Evaluate(TransformVar& var, const ApplyCase& oneCas
         return nullptr;
     }
     if (fReadsDerived) {
-        fDerived = TransformVar::DerivedFields(oneCase);
+        fDerived = DictionaryEvaluation::Of(oneCase);
     }
     if (!fOperands.empty() && !HoldsNumbers(oneCase)) {
         return nullptr;
     }
     const double result = Run(var, oneCase);
-    NumericValue& scratch = var.NumericScratch();
+    NumericValue& scratch = FieldEvaluation::Of(var).NumericScratch();
     scratch.SetDoubleValue(result);
     return &scratch;
 }
@@ -150,9 +150,9 @@ inline bool ApplyPlan::IsComputed(const Step& step) const {
 
 /// That value, by the field's name, which is looked up once.
 inline const ScoreValue* ApplyPlan::ReadComputed(Step& step) const {
-    if (step.storedIn != fDerived->GetRevision()) {
-        step.stored = fDerived->StoredPosition(TransformVar::NameOfField(step.node->GetNodeStats()));
-        step.storedIn = step.stored < 0 ? 0 : fDerived->GetRevision();
+    if (step.storedIn != fDerived->Revision()) {
+        step.stored = fDerived->StoredPosition(FieldEvaluation::NameOfField(step.node->GetNodeStats()));
+        step.storedIn = step.stored < 0 ? 0 : fDerived->Revision();
     }
     return fDerived->StoredValue(step.stored);
 }
@@ -168,12 +168,13 @@ double ApplyPlan::ReadField(Step& step, TransformVar& var, const ApplyCase& oneC
     if (!step.isDerived) {
         return kMissing;
     }
-    return DoubleOf(IsComputed(step) ? ReadComputed(step) : var.EvaluateField(*step.variable, oneCase));
+    return DoubleOf(IsComputed(step) ? ReadComputed(step)
+                                     : FieldEvaluation::Of(var).EvaluateField(*step.variable, oneCase));
 }
 
 double ApplyPlan::Walk(const Step& step, TransformVar& var, const ApplyCase& oneCase) const {
     int status = 0;
-    return DoubleOf(var.Traverse(step.node, oneCase.record, oneCase.dictionary, oneCase.transformations, status));
+    return DoubleOf(FieldEvaluation::Of(var).Traverse(*step.node, oneCase, status));
 }
 
 double ApplyPlan::Accumulate(const Step& step, const double* arguments) {
@@ -188,15 +189,15 @@ double ApplyPlan::Compare(const Step& step, TransformVar& var, const double* arg
 
 /// Only accumulated arguments can make a missing result replaceable.
 double ApplyPlan::Treat(const Step& step, TransformVar& var, const double* arguments, double result) {
-    NumericValue& scratch = var.NumericScratch();
+    NumericValue& scratch = FieldEvaluation::Of(var).NumericScratch();
     scratch.SetDoubleValue(result);
     const bool isInvalid = step.treatsInvalid && !var.IsValidValue(&scratch);
     fArguments.clear();
     if (step.dispatch->accumulate != nullptr) {
         fArguments.assign(arguments, arguments + step.count);
     }
-    TransformVar::HandleMissingAndInvalidOfApply(fArguments, step.function, &scratch, step.node->GetNodeStats(),
-                                                 IsMissing(result), isInvalid);
+    FieldEvaluation::ReplaceResult(fArguments, step.function, scratch, step.node->GetNodeStats(), IsMissing(result),
+                                   isInvalid);
     return scratch.GetDouble();
 }
 

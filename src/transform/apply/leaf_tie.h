@@ -1,7 +1,7 @@
 #ifndef VELTRANE_TRANSFORM_APPLY_LEAF_TIE_H
 #define VELTRANE_TRANSFORM_APPLY_LEAF_TIE_H
 
-#include <MCVeltrane_900/FunctionTreeImp.h>
+#include "transform/trees/tree_node.h"
 
 #include <typeinfo>
 
@@ -12,7 +12,7 @@ struct LeafTie {
     /// Nothing that a tree says is changed by it, so plans of the tree stay good.
     static void Set(MCVeltrane_900::FunctionTree& leaf, const MCVeltrane_900::ScoreDictVar* variable, int position) {
         if (typeid(leaf) == typeid(MCVeltrane_900::FunctionTreeImp)) {
-            auto& stats = static_cast<MCVeltrane_900::FunctionTreeImp&>(leaf).fNodeStats;
+            auto& stats = TreeNode::Stats(static_cast<MCVeltrane_900::FunctionTreeImp&>(leaf));
             stats.SetVariable(variable);
             stats.SetVarIndex(position);
             return;

@@ -39,30 +39,30 @@ DeferredFields::~DeferredFields() {
     fDerivation.deferred = nullptr;
 }
 
-void DeferredFields::Push(TransformVar& var) {
-    fWaiting.push_back({&var, {}, 0});
-    var.fEvaluating = true;
+void DeferredFields::Push(FieldEvaluation& field) {
+    fWaiting.push_back({&field, {}, 0});
+    field.isEvaluating = true;
 }
 
 void DeferredFields::Pop() {
-    fWaiting.back().var->fEvaluating = false;
+    fWaiting.back().field->isEvaluating = false;
     fWaiting.pop_back();
 }
 
-const ScoreValue* DeferredFields::Evaluate(TransformVar& var) {
-    Push(var);
+const ScoreValue* DeferredFields::Evaluate(FieldEvaluation& field) {
+    Push(field);
     for (;;) {
         Attempt();
         if (fAsked != nullptr) {
             Push(*std::exchange(fAsked, nullptr));
             continue;
         }
-        TransformVar& done = *fWaiting.back().var;
+        FieldEvaluation& done = *fWaiting.back().field;
         Pop();
         if (fWaiting.empty()) {
-            return done.fResult.get();
+            return done.Result();
         }
-        if (!fDerivation.Holds(done.fComputedFor)) {
+        if (!fDerivation.Holds(done.computedFor)) {
             TakeAnswer(done);
         }
     }
@@ -71,40 +71,40 @@ const ScoreValue* DeferredFields::Evaluate(TransformVar& var) {
 void DeferredFields::Attempt() {
     fWaiting.back().used = 0;
     try {
-        fWaiting.back().var->Attempt(fDerivation);
+        fWaiting.back().field->Attempt(fDerivation);
     } catch (const GivenUp&) {
         // what it asked for comes first
     }
 }
 
-void DeferredFields::TakeAnswer(TransformVar& var) {
+void DeferredFields::TakeAnswer(FieldEvaluation& field) {
     std::vector<Answer>& answers = fWaiting.back().answers;
-    answers.push_back({&var, CopyOf(*var.fResult), nullptr});
+    answers.push_back({&field, CopyOf(*field.Result()), nullptr});
     for (Answer& answer : answers) {
-        answer.latest = CopyOf(*answer.var->fResult);
+        answer.latest = CopyOf(*answer.field->Result());
     }
 }
 
-const ScoreValue* DeferredFields::Ask(TransformVar& var) {
+const ScoreValue* DeferredFields::Ask(FieldEvaluation& field) {
     if (fAsked != nullptr) {
         return nullptr;
     }
-    Waiting& field = fWaiting.back();
-    if (field.used == field.answers.size() || field.answers[field.used].var != &var) {
-        field.answers.resize(field.used);
-        fAsked = &var;
+    Waiting& asking = fWaiting.back();
+    if (asking.used == asking.answers.size() || asking.answers[asking.used].field != &field) {
+        asking.answers.resize(asking.used);
+        fAsked = &field;
         return nullptr;
     }
     fDerivation.ReachUnrepeatable();
-    const Answer& answer = field.answers[field.used++];
-    if (field.used < field.answers.size()) {
-        Restore(*var.fResult, *answer.value);
+    const Answer& answer = asking.answers[asking.used++];
+    if (asking.used < asking.answers.size()) {
+        Restore(*field.Result(), *answer.value);
     } else {
-        for (const Answer& any : field.answers) {
-            Restore(*any.var->fResult, *any.latest);
+        for (const Answer& any : asking.answers) {
+            Restore(*any.field->Result(), *any.latest);
         }
     }
-    return var.fResult.get();
+    return field.Result();
 }
 
 } // namespace veltrane::transform

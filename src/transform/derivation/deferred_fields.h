@@ -2,24 +2,13 @@
 #define VELTRANE_TRANSFORM_DEFERRED_FIELDS_H
 
 #include "transform/derivation/derivation.h"
+#include "transform/derivation/field_evaluation.h"
 
 #include <cstddef>
 #include <memory>
 #include <vector>
 
 namespace veltrane::transform {
-
-/// What lies between the evaluation of a field and those that ask for it.
-struct FieldEvaluation {
-    static const MCVeltrane_900::ScoreValue* Nested(MCVeltrane_900::TransformVar& var, Derivation& derivation,
-                                                    int levels) {
-        return var.EvaluateNested(derivation, levels);
-    }
-    static const MCVeltrane_900::TransformationDictionary* Dictionary(const ApplyCase& oneCase) {
-        return MCVeltrane_900::TransformVar::DerivedFields(oneCase);
-    }
-    static Derivation& Of(const MCVeltrane_900::TransformationDictionary& fields) { return *fields.fDerivation; }
-};
 
 /// The fields below a field that lies too deep for the stack. They wait in a list here instead of for each other on the
 /// stack.
@@ -37,11 +26,11 @@ public:
     DeferredFields& operator=(const DeferredFields&) = delete;
 
     /// @return borrowed from the field
-    const MCVeltrane_900::ScoreValue* Evaluate(MCVeltrane_900::TransformVar& var);
+    const MCVeltrane_900::ScoreValue* Evaluate(FieldEvaluation& field);
 
     /// What the field that is being evaluated gets when it asks for another one; null when it is given up now, or has
     /// been before.
-    const MCVeltrane_900::ScoreValue* Ask(MCVeltrane_900::TransformVar& var);
+    const MCVeltrane_900::ScoreValue* Ask(FieldEvaluation& field);
 
     bool IsGivenUp() const { return fAsked != nullptr; }
 
@@ -52,24 +41,24 @@ public:
 
 private:
     struct Answer {
-        MCVeltrane_900::TransformVar* var;
+        FieldEvaluation* field;
         std::unique_ptr<MCVeltrane_900::ScoreValue> value;  ///< what its evaluation gave
         std::unique_ptr<MCVeltrane_900::ScoreValue> latest; ///< what stood in it when the last answer was found
     };
     struct Waiting {
-        MCVeltrane_900::TransformVar* var;
+        FieldEvaluation* field;
         std::vector<Answer> answers;
         std::size_t used = 0;
     };
 
-    void Push(MCVeltrane_900::TransformVar& var);
+    void Push(FieldEvaluation& field);
     void Pop();
     void Attempt();
-    void TakeAnswer(MCVeltrane_900::TransformVar& var);
+    void TakeAnswer(FieldEvaluation& field);
 
     Derivation& fDerivation;
     std::vector<Waiting> fWaiting;
-    MCVeltrane_900::TransformVar* fAsked = nullptr; ///< what the field asked for that is given up
+    FieldEvaluation* fAsked = nullptr; ///< what the field asked for that is given up
 };
 
 } // namespace veltrane::transform

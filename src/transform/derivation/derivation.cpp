@@ -1,6 +1,8 @@
 #include "transform/derivation/derivation.h"
 
 #include "transform/derivation/deferred_fields.h"
+#include "transform/derivation/dictionary_evaluation.h"
+#include "transform/derivation/field_evaluation.h"
 
 #include <MCVeltrane_900/ScoreCaseRecord.h>
 
@@ -22,8 +24,8 @@ std::atomic<std::uint64_t> gNextNumber = 1;
 
 Derivation& Derivation::Of(const ApplyCase& oneCase) {
     static thread_local constinit Derivation tDerivation;
-    const TransformationDictionary* fields = FieldEvaluation::Dictionary(oneCase);
-    return fields != nullptr ? FieldEvaluation::Of(*fields) : tDerivation;
+    DictionaryEvaluation* fields = DictionaryEvaluation::Of(oneCase);
+    return fields != nullptr ? fields->derivation : tDerivation;
 }
 
 std::uint64_t Derivation::ReserveNumbers() {
@@ -42,19 +44,19 @@ const ScoreValue* EvaluateDerived(const ScoreDictVar& var, const ApplyCase& oneC
         return nullptr;
     }
     Derivation& derivation = Derivation::Of(oneCase);
+    FieldEvaluation& field = FieldEvaluation::Of(*derived);
     if (derivation.Runs(oneCase)) {
-        return FieldEvaluation::Nested(*derived, derivation, levels);
+        return field.EvaluateNested(derivation, levels);
     }
     const CaseEvaluation evaluation(derivation, oneCase);
-    return FieldEvaluation::Nested(*derived, derivation, levels);
+    return field.EvaluateNested(derivation, levels);
 }
 
-const ScoreValue* ReadField(const ScoreDictVar& var, const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
-                            const ScoreDictionary* transformations) {
+const ScoreValue* ReadField(const ScoreDictVar& var, const ApplyCase& oneCase) {
     if (var.IsDerivedVariable()) {
-        return EvaluateDerived(var, {record, dictionary, transformations});
+        return EvaluateDerived(var, oneCase);
     }
-    return record == nullptr ? nullptr : record->Get(var.GetName());
+    return oneCase.record == nullptr ? nullptr : oneCase.record->Get(var.GetName());
 }
 
 TransformVar* AsTransformVar(const ScoreDictVar& var) {

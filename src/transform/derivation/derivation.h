@@ -108,16 +108,12 @@ struct GivenUp {};
 /// @param var    answers true to IsDerivedVariable()
 /// @param levels of the stack between the two
 /// @return borrowed from the field; null when it is of a class without an evaluation, or when the field that needs it
-/// is
-///         given up
+///         is given up
 const MCVeltrane_900::ScoreValue* EvaluateDerived(const MCVeltrane_900::ScoreDictVar& var, const ApplyCase& oneCase,
                                                   int levels = 1);
 
 /// The value of a field for one case: evaluated when it is derived, else the record's by its name.
-const MCVeltrane_900::ScoreValue* ReadField(const MCVeltrane_900::ScoreDictVar& var,
-                                            const MCVeltrane_900::ScoreCaseRecord* record,
-                                            const MCVeltrane_900::ScoreDictionary* dictionary,
-                                            const MCVeltrane_900::ScoreDictionary* transformations);
+const MCVeltrane_900::ScoreValue* ReadField(const MCVeltrane_900::ScoreDictVar& var, const ApplyCase& oneCase);
 
 /// The variable as the derived field that it is, or null.
 MCVeltrane_900::TransformVar* AsTransformVar(const MCVeltrane_900::ScoreDictVar& var);

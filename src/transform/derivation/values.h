@@ -3,9 +3,11 @@
 
 #include <MCVeltrane_900/ScoreDictVar.h>
 #include <MCVeltrane_900/ScoreValue.h>
+#include <MCVeltrane_900/StringValue.h>
 
 #include <memory>
 #include <string>
+#include <type_traits>
 
 /// What the derived fields do with values as such.
 namespace veltrane::transform {
@@ -15,6 +17,19 @@ bool HoldsText(MCVeltrane_900::ScoreDictVar::VariableType type);
 
 /// A new missing value of a variable type: SYSMIS, or the empty text.
 std::unique_ptr<MCVeltrane_900::ScoreValue> MissingValueOf(MCVeltrane_900::ScoreDictVar::VariableType type);
+
+/// A value that is made missing, as SYSMIS or the empty text, when it is first asked for.
+template <typename T>
+T& MadeValue(std::unique_ptr<T>& value) {
+    if (value == nullptr) {
+        if constexpr (std::is_same_v<T, MCVeltrane_900::StringValue>) {
+            value = std::make_unique<T>("");
+        } else {
+            value = std::make_unique<T>();
+        }
+    }
+    return *value;
+}
 
 /// The text of a value: its own one where it has that in memory, else written to the buffer.
 const std::string& TextOf(const MCVeltrane_900::ScoreValue& value, std::string& buffer);

@@ -1,53 +1,15 @@
-#include "transform/apply/apply_frame.h"
-#include "transform/apply/apply_plan.h"
-#include "transform/apply/leaf_tie.h"
-#include "transform/derivation/derivation.h"
-#include "transform/derivation/value_queue.h"
+#include "transform/derivation/deferred_fields.h"
+#include "transform/derivation/field_evaluation.h"
 
 #include <MCVeltrane_900/FunctionTree.h>
 #include <MCVeltrane_900/MapValues.h>
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreValueRange.h>
 #include <MCVeltrane_900/StringValue.h>
-#include <MCVeltrane_900/TransformVar.h>
 
 namespace MCVeltrane_900 {
 
 namespace {
-
-template <typename T>
-std::unique_ptr<T> CloneOf(const T* object) {
-    return std::unique_ptr<T>(object == nullptr ? nullptr : object->Clone());
-}
-
-/// A copy of a scratch value, whose class is known.
-template <typename T>
-std::unique_ptr<T> CopyOf(const std::unique_ptr<T>& scratch) {
-    return scratch == nullptr ? nullptr : std::make_unique<T>(*scratch);
-}
-
-/// A copy of a tree whose leaves look their fields up afresh: those of the original may be gone before the copy is. A
-/// leaf that was given a field without a name has nothing to look up and keeps it.
-std::unique_ptr<FunctionTree> UnresolvedCloneOf(const FunctionTree* tree) {
-    std::unique_ptr<FunctionTree> copy = CloneOf(tree);
-    std::vector<FunctionTree*> pending;
-    if (copy != nullptr) {
-        pending.push_back(copy.get());
-    }
-    while (!pending.empty()) {
-        FunctionTree* node = pending.back();
-        pending.pop_back();
-        if (node->GetNodeStats().GetVariable() != nullptr && !node->GetNodeStats().GetParameterName().empty()) {
-            veltrane::transform::LeafTie::Set(*node, nullptr, -1);
-        }
-        for (int i = 0; i < node->GetChildCount(); ++i) {
-            if (FunctionTree* child = node->GetChildAt(i)) {
-                pending.push_back(child);
-            }
-        }
-    }
-    return copy;
-}
 
 /// Takes over a new object without deleting the earlier one, which stays with whoever has fetched it.
 template <typename T>
@@ -56,14 +18,22 @@ void Overwrite(std::unique_ptr<T>& field, T* object) {
     field.reset(object);
 }
 
+using veltrane::transform::ApplyCase;
+using veltrane::transform::CaseEvaluation;
+using veltrane::transform::Derivation;
+using veltrane::transform::FieldEvaluation;
+
 } // namespace
 
-TransformVar::TransformVar(const std::string& name, VariableType type) : DictVar(name, type) {}
+TransformVar::TransformVar(const std::string& name, VariableType type)
+    : DictVar(name, type), fEvaluation(std::make_unique<FieldEvaluation>(*this)) {}
 
 TransformVar::TransformVar(const TransformVar& other)
-    : DictVar(other), fResult(CloneOf(other.fResult.get())), fRecodeElseCopy(other.fRecodeElseCopy),
-      fRecodeMissingCopy(other.fRecodeMissingCopy), fResultHoldsText(other.fResultHoldsText) {
-    CopyExpression(other);
+    : DictVar(other), fResult(other.fResult == nullptr ? nullptr : other.fResult->Clone()),
+      fRecodeElseCopy(other.fRecodeElseCopy), fRecodeMissingCopy(other.fRecodeMissingCopy),
+      fEvaluation(std::make_unique<FieldEvaluation>(*this)) {
+    fEvaluation->CopyExpression(other);
+    fEvaluation->resultHoldsText = other.fEvaluation->resultHoldsText;
 }
 
 TransformVar& TransformVar::operator=(const TransformVar& other) {
@@ -71,11 +41,11 @@ TransformVar& TransformVar::operator=(const TransformVar& other) {
         return *this;
     }
     DictVar::operator=(other);
-    CopyExpression(other);
-    fResultHoldsText = other.GetVarType() != kNUMERIC_VAR;
+    fEvaluation->CopyExpression(other);
+    fEvaluation->resultHoldsText = other.GetVarType() != kNUMERIC_VAR;
     if (other.fResult == nullptr) {
         fResult.reset();
-    } else if (fResultHoldsText) {
+    } else if (fEvaluation->resultHoldsText) {
         fResult = std::make_unique<StringValue>(other.fResult->GetString());
     } else {
         fResult = std::make_unique<NumericValue>(other.fResult->GetDouble());
@@ -83,10 +53,7 @@ TransformVar& TransformVar::operator=(const TransformVar& other) {
     return *this;
 }
 
-TransformVar::~TransformVar() {
-    DeleteBins();
-    DeleteEncodedValues();
-}
+TransformVar::~TransformVar() = default;
 
 ScoreDictVar* TransformVar::Clone() const {
     return new TransformVar(*this);
@@ -94,72 +61,6 @@ ScoreDictVar* TransformVar::Clone() const {
 
 bool TransformVar::IsDerivedVariable() const {
     return true;
-}
-
-void TransformVar::CopyExpression(const TransformVar& other) {
-    fFieldName = other.fFieldName;
-    fTransExpression = other.fTransExpression;
-    fConstString = other.fConstString;
-    fNormSlopes = other.fNormSlopes;
-    fNormIntercepts = other.fNormIntercepts;
-    fLinearNormPoints = other.fLinearNormPoints;
-    fLinearNormTargets = other.fLinearNormTargets;
-    fMinPoint = other.fMinPoint;
-    fMaxPoint = other.fMaxPoint;
-    fPointsAscend = other.fPointsAscend;
-    fRoot = UnresolvedCloneOf(other.fRoot.get());
-    fPlan.reset();
-    fIsPlanned = false;
-    fComputedFor = 0;
-    CopyBins(other);
-    CopyEncodedValues(other);
-    fNumericScratch = CopyOf(other.fNumericScratch);
-    fTextScratch = CopyOf(other.fTextScratch);
-    fDateTimeScratch = CopyOf(other.fDateTimeScratch);
-    fSecondTextScratch = CopyOf(other.fSecondTextScratch);
-    fSecondDateTimeScratch = CopyOf(other.fSecondDateTimeScratch);
-    fRecodeMissValue = CloneOf(other.fRecodeMissValue.get());
-    fRecodeDefaultValue = CloneOf(other.fRecodeDefaultValue.get());
-    fRecodeSysmisValue = CloneOf(other.fRecodeSysmisValue.get());
-    fRecodeIntervalCopy = CloneOf(other.fRecodeIntervalCopy.get());
-}
-
-void TransformVar::CopyBins(const TransformVar& other) {
-    DeleteBins();
-    fBins.reserve(other.fBins.size());
-    for (const auto& [range, value] : other.fBins) {
-        auto rangeCopy = CloneOf(range);
-        fBins.emplace_back(rangeCopy.get(), CloneOf(value).release());
-        static_cast<void>(rangeCopy.release());
-    }
-    fIntervalsFieldForm = other.fIntervalsFieldForm;
-    fIntervalsBracketForm = other.fIntervalsBracketForm;
-}
-
-void TransformVar::CopyEncodedValues(const TransformVar& other) {
-    DeleteEncodedValues();
-    fEncodedValues.reserve(other.fEncodedValues.size());
-    for (const auto& [key, encoded] : other.fEncodedValues) {
-        auto keyCopy = CloneOf(key);
-        fEncodedValues.emplace_back(keyCopy.get(), CloneOf(encoded).release());
-        static_cast<void>(keyCopy.release());
-    }
-}
-
-void TransformVar::DeleteBins() {
-    for (const auto& [range, value] : fBins) {
-        delete range;
-        delete value;
-    }
-    fBins.clear();
-}
-
-void TransformVar::DeleteEncodedValues() {
-    for (const auto& [key, encoded] : fEncodedValues) {
-        delete key;
-        delete encoded;
-    }
-    fEncodedValues.clear();
 }
 
 void TransformVar::AddFieldNameAndTransExpression(const std::string& fieldName,
@@ -170,8 +71,7 @@ void TransformVar::AddFieldNameAndTransExpression(const std::string& fieldName,
 
 void TransformVar::SetRoot(FunctionTree* root) {
     Overwrite(fRoot, root);
-    fPlan.reset();
-    fIsPlanned = false;
+    fEvaluation->ForgetPlan();
 }
 
 void TransformVar::SetMapValues(MapValues* mapValues) {
@@ -213,6 +113,22 @@ void TransformVar::SetRecodeMissingCopy(bool copy) {
 void TransformVar::SetRecodeElseCopy(bool copy) {
     fRecodeElseCopy = copy;
     fRecodeDefaultValue.reset();
+}
+
+const ScoreValue* TransformVar::GetTransformedValue(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
+                                                    const ScoreDictionary* transformations) {
+    if (fTransExpression == TransformationDictionary::TE_CONSTANT) {
+        return fEvaluation->GetConstant();
+    }
+    const ApplyCase oneCase{record, dictionary, transformations};
+    Derivation& derivation = Derivation::Of(oneCase);
+    // A host can call from within an evaluation, for the same case or for another one. Where fields wait in a list,
+    // what it asks for must not get among what the field that is being evaluated asks for.
+    if (derivation.Runs(oneCase) && derivation.deferred == nullptr) {
+        return fEvaluation->Evaluate(derivation);
+    }
+    const CaseEvaluation evaluation(derivation, oneCase);
+    return fEvaluation->Evaluate(derivation);
 }
 
 } // namespace MCVeltrane_900

@@ -1,5 +1,6 @@
+#include "transform/derivation/field_evaluation.h"
+
 #include <MCVeltrane_900/NumericValue.h>
-#include <MCVeltrane_900/TransformVar.h>
 
 #include <algorithm>
 #include <cmath>
@@ -8,6 +9,8 @@
 namespace MCVeltrane_900 {
 
 namespace {
+
+using veltrane::transform::FieldEvaluation;
 
 struct OutlierTreatment {
     std::string_view text;
@@ -20,6 +23,32 @@ constexpr OutlierTreatment kOutlierTreatments[] = {
     {"asExtremeValues", ScoreDictVar::OUTLIER_AS_EXTREME_VALUES},
 };
 
+/// Whether there are segments to go by, as many slopes as intercepts.
+bool HasSegments(const std::vector<double>& points, const std::vector<double>& slopes,
+                 const std::vector<double>& intercepts) {
+    return !points.empty() && !slopes.empty() && slopes.size() == intercepts.size();
+}
+
+/// The first segment between two neighbouring points that holds the value, both ends included; the number of segments
+/// when none does.
+std::size_t FindSegment(const std::vector<double>& points, bool ascend, double value) {
+    if (ascend) {
+        const auto upper = std::lower_bound(points.begin() + 1, points.end(), value);
+        return upper != points.end() && *(upper - 1) <= value ? static_cast<std::size_t>(upper - 1 - points.begin())
+                                                              : points.size() - 1;
+    }
+    std::size_t i = 0;
+    while (i + 1 < points.size() && !(points[i] <= value && value <= points[i + 1])) {
+        ++i;
+    }
+    return i;
+}
+
+/// Whether the value lies farther from the smallest point than from the largest. A tie belongs to the smallest.
+bool IsNearerToMax(const FieldEvaluation& field, double value) {
+    return std::fabs(value - field.minPoint) > std::fabs(value - field.maxPoint);
+}
+
 } // namespace
 
 void TransformVar::AddNormInfo(double slope, double intercept) {
@@ -28,12 +57,13 @@ void TransformVar::AddNormInfo(double slope, double intercept) {
 }
 
 void TransformVar::AddLinearNorm(double orig, double norm) {
+    FieldEvaluation& field = *fEvaluation;
     if (fLinearNormPoints.empty()) {
-        fMinPoint = fMaxPoint = orig;
+        field.minPoint = field.maxPoint = orig;
     } else {
-        fMinPoint = orig < fMinPoint ? orig : fMinPoint;
-        fMaxPoint = orig > fMaxPoint ? orig : fMaxPoint;
-        fPointsAscend = fPointsAscend && fLinearNormPoints.back() <= orig;
+        field.minPoint = orig < field.minPoint ? orig : field.minPoint;
+        field.maxPoint = orig > field.maxPoint ? orig : field.maxPoint;
+        field.pointsAscend = field.pointsAscend && fLinearNormPoints.back() <= orig;
     }
     fLinearNormPoints.push_back(orig);
     fLinearNormTargets.push_back(norm);
@@ -57,50 +87,24 @@ double TransformVar::GetNormValue(double value) {
 }
 
 bool TransformVar::IsOutOfContRange(double value) const {
-    return fLinearNormPoints.size() >= 2 && (value > fMaxPoint || fMinPoint > value);
-}
-
-bool TransformVar::HasSegments() const {
-    return !fLinearNormPoints.empty() && !fNormSlopes.empty() && fNormSlopes.size() == fNormIntercepts.size();
-}
-
-/// The first segment between two neighbouring points that holds the value, both ends included; the number of segments
-/// when none does.
-std::size_t TransformVar::FindSegment(double value) const {
-    const auto first = fLinearNormPoints.begin();
-    const auto last = fLinearNormPoints.end();
-    if (fPointsAscend) {
-        const auto upper = std::lower_bound(first + 1, last, value);
-        return upper != last && *(upper - 1) <= value ? static_cast<std::size_t>(upper - 1 - first)
-                                                      : fLinearNormPoints.size() - 1;
-    }
-    std::size_t i = 0;
-    while (i + 1 < fLinearNormPoints.size() && !(fLinearNormPoints[i] <= value && value <= fLinearNormPoints[i + 1])) {
-        ++i;
-    }
-    return i;
+    return fLinearNormPoints.size() >= 2 && (value > fEvaluation->maxPoint || fEvaluation->minPoint > value);
 }
 
 double TransformVar::CalculateNormValue(double value) const {
-    if (!HasSegments()) {
+    if (!HasSegments(fLinearNormPoints, fNormSlopes, fNormIntercepts)) {
         return value;
     }
     const bool several = fLinearNormPoints.size() >= 2 && fNormSlopes.size() >= 2;
-    const std::size_t segment = several ? FindSegment(value) : 0;
+    const std::size_t segment = several ? FindSegment(fLinearNormPoints, fEvaluation->pointsAscend, value) : 0;
     return segment < fNormSlopes.size() ? value * fNormSlopes[segment] + fNormIntercepts[segment] : value;
 }
 
-/// Whether the value lies farther from the smallest point than from the largest. A tie belongs to the smallest.
-bool TransformVar::IsNearerToMax(double value) const {
-    return std::fabs(value - fMinPoint) > std::fabs(value - fMaxPoint);
-}
-
 double TransformVar::CalculateNormAsIs(double value) const {
-    if (!HasSegments()) {
+    if (!HasSegments(fLinearNormPoints, fNormSlopes, fNormIntercepts)) {
         return value;
     }
     const bool several = fLinearNormPoints.size() >= 2 && fNormSlopes.size() >= 2;
-    const std::size_t segment = several && IsNearerToMax(value) ? fNormSlopes.size() - 1 : 0;
+    const std::size_t segment = several && IsNearerToMax(*fEvaluation, value) ? fNormSlopes.size() - 1 : 0;
     return value * fNormSlopes[segment] + fNormIntercepts[segment];
 }
 
@@ -109,7 +113,7 @@ double TransformVar::CalculateNormAsExtremeValues(double value) const {
         return value;
     }
     // By place in the list, although the ends are found by value: points have to ascend.
-    return IsNearerToMax(value) ? fLinearNormTargets.back() : fLinearNormTargets.front();
+    return IsNearerToMax(*fEvaluation, value) ? fLinearNormTargets.back() : fLinearNormTargets.front();
 }
 
 double TransformVar::CalculateNormAsMissingValues(double /*value*/) const {

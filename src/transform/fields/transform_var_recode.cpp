@@ -1,11 +1,11 @@
 #include "data/values/value_cast.h"
+#include "transform/derivation/field_evaluation.h"
 
 #include <MCVeltrane_900/MapValues.h>
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreValueRange.h>
-#include <MCVeltrane_900/TransformVar.h>
 
-namespace MCVeltrane_900 {
+using namespace MCVeltrane_900;
 
 namespace {
 
@@ -19,46 +19,51 @@ bool HasNumber(const ScoreValue& value) {
 
 } // namespace
 
-/// What stands for a missing value, or null. To a numeric field a replacement of system-missing values that is missing
-/// itself is none.
-const ScoreValue* TransformVar::ReplacementOfMissing(const ScoreDictVar& source, VariableType ownType,
-                                                     const ScoreValue& value) const {
-    if (fRecodeSysmisValue != nullptr && source.GetVarType() == kNUMERIC_VAR && IsSysmis(value) &&
-        (ownType != kNUMERIC_VAR || !IsSysmis(*fRecodeSysmisValue))) {
-        return fRecodeSysmisValue.get();
+namespace veltrane::transform {
+
+const ScoreValue* FieldEvaluation::ReplacementOfMissing(const ScoreDictVar& source, VariableType ownType,
+                                                        const ScoreValue& value) const {
+    if (fVar.fRecodeSysmisValue != nullptr && source.GetVarType() == ScoreDictVar::kNUMERIC_VAR && IsSysmis(value) &&
+        (ownType != ScoreDictVar::kNUMERIC_VAR || !IsSysmis(*fVar.fRecodeSysmisValue))) {
+        return fVar.fRecodeSysmisValue.get();
     }
-    if (fRecodeMissValue != nullptr) {
-        return fRecodeMissValue.get();
+    if (fVar.fRecodeMissValue != nullptr) {
+        return fVar.fRecodeMissValue.get();
     }
-    return fRecodeMissingCopy || fRecodeElseCopy ? &value : nullptr;
+    return fVar.fRecodeMissingCopy || fVar.fRecodeElseCopy ? &value : nullptr;
 }
 
-/// What stands for a value that matched nothing, or null.
-const ScoreValue* TransformVar::ReplacementOfUnmatched(const ScoreValue& value) const {
-    if (fRecodeDefaultValue != nullptr) {
-        return fRecodeDefaultValue.get();
+const ScoreValue* FieldEvaluation::ReplacementOfUnmatched(const ScoreValue& value) const {
+    if (fVar.fRecodeDefaultValue != nullptr) {
+        return fVar.fRecodeDefaultValue.get();
     }
-    return fRecodeElseCopy ? &value : nullptr;
+    return fVar.fRecodeElseCopy ? &value : nullptr;
 }
+
+} // namespace veltrane::transform
+
+namespace MCVeltrane_900 {
 
 /// Takes the replacement into the cleared scratch value of the own type, which is what comes back in every case.
 const ScoreValue* TransformVar::HandleMissingAndInvalidValue(const ScoreDictVar* source, VariableType ownType,
                                                              const ScoreValue* value) {
-    const ScoreValue* cleared = ClearScratch(ownType);
+    const ScoreValue* cleared = fEvaluation->ClearScratch(ownType);
     if (source == nullptr) {
         return cleared;
     }
-    const ScoreValue* replacement =
-        source->IsMissingValue(value) ? ReplacementOfMissing(*source, ownType, *value) : ReplacementOfUnmatched(*value);
-    return replacement == nullptr ? cleared : FillScratch(ownType, *replacement);
+    const ScoreValue* replacement = source->IsMissingValue(value)
+                                        ? fEvaluation->ReplacementOfMissing(*source, ownType, *value)
+                                        : fEvaluation->ReplacementOfUnmatched(*value);
+    return replacement == nullptr ? cleared : fEvaluation->FillScratch(ownType, *replacement);
 }
 
 const ScoreValue* TransformVar::GetEncodedValue(const ScoreDictVar* source, const ScoreValue* value) {
     const VariableType ownType = GetVarType();
     if (value == nullptr) {
         // A missing text stays empty here even with a replacement for missing values; binning differs.
-        return ownType == kNUMERIC_VAR && fRecodeMissValue != nullptr ? FillScratch(ownType, *fRecodeMissValue)
-                                                                      : ClearScratch(ownType);
+        return ownType == kNUMERIC_VAR && fRecodeMissValue != nullptr
+                   ? fEvaluation->FillScratch(ownType, *fRecodeMissValue)
+                   : fEvaluation->ClearScratch(ownType);
     }
     for (const auto& [key, encoded] : fEncodedValues) {
         if (key != nullptr && *key == *value) {
@@ -71,7 +76,8 @@ const ScoreValue* TransformVar::GetEncodedValue(const ScoreDictVar* source, cons
 const ScoreValue* TransformVar::GetBinningValue(const ScoreDictVar* source, const ScoreValue* value) {
     const VariableType ownType = GetVarType();
     if (value == nullptr || !HasNumber(*value)) {
-        return fRecodeMissValue != nullptr ? FillScratch(ownType, *fRecodeMissValue) : ClearScratch(ownType);
+        return fRecodeMissValue != nullptr ? fEvaluation->FillScratch(ownType, *fRecodeMissValue)
+                                           : fEvaluation->ClearScratch(ownType);
     }
     for (const auto& [range, binValue] : fBins) {
         if (range != nullptr && range->IsInRange(value)) {

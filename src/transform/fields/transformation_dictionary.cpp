@@ -1,4 +1,5 @@
-#include "transform/derivation/derivation.h"
+#include "transform/derivation/dictionary_evaluation.h"
+#include "transform/derivation/field_evaluation.h"
 #include "transform/derivation/values.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
@@ -11,6 +12,12 @@ namespace MCVeltrane_900 {
 
 namespace {
 
+using veltrane::transform::CaseEvaluation;
+using veltrane::transform::Derivation;
+using veltrane::transform::DerivedField;
+using veltrane::transform::DictionaryEvaluation;
+using veltrane::transform::TextOf;
+
 constexpr int kRecordCapacity = 10;
 
 /// Adds a value in place of the one that stands under the name already, which the record itself would not delete.
@@ -21,15 +28,14 @@ void PutValue(ScoreCaseRecord& record, const std::string& name, std::unique_ptr<
 
 } // namespace
 
-TransformationDictionary::TransformationDictionary()
-    : fDerivation(std::make_unique<veltrane::transform::Derivation>()) {}
+TransformationDictionary::TransformationDictionary() : fEvaluation(std::make_unique<DictionaryEvaluation>(*this)) {}
 
 TransformationDictionary::TransformationDictionary(const TransformationDictionary& other)
     : BaseDictionary(other), fComputedFlags(other.fComputedFlags), fDerivedVarNames(other.fDerivedVarNames),
-      fSetUp(other.fSetUp), fDerivation(std::make_unique<veltrane::transform::Derivation>()),
-      fStoredNames(other.fStoredNames) {
-    fDerivedRecord = CopyRecord(other.fDerivedRecord);
-    fInitialRecord = CopyRecord(other.fInitialRecord);
+      fSetUp(other.fSetUp), fEvaluation(std::make_unique<DictionaryEvaluation>(*this)) {
+    fEvaluation->storedNames = other.fEvaluation->storedNames;
+    fDerivedRecord = fEvaluation->CopyRecord(other.fDerivedRecord);
+    fInitialRecord = fEvaluation->CopyRecord(other.fInitialRecord);
 }
 
 TransformationDictionary& TransformationDictionary::operator=(const TransformationDictionary& other) {
@@ -40,40 +46,19 @@ TransformationDictionary& TransformationDictionary::operator=(const Transformati
     fComputedFlags = other.fComputedFlags;
     fDerivedVarNames = other.fDerivedVarNames;
     fSetUp = other.fSetUp;
-    ShareRecords(other);
+    fEvaluation->ShareRecords(other);
     fDerivedRecord = other.fDerivedRecord;
     fInitialRecord = other.fInitialRecord;
-    fStoredNames = other.fStoredNames;
-    fFieldsFound = false;
+    fEvaluation->storedNames = other.fEvaluation->storedNames;
+    fEvaluation->ForgetFields();
     return *this;
 }
 
 TransformationDictionary::~TransformationDictionary() = default;
 
-/// A copy of another dictionary's record, kept alive by this one; null for null.
-ScoreCaseRecord* TransformationDictionary::CopyRecord(const ScoreCaseRecord* record) {
-    return record == nullptr ? nullptr
-                             : KeepRecord(std::make_shared<CaseRecord>(static_cast<const CaseRecord&>(*record)));
-}
-
-ScoreCaseRecord* TransformationDictionary::KeepRecord(std::shared_ptr<ScoreCaseRecord> record) {
-    fRecords.push_back(std::move(record));
-    return fRecords.back().get();
-}
-
-/// Keeps the records that another dictionary uses now alive for as long as this one lives.
-void TransformationDictionary::ShareRecords(const TransformationDictionary& other) {
-    for (const auto& record : other.fRecords) {
-        const bool inUse = record.get() == other.fDerivedRecord || record.get() == other.fInitialRecord;
-        if (inUse && std::find(fRecords.begin(), fRecords.end(), record) == fRecords.end()) {
-            fRecords.push_back(record);
-        }
-    }
-}
-
 void TransformationDictionary::AddDerievedVarName(const std::string& name) {
     fDerivedVarNames.push_back(name);
-    fFieldsFound = false;
+    fEvaluation->ForgetFields();
 }
 
 std::vector<std::string> TransformationDictionary::GetDerivedVarNames() const {
@@ -84,9 +69,9 @@ void TransformationDictionary::SetUpDerivedCaseRecord() {
     if (fSetUp) {
         return;
     }
-    fDerivedRecord = KeepRecord(std::make_shared<CaseRecord>(kRecordCapacity));
+    fDerivedRecord = fEvaluation->KeepRecord(std::make_shared<CaseRecord>(kRecordCapacity));
     fDerivedRecord->SetUpNameIndexMap(GetScoreDictVars());
-    fInitialRecord = KeepRecord(std::make_shared<CaseRecord>(kRecordCapacity));
+    fInitialRecord = fEvaluation->KeepRecord(std::make_shared<CaseRecord>(kRecordCapacity));
     Reset();
     for (const std::string& name : fDerivedVarNames) {
         ScoreDictVar* var = GetVar(name);
@@ -98,31 +83,13 @@ void TransformationDictionary::SetUpDerivedCaseRecord() {
         PutValue(*fDerivedRecord, name, std::move(value));
         var->SetValueIndex(fDerivedRecord->GetIndex(name));
     }
-    fStoredNames = fDerivedRecord->GetVarNames(true);
+    fEvaluation->storedNames = fDerivedRecord->GetVarNames(true);
     fSetUp = true;
-    fFieldsFound = false;
+    fEvaluation->ForgetFields();
 }
 
 void TransformationDictionary::Reset() {
     fComputedFlags.assign(fDerivedVarNames.size(), false);
-}
-
-/// Looks up the fields of the derived names and their positions. Names without a derived field are left out.
-void TransformationDictionary::FindDerivedFields() {
-    if (fFieldsFound && fFieldsRevision == GetRevision()) {
-        return;
-    }
-    fDerivedFields.clear();
-    for (const std::string& name : fDerivedVarNames) {
-        const ScoreDictVar* var = GetVar(name);
-        TransformVar* derived = var == nullptr ? nullptr : veltrane::transform::AsTransformVar(*var);
-        if (derived != nullptr) {
-            const int position = fDerivedRecord == nullptr ? -1 : fDerivedRecord->GetIndex(name);
-            fDerivedFields.push_back({derived, &name, position, -1});
-        }
-    }
-    fFieldsRevision = GetRevision();
-    fFieldsFound = true;
 }
 
 const ScoreCaseRecord* TransformationDictionary::GetValuesForDerivedVars(const ScoreCaseRecord* record,
@@ -131,51 +98,32 @@ const ScoreCaseRecord* TransformationDictionary::GetValuesForDerivedVars(const S
         return fDerivedRecord;
     }
     Reset();
-    FindDerivedFields();
-    const veltrane::transform::CaseEvaluation evaluation(*fDerivation, {record, dictionary, this});
-    for (DerivedField& field : fDerivedFields) {
+    std::vector<DerivedField>& fields = fEvaluation->Fields();
+    Derivation& derivation = fEvaluation->derivation;
+    const CaseEvaluation evaluation(derivation, {record, dictionary, this});
+    for (DerivedField& field : fields) {
         field.flag = field.var->GetValueIndex();
-        if (!IsComputed(field.flag)) {
-            fDerivation->NextTurn();
-            AddVarCaseValue(field, field.var->Evaluate(*fDerivation));
+        if (!fEvaluation->IsComputed(field.flag)) {
+            derivation.NextTurn();
+            AddVarCaseValue(field, field.evaluation->Evaluate(derivation));
         }
     }
     return fDerivedRecord;
 }
 
 bool TransformationDictionary::IsVarValueComputed(const ScoreDictVar* var) const {
-    return var != nullptr && IsComputed(var->GetValueIndex());
+    return var != nullptr && fEvaluation->IsComputed(var->GetValueIndex());
 }
 
 const ScoreValue* TransformationDictionary::GetVarValue(const std::string& name) const {
     return fDerivedRecord == nullptr ? nullptr : std::as_const(*fDerivedRecord).Get(name);
 }
 
-/// The position of a name in the derived record, which stays for as long as the revision of the variables does; -1 for
-/// none so far.
-int TransformationDictionary::StoredPosition(const std::string& name) const {
-    return fDerivedRecord == nullptr ? -1 : fDerivedRecord->GetIndex(name);
-}
-
-const ScoreValue* TransformationDictionary::StoredValue(int position) const {
-    return fDerivedRecord == nullptr ? nullptr : std::as_const(*fDerivedRecord).Get(position);
-}
-
-/// The value of a field in the derived record, which is read by its name. Its value index, which anyone can set, is
-/// where the name is looked for first: positions in the record never change.
-const ScoreValue* TransformationDictionary::StoredValue(int index, const std::string& name) const {
-    const auto position = static_cast<std::size_t>(index);
-    if (index >= 0 && position < fStoredNames.size() && fStoredNames[position] == name) {
-        return StoredValue(index);
-    }
-    return GetVarValue(name);
-}
-
 void TransformationDictionary::AddVarCaseValue(const DerivedField& field, const ScoreValue* value) {
     if (value == nullptr) {
         if (fDerivedRecord != nullptr) {
             PutValue(*fDerivedRecord, *field.name, nullptr);
-            fFieldsFound = false;
+            fEvaluation->ForgetFields();
         }
         return;
     }
@@ -187,28 +135,24 @@ void TransformationDictionary::AddVarCaseValue(const DerivedField& field, const 
         AddVarCaseValue(field, value->GetDouble(), static_cast<const DateTimeValue*>(value)->GetDateTimeType());
         break;
     default:
-        AddVarCaseValue(field, veltrane::transform::TextOf(*value, fText));
+        AddVarCaseValue(field, TextOf(*value, fEvaluation->text));
     }
 }
 
 void TransformationDictionary::AddVarCaseValue(const DerivedField& field, double value) {
-    SetComputed(field, fDerivedRecord != nullptr && fDerivedRecord->SetValue(field.position, value));
+    fEvaluation->SetComputed(field, fDerivedRecord != nullptr && fDerivedRecord->SetValue(field.position, value));
 }
 
 void TransformationDictionary::AddVarCaseValue(const DerivedField& field, double value,
                                                DateTimeValue::DateTimeValType type) {
-    SetComputed(field, fDerivedRecord != nullptr &&
-                           fDerivedRecord->SetValue(field.position, value, DateTimeValue::GetDateTimeType(type)));
+    fEvaluation->SetComputed(field,
+                             fDerivedRecord != nullptr &&
+                                 fDerivedRecord->SetValue(field.position, value, DateTimeValue::GetDateTimeType(type)));
 }
 
 void TransformationDictionary::AddVarCaseValue(const DerivedField& field, const std::string& value) {
-    SetComputed(field, fDerivedRecord != nullptr && fSetUp && fDerivedRecord->SetValue(field.position, value));
-}
-
-void TransformationDictionary::SetComputed(const DerivedField& field, bool stored) {
-    if (stored && field.flag >= 0 && static_cast<std::size_t>(field.flag) < fComputedFlags.size()) {
-        fComputedFlags[static_cast<std::size_t>(field.flag)] = true;
-    }
+    fEvaluation->SetComputed(field,
+                             fDerivedRecord != nullptr && fSetUp && fDerivedRecord->SetValue(field.position, value));
 }
 
 } // namespace MCVeltrane_900

@@ -56,8 +56,7 @@ ApplyPlan::Added ApplyPlan::AddMissingTest(FunctionTree& node) {
 /// The field's own test of what its leaf gives, replacement included.
 double ApplyPlan::TestMissing(const Step& step, TransformVar& var, const ApplyCase& oneCase) const {
     int status = 0;
-    const ScoreValue* value =
-        var.Traverse(step.node, oneCase.record, oneCase.dictionary, oneCase.transformations, status);
+    const ScoreValue* value = FieldEvaluation::Of(var).Traverse(*step.node, oneCase, status);
     return step.variable->IsMissingValue(value) == step.dispatch->answer ? 1.0 : 0.0;
 }
 

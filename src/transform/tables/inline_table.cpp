@@ -9,17 +9,11 @@
 #include <iterator>
 #include <utility>
 
-namespace MCVeltrane_900 {
-
-using veltrane::transform::TableRows;
-
-const int InlineTable::OK;
-const int InlineTable::InputMissing;
-const int InlineTable::NoMatches;
+namespace veltrane::transform {
 
 /// The values of all rows of a table and its copies. They go from the last to the first: the key of a row from its end,
 /// then its output.
-struct InlineTable::RowValues {
+struct RowValues {
     RowValues() = default;
     RowValues(const RowValues&) = delete;
     RowValues& operator=(const RowValues&) = delete;
@@ -28,21 +22,43 @@ struct InlineTable::RowValues {
             values.pop_back();
         }
     }
-    std::vector<std::unique_ptr<ScoreValue>> values;
+    std::vector<std::unique_ptr<MCVeltrane_900::ScoreValue>> values;
 };
 
-InlineTable::InlineTable() : fRows(std::make_unique<TableRows>()), fValues(std::make_shared<RowValues>()) {}
+/// What a table holds beside its input fields.
+class TableContent {
+public:
+    TableContent() = default;
+    TableContent(const TableContent& other) : rows(other.rows), values(other.values) {}
+    TableContent& operator=(const TableContent&) = delete;
+
+    TableRows rows;
+    std::shared_ptr<RowValues> values = std::make_shared<RowValues>(); ///< shared with copies
+    TableKey inputs;                                                   ///< of a lookup, reused
+};
+
+} // namespace veltrane::transform
+
+namespace MCVeltrane_900 {
+
+using veltrane::transform::TableContent;
+using veltrane::transform::TableRows;
+
+const int InlineTable::OK;
+const int InlineTable::InputMissing;
+const int InlineTable::NoMatches;
+
+InlineTable::InlineTable() : fRows(std::make_unique<TableContent>()) {}
 
 InlineTable::InlineTable(const InlineTable& other)
-    : fInputFields(other.fInputFields), fRows(std::make_unique<TableRows>(*other.fRows)), fInfoCode(other.fInfoCode),
-      fValues(other.fValues) {}
+    : fInputFields(other.fInputFields), fRows(std::make_unique<TableContent>(*other.fRows)),
+      fInfoCode(other.fInfoCode) {}
 
 InlineTable& InlineTable::operator=(const InlineTable& other) {
     if (this != &other) {
         fInputFields = other.fInputFields;
-        *fRows = *other.fRows;
+        fRows = std::make_unique<TableContent>(*other.fRows);
         fInfoCode = other.fInfoCode;
-        fValues = other.fValues;
     }
     return *this;
 }
@@ -60,8 +76,8 @@ void InlineTable::AddInputOutput(std::vector<ScoreValue*> inputs, ScoreValue* ou
     for (ScoreValue* input : inputs) {
         row.emplace_back(input);
     }
-    if (fRows->Add(std::move(inputs), output)) {
-        std::move(row.begin(), row.end(), std::back_inserter(fValues->values));
+    if (fRows->rows.Add(std::move(inputs), output)) {
+        std::move(row.begin(), row.end(), std::back_inserter(fRows->values->values));
     }
 }
 
@@ -69,7 +85,7 @@ void InlineTable::GetInputValuesFromRecord(const ScoreCaseRecord* record, std::v
                                            const ScoreDictionary* dictionary, const ScoreDictionary* transformations) {
     for (const ScoreDictVar* field : fInputFields) {
         const ScoreValue* value =
-            field == nullptr ? nullptr : veltrane::transform::ReadField(*field, record, dictionary, transformations);
+            field == nullptr ? nullptr : veltrane::transform::ReadField(*field, {record, dictionary, transformations});
         if (value == nullptr || field->IsMissingValue(value)) {
             fInfoCode = InputMissing;
             return;
@@ -84,21 +100,15 @@ ScoreValue* InlineTable::getValue(const ScoreCaseRecord* record, const ScoreDict
                                   const ScoreDictionary* transformations,
                                   const std::map<std::string, std::string>& /*columnFields*/) {
     // Taken out of the member for as long as it is filled: an input can be a derived field that looks up this table.
-    std::vector<ScoreValue*> inputs = std::move(fInputs);
+    std::vector<ScoreValue*> inputs = std::move(fRows->inputs);
     inputs.clear();
     GetInputValuesFromRecord(record, inputs, dictionary, transformations);
-    ScoreValue* output = fInfoCode == OK ? FindOutput(inputs) : nullptr;
-    fInputs = std::move(inputs);
-    return output;
-}
-
-ScoreValue* InlineTable::FindOutput(const std::vector<ScoreValue*>& inputs) {
-    const TableRows::Row* row = fRows->Find(inputs);
-    if (row == nullptr) {
+    const TableRows::Row* row = fInfoCode == OK ? fRows->rows.Find(inputs) : nullptr;
+    if (fInfoCode == OK && row == nullptr) {
         fInfoCode = NoMatches;
-        return nullptr;
     }
-    return row->output;
+    fRows->inputs = std::move(inputs);
+    return row == nullptr ? nullptr : row->output;
 }
 
 } // namespace MCVeltrane_900

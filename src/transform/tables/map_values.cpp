@@ -8,6 +8,22 @@
 
 namespace MCVeltrane_900 {
 
+namespace {
+
+/// The value of a field, or what stands for a missing one.
+const ScoreValue* ValueOrMissing(const ScoreDictVar* field, const veltrane::transform::ApplyCase& oneCase,
+                                 const ScoreValue* missing) {
+    if (field == nullptr) {
+        return missing;
+    }
+    const bool byPosition = oneCase.record != nullptr && !field->IsDerivedVariable() && field->GetValueIndex() >= 0;
+    const ScoreValue* value =
+        byPosition ? oneCase.record->Get(field->GetValueIndex()) : veltrane::transform::ReadField(*field, oneCase);
+    return value == nullptr || field->IsMissingValue(value) ? missing : value;
+}
+
+} // namespace
+
 MapValues::MapValues(TransformVar* owner) : fOwner(owner) {}
 
 MapValues::~MapValues() = default;
@@ -35,21 +51,16 @@ void MapValues::AddInputField(const ScoreDictVar* field) {
 
 const ScoreValue* MapValues::Evaluate(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
                                       const ScoreDictionary* transformations) {
-    if (fTable != nullptr) {
-        return EvaluateTable(record, dictionary, transformations);
+    if (fTable == nullptr) {
+        switch (fInputFields.size()) {
+        case 0:
+            return fMapMissingValue != nullptr ? fMapMissingValue.get() : fDefaultValue.get();
+        case 1:
+            return ValueOrMissing(fInputFields.front(), {record, dictionary, transformations}, fMapMissingValue.get());
+        default:
+            return nullptr;
+        }
     }
-    switch (fInputFields.size()) {
-    case 0:
-        return fMapMissingValue != nullptr ? fMapMissingValue.get() : fDefaultValue.get();
-    case 1:
-        return EvaluateSingleField(record, dictionary, transformations);
-    default:
-        return nullptr;
-    }
-}
-
-const ScoreValue* MapValues::EvaluateTable(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
-                                           const ScoreDictionary* transformations) {
     const ScoreValue* output = fTable->getValue(record, dictionary, transformations, fColumnFields);
     switch (fTable->GetInfoCode()) {
     case InlineTable::OK:
@@ -66,18 +77,6 @@ const ScoreValue* MapValues::EvaluateTable(const ScoreCaseRecord* record, const 
     }
     const bool readable = record != nullptr && !fColumnFields.empty();
     return readable ? record->Get(fColumnFields.begin()->second) : nullptr;
-}
-
-const ScoreValue* MapValues::EvaluateSingleField(const ScoreCaseRecord* record, const ScoreDictionary* dictionary,
-                                                 const ScoreDictionary* transformations) const {
-    const ScoreDictVar* field = fInputFields.front();
-    if (field == nullptr) {
-        return fMapMissingValue.get();
-    }
-    const bool byPosition = record != nullptr && !field->IsDerivedVariable() && field->GetValueIndex() >= 0;
-    const ScoreValue* value = byPosition ? record->Get(field->GetValueIndex())
-                                         : veltrane::transform::ReadField(*field, record, dictionary, transformations);
-    return value == nullptr || field->IsMissingValue(value) ? fMapMissingValue.get() : value;
 }
 
 } // namespace MCVeltrane_900

@@ -1,4 +1,4 @@
-#include <MCVeltrane_900/FunctionTreeImp.h>
+#include "transform/trees/tree_node.h"
 
 #include <algorithm>
 #include <string>
@@ -7,9 +7,49 @@
 #include <utility>
 #include <vector>
 
+namespace veltrane::transform {
+
+using namespace MCVeltrane_900;
+
+std::unique_ptr<FunctionTreeImp> TreeNode::Copy(const FunctionTreeImp& node) {
+    auto copy = std::make_unique<FunctionTreeImp>(node.fAllowsChildren);
+    copy->fNodeStats = node.fNodeStats;
+    copy->fKept = node.fKept;
+    return copy;
+}
+
+void TreeNode::Append(FunctionTreeImp& node, FunctionTree* child) {
+    child->SetParent(&node);
+    node.fChildren.push_back(child);
+    if (typeid(*child) != typeid(FunctionTreeImp)) {
+        NoteChange(node); // a host's class, whose SetParent() may not
+    }
+}
+
+void TreeNode::NoteChange(FunctionTreeImp& first) {
+    // Parents can be set into a circle: it is closed when the climb meets a second one at half its speed.
+    const FunctionTree* behind = &first;
+    bool follows = false;
+    for (FunctionTree* node = &first; node != nullptr;) {
+        if (typeid(*node) == typeid(FunctionTreeImp)) {
+            ++static_cast<FunctionTreeImp*>(node)->fChanges;
+        }
+        node = node->GetParent();
+        behind = follows ? behind->GetParent() : behind;
+        follows = !follows;
+        if (node == behind) {
+            return;
+        }
+    }
+}
+
+} // namespace veltrane::transform
+
 namespace MCVeltrane_900 {
 
 namespace {
+
+using veltrane::transform::TreeNode;
 
 /// Whether a slot of the node holds this very child.
 bool HoldsChild(const FunctionTree& node, const FunctionTree* child) {
@@ -47,46 +87,12 @@ bool FunctionTreeImp::operator==(const FunctionTree& other) const {
     return fNodeStats.GetNodeID() == other.GetNodeStats().GetNodeID();
 }
 
-/// This node alone, without parent and children.
-std::unique_ptr<FunctionTreeImp> FunctionTreeImp::CopyNode() const {
-    auto copy = std::make_unique<FunctionTreeImp>(fAllowsChildren);
-    copy->fNodeStats = fNodeStats;
-    copy->fKept = fKept;
-    return copy;
-}
-
-void FunctionTreeImp::Append(FunctionTree* child) {
-    child->SetParent(this);
-    fChildren.push_back(child);
-    if (typeid(*child) != typeid(FunctionTreeImp)) {
-        NoteChange(); // a host's class, whose SetParent() may not
-    }
-}
-
-/// Counts a change at this node and at all above it, since what was made of any of their trees is out of date now.
-void FunctionTreeImp::NoteChange() {
-    // Parents can be set into a circle: it is closed when the climb meets a second one at half its speed.
-    const FunctionTree* behind = this;
-    bool follows = false;
-    for (FunctionTree* node = this; node != nullptr;) {
-        if (typeid(*node) == typeid(FunctionTreeImp)) {
-            ++static_cast<FunctionTreeImp*>(node)->fChanges;
-        }
-        node = node->GetParent();
-        behind = follows ? behind->GetParent() : behind;
-        follows = !follows;
-        if (node == behind) {
-            return;
-        }
-    }
-}
-
 FunctionTree* FunctionTreeImp::Clone() const {
     struct Pending {
         const FunctionTreeImp* source;
         FunctionTreeImp* copy; ///< without children yet
     };
-    auto root = CopyNode();
+    auto root = TreeNode::Copy(*this);
     std::vector<Pending> pending{{this, root.get()}};
     while (!pending.empty()) {
         const auto [source, copy] = pending.back();
@@ -97,11 +103,11 @@ FunctionTree* FunctionTreeImp::Clone() const {
                 continue;
             }
             if (typeid(*child) != typeid(FunctionTreeImp)) {
-                copy->Append(child->Clone()); // a host's class, which copies itself
+                TreeNode::Append(*copy, child->Clone()); // a host's class, which copies itself
                 continue;
             }
             const auto* node = static_cast<const FunctionTreeImp*>(child);
-            FunctionTreeImp* nodeCopy = node->CopyNode().release();
+            FunctionTreeImp* nodeCopy = TreeNode::Copy(*node).release();
             nodeCopy->fParent = copy; // nobody has seen the copy yet, so there is no change to note
             copy->fChildren.push_back(nodeCopy);
             pending.push_back({node, nodeCopy});
@@ -125,7 +131,7 @@ void FunctionTreeImp::Insert(FunctionTree* child, int /*index*/) {
             return;
         }
     }
-    Append(child);
+    TreeNode::Append(*this, child);
 }
 
 void FunctionTreeImp::Add(FunctionTree* child) {
@@ -151,7 +157,7 @@ void FunctionTreeImp::Remove(int index) {
     if (child == nullptr) {
         return;
     }
-    NoteChange();
+    TreeNode::NoteChange(*this);
     const std::string id = child->GetNodeStats().GetNodeID();
     for (FunctionTree*& slot : fChildren) {
         if (slot != nullptr && slot->GetNodeStats().GetNodeID() == id) {
@@ -171,7 +177,7 @@ void FunctionTreeImp::RemoveFromParent() {
 /// that overrides the removal is told of each; here each is looked up by its id, so that any number of them is removed
 /// in one pass.
 void FunctionTreeImp::RemoveAllChildren() {
-    NoteChange();
+    TreeNode::NoteChange(*this);
     if (typeid(*this) != typeid(FunctionTreeImp)) {
         for (int i = GetChildCount() - 1; i >= 0; --i) {
             Remove(i);
@@ -205,13 +211,13 @@ bool FunctionTreeImp::IsLeaf() const {
 
 void FunctionTreeImp::SetNodeStats(const ApplyNodeStats& stats) {
     fNodeStats = stats;
-    NoteChange();
+    TreeNode::NoteChange(*this);
 }
 
 void FunctionTreeImp::SetParent(FunctionTree* parent) {
-    NoteChange(); // to the parent that it had
+    TreeNode::NoteChange(*this); // to the parent that it had
     fParent = parent;
-    NoteChange();
+    TreeNode::NoteChange(*this);
 }
 
 const ApplyNodeStats& FunctionTreeImp::GetNodeStats() const {

@@ -27,20 +27,20 @@ void DisplayFunction(std::ostream& out, TD::TransformFunction function) {
     out << "\n";
 }
 
-} // namespace
-
-void FunctionTreeImp::DisplayHead(std::ostream& out, int level) const {
+void DisplayHead(std::ostream& out, const ApplyNodeStats& stats, std::size_t children, int level) {
     out << "Start FunctionTree Display:\n";
-    out << "Node ID = " << fNodeStats.GetNodeID() << std::endl;
-    DisplayFunction(out, fNodeStats.GetTransformFunction());
-    if (!fNodeStats.GetParameterName().empty()) {
-        out << "  Parameter Name: " << fNodeStats.GetParameterName() << "\n";
+    out << "Node ID = " << stats.GetNodeID() << std::endl;
+    DisplayFunction(out, stats.GetTransformFunction());
+    if (!stats.GetParameterName().empty()) {
+        out << "  Parameter Name: " << stats.GetParameterName() << "\n";
     }
     out << "  Level = " << level << "\n\n";
-    if (!fChildren.empty()) {
-        out << "Number of children = " << fChildren.size() << "\n";
+    if (children != 0) {
+        out << "Number of children = " << children << "\n";
     }
 }
+
+} // namespace
 
 void FunctionTreeImp::Display(std::ostream& out) const {
     struct Open {
@@ -49,7 +49,7 @@ void FunctionTreeImp::Display(std::ostream& out) const {
     };
     int level = GetLevel();
     std::vector<Open> path{{this, 0}};
-    DisplayHead(out, level);
+    DisplayHead(out, fNodeStats, fChildren.size(), level);
     while (!path.empty()) {
         Open& top = path.back();
         if (top.next == top.node->fChildren.size()) {
@@ -61,7 +61,7 @@ void FunctionTreeImp::Display(std::ostream& out) const {
         const FunctionTree* child = top.node->fChildren[top.next++];
         if (child != nullptr && typeid(*child) == typeid(FunctionTreeImp)) {
             const auto* node = static_cast<const FunctionTreeImp*>(child);
-            node->DisplayHead(out, ++level);
+            DisplayHead(out, node->fNodeStats, node->fChildren.size(), ++level);
             path.push_back({node, 0});
         } else if (child != nullptr) {
             child->Display(out);

@@ -46,15 +46,15 @@ FunctionTree* SiblingOnTheWayUp(const FunctionTree* node, int step) {
     return nullptr;
 }
 
-} // namespace
-
-// The nodes of a tree hand out one another whether or not they are held as const, as GetParent() does.
-FunctionTree* FunctionTreeImp::Self() const {
-    return const_cast<FunctionTreeImp*>(this);
+/// The nodes of a tree hand out one another whether or not they are held as const, as GetParent() does.
+FunctionTree* Unlocked(const FunctionTree* node) {
+    return const_cast<FunctionTree*>(node);
 }
 
+} // namespace
+
 FunctionTree* FunctionTreeImp::GetRoot() const {
-    FunctionTree* root = Self();
+    FunctionTree* root = Unlocked(this);
     while (FunctionTree* parent = root->GetParent()) {
         root = parent;
     }
@@ -113,11 +113,11 @@ FunctionTree* FunctionTreeImp::GetLastChild() const {
 }
 
 FunctionTree* FunctionTreeImp::GetFirstLeaf() const {
-    return LeafAt(Self(), End::FIRST);
+    return LeafAt(Unlocked(this), End::FIRST);
 }
 
 FunctionTree* FunctionTreeImp::GetLastLeaf() const {
-    return LeafAt(Self(), End::LAST);
+    return LeafAt(Unlocked(this), End::LAST);
 }
 
 FunctionTree* FunctionTreeImp::GetPreviousSibling() const {
