@@ -16,7 +16,6 @@ namespace veltrane::fuzz {
 namespace {
 
 constexpr const char* kEncodings[] = {"UTF-8", "", "ISO-8859-1", "UTF-16", "no-such-encoding"};
-constexpr XMLSize_t kMaxEntityExpansions = 1000;
 constexpr int kCases = 3;
 constexpr double kNumbers[] = {1.5, -3.0, std::numeric_limits<double>::quiet_NaN()};
 constexpr const char* kTexts[] = {"red", "", "2001-01-01"};
@@ -34,7 +33,7 @@ Input InputOf(const std::uint8_t* data, std::size_t size) {
 
 void WithTree(const std::string& document, const std::function<void(xercesc::DOMDocument&)>& use) {
     xercesc::SecurityManager security;
-    security.setEntityExpansionLimit(kMaxEntityExpansions);
+    security.setEntityExpansionLimit(ModelFactory::MAX_ENTITY_EXPANSIONS);
     xercesc::XercesDOMParser parser;
     parser.setSecurityManager(&security);
     parser.setLoadExternalDTD(false);

@@ -88,7 +88,8 @@ protected:
     /// Gives the prediction for a case that the model can't score, from what is known of the target alone: the default
     /// value of a continuous target, else the value with the highest prior probability.
     /// @param result filled; null does nothing. It must be a ScoreClsResult for the kinds that GetResultKind names.
-    /// @return OK; an error 90027 when the target has no default or no probabilities, or when there is no target
+    /// @return OK; an error NO_PREDICTION when the target has no default or no probabilities, or when there is no
+    /// target
     MCScore::MCStatus HandleMissingValue(ScoreResult* result);
 
 private:

@@ -30,6 +30,9 @@ class SmartTranscoder;
 /// Elements, nodes, lists and attribute texts belong to the DOM document and live as long as it does.
 class VELTRANE_API BaseTranslator : public ScoreTranslator {
 public:
+    /// The encoding that strings get where none is named.
+    static constexpr const char* DEFAULT_ENCODING = "CP1252";
+
     BaseTranslator();
 
     /// Shares the other's transcoder, it makes none of its own.
@@ -50,7 +53,8 @@ public:
     virtual ScoreModel* ParseFromTree(std::istream& stream, const std::string& encoding, const std::string& auxPath);
 
     /// Makes the transcoder of the document's text.
-    /// @param encoding name of the encoding that strings shall have; empty means "CP1252". An unknown name gives a
+    /// @param encoding name of the encoding that strings shall have; empty means DEFAULT_ENCODING. An unknown name
+    /// gives a
     ///                 transcoder that delivers empty texts.
     void CreateTranscoder(const std::string& encoding);
 

@@ -25,6 +25,13 @@ public:
         VAL_DATETIME = 2, ///< a date and time
     };
 
+    static constexpr int SECONDS_PER_DAY = 86400;
+    static constexpr int SECONDS_PER_HOUR = 3600;
+
+    /// The month and the year of a difference, in days.
+    static constexpr double DAYS_PER_MONTH = 30.4375;
+    static constexpr double DAYS_PER_YEAR = 365.25;
+
     /// Holds SYSMIS, as VAL_DATETIME.
     DateTimeValue();
 
@@ -99,7 +106,7 @@ public:
     double ExtractMinute() const;
     double ExtractSecond() const;
 
-    /// This minus the other on the internal values, without a test for SYSMIS. A month is 30.4375 days, a year 365.25.
+    /// This minus the other on the internal values, without a test for SYSMIS.
     double ComputeDurationSeconds(const DateTimeValue& other) const;
     double ComputeDurationMinutes(const DateTimeValue& other) const;
     double ComputeDurationHours(const DateTimeValue& other) const;

@@ -32,6 +32,9 @@ class TransformationDictionary;
 /// entities are bounded, and a document that passes a bound is refused like one that is not well-formed.
 class VELTRANE_API ModelFactory {
 public:
+    /// How many expansions of entities the content and the attributes of a document may take.
+    static constexpr int MAX_ENTITY_EXPANSIONS = 5000;
+
     /// Starts the XML platform for the life of the process and reads the list of model names. Optional; it is to be
     /// called before other threads use the factory. With it models can be built in parallel; without it each call
     /// starts and stops the XML platform, and calls wait for each other.

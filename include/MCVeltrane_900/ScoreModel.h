@@ -44,6 +44,9 @@ public:
         MV_DEFAULT_PREDICTION = 1 ///< the target's default or its most probable value
     };
 
+    /// The error code of the status of a case for which a model gives no prediction.
+    static constexpr long NO_PREDICTION = 90027;
+
     ScoreModel();
     virtual ~ScoreModel();
 

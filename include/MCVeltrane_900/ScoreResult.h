@@ -3,6 +3,8 @@
 
 #include <veltrane_export.h>
 
+#include <initializer_list>
+
 namespace MCVeltrane_900 {
 
 class ScoreResultField;
@@ -28,10 +30,21 @@ public:
     virtual void SetResultConfidence(double confidence) = 0;
     virtual double GetResultConfidence() const = 0;
 
-    /// @return which kind of result this is, 0 to 27. Named are 0 classification, 1 regression, 5 clustering and
-    ///         7 association; the other numbers are reserved. A result of the kinds 0, 2, 3, 4, 6, 10, 15, 18, 20, 21,
-    ///         24 and 26 is a ScoreClsResult.
+    /// @return which kind of result this is, 0 to LAST_KIND. Named are 0 classification, 1 regression, 5 clustering and
+    ///         7 association; the other numbers are reserved.
     virtual int GetResultKind() = 0;
+
+    static constexpr int LAST_KIND = 27;
+
+    /// Whether a result of this kind holds a probability for each category: it is a ScoreClsResult.
+    static constexpr bool HasCategories(int kind) {
+        for (const int one : {0, 2, 3, 4, 6, 10, 15, 18, 20, 21, 24, 26}) {
+            if (one == kind) {
+                return true;
+            }
+        }
+        return false;
+    }
 };
 
 } // namespace MCVeltrane_900

@@ -17,6 +17,9 @@ using MCVeltrane_900::ScoreDictVar;
 using MCVeltrane_900::ScorePredicate;
 using MCVeltrane_900::ScoreValue;
 
+/// The code of a category that an encoder doesn't know.
+inline constexpr double kUnknownCategory = -1.0;
+
 /// By position where the record has positions, and by name where that gave nothing.
 inline const ScoreValue* ReadVariable(const ScoreDictVar& var, const ScoreCaseRecord& record) {
     if (record.HasMap()) {
@@ -42,7 +45,6 @@ inline double CodeOf(const ScoreDictVar& var, const ScoreValue* value) {
 
 /// Whether the value of a case counts as missing. A category that isn't known is missing too.
 inline bool IsMissing(const ScoreDictVar& var, const ScoreValue* value, bool hasEncoder, double code) {
-    constexpr double kUnknownCategory = -1.0;
     if (!value) {
         return true;
     }
@@ -60,7 +62,6 @@ struct EncodedInput {
 
 /// Reads a variable from an encoded case. A category that isn't known, -1.0, isn't missing there: the split settles it.
 inline EncodedInput ReadEncoded(const ScoreDictVar& var, const std::vector<double>& encodedValues) {
-    constexpr double kUnknownCategory = -1.0;
     constexpr double kMissingCategory = -2.0;
     const ScoreDictVar::MeasureLevel level = var.GetMLevel();
     const bool isEncoded = level == ScoreDictVar::LEVEL_NOMINAL || level == ScoreDictVar::LEVEL_ORDINAL;

@@ -1,5 +1,7 @@
 #include "kit/document/document_text.h"
 
+#include <MCVeltrane_900/BaseTranslator.h>
+
 #include <xercesc/util/XMLString.hpp>
 
 #include <charconv>
@@ -10,7 +12,6 @@ namespace veltrane_kit {
 
 namespace {
 
-constexpr const char* kDefaultEncoding = "CP1252";
 constexpr XMLCh kAsciiEnd = 0x80;
 /// No number that a double can tell from its neighbours takes more characters.
 constexpr std::size_t kLongestNumber = 800;
@@ -56,7 +57,7 @@ bool ReadWhole(std::string_view text, Number& number) {
 } // namespace
 
 DocumentText::DocumentText(const std::string& encoding)
-    : fTranscoder(encoding.empty() ? kDefaultEncoding : encoding),
+    : fTranscoder(encoding.empty() ? MCVeltrane_900::BaseTranslator::DEFAULT_ENCODING : encoding),
       fKeepsAscii(fTranscoder.transcodeTo(u" 0Az~") == " 0Az~") {}
 
 std::string DocumentText::operator()(const XMLCh* text) const {

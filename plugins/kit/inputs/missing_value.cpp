@@ -9,8 +9,6 @@ using namespace MCVeltrane_900;
 
 namespace {
 
-constexpr double kSecondsPerDay = 86400;
-
 /// Below this lies no moment that a date can hold: the range of the calendar's 64-bit seconds ends above it.
 constexpr double kEarliestMoment = -1e19;
 
@@ -18,7 +16,7 @@ constexpr double kEarliestMoment = -1e19;
 
 bool IsMissingMoment(double seconds) {
     for (double missing = NumericValue::GetSysmisValue(); seconds < kEarliestMoment && missing <= seconds;
-         missing /= kSecondsPerDay) {
+         missing /= DateTimeValue::SECONDS_PER_DAY) {
         if (missing == seconds) {
             return true;
         }

@@ -16,9 +16,6 @@ using namespace MCVeltrane_900;
 
 namespace {
 
-/// The status of a case without a prediction, as the library gives it too.
-constexpr long kNoPrediction = 90027;
-
 constexpr const char* kPolicyOption = "missingValuePolicy";
 
 /// A result takes its values by a pointer to non-const, and clones them.
@@ -27,7 +24,7 @@ ScoreValue* Lend(const ScoreValue& value) {
 }
 
 MCScore::MCStatus NoPrediction() {
-    return MCScore::MCStatus(kNoPrediction, false);
+    return MCScore::MCStatus(ScoreModel::NO_PREDICTION, false);
 }
 
 } // namespace

@@ -46,8 +46,9 @@ public:
     std::vector<std::string> GetInputNames() const override;
     MCVeltrane_900::ScoreResult* CreateResult() const override;
 
-    /// An error 90027 tells why in its discrete data, see UnscoredReason.
-    /// @return OK; an error 90027 for a case that can't be scored and for which the target has no default either, for
+    /// An error NO_PREDICTION tells why in its discrete data, see UnscoredReason.
+    /// @return OK; an error NO_PREDICTION for a case that can't be scored and for which the target has no default
+    /// either, for
     ///         null arguments, and always for such a case under the policy MV_NO_PREDICTION
     MCScore::MCStatus Score(const MCVeltrane_900::ScoreCaseRecord* record,
                             MCVeltrane_900::ScoreResult* result) override;

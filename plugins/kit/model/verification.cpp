@@ -2,6 +2,7 @@
 
 #include "kit/document/raise.h"
 
+#include <MCVeltrane_900/ModelFactory.h>
 #include <MCXML_900/MCXInputSource.h>
 
 #include <xercesc/dom/DOMDocument.hpp>
@@ -19,8 +20,6 @@
 namespace veltrane_kit {
 
 namespace {
-
-constexpr int kMaxEntityExpansions = 5000;
 
 /// Keeps the XML platform running while it lives.
 struct XmlPlatform {
@@ -110,7 +109,7 @@ Element FindModel(const Element& root, const std::vector<std::string>& names) {
 /// Parses without a look at anything outside the document.
 void Parse(xercesc::XercesDOMParser& parser, std::istream& in) {
     xercesc::SecurityManager limits;
-    limits.setEntityExpansionLimit(kMaxEntityExpansions);
+    limits.setEntityExpansionLimit(MCVeltrane_900::ModelFactory::MAX_ENTITY_EXPANSIONS);
     parser.setSecurityManager(&limits);
     parser.setValidationScheme(xercesc::XercesDOMParser::Val_Never);
     parser.setLoadExternalDTD(false);

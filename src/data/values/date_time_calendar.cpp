@@ -11,7 +11,6 @@ namespace MCVeltrane_900 {
 namespace {
 
 constexpr long long kMonths = 12;
-constexpr long long kSecondsPerDay = 86400;
 constexpr long long kJulianDayOf1970 = 2440588;
 
 constexpr long long kDaysInMonth[kMonths + 1] = {0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
@@ -72,19 +71,19 @@ long long DateTimeValue::DaysBetweenYear(long long from, long long to) {
 }
 
 void DateTimeValue::ExtractTime(double seconds, long long& hour, long long& minute, long long& second) {
-    long long rest = veltrane::platform::TruncateToInt64(seconds) % kSecondsPerDay;
+    long long rest = veltrane::platform::TruncateToInt64(seconds) % SECONDS_PER_DAY;
     if (rest < 0) {
-        rest += kSecondsPerDay;
+        rest += SECONDS_PER_DAY;
     }
-    hour = rest / 3600;
-    minute = (rest - hour * 3600) / 60;
+    hour = rest / SECONDS_PER_HOUR;
+    minute = (rest - hour * SECONDS_PER_HOUR) / 60;
     second = rest - (hour * 60 + minute) * 60;
 }
 
 // E. G. Richards' conversion of a Julian day number, in "Explanatory Supplement to the Astronomical Almanac", 3rd
 // edition, 2013, section 15.11. The division toward zero keeps every moment of the day before 1970 on 1970-01-01.
 void DateTimeValue::ExtractDate(double seconds, long long& year, long long& month, long long& day) {
-    const long long julianDay = veltrane::platform::TruncateToInt64(seconds) / kSecondsPerDay + kJulianDayOf1970;
+    const long long julianDay = veltrane::platform::TruncateToInt64(seconds) / SECONDS_PER_DAY + kJulianDayOf1970;
     const long long f = julianDay + 1401 + (((4 * julianDay + 274277) / 146097) * 3) / 4 - 38;
     const long long e = 4 * f + 3;
     const long long g = (e % 1461) / 4;

@@ -10,9 +10,7 @@ using veltrane::data::FindDateTime;
 
 namespace {
 
-constexpr double kSecondsPerDay = 86400;
-constexpr double kDaysPerMonth = 30.4375;
-constexpr double kDaysPerYear = 365.25;
+constexpr double kDay = DateTimeValue::SECONDS_PER_DAY;
 
 /// How the number of a storage type stands to the internal seconds: seconds = (number - epoch) * unit.
 struct StorageType {
@@ -23,19 +21,19 @@ struct StorageType {
 
 /// One row for each ScoreDictVar::DateTimeType, in the order of their numbers.
 constexpr StorageType kStorageTypes[] = {
-    {DateTimeValue::VAL_DATETIME, 1, 0},               // DT_NONE, no storage type
-    {DateTimeValue::VAL_DATE, 1, 0},                   // DT_DATE
-    {DateTimeValue::VAL_TIME, 1, 0},                   // DT_TIME
-    {DateTimeValue::VAL_DATETIME, 1, 0},               // DT_DATETIME
-    {DateTimeValue::VAL_DATE, kSecondsPerDay, 719528}, // DT_DAYS_SINCE_0
-    {DateTimeValue::VAL_DATE, kSecondsPerDay, 3653},   // DT_DAYS_SINCE_1960
-    {DateTimeValue::VAL_DATE, kSecondsPerDay, 0},      // DT_DAYS_SINCE_1970
-    {DateTimeValue::VAL_DATE, kSecondsPerDay, -3652},  // DT_DAYS_SINCE_1980
-    {DateTimeValue::VAL_TIME, 1, 0},                   // DT_TIME_SECONDS
-    {DateTimeValue::VAL_DATETIME, 1, 62167219200.0},   // DT_SECONDS_SINCE_0
-    {DateTimeValue::VAL_DATETIME, 1, 315619200},       // DT_SECONDS_SINCE_1960
-    {DateTimeValue::VAL_DATETIME, 1, 0},               // DT_SECONDS_SINCE_1970
-    {DateTimeValue::VAL_DATETIME, 1, -315532800},      // DT_SECONDS_SINCE_1980
+    {DateTimeValue::VAL_DATETIME, 1, 0},             // DT_NONE, no storage type
+    {DateTimeValue::VAL_DATE, 1, 0},                 // DT_DATE
+    {DateTimeValue::VAL_TIME, 1, 0},                 // DT_TIME
+    {DateTimeValue::VAL_DATETIME, 1, 0},             // DT_DATETIME
+    {DateTimeValue::VAL_DATE, kDay, 719528},         // DT_DAYS_SINCE_0
+    {DateTimeValue::VAL_DATE, kDay, 3653},           // DT_DAYS_SINCE_1960
+    {DateTimeValue::VAL_DATE, kDay, 0},              // DT_DAYS_SINCE_1970
+    {DateTimeValue::VAL_DATE, kDay, -3652},          // DT_DAYS_SINCE_1980
+    {DateTimeValue::VAL_TIME, 1, 0},                 // DT_TIME_SECONDS
+    {DateTimeValue::VAL_DATETIME, 1, 62167219200.0}, // DT_SECONDS_SINCE_0
+    {DateTimeValue::VAL_DATETIME, 1, 315619200},     // DT_SECONDS_SINCE_1960
+    {DateTimeValue::VAL_DATETIME, 1, 0},             // DT_SECONDS_SINCE_1970
+    {DateTimeValue::VAL_DATETIME, 1, -315532800},    // DT_SECONDS_SINCE_1980
 };
 
 /// The row of a storage type that converts numbers, null for DT_NONE and any number out of range.
@@ -129,7 +127,7 @@ int DateTimeValue::GetInt() const {
 
 double DateTimeValue::GetDouble() const {
     const double seconds = NumericValue::GetDouble();
-    return fDateTimeValType == VAL_DATE ? seconds / kSecondsPerDay : seconds;
+    return fDateTimeValType == VAL_DATE ? seconds / kDay : seconds;
 }
 
 // Every ordinary value prints as "Undefined": readers of displays and string functions rely on it, and the numeric text
@@ -222,19 +220,19 @@ double DateTimeValue::ComputeDurationMinutes(const DateTimeValue& other) const {
 }
 
 double DateTimeValue::ComputeDurationHours(const DateTimeValue& other) const {
-    return ComputeDurationSeconds(other) / 3600;
+    return ComputeDurationSeconds(other) / SECONDS_PER_HOUR;
 }
 
 double DateTimeValue::ComputeDurationDays(const DateTimeValue& other) const {
-    return ComputeDurationSeconds(other) / kSecondsPerDay;
+    return ComputeDurationSeconds(other) / SECONDS_PER_DAY;
 }
 
 double DateTimeValue::ComputeDurationMonths(const DateTimeValue& other) const {
-    return ComputeDurationDays(other) / kDaysPerMonth;
+    return ComputeDurationDays(other) / DAYS_PER_MONTH;
 }
 
 double DateTimeValue::ComputeDurationYears(const DateTimeValue& other) const {
-    return ComputeDurationDays(other) / kDaysPerYear;
+    return ComputeDurationDays(other) / DAYS_PER_YEAR;
 }
 
 ScoreDictVar::DateTimeType DateTimeValue::GetDateTimeType(DateTimeValType kind) {
@@ -268,7 +266,7 @@ void DateTimeValue::FromString(const std::string& text, ScoreDictVar::DateTimeTy
     switch (type) {
     case ScoreDictVar::DT_DATE:
         if (ParseDate(text, year, month, day)) {
-            SetDoubleValue(static_cast<double>(DaysWithDay(year, month, day) * 86400 - 86400));
+            SetDoubleValue(static_cast<double>(DaysWithDay(year, month, day) * SECONDS_PER_DAY - SECONDS_PER_DAY));
         }
         break;
     case ScoreDictVar::DT_TIME:

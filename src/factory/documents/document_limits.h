@@ -26,9 +26,6 @@ inline constexpr std::size_t kMaxDistinctNames = 20000;
 /// Characters of one declared entity.
 inline constexpr std::size_t kMaxEntityLength = 4096;
 
-/// Expansions of entities in the content and the attributes of a document.
-inline constexpr std::size_t kMaxEntityExpansions = 5000;
-
 /// Memory that the parser may hold at a time: a fixed part, and a part for each byte of the document. A document of
 /// nothing but empty elements needs about 58 bytes for each of its own.
 inline constexpr std::uint64_t kHeldMemory = 48ULL << 20;

@@ -4,6 +4,8 @@
 #include "factory/documents/external_dtd.h"
 #include "factory/documents/xml_text.h"
 
+#include <MCVeltrane_900/ModelFactory.h>
+
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLErrorCodes.hpp>
@@ -20,7 +22,7 @@
 namespace veltrane::factory {
 
 DocumentParser::DocumentParser() : TreeBuildingParser(&fMemory) {
-    fSecurity.setEntityExpansionLimit(kMaxEntityExpansions);
+    fSecurity.setEntityExpansionLimit(MCVeltrane_900::ModelFactory::MAX_ENTITY_EXPANSIONS);
     setSecurityManager(&fSecurity);
     setXMLEntityResolver(this);
     // With a reporter and without an error handler a fatal error is thrown; without a reporter the parser would end

@@ -4,6 +4,8 @@
 #include "factory/documents/document_limits.h"
 #include "factory/documents/xml_text.h"
 
+#include <MCVeltrane_900/ModelFactory.h>
+
 #include <xercesc/framework/XMLFormatter.hpp>
 #include <xercesc/sax2/Attributes.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
@@ -120,7 +122,7 @@ std::unique_ptr<xercesc::SAX2XMLReader> MakeReader(MeteredMemory& memory) {
 
 void Scan(BoundedHandlers& handlers, MeteredMemory& memory, const MeteredInputSource& source) {
     xercesc::SecurityManager security;
-    security.setEntityExpansionLimit(kMaxEntityExpansions);
+    security.setEntityExpansionLimit(MCVeltrane_900::ModelFactory::MAX_ENTITY_EXPANSIONS);
     const std::unique_ptr<xercesc::SAX2XMLReader> reader = MakeReader(memory);
     reader->setProperty(xercesc::XMLUni::fgXercesSecurityManager, &security);
     reader->setContentHandler(&handlers);

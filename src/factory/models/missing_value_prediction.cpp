@@ -12,18 +12,8 @@ namespace MCVeltrane_900 {
 
 namespace {
 
-constexpr long kNoPrediction = 90027;
-
-/// The kinds of result that hold a probability for each category.
-constexpr int kKindsWithCategories[] = {0, 2, 3, 4, 6, 10, 15, 18, 20, 21, 24, 26};
-
-bool HasCategories(int kind) {
-    return std::find(std::begin(kKindsWithCategories), std::end(kKindsWithCategories), kind) !=
-           std::end(kKindsWithCategories);
-}
-
 MCScore::MCStatus NoPrediction() {
-    return MCScore::MCStatus(kNoPrediction, false);
+    return MCScore::MCStatus(ScoreModel::NO_PREDICTION, false);
 }
 
 /// A result takes its values by a pointer to non-const, and clones them.
@@ -72,7 +62,7 @@ MCScore::MCStatus BaseModel::HandleMissingValue(ScoreResult* result) {
         return NoPrediction();
     }
     for (const ScoreValueProbability* entry : probabilities->GetAllValueProbabilities()) {
-        if (HasCategories(result->GetResultKind()) && !SkipsCategoryProbabilities()) {
+        if (ScoreResult::HasCategories(result->GetResultKind()) && !SkipsCategoryProbabilities()) {
             static_cast<ScoreClsResult*>(result)->SetCategoryProbability(Lend(entry->GetValue()),
                                                                          entry->GetProbability());
         }

@@ -2,9 +2,9 @@
 #include "translators/frame/document_text.h"
 #include "translators/frame/element_walk.h"
 #include "translators/frame/hand_over.h"
+#include "translators/frame/invalid_range.h"
 
 #include <MCVeltrane_900/MissingValueSet.h>
-#include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/PMMLModelTags.h>
 #include <MCVeltrane_900/PMMLTranslator.h>
 #include <MCVeltrane_900/Range.h>
@@ -23,28 +23,18 @@ using xercesc::DOMElement;
 
 namespace {
 
-/// What each bound of an invalid range adds to the count that HandleKORDMissingInterval takes.
-constexpr int kLowerBoundCame = 1;
-constexpr int kUpperBoundCame = 10;
-
-/// The bounds of the invalid range that extensions give, and the count of which came.
-struct InvalidRange {
-    int count = 0;
-    double lower = -NumericValue::GetInfinity();
-    double upper = NumericValue::GetInfinity();
-
-    void Read(const DocumentText& text, const DOMElement* extension);
-};
-
-void InvalidRange::Read(const DocumentText& text, const DOMElement* extension) {
+void ReadBound(InvalidRange& range, const DocumentText& text, const DOMElement* extension) {
     const XMLCh* name = BaseTranslator::GetAttribute(extension, PMMLModelTags::XML_ATT_EXT_NAME);
     const bool isLower = Equals(name, PMMLModelTags::XML_VAL_NAME_MSLO);
     if (!isLower && !Equals(name, PMMLModelTags::XML_VAL_NAME_MSUP)) {
         return;
     }
     const double bound = BaseTranslator::VerifyDouble(text.Attribute(extension, PMMLModelTags::XML_ATT_EXT_VALUE));
-    (isLower ? lower : upper) = bound;
-    count += isLower ? kLowerBoundCame : kUpperBoundCame;
+    if (isLower) {
+        range.SetLower(bound);
+    } else {
+        range.SetUpper(bound);
+    }
 }
 
 void AddSingleValue(ScoreMissingValueSet& missing, ScoreValue* value) {
@@ -70,7 +60,7 @@ void PMMLTranslator::handleDerivedVarMissingValue(DOMElement* extension, Transfo
             CheckIntervalAllowed(*var);
             handleInterval(var, child, missing.get(), 1);
         } else if (HasTag(child, PMMLModelTags::XML_ELE_EXTENSION)) {
-            invalid.Read(text, child);
+            ReadBound(invalid, text, child);
         }
     }
     if (invalid.count != 0) {

@@ -5,7 +5,6 @@
 #include "translators/frame/element_walk.h"
 #include "translators/frame/hand_over.h"
 
-#include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/PMMLModelTags.h>
 #include <MCVeltrane_900/Range.h>
 #include <MCVeltrane_900/ScoreValue.h>
@@ -19,16 +18,12 @@
 namespace veltrane::translators {
 
 using MCVeltrane_900::BaseTranslator;
-using MCVeltrane_900::NumericValue;
 using MCVeltrane_900::PMMLModelTags;
 using MCVeltrane_900::PMMLTranslator;
 using MCVeltrane_900::ScoreDictVar;
 using MCVeltrane_900::ScoreValue;
 
 namespace {
-
-constexpr int kLowerBound = 1;
-constexpr int kUpperBound = 10;
 
 struct BeforeIgnoringCase {
     bool operator()(const XMLCh* a, const XMLCh* b) const { return xercesc::XMLString::compareIString(a, b) < 0; }
@@ -39,8 +34,7 @@ struct BeforeIgnoringCase {
 FieldValues::FieldValues(PMMLTranslator& translator, const DocumentText& text, ScoreDictVar& var, bool isTypeExplicit)
     : fTranslator(translator), fText(text), fVar(var), fIsTypeExplicit(isTypeExplicit),
       fLabels(std::make_unique<MCVeltrane_900::ValueLabelSet>()),
-      fMissing(std::make_unique<MCVeltrane_900::MissingValueSet>()), fIsMissingUsed(false), fBoundCount(0),
-      fLower(-NumericValue::GetInfinity()), fUpper(NumericValue::GetInfinity()) {}
+      fMissing(std::make_unique<MCVeltrane_900::MissingValueSet>()), fIsMissingUsed(false) {}
 
 bool FieldValues::IsNumeric() const {
     return fVar.GetVarType() == ScoreDictVar::kNUMERIC_VAR;
@@ -64,13 +58,11 @@ void FieldValues::AddValid(const xercesc::DOMElement* element, const XMLCh* text
 }
 
 void FieldValues::SetLowerBound(const XMLCh* value) {
-    fLower = BaseTranslator::VerifyDouble(value);
-    fBoundCount += kLowerBound;
+    fInvalid.SetLower(BaseTranslator::VerifyDouble(value));
 }
 
 void FieldValues::SetUpperBound(const XMLCh* value) {
-    fUpper = BaseTranslator::VerifyDouble(value);
-    fBoundCount += kUpperBound;
+    fInvalid.SetUpper(BaseTranslator::VerifyDouble(value));
 }
 
 MCVeltrane_900::ScoreMissingValueSet* FieldValues::UseMissing() {
@@ -79,7 +71,7 @@ MCVeltrane_900::ScoreMissingValueSet* FieldValues::UseMissing() {
 }
 
 void FieldValues::AddBounds() {
-    if (fTranslator.HandleKORDMissingInterval(fMissing.get(), fBoundCount, fLower, fUpper)) {
+    if (fTranslator.HandleKORDMissingInterval(fMissing.get(), fInvalid.count, fInvalid.lower, fInvalid.upper)) {
         fIsMissingUsed = true;
     }
 }

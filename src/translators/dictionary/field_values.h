@@ -2,6 +2,7 @@
 #define VELTRANE_TRANSLATORS_FIELD_VALUES_H
 
 #include "translators/frame/document_text.h"
+#include "translators/frame/invalid_range.h"
 
 #include <MCVeltrane_900/MissingValueSet.h>
 #include <MCVeltrane_900/PMMLTranslator.h>
@@ -79,10 +80,7 @@ private:
     std::vector<const XMLCh*> fMissingTexts;
     std::vector<const XMLCh*> fValidTexts;
 
-    // The count is that of PMMLTranslator::HandleKORDMissingInterval.
-    int fBoundCount;
-    double fLower;
-    double fUpper;
+    InvalidRange fInvalid;
 };
 
 /// What an Extension child of this name does with its value.

@@ -1,6 +1,7 @@
 #include "diagnostics/raise.h"
 #include "translators/frame/element_walk.h"
 #include "translators/frame/hand_over.h"
+#include "translators/frame/invalid_range.h"
 
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/PMMLModelTags.h>
@@ -20,10 +21,6 @@ using veltrane::translators::AddRange;
 
 /// How far a closed bound moves out, relative to itself, so that the bound stays on the valid side of a complement.
 constexpr double kBoundStep = 1e-15;
-
-/// What a bound's extensions add to their count; see HandleKORDMissingInterval.
-constexpr int kLowerBound = 1;
-constexpr int kUpperBound = 10;
 
 struct Closure {
     const char* text;
@@ -113,7 +110,7 @@ bool PMMLTranslator::HandleKORDMissingInterval(ScoreMissingValueSet* missing, in
     if (count == 0) {
         return false;
     }
-    if (count != kLowerBound && count != kUpperBound && count != kLowerBound + kUpperBound) {
+    if (!veltrane::translators::InvalidRange::IsUnambiguous(count)) {
         veltrane::diagnostics::Raise<veltrane::diagnostics::Message::MORE_THAN_ONE>(
             "invalidRangeLower, invalidRangeUpper", "Value");
     }

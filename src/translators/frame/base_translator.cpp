@@ -20,8 +20,6 @@ using veltrane::translators::LocalText;
 using veltrane::translators::LocalView;
 using veltrane::translators::WideName;
 
-constexpr const char* kDefaultEncoding = "CP1252";
-
 int CheckedInt(std::string_view text) {
     if (!veltrane::translators::IsIntText(text)) {
         Raise<Message::INVALID_VALUE_OF_TYPE>(text, "integer");
@@ -71,7 +69,8 @@ ScoreModel* BaseTranslator::ParseFromTree(std::istream&, const std::string&, con
 }
 
 void BaseTranslator::CreateTranscoder(const std::string& encoding) {
-    fTranscoderOwner = std::make_shared<SmartTranscoder>(encoding.empty() ? kDefaultEncoding : encoding);
+    fTranscoderOwner =
+        std::make_shared<SmartTranscoder>(encoding.empty() ? BaseTranslator::DEFAULT_ENCODING : encoding);
     fTranscoder = fTranscoderOwner.get();
 }
 

@@ -2,6 +2,8 @@
 
 #include "files/csv_writer.h"
 
+#include <MCVeltrane_900/DateTimeValue.h>
+
 #include <fmt/format.h>
 
 #include <chrono>
@@ -17,7 +19,7 @@ constexpr std::string_view kTimePattern = "dd:dd:dd";
 constexpr std::string_view kDateTimePattern = "yyyy-dd-ddTdd:dd:dd";
 
 constexpr std::int64_t kMicrosecond = 1'000'000;
-constexpr std::int64_t kDay = 86400;
+constexpr std::int64_t kDay = MCVeltrane_900::DateTimeValue::SECONDS_PER_DAY;
 constexpr double kFirstSecond = -62167219200.0; ///< 0000-01-01T00:00:00
 constexpr double kLastSecond = 253402300800.0;  ///< 10000-01-01T00:00:00, the first that is too late
 
@@ -69,7 +71,7 @@ void AppendDay(std::string& text, std::int64_t day) {
 }
 
 void AppendTime(std::string& text, std::int64_t second, std::int64_t microsecond) {
-    AppendDigits(text, second / 3600, 2);
+    AppendDigits(text, second / MCVeltrane_900::DateTimeValue::SECONDS_PER_HOUR, 2);
     text.push_back(':');
     AppendDigits(text, second / 60 % 60, 2);
     text.push_back(':');

@@ -15,7 +15,6 @@ using MCVeltrane_900::ScoreModel;
 using veltrane_kit::UnscoredReason;
 
 constexpr const char* kNoPrediction = "the model gave no prediction";
-constexpr long kNoDefaultPrediction = 90027;
 
 const char* ReasonOf(UnscoredReason::Kind kind) {
     switch (kind) {
@@ -34,8 +33,8 @@ RowFault Untold(const MCScore::MCStatus& status) {
     if (!status.IsError()) {
         return {nullptr, {}, kNoPrediction};
     }
-    if (status.GetErrorCode() == kNoDefaultPrediction) {
-        return {nullptr, {}, fmt::format("{} (status {})", kNoPrediction, kNoDefaultPrediction)};
+    if (status.GetErrorCode() == ScoreModel::NO_PREDICTION) {
+        return {nullptr, {}, fmt::format("{} (status {})", kNoPrediction, ScoreModel::NO_PREDICTION)};
     }
     return {nullptr, {}, fmt::format("status {}", status.GetErrorCode())};
 }

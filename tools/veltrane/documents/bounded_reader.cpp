@@ -1,5 +1,7 @@
 #include "documents/bounded_reader.h"
 
+#include <MCVeltrane_900/ModelFactory.h>
+
 #include <unicode/unistr.h>
 #include <xercesc/sax/Locator.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
@@ -55,7 +57,7 @@ void BoundedHandlers::Read(std::istream& in) {
 void BoundedHandlers::Parse(std::istream& in) {
     using xercesc::XMLUni;
     xercesc::SecurityManager security;
-    security.setEntityExpansionLimit(factory::kMaxEntityExpansions);
+    security.setEntityExpansionLimit(MCVeltrane_900::ModelFactory::MAX_ENTITY_EXPANSIONS);
     const std::unique_ptr<xercesc::SAX2XMLReader> reader(xercesc::XMLReaderFactory::createXMLReader(&fMemory));
     for (const XMLCh* feature : {XMLUni::fgSAX2CoreValidation, XMLUni::fgXercesDynamic, XMLUni::fgXercesLoadExternalDTD,
                                  XMLUni::fgSAX2CoreNameSpaces, XMLUni::fgXercesSchema}) {

@@ -4,6 +4,7 @@
 #include "files/failure.h"
 
 #include <MCVeltrane_900/KORDTranslator.h>
+#include <MCVeltrane_900/ModelFactory.h>
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/SmartString.h>
 #include <MCXML_900/MCXInputSource.h>
@@ -46,9 +47,8 @@ public:
 
 /// Nothing but the file itself is read.
 std::unique_ptr<ScoreDictionary> ReadDictionary(std::istream& in, const std::string& encoding) {
-    constexpr XMLSize_t kMaxEntityExpansions = 5000;
     xercesc::SecurityManager security;
-    security.setEntityExpansionLimit(kMaxEntityExpansions);
+    security.setEntityExpansionLimit(MCVeltrane_900::ModelFactory::MAX_ENTITY_EXPANSIONS);
     StrictHandler handler;
     xercesc::XercesDOMParser parser;
     parser.setValidationScheme(xercesc::XercesDOMParser::Val_Never);

@@ -26,10 +26,8 @@ using MCVeltrane_900::ScoreModel;
 using MCVeltrane_900::ScoreRegResult;
 using MCVeltrane_900::ScoreResult;
 
-/// The kinds of result that are classifications; see ScoreResult::GetResultKind.
-constexpr std::array kClassificationKinds{0, 2, 3, 4, 6, 10, 15, 18, 20, 21, 24, 26};
+/// See ScoreResult::GetResultKind.
 constexpr int kRegressionKind = 1;
-constexpr int kLastKind = 27;
 
 /// Codes of the library's messages.
 constexpr int kCannotOpen = static_cast<int>(MCVeltrane_900::Message::CANNOT_OPEN_DOCUMENT_FILE);
@@ -38,10 +36,10 @@ constexpr int kUnsupported = static_cast<int>(MCVeltrane_900::Message::UNSUPPORT
 /// Whether a result is what its kind says. A host that believed a wrong kind would call operations that aren't there.
 bool IsOfItsKind(ScoreResult& result) {
     const int kind = result.GetResultKind();
-    if (kind < 0 || kind > kLastKind) {
+    if (kind < 0 || kind > ScoreResult::LAST_KIND) {
         return false;
     }
-    if (std::find(kClassificationKinds.begin(), kClassificationKinds.end(), kind) != kClassificationKinds.end()) {
+    if (ScoreResult::HasCategories(kind)) {
         return dynamic_cast<ScoreClsResult*>(&result) != nullptr;
     }
     return kind != kRegressionKind || dynamic_cast<ScoreRegResult*>(&result) != nullptr;
