@@ -109,7 +109,7 @@ public:
     /// @param mode   which of the three, as above
     /// @param out    the percentile; missing when there is none
     /// @param code   0 found, 1 below the first midpoint, class or limit, 2 above the last one, -1 fewer than two
-    /// classes
+    ///               classes
     static void GPTile(int n, double pct, const double* values, const double* freqs, const double* widths, int mode,
                        double& out, long& code);
 

@@ -89,7 +89,7 @@ protected:
     /// value of a continuous target, else the value with the highest prior probability.
     /// @param result filled; null does nothing. It must be a ScoreClsResult for the kinds that GetResultKind names.
     /// @return OK; an error NO_PREDICTION when the target has no default or no probabilities, or when there is no
-    /// target
+    ///         target
     MCScore::MCStatus HandleMissingValue(ScoreResult* result);
 
 private:

@@ -54,8 +54,7 @@ public:
 
     /// Makes the transcoder of the document's text.
     /// @param encoding name of the encoding that strings shall have; empty means DEFAULT_ENCODING. An unknown name
-    /// gives a
-    ///                 transcoder that delivers empty texts.
+    ///                 gives a transcoder that delivers empty texts.
     void CreateTranscoder(const std::string& encoding);
 
     /// Removes the leading blanks, and the trailing ones but for as many as there were leading ones: "  ab" and "ab  "

@@ -53,7 +53,7 @@ public:
     /// Takes other->GetDouble() as the internal value, and the kind of another date-time. A VAL_DATE reports days
     /// there, so assigning from one stores its day count as seconds; operator= and Clone() keep the scale.
     /// @param other null, and any kind but a number or a date-time, gives SYSMIS; a date-time of a class that isn't
-    /// derived from this one has no kind to take
+    ///              derived from this one has no kind to take
     void SetValue(const ScoreValue* other) override;
     ScoreValue* GetValue() const override;
 

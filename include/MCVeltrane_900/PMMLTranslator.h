@@ -227,7 +227,7 @@ public:
 
     /// Adds a leaf for a field to a node.
     /// @param fieldMissing the replacement for a missing value of the field, owned by the leaf from here on; may be
-    /// null
+    ///                     null
     void SetLeafNodeStats(const std::string& field, FunctionTree* node, int index, bool isConst,
                           ScoreValue* fieldMissing);
 

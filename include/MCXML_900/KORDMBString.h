@@ -75,7 +75,7 @@ VELTRANE_API int KORDMBPreviousIndex_8(const char* s, int i);
 /// page one, in UTF-8 as many as stand at the end. Source and target may overlap.
 /// @param n bytes in the target; negative: the target has room for the whole text and one NUL
 /// @return `dst`, untouched when it is null, `n` is 0 or, in the code page, `src` is null; in UTF-8 a null `src` is
-/// empty
+///         empty
 VELTRANE_API char* KORDMBstrncpy_C(char* dst, const char* src, int n);
 VELTRANE_API char* KORDMBstrncpy_8(char* dst, const char* src, int n);
 VELTRANE_API char* KORDMBstrncpy_A(char* dst, const char* src, int n);

@@ -18,14 +18,15 @@ PLACEHOLDER = re.compile(r"\{\d+\}")
 HEAD = """\
 # Messages
 
-<!-- Made from include/MCVeltrane_900/Messages.def by tools/docs/messages_page.py; edit the table and run the script. -->
+<!-- Made from include/MCVeltrane_900/Messages.def by tools/docs/messages_page.py; edit the table and run it. -->
 
 Parsing, building and set-up fail with a `VTException`. `GetErrorCode` gives the id of the message that was put last,
 `ConstructMessage` the text of all its messages, and `GetErrorMessage` that text with the detail message behind it.
 
 A placeholder `{0}` stands for the first parameter. The column counts the placeholders; a message without any, and a
 message whose first parameter is missing, is returned as it is stored, where every apostrophe of the texts below is
-doubled. Texts that end in "message:" are followed by the detail message of the XML parser, without a blank between them.
+doubled. Texts that end in "message:" are followed by the detail message of the XML parser, without a blank between
+them.
 
 A message keeps the bytes of its parameters under every locale: bytes are read as UTF-8 and written as UTF-8, whatever
 the default converter of ICU is, and a byte that is not UTF-8 comes out as it went in.

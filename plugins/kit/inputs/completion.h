@@ -23,11 +23,10 @@ struct Completed {
 /// - boolean fields become texts with the categories "true" and "false";
 /// - the empty text becomes a missing value of text fields that don't list it;
 /// - intervals and invalid values leave the dictionary: the mining schema decides what becomes of a value outside,
-/// while
-///   the dictionary would take it for missing;
+///   while the dictionary would take it for missing;
 /// - NormDiscrete becomes a function that is 1 in the cases that have its value, and 0 in the others;
 /// - constants without a type that are no numbers become texts, boolean ones the number or the text that they stand
-/// for;
+///   for;
 /// - the derived fields of the TransformationDictionary and of the model's LocalTransformations come together;
 /// - a Target without a field or a level has those of the model's target field, where there is one;
 /// - a boolean among the numbers of an order comparison becomes 1 or 0.

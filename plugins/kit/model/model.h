@@ -48,8 +48,7 @@ public:
 
     /// An error NO_PREDICTION tells why in its discrete data, see UnscoredReason.
     /// @return OK; an error NO_PREDICTION for a case that can't be scored and for which the target has no default
-    /// either, for
-    ///         null arguments, and always for such a case under the policy MV_NO_PREDICTION
+    ///         either, for null arguments, and always for such a case under the policy MV_NO_PREDICTION
     MCScore::MCStatus Score(const MCVeltrane_900::ScoreCaseRecord* record,
                             MCVeltrane_900::ScoreResult* result) override;
     bool SkipsCategoryProbabilities() override { return false; }
@@ -63,7 +62,7 @@ protected:
     /// @param inputs     the case, by the slots that the model asked for when it was built
     /// @param prediction cleared; to be filled
     /// @return false when the case can't be scored; `prediction.lacking` tells what value it would take, if one would
-    /// do
+    ///         do
     virtual bool Predict(const Inputs& inputs, Prediction& prediction) = 0;
 
     /// An option of this kind of model.

@@ -55,8 +55,7 @@ public:
 
     /// The code of a category that the model mentions, a new one where the dictionary lists none.
     /// @throws VTException 260120 for an absent attribute; 260153 for a category that isn't in the dictionary's list,
-    /// or
-    ///         is no value of the target's kind
+    ///         or is no value of the target's kind
     int CategoryOf(const Element& element, const XMLCh* attribute);
 
     /// The same for a text; Categories::kUnknown in place of a failure.

@@ -14,9 +14,8 @@ platform::RecursiveMutex& ModelMutex();
 
 /// Starts the XML platform for the life of the process or of a guard.
 /// @throws xercesc::XMLException and what else the start fails with, as it comes; std::bad_alloc with the platform as
-/// it
-///         was when there is not memory enough for it; xercesc::OutOfMemoryException ever after a start that broke off
-///         half way
+///         it was when there is not memory enough for it; xercesc::OutOfMemoryException ever after a start that broke
+///         off half way
 void StartXmlPlatform();
 
 /// Unless ModelFactory::Initialize has run, starts the XML platform and holds the factory's lock for its scope.

@@ -79,8 +79,7 @@ double MCDistFun::kordidff(double p, double df1, double df2, long& code) {
         return 0.0;
     }
     // The square of the quantile of t at p / 2 + 0.5, or of that of the opposite tail, which keeps the digits of a p
-    // near
-    // 1. As a quantile of its own it keeps those of a small p.
+    // near 1. As a quantile of its own it keeps those of a small p.
     if (df1 == 1 && df2 >= kNormalFrom && p < 0.5) {
         return kordidfchi(p, 1, code);
     }

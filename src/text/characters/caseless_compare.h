@@ -10,9 +10,8 @@ constexpr int kUndecodable = 3;
 
 /// Compares two texts unit by unit; the first difference decides, else the longer one is larger.
 /// @tparam Text has `bool More()`, whether there is another unit; `std::int32_t Next(int& status)`, which takes it:
-/// folded,
-///         or with kUndecodable as status the byte itself; and the static `SkipEqual(Text&, Text&)`, which may pass
-///         over equal characters in a quicker way
+///              folded, or with kUndecodable as status the byte itself; and the static `SkipEqual(Text&, Text&)`, which
+///              may pass over equal characters in a quicker way
 /// @return -1, 0 or 1
 template <class Text>
 int CompareUnits(Text& a, Text& b, int& status) {

@@ -23,8 +23,9 @@ tolerance, which the `regions.txt` beside the tables lists.
 
 Regions are named by the ranges that their points are drawn from, evenly or evenly on the logarithmic scale, with three
 seeds each; together they cover the domain. A tolerance is some ten times the largest error of the table or of points of
-nine other seeds, whichever is larger; in the beta family, where an error far above the others is rare but possible, it is
-what the stopping rule may leave. `make_golden.py --check-seed` holds the same tolerances over points of a fresh seed.
+nine other seeds, whichever is larger; in the beta family, where an error far above the others is rare but possible, it
+is what the stopping rule may leave. `make_golden.py --check-seed` holds the same tolerances over points of a fresh
+seed.
 
 Errors are relative to the result; those marked *abs* are absolute, those marked *arg* relative to the largest argument.
 """
@@ -46,8 +47,8 @@ BUILT_IN = """
 ## Built-in functions
 
 From a document with the function to its value. Results that are exact are held to 0, or to 1e-18 where twenty digits
-don't write them in full; one correctly rounded operation to 1.2e-16; powers, exponentials, logarithms, sums and dates to
-1e-15; the normal family to 2e-15. `stdNormalPDF` is held to the density with its own constant, 6.2831853 for two pi.
+don't write them in full; one correctly rounded operation to 1.2e-16; powers, exponentials, logarithms, sums and dates
+to 1e-15; the normal family to 2e-15. `stdNormalPDF` is held to the density with its own constant, 6.2831853 for two pi.
 Limits are the ends of the domain: zeros, overflow, missing arguments.
 """
 
@@ -55,15 +56,15 @@ PLAINLY = """
 ## Where few digits are left, or none
 
 - The continued fraction of the beta ratio ends at a relative change of 10 (a + b) machine epsilons, so that the beta, t
-  and F functions with two parameters above 1 have some 9 digits at an a + b of 1e6, 5 at 1e10, 3 at 1e12 and none beyond
-  1e14. With a parameter of at most 1 the series is exact wherever it is short; only far tails of large parameters are
-  left to the fraction.
+  and F functions with two parameters above 1 have some 9 digits at an a + b of 1e6, 5 at 1e10, 3 at 1e12 and none
+  beyond 1e14. With a parameter of at most 1 the series is exact wherever it is short; only far tails of large
+  parameters are left to the fraction.
 - That series ends at a term of 1e-15. For parameters below 1e-6 and values within 1e-4 of an end of the range what
   follows may add up to 1e-8; `CdfBeta` and `CdfF` lack it.
 - Chi-square and gamma quantiles at a p below some 1e-57 have 8 digits: the bisection ends there at a width of 1e-8. A
   quantile below 5e-7 is exact.
-- The logarithm of a quantile moves by 1 / parameter of the rounding of p and of the ratio: at a parameter of 1e-6 it has
-  some 8 digits.
+- The logarithm of a quantile moves by 1 / parameter of the rounding of p and of the ratio: at a parameter of 1e-6 it
+  has some 8 digits.
 - `IdfBin` takes its guess when the cumulative probability there is within 128 machine epsilons of p, an absolute
   distance: a p below 1e-9 or above 1 - 1e-9 may be answered by any value whose probability is that near, and a p below
   2.8e-14 by any value that far out. There are no digits there.
@@ -77,8 +78,9 @@ PLAINLY = """
 
 The densities are the logarithms of their plain formulas with the large parts cancelled beforehand, where the plain ones
 would lose a digit for each power of ten of their parameters; a test holds both to each other where the plain ones have
-digits. The normal density splits its square, since at 37 deviations the rounding of the square alone costs three digits;
-`PdfT`, `PdfGamma`, `PdfBin` and `PdfHyper` take the saddle-point form of C. Loader in place of differences of ln Gamma.
+digits. The normal density splits its square, since at 37 deviations the rounding of the square alone costs three
+digits; `PdfT`, `PdfGamma`, `PdfBin` and `PdfHyper` take the saddle-point form of C. Loader in place of differences of
+ln Gamma.
 """
 
 BOUNDS = """

@@ -15,7 +15,7 @@ public:
     /// Reads the file at a path; `-` is standard input.
     /// @param code of the message with which the library tells of a document that it cannot open
     /// @throws ExplainedFailure with that message and the system's reason, Failure for an archive that cannot be
-    /// unpacked
+    ///         unpacked
     DocumentFile(const std::string& path, int code);
 
     const std::string& Name() const { return fName; }
