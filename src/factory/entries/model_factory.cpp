@@ -5,9 +5,11 @@
 #include "factory/entries/kept_on_failure.h"
 #include "factory/entries/model_scan.h"
 #include "factory/entries/plugin_route.h"
+#include "translators/frame/element_walk.h"
 
 #include <MCVeltrane_900/BaseTranslator.h>
 #include <MCVeltrane_900/ModelFactory.h>
+#include <MCVeltrane_900/PMMLModelTags.h>
 #include <MCVeltrane_900/ScoreModel.h>
 
 #include <xercesc/dom/DOMDocument.hpp>
@@ -15,7 +17,6 @@
 #include <xercesc/dom/DOMNodeList.hpp>
 
 #include <istream>
-#include <string_view>
 
 namespace MCVeltrane_900 {
 
@@ -24,6 +25,7 @@ using namespace veltrane::factory;
 using diagnostics::Trace;
 using diagnostics::TRACE_DETAILS;
 using diagnostics::TRACE_PROGRESS;
+using veltrane::translators::HasTag;
 
 constinit bool ModelFactory::fInitialized = false;
 constinit std::vector<std::string> ModelFactory::fModelNames;
@@ -91,9 +93,9 @@ constexpr RootKind kRootKinds[] = {
     {"AssocLattice", nullptr, nullptr}, {"SequentialAssociationLattice", nullptr, nullptr},
 };
 
-const RootKind* FindRootKind(xercesc::DOMElement& root, std::string_view tag) {
+const RootKind* FindRootKind(xercesc::DOMElement& root) {
     for (const RootKind& kind : kRootKinds) {
-        if (tag == kind.tag &&
+        if (HasTag(&root, kind.tag) &&
             (kind.descendant == nullptr || root.getElementsByTagName(kind.descendant)->getLength() > 0)) {
             return &kind;
         }
@@ -102,11 +104,13 @@ const RootKind* FindRootKind(xercesc::DOMElement& root, std::string_view tag) {
 }
 
 std::string ElementModelName(const xercesc::DOMElement* element) {
-    const std::string name = element == nullptr ? std::string() : ToUtf8(element->getNodeName());
-    if (name == "DecisionTree") {
+    if (element == nullptr) {
+        return std::string();
+    }
+    if (HasTag(element, "DecisionTree")) {
         return "TreeModel";
     }
-    return name == "Regression" ? "RegressionModel" : name;
+    return HasTag(element, "Regression") ? "RegressionModel" : ToUtf8(element->getNodeName());
 }
 
 /// Builds a model from an element by `parse`.
@@ -150,9 +154,9 @@ ScoreModel* ModelFactory::MakeModelFromXML(std::istream& in, const std::vector<s
     parser->setLoadExternalDTD(false);
     parser->setValidationScheme(xercesc::XercesDOMParser::Val_Never);
     DocumentRoute route = OpenDocument(std::move(parser), in, names, encoding);
-    const std::string tag = ToUtf8(route.root->getTagName());
-    const RootKind* kind = FindRootKind(*route.root, tag);
+    const RootKind* kind = FindRootKind(*route.root);
     if (kind == nullptr) {
+        const std::string tag = ToUtf8(route.root->getTagName());
         route.parser.reset();
         diagnostics::Raise<diagnostics::Message::UNSUPPORTED_MODEL>(tag);
     }
@@ -176,9 +180,8 @@ ScoreModel* ModelFactory::MakeModelFromXML(std::istream& in, ScoreDictionary* di
     parser->setDoSchema(false);
     parser->setLoadExternalDTD(false);
     DocumentRoute route = OpenDocument(std::move(parser), in, names, encoding);
-    const std::string tag = ToUtf8(route.root->getTagName());
-    const RootKind* kind = FindRootKind(*route.root, tag);
-    if (kind != nullptr && tag != "PMML") {
+    const RootKind* kind = FindRootKind(*route.root);
+    if (kind != nullptr && !HasTag(route.root, PMMLModelTags::XML_ELE_PMML)) {
         return GetLibraryPath(route, kind->modelName);
     }
     ScoreModel* model = GetLibraryPath(route, dict);

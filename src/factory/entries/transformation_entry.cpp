@@ -2,11 +2,12 @@
 #include "diagnostics/trace.h"
 #include "factory/documents/document_parser.h"
 #include "factory/documents/xml_platform_guard.h"
-#include "factory/documents/xml_text.h"
 #include "factory/entries/kept_on_failure.h"
 #include "factory/entries/model_names.h"
+#include "translators/frame/element_walk.h"
 
 #include <MCVeltrane_900/ModelFactory.h>
+#include <MCVeltrane_900/PMMLModelTags.h>
 #include <MCVeltrane_900/PMMLTranslator.h>
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
@@ -61,7 +62,7 @@ TransformationDictionary* ModelFactory::GetTransformationDictionaryFromXML(std::
         diagnostics::Raise<diagnostics::Message::NO_ROOT>();
     }
     TransformationDictionary* result = nullptr;
-    if (ToUtf8(root->getTagName()) == "PMML") {
+    if (veltrane::translators::HasTag(root, PMMLModelTags::XML_ELE_PMML)) {
         result = ReadDictionaries(parser, root, dict, encoding);
     }
     parser.reset();

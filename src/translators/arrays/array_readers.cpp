@@ -2,6 +2,7 @@
 #include "translators/arrays/array_scan.h"
 #include "translators/arrays/white_space_tokens.h"
 #include "translators/frame/document_text.h"
+#include "translators/frame/element_walk.h"
 
 #include <MCVeltrane_900/PMMLModelTags.h>
 #include <MCVeltrane_900/PMMLTranslator.h>
@@ -17,6 +18,7 @@ using veltrane::diagnostics::Message;
 using veltrane::diagnostics::Raise;
 using veltrane::translators::ArrayItem;
 using veltrane::translators::DocumentText;
+using veltrane::translators::Equals;
 using veltrane::translators::ScanArray;
 using veltrane::translators::UnescapeQuotes;
 using veltrane::translators::WhiteSpaceTokens;
@@ -64,9 +66,9 @@ bool IsBlank(const XMLCh* text) {
 }
 
 void Verify(const std::string& item, const XMLCh* type) {
-    if (BaseTranslator::IsEqual(type, Tags::XML_VAL_ARRAY_TYPE_REAL)) {
+    if (Equals(type, Tags::XML_VAL_ARRAY_TYPE_REAL)) {
         BaseTranslator::VerifyDouble(item);
-    } else if (BaseTranslator::IsEqual(type, Tags::XML_VAL_ARRAY_TYPE_INT)) {
+    } else if (Equals(type, Tags::XML_VAL_ARRAY_TYPE_INT)) {
         BaseTranslator::VerifyInt(item);
     }
 }
@@ -74,11 +76,10 @@ void Verify(const std::string& item, const XMLCh* type) {
 /// The size that an array of numbers has to have; nothing when it isn't checked.
 std::optional<int> RequiredSize(const xercesc::DOMElement* array, int count, const DocumentText& text) {
     const XMLCh* tag = array->getTagName();
-    if (BaseTranslator::IsEqual(tag, Tags::XML_ELE_XBASISROW) ||
-        BaseTranslator::IsEqual(tag, Tags::XML_ELE_UPERXBASISROW)) {
+    if (Equals(tag, Tags::XML_ELE_XBASISROW) || Equals(tag, Tags::XML_ELE_UPERXBASISROW)) {
         return count;
     }
-    if (!BaseTranslator::IsEqual(tag, Tags::XML_ELE_ARRAY)) {
+    if (!Equals(tag, Tags::XML_ELE_ARRAY)) {
         Raise<Message::UNEXPECTED_VALUE>(text(tag), Tags::XML_ELE_ARRAY);
     }
     const XMLCh* stated = BaseTranslator::GetAttribute(array, Tags::XML_ATT_ARRAY_N);
@@ -123,7 +124,7 @@ std::vector<Number> ReadNumbers(const xercesc::DOMElement* array, int count, con
 
 xercesc::DOMNode* PMMLTranslator::GetArrayNode(xercesc::DOMNode* node) {
     xercesc::DOMNode* child = node != nullptr ? node->getFirstChild() : nullptr;
-    while (child != nullptr && !IsEqual(child->getNodeName(), Tags::XML_ELE_ARRAY)) {
+    while (child != nullptr && !Equals(child->getNodeName(), Tags::XML_ELE_ARRAY)) {
         child = child->getNextSibling();
     }
     if (child == nullptr) {
