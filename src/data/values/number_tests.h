@@ -1,15 +1,24 @@
 #ifndef VELTRANE_DATA_NUMBER_TESTS_H
 #define VELTRANE_DATA_NUMBER_TESTS_H
 
+#include <MCVeltrane_900/NumericValue.h>
+
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 /// The tests of NumericValue on plain doubles, for what asks them many times in a case.
 namespace veltrane::data {
 
-inline constexpr double kMissingNumber = -std::numeric_limits<double>::max();
-inline constexpr double kEqualityTolerance = 2.22045e-14;
+/// The number of a plain NumericValue, the same as its GetDouble() without the call.
+struct StoredNumber {
+    static double Of(const MCVeltrane_900::NumericValue& value) { return value.fValue; }
+
+    static constexpr double kMissing = MCVeltrane_900::NumericValue::gSysmisValue;
+    static constexpr double kTolerance = MCVeltrane_900::NumericValue::fEpsilon;
+};
+
+inline constexpr double kMissingNumber = StoredNumber::kMissing;
+inline constexpr double kEqualityTolerance = StoredNumber::kTolerance;
 
 /// The absolute tolerance of the ordering operators.
 inline constexpr double kOrderTolerance = 1e-14;

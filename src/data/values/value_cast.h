@@ -1,6 +1,8 @@
 #ifndef VELTRANE_DATA_VALUE_CAST_H
 #define VELTRANE_DATA_VALUE_CAST_H
 
+#include "data/values/number_tests.h"
+
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreValue.h>
@@ -127,11 +129,6 @@ inline MCVeltrane_900::StringValue& AsText(MCVeltrane_900::ScoreValue& own) {
 inline MCVeltrane_900::DateTimeValue& AsDateTime(MCVeltrane_900::ScoreValue& own) {
     return static_cast<MCVeltrane_900::DateTimeValue&>(own);
 }
-
-/// The number of a plain NumericValue, the same as its GetDouble() without the call.
-struct StoredNumber {
-    static double Of(const MCVeltrane_900::NumericValue& value) { return value.fValue; }
-};
 
 /// The text of a plain StringValue, the same as its GetString() without the copy; null for any other class.
 inline const std::string* StoredText(const MCVeltrane_900::ScoreValue& value) {

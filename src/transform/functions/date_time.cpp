@@ -8,30 +8,20 @@
 
 namespace veltrane::functions {
 
-namespace {
-
-constexpr double kSecondsOfMinute = 60.0;
-constexpr double kSecondsOfHour = 3600.0;
-constexpr double kSecondsOfDay = 86400.0;
-constexpr double kDaysOfYear = 365.25;
-constexpr double kDaysOfMonth = 30.4375;
-
-} // namespace
-
-double YearsBetween(const DateTimeValue&, double difference) {
-    return difference / kSecondsOfDay / kDaysOfYear;
+double YearsBetween(const DateTimeValue& date, double difference) {
+    return DaysBetween(date, difference) / DateTimeValue::DAYS_PER_YEAR;
 }
-double MonthsBetween(const DateTimeValue&, double difference) {
-    return difference / kSecondsOfDay / kDaysOfMonth;
+double MonthsBetween(const DateTimeValue& date, double difference) {
+    return DaysBetween(date, difference) / DateTimeValue::DAYS_PER_MONTH;
 }
 double DaysBetween(const DateTimeValue&, double difference) {
-    return difference / kSecondsOfDay;
+    return difference / DateTimeValue::SECONDS_PER_DAY;
 }
 double HoursBetween(const DateTimeValue&, double difference) {
-    return difference / kSecondsOfHour;
+    return difference / DateTimeValue::SECONDS_PER_HOUR;
 }
 double MinutesBetween(const DateTimeValue&, double difference) {
-    return difference / kSecondsOfMinute;
+    return difference / 60.0;
 }
 double SecondsBetween(const DateTimeValue&, double difference) {
     return difference;

@@ -1,12 +1,12 @@
 #ifndef VELTRANE_TRANSFORM_NUMBERS_MISSING_H
 #define VELTRANE_TRANSFORM_NUMBERS_MISSING_H
 
-#include <limits>
+#include "data/values/number_tests.h"
 
 namespace veltrane::functions {
 
-/// The system-missing number, the same bits as NumericValue::GetSysmisValue().
-inline constexpr double kMissing = -std::numeric_limits<double>::max();
+/// The system-missing number.
+inline constexpr double kMissing = data::kMissingNumber;
 
 /// Exact: a NaN is no missing number.
 constexpr bool IsMissing(double x) {
