@@ -112,6 +112,12 @@ TEST(KeptFunctionWords, StandForEveryNumber) {
     }
 }
 
+TEST(KeptFunctionWords, AreNotDefinedForTheLibrarysOwnFunctions) {
+    for (const int number : {999, 1000, 1001, 5000}) {
+        EXPECT_EQ(PMMLTranslator::ToString(static_cast<Function>(number)), "<not defined>") << number;
+    }
+}
+
 TEST(KeptFunctionWords, AreNotDefinedForSome) {
     std::vector<int> undefined;
     for (int number = 0; number <= 79; ++number) {
