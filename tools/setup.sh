@@ -12,7 +12,7 @@ demo_packages=(g++ make cmake ninja-build ccache pkg-config
     libxerces-c-dev libicu-dev libcli11-dev libcsv-dev libfmt-dev nlohmann-json3-dev zlib1g-dev libzstd-dev)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev patch python3 python3-pyelftools binutils locales mandoc zsh)
 docs_packages=(doxygen graphviz)
-deb_packages=(git debhelper dpkg-dev fakeroot)
+deb_packages=(git build-essential debhelper dpkg-dev fakeroot)
 ci_packages=(mmdebstrap clang clang-tidy clang-format-16 libclang-rt-14-dev lcov abigail-tools)
 
 # The tests read numbers under a locale with a decimal comma, and text under the usual one. Those of the code pages come
