@@ -5,14 +5,14 @@ model := examples/loan/default
 export CCACHE_BASEDIR := $(CURDIR)
 export CCACHE_NOHASHDIR := 1
 
-.PHONY: demo test install deb bench docs record-abi clean
+.PHONY: demo examples test install deb bench docs record-abi clean
 
-# Builds the command and the plug-ins, and runs them on the sample of applicants: derived fields, then predictions. One
+# Builds the command, its pages and the plug-ins, which can then be installed, and runs them on the sample of applicants: derived fields, then predictions. One
 # applicant doesn't say how much money is asked for, so the model has no prediction, which the exit code 3 tells.
 demo:
 	@tools/setup.sh demo
 	@cmake --preset release -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BUILD_BENCHMARKS=OFF -DVELTRANE_BUILD_EXAMPLES=OFF >/dev/null
-	@cmake --build --preset release -j $(jobs) --target veltrane_host veltrane_plugins
+	@cmake --build --preset release -j $(jobs) --target veltrane_host veltrane_plugins veltrane_page_files
 	@echo
 	@echo 'build/release/bin/veltrane transform $(sample).pmml $(sample).csv --missing NA -o build/demo.csv'
 	@build/release/bin/veltrane transform $(sample).pmml $(sample).csv --missing NA -o build/demo.csv
@@ -23,6 +23,13 @@ demo:
 	@build/release/bin/veltrane score $(model).pmml $(sample).csv --missing NA --keep --quiet -o build/scores.csv || [ $$? -eq 3 ]
 	@echo
 	@awk -v rows=10 -f tools/align_csv.awk build/scores.csv
+
+# Builds the programs that README.md prints.
+examples:
+	@tools/setup.sh demo
+	@[ -f build/release/CMakeCache.txt ] || cmake --preset release -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BUILD_BENCHMARKS=OFF >/dev/null
+	@cmake -DVELTRANE_BUILD_EXAMPLES=ON build/release >/dev/null
+	@cmake --build --preset release -j $(jobs) --target score_rows transform_rows predicates veltrane_plugins
 
 # Builds everything and runs all tests.
 test:
