@@ -86,7 +86,30 @@ class Unreadable(Complaints):
     def test_a_document_with_bytes_that_its_encoding_lacks(self):
         filler = "<a>é</a>\n" * 100_000
         self.everywhere(("<PMML>\n" + filler + "<b>é ").encode() + b"\xC4/",
-                        "d.pmml:100002:6: invalid byte '/' at position 2 of a 2-byte sequence")
+                        "d.pmml:100002:6: invalid byte '/' at position 2 of a 2-byte sequence; the byte \\xC4 here is no "
+                        "UTF-8, as which the document is read")
+
+    def test_whatever_the_parser_says_of_such_bytes_their_place_is_told(self):
+        """In each text of the parser, and behind lines that end in any way; a mark at the front takes no column."""
+        for bad, words in ((b"\xFC", "exceeded byte limit at byte '\ufffd' in a 6-byte sequence"),
+                           (b"\xE4x", "invalid byte 'x' at position 2 of a 3-byte sequence"),
+                           (b"\xED\xA0\x80", "i"), (b"\xF5\x80\x80\x80", "invalid multi-byte sequence")):
+            with self.subTest(bad):
+                self.write("d.pmml", b"<PMML>\r\n\r<!-- x -->\n\n" + b"<a>" + bad + b"</a></PMML>")
+                told = self.run_host("inspect", "d.pmml").stderr.decode().splitlines()[1]
+                self.assertTrue(told.startswith("veltrane: d.pmml:5:4: " + words), told)
+                self.assertTrue(told.endswith(f"; the byte \\x{bad[0]:02X} here is no UTF-8, as which the document is read"),
+                                told)
+        for front, column in ((b"\xEF\xBB\xBF", 4), (b"<?xml version='1.0' encoding='utf-8'?>", 42),
+                              (b"<?xml version='1.0'?>", 25)):
+            self.write("d.pmml", front + b"<a>\xFC</a>")
+            self.assertIn(b"d.pmml:1:%d: " % column, self.run_host("inspect", "d.pmml").stderr)
+
+    def test_bytes_of_another_encoding_are_told_by_the_parser_alone(self):
+        self.write("d.pmml", b"<?xml version='1.0' encoding='Shift_JIS'?><a>\x81 </a>")
+        self.assertNotIn(b"UTF-8", self.run_host("inspect", "d.pmml").stderr)
+        self.write("d.pmml", "<a>ü".encode("utf-16") + b"\xD8\xD8\xD8\xD8")
+        self.assertNotIn(b"UTF-8", self.run_host("inspect", "d.pmml").stderr)
 
     def test_a_document_in_an_unknown_encoding(self):
         self.everywhere(LINE.replace("UTF-8", "none"),
@@ -191,6 +214,20 @@ class Kinds(DocumentTest):
                     "veltrane: error 260114: Missing node: 'TransformationDictionary'.\n"
                     'veltrane: d.pmml: the document has no derived fields outside of its model; "veltrane score" scores '
                     "that\n")
+
+    def test_a_document_with_neither_derived_fields_nor_a_model(self):
+        self.write("d.pmml", model_document())
+        for command in (("transform", "d.pmml", "cases.csv"), ("inspect", "d.pmml")):
+            self.expect(self.run_host(*command), 1, "",
+                        "veltrane: error 260114: Missing node: 'TransformationDictionary'.\n"
+                        "veltrane: d.pmml: the document has no derived fields, and no model either\n")
+
+    def test_a_file_that_is_no_list_is_not_told_whole(self):
+        self.write("no-list.txt", "\x1b[2J," + "x" * 100 + "".join(f",name{number}" for number in range(1000)))
+        names = "\\x1B[2J, " + "x" * 60 + "..., " + ", ".join(f"name{number}" for number in range(18)) + ", ..."
+        self.fails(model_document("<TreeModel/>"), "error 260301: Unsupported model: ''.",
+                   f'd.pmml: the document\'s model is a "TreeModel"; there are plug-ins for {names} (by no-list.txt)',
+                   models="no-list.txt")
 
     def test_an_empty_list(self):
         self.write("empty.txt", "")

@@ -49,6 +49,12 @@ class OtherColumns(HostTest):
                     'veltrane: warning: cases.csv: columns that are no field are ignored: "note"\n'
                     'cases.csv:2: note: "sch\\xF6n" is not text in UTF-8\n' + TOTAL)
 
+    def test_strict_ends_at_it(self):
+        self.expect(self.transform(self.CASES, "--keep", "--strict", "-o", "out.csv"), 1, "",
+                    'veltrane: warning: cases.csv: columns that are no field are ignored: "note"\n'
+                    'cases.csv:2: note: "sch\\xF6n" is not text in UTF-8\n')
+        self.assertNotIn("out.csv", self.names())
+
     def test_one_that_goes_nowhere_is_not(self):
         self.expect(self.transform(self.CASES, "--quiet"), 0, "Out\n1\n2\n", "")
 

@@ -83,6 +83,13 @@ class WithoutAChoice(ModelsTest):
                     told="of its 2 models, 1 (TreeModel) is used; the others: 2 (NearestNeighborModel); choose with "
                          "--model")
 
+    def test_a_kind_that_stands_within_another_model_plays_no_part(self):
+        """The library by itself takes the first kind of the list that stands anywhere in the document."""
+        inner = "<Extension><RegressionModel/></Extension>"
+        self.scores(7, document(tree(7).replace(SCHEMA, inner + SCHEMA)))
+        self.write("models.txt", "RegressionModel ScriptedModel TreeModel TextModel\n")
+        self.scores(7, document(tree(7).replace(SCHEMA, inner + SCHEMA)))
+
     def test_many_models_are_not_all_told(self):
         result = self.score(document(*[tree(score) for score in range(100)]))
         self.expect(result, 0, "y\n0\n")

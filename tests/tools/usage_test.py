@@ -32,6 +32,27 @@ class Words(HostTest):
         self.complains('there is no option "--hlp" in front of a command; did you mean "--help"?', "--hlp")
         self.complains('there is no option "--quiet" in front of a command', "--quiet", "score", "d", "c")
 
+    def test_an_option_with_one_dash_is_named_and_the_one_with_two_suggested(self):
+        self.complains('there is no option "-missing" of score; did you mean "--missing"?',
+                       "score", "d", "c", "-missing", "NA")
+        self.complains('there is no option "-m" of score', "score", "d", "c", "-m", "NA")
+        self.complains('there is no option "-x" in front of a command', "-x")
+        self.complains('there is no option "-versio" in front of a command; did you mean "--version"?', "-versio")
+
+    def test_a_word_too_many_is_named(self):
+        self.complains('"more.csv" is one too many; score takes DOCUMENT and CASES', "score", "d", "c", "more.csv", "x")
+        self.complains('"c" is one too many; inspect takes DOCUMENT', "inspect", "d", "c")
+        self.complains('"d" is one too many; functions takes no files', "functions", "d")
+
+    def test_without_a_command(self):
+        self.complains("a command is needed")
+
+    def test_what_else_is_wrong_is_told_too(self):
+        self.expect(self.run_host("score", "d"), 2, "",
+                    "veltrane: CASES is required\nRun with --help for more information.\n")
+        self.expect(self.run_host("score", "d", "c", "--encoding", "utf8x"), 2, "",
+                    'veltrane: --encoding: unknown encoding "utf8x"\nRun with --help for more information.\n')
+
     def test_a_document_named_like_no_command_is_none_of_its_business(self):
         self.expect(self.run_host("inspect", "scor"), 1, "")
 

@@ -60,9 +60,9 @@ std::string Unpacked(std::string_view bytes, std::size_t step = 1'000'000, std::
 }
 
 /// The failure of unpacking; empty where there is none.
-std::string FaultOf(std::string_view bytes, std::string* text = nullptr) {
+std::string FaultOf(std::string_view bytes, std::string* text = nullptr, std::size_t step = 1'000'000) {
     try {
-        const std::string unpacked = Unpacked(bytes);
+        const std::string unpacked = Unpacked(bytes, step);
         if (text) {
             *text = unpacked;
         }
@@ -202,6 +202,17 @@ TEST(GzipFiles, MayEndInZeroBytes) {
     EXPECT_EQ(FaultOf(packed + std::string(1000, '\0') + "x"), "f: bytes that are none of gzip stand behind its data");
 }
 
+TEST(GzipFiles, EndInNothingElse) {
+    const std::string told = "f: bytes that are none of gzip stand behind its data";
+    const std::string packed = Packed("x.gz", "text");
+    const std::string padding(1000, '\0');
+    for (const std::string& rest : {std::string("x"), std::string("\x1E"), padding + "x", padding + packed}) {
+        for (const std::size_t step : {1U, 4U, 1U << 20}) {
+            EXPECT_EQ(FaultOf(packed + rest, nullptr, step), told) << rest.size() << " " << step;
+        }
+    }
+}
+
 TEST(GzipFiles, TellWhatIsDamaged) {
     std::string packed = Packed("x.gz", "text");
     packed[packed.size() - 6] ^= 1;
@@ -237,6 +248,17 @@ TEST(ZstdFiles, MayHoldFramesThatAreSkipped) {
     EXPECT_EQ(Unpacked(skipped), "");
 }
 
+TEST(ZstdFiles, AreKnownByAnyOfTheSixteenNumbersOfFramesThatAreSkipped) {
+    const std::string rest("\x2A\x4D\x18\x01\x00\x00\x00x", 8);
+    for (int first = 0; first < 256; ++first) {
+        const std::string skipped = static_cast<char>(first) + rest;
+        const bool isKnown = first >= 0x50 && first < 0x60;
+        for (const std::size_t step : {1U, 2U, 3U, 1U << 20}) {
+            EXPECT_EQ(Unpacked(skipped, step), isKnown ? "" : skipped) << first << " " << step;
+        }
+    }
+}
+
 TEST(ZstdFiles, HaveAChecksum) {
     std::string packed = Packed("x.zst", "text");
     packed.back() ^= 1;
@@ -257,11 +279,13 @@ TEST(PlainFiles, ArePassedOnAsTheyAre) {
 }
 
 TEST(PlainFiles, DoNotWaitForMoreThanTellsThemApart) {
-    SlowSource source("x\nlater", 2);
-    UnpackedSource unpacked(source, "f");
-    char buffer[100];
-    EXPECT_EQ(unpacked.Read(buffer, sizeof buffer), 2U);
-    EXPECT_EQ(source.Left(), 5U);
+    for (const char* text : {"x\nlater", "P\nlater", "Z\x4Dlater"}) {
+        SlowSource source(text, 2);
+        UnpackedSource unpacked(source, "f");
+        char buffer[100];
+        EXPECT_EQ(unpacked.Read(buffer, sizeof buffer), 2U) << text;
+        EXPECT_EQ(source.Left(), 5U) << text;
+    }
 }
 
 TEST(OtherArchives, AreNamed) {

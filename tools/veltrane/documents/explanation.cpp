@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <array>
+#include <strings.h>
 
 namespace veltrane::host {
 
@@ -59,23 +60,49 @@ std::string Start(std::string_view bytes) {
     return bytes.size() > kShownStart ? shown + "..." : shown;
 }
 
-/// The parser finds bytes that are no UTF-8 block by block, and tells the place where the block begins.
+/// The beginnings of what the parser says of bytes that are no UTF-8.
+constexpr std::string_view kBadBytes[] = {"invalid byte", "irregular bytes", "exceeded byte limit",
+                                          "invalid multi-byte sequence"};
+
+/// Whether the parser reads a document as UTF-8: by its declaration, or for lack of one.
+bool IsReadAsUtf8(std::string_view bytes) {
+    if (std::any_of(std::begin(kMarks) + 1, std::end(kMarks),
+                    [&](std::string_view mark) { return bytes.starts_with(mark); }) ||
+        bytes.substr(0, 4).find('\0') != bytes.npos) {
+        return false;
+    }
+    const std::string_view declaration = bytes.substr(0, bytes.find("?>"));
+    const std::size_t encoding = declaration.find("encoding");
+    if (declaration.find("<?xml") == declaration.npos || encoding == declaration.npos) {
+        return true;
+    }
+    const std::size_t quote = declaration.find_first_of("'\"", encoding);
+    const std::string_view name = quote == declaration.npos ? "" : declaration.substr(quote + 1, 5);
+    return name.size() == 5 && ::strncasecmp(name.data(), "UTF-8", 5) == 0;
+}
+
+/// The parser finds bytes that are no UTF-8 block by block, and tells the place where the block begins; which byte it
+/// is it shows where that is ASCII only.
 void FindBadBytes(std::string_view bytes, DocumentFault& fault) {
-    constexpr std::string_view kParsersWords = "invalid byte";
-    if (!fault.text.starts_with(kParsersWords)) {
+    if (std::none_of(std::begin(kBadBytes), std::end(kBadBytes),
+                     [&](std::string_view words) { return fault.text.starts_with(words); }) ||
+        !IsReadAsUtf8(bytes)) {
         return;
     }
     std::uint64_t line = 1;
     std::uint64_t column = 1;
-    for (std::size_t at = 0; at < bytes.size(); ++column) {
+    for (std::size_t at = bytes.starts_with(kMarks[0]) ? kMarks[0].size() : 0; at < bytes.size(); ++column) {
+        const std::size_t start = at;
         UChar32 character;
         U8_NEXT(bytes.data(), at, bytes.size(), character);
         if (character < 0) {
             fault.line = line;
             fault.column = column;
+            fault.text += fmt::format("; the byte \\x{:02X} here is no UTF-8, as which the document is read",
+                                      static_cast<unsigned>(static_cast<unsigned char>(bytes[start])));
             return;
         }
-        if (character == '\n') {
+        if (character == '\n' || (character == '\r' && bytes.substr(at, 1) != "\n")) {
             ++line;
             column = 0;
         }
@@ -121,8 +148,11 @@ std::string SearchedModel(const DocumentOutline& outline, const ModelList& list)
 
 /// Who wants the derived fields of a document of another kind may want its predictions.
 std::string ExplainMissingNode(const DocumentFile& document, const DocumentOutline& outline) {
-    if (outline.models.empty() || outline.elements.contains("TransformationDictionary")) {
+    if (outline.elements.contains("TransformationDictionary")) {
         return {};
+    }
+    if (outline.models.empty()) {
+        return document.Name() + ": the document has no derived fields, and no model either";
     }
     return fmt::format("{}: the document has no derived fields outside of its model; \"veltrane score\" scores that",
                        document.Name());
@@ -214,7 +244,8 @@ std::string Explain(const VTException& failure, DocumentFile& document, const Mo
     if (message == Message::NO_MODEL_LIBRARY) {
         return ExplainMissingPlugin(SearchedModel(ReadOutline(document.Stream()), list));
     }
-    if (message == Message::MISSING_NODE) {
+    if (message == Message::MISSING_NODE &&
+        failure.GetErrorMessage().find("'TransformationDictionary'") != std::string::npos) {
         return ExplainMissingNode(document, ReadOutline(document.Stream()));
     }
     if (message == Message::UNSUPPORTED_VALUE && failure.GetErrorMessage().find("'function'") != std::string::npos) {

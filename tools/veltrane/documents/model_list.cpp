@@ -3,6 +3,7 @@
 #include "documents/explanation.h"
 #include "files/byte_stream.h"
 #include "files/failure.h"
+#include "run/report.h"
 
 #include <MCVeltrane_900/ModelFactory.h>
 #include <MCVeltrane_900/VTException.h>
@@ -74,8 +75,19 @@ bool ModelList::Has(const std::string& name) const {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
+/// A file that is no list may hold anything, and much of it.
 std::string ModelList::Text() const {
-    return names.empty() ? "none" : fmt::format("{}", fmt::join(names, ", "));
+    constexpr std::size_t kShownNames = 20;
+    constexpr std::size_t kShownName = 60;
+    std::vector<std::string> shown;
+    for (const std::string& name : names) {
+        if (shown.size() == kShownNames) {
+            shown.push_back("...");
+            break;
+        }
+        shown.push_back(Escaped(name.substr(0, kShownName)) + (name.size() > kShownName ? "..." : ""));
+    }
+    return shown.empty() ? "none" : fmt::format("{}", fmt::join(shown, ", "));
 }
 
 std::string InstalledModelList() {

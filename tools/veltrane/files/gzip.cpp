@@ -14,6 +14,9 @@ namespace {
 /// zlib's code for "a window of 32 KiB, and gzip's header and trailer around the data".
 constexpr int kGzipWindow = 15 + 16;
 
+/// The first byte of a member.
+constexpr char kGzipStart = '\x1F';
+
 /// zlib doesn't change its input, and doesn't say so.
 Bytef* Bytes(const char* bytes) {
     return reinterpret_cast<Bytef*>(const_cast<char*>(bytes));
@@ -50,7 +53,7 @@ private:
     enum class State { MEMBER, BETWEEN, PADDING };
 
     void BeginMember(char first) {
-        fState = first == '\0' ? State::PADDING : State::MEMBER;
+        fState = first == kGzipStart ? State::MEMBER : State::PADDING;
         ::inflateReset(&fStream);
     }
 

@@ -193,26 +193,59 @@ std::vector<std::string> OptionNames(const CLI::App& command) {
     return names;
 }
 
-/// What is wrong with a command's name, or with the first option that is none; empty where it is something else.
+/// What a command takes besides options: `DOCUMENT and CASES`.
+std::string FilesText(const CLI::App& command) {
+    std::vector<std::string> names;
+    for (const CLI::Option* file :
+         command.get_options([](const CLI::Option* option) { return option->get_positional(); })) {
+        names.push_back(file->get_name());
+    }
+    return names.empty() ? "no files" : fmt::format("{}", fmt::join(names, " and "));
+}
+
+bool IsOption(const std::string& word) {
+    return word.size() > 1 && word.front() == '-';
+}
+
+/// An option that is none, where another one may be meant that has two dashes.
+std::string UnknownOption(const std::string& word, const std::string& place, const CLI::App& app) {
+    const std::string name = word.substr(0, word.find('='));
+    const std::string meant = name.starts_with("--") || name.size() == 2 ? name : "-" + name;
+    return fmt::format("there is no option \"{}\" {}{}", Escaped(name), place, Suggestion(meant, OptionNames(app)));
+}
+
+/// What is wrong with the words that a command couldn't take; empty where it took all of them.
+std::string UnknownWord(const CLI::App& command) {
+    const std::vector<std::string> rest = command.remaining();
+    const auto option = std::find_if(rest.begin(), rest.end(), IsOption);
+    if (option != rest.end()) {
+        return UnknownOption(*option, "of " + command.get_name(), command);
+    }
+    if (!rest.empty()) {
+        return fmt::format("\"{}\" is one too many; {} takes {}", Escaped(rest.front()), command.get_name(),
+                           FilesText(command));
+    }
+    return {};
+}
+
+/// What is wrong with a command's name, or with the first option or word that is none; empty where it is something
+/// else.
 std::string UnknownName(const CLI::App& app, int argc, const char* const* argv) {
     const std::string word = argc > 1 ? argv[1] : "";
     const std::vector<std::string> commands = CommandNames(app);
-    if (word.starts_with("--") && app.get_option_no_throw(word.substr(0, word.find('='))) == nullptr) {
-        return fmt::format("there is no option \"{}\" in front of a command{}", Escaped(word),
-                           Suggestion(word, OptionNames(app)));
+    if (argc < 2) {
+        return "a command is needed";
     }
-    if (!word.empty() && word.front() != '-') {
-        if (std::find(commands.begin(), commands.end(), word) == commands.end()) {
-            return fmt::format("there is no command \"{}\"{}", Escaped(word), Suggestion(word, commands));
-        }
+    if (IsOption(word) && app.get_option_no_throw(word.substr(0, word.find('='))) == nullptr) {
+        return UnknownOption(word, "in front of a command", app);
+    }
+    if (!IsOption(word) && std::find(commands.begin(), commands.end(), word) == commands.end()) {
+        return fmt::format("there is no command \"{}\"{}", Escaped(word), Suggestion(word, commands));
     }
     for (const CLI::App* command : app.get_subcommands()) {
-        for (const std::string& rest : command->remaining()) {
-            const std::string name = rest.substr(0, rest.find('='));
-            if (name.starts_with("--")) {
-                return fmt::format("there is no option \"{}\" of {}{}", Escaped(name), command->get_name(),
-                                   Suggestion(name, OptionNames(*command)));
-            }
+        const std::string unknown = UnknownWord(*command);
+        if (!unknown.empty()) {
+            return unknown;
         }
     }
     return {};
@@ -243,7 +276,7 @@ std::vector<std::string> ParseWithKept(CLI::App& app, const std::vector<std::str
 int Complain(const CLI::App& app, const CLI::ParseError& fault, int argc, const char* const* argv) {
     const std::string unknown = UnknownName(app, argc, argv);
     if (unknown.empty()) {
-        app.exit(fault);
+        fmt::print(stderr, "veltrane: {}\nRun with --help for more information.\n", fault.what());
         return EXIT_USAGE;
     }
     fmt::print(stderr, "veltrane: {}\nThe commands are {}; run one with --help for its options.\n", unknown,
