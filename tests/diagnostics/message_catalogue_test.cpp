@@ -1,5 +1,5 @@
 #include "../../src/diagnostics/raise.h"
-#include "support/folders.h"
+#include "support/faults/catalogue.h"
 
 #include <MCVeltrane_900/ErrorFormater.h>
 #include <MCVeltrane_900/Messages.h>
@@ -7,10 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -19,41 +16,18 @@ namespace {
 using MCVeltrane_900::CountPlaceholders;
 using MCVeltrane_900::gErrorFormater;
 using MCVeltrane_900::Message;
+using veltrane::tests::CataloguedMessage;
+using veltrane::tests::CopyOfTheCatalogue;
 
 struct Row {
     int id;
+    std::string name;
     std::string pattern;
-    int parameters = 0;
-    /// The text with the parameters value0, value1 and so on.
-    std::string formatted;
 };
-
-/// A copy of the catalogue that was made on its own, to hold the table against.
-std::vector<Row> ReadExpected() {
-    std::ifstream file(std::filesystem::path(veltrane::tests::TestsFolder()) / "diagnostics" / "messages.tsv");
-    std::vector<Row> rows;
-    std::string line;
-    std::getline(file, line);
-    while (std::getline(file, line)) {
-        std::istringstream columns(line);
-        Row row;
-        std::string id;
-        std::string parameters;
-        std::getline(columns, id, '\t');
-        std::getline(columns, row.pattern, '\t');
-        std::getline(columns, parameters, '\t');
-        std::getline(columns, row.formatted, '\t');
-        row.id = std::stoi(id);
-        row.parameters = std::stoi(parameters);
-        rows.push_back(row);
-    }
-    EXPECT_FALSE(rows.empty());
-    return rows;
-}
 
 std::vector<Row> ReadTable() {
     return {
-#define VELTRANE_MESSAGE(id, name, pattern) {id, pattern, 0, {}},
+#define VELTRANE_MESSAGE(id, name, pattern) {id, #name, pattern},
 #include <MCVeltrane_900/Messages.def>
 #undef VELTRANE_MESSAGE
     };
@@ -61,11 +35,12 @@ std::vector<Row> ReadTable() {
 
 /// The messages that the copy doesn't have stand behind its own.
 TEST(MessageCatalogue, MessagesStandInOrder) {
-    const auto expected = ReadExpected();
+    const auto& expected = CopyOfTheCatalogue();
     const auto table = ReadTable();
     ASSERT_GE(table.size(), expected.size());
     for (std::size_t row = 0; row < expected.size(); ++row) {
         EXPECT_EQ(table[row].id, expected[row].id) << "row " << row;
+        EXPECT_EQ(table[row].name, expected[row].name) << "row " << row;
         EXPECT_EQ(table[row].pattern, expected[row].pattern) << "row " << row;
     }
 }
@@ -79,14 +54,14 @@ TEST(KeptMessages, Message260260StandsBetween260250And260251) {
 }
 
 TEST(MessageCatalogue, EveryMessageIsLoadedWithItsPattern) {
-    for (const Row& row : ReadExpected()) {
+    for (const CataloguedMessage& row : CopyOfTheCatalogue()) {
         EXPECT_EQ(gErrorFormater.Format(row.id, {}), row.pattern) << row.id;
     }
 }
 
 TEST(MessageCatalogue, EveryMessageHasItsParameters) {
-    for (const Row& row : ReadExpected()) {
-        EXPECT_EQ(gErrorFormater.GetParameterNumber(row.id), row.parameters) << row.id;
+    for (const CataloguedMessage& row : CopyOfTheCatalogue()) {
+        EXPECT_EQ(gErrorFormater.GetParameterNumber(row.id), static_cast<int>(row.parameters)) << row.id;
     }
 }
 
@@ -120,9 +95,9 @@ TEST(MessageCatalogue, MessageWithAnotherNumberOfParametersDoesNotCompile) {
 }
 
 TEST(MessageCatalogue, EveryMessageFormatsWithItsParameters) {
-    for (const Row& row : ReadExpected()) {
+    for (const CataloguedMessage& row : CopyOfTheCatalogue()) {
         std::vector<std::string> parameters;
-        for (int place = 0; place < row.parameters; ++place) {
+        for (std::size_t place = 0; place < row.parameters; ++place) {
             parameters.push_back("value" + std::to_string(place));
         }
         EXPECT_EQ(gErrorFormater.Format(row.id, parameters), row.formatted) << row.id;

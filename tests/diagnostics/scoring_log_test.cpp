@@ -1,4 +1,4 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/ScoringLog.h>
 

@@ -1,4 +1,4 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/VTException.h>
 
@@ -150,7 +150,7 @@ TEST(VTException, ThrownByValueIsCaughtByReference) {
             failure.PutErrorMessage(260108, "a.xml");
             throw failure;
         },
-        260108, "Error in parsing the PMML file: 'a.xml'. Detailed message:", "line 3");
+        {MCVeltrane_900::Message::CANNOT_PARSE_FILE, "a.xml"}, "line 3");
 }
 
 TEST(KeptMessages, DetailStandsRightBehindTheText) {

@@ -1,7 +1,8 @@
 #include "factory/documents/xml_faults.h"
 #include "factory/entries/factory_support.h"
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 
 #include <MCVeltrane_900/ScoreDictionary.h>
 
@@ -18,11 +19,12 @@
 using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
 using MCVeltrane_900::ScoreDictionary;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
 const Names kNames = {"TreeModel"};
-const std::string kNotWellFormed = "Unexpected error in opening PMML file.";
+constexpr Failure kNotWellFormed{CANNOT_OPEN_DOCUMENT};
 
 void ReadDictionaries(std::istream& in) {
     ScoreDictionary* dictionary = nullptr;
@@ -54,21 +56,19 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Entries, BadDocument, testing::ValuesIn(kEntries),
-                         [](const auto& entry) { return std::string(entry.param.name); });
+INSTANTIATE_TEST_SUITE_P(Entries, BadDocument, testing::ValuesIn(kEntries), NameOfRow());
 
 TEST_P(BadDocument, NotWellFormed) {
     for (const char* const document : {"", " ", "PMML", "<PMML>", "<PMML><a></PMML>", "<PMML/><PMML/>", "<PMML a='/>",
                                        "<PMML>&undeclared;</PMML>", "<!-- only a comment -->", "<?xml version='1.0'?>",
                                        "<?xml version='1.0' encoding='no such'?><PMML/>", "<PMML a='' a=''/>"}) {
-        ExpectFailureWithDetail([&] { Call(document); }, 260105, kNotWellFormed, "");
+        ExpectFailureWithDetail([&] { Call(document); }, kNotWellFormed, "");
     }
 }
 
 TEST_P(BadDocument, ParserThrows) {
     const SetXmlFault fault(XmlFault::PARSE_FAILS);
-    ExpectFailureWithDetail([] { Call("<PMML><TreeModel/></PMML>"); }, 260109,
-                            "Error in parsing the PMML file. Detailed message:", kXmlFaultMessage);
+    ExpectFailureWithDetail([] { Call("<PMML><TreeModel/></PMML>"); }, {CANNOT_PARSE}, kXmlFaultMessage);
 }
 
 /// A stream whose buffer throws what it is told to, once it has given `good` bytes after the last rewinding. The
@@ -121,11 +121,11 @@ TEST_P(BadDocument, StreamThrowsADomException) {
                                             xercesc::XMLPlatformUtils::fgMemoryManager);
             });
         },
-        260109, "Error in parsing the PMML file. Detailed message:", "invalid or illegal string");
+        {CANNOT_PARSE}, "invalid or illegal string");
 }
 
 TEST_P(BadDocument, StreamThrowsSomethingElse) {
-    ExpectFailure([] { CallWithThrowingStream(GetParam(), "<PMML>", [] { throw 1; }); }, 260105, kNotWellFormed);
+    ExpectFailure([] { CallWithThrowingStream(GetParam(), "<PMML>", [] { throw 1; }); }, kNotWellFormed);
 }
 
 /// A warning of the parser's own ends the parse without being reported.
@@ -134,34 +134,31 @@ TEST_P(BadDocument, StreamThrowsSomethingElse) {
 }
 
 TEST_P(BadDocument, GivesNoDocument) {
-    ExpectFailure([] { CallWithThrowingStream(GetParam(), "", ThrowAWarning); }, 260107,
-                  "Error in parsing the PMML file to DOM tree.");
+    ExpectFailure([] { CallWithThrowingStream(GetParam(), "", ThrowAWarning); }, {CANNOT_PARSE_TO_TREE});
 }
 
 TEST_P(BadDocument, HasNoRoot) {
     // The parser has read its first buffer of the comment when the stream fails.
-    ExpectFailure([] { CallWithThrowingStream(GetParam(), "<!--" + Repeat(" ", 100000), ThrowAWarning); }, 260110,
-                  "Missing root element in PMML, invalid XML format or no dtd file available in current directory.");
+    ExpectFailure([] { CallWithThrowingStream(GetParam(), "<!--" + Repeat(" ", 100000), ThrowAWarning); }, {NO_ROOT});
 }
 
 class EmptyTag : public testing::TestWithParam<Entry> {};
 
-INSTANTIATE_TEST_SUITE_P(Entries, EmptyTag, testing::ValuesIn(kEntries, kEntries + 3),
-                         [](const auto& entry) { return std::string(entry.param.name); });
+INSTANTIATE_TEST_SUITE_P(Entries, EmptyTag, testing::ValuesIn(kEntries, kEntries + 3), NameOfRow());
 
 TEST_P(EmptyTag, OfTheRootFails) {
     for (const XmlFault kind : {XmlFault::TAG_IS_EMPTY, XmlFault::TAG_IS_NULL}) {
         const SetXmlFault fault(kind);
         std::istringstream in("<PMML/>");
-        ExpectFailure([&] { GetParam().call(in); }, 260112, "Root tag name is empty in PMML.");
+        ExpectFailure([&] { GetParam().call(in); }, {EMPTY_ROOT_TAG});
     }
 }
 
 TEST(ElementList, WithoutAnElementFailsWithTheRootsTag) {
     const SetXmlFault fault(XmlFault::LIST_HAS_NO_ELEMENT);
-    ExpectFailure([] { Build(Pmml("<TreeModel/>"), kNames); }, 260283, "No child element in Node 'PMML'.");
-    ExpectFailure([] { BuildWithDictionary("<Forest><TreeModel/></Forest>", nullptr, kNames); }, 260283,
-                  "No child element in Node 'Forest'.");
+    ExpectFailure([] { Build(Pmml("<TreeModel/>"), kNames); }, {NO_CHILD_ELEMENT, "PMML"});
+    ExpectFailure([] { BuildWithDictionary("<Forest><TreeModel/></Forest>", nullptr, kNames); },
+                  {NO_CHILD_ELEMENT, "Forest"});
 }
 
 } // namespace

@@ -2,7 +2,9 @@
 #include "factory/entries/factory_support.h"
 #include "support/dom.h"
 #include "support/dom_dump.h"
+#include "support/rows.h"
 
+#include <MCVeltrane_900/Messages.h>
 #include <MCVeltrane_900/VTException.h>
 
 #include <gtest/gtest.h>
@@ -17,6 +19,7 @@
 
 using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -52,7 +55,7 @@ std::string TreeForAPlugin(const std::string& document) {
     try {
         return Build(document, {"DumpModel"}).at("tree");
     } catch (const MCVeltrane_900::VTException& failure) {
-        EXPECT_EQ(failure.GetErrorCode(), 260105) << document;
+        EXPECT_EQ(failure.GetErrorCode(), static_cast<int>(CANNOT_OPEN_DOCUMENT)) << document;
         return kNoTree;
     }
 }
@@ -116,8 +119,7 @@ const TextRow kTexts[] = {
     {"Prefixes", "<q:e xmlns:q='u'><q:f q:a='1'/></q:e>"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, TreeOfText, testing::ValuesIn(kTexts),
-                         [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, TreeOfText, testing::ValuesIn(kTexts), NameOfRow());
 
 TEST_F(DocumentTree, OfLongTextsIsThePlainOne) {
     // Longer than the buffers of the scanner, of a text node and of the parser's blocks.

@@ -1,5 +1,5 @@
 #include "factory/entries/factory_support.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
@@ -18,6 +18,7 @@ using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
 using MCVeltrane_900::ScoreDictionary;
 using MCVeltrane_900::TransformationDictionary;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -44,11 +45,11 @@ void ExpectRead(const std::string& document) {
 }
 
 void ExpectNotRead(const std::string& document) {
-    ExpectFailure([&] { ReadNames(document); }, 260120, "Missing the attribute 'name' of 'DataField'.");
+    ExpectFailure([&] { ReadNames(document); }, {MISSING_ATTRIBUTE_OF, "name", "DataField"});
 }
 
 void ExpectRefused(const std::string& document) {
-    ExpectFailure([&] { ReadNames(document); }, 260105, "Unexpected error in opening PMML file.");
+    ExpectFailure([&] { ReadNames(document); }, {CANNOT_OPEN_DOCUMENT});
 }
 
 class ExternalDtd : public testing::Test {
@@ -187,9 +188,8 @@ TEST_F(ExternalDtd, EntitiesAtANetworkAddressAreRefusedUnopened) {
     ExpectRefused("<!DOCTYPE PMML [" + parameter + "]>" + kBody);
     for (const std::string& document : {"<!DOCTYPE PMML [" + declared + "]><PMML>&e;<TreeModel/></PMML>",
                                         "<!DOCTYPE PMML [" + parameter + "]><PMML><TreeModel/></PMML>"}) {
-        ExpectFailure([&] { Build(document, {"TreeModel"}); }, 260105, "Unexpected error in opening PMML file.");
-        ExpectFailure([&] { BuildWithDictionary(document, nullptr, {"TreeModel"}); }, 260105,
-                      "Unexpected error in opening PMML file.");
+        ExpectFailure([&] { Build(document, {"TreeModel"}); }, {CANNOT_OPEN_DOCUMENT});
+        ExpectFailure([&] { BuildWithDictionary(document, nullptr, {"TreeModel"}); }, {CANNOT_OPEN_DOCUMENT});
     }
     EXPECT_FALSE(listener.WasReached());
 }

@@ -1,6 +1,7 @@
 #include "factory/documents/hostile_documents.h"
 #include "factory/entries/factory_support.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
@@ -14,6 +15,7 @@
 using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
 using MCVeltrane_900::ScoreDictionary;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -63,9 +65,9 @@ TEST_P(Hostile, DocumentForAModel) {
     const std::string document = GetParam().make();
     WithinBounds([&] {
         if (GetParam().refused) {
-            ExpectFailure([&] { Build(document, {"TreeModel"}); }, 260105, "Unexpected error in opening PMML file.");
+            ExpectFailure([&] { Build(document, {"TreeModel"}); }, {CANNOT_OPEN_DOCUMENT});
         } else {
-            ExpectFailure([&] { Build(document, {"NoSuchModel"}); }, 260301, "Unsupported model: ''.");
+            ExpectFailure([&] { Build(document, {"NoSuchModel"}); }, {UNSUPPORTED_MODEL, ""});
         }
     });
 }
@@ -74,27 +76,26 @@ TEST_P(Hostile, DocumentForDictionaries) {
     const std::string document = GetParam().make();
     WithinBounds([&] {
         if (GetParam().refused) {
-            ExpectFailure([&] { ReadDictionaries(document); }, 260105, "Unexpected error in opening PMML file.");
+            ExpectFailure([&] { ReadDictionaries(document); }, {CANNOT_OPEN_DOCUMENT});
         } else {
-            ExpectFailure([&] { ReadDictionaries(document); }, 260114, "Missing node: 'DataDictionary'.");
+            ExpectFailure([&] { ReadDictionaries(document); }, {MISSING_NODE, "DataDictionary"});
         }
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, Hostile, testing::ValuesIn(HostileDocuments()),
-                         [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, Hostile, testing::ValuesIn(HostileDocuments()), NameOfRow());
 
 TEST(NestingBound, IsAThousandElements) {
     const auto nested = [](std::size_t levels) {
         return "<PMML><TreeModel/>" + Repeat("<a>", levels - 1) + Repeat("</a>", levels - 1) + "</PMML>";
     };
     EXPECT_EQ(Build(nested(1000), {"TreeModel"}).at("plugin"), "TreeModel");
-    ExpectFailure([&] { Build(nested(1001), {"TreeModel"}); }, 260105, "Unexpected error in opening PMML file.");
+    ExpectFailure([&] { Build(nested(1001), {"TreeModel"}); }, {CANNOT_OPEN_DOCUMENT});
 }
 
 TEST(NestingBound, HoldsForANearestNeighborModelToo) {
     ExpectFailure([] { Build(Repeat("<a>", 1000) + "<NearestNeighborModel/>" + Repeat("</a>", 1000), {"TreeModel"}); },
-                  260105, "Unexpected error in opening PMML file.");
+                  {CANNOT_OPEN_DOCUMENT});
 }
 
 TEST(EntityBound, LeavesOrdinaryEntitiesAlone) {
@@ -153,8 +154,7 @@ TEST(AnyBytes, EveryPrefixOfASample) {
     ModelFactory::Initialize("");
     // The last character is a line end behind the root.
     for (std::size_t length = 0; length + 1 < kSample.size(); ++length) {
-        ExpectFailure([&] { Build(kSample.substr(0, length), {"TreeModel"}); }, 260105,
-                      "Unexpected error in opening PMML file.");
+        ExpectFailure([&] { Build(kSample.substr(0, length), {"TreeModel"}); }, {CANNOT_OPEN_DOCUMENT});
     }
 }
 
@@ -180,11 +180,9 @@ TEST(AnyBytes, WrongAndMissingEncodings) {
     };
     EXPECT_EQ(Build(declared("ISO-8859-1"), {"TreeModel"}).at("plugin"), "TreeModel");
     for (const char* const encoding : {"UTF-8", "UTF-16", "UTF-32", "no such", "", "\xFF"}) {
-        ExpectFailure([&] { Build(declared(encoding), {"TreeModel"}); }, 260105,
-                      "Unexpected error in opening PMML file.");
+        ExpectFailure([&] { Build(declared(encoding), {"TreeModel"}); }, {CANNOT_OPEN_DOCUMENT});
     }
-    ExpectFailure([] { Build("<PMML><TreeModel a='\xE4'/></PMML>", {"TreeModel"}); }, 260105,
-                  "Unexpected error in opening PMML file.");
+    ExpectFailure([] { Build("<PMML><TreeModel a='\xE4'/></PMML>", {"TreeModel"}); }, {CANNOT_OPEN_DOCUMENT});
 }
 
 TEST(AnyBytes, DocumentsInOtherEncodings) {
@@ -209,8 +207,8 @@ TEST(AnyBytes, EmptyAndBinaryFiles) {
                                   "\xFE\xFF",
                                   "\xEF\xBB\xBF"};
     for (const std::string& bytes : binary) {
-        ExpectFailure([&] { Build(bytes, {"TreeModel"}); }, 260105, "Unexpected error in opening PMML file.");
-        ExpectFailure([&] { ReadDictionaries(bytes); }, 260105, "Unexpected error in opening PMML file.");
+        ExpectFailure([&] { Build(bytes, {"TreeModel"}); }, {CANNOT_OPEN_DOCUMENT});
+        ExpectFailure([&] { ReadDictionaries(bytes); }, {CANNOT_OPEN_DOCUMENT});
     }
 }
 

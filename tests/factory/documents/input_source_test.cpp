@@ -1,6 +1,6 @@
 #include "factory/entries/factory_support.h"
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCXML_900/MCXInputSource.h>
 
@@ -14,6 +14,7 @@
 using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
 using MCXML_900::MCXInputSource;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -99,24 +100,12 @@ TEST(DocumentStream, MayBeSetToThrow) {
     EXPECT_EQ(RecordOf(model.get()).at("plugin"), "TreeModel");
 }
 
-/// A stream that can't be rewound, as a pipe.
-class OneWayBuffer : public std::streambuf {
-public:
-    explicit OneWayBuffer(std::string text) : fText(std::move(text)) {
-        setg(fText.data(), fText.data(), fText.data() + fText.size());
-    }
-
-private:
-    std::string fText;
-};
-
 TEST(DocumentStream, ThatCannotBeRewoundHasNothingLeftToParse) {
     for (const auto mask : {std::ios::goodbit, std::ios::failbit}) {
         OneWayBuffer buffer(Pmml("<TreeModel/>"));
         std::istream in(&buffer);
         in.exceptions(mask);
-        ExpectFailure([&] { ModelFactory::MakeModelFromXML(in, Names{"TreeModel"}, ""); }, 260105,
-                      "Unexpected error in opening PMML file.");
+        ExpectFailure([&] { ModelFactory::MakeModelFromXML(in, Names{"TreeModel"}, ""); }, {CANNOT_OPEN_DOCUMENT});
     }
 }
 

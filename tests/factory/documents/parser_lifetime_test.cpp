@@ -1,7 +1,8 @@
 #include "factory/documents/xml_faults.h"
 #include "factory/entries/factory_support.h"
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
@@ -14,6 +15,7 @@ using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
 using MCVeltrane_900::ScoreDictionary;
 using MCVeltrane_900::VTException;
+using enum MCVeltrane_900::Message;
 
 /// What becomes of the parser, and with it of the document, on each road through the factory.
 namespace {
@@ -142,8 +144,7 @@ TEST(ParserOfAnElement, IsTheHostsAlone) {
     EXPECT_EQ(DocumentsSoFar().gone, before.gone);
 }
 
-INSTANTIATE_TEST_SUITE_P(Roads, ParserLifetime, testing::ValuesIn(kRoads),
-                         [](const auto& road) { return std::string(road.param.name); });
+INSTANTIATE_TEST_SUITE_P(Roads, ParserLifetime, testing::ValuesIn(kRoads), NameOfRow());
 
 TEST(TransformationParser, IsDeletedWhenTheDictionaryStandsAndWhenItFails) {
     for (const char* document : {"<PMML><DataDictionary/></PMML>", "<PMML/>", "<PMML>"}) {
@@ -162,24 +163,12 @@ TEST(TransformationParser, IsDeletedWhenTheDictionaryStandsAndWhenItFails) {
     }
 }
 
-/// A stream that can't go back to its beginning.
-class OneWayBuffer : public std::streambuf {
-public:
-    explicit OneWayBuffer(std::string text) : fText(std::move(text)) {
-        setg(fText.data(), fText.data(), fText.data() + fText.size());
-    }
-
-private:
-    std::string fText;
-};
-
 TEST(StreamThatCantBeRewound, HoldsAnEmptyDocument) {
     for (const auto exceptions : {std::ios::goodbit, std::ios::failbit | std::ios::badbit}) {
         OneWayBuffer buffer(Pmml("<TreeModel/>"));
         std::istream in(&buffer);
         in.exceptions(exceptions);
-        ExpectFailure([&in] { ModelFactory::MakeModelFromXML(in, Names{"TreeModel"}, ""); }, 260105,
-                      "Unexpected error in opening PMML file.");
+        ExpectFailure([&in] { ModelFactory::MakeModelFromXML(in, Names{"TreeModel"}, ""); }, {CANNOT_OPEN_DOCUMENT});
     }
 }
 

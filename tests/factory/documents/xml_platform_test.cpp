@@ -2,7 +2,7 @@
 #include "factory/entries/factory_support.h"
 #include "support/allocations.h"
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/ScoreDictionary.h>
 
@@ -16,13 +16,15 @@
 #include <unistd.h>
 
 using namespace veltrane::tests;
+using MCVeltrane_900::Message;
 using MCVeltrane_900::ModelFactory;
 using MCVeltrane_900::ScoreDictionary;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
 const Names kNames = {"TreeModel"};
-const std::string kText = "Error in initializing XPARS. Detailed Message:";
+constexpr Failure kCannotStart{CANNOT_START_PARSER};
 const std::string kDetail = kXmlFaultMessage;
 
 /// Whether another thread gets a model, which it only does while this thread doesn't hold the factory's lock.
@@ -34,7 +36,7 @@ TEST(XmlPlatform, IsStartedAndEndedByEachCall) {
     EXPECT_EQ(PlatformsStarted(), 0);
     Build(Pmml("<TreeModel/>"), kNames);
     EXPECT_EQ(PlatformsStarted(), 0);
-    ExpectFailure([] { Build("", kNames); }, 260105, "Unexpected error in opening PMML file.");
+    ExpectFailure([] { Build("", kNames); }, {CANNOT_OPEN_DOCUMENT});
     EXPECT_EQ(PlatformsStarted(), 0);
 }
 
@@ -50,16 +52,16 @@ TEST(XmlPlatform, IsLeftAloneOnceInitialized) {
 TEST(XmlPlatform, IsEndedWhenItFailsToStart) {
     {
         const SetXmlFault fault(XmlFault::PLATFORM_FAILS);
-        ExpectFailureWithDetail([] { Build(Pmml("<TreeModel/>"), kNames); }, 260102, kText, kDetail);
-        ExpectFailureWithDetail([] { BuildWithDictionary(Pmml("<TreeModel/>"), nullptr, kNames); }, 260102, kText,
+        ExpectFailureWithDetail([] { Build(Pmml("<TreeModel/>"), kNames); }, kCannotStart, kDetail);
+        ExpectFailureWithDetail([] { BuildWithDictionary(Pmml("<TreeModel/>"), nullptr, kNames); }, kCannotStart,
                                 kDetail);
         std::istringstream in(Pmml(""));
         ScoreDictionary* dictionary = nullptr;
-        ExpectFailureWithDetail([&] { ModelFactory::GetTransformationDictionaryFromXML(in, dictionary, ""); }, 260102,
-                                kText, kDetail);
+        ExpectFailureWithDetail([&] { ModelFactory::GetTransformationDictionaryFromXML(in, dictionary, ""); },
+                                kCannotStart, kDetail);
         ExpectFailureWithDetail(
             [&] { ModelFactory::GetTransformationDictionaryFromXML(std::string("no such file"), dictionary, ""); },
-            260102, kText, kDetail);
+            kCannotStart, kDetail);
     }
     EXPECT_EQ(PlatformsStarted(), 0);
     EXPECT_TRUE(AnotherThreadGetsThrough());
@@ -72,7 +74,7 @@ TEST_P(XmlPlatformStart, GivesTheLockBackWhateverItThrows) {
     const std::string detail = GetParam() == XmlFault::PLATFORM_THROWS_ANYTHING ? "" : "OutOfMemory";
     {
         const SetXmlFault fault(GetParam());
-        ExpectFailureWithDetail([] { Build(Pmml("<TreeModel/>"), kNames); }, 260102, kText, detail);
+        ExpectFailureWithDetail([] { Build(Pmml("<TreeModel/>"), kNames); }, kCannotStart, detail);
     }
     EXPECT_EQ(PlatformsStarted(), 0);
     EXPECT_TRUE(AnotherThreadGetsThrough());
@@ -104,7 +106,7 @@ Outcome OutcomeOfACall() {
     try {
         return Build(Pmml("<TreeModel/>"), kNames).empty() ? OTHER : MODEL;
     } catch (const MCVeltrane_900::VTException& failure) {
-        return failure.GetErrorCode() == 260102 ? REFUSED : OTHER;
+        return Message{failure.GetErrorCode()} == Message::CANNOT_START_PARSER ? kRefused : kOther;
     } catch (const std::bad_alloc&) {
         return REFUSED;
     }
@@ -140,10 +142,10 @@ TEST(XmlPlatform, ThatIsHalfStartedIsRefusedFromThenOn) {
 TEST(XmlPlatform, FailureIsReportedForElements) {
     const ParsedXml xml = ParseXml("<TreeModel/>");
     const SetXmlFault fault(XmlFault::PLATFORM_FAILS);
-    ExpectFailureWithDetail([&] { ModelFactory::MakeModelFromXML(xml.Root(), kNames, nullptr, ""); }, 260102, kText,
+    ExpectFailureWithDetail([&] { ModelFactory::MakeModelFromXML(xml.Root(), kNames, nullptr, ""); }, kCannotStart,
                             kDetail);
-    ExpectFailureWithDetail([&] { ModelFactory::MakeModelFromXML(xml.Root(), kNames, nullptr, nullptr, ""); }, 260102,
-                            kText, kDetail);
+    ExpectFailureWithDetail([&] { ModelFactory::MakeModelFromXML(xml.Root(), kNames, nullptr, nullptr, ""); },
+                            kCannotStart, kDetail);
 }
 
 TEST(KeptXmlPlatform, FailureLeavesInitializeUntranslated) {
@@ -156,7 +158,7 @@ TEST(KeptXmlPlatform, FailureLeavesInitializeUntranslated) {
 TEST(XmlPlatform, ThatWasTerminatedFailsAsOneThatDoesNotStart) {
     ModelFactory::Initialize("");
     ModelFactory::Terminate();
-    ExpectFailureWithDetail([] { Build(Pmml("<TreeModel/>"), kNames); }, 260102, kText, "");
+    ExpectFailureWithDetail([] { Build(Pmml("<TreeModel/>"), kNames); }, kCannotStart, "");
 }
 
 TEST(KeptXmlPlatform, IsNotStartedAgainAfterTerminate) {
@@ -171,8 +173,7 @@ TEST(KeptXmlPlatform, IsNotStartedAgainAfterTerminate) {
 TEST(FactoryLock, IsReleasedAfterEveryCall) {
     Build(Pmml("<TreeModel/>"), kNames);
     EXPECT_TRUE(AnotherThreadGetsThrough());
-    ExpectFailure([] { Build(Pmml("<ThrowingModel/>"), {"ThrowingModel"}); }, 260305,
-                  "Failed to restore base model: 'document'.");
+    ExpectFailure([] { Build(Pmml("<ThrowingModel/>"), {"ThrowingModel"}); }, {CANNOT_RESTORE_BASE_MODEL, "document"});
     EXPECT_TRUE(AnotherThreadGetsThrough());
 }
 

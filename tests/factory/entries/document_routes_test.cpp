@@ -1,5 +1,6 @@
 #include "factory/entries/factory_support.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 
 #include <MCVeltrane_900/BaseDictionary.h>
 
@@ -10,6 +11,7 @@
 using namespace veltrane::tests;
 using MCVeltrane_900::BaseDictionary;
 using MCVeltrane_900::ModelFactory;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -59,8 +61,7 @@ TEST_P(RootTag, LeadsToItsPluginInTheDictionaryOverload) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, RootTag, testing::ValuesIn(kRootRows),
-                         [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, RootTag, testing::ValuesIn(kRootRows), NameOfRow());
 
 TEST(RootTag, ThatNamesItsModelNeedsNoList) {
     EXPECT_EQ(Build("<Tree/>", {}).at("plugin"), "TreeModel");
@@ -68,16 +69,16 @@ TEST(RootTag, ThatNamesItsModelNeedsNoList) {
 }
 
 TEST(RootTag, ThatIsUnknownFailsWithItsName) {
-    ExpectFailure([] { Build("<Forest><TreeModel/></Forest>", kNames); }, 260301, "Unsupported model: 'Forest'.");
+    ExpectFailure([] { Build("<Forest><TreeModel/></Forest>", kNames); }, {UNSUPPORTED_MODEL, "Forest"});
 }
 
 TEST(RootTag, WithAPrefixIsUnknown) {
-    ExpectFailure([] { Build("<pmml:PMML xmlns:pmml='u'><TreeModel/></pmml:PMML>", kNames); }, 260301,
-                  "Unsupported model: 'pmml:PMML'.");
+    ExpectFailure([] { Build("<pmml:PMML xmlns:pmml='u'><TreeModel/></pmml:PMML>", kNames); },
+                  {UNSUPPORTED_MODEL, "pmml:PMML"});
 }
 
 TEST(RootTag, KeepsTheBytesOfANameInTheMessage) {
-    ExpectFailure([] { Build("<For\xC3\xAAt/>", kNames); }, 260301, "Unsupported model: 'For\xC3\xAAt'.");
+    ExpectFailure([] { Build("<For\xC3\xAAt/>", kNames); }, {UNSUPPORTED_MODEL, "For\xC3\xAAt"});
 }
 
 TEST(RootTag, ThatIsUnknownIsSearchedInTheDictionaryOverload) {
@@ -90,7 +91,7 @@ TEST(RootTag, ThatIsUnknownIsSearchedInTheDictionaryOverload) {
 }
 
 TEST(RootTag, ThatIsUnknownFailsWithoutANameInTheDictionaryOverload) {
-    ExpectFailure([] { BuildWithDictionary("<Forest/>", nullptr, kNames); }, 260301, "Unsupported model: ''.");
+    ExpectFailure([] { BuildWithDictionary("<Forest/>", nullptr, kNames); }, {UNSUPPORTED_MODEL, ""});
 }
 
 TEST(SearchOrder, IsThatOfTheList) {
@@ -101,12 +102,11 @@ TEST(SearchOrder, IsThatOfTheList) {
 }
 
 TEST(SearchOrder, LooksBelowTheRootOnly) {
-    ExpectFailure([] { Build("<kord-ml/>", {"kord-ml"}); }, 260301, "Unsupported model: ''.");
+    ExpectFailure([] { Build("<kord-ml/>", {"kord-ml"}); }, {UNSUPPORTED_MODEL, ""});
 }
 
 TEST(SearchOrder, MindsCaseAndPrefixes) {
-    ExpectFailure([] { Build(Pmml("<treemodel/><p:TreeModel xmlns:p='u'/>"), kNames); }, 260301,
-                  "Unsupported model: ''.");
+    ExpectFailure([] { Build(Pmml("<treemodel/><p:TreeModel xmlns:p='u'/>"), kNames); }, {UNSUPPORTED_MODEL, ""});
 }
 
 TEST(SearchOrder, PassesOverDoubledAndUnknownNames) {
@@ -142,7 +142,7 @@ TEST(NameList, IsLeftOutForAPluginThatDoesNotTakeIt) {
 
 TEST(ProcessNames, AreThoseOfTheFirstCallThatBringsSome) {
     EXPECT_TRUE(ModelFactory::fModelNames.empty());
-    ExpectFailure([] { Build(Pmml("<TreeModel/>"), {}); }, 260301, "Unsupported model: ''.");
+    ExpectFailure([] { Build(Pmml("<TreeModel/>"), {}); }, {UNSUPPORTED_MODEL, ""});
     EXPECT_TRUE(ModelFactory::fModelNames.empty());
     Build(Pmml("<TreeModel/>"), {"TreeModel", "A", "A"});
     EXPECT_EQ(ModelFactory::fModelNames, (Names{"TreeModel", "A", "A"}));
@@ -156,7 +156,7 @@ TEST(ProcessNames, AreSetByTheDictionaryOverload) {
 }
 
 TEST(ProcessNames, AreSetByACallThatFails) {
-    ExpectFailure([] { Build("", {"TreeModel"}); }, 260105, "Unexpected error in opening PMML file.");
+    ExpectFailure([] { Build("", {"TreeModel"}); }, {CANNOT_OPEN_DOCUMENT});
     EXPECT_EQ(ModelFactory::fModelNames, Names{"TreeModel"});
 }
 

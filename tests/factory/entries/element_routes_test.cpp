@@ -1,6 +1,6 @@
 #include "factory/entries/factory_support.h"
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/BaseDictionary.h>
 
@@ -11,6 +11,7 @@ using MCVeltrane_900::BaseDictionary;
 using MCVeltrane_900::ModelFactory;
 using MCVeltrane_900::ScoreDictionary;
 using MCVeltrane_900::ScoreModel;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -58,9 +59,8 @@ TEST(ElementRoute, MapsTheShortNames) {
 }
 
 TEST(ElementRoute, LooksForTheMappedNameInTheList) {
-    ExpectFailure([] { BuildFrom("<DecisionTree/>", {"DecisionTree"}); }, 260113, "Missing model dll of 'TreeModel'.");
-    ExpectFailure([] { BuildFrom("<Regression/>", {"Regression"}); }, 260113,
-                  "Missing model dll of 'RegressionModel'.");
+    ExpectFailure([] { BuildFrom("<DecisionTree/>", {"DecisionTree"}); }, {NO_MODEL_LIBRARY, "TreeModel"});
+    ExpectFailure([] { BuildFrom("<Regression/>", {"Regression"}); }, {NO_MODEL_LIBRARY, "RegressionModel"});
 }
 
 TEST(ElementRoute, PassesNoListOfNames) {
@@ -69,20 +69,15 @@ TEST(ElementRoute, PassesNoListOfNames) {
 }
 
 TEST(ElementRoute, NeedsTheNameInTheList) {
-    ExpectFailure(
-        [] {
-            BuildFrom("<TreeModel/>", {"RegressionModel", "treemodel"});
-        },
-        260113, "Missing model dll of 'TreeModel'.");
-    ExpectFailure([] { BuildFrom("<TreeModel/>", {"A"}, nullptr, nullptr, ""); }, 260113,
-                  "Missing model dll of 'TreeModel'.");
+    ExpectFailure([] { BuildFrom("<TreeModel/>", {"RegressionModel", "treemodel"}); }, {NO_MODEL_LIBRARY, "TreeModel"});
+    ExpectFailure([] { BuildFrom("<TreeModel/>", {"A"}, nullptr, nullptr, ""); }, {NO_MODEL_LIBRARY, "TreeModel"});
 }
 
 TEST(ElementRoute, UsesTheListOfTheProcessWhenItHasNone) {
     ModelFactory::fModelNames = {"TreeModel"};
     EXPECT_EQ(BuildFrom("<TreeModel/>", {}).at("plugin"), "TreeModel");
     EXPECT_EQ(BuildFrom("<TreeModel/>", {}, nullptr, nullptr, "").at("plugin"), "TreeModel");
-    ExpectFailure([] { BuildFrom("<RegressionModel/>", {}); }, 260113, "Missing model dll of 'RegressionModel'.");
+    ExpectFailure([] { BuildFrom("<RegressionModel/>", {}); }, {NO_MODEL_LIBRARY, "RegressionModel"});
 }
 
 TEST(ElementRoute, LeavesTheListOfTheProcessAlone) {
@@ -91,14 +86,13 @@ TEST(ElementRoute, LeavesTheListOfTheProcessAlone) {
 }
 
 TEST(ElementRoute, FailsWithoutAPlugin) {
-    ExpectFailure([] { BuildFrom("<NoSuchModel/>", {"NoSuchModel"}); }, 260113, "Missing model dll of 'NoSuchModel'.");
-    ExpectFailure([] { BuildFrom("<NoEntryModel/>", {"NoEntryModel"}); }, 260113,
-                  "Missing model dll of 'NoEntryModel'.");
+    ExpectFailure([] { BuildFrom("<NoSuchModel/>", {"NoSuchModel"}); }, {NO_MODEL_LIBRARY, "NoSuchModel"});
+    ExpectFailure([] { BuildFrom("<NoEntryModel/>", {"NoEntryModel"}); }, {NO_MODEL_LIBRARY, "NoEntryModel"});
 }
 
 TEST(ElementRoute, DoesNotMapTheLattice) {
-    ExpectFailure([] { BuildFrom("<AssociationModelLattice/>", {"AssociationModelLattice"}); }, 260113,
-                  "Missing model dll of 'AssociationModelLattice'.");
+    ExpectFailure([] { BuildFrom("<AssociationModelLattice/>", {"AssociationModelLattice"}); },
+                  {NO_MODEL_LIBRARY, "AssociationModelLattice"});
 }
 
 TEST(ElementRoute, GivesNoModelWithoutATranslator) {
@@ -107,10 +101,10 @@ TEST(ElementRoute, GivesNoModelWithoutATranslator) {
 }
 
 TEST(ElementRoute, FailsForANullElement) {
-    ExpectFailure([] { ModelFactory::MakeModelFromXML(nullptr, Names{"TreeModel"}, nullptr, ""); }, 260113,
-                  "Missing model dll of ''.");
-    ExpectFailure([] { ModelFactory::MakeModelFromXML(nullptr, Names{"TreeModel"}, nullptr, nullptr, ""); }, 260113,
-                  "Missing model dll of ''.");
+    ExpectFailure([] { ModelFactory::MakeModelFromXML(nullptr, Names{"TreeModel"}, nullptr, ""); },
+                  {NO_MODEL_LIBRARY, ""});
+    ExpectFailure([] { ModelFactory::MakeModelFromXML(nullptr, Names{"TreeModel"}, nullptr, nullptr, ""); },
+                  {NO_MODEL_LIBRARY, ""});
 }
 
 TEST(ElementRoute, DeletesTheTranslator) {
@@ -120,10 +114,10 @@ TEST(ElementRoute, DeletesTheTranslator) {
 }
 
 TEST(ElementRoute, LeavesAPluginsFailureAsItIs) {
-    ExpectFailureWithDetail([] { BuildFrom("<ThrowingModel/>", {"ThrowingModel"}); }, 260305,
-                            "Failed to restore base model: 'element+model'.", "the plug-in's own words");
-    ExpectFailureWithDetail([] { BuildFrom("<ThrowingModel/>", {"ThrowingModel"}, nullptr, nullptr, ""); }, 260305,
-                            "Failed to restore base model: 'element+dictionaries'.", "the plug-in's own words");
+    ExpectFailureWithDetail([] { BuildFrom("<ThrowingModel/>", {"ThrowingModel"}); },
+                            {CANNOT_RESTORE_BASE_MODEL, "element+model"}, "the plug-in's own words");
+    ExpectFailureWithDetail([] { BuildFrom("<ThrowingModel/>", {"ThrowingModel"}, nullptr, nullptr, ""); },
+                            {CANNOT_RESTORE_BASE_MODEL, "element+dictionaries"}, "the plug-in's own words");
     EXPECT_EQ(Counter("ThrowingModel", "TranslatorsDeleted"), 0);
 }
 

@@ -7,7 +7,9 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <streambuf>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// What the factory's tests share.
@@ -43,6 +45,17 @@ std::string Repeat(const std::string& text, std::size_t count);
 /// @param settings of its environment, as a shell takes them
 /// @return 0 when it passed there
 int RunAgain(const std::string& settings);
+
+/// A stream that can't be rewound, as a pipe.
+class OneWayBuffer : public std::streambuf {
+public:
+    explicit OneWayBuffer(std::string text) : fText(std::move(text)) {
+        setg(fText.data(), fText.data(), fText.data() + fText.size());
+    }
+
+private:
+    std::string fText;
+};
 
 /// An empty folder that is the working directory while it lives.
 class TemporaryFolder {

@@ -1,6 +1,6 @@
 #include "factory/documents/xml_faults.h"
 #include "factory/entries/factory_support.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
@@ -15,31 +15,33 @@
 #include <vector>
 
 using namespace veltrane::tests;
+using MCVeltrane_900::Message;
 using MCVeltrane_900::ModelFactory;
 using MCVeltrane_900::ScoreDictionary;
 using MCVeltrane_900::VTException;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
 constexpr int kThreads = 8;
 constexpr int kFailingCalls = 1000;
 
-/// Failing calls by turns, each with the code that it must end with.
+/// Failing calls by turns, each with the message that it must end with.
 struct FailingCall {
-    int code;
+    Message message;
     void (*call)();
 };
 
 const FailingCall kFailing[] = {
-    {260105, [] { Build("<PMML>", {"TreeModel"}); }},
-    {260105, [] { Build("", {"TreeModel"}); }},
-    {260105, [] { Build(Repeat("<a>", 2000), {"TreeModel"}); }},
-    {260301, [] { Build("<PMML/>", {"TreeModel"}); }},
-    {260301, [] { BuildWithDictionary("<Forest/>", nullptr, {"TreeModel"}); }},
-    {260113, [] { Build("<PMML><NoSuchModel/></PMML>", {"NoSuchModel"}); }},
-    {260113, [] { Build("<PMML><NearestNeighborModel/></PMML>", {"TreeModel"}); }},
-    {260305, [] { Build("<PMML><ThrowingModel/></PMML>", {"ThrowingModel"}); }},
-    {260114,
+    {CANNOT_OPEN_DOCUMENT, [] { Build("<PMML>", {"TreeModel"}); }},
+    {CANNOT_OPEN_DOCUMENT, [] { Build("", {"TreeModel"}); }},
+    {CANNOT_OPEN_DOCUMENT, [] { Build(Repeat("<a>", 2000), {"TreeModel"}); }},
+    {UNSUPPORTED_MODEL, [] { Build("<PMML/>", {"TreeModel"}); }},
+    {UNSUPPORTED_MODEL, [] { BuildWithDictionary("<Forest/>", nullptr, {"TreeModel"}); }},
+    {NO_MODEL_LIBRARY, [] { Build("<PMML><NoSuchModel/></PMML>", {"NoSuchModel"}); }},
+    {NO_MODEL_LIBRARY, [] { Build("<PMML><NearestNeighborModel/></PMML>", {"TreeModel"}); }},
+    {CANNOT_RESTORE_BASE_MODEL, [] { Build("<PMML><ThrowingModel/></PMML>", {"ThrowingModel"}); }},
+    {MISSING_NODE,
      [] {
          std::istringstream in("<PMML/>");
          ScoreDictionary* dictionary = nullptr;
@@ -58,7 +60,7 @@ int FailAndRecover() {
             try {
                 failing.call();
             } catch (const VTException& failure) {
-                right += failure.GetErrorCode() == failing.code ? 1 : 0;
+                right += Message{failure.GetErrorCode()} == failing.message ? 1 : 0;
             }
         }
         const Record record = Build(Pmml("<TreeModel/>"), {"TreeModel"}, "UTF-8");

@@ -1,6 +1,6 @@
 #include "factory/documents/xml_faults.h"
 #include "factory/entries/factory_support.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <gtest/gtest.h>
 
@@ -8,6 +8,7 @@
 
 using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -68,48 +69,46 @@ TEST_F(FileEntries, EmptyListReadsTheOneInTheWorkingDirectory) {
 }
 
 TEST_F(FileEntries, EmptyListThatIsNotThereFailsWithItsName) {
-    const std::string text = "Could not open file: 'modeldll.txt'.";
-    ExpectFailure([] { BuildFromFiles("model.xml", ""); }, 260103, text);
-    ExpectFailure([] { BuildFromStream(Pmml("<TreeModel/>"), ""); }, 260103, text);
+    constexpr Failure kFailure{CANNOT_OPEN_FILE, "modeldll.txt"};
+    ExpectFailure([] { BuildFromFiles("model.xml", ""); }, kFailure);
+    ExpectFailure([] { BuildFromStream(Pmml("<TreeModel/>"), ""); }, kFailure);
 }
 
 TEST_F(FileEntries, MissingListFailsWithItsName) {
-    const std::string text = "Could not open file: 'no list'.";
-    ExpectFailure([] { BuildFromFiles("model.xml", "no list"); }, 260103, text);
-    ExpectFailure([] { BuildFromFiles("no model", "no list"); }, 260103, text);
-    ExpectFailure([] { BuildFromStream(Pmml("<TreeModel/>"), "no list"); }, 260103, text);
+    constexpr Failure kFailure{CANNOT_OPEN_FILE, "no list"};
+    ExpectFailure([] { BuildFromFiles("model.xml", "no list"); }, kFailure);
+    ExpectFailure([] { BuildFromFiles("no model", "no list"); }, kFailure);
+    ExpectFailure([] { BuildFromStream(Pmml("<TreeModel/>"), "no list"); }, kFailure);
     EXPECT_EQ(ModelFactory::fModelNames, Names{});
     EXPECT_EQ(PlatformsStarted(), 0);
 }
 
 TEST_F(FileEntries, MissingModelFailsWithItsPath) {
-    ExpectFailure([] { BuildFromFiles("no/such model", "list.txt"); }, 260104,
-                  "Unexpected error in opening PMML file: 'no/such model'.");
+    ExpectFailure([] { BuildFromFiles("no/such model", "list.txt"); }, {CANNOT_OPEN_DOCUMENT_FILE, "no/such model"});
     EXPECT_EQ(ModelFactory::fModelNames, (Names{"RegressionModel", "TreeModel"}));
     EXPECT_EQ(PlatformsStarted(), 0);
 }
 
 TEST_F(FileEntries, FoldersAndEmptyPathsDoNotOpen) {
-    ExpectFailure([] { BuildFromFiles("/", "list.txt"); }, 260104, "Unexpected error in opening PMML file: '/'.");
-    ExpectFailure([] { BuildFromFiles("", "list.txt"); }, 260104, "Unexpected error in opening PMML file: ''.");
-    ExpectFailure([] { BuildFromFiles("model.xml", "/"); }, 260103, "Could not open file: '/'.");
+    ExpectFailure([] { BuildFromFiles("/", "list.txt"); }, {CANNOT_OPEN_DOCUMENT_FILE, "/"});
+    ExpectFailure([] { BuildFromFiles("", "list.txt"); }, {CANNOT_OPEN_DOCUMENT_FILE, ""});
+    ExpectFailure([] { BuildFromFiles("model.xml", "/"); }, {CANNOT_OPEN_FILE, "/"});
 }
 
 TEST_F(FileEntries, OtherFailuresAreThoseOfTheStream) {
     fFolder.Write("bad.xml", "<PMML>");
-    ExpectFailure([] { BuildFromFiles("bad.xml", "list.txt"); }, 260105, "Unexpected error in opening PMML file.");
+    ExpectFailure([] { BuildFromFiles("bad.xml", "list.txt"); }, {CANNOT_OPEN_DOCUMENT});
     fFolder.Write("empty list.txt", "");
-    ExpectFailure([] { BuildFromFiles("model.xml", "empty list.txt"); }, 260301, "Unsupported model: ''.");
+    ExpectFailure([] { BuildFromFiles("model.xml", "empty list.txt"); }, {UNSUPPORTED_MODEL, ""});
     fFolder.Write("none.xml", Pmml("<NoSuchModel/>"));
     fFolder.Write("none.txt", "NoSuchModel");
-    ExpectFailure([] { BuildFromFiles("none.xml", "none.txt"); }, 260113, "Missing model dll of 'NoSuchModel'.");
+    ExpectFailure([] { BuildFromFiles("none.xml", "none.txt"); }, {NO_MODEL_LIBRARY, "NoSuchModel"});
 }
 
 TEST_F(FileEntries, FailureOfThePlatformComesFirstButForAStream) {
     const SetXmlFault fault(XmlFault::PLATFORM_FAILS);
-    ExpectFailureWithDetail([] { BuildFromFiles("model.xml", "no list"); }, 260102,
-                            "Error in initializing XPARS. Detailed Message:", kXmlFaultMessage);
-    ExpectFailure([] { BuildFromStream(Pmml("<TreeModel/>"), "no list"); }, 260103, "Could not open file: 'no list'.");
+    ExpectFailureWithDetail([] { BuildFromFiles("model.xml", "no list"); }, {CANNOT_START_PARSER}, kXmlFaultMessage);
+    ExpectFailure([] { BuildFromStream(Pmml("<TreeModel/>"), "no list"); }, {CANNOT_OPEN_FILE, "no list"});
 }
 
 TEST_F(FileEntries, ListHasLongLinesAndMixedDelimiters) {
@@ -130,7 +129,7 @@ TEST_F(FileEntries, FirstListBecomesThatOfTheProcess) {
 TEST_F(FileEntries, SearchGoesByTheListOfTheCall) {
     ModelFactory::Initialize("list.txt");
     fFolder.Write("other.txt", "RegressionModel");
-    ExpectFailure([] { BuildFromFiles("model.xml", "other.txt"); }, 260301, "Unsupported model: ''.");
+    ExpectFailure([] { BuildFromFiles("model.xml", "other.txt"); }, {UNSUPPORTED_MODEL, ""});
     EXPECT_EQ(BuildFromFiles("model.xml", "list.txt").at("plugin"), "TreeModel");
     EXPECT_EQ(PlatformsStarted(), 1);
     ModelFactory::Terminate();
@@ -140,15 +139,14 @@ TEST_F(FileEntries, FindNoPlatformAfterTerminate) {
     ModelFactory::Initialize("");
     ModelFactory::Terminate();
     EXPECT_TRUE(ModelFactory::fInitialized);
-    ExpectFailure([] { BuildFromFiles("model.xml", "list.txt"); }, 260102,
-                  "Error in initializing XPARS. Detailed Message:");
+    ExpectFailure([] { BuildFromFiles("model.xml", "list.txt"); }, {CANNOT_START_PARSER});
 }
 
 TEST(InitializedFactory, WithoutAListSearchesNoNamesOfItsOwn) {
     ModelFactory::Initialize("");
     EXPECT_TRUE(ModelFactory::fInitialized);
     EXPECT_EQ(ModelFactory::fModelNames, Names{});
-    ExpectFailure([] { Build(Pmml("<TreeModel/>"), {}); }, 260301, "Unsupported model: ''.");
+    ExpectFailure([] { Build(Pmml("<TreeModel/>"), {}); }, {UNSUPPORTED_MODEL, ""});
     EXPECT_EQ(Build(Pmml("<TreeModel/>"), {"TreeModel"}).at("plugin"), "TreeModel");
     ModelFactory::Terminate();
 }
@@ -170,13 +168,13 @@ TEST_F(FileEntries, InitializeWithAListReplacesTheNames) {
 
 TEST_F(FileEntries, InitializeWithAMissingListLeavesTheNamesAsTheyAre) {
     Build(Pmml("<TreeModel/>"), {"TreeModel"});
-    ExpectFailure([] { ModelFactory::Initialize("no list"); }, 260103, "Could not open file: 'no list'.");
+    ExpectFailure([] { ModelFactory::Initialize("no list"); }, {CANNOT_OPEN_FILE, "no list"});
     EXPECT_EQ(ModelFactory::fModelNames, Names{"TreeModel"});
     ModelFactory::Terminate();
 }
 
 TEST(InitializedFactory, WithAMissingListHasItsPlatformStarted) {
-    ExpectFailure([] { ModelFactory::Initialize("no list"); }, 260103, "Could not open file: 'no list'.");
+    ExpectFailure([] { ModelFactory::Initialize("no list"); }, {CANNOT_OPEN_FILE, "no list"});
     EXPECT_FALSE(ModelFactory::fInitialized);
     EXPECT_EQ(PlatformsStarted(), 1);
     ModelFactory::Terminate();

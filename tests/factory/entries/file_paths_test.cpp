@@ -1,5 +1,5 @@
 #include "factory/entries/factory_support.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "text/locale_folder.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +9,7 @@
 
 using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
+using enum MCVeltrane_900::Message;
 
 /// Paths are given in UTF-8 and opened in the code page, which stays that of the first conversion: each test is alone
 /// in its process.
@@ -52,9 +53,9 @@ TEST_F(FilePaths, HaveNamesOutsideAscii) {
 }
 
 TEST_F(FilePaths, AreNamedInMessagesOutsideAscii) {
-    ExpectFailure([] { Open("Größe 模型", ""); }, 260103, "Could not open file: 'Größe 模型'.");
+    ExpectFailure([] { Open("Größe 模型", ""); }, {CANNOT_OPEN_FILE, "Größe 模型"});
     Write("Liste", "Modell");
-    ExpectFailure([] { Open("Liste", "Größe 模型"); }, 260104, "Unexpected error in opening PMML file: 'Größe 模型'.");
+    ExpectFailure([] { Open("Liste", "Größe 模型"); }, {CANNOT_OPEN_DOCUMENT_FILE, "Größe 模型"});
 }
 
 class FilePathsInTheCodePage : public FilePaths {
@@ -75,13 +76,13 @@ TEST_F(FilePathsInTheCodePage, AreConverted) {
           "en.txt",
           "\xE4\xFC.xml");
     EXPECT_TRUE(Open("Größen.txt", "äü.xml"));
-    ExpectFailure([] { Open("\xE4\xFC.xml", ""); }, 260103, "Could not open file: '??.xml'.");
+    ExpectFailure([] { Open("\xE4\xFC.xml", ""); }, {CANNOT_OPEN_FILE, "??.xml"});
 }
 
 TEST_F(FilePathsInTheCodePage, AreNamedInItsBytes) {
-    ExpectFailure([] { Open("\u00E4", ""); }, 260103, "Could not open file: '\xE4'.");
+    ExpectFailure([] { Open("\u00E4", ""); }, {CANNOT_OPEN_FILE, "\xE4"});
     Write("Liste", "Modell");
-    ExpectFailure([] { Open("Liste", "\u00E4"); }, 260104, "Unexpected error in opening PMML file: '\xE4'.");
+    ExpectFailure([] { Open("Liste", "\u00E4"); }, {CANNOT_OPEN_DOCUMENT_FILE, "\xE4"});
 }
 
 TEST_F(FilePathsInTheCodePage, HaveAQuestionMarkForWhatItLacks) {

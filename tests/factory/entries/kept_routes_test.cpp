@@ -1,5 +1,5 @@
 #include "factory/entries/factory_support.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <gtest/gtest.h>
 
@@ -7,29 +7,29 @@
 
 using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
+using enum MCVeltrane_900::Message;
 
 /// Behaviour of the routes that looks odd and that hosts and plug-ins rely on.
 namespace {
 
 TEST(KeptModelNames, OfTheProcessAreNotSearchedByStreamCalls) {
     ModelFactory::fModelNames = {"TreeModel"};
-    ExpectFailure([] { Build(Pmml("<TreeModel/>"), {}); }, 260301, "Unsupported model: ''.");
-    ExpectFailure([] { BuildWithDictionary(Pmml("<TreeModel/>"), nullptr, {}); }, 260301, "Unsupported model: ''.");
+    ExpectFailure([] { Build(Pmml("<TreeModel/>"), {}); }, {UNSUPPORTED_MODEL, ""});
+    ExpectFailure([] { BuildWithDictionary(Pmml("<TreeModel/>"), nullptr, {}); }, {UNSUPPORTED_MODEL, ""});
 }
 
 TEST(KeptModelNames, FailWithAnEmptyParameterWhenTheDocumentHasNone) {
-    ExpectFailure([] { Build(Pmml("<Other/>"), {"TreeModel", "RegressionModel"}); }, 260301, "Unsupported model: ''.");
+    ExpectFailure([] { Build(Pmml("<Other/>"), {"TreeModel", "RegressionModel"}); }, {UNSUPPORTED_MODEL, ""});
 }
 
 TEST(KeptUnknownRoot, FailsAtOnceButIsSearchedWithADictionary) {
     const std::string document = "<Forest><TreeModel/></Forest>";
-    ExpectFailure([&] { Build(document, {"TreeModel"}); }, 260301, "Unsupported model: 'Forest'.");
+    ExpectFailure([&] { Build(document, {"TreeModel"}); }, {UNSUPPORTED_MODEL, "Forest"});
     EXPECT_EQ(BuildWithDictionary(document, nullptr, {"TreeModel"}).at("plugin"), "TreeModel");
 }
 
 TEST(KeptLibraryName, IsAppendedToANameThatEndsInItAlready) {
-    ExpectFailure([] { Build(Pmml("<TreeModel900r/>"), {"TreeModel900r"}); }, 260113,
-                  "Missing model dll of 'TreeModel900r'.");
+    ExpectFailure([] { Build(Pmml("<TreeModel900r/>"), {"TreeModel900r"}); }, {NO_MODEL_LIBRARY, "TreeModel900r"});
 }
 
 TEST(KeptNullModel, GoesToTheHost) {

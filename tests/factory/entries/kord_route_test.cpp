@@ -1,6 +1,6 @@
 #include "factory/documents/xml_faults.h"
 #include "factory/entries/factory_support.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/ScoreDictVar.h>
 #include <MCVeltrane_900/ScoreDictionary.h>
@@ -14,6 +14,7 @@
 using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
 using MCVeltrane_900::ScoreDictVar;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -43,8 +44,8 @@ TEST(KordRoute, GivesTheModelTheDictionaryOfItsDocument) {
 }
 
 TEST(KordRoute, FailuresOfTheDictionaryGoToTheHost) {
-    ExpectFailure([] { Make(Kord("")); }, 260283, "No child element in Node 'dictionary'.");
-    ExpectFailure([] { Make("<kord-ml><KordDictionaryModel/></kord-ml>"); }, 260114, "Missing node: 'dictionary'.");
+    ExpectFailure([] { Make(Kord("")); }, {NO_CHILD_ELEMENT, "dictionary"});
+    ExpectFailure([] { Make("<kord-ml><KordDictionaryModel/></kord-ml>"); }, {MISSING_NODE, "dictionary"});
     EXPECT_EQ(PlatformsStarted(), 0);
     EXPECT_EQ(
         Make(Kord("<variable name='v' storage-type='STRING' measurement-level='ORDINAL'/>"))->GetDictionary()->Size(),

@@ -1,5 +1,5 @@
 #include "factory/entries/factory_support.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <gtest/gtest.h>
 
@@ -7,28 +7,27 @@
 #include <dlfcn.h>
 
 using namespace veltrane::tests;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
 TEST(MissingPlugin, FailsWithTheModelName) {
-    ExpectFailure([] { Build(Pmml("<NoSuchModel/>"), {"NoSuchModel"}); }, 260113,
-                  "Missing model dll of 'NoSuchModel'.");
-    ExpectFailure([] { BuildWithDictionary(Pmml("<NoSuchModel/>"), nullptr, {"NoSuchModel"}); }, 260113,
-                  "Missing model dll of 'NoSuchModel'.");
+    ExpectFailure([] { Build(Pmml("<NoSuchModel/>"), {"NoSuchModel"}); }, {NO_MODEL_LIBRARY, "NoSuchModel"});
+    ExpectFailure([] { BuildWithDictionary(Pmml("<NoSuchModel/>"), nullptr, {"NoSuchModel"}); },
+                  {NO_MODEL_LIBRARY, "NoSuchModel"});
 }
 
 TEST(MissingPlugin, IsALibraryWithoutItsEntry) {
-    ExpectFailure([] { Build(Pmml("<NoEntryModel/>"), {"NoEntryModel"}); }, 260113,
-                  "Missing model dll of 'NoEntryModel'.");
-    ExpectFailure([] { BuildWithDictionary(Pmml("<NoEntryModel/>"), nullptr, {"NoEntryModel"}); }, 260113,
-                  "Missing model dll of 'NoEntryModel'.");
+    ExpectFailure([] { Build(Pmml("<NoEntryModel/>"), {"NoEntryModel"}); }, {NO_MODEL_LIBRARY, "NoEntryModel"});
+    ExpectFailure([] { BuildWithDictionary(Pmml("<NoEntryModel/>"), nullptr, {"NoEntryModel"}); },
+                  {NO_MODEL_LIBRARY, "NoEntryModel"});
 }
 
 TEST(MissingPlugin, IsAPluginWithoutATranslator) {
-    ExpectFailure([] { Build(Pmml("<NullTranslatorModel/>"), {"NullTranslatorModel"}); }, 260113,
-                  "Missing model dll of 'NullTranslatorModel'.");
-    ExpectFailure([] { BuildWithDictionary(Pmml("<NullTranslatorModel/>"), nullptr, {"NullTranslatorModel"}); }, 260113,
-                  "Missing model dll of 'NullTranslatorModel'.");
+    ExpectFailure([] { Build(Pmml("<NullTranslatorModel/>"), {"NullTranslatorModel"}); },
+                  {NO_MODEL_LIBRARY, "NullTranslatorModel"});
+    ExpectFailure([] { BuildWithDictionary(Pmml("<NullTranslatorModel/>"), nullptr, {"NullTranslatorModel"}); },
+                  {NO_MODEL_LIBRARY, "NullTranslatorModel"});
     EXPECT_EQ(Counter("NullTranslatorModel", "ListsPassed"), 0);
 }
 
@@ -62,21 +61,21 @@ using KeptLattice = WithoutPlugins;
 
 TEST_F(KeptLattice, IsNamedAsInTheDocumentWhenItsPluginIsMissing) {
     if (Here()) {
-        ExpectFailure([] { Build(Pmml("<AssociationModelLattice/>"), {"AssociationModelLattice"}); }, 260113,
-                      "Missing model dll of 'AssociationModelLattice'.");
+        ExpectFailure([] { Build(Pmml("<AssociationModelLattice/>"), {"AssociationModelLattice"}); },
+                      {NO_MODEL_LIBRARY, "AssociationModelLattice"});
         ExpectFailure(
             [] { BuildWithDictionary(Pmml("<AssociationModelLattice/>"), nullptr, {"AssociationModelLattice"}); },
-            260113, "Missing model dll of 'AssociationModelLattice'.");
+            {NO_MODEL_LIBRARY, "AssociationModelLattice"});
     }
 }
 
 TEST_F(WithoutPlugins, RootsThatNameTheirModelFailWithIt) {
     if (Here()) {
-        ExpectFailure([] { Build("<Tree/>", {}); }, 260113, "Missing model dll of 'TreeModel'.");
-        ExpectFailure([] { Build("<kord-ml><regression-model/></kord-ml>", {}); }, 260113,
-                      "Missing model dll of 'GeneralRegressionModel'.");
-        ExpectFailure([] { Build(Pmml("<NearestNeighborModel/>"), {"NearestNeighborModel"}); }, 260113,
-                      "Missing model dll of 'NearestNeighborModel'.");
+        ExpectFailure([] { Build("<Tree/>", {}); }, {NO_MODEL_LIBRARY, "TreeModel"});
+        ExpectFailure([] { Build("<kord-ml><regression-model/></kord-ml>", {}); },
+                      {NO_MODEL_LIBRARY, "GeneralRegressionModel"});
+        ExpectFailure([] { Build(Pmml("<NearestNeighborModel/>"), {"NearestNeighborModel"}); },
+                      {NO_MODEL_LIBRARY, "NearestNeighborModel"});
     }
 }
 

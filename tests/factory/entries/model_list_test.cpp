@@ -1,10 +1,11 @@
 #include "factory/entries/factory_support.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <gtest/gtest.h>
 
 using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -73,14 +74,14 @@ TEST(ModelList, ReplacesTheListOfTheProcess) {
 
 TEST(ModelList, ThatIsMissingFailsWithItsName) {
     ModelFactory::fModelNames = {"before"};
-    ExpectFailure([] { ModelFactory::Initialize("no such file"); }, 260103, "Could not open file: 'no such file'.");
+    ExpectFailure([] { ModelFactory::Initialize("no such file"); }, {CANNOT_OPEN_FILE, "no such file"});
     EXPECT_FALSE(ModelFactory::fInitialized);
     EXPECT_EQ(ModelFactory::fModelNames, Names{"before"});
     ModelFactory::Terminate();
 }
 
 TEST(ModelList, ThatIsAFolderFailsWithItsName) {
-    ExpectFailure([] { ModelFactory::Initialize("/"); }, 260103, "Could not open file: '/'.");
+    ExpectFailure([] { ModelFactory::Initialize("/"); }, {CANNOT_OPEN_FILE, "/"});
     ModelFactory::Terminate();
 }
 
@@ -114,7 +115,7 @@ TEST(Initialization, LeavesTheSearchToTheArgument) {
     const TemporaryFolder folder;
     folder.Write("list.txt", "TreeModel");
     ModelFactory::Initialize("list.txt");
-    ExpectFailure([] { Build(Pmml("<TreeModel/>"), {}); }, 260301, "Unsupported model: ''.");
+    ExpectFailure([] { Build(Pmml("<TreeModel/>"), {}); }, {UNSUPPORTED_MODEL, ""});
     ModelFactory::Terminate();
 }
 

@@ -1,5 +1,5 @@
 #include "factory/entries/factory_support.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +7,7 @@
 
 using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -61,10 +62,10 @@ TEST(NearestNeighborRoute, IgnoresTextAndAttributes) {
 }
 
 TEST(NearestNeighborRoute, NeedsTheNameInTheList) {
-    ExpectFailure([] { Build(Pmml("<NearestNeighborModel/>"), {"TreeModel"}); }, 260113,
-                  "Missing model dll of 'NearestNeighborModel'.");
-    ExpectFailure([] { BuildWithDictionary(Pmml("<NearestNeighborModel/>"), nullptr, {}); }, 260113,
-                  "Missing model dll of 'NearestNeighborModel'.");
+    ExpectFailure([] { Build(Pmml("<NearestNeighborModel/>"), {"TreeModel"}); },
+                  {NO_MODEL_LIBRARY, "NearestNeighborModel"});
+    ExpectFailure([] { BuildWithDictionary(Pmml("<NearestNeighborModel/>"), nullptr, {}); },
+                  {NO_MODEL_LIBRARY, "NearestNeighborModel"});
 }
 
 TEST(NearestNeighborRoute, DeletesTheTranslator) {
@@ -92,8 +93,7 @@ TEST(StreamPosition, IsPutBackFromTheEndAndFromAFailedRead) {
 TEST(StreamPosition, IsLeftInABadStream) {
     std::istringstream in(Pmml("<TreeModel/>"));
     in.setstate(std::ios::badbit);
-    ExpectFailure([&] { ModelFactory::MakeModelFromXML(in, kNames, ""); }, 260105,
-                  "Unexpected error in opening PMML file.");
+    ExpectFailure([&] { ModelFactory::MakeModelFromXML(in, kNames, ""); }, {CANNOT_OPEN_DOCUMENT});
     EXPECT_TRUE(in.bad());
 }
 

@@ -1,5 +1,5 @@
 #include "factory/entries/factory_support.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +7,7 @@
 
 using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
+using enum MCVeltrane_900::Message;
 
 /// Who deletes what, by the counters of the plug-ins. The leak detector sees to the parsers.
 namespace {
@@ -30,10 +31,10 @@ TEST(Translator, IsDeletedWhenItGivesNoModel) {
 }
 
 TEST(KeptTranslator, IsNotDeletedWhenItThrows) {
-    ExpectFailureWithDetail([] { Build(Pmml("<ThrowingModel/>"), {"ThrowingModel"}); }, 260305,
-                            "Failed to restore base model: 'document'.", "the plug-in's own words");
-    ExpectFailureWithDetail([] { BuildWithDictionary(Pmml("<ThrowingModel/>"), nullptr, {"ThrowingModel"}); }, 260305,
-                            "Failed to restore base model: 'document+dictionary'.", "the plug-in's own words");
+    ExpectFailureWithDetail([] { Build(Pmml("<ThrowingModel/>"), {"ThrowingModel"}); },
+                            {CANNOT_RESTORE_BASE_MODEL, "document"}, "the plug-in's own words");
+    ExpectFailureWithDetail([] { BuildWithDictionary(Pmml("<ThrowingModel/>"), nullptr, {"ThrowingModel"}); },
+                            {CANNOT_RESTORE_BASE_MODEL, "document+dictionary"}, "the plug-in's own words");
     EXPECT_EQ(Counter("ThrowingModel", "TranslatorsMade"), 2);
     EXPECT_EQ(Counter("ThrowingModel", "TranslatorsDeleted"), 0);
 }

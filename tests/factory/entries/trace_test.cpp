@@ -1,6 +1,6 @@
 #include "factory/entries/factory_support.h"
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +9,7 @@
 
 using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -105,13 +106,13 @@ TEST_F(FactoryTrace, HasTheModelNameAmongTheDetailsOnly) {
 
 TEST_F(FactoryTrace, EndsWhereACallFails) {
     SetLevel(2);
-    ExpectFailure([] { Build("", {"TreeModel"}); }, 260105, "Unexpected error in opening PMML file.");
+    ExpectFailure([] { Build("", {"TreeModel"}); }, {CANNOT_OPEN_DOCUMENT});
     EXPECT_EQ(TraceLines(fFolder), Lines{"Enter:" + kMake});
 }
 
 TEST_F(FactoryTrace, EndsInTheSearchOfAnUnsupportedDocument) {
     SetLevel(2);
-    ExpectFailure([] { Build(Pmml(""), {"TreeModel"}); }, 260301, "Unsupported model: ''.");
+    ExpectFailure([] { Build(Pmml(""), {"TreeModel"}); }, {UNSUPPORTED_MODEL, ""});
     EXPECT_EQ(TraceLines(fFolder), (Lines{"Enter:" + kMake, "Enter:" + kRoute}));
 }
 

@@ -1,5 +1,5 @@
 #include "factory/entries/factory_support.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
 #include <MCVeltrane_900/NumericValue.h>
@@ -17,6 +17,7 @@ using namespace veltrane::tests;
 using MCVeltrane_900::ModelFactory;
 using MCVeltrane_900::ScoreDictionary;
 using MCVeltrane_900::TransformationDictionary;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -110,21 +111,20 @@ TEST(TransformationEntry, LeavesEverythingAloneUnderAnotherRoot) {
 }
 
 TEST(TransformationEntry, NeedsADataDictionaryFirst) {
-    ExpectFailure([] { Read(Pmml("")); }, 260114, "Missing node: 'DataDictionary'.");
-    ExpectFailure([] { Read(Pmml(kTransformations)); }, 260114, "Missing node: 'DataDictionary'.");
+    ExpectFailure([] { Read(Pmml("")); }, {MISSING_NODE, "DataDictionary"});
+    ExpectFailure([] { Read(Pmml(kTransformations)); }, {MISSING_NODE, "DataDictionary"});
 }
 
 TEST(TransformationEntry, NeedsATransformationDictionary) {
     ScoreDictionary* dictionary = nullptr;
     std::istringstream in(Pmml(kData));
-    ExpectFailure([&] { ModelFactory::GetTransformationDictionaryFromXML(in, dictionary, ""); }, 260114,
-                  "Missing node: 'TransformationDictionary'.");
+    ExpectFailure([&] { ModelFactory::GetTransformationDictionaryFromXML(in, dictionary, ""); },
+                  {MISSING_NODE, "TransformationDictionary"});
     EXPECT_EQ(dictionary, nullptr);
 }
 
 TEST(TransformationEntry, LooksForDirectChildrenOnly) {
-    ExpectFailure([] { Read(Pmml("<a>" + kData + kTransformations + "</a>")); }, 260114,
-                  "Missing node: 'DataDictionary'.");
+    ExpectFailure([] { Read(Pmml("<a>" + kData + kTransformations + "</a>")); }, {MISSING_NODE, "DataDictionary"});
 }
 
 TEST(TransformationEntry, GivesNoDictionaryWithoutDerivedFields) {
@@ -135,15 +135,15 @@ TEST(TransformationEntry, GivesNoDictionaryWithoutDerivedFields) {
 }
 
 TEST(TransformationEntry, LeavesAReadersFailureAsItIs) {
-    ExpectFailure([] { Read(Pmml("<DataDictionary><DataField/></DataDictionary>" + kTransformations)); }, 260120,
-                  "Missing the attribute 'name' of 'DataField'.");
+    ExpectFailure([] { Read(Pmml("<DataDictionary><DataField/></DataDictionary>" + kTransformations)); },
+                  {MISSING_ATTRIBUTE_OF, "name", "DataField"});
 }
 
 TEST(TransformationEntry, HasTheDataDictionaryWhenTheSecondReaderFails) {
     std::istringstream in(Pmml(kData + "<TransformationDictionary><DerivedField/></TransformationDictionary>"));
     ScoreDictionary* dictionary = nullptr;
-    ExpectFailure([&] { ModelFactory::GetTransformationDictionaryFromXML(in, dictionary, ""); }, 260120,
-                  "Missing the attribute 'name' of 'DerivedField'.");
+    ExpectFailure([&] { ModelFactory::GetTransformationDictionaryFromXML(in, dictionary, ""); },
+                  {MISSING_ATTRIBUTE_OF, "name", "DerivedField"});
     ASSERT_NE(dictionary, nullptr);
     EXPECT_EQ(dictionary->Size(), 1);
     delete dictionary;
@@ -151,7 +151,7 @@ TEST(TransformationEntry, HasTheDataDictionaryWhenTheSecondReaderFails) {
 
 TEST(TransformationEntry, FailsForADocumentThatIsNotWellFormed) {
     for (const char* const document : {"", "x", "<PMML>", "<PMML/><a/>"}) {
-        ExpectFailure([&] { Read(document); }, 260105, "Unexpected error in opening PMML file.");
+        ExpectFailure([&] { Read(document); }, {CANNOT_OPEN_DOCUMENT});
     }
 }
 
@@ -184,11 +184,11 @@ TEST(TransformationEntryPath, ReadsAFile) {
 TEST(KeptTransformationEntryPath, FailsUnlikeTheModelFileWhenItCannotBeOpened) {
     ScoreDictionary* data = nullptr;
     ExpectFailure([&] { ModelFactory::GetTransformationDictionaryFromXML(std::string("no such file"), data, ""); },
-                  260103, "Could not open file: 'no such file'.");
-    ExpectFailure([&] { ModelFactory::GetTransformationDictionaryFromXML(std::string(), data, ""); }, 260103,
-                  "Could not open file: ''.");
-    ExpectFailure([&] { ModelFactory::GetTransformationDictionaryFromXML(std::string("/"), data, ""); }, 260103,
-                  "Could not open file: '/'.");
+                  {CANNOT_OPEN_FILE, "no such file"});
+    ExpectFailure([&] { ModelFactory::GetTransformationDictionaryFromXML(std::string(), data, ""); },
+                  {CANNOT_OPEN_FILE, ""});
+    ExpectFailure([&] { ModelFactory::GetTransformationDictionaryFromXML(std::string("/"), data, ""); },
+                  {CANNOT_OPEN_FILE, "/"});
 }
 
 class TransformationTrace : public testing::Test {

@@ -22,8 +22,8 @@ constexpr double kCompleteAnswer = 1 + 3 * 4 + 4 + 5 * 6;
 /// The small regression with other attributes of the schema's field x.
 std::string WithTreatment(const std::string& attributes) {
     return Replaced(kSmallRegression,
-                    "outliers=\"asIs\" lowValue=\"1\" highValue=\"50\" missingValueTreatment=\"asIs\" "
-                    "invalidValueTreatment=\"returnInvalid\"",
+                    "outliers='asIs' lowValue='1' highValue='50' missingValueTreatment='asIs' "
+                    "invalidValueTreatment='returnInvalid'",
                     attributes);
 }
 
@@ -66,32 +66,32 @@ TEST(Cases, AnInvalidValueIsRefusedAtFirst) {
 }
 
 TEST(Cases, AnInvalidValueAsIsCounts) {
-    EXPECT_EQ(AnswerOf(WithTreatment("invalidValueTreatment=\"asIs\""), "x", "100"), Expected(100));
+    EXPECT_EQ(AnswerOf(WithTreatment("invalidValueTreatment='asIs'"), "x", "100"), Expected(100));
 }
 
 TEST(Cases, AnInvalidValueAsMissingIsReplacedLikeAMissingOne) {
-    const std::string document = WithTreatment("invalidValueTreatment=\"asMissing\" missingValueReplacement=\"5\"");
+    const std::string document = WithTreatment("invalidValueTreatment='asMissing' missingValueReplacement='5'");
     EXPECT_EQ(AnswerOf(document, "x", "100"), Expected(5));
-    EXPECT_EQ(AnswerOf(WithTreatment("invalidValueTreatment=\"asMissing\""), "x", "100"), -7);
+    EXPECT_EQ(AnswerOf(WithTreatment("invalidValueTreatment='asMissing'"), "x", "100"), -7);
 }
 
 TEST(Cases, AnInvalidValueCanHaveAReplacementOfItsOwn) {
     const std::string document =
-        WithTreatment("invalidValueTreatment=\"asValue\" invalidValueReplacement=\"6\" missingValueReplacement=\"5\"");
+        WithTreatment("invalidValueTreatment='asValue' invalidValueReplacement='6' missingValueReplacement='5'");
     EXPECT_EQ(AnswerOf(document, "x", "100"), Expected(6));
     EXPECT_EQ(AnswerOf(document, "x", ""), Expected(5));
 }
 
 TEST(Cases, AMissingValueCanBeRefused) {
-    Scored scored(Replaced(kSmallRegression, "<MiningField name=\"c\"/>",
-                           "<MiningField name=\"c\" missingValueTreatment=\"returnInvalid\"/>"));
+    Scored scored(Replaced(kSmallRegression, "<MiningField name='c'/>",
+                           "<MiningField name='c' missingValueTreatment='returnInvalid'/>"));
     scored.Score({{"x", "2"}, {"z", "3"}});
     EXPECT_EQ(scored.Number(), -7);
 }
 
 TEST(Cases, AMissingCategoryCanBeReplaced) {
-    const std::string document = Replaced(kSmallRegression, "<MiningField name=\"c\"/>",
-                                          "<MiningField name=\"c\" missingValueReplacement=\"a\"/>");
+    const std::string document =
+        Replaced(kSmallRegression, "<MiningField name='c'/>", "<MiningField name='c' missingValueReplacement='a'/>");
     EXPECT_EQ(AnswerOf(document, "c", ""), kCompleteAnswer);
 }
 
@@ -101,7 +101,7 @@ TEST(Cases, OutliersStayAsTheyAre) {
 }
 
 TEST(Cases, OutliersBecomeMissing) {
-    const std::string document = WithTreatment("outliers=\"asMissingValues\" lowValue=\"1\" highValue=\"50\"");
+    const std::string document = WithTreatment("outliers='asMissingValues' lowValue='1' highValue='50'");
     EXPECT_EQ(AnswerOf(document, "x", "0.5"), -7);
     EXPECT_EQ(AnswerOf(document, "x", "51"), -7);
     EXPECT_EQ(AnswerOf(document, "x", "1"), Expected(1));
@@ -109,20 +109,20 @@ TEST(Cases, OutliersBecomeMissing) {
 }
 
 TEST(Cases, OutliersBecomeTheBounds) {
-    const std::string document = WithTreatment("outliers=\"asExtremeValues\" lowValue=\"1\" highValue=\"50\"");
+    const std::string document = WithTreatment("outliers='asExtremeValues' lowValue='1' highValue='50'");
     EXPECT_EQ(AnswerOf(document, "x", "0.5"), Expected(1));
     EXPECT_EQ(AnswerOf(document, "x", "51"), Expected(50));
 }
 
 TEST(Cases, ABoundOnOneSideIsEnough) {
-    const std::string document = WithTreatment("outliers=\"asExtremeValues\" highValue=\"50\"");
+    const std::string document = WithTreatment("outliers='asExtremeValues' highValue='50'");
     EXPECT_EQ(AnswerOf(document, "x", "0.5"), Expected(0.5));
     EXPECT_EQ(AnswerOf(document, "x", "51"), Expected(50));
 }
 
 TEST(Cases, AnInvalidValueAsIsIsStillAnOutlier) {
     const std::string document =
-        WithTreatment("outliers=\"asExtremeValues\" highValue=\"50\" invalidValueTreatment=\"asIs\"");
+        WithTreatment("outliers='asExtremeValues' highValue='50' invalidValueTreatment='asIs'");
     EXPECT_EQ(AnswerOf(document, "x", "100"), Expected(50));
 }
 
@@ -167,8 +167,8 @@ TEST(OddValueOfText, ANumberInPlaceOfATextIsInvalid) {
 }
 
 TEST(OddValueOfText, AValueOfAnotherKindCanBeMissing) {
-    Scored scored(Replaced(kSmallRegression, "<MiningField name=\"c\"/>",
-                           "<MiningField name=\"c\" invalidValueTreatment=\"asMissing\"/>"));
+    Scored scored(Replaced(kSmallRegression, "<MiningField name='c'/>",
+                           "<MiningField name='c' invalidValueTreatment='asMissing'/>"));
     CaseRecord record;
     record.Add("x", new NumericValue(2));
     record.Add("z", new NumericValue(3));
@@ -215,9 +215,9 @@ TEST(Record, AFieldThatIsAddedLaterIsFound) {
 }
 
 TEST(ListedValues, AContinuousFieldCanListThemBesideItsInterval) {
-    const std::string document = Replaced(kSmallRegression, "rightMargin=\"100\"/>",
-                                          "rightMargin=\"100\"/><Value value=\"200\"/><Value value=\"7\" "
-                                          "property=\"invalid\"/><Value value=\"8\" property=\"missing\"/>");
+    const std::string document = Replaced(kSmallRegression, "rightMargin='100'/>",
+                                          "rightMargin='100'/><Value value='200'/><Value value='7' "
+                                          "property='invalid'/><Value value='8' property='missing'/>");
     EXPECT_EQ(AnswerOf(document, "x", "200"), 100000); // the bound of the target
     EXPECT_EQ(AnswerOf(document, "x", "201"), -7);
     EXPECT_EQ(AnswerOf(document, "x", "7"), -7);
@@ -227,29 +227,29 @@ TEST(ListedValues, AContinuousFieldCanListThemBesideItsInterval) {
 
 TEST(ListedValues, SeveralIntervalsAddUp) {
     const std::string document =
-        Replaced(kSmallRegression, "rightMargin=\"100\"/>",
-                 "rightMargin=\"100\"/><Interval closure=\"openClosed\" leftMargin=\"200\" rightMargin=\"300\"/>");
+        Replaced(kSmallRegression, "rightMargin='100'/>",
+                 "rightMargin='100'/><Interval closure='openClosed' leftMargin='200' rightMargin='300'/>");
     EXPECT_EQ(AnswerOf(document, "x", "200"), -7);
     EXPECT_EQ(AnswerOf(document, "x", "300"), 100000); // the target's bound
     EXPECT_EQ(AnswerOf(document, "x", "50"), Expected(50));
 }
 
 TEST(ListedValues, ATextCanBeInvalidWithoutAListOfValidOnes) {
-    const std::string document = Replaced(kSmallRegression, "<Value value=\"a\"/><Value value=\"b\"/>",
-                                          "<Value value=\"a\" property=\"invalid\"/>");
+    const std::string document =
+        Replaced(kSmallRegression, "<Value value='a'/><Value value='b'/>", "<Value value='a' property='invalid'/>");
     EXPECT_EQ(AnswerOf(document, "c", "a"), -7);
     EXPECT_EQ(AnswerOf(document, "c", "moon"), kCompleteAnswer - 4);
 }
 
 TEST(ListedValues, ATextCanBeMissing) {
-    const std::string document = Replaced(kSmallRegression, "<Value value=\"b\"/>",
-                                          "<Value value=\"b\"/><Value value=\"none\" property=\"missing\"/>");
+    const std::string document =
+        Replaced(kSmallRegression, "<Value value='b'/>", "<Value value='b'/><Value value='none' property='missing'/>");
     EXPECT_EQ(AnswerOf(document, "c", "none"), kCompleteAnswer - 4);
 }
 
 TEST(ListedValues, TheEmptyTextCanBeListed) {
-    const std::string document = Replaced(Replaced(kSmallRegression, "<Value value=\"a\"/>", "<Value value=\"\"/>"),
-                                          "value=\"a\" coefficient", "value=\"\" coefficient");
+    const std::string document = Replaced(Replaced(kSmallRegression, "<Value value='a'/>", "<Value value=''/>"),
+                                          "value='a' coefficient", "value='' coefficient");
     Scored scored(document);
     CaseRecord record;
     record.Add("x", new NumericValue(2));

@@ -1,319 +1,286 @@
 // Every element and attribute that the kit and the plug-in read missing, empty, wrong or doubled.
-#include "models/kit/fault.h"
 #include "models/kit/scoring.h"
 #include "models/kit/small_documents.h"
-#include "support/failure.h"
+#include "support/faults/fault.h"
 
 #include <gtest/gtest.h>
 
 using namespace veltrane::tests;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
-class RegressionFault : public testing::TestWithParam<Fault> {};
+class RegressionFault : public testing::TestWithParam<FaultyChange> {};
 
 TEST_P(RegressionFault, NamesElementAndAttribute) {
-    const std::string document = Replaced(kSmallRegression, GetParam().from, GetParam().to);
-    ExpectFailure([&document] { ReadModel(document); }, GetParam().id, GetParam().text);
+    ExpectRefused(kSmallRegression, GetParam());
 }
 
-constexpr Fault kModelFaults[] = {
-    {"FunctionMissing", " functionName=\"regression\"", "", 260120,
-     "Missing the attribute 'functionName' of 'RegressionModel'."},
-    {"FunctionEmpty", "functionName=\"regression\"", "functionName=\"\"", 260285,
-     "The 'functionName' of element 'RegressionModel' is null."},
-    {"FunctionWrong", "functionName=\"regression\"", "functionName=\"clustering\"", 260153,
-     "Invalid value: 'clustering' of attribute 'functionName' in 'RegressionModel'."},
-    {"FunctionDoubled", "functionName=\"regression\"", "functionName=\"regression\" functionName=\"regression\"",
-     260105, "Unexpected error in opening PMML file."},
-    {"MethodEmpty", "normalizationMethod=\"none\"", "normalizationMethod=\"\"", 260285,
-     "The 'normalizationMethod' of element 'RegressionModel' is null."},
-    {"MethodWrong", "normalizationMethod=\"none\"", "normalizationMethod=\"max\"", 260153,
-     "Invalid value: 'max' of attribute 'normalizationMethod' in 'RegressionModel'."},
-    {"MethodOfOtherFunction", "normalizationMethod=\"none\"", "normalizationMethod=\"simplemax\"", 260179,
-     "Unsupported value 'simplemax' of attribute 'normalizationMethod' in 'RegressionModel, expect 'none, softmax, "
-     "logit, "
-     "probit, cloglog, loglog, cauchit, exp'."},
-    {"NotScorable", "isScorable=\"true\"", "isScorable=\"false\"", 260179,
-     "Unsupported value 'false' of attribute 'isScorable' in 'RegressionModel, expect 'true'."},
-    {"ScorableWrong", "isScorable=\"true\"", "isScorable=\"maybe\"", 260153,
-     "Invalid value: 'maybe' of attribute 'isScorable' in 'RegressionModel'."},
-    {"ChildWrong", "<MiningSchema>", "<Segmentation/><MiningSchema>", 260159,
-     "Invalid node 'Segmentation' in 'RegressionModel'."},
-    {"DictionaryDoubled", "<Header/>", "<DataDictionary/>", 260272,
-     "More than one 'DataDictionary' defined in 'PMML'."},
+constexpr FaultyChange kModelFaults[] = {
+    {"FunctionMissing", " functionName='regression'", "",
+     Failure(MISSING_ATTRIBUTE_OF, "functionName", "RegressionModel")},
+    {"FunctionEmpty", "functionName='regression'", "functionName=''",
+     Failure(NULL_ATTRIBUTE, "functionName", "RegressionModel")},
+    {"FunctionWrong", "functionName='regression'", "functionName='clustering'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "clustering", "functionName", "RegressionModel")},
+    {"FunctionDoubled", "functionName='regression'", "functionName='regression' functionName='regression'",
+     Failure(CANNOT_OPEN_DOCUMENT)},
+    {"MethodEmpty", "normalizationMethod='none'", "normalizationMethod=''",
+     Failure(NULL_ATTRIBUTE, "normalizationMethod", "RegressionModel")},
+    {"MethodWrong", "normalizationMethod='none'", "normalizationMethod='max'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "max", "normalizationMethod", "RegressionModel")},
+    {"MethodOfOtherFunction", "normalizationMethod='none'", "normalizationMethod='simplemax'",
+     Failure(UNSUPPORTED_VALUE_IN, "simplemax", "normalizationMethod", "RegressionModel",
+             "none, softmax, logit, probit, cloglog, loglog, cauchit, exp")},
+    {"NotScorable", "isScorable='true'", "isScorable='false'",
+     Failure(UNSUPPORTED_VALUE_IN, "false", "isScorable", "RegressionModel", "true")},
+    {"ScorableWrong", "isScorable='true'", "isScorable='maybe'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "maybe", "isScorable", "RegressionModel")},
+    {"ChildWrong", "<MiningSchema>", "<Segmentation/><MiningSchema>",
+     Failure(INVALID_NODE, "Segmentation", "RegressionModel")},
+    {"DictionaryDoubled", "<Header/>", "<DataDictionary/>", Failure(MORE_THAN_ONE, "DataDictionary", "PMML")},
 };
 
-constexpr Fault kSchemaFaults[] = {
-    {"SchemaDoubled", "<MiningSchema>", "<MiningSchema/><MiningSchema>", 260272,
-     "More than one 'MiningSchema' defined in 'RegressionModel'."},
-    {"SchemaChildWrong", "<MiningField name=\"z\"/>", "<Field name=\"z\"/>", 260159,
-     "Invalid node 'Field' in 'MiningSchema'."},
-    {"NameMissing", "<MiningField name=\"z\"/>", "<MiningField/>", 260120,
-     "Missing the attribute 'name' of 'MiningField'."},
-    {"NameEmpty", "<MiningField name=\"z\"/>", "<MiningField name=\"\"/>", 260285,
-     "The 'name' of element 'MiningField' is null."},
-    {"NameUnknown", "<MiningField name=\"z\"/>", "<MiningField name=\"w\"/>", 260124,
-     "Missing variable:'w' definition in the 'DataDictionary'."},
-    {"NameDoubled", "<MiningField name=\"z\"/>", "<MiningField name=\"z\"/><MiningField name=\"z\"/>", 260202,
-     "Duplicate definition of variable 'z', already in 'MiningSchema'."},
-    {"UsageEmpty", "usageType=\"active\"", "usageType=\"\"", 260285,
-     "The 'usageType' of element 'MiningField' is null."},
-    {"UsageWrong", "usageType=\"active\"", "usageType=\"input\"", 260153,
-     "Invalid value: 'input' of attribute 'usageType' in 'MiningField'."},
-    {"LevelWrong", "optype=\"continuous\" outliers", "optype=\"nominal\" outliers", 260153,
-     "Invalid value: 'nominal' of attribute 'optype' in 'MiningField'."},
-    {"LevelOfText", "<MiningField name=\"c\"/>", "<MiningField name=\"c\" optype=\"continuous\"/>", 260211,
-     "Conflict setting between the value 'continuous' of attribute 'optype' and the value 'string' of attribute "
-     "'dataType'."},
-    {"OutliersEmpty", "outliers=\"asIs\"", "outliers=\"\"", 260285, "The 'outliers' of element 'MiningField' is null."},
-    {"OutliersWrong", "outliers=\"asIs\"", "outliers=\"asMissing\"", 260153,
-     "Invalid value: 'asMissing' of attribute 'outliers' in 'MiningField'."},
-    {"OutliersWithoutBounds", "outliers=\"asIs\" lowValue=\"1\" highValue=\"50\"", "outliers=\"asExtremeValues\"",
-     260188, "Missing the values of attribute 'lowValue' and 'highValue' in 'MiningField'."},
-    {"LowEmpty", "lowValue=\"1\"", "lowValue=\"\"", 260285, "The 'lowValue' of element 'MiningField' is null."},
-    {"LowWrong", "lowValue=\"1\"", "lowValue=\"one\"", 260153,
-     "Invalid value: 'one' of attribute 'lowValue' in 'MiningField'."},
-    {"HighEmpty", "highValue=\"50\"", "highValue=\"\"", 260285, "The 'highValue' of element 'MiningField' is null."},
-    {"HighWrong", "highValue=\"50\"", "highValue=\"NaN\"", 260153,
-     "Invalid value: 'NaN' of attribute 'highValue' in 'MiningField'."},
-    {"MissingTreatmentEmpty", "missingValueTreatment=\"asIs\"", "missingValueTreatment=\"\"", 260285,
-     "The 'missingValueTreatment' of element 'MiningField' is null."},
-    {"MissingTreatmentWrong", "missingValueTreatment=\"asIs\"", "missingValueTreatment=\"drop\"", 260153,
-     "Invalid value: 'drop' of attribute 'missingValueTreatment' in 'MiningField'."},
-    {"MissingReplacementEmpty", "missingValueTreatment=\"asIs\"", "missingValueReplacement=\"\"", 260285,
-     "The 'missingValueReplacement' of element 'MiningField' is null."},
-    {"MissingReplacementWrong", "missingValueTreatment=\"asIs\"", "missingValueReplacement=\"none\"", 260153,
-     "Invalid value: 'none' of attribute 'missingValueReplacement' in 'MiningField'."},
-    {"InvalidTreatmentEmpty", "invalidValueTreatment=\"returnInvalid\"", "invalidValueTreatment=\"\"", 260285,
-     "The 'invalidValueTreatment' of element 'MiningField' is null."},
-    {"InvalidTreatmentWrong", "invalidValueTreatment=\"returnInvalid\"", "invalidValueTreatment=\"refuse\"", 260153,
-     "Invalid value: 'refuse' of attribute 'invalidValueTreatment' in 'MiningField'."},
-    {"InvalidReplacementMissing", "invalidValueTreatment=\"returnInvalid\"", "invalidValueTreatment=\"asValue\"",
-     260120, "Missing the attribute 'invalidValueReplacement' of 'MiningField'."},
-    {"InvalidReplacementEmpty", "invalidValueTreatment=\"returnInvalid\"",
-     "invalidValueTreatment=\"asValue\" invalidValueReplacement=\"\"", 260285,
-     "The 'invalidValueReplacement' of element 'MiningField' is null."},
-    {"InvalidReplacementWrong", "invalidValueTreatment=\"returnInvalid\"",
-     "invalidValueTreatment=\"asValue\" invalidValueReplacement=\"1,5\"", 260153,
-     "Invalid value: '1,5' of attribute 'invalidValueReplacement' in 'MiningField'."},
+constexpr FaultyChange kSchemaFaults[] = {
+    {"SchemaDoubled", "<MiningSchema>", "<MiningSchema/><MiningSchema>",
+     Failure(MORE_THAN_ONE, "MiningSchema", "RegressionModel")},
+    {"SchemaChildWrong", "<MiningField name='z'/>", "<Field name='z'/>",
+     Failure(INVALID_NODE, "Field", "MiningSchema")},
+    {"NameMissing", "<MiningField name='z'/>", "<MiningField/>", Failure(MISSING_ATTRIBUTE_OF, "name", "MiningField")},
+    {"NameEmpty", "<MiningField name='z'/>", "<MiningField name=''/>", Failure(NULL_ATTRIBUTE, "name", "MiningField")},
+    {"NameUnknown", "<MiningField name='z'/>", "<MiningField name='w'/>",
+     Failure(MISSING_VARIABLE, "w", "DataDictionary")},
+    {"NameDoubled", "<MiningField name='z'/>", "<MiningField name='z'/><MiningField name='z'/>",
+     Failure(DUPLICATE_VARIABLE_IN, "z", "MiningSchema")},
+    {"UsageEmpty", "usageType='active'", "usageType=''", Failure(NULL_ATTRIBUTE, "usageType", "MiningField")},
+    {"UsageWrong", "usageType='active'", "usageType='input'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "input", "usageType", "MiningField")},
+    {"LevelWrong", "optype='continuous' outliers", "optype='nominal' outliers",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "nominal", "optype", "MiningField")},
+    {"LevelOfText", "<MiningField name='c'/>", "<MiningField name='c' optype='continuous'/>",
+     Failure(CONFLICTING_VALUES, "continuous", "optype", "string", "dataType")},
+    {"OutliersEmpty", "outliers='asIs'", "outliers=''", Failure(NULL_ATTRIBUTE, "outliers", "MiningField")},
+    {"OutliersWrong", "outliers='asIs'", "outliers='asMissing'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "asMissing", "outliers", "MiningField")},
+    {"OutliersWithoutBounds", "outliers='asIs' lowValue='1' highValue='50'", "outliers='asExtremeValues'",
+     Failure(MISSING_VALUES_OF_BOTH, "lowValue", "highValue", "MiningField")},
+    {"LowEmpty", "lowValue='1'", "lowValue=''", Failure(NULL_ATTRIBUTE, "lowValue", "MiningField")},
+    {"LowWrong", "lowValue='1'", "lowValue='one'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "one", "lowValue", "MiningField")},
+    {"HighEmpty", "highValue='50'", "highValue=''", Failure(NULL_ATTRIBUTE, "highValue", "MiningField")},
+    {"HighWrong", "highValue='50'", "highValue='NaN'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "NaN", "highValue", "MiningField")},
+    {"MissingTreatmentEmpty", "missingValueTreatment='asIs'", "missingValueTreatment=''",
+     Failure(NULL_ATTRIBUTE, "missingValueTreatment", "MiningField")},
+    {"MissingTreatmentWrong", "missingValueTreatment='asIs'", "missingValueTreatment='drop'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "drop", "missingValueTreatment", "MiningField")},
+    {"MissingReplacementEmpty", "missingValueTreatment='asIs'", "missingValueReplacement=''",
+     Failure(NULL_ATTRIBUTE, "missingValueReplacement", "MiningField")},
+    {"MissingReplacementWrong", "missingValueTreatment='asIs'", "missingValueReplacement='none'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "none", "missingValueReplacement", "MiningField")},
+    {"InvalidTreatmentEmpty", "invalidValueTreatment='returnInvalid'", "invalidValueTreatment=''",
+     Failure(NULL_ATTRIBUTE, "invalidValueTreatment", "MiningField")},
+    {"InvalidTreatmentWrong", "invalidValueTreatment='returnInvalid'", "invalidValueTreatment='refuse'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "refuse", "invalidValueTreatment", "MiningField")},
+    {"InvalidReplacementMissing", "invalidValueTreatment='returnInvalid'", "invalidValueTreatment='asValue'",
+     Failure(MISSING_ATTRIBUTE_OF, "invalidValueReplacement", "MiningField")},
+    {"InvalidReplacementEmpty", "invalidValueTreatment='returnInvalid'",
+     "invalidValueTreatment='asValue' invalidValueReplacement=''",
+     Failure(NULL_ATTRIBUTE, "invalidValueReplacement", "MiningField")},
+    {"InvalidReplacementWrong", "invalidValueTreatment='returnInvalid'",
+     "invalidValueTreatment='asValue' invalidValueReplacement='1,5'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "1,5", "invalidValueReplacement", "MiningField")},
 };
 
-constexpr Fault kValidityFaults[] = {
-    {"IntervalWithoutMargins", " leftMargin=\"0\" rightMargin=\"100\"", "", 260175,
-     "Require one of 'rightMargin' or 'leftMargin'."},
-    {"ClosureMissing", "closure=\"closedOpen\" ", "", 260120, "Missing the attribute 'closure' of 'Interval'."},
-    {"ClosureEmpty", "closure=\"closedOpen\"", "closure=\"\"", 260285, "The 'closure' of element 'Interval' is null."},
-    {"ClosureWrong", "closure=\"closedOpen\"", "closure=\"open\"", 260153,
-     "Invalid value: 'open' of attribute 'closure' in 'Interval'."},
-    {"LeftMarginEmpty", "leftMargin=\"0\"", "leftMargin=\"\"", 260285,
-     "The 'leftMargin' of element 'Interval' is null."},
-    {"LeftMarginWrong", "leftMargin=\"0\"", "leftMargin=\"zero\"", 260153,
-     "Invalid value: 'zero' of attribute 'leftMargin' in 'Interval'."},
-    {"RightMarginEmpty", "rightMargin=\"100\"", "rightMargin=\"\"", 260285,
-     "The 'rightMargin' of element 'Interval' is null."},
-    {"RightMarginWrong", "rightMargin=\"100\"", "rightMargin=\"1e999\"", 260153,
-     "Invalid value: '1e999' of attribute 'rightMargin' in 'Interval'."},
-    {"ValueMissing", "<Value value=\"a\"/>", "<Value/>", 260120, "Missing the attribute 'value' of 'Value'."},
+constexpr FaultyChange kValidityFaults[] = {
+    {"IntervalWithoutMargins", " leftMargin='0' rightMargin='100'", "",
+     Failure(REQUIRES_ONE_OF, "rightMargin", "leftMargin")},
+    {"ClosureMissing", "closure='closedOpen' ", "", Failure(MISSING_ATTRIBUTE_OF, "closure", "Interval")},
+    {"ClosureEmpty", "closure='closedOpen'", "closure=''", Failure(NULL_ATTRIBUTE, "closure", "Interval")},
+    {"ClosureWrong", "closure='closedOpen'", "closure='open'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "open", "closure", "Interval")},
+    {"LeftMarginEmpty", "leftMargin='0'", "leftMargin=''", Failure(NULL_ATTRIBUTE, "leftMargin", "Interval")},
+    {"LeftMarginWrong", "leftMargin='0'", "leftMargin='zero'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "zero", "leftMargin", "Interval")},
+    {"RightMarginEmpty", "rightMargin='100'", "rightMargin=''", Failure(NULL_ATTRIBUTE, "rightMargin", "Interval")},
+    {"RightMarginWrong", "rightMargin='100'", "rightMargin='1e999'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "1e999", "rightMargin", "Interval")},
+    {"ValueMissing", "<Value value='a'/>", "<Value/>", Failure(MISSING_ATTRIBUTE_OF, "value", "Value")},
 };
 
-constexpr Fault kOutputFaults[] = {
-    {"OutputDoubled", "<Output>", "<Output/><Output>", 260272, "More than one 'Output' defined in 'RegressionModel'."},
-    {"OutputChildWrong", "<OutputField name=\"p\"", "<ResultField/><OutputField name=\"p\"", 260159,
-     "Invalid node 'ResultField' in 'Output'."},
-    {"NameMissing", "<OutputField name=\"p\"", "<OutputField", 260120,
-     "Missing the attribute 'name' of 'OutputField'."},
-    {"NameEmpty", "<OutputField name=\"p\"", "<OutputField name=\"\"", 260285,
-     "The 'name' of element 'OutputField' is null."},
-    {"NameDoubled", "<Output>", "<Output><OutputField name=\"p\"/>", 260203,
-     "Duplicate definition of 'OutputField': 'p', already in 'Output'."},
-    {"LevelEmpty", "optype=\"continuous\" dataType=\"double\" feature", "optype=\"\" dataType=\"double\" feature",
-     260285, "The 'optype' of element 'OutputField' is null."},
-    {"LevelWrong", "optype=\"continuous\" dataType=\"double\" feature", "optype=\"real\" dataType=\"double\" feature",
-     260153, "Invalid value: 'real' of attribute 'optype' in 'OutputField'."},
-    {"FeatureEmpty", "feature=\"predictedValue\"", "feature=\"\"", 260285,
-     "The 'feature' of element 'OutputField' is null."},
-    {"FeatureWrong", "feature=\"predictedValue\"", "feature=\"predicted\"", 260153,
-     "Invalid value: 'predicted' of attribute 'feature' in 'OutputField'."},
-    {"TransformedWithoutExpression", "feature=\"predictedValue\"", "feature=\"transformedValue\"", 260115,
-     "Missing node of 'EXPRESSION' element  in 'OutputField'."},
+constexpr FaultyChange kOutputFaults[] = {
+    {"OutputDoubled", "<Output>", "<Output/><Output>", Failure(MORE_THAN_ONE, "Output", "RegressionModel")},
+    {"OutputChildWrong", "<OutputField name='p'", "<ResultField/><OutputField name='p'",
+     Failure(INVALID_NODE, "ResultField", "Output")},
+    {"NameMissing", "<OutputField name='p'", "<OutputField", Failure(MISSING_ATTRIBUTE_OF, "name", "OutputField")},
+    {"NameEmpty", "<OutputField name='p'", "<OutputField name=''", Failure(NULL_ATTRIBUTE, "name", "OutputField")},
+    {"NameDoubled", "<Output>", "<Output><OutputField name='p'/>",
+     Failure(DUPLICATE_DEFINITION, "OutputField", "p", "Output")},
+    {"LevelEmpty", "optype='continuous' dataType='double' feature", "optype='' dataType='double' feature",
+     Failure(NULL_ATTRIBUTE, "optype", "OutputField")},
+    {"LevelWrong", "optype='continuous' dataType='double' feature", "optype='real' dataType='double' feature",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "real", "optype", "OutputField")},
+    {"FeatureEmpty", "feature='predictedValue'", "feature=''", Failure(NULL_ATTRIBUTE, "feature", "OutputField")},
+    {"FeatureWrong", "feature='predictedValue'", "feature='predicted'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "predicted", "feature", "OutputField")},
+    {"TransformedWithoutExpression", "feature='predictedValue'", "feature='transformedValue'",
+     Failure(MISSING_NODE_IN, "EXPRESSION", "OutputField")},
 };
 
-constexpr Fault kTargetFaults[] = {
-    {"TargetsDoubled", "<Targets>", "<Targets/><Targets>", 260272,
-     "More than one 'Targets' defined in 'RegressionModel'."},
-    {"FieldUnknown", "<Target field=\"y\"", "<Target field=\"w\"", 260124,
-     "Missing variable:'w' definition in the 'DataDictionary'."},
-    {"FieldEmpty", "<Target field=\"y\"", "<Target field=\"\"", 260285, "The 'field' of element 'Target' is null."},
-    {"CastEmpty", "castInteger=\"round\"", "castInteger=\"\"", 260285,
-     "The 'castInteger' of element 'Target' is null."},
-    {"CastWrong", "castInteger=\"round\"", "castInteger=\"trunc\"", 260153,
-     "Invalid value: 'trunc' of attribute 'castInteger' in 'Target'."},
-    {"MinEmpty", "min=\"-1000\"", "min=\"\"", 260285, "The 'min' of element 'Target' is null."},
-    {"MinWrong", "min=\"-1000\"", "min=\"low\"", 260153, "Invalid value: 'low' of attribute 'min' in 'Target'."},
-    {"MaxEmpty", "max=\"100000\"", "max=\"\"", 260285, "The 'max' of element 'Target' is null."},
-    {"MaxWrong", "max=\"100000\"", "max=\"high\"", 260153, "Invalid value: 'high' of attribute 'max' in 'Target'."},
-    {"FactorEmpty", "rescaleFactor=\"1\"", "rescaleFactor=\"\"", 260285,
-     "The 'rescaleFactor' of element 'Target' is null."},
-    {"FactorWrong", "rescaleFactor=\"1\"", "rescaleFactor=\"x\"", 260153,
-     "Invalid value: 'x' of attribute 'rescaleFactor' in 'Target'."},
-    {"ConstantEmpty", "rescaleConstant=\"0\"", "rescaleConstant=\"\"", 260285,
-     "The 'rescaleConstant' of element 'Target' is null."},
-    {"ConstantWrong", "rescaleConstant=\"0\"", "rescaleConstant=\"x\"", 260153,
-     "Invalid value: 'x' of attribute 'rescaleConstant' in 'Target'."},
-    {"DefaultWrong", "defaultValue=\"-7\"", "defaultValue=\"seven\"", 260151,
-     "The value: 'seven' is invalid of type: 'double'."},
+constexpr FaultyChange kTargetFaults[] = {
+    {"TargetsDoubled", "<Targets>", "<Targets/><Targets>", Failure(MORE_THAN_ONE, "Targets", "RegressionModel")},
+    {"FieldUnknown", "<Target field='y'", "<Target field='w'", Failure(MISSING_VARIABLE, "w", "DataDictionary")},
+    {"FieldEmpty", "<Target field='y'", "<Target field=''", Failure(NULL_ATTRIBUTE, "field", "Target")},
+    {"CastEmpty", "castInteger='round'", "castInteger=''", Failure(NULL_ATTRIBUTE, "castInteger", "Target")},
+    {"CastWrong", "castInteger='round'", "castInteger='trunc'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "trunc", "castInteger", "Target")},
+    {"MinEmpty", "min='-1000'", "min=''", Failure(NULL_ATTRIBUTE, "min", "Target")},
+    {"MinWrong", "min='-1000'", "min='low'", Failure(INVALID_ATTRIBUTE_VALUE_IN, "low", "min", "Target")},
+    {"MaxEmpty", "max='100000'", "max=''", Failure(NULL_ATTRIBUTE, "max", "Target")},
+    {"MaxWrong", "max='100000'", "max='high'", Failure(INVALID_ATTRIBUTE_VALUE_IN, "high", "max", "Target")},
+    {"FactorEmpty", "rescaleFactor='1'", "rescaleFactor=''", Failure(NULL_ATTRIBUTE, "rescaleFactor", "Target")},
+    {"FactorWrong", "rescaleFactor='1'", "rescaleFactor='x'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "x", "rescaleFactor", "Target")},
+    {"ConstantEmpty", "rescaleConstant='0'", "rescaleConstant=''",
+     Failure(NULL_ATTRIBUTE, "rescaleConstant", "Target")},
+    {"ConstantWrong", "rescaleConstant='0'", "rescaleConstant='x'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "x", "rescaleConstant", "Target")},
+    {"DefaultWrong", "defaultValue='-7'", "defaultValue='seven'", Failure(INVALID_VALUE_OF_TYPE, "seven", "double")},
 };
 
-constexpr Fault kTableFaults[] = {
-    {"TableDoubled", "<RegressionTable intercept=\"1\">",
-     "<RegressionTable intercept=\"0\"/><RegressionTable intercept=\"1\">", 260272,
-     "More than one 'RegressionTable' defined in 'RegressionModel'."},
-    {"InterceptMissing", "<RegressionTable intercept=\"1\">", "<RegressionTable>", 260120,
-     "Missing the attribute 'intercept' of 'RegressionTable'."},
-    {"InterceptEmpty", "intercept=\"1\"", "intercept=\"\"", 260285,
-     "The 'intercept' of element 'RegressionTable' is null."},
-    {"InterceptWrong", "intercept=\"1\"", "intercept=\"1;5\"", 260153,
-     "Invalid value: '1;5' of attribute 'intercept' in 'RegressionTable'."},
-    {"TableChildWrong", "<NumericPredictor name=\"x\" exponent=\"2\" coefficient=\"3\"/>", "<Predictor/>", 260159,
-     "Invalid node 'Predictor' in 'RegressionTable'."},
-    {"NumericNameMissing", "<NumericPredictor name=\"x\"", "<NumericPredictor", 260120,
-     "Missing the attribute 'name' of 'NumericPredictor'."},
-    {"NumericNameEmpty", "<NumericPredictor name=\"x\"", "<NumericPredictor name=\"\"", 260285,
-     "The 'name' of element 'NumericPredictor' is null."},
-    {"NumericFieldUnknown", "<NumericPredictor name=\"x\"", "<NumericPredictor name=\"u\"", 260125,
-     "Missing variable:'u' definition in the 'DataDictionary' and 'TransformationDictionary'."},
-    {"NumericFieldNotActive", "<NumericPredictor name=\"x\"", "<NumericPredictor name=\"y\"", 260161,
-     "Variable: 'y' is not defined as predictor."},
-    {"NumericFieldOfText", "<NumericPredictor name=\"x\"", "<NumericPredictor name=\"c\"", 260187,
-     "Variable: 'c' should be numeric."},
+constexpr FaultyChange kTableFaults[] = {
+    {"TableDoubled", "<RegressionTable intercept='1'>",
+     "<RegressionTable intercept='0'/><RegressionTable intercept='1'>",
+     Failure(MORE_THAN_ONE, "RegressionTable", "RegressionModel")},
+    {"InterceptMissing", "<RegressionTable intercept='1'>", "<RegressionTable>",
+     Failure(MISSING_ATTRIBUTE_OF, "intercept", "RegressionTable")},
+    {"InterceptEmpty", "intercept='1'", "intercept=''", Failure(NULL_ATTRIBUTE, "intercept", "RegressionTable")},
+    {"InterceptWrong", "intercept='1'", "intercept='1;5'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "1;5", "intercept", "RegressionTable")},
+    {"TableChildWrong", "<NumericPredictor name='x' exponent='2' coefficient='3'/>", "<Predictor/>",
+     Failure(INVALID_NODE, "Predictor", "RegressionTable")},
+    {"NumericNameMissing", "<NumericPredictor name='x'", "<NumericPredictor",
+     Failure(MISSING_ATTRIBUTE_OF, "name", "NumericPredictor")},
+    {"NumericNameEmpty", "<NumericPredictor name='x'", "<NumericPredictor name=''",
+     Failure(NULL_ATTRIBUTE, "name", "NumericPredictor")},
+    {"NumericFieldUnknown", "<NumericPredictor name='x'", "<NumericPredictor name='u'",
+     Failure(MISSING_VARIABLE_IN_BOTH, "u", "DataDictionary", "TransformationDictionary")},
+    {"NumericFieldNotActive", "<NumericPredictor name='x'", "<NumericPredictor name='y'", Failure(NO_PREDICTOR, "y")},
+    {"NumericFieldOfText", "<NumericPredictor name='x'", "<NumericPredictor name='c'", Failure(REQUIRES_NUMERIC, "c")},
     {"NumericDoubled", "<CategoricalPredictor",
-     "<NumericPredictor name=\"x\" exponent=\"2\" coefficient=\"1\"/><CategoricalPredictor", 260203,
-     "Duplicate definition of 'NumericPredictor': 'x', already in 'RegressionTable'."},
-    {"ExponentEmpty", "exponent=\"2\"", "exponent=\"\"", 260285,
-     "The 'exponent' of element 'NumericPredictor' is null."},
-    {"ExponentWrong", "exponent=\"2\"", "exponent=\"two\"", 260153,
-     "Invalid value: 'two' of attribute 'exponent' in 'NumericPredictor'."},
-    {"NumericCoefficientMissing", " coefficient=\"3\"", "", 260120,
-     "Missing the attribute 'coefficient' of 'NumericPredictor'."},
-    {"NumericCoefficientEmpty", "coefficient=\"3\"", "coefficient=\"\"", 260285,
-     "The 'coefficient' of element 'NumericPredictor' is null."},
-    {"NumericCoefficientWrong", "coefficient=\"3\"", "coefficient=\"Inf\"", 260153,
-     "Invalid value: 'Inf' of attribute 'coefficient' in 'NumericPredictor'."},
-    {"CategoricalNameMissing", "<CategoricalPredictor name=\"c\"", "<CategoricalPredictor", 260120,
-     "Missing the attribute 'name' of 'CategoricalPredictor'."},
-    {"CategoricalNameEmpty", "<CategoricalPredictor name=\"c\"", "<CategoricalPredictor field=\"\"", 260285,
-     "The 'field' of element 'CategoricalPredictor' is null."},
-    {"CategoricalFieldUnknown", "<CategoricalPredictor name=\"c\"", "<CategoricalPredictor name=\"u\"", 260125,
-     "Missing variable:'u' definition in the 'DataDictionary' and 'TransformationDictionary'."},
-    {"CategoricalValueMissing", "name=\"c\" value=\"a\"", "name=\"c\"", 260120,
-     "Missing the attribute 'value' of 'CategoricalPredictor'."},
-    {"CategoricalValueWrong", "<CategoricalPredictor name=\"c\"", "<CategoricalPredictor name=\"z\"", 260153,
-     "Invalid value: 'a' of attribute 'value' in 'CategoricalPredictor'."},
-    {"CategoricalDoubled", "<PredictorTerm",
-     "<CategoricalPredictor name=\"c\" value=\"a\" coefficient=\"1\"/><PredictorTerm", 260203,
-     "Duplicate definition of 'CategoricalPredictor': 'a', already in 'RegressionTable'."},
-    {"CategoricalCoefficientMissing", " coefficient=\"4\"", "", 260120,
-     "Missing the attribute 'coefficient' of 'CategoricalPredictor'."},
-    {"CategoricalCoefficientEmpty", "coefficient=\"4\"", "coefficient=\"\"", 260285,
-     "The 'coefficient' of element 'CategoricalPredictor' is null."},
-    {"CategoricalCoefficientWrong", "coefficient=\"4\"", "coefficient=\"4,0\"", 260153,
-     "Invalid value: '4,0' of attribute 'coefficient' in 'CategoricalPredictor'."},
-    {"TermCoefficientMissing", " coefficient=\"5\"", "", 260120,
-     "Missing the attribute 'coefficient' of 'PredictorTerm'."},
-    {"TermCoefficientEmpty", "coefficient=\"5\"", "coefficient=\"\"", 260285,
-     "The 'coefficient' of element 'PredictorTerm' is null."},
-    {"TermCoefficientWrong", "coefficient=\"5\"", "coefficient=\"-\"", 260153,
-     "Invalid value: '-' of attribute 'coefficient' in 'PredictorTerm'."},
-    {"TermWithoutFields", "<FieldRef field=\"x\"/><FieldRef field=\"z\"/>", "", 260115,
-     "Missing node of 'FieldRef' element  in 'PredictorTerm'."},
-    {"TermChildWrong", "<FieldRef field=\"x\"/>", "<Field name=\"x\"/>", 260159,
-     "Invalid node 'Field' in 'PredictorTerm'."},
-    {"TermFieldMissing", "<FieldRef field=\"x\"/>", "<FieldRef/>", 260120,
-     "Missing the attribute 'field' of 'FieldRef'."},
-    {"TermFieldEmpty", "<FieldRef field=\"x\"/>", "<FieldRef field=\"\"/>", 260285,
-     "The 'field' of element 'FieldRef' is null."},
-    {"TermFieldUnknown", "<FieldRef field=\"x\"/>", "<FieldRef field=\"u\"/>", 260125,
-     "Missing variable:'u' definition in the 'DataDictionary' and 'TransformationDictionary'."},
-    {"TermFieldOfText", "<FieldRef field=\"x\"/>", "<FieldRef field=\"c\"/>", 260187,
-     "Variable: 'c' should be numeric."},
+     "<NumericPredictor name='x' exponent='2' coefficient='1'/><CategoricalPredictor",
+     Failure(DUPLICATE_DEFINITION, "NumericPredictor", "x", "RegressionTable")},
+    {"ExponentEmpty", "exponent='2'", "exponent=''", Failure(NULL_ATTRIBUTE, "exponent", "NumericPredictor")},
+    {"ExponentWrong", "exponent='2'", "exponent='two'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "two", "exponent", "NumericPredictor")},
+    {"NumericCoefficientMissing", " coefficient='3'", "",
+     Failure(MISSING_ATTRIBUTE_OF, "coefficient", "NumericPredictor")},
+    {"NumericCoefficientEmpty", "coefficient='3'", "coefficient=''",
+     Failure(NULL_ATTRIBUTE, "coefficient", "NumericPredictor")},
+    {"NumericCoefficientWrong", "coefficient='3'", "coefficient='Inf'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "Inf", "coefficient", "NumericPredictor")},
+    {"CategoricalNameMissing", "<CategoricalPredictor name='c'", "<CategoricalPredictor",
+     Failure(MISSING_ATTRIBUTE_OF, "name", "CategoricalPredictor")},
+    {"CategoricalNameEmpty", "<CategoricalPredictor name='c'", "<CategoricalPredictor field=''",
+     Failure(NULL_ATTRIBUTE, "field", "CategoricalPredictor")},
+    {"CategoricalFieldUnknown", "<CategoricalPredictor name='c'", "<CategoricalPredictor name='u'",
+     Failure(MISSING_VARIABLE_IN_BOTH, "u", "DataDictionary", "TransformationDictionary")},
+    {"CategoricalValueMissing", "name='c' value='a'", "name='c'",
+     Failure(MISSING_ATTRIBUTE_OF, "value", "CategoricalPredictor")},
+    {"CategoricalValueWrong", "<CategoricalPredictor name='c'", "<CategoricalPredictor name='z'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "a", "value", "CategoricalPredictor")},
+    {"CategoricalDoubled", "<PredictorTerm", "<CategoricalPredictor name='c' value='a' coefficient='1'/><PredictorTerm",
+     Failure(DUPLICATE_DEFINITION, "CategoricalPredictor", "a", "RegressionTable")},
+    {"CategoricalCoefficientMissing", " coefficient='4'", "",
+     Failure(MISSING_ATTRIBUTE_OF, "coefficient", "CategoricalPredictor")},
+    {"CategoricalCoefficientEmpty", "coefficient='4'", "coefficient=''",
+     Failure(NULL_ATTRIBUTE, "coefficient", "CategoricalPredictor")},
+    {"CategoricalCoefficientWrong", "coefficient='4'", "coefficient='4,0'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "4,0", "coefficient", "CategoricalPredictor")},
+    {"TermCoefficientMissing", " coefficient='5'", "", Failure(MISSING_ATTRIBUTE_OF, "coefficient", "PredictorTerm")},
+    {"TermCoefficientEmpty", "coefficient='5'", "coefficient=''",
+     Failure(NULL_ATTRIBUTE, "coefficient", "PredictorTerm")},
+    {"TermCoefficientWrong", "coefficient='5'", "coefficient='-'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "-", "coefficient", "PredictorTerm")},
+    {"TermWithoutFields", "<FieldRef field='x'/><FieldRef field='z'/>", "",
+     Failure(MISSING_NODE_IN, "FieldRef", "PredictorTerm")},
+    {"TermChildWrong", "<FieldRef field='x'/>", "<Field name='x'/>", Failure(INVALID_NODE, "Field", "PredictorTerm")},
+    {"TermFieldMissing", "<FieldRef field='x'/>", "<FieldRef/>", Failure(MISSING_ATTRIBUTE_OF, "field", "FieldRef")},
+    {"TermFieldEmpty", "<FieldRef field='x'/>", "<FieldRef field=''/>", Failure(NULL_ATTRIBUTE, "field", "FieldRef")},
+    {"TermFieldUnknown", "<FieldRef field='x'/>", "<FieldRef field='u'/>",
+     Failure(MISSING_VARIABLE_IN_BOTH, "u", "DataDictionary", "TransformationDictionary")},
+    {"TermFieldOfText", "<FieldRef field='x'/>", "<FieldRef field='c'/>", Failure(REQUIRES_NUMERIC, "c")},
 };
 
-INSTANTIATE_TEST_SUITE_P(Model, RegressionFault, testing::ValuesIn(kModelFaults), NameOf);
-INSTANTIATE_TEST_SUITE_P(Schema, RegressionFault, testing::ValuesIn(kSchemaFaults), NameOf);
-INSTANTIATE_TEST_SUITE_P(Validity, RegressionFault, testing::ValuesIn(kValidityFaults), NameOf);
-INSTANTIATE_TEST_SUITE_P(Output, RegressionFault, testing::ValuesIn(kOutputFaults), NameOf);
-INSTANTIATE_TEST_SUITE_P(Target, RegressionFault, testing::ValuesIn(kTargetFaults), NameOf);
-INSTANTIATE_TEST_SUITE_P(Table, RegressionFault, testing::ValuesIn(kTableFaults), NameOf);
+INSTANTIATE_TEST_SUITE_P(Model, RegressionFault, testing::ValuesIn(kModelFaults), NameOfRow());
+INSTANTIATE_TEST_SUITE_P(Schema, RegressionFault, testing::ValuesIn(kSchemaFaults), NameOfRow());
+INSTANTIATE_TEST_SUITE_P(Validity, RegressionFault, testing::ValuesIn(kValidityFaults), NameOfRow());
+INSTANTIATE_TEST_SUITE_P(Output, RegressionFault, testing::ValuesIn(kOutputFaults), NameOfRow());
+INSTANTIATE_TEST_SUITE_P(Target, RegressionFault, testing::ValuesIn(kTargetFaults), NameOfRow());
+INSTANTIATE_TEST_SUITE_P(Table, RegressionFault, testing::ValuesIn(kTableFaults), NameOfRow());
 
-class ClassificationFault : public testing::TestWithParam<Fault> {};
+class ClassificationFault : public testing::TestWithParam<FaultyChange> {};
 
 TEST_P(ClassificationFault, NamesElementAndAttribute) {
-    const std::string document = Replaced(kSmallClassification, GetParam().from, GetParam().to);
-    ExpectFailure([&document] { ReadModel(document); }, GetParam().id, GetParam().text);
+    ExpectRefused(kSmallClassification, GetParam());
 }
 
-constexpr Fault kClassificationFaults[] = {
-    {"MethodOfOtherFunction", "normalizationMethod=\"logit\"", "normalizationMethod=\"exp\"", 260179,
-     "Unsupported value 'exp' of attribute 'normalizationMethod' in 'RegressionModel, expect 'none, simplemax, "
-     "softmax, "
-     "logit, probit, cloglog, loglog, cauchit'."},
-    {"CategoryMissing", "targetCategory=\"no\" ", "", 260120,
-     "Missing the attribute 'targetCategory' of 'RegressionTable'."},
-    {"CategoryEmpty", "targetCategory=\"no\"", "targetCategory=\"\"", 260153,
-     "Invalid value: '' of attribute 'targetCategory' in 'RegressionTable'."},
-    {"CategoryWrong", "targetCategory=\"no\"", "targetCategory=\"perhaps\"", 260153,
-     "Invalid value: 'perhaps' of attribute 'targetCategory' in 'RegressionTable'."},
-    {"CategoryDoubled", "targetCategory=\"no\"", "targetCategory=\"yes\"", 260203,
-     "Duplicate definition of 'targetCategory': 'yes', already in 'RegressionModel'."},
-    {"OutputCategoryWrong", "feature=\"probability\" value=\"yes\"", "feature=\"probability\" value=\"perhaps\"",
-     260153, "Invalid value: 'perhaps' of attribute 'value' in 'OutputField'."},
-    {"TwoTargets", "<MiningField name=\"x\"/>", "<MiningField name=\"x\" usageType=\"predicted\"/>", 260273,
-     "Definition of multiple targe variables: 't' and 'x'."},
-    {"DictionaryCountWrong", "numberOfFields=\"2\"", "numberOfFields=\"3\"", 260242,
-     "The value: '3' of attribute 'numberOfFields' does not match the number: '2' of 'DataField' in 'DataDictionary'."},
+constexpr FaultyChange kClassificationFaults[] = {
+    {"MethodOfOtherFunction", "normalizationMethod='logit'", "normalizationMethod='exp'",
+     Failure(UNSUPPORTED_VALUE_IN, "exp", "normalizationMethod", "RegressionModel",
+             "none, simplemax, softmax, logit, probit, cloglog, loglog, cauchit")},
+    {"CategoryMissing", "targetCategory='no' ", "", Failure(MISSING_ATTRIBUTE_OF, "targetCategory", "RegressionTable")},
+    {"CategoryEmpty", "targetCategory='no'", "targetCategory=''",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "", "targetCategory", "RegressionTable")},
+    {"CategoryWrong", "targetCategory='no'", "targetCategory='perhaps'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "perhaps", "targetCategory", "RegressionTable")},
+    {"CategoryDoubled", "targetCategory='no'", "targetCategory='yes'",
+     Failure(DUPLICATE_DEFINITION, "targetCategory", "yes", "RegressionModel")},
+    {"OutputCategoryWrong", "feature='probability' value='yes'", "feature='probability' value='perhaps'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "perhaps", "value", "OutputField")},
+    {"TwoTargets", "<MiningField name='x'/>", "<MiningField name='x' usageType='predicted'/>",
+     Failure(MULTIPLE_TARGETS, "t", "x")},
+    {"DictionaryCountWrong", "numberOfFields='2'", "numberOfFields='3'",
+     Failure(NUMBER_MISMATCH, "3", "numberOfFields", "2", "DataField", "DataDictionary")},
 };
 
-INSTANTIATE_TEST_SUITE_P(Classification, ClassificationFault, testing::ValuesIn(kClassificationFaults), NameOf);
+INSTANTIATE_TEST_SUITE_P(Classification, ClassificationFault, testing::ValuesIn(kClassificationFaults), NameOfRow());
 
 TEST(ModelFault, MissingElementsAreNamed) {
-    ExpectFailure([] { ReadModel("<PMML><RegressionModel functionName=\"regression\"/></PMML>"); }, 260115,
-                  "Missing node of 'DataDictionary' element  in 'PMML'.");
-    ExpectFailure([] { ReadModel("<PMML><DataDictionary/><RegressionModel functionName=\"regression\"/></PMML>"); },
-                  260115, "Missing node of 'MiningSchema' element  in 'RegressionModel'.");
+    ExpectFailure([] { ReadModel("<PMML><RegressionModel functionName='regression'/></PMML>"); },
+                  {MISSING_NODE_IN, "DataDictionary", "PMML"});
+    ExpectFailure([] { ReadModel("<PMML><DataDictionary/><RegressionModel functionName='regression'/></PMML>"); },
+                  {MISSING_NODE_IN, "MiningSchema", "RegressionModel"});
     ExpectFailure(
         [] {
-            ReadModel("<PMML><DataDictionary/><RegressionModel functionName=\"regression\"><MiningSchema/>"
+            ReadModel("<PMML><DataDictionary/><RegressionModel functionName='regression'><MiningSchema/>"
                       "</RegressionModel></PMML>");
         },
-        260115, "Missing node of 'RegressionTable' element  in 'RegressionModel'.");
+        {MISSING_NODE_IN, "RegressionTable", "RegressionModel"});
 }
 
 TEST(ModelFault, OneTableNeedsATargetOfTwoCategories) {
-    std::string document =
-        Replaced(kSmallClassification, "<RegressionTable targetCategory=\"no\" intercept=\"0\"/>", "");
-    document = Replaced(document, "<Value value=\"no\"/>", "<Value value=\"no\"/><Value value=\"perhaps\"/>");
-    ExpectFailure([&document] { ReadModel(document); }, 260176,
-                  "More than one element 'RegressionTable' are required in 'RegressionModel'.");
+    std::string document = Replaced(kSmallClassification, "<RegressionTable targetCategory='no' intercept='0'/>", "");
+    document = Replaced(document, "<Value value='no'/>", "<Value value='no'/><Value value='perhaps'/>");
+    ExpectFailure([&document] { ReadModel(document); }, {REQUIRES_MORE_THAN_ONE, "RegressionTable", "RegressionModel"});
 }
 
 TEST(ModelFault, ATargetThatOnlyTheModelNamesHasToBeInTheDictionary) {
-    std::string document = Replaced(kSmallRegression, "<MiningField name=\"y\" usageType=\"target\"/>", "");
-    document = Replaced(document, "targetFieldName=\"y\"", "targetFieldName=\"u\"");
-    ExpectFailure([&document] { ReadModel(document); }, 260124,
-                  "Missing variable:'u' definition in the 'DataDictionary'.");
+    std::string document = Replaced(kSmallRegression, "<MiningField name='y' usageType='target'/>", "");
+    document = Replaced(document, "targetFieldName='y'", "targetFieldName='u'");
+    ExpectFailure([&document] { ReadModel(document); }, {MISSING_VARIABLE, "u", "DataDictionary"});
 }
 
 TEST(ModelFault, AModelInsideOfAnotherOneIsNotScoredAlone) {
     const std::string document = "<PMML><DataDictionary/><MiningModel><Segmentation><Segment>"
-                                 "<RegressionModel functionName=\"regression\"/>"
+                                 "<RegressionModel functionName='regression'/>"
                                  "</Segment></Segmentation></MiningModel></PMML>";
-    ExpectFailure([&document] { ReadModel(document); }, 260301, "Unsupported model: 'RegressionModel'.");
+    ExpectFailure([&document] { ReadModel(document); }, {UNSUPPORTED_MODEL, "RegressionModel"});
 }
 
 TEST(ModelFault, AFaultLeavesTheNextDocumentReadable) {
-    ExpectFailure([] { ReadModel(Replaced(kSmallRegression, "intercept=\"1\"", "intercept=\"\"")); }, 260285,
-                  "The 'intercept' of element 'RegressionTable' is null.");
+    ExpectFailure([] { ReadModel(Replaced(kSmallRegression, "intercept='1'", "intercept=''")); },
+                  {NULL_ATTRIBUTE, "intercept", "RegressionTable"});
     Scored scored(kSmallRegression);
     ASSERT_TRUE(scored.Score({{"x", "2"}, {"z", "3"}, {"c", "a"}}).IsOK());
     EXPECT_EQ(scored.Number(), 1 + 3 * 4 + 4 + 5 * 6);

@@ -57,12 +57,10 @@ TEST(Model, EveryUsageTypeIsARole) {
         {"analysisWeight", ScoreModel::ROLE_ANALYSIS_WEIGHT},
     };
     for (const auto& [usage, role] : kRoles) {
-        std::string document =
-            Replaced(kSmallRegression, "<Header/>\n<DataDictionary numberOfFields=\"4\">",
-                     "<DataDictionary><DataField name=\"w\" optype=\"continuous\" dataType=\"double\"/>");
-        document =
-            Replaced(document, "<MiningField name=\"z\"/>",
-                     "<MiningField name=\"z\"/><MiningField name=\"w\" usageType=\"" + std::string(usage) + "\"/>");
+        std::string document = Replaced(kSmallRegression, "<Header/>\n<DataDictionary numberOfFields='4'>",
+                                        "<DataDictionary><DataField name='w' optype='continuous' dataType='double'/>");
+        document = Replaced(document, "<MiningField name='z'/>",
+                            "<MiningField name='z'/><MiningField name='w' usageType='" + std::string(usage) + "'/>");
         Scored scored(document);
         EXPECT_EQ(scored.Model().GetVarRole("w"), role) << usage;
         EXPECT_EQ(scored.Model().GetInputNames(), (std::vector<std::string>{"x", "z", "c"})) << usage;
@@ -71,27 +69,25 @@ TEST(Model, EveryUsageTypeIsARole) {
 
 TEST(Model, BothWordsForATargetMakeOne) {
     for (const char* usage : {"predicted", "target"}) {
-        Scored scored(Replaced(kSmallRegression, "usageType=\"target\"", "usageType=\"" + std::string(usage) + "\""));
+        Scored scored(Replaced(kSmallRegression, "usageType='target'", "usageType='" + std::string(usage) + "'"));
         EXPECT_EQ(scored.Model().GetTargetVar()->GetName(), "y") << usage;
     }
 }
 
 TEST(Model, TheTargetFieldNameDecidesBetweenTargets) {
-    for (const char* order :
-         {"<MiningField name=\"w\" usageType=\"target\"/><MiningField name=\"y\" usageType=\"target\"/>",
-          "<MiningField name=\"y\" usageType=\"target\"/><MiningField name=\"w\" usageType=\"target\"/>"}) {
-        std::string document =
-            Replaced(kSmallRegression, "<Header/>\n<DataDictionary numberOfFields=\"4\">",
-                     "<DataDictionary><DataField name=\"w\" optype=\"continuous\" dataType=\"double\"/>");
-        document = Replaced(document, "<MiningField name=\"y\" usageType=\"target\"/>", order);
+    for (const char* order : {"<MiningField name='w' usageType='target'/><MiningField name='y' usageType='target'/>",
+                              "<MiningField name='y' usageType='target'/><MiningField name='w' usageType='target'/>"}) {
+        std::string document = Replaced(kSmallRegression, "<Header/>\n<DataDictionary numberOfFields='4'>",
+                                        "<DataDictionary><DataField name='w' optype='continuous' dataType='double'/>");
+        document = Replaced(document, "<MiningField name='y' usageType='target'/>", order);
         Scored scored(document);
         EXPECT_EQ(scored.Model().GetTargetVar()->GetName(), "y") << order;
     }
 }
 
 TEST(Model, WithoutATargetThereIsAPredictionButNoDefault) {
-    std::string document = Replaced(kSmallRegression, "<MiningField name=\"y\" usageType=\"target\"/>", "");
-    document = Replaced(document, " targetFieldName=\"y\"", "");
+    std::string document = Replaced(kSmallRegression, "<MiningField name='y' usageType='target'/>", "");
+    document = Replaced(document, " targetFieldName='y'", "");
     Scored scored(document);
     EXPECT_EQ(scored.Model().GetTargetVar(), nullptr);
     EXPECT_TRUE(scored.Score(kComplete).IsOK());
@@ -121,7 +117,7 @@ TEST(Model, UnknownOptionsAndWordsAreRefused) {
 TEST(Model, DisplaysItself) {
     std::ostringstream out;
     Scored(kSmallRegression).Model().Display(out);
-    EXPECT_EQ(out.str(), "RegressionModel \"small\"\nfunction: regression\nalgorithm: any\ntarget: y\ninputs: x z c\n"
+    EXPECT_EQ(out.str(), "RegressionModel 'small'\nfunction: regression\nalgorithm: any\ntarget: y\ninputs: x z c\n"
                          "normalization: none\ntable\n"
                          "  intercept 1, numeric predictors 1, categorical fields 1, terms 1\n");
     std::ostringstream classification;
@@ -148,7 +144,7 @@ TEST(Model, HasADictionaryOfItsOutputs) {
 }
 
 TEST(Model, WithoutOutputFieldsHasNoDictionaryOfThem) {
-    const std::string output = "<Output><OutputField name=\"P\" feature=\"probability\" value=\"yes\"/></Output>";
+    const std::string output = "<Output><OutputField name='P' feature='probability' value='yes'/></Output>";
     Scored scored(Replaced(kSmallClassification, output, ""));
     EXPECT_EQ(scored.Model().GetResultDictionary(), nullptr);
     ASSERT_TRUE(scored.Score({{"x", "1"}}).IsOK());
@@ -156,15 +152,15 @@ TEST(Model, WithoutOutputFieldsHasNoDictionaryOfThem) {
 }
 
 TEST(Model, LearnsTheCategoriesThatNoDictionaryLists) {
-    const std::string document = Replaced(kSmallClassification, "<Value value=\"no\"/><Value value=\"yes\"/>", "");
+    const std::string document = Replaced(kSmallClassification, "<Value value='no'/><Value value='yes'/>", "");
     Scored scored(document);
     ASSERT_TRUE(scored.Score({{"x", "1"}}).IsOK());
     EXPECT_EQ(scored.Text(), "yes");
     const auto categories = dynamic_cast<ScoreClsResult&>(scored.Result()).GetCategories();
     ASSERT_EQ(categories.size(), 2U);
     EXPECT_EQ(categories[0]->GetString(), "yes");
-    Scored other(Replaced(Replaced(document, "<MiningField name=\"t\" usageType=\"target\"/>", ""),
-                          "value=\"yes\"/></Output>", "value=\"no\"/></Output>"));
+    Scored other(Replaced(Replaced(document, "<MiningField name='t' usageType='target'/>", ""),
+                          "value='yes'/></Output>", "value='no'/></Output>"));
     ASSERT_TRUE(other.Score({{"x", "1"}}).IsOK());
     EXPECT_EQ(other.Text(), "yes");
     EXPECT_DOUBLE_EQ(other.Number("P"), 1 - 1 / (1 + std::exp(-1.0)));
@@ -178,7 +174,7 @@ TEST(Model, ReadsTheFieldOfAPredictorByItsNewerName) {
 }
 
 TEST(Model, GivesTheOtherCategoryOfOneTableTheRest) {
-    Scored scored(Replaced(kSmallClassification, "<RegressionTable targetCategory=\"no\" intercept=\"0\"/>", ""));
+    Scored scored(Replaced(kSmallClassification, "<RegressionTable targetCategory='no' intercept='0'/>", ""));
     ASSERT_TRUE(scored.Score({{"x", "1"}}).IsOK());
     EXPECT_DOUBLE_EQ(scored.Probability("yes"), 1 / (1 + std::exp(-1.0)));
     EXPECT_DOUBLE_EQ(scored.Probability("no"), 1 - 1 / (1 + std::exp(-1.0)));
@@ -186,7 +182,7 @@ TEST(Model, GivesTheOtherCategoryOfOneTableTheRest) {
 
 TEST(Model, OneTableOfAnOrdinalTargetCountsForEitherCategory) {
     const std::string document =
-        Replaced(Replaced(kSmallClassification, "<RegressionTable targetCategory=\"no\" intercept=\"0\"/>", ""),
+        Replaced(Replaced(kSmallClassification, "<RegressionTable targetCategory='no' intercept='0'/>", ""),
                  "categorical", "ordinal");
     const double logistic = 1 / (1 + std::exp(-1.0));
     Scored last(document);
@@ -194,7 +190,7 @@ TEST(Model, OneTableOfAnOrdinalTargetCountsForEitherCategory) {
     EXPECT_EQ(last.Text(), "yes");
     EXPECT_DOUBLE_EQ(last.Probability("yes"), logistic);
     EXPECT_DOUBLE_EQ(last.Probability("no"), 1 - logistic);
-    Scored first(Replaced(document, "targetCategory=\"yes\"", "targetCategory=\"no\""));
+    Scored first(Replaced(document, "targetCategory='yes'", "targetCategory='no'"));
     ASSERT_TRUE(first.Score({{"x", "1"}}).IsOK());
     EXPECT_DOUBLE_EQ(first.Probability("no"), logistic);
 }
@@ -340,8 +336,8 @@ TEST(HostsResult, OfAnotherModelIsFilledToo) {
 
 TEST(Default, OfAClassificationIsTheMostProbableCategory) {
     Scored scored(Replaced(kSmallClassification, "<Output>",
-                           "<Targets><Target><TargetValue value=\"no\" priorProbability=\"0.25\"/>"
-                           "<TargetValue value=\"yes\" priorProbability=\"0.75\"/></Target></Targets><Output>"));
+                           "<Targets><Target><TargetValue value='no' priorProbability='0.25'/>"
+                           "<TargetValue value='yes' priorProbability='0.75'/></Target></Targets><Output>"));
     ASSERT_TRUE(scored.Score({}).IsOK());
     EXPECT_EQ(scored.Text(), "yes");
     EXPECT_EQ(scored.Probability("no"), 0.25);

@@ -1,7 +1,7 @@
 // Output fields and the adjustment of predicted numbers.
 #include "models/kit/scoring.h"
 #include "models/kit/small_documents.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
 #include <MCVeltrane_900/NumericValue.h>
@@ -15,6 +15,7 @@
 
 using namespace veltrane::tests;
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -23,26 +24,26 @@ constexpr double kCompleteAnswer = 1 + 3 * 4 + 4 + 5 * 6;
 
 std::string WithOutput(const std::string& fields) {
     return Replaced(kSmallRegression,
-                    "<OutputField name=\"p\" displayName=\"prediction\" optype=\"continuous\" dataType=\"double\" "
-                    "feature=\"predictedValue\"/>",
+                    "<OutputField name='p' displayName='prediction' optype='continuous' dataType='double' "
+                    "feature='predictedValue'/>",
                     fields);
 }
 
 std::string WithClassOutput(const std::string& fields) {
-    return Replaced(kSmallClassification, "<OutputField name=\"P\" feature=\"probability\" value=\"yes\"/>", fields);
+    return Replaced(kSmallClassification, "<OutputField name='P' feature='probability' value='yes'/>", fields);
 }
 
 double Adjusted(const std::string& attributes, double x) {
     std::string document = Replaced(kSmallRegression,
-                                    "castInteger=\"round\" min=\"-1000\" max=\"100000\" rescaleFactor=\"1\" "
-                                    "rescaleConstant=\"0\"",
+                                    "castInteger='round' min='-1000' max='100000' rescaleFactor='1' "
+                                    "rescaleConstant='0'",
                                     attributes);
-    document = Replaced(document, "<NumericPredictor name=\"x\" exponent=\"2\" coefficient=\"3\"/>",
-                        "<NumericPredictor name=\"x\" coefficient=\"1\"/>");
-    document = Replaced(document, "<RegressionTable intercept=\"1\">", "<RegressionTable intercept=\"0\">");
+    document = Replaced(document, "<NumericPredictor name='x' exponent='2' coefficient='3'/>",
+                        "<NumericPredictor name='x' coefficient='1'/>");
+    document = Replaced(document, "<RegressionTable intercept='1'>", "<RegressionTable intercept='0'>");
     document = Replaced(document,
-                        "<PredictorTerm name=\"xz\" coefficient=\"5\"><FieldRef field=\"x\"/><FieldRef "
-                        "field=\"z\"/></PredictorTerm>",
+                        "<PredictorTerm name='xz' coefficient='5'><FieldRef field='x'/><FieldRef "
+                        "field='z'/></PredictorTerm>",
                         "");
     Scored scored(document);
     scored.Score({{"x", std::to_string(x)}, {"c", "b"}});
@@ -54,44 +55,44 @@ TEST(Adjustment, IsNoneWithoutAttributes) {
 }
 
 TEST(Adjustment, RescalesByFactorThenConstant) {
-    EXPECT_EQ(Adjusted("rescaleFactor=\"3\" rescaleConstant=\"10\"", 2.5), 17.5);
-    EXPECT_EQ(Adjusted("rescaleConstant=\"10\"", 2.5), 12.5);
+    EXPECT_EQ(Adjusted("rescaleFactor='3' rescaleConstant='10'", 2.5), 17.5);
+    EXPECT_EQ(Adjusted("rescaleConstant='10'", 2.5), 12.5);
 }
 
 TEST(Adjustment, MakesWholeNumbers) {
-    EXPECT_EQ(Adjusted("castInteger=\"round\"", 2.5), 3);
-    EXPECT_EQ(Adjusted("castInteger=\"ceiling\"", 2.25), 3);
-    EXPECT_EQ(Adjusted("castInteger=\"floor\"", 2.75), 2);
+    EXPECT_EQ(Adjusted("castInteger='round'", 2.5), 3);
+    EXPECT_EQ(Adjusted("castInteger='ceiling'", 2.25), 3);
+    EXPECT_EQ(Adjusted("castInteger='floor'", 2.75), 2);
 }
 
 TEST(Adjustment, KeepsWithinBoundsBeforeItRescales) {
-    EXPECT_EQ(Adjusted("min=\"3\" max=\"5\"", 2.5), 3);
-    EXPECT_EQ(Adjusted("min=\"3\" max=\"5\"", 7), 5);
-    EXPECT_EQ(Adjusted("min=\"3\" max=\"5\"", 4), 4);
-    EXPECT_EQ(Adjusted("max=\"5\" rescaleFactor=\"2\" castInteger=\"floor\" rescaleConstant=\"0.75\"", 7), 10);
+    EXPECT_EQ(Adjusted("min='3' max='5'", 2.5), 3);
+    EXPECT_EQ(Adjusted("min='3' max='5'", 7), 5);
+    EXPECT_EQ(Adjusted("min='3' max='5'", 4), 4);
+    EXPECT_EQ(Adjusted("max='5' rescaleFactor='2' castInteger='floor' rescaleConstant='0.75'", 7), 10);
 }
 
 TEST(Adjustment, LeavesTheDefaultAlone) {
-    Scored scored(Replaced(kSmallRegression, "rescaleFactor=\"1\"", "rescaleFactor=\"100\""));
+    Scored scored(Replaced(kSmallRegression, "rescaleFactor='1'", "rescaleFactor='100'"));
     scored.Score({});
     EXPECT_EQ(scored.Number(), -7);
 }
 
 TEST(Output, WithoutAFeatureIsThePredictedValue) {
-    Scored scored(WithOutput("<OutputField name=\"v\"/>"));
+    Scored scored(WithOutput("<OutputField name='v'/>"));
     scored.Score(kComplete);
     EXPECT_EQ(scored.Number("v"), kCompleteAnswer);
 }
 
 TEST(Output, DisplaysANumberAsItsText) {
-    Scored scored(WithOutput("<OutputField name=\"v\" feature=\"predictedDisplayValue\"/>"));
+    Scored scored(WithOutput("<OutputField name='v' feature='predictedDisplayValue'/>"));
     scored.Score(kComplete);
     EXPECT_EQ(scored.Text("v"), "47");
 }
 
 TEST(Output, DisplaysACategoryByItsLabel) {
-    std::string document = WithClassOutput("<OutputField name=\"v\" feature=\"predictedDisplayValue\"/>");
-    document = Replaced(document, "<Value value=\"yes\"/>", "<Value value=\"yes\" displayValue=\"certainly\"/>");
+    std::string document = WithClassOutput("<OutputField name='v' feature='predictedDisplayValue'/>");
+    document = Replaced(document, "<Value value='yes'/>", "<Value value='yes' displayValue='certainly'/>");
     Scored scored(document);
     scored.Score({{"x", "1"}});
     EXPECT_EQ(scored.Text("v"), "certainly");
@@ -102,9 +103,9 @@ TEST(Output, DisplaysACategoryByItsLabel) {
 }
 
 TEST(Output, GivesProbabilitiesAndConfidences) {
-    Scored scored(WithClassOutput("<OutputField name=\"yes\" feature=\"probability\" value=\"yes\"/>"
-                                  "<OutputField name=\"no\" feature=\"confidence\" value=\"no\"/>"
-                                  "<OutputField name=\"best\" feature=\"probability\"/>"));
+    Scored scored(WithClassOutput("<OutputField name='yes' feature='probability' value='yes'/>"
+                                  "<OutputField name='no' feature='confidence' value='no'/>"
+                                  "<OutputField name='best' feature='probability'/>"));
     scored.Score({{"x", "-1"}});
     const double yes = 1 / (1 + std::exp(1.0));
     EXPECT_DOUBLE_EQ(scored.Number("yes"), yes);
@@ -113,13 +114,13 @@ TEST(Output, GivesProbabilitiesAndConfidences) {
 }
 
 TEST(Output, ARegressionHasNoProbability) {
-    Scored scored(WithOutput("<OutputField name=\"v\" feature=\"probability\"/>"));
+    Scored scored(WithOutput("<OutputField name='v' feature='probability'/>"));
     scored.Score(kComplete);
     EXPECT_EQ(scored.Number("v"), kMissing);
 }
 
 TEST(Output, TheResidualIsWhatThePredictionFallsShort) {
-    Scored scored(WithOutput("<OutputField name=\"v\" feature=\"residual\"/>"));
+    Scored scored(WithOutput("<OutputField name='v' feature='residual'/>"));
     Case row = kComplete;
     row["y"] = "50";
     scored.Score(row);
@@ -133,9 +134,9 @@ TEST(Output, TheResidualIsWhatThePredictionFallsShort) {
 const double kYes = 1 / (1 + std::exp(-1.0));
 
 TEST(Output, TheResidualOfACategoryIsWhetherTheCaseHasItLessItsProbability) {
-    Scored scored(WithClassOutput("<OutputField name=\"yes\" feature=\"residual\" value=\"yes\"/>"
-                                  "<OutputField name=\"no\" feature=\"residual\" value=\"no\"/>"
-                                  "<OutputField name=\"best\" feature=\"residual\"/>"));
+    Scored scored(WithClassOutput("<OutputField name='yes' feature='residual' value='yes'/>"
+                                  "<OutputField name='no' feature='residual' value='no'/>"
+                                  "<OutputField name='best' feature='residual'/>"));
     scored.Score({{"x", "1"}, {"t", "yes"}});
     EXPECT_DOUBLE_EQ(scored.Number("yes"), 1 - kYes);
     EXPECT_DOUBLE_EQ(scored.Number("no"), 0 - (1 - kYes));
@@ -154,13 +155,13 @@ TEST(Output, TheResidualOfACategoryIsWhetherTheCaseHasItLessItsProbability) {
 }
 
 TEST(Output, TheResidualOfANumberThatIsACategoryIsNoDifferenceOfNumbers) {
-    std::string document = WithClassOutput("<OutputField name=\"v\" feature=\"residual\"/>");
+    std::string document = WithClassOutput("<OutputField name='v' feature='residual'/>");
     for (const auto& [from, to] :
-         {std::pair("<Value value=\"no\"/>", "<Value value=\"10\"/>"),
-          std::pair("<Value value=\"yes\"/>", "<Value value=\"20\"/>"),
-          std::pair("targetCategory=\"no\"", "targetCategory=\"10\""),
-          std::pair("targetCategory=\"yes\"", "targetCategory=\"20\""),
-          std::pair("optype=\"categorical\" dataType=\"string\"", "optype=\"categorical\" dataType=\"integer\"")}) {
+         {std::pair("<Value value='no'/>", "<Value value='10'/>"),
+          std::pair("<Value value='yes'/>", "<Value value='20'/>"),
+          std::pair("targetCategory='no'", "targetCategory='10'"),
+          std::pair("targetCategory='yes'", "targetCategory='20'"),
+          std::pair("optype='categorical' dataType='string'", "optype='categorical' dataType='integer'")}) {
         document = Replaced(document, from, to);
     }
     Scored scored(document);
@@ -171,23 +172,22 @@ TEST(Output, TheResidualOfANumberThatIsACategoryIsNoDifferenceOfNumbers) {
 }
 
 TEST(Output, TheResidualOfAnUnknownCategoryIsRefused) {
-    ExpectFailure([] { ReadModel(WithClassOutput("<OutputField name=\"v\" feature=\"residual\" value=\"maybe\"/>")); },
-                  260153, "Invalid value: 'maybe' of attribute 'value' in 'OutputField'.");
+    ExpectFailure([] { ReadModel(WithClassOutput("<OutputField name='v' feature='residual' value='maybe'/>")); },
+                  {INVALID_ATTRIBUTE_VALUE_IN, "maybe", "value", "OutputField"});
 }
 
-const char* const kDecisions =
-    "<Decisions businessProblem=\"credit\" description=\"what to do\"><Decision value=\"accept\" "
-    "displayValue=\"give it\" description=\"low risk\"/><Decision value=\"refuse\"/>"
-    "</Decisions>";
+const char* const kDecisions = "<Decisions businessProblem='credit' description='what to do'><Decision value='accept' "
+                               "displayValue='give it' description='low risk'/><Decision value='refuse'/>"
+                               "</Decisions>";
 
 TEST(Decision, IsComputedByItsExpression) {
-    const std::string expression = "<Apply function=\"if\"><Apply function=\"greaterThan\"><FieldRef field=\"P\"/>"
+    const std::string expression = "<Apply function='if'><Apply function='greaterThan'><FieldRef field='P'/>"
                                    "<Constant>0.5</Constant></Apply><Constant>accept</Constant><Constant>refuse"
                                    "</Constant></Apply>";
     for (const std::string& decisions : {std::string(kDecisions), std::string()}) {
-        Scored scored(WithClassOutput("<OutputField name=\"P\" feature=\"probability\" value=\"yes\"/>"
-                                      "<OutputField name=\"v\" feature=\"decision\" dataType=\"string\" "
-                                      "optype=\"categorical\">" +
+        Scored scored(WithClassOutput("<OutputField name='P' feature='probability' value='yes'/>"
+                                      "<OutputField name='v' feature='decision' dataType='string' "
+                                      "optype='categorical'>" +
                                       decisions + expression + "</OutputField>"));
         scored.Score({{"x", "1"}});
         EXPECT_EQ(scored.Text("v"), "accept");
@@ -200,24 +200,23 @@ TEST(Decision, IsComputedByItsExpression) {
 }
 
 TEST(Decision, CanBeABooleanOrANumber) {
-    Scored scored(WithOutput("<OutputField name=\"p\"/><OutputField name=\"v\" feature=\"decision\" "
-                             "dataType=\"boolean\" optype=\"categorical\">" +
+    Scored scored(WithOutput("<OutputField name='p'/><OutputField name='v' feature='decision' "
+                             "dataType='boolean' optype='categorical'>" +
                              std::string(kDecisions) +
-                             "<Apply function=\"greaterThan\"><FieldRef field=\"p\"/><Constant>40</Constant></Apply>"
+                             "<Apply function='greaterThan'><FieldRef field='p'/><Constant>40</Constant></Apply>"
                              "</OutputField>"));
     scored.Score(kComplete);
     EXPECT_EQ(scored.Number("v"), 1);
 }
 
 TEST(Decision, WithoutAnExpressionIsMissing) {
-    Scored scored(
-        WithOutput("<OutputField name=\"v\" feature=\"decision\">" + std::string(kDecisions) + "</OutputField>"));
+    Scored scored(WithOutput("<OutputField name='v' feature='decision'>" + std::string(kDecisions) + "</OutputField>"));
     ASSERT_TRUE(scored.Score(kComplete).IsOK());
     EXPECT_EQ(scored.Number("v"), kMissing);
 }
 
 TEST(Output, TheEntityOfATableIsNone) {
-    Scored scored(WithOutput("<OutputField name=\"v\" feature=\"entityId\"/>"));
+    Scored scored(WithOutput("<OutputField name='v' feature='entityId'/>"));
     scored.Score(kComplete);
     EXPECT_EQ(scored.Text("v"), "");
 }
@@ -226,14 +225,14 @@ TEST(Output, FeaturesOfOtherModelsStayMissing) {
     for (const char* feature : {"standardError", "standardDeviation", "clusterId", "clusterAffinity", "affinity",
                                 "entityAffinity", "warning", "ruleValue", "reasonCode", "decision", "antecedent",
                                 "consequent", "rule", "ruleId", "support", "lift", "leverage"}) {
-        Scored scored(WithOutput("<OutputField name=\"v\" feature=\"" + std::string(feature) + "\"/>"));
+        Scored scored(WithOutput("<OutputField name='v' feature='" + std::string(feature) + "'/>"));
         ASSERT_TRUE(scored.Score(kComplete).IsOK()) << feature;
         EXPECT_EQ(scored.Number("v"), kMissing) << feature;
     }
 }
 
 TEST(Output, HasTheKindOfThePredictedCategory) {
-    Scored scored(WithClassOutput("<OutputField name=\"v\"/>"));
+    Scored scored(WithClassOutput("<OutputField name='v'/>"));
     const auto& var = dynamic_cast<const ResultVar&>(*scored.Model().GetResultDictionary()->GetVar("v"));
     EXPECT_EQ(var.GetVarType(), ScoreDictVar::STRING_VAR);
     EXPECT_EQ(var.GetMLevel(), ScoreDictVar::LEVEL_NOMINAL);
@@ -242,14 +241,14 @@ TEST(Output, HasTheKindOfThePredictedCategory) {
 }
 
 TEST(Output, CategoriesCanBeNumbers) {
-    std::string document = WithClassOutput("<OutputField name=\"v\"/><OutputField name=\"P\" feature=\"probability\" "
-                                           "value=\"1\"/>");
+    std::string document = WithClassOutput("<OutputField name='v'/><OutputField name='P' feature='probability' "
+                                           "value='1'/>");
     for (const auto& [from, to] :
-         {std::pair("<Value value=\"no\"/>", "<Value value=\"0\"/>"),
-          std::pair("<Value value=\"yes\"/>", "<Value value=\"1\"/>"),
-          std::pair("targetCategory=\"no\"", "targetCategory=\"0\""),
-          std::pair("targetCategory=\"yes\"", "targetCategory=\"1.0\""),
-          std::pair("optype=\"categorical\" dataType=\"string\"", "optype=\"categorical\" dataType=\"integer\"")}) {
+         {std::pair("<Value value='no'/>", "<Value value='0'/>"),
+          std::pair("<Value value='yes'/>", "<Value value='1'/>"),
+          std::pair("targetCategory='no'", "targetCategory='0'"),
+          std::pair("targetCategory='yes'", "targetCategory='1.0'"),
+          std::pair("optype='categorical' dataType='string'", "optype='categorical' dataType='integer'")}) {
         document = Replaced(document, from, to);
     }
     Scored scored(document);
@@ -260,23 +259,23 @@ TEST(Output, CategoriesCanBeNumbers) {
 }
 
 TEST(TransformedValue, SeesOutputsInputsAndDerivedFields) {
-    std::string document = WithOutput(
-        "<OutputField name=\"p\" feature=\"predictedValue\"/>"
-        "<OutputField name=\"half\" feature=\"transformedValue\" optype=\"continuous\" dataType=\"double\">"
-        "<Apply function=\"/\"><FieldRef field=\"p\"/><Constant>2</Constant></Apply></OutputField>"
-        "<OutputField name=\"sum\" feature=\"transformedValue\">"
-        "<Apply function=\"sum\"><FieldRef field=\"half\"/><FieldRef field=\"z\"/><FieldRef field=\"d\"/></Apply>"
-        "</OutputField>"
-        "<OutputField name=\"word\" feature=\"transformedValue\" dataType=\"string\" optype=\"categorical\">"
-        "<Discretize field=\"p\"><DiscretizeBin binValue=\"low\"><Interval closure=\"openOpen\" rightMargin=\"40\"/>"
-        "</DiscretizeBin><DiscretizeBin binValue=\"high\"><Interval closure=\"closedOpen\" leftMargin=\"40\"/>"
-        "</DiscretizeBin></Discretize></OutputField>"
-        "<OutputField name=\"isA\" feature=\"transformedValue\" dataType=\"double\" optype=\"continuous\">"
-        "<NormDiscrete field=\"c\" value=\"a\"/></OutputField>");
+    std::string document =
+        WithOutput("<OutputField name='p' feature='predictedValue'/>"
+                   "<OutputField name='half' feature='transformedValue' optype='continuous' dataType='double'>"
+                   "<Apply function='/'><FieldRef field='p'/><Constant>2</Constant></Apply></OutputField>"
+                   "<OutputField name='sum' feature='transformedValue'>"
+                   "<Apply function='sum'><FieldRef field='half'/><FieldRef field='z'/><FieldRef field='d'/></Apply>"
+                   "</OutputField>"
+                   "<OutputField name='word' feature='transformedValue' dataType='string' optype='categorical'>"
+                   "<Discretize field='p'><DiscretizeBin binValue='low'><Interval closure='openOpen' rightMargin='40'/>"
+                   "</DiscretizeBin><DiscretizeBin binValue='high'><Interval closure='closedOpen' leftMargin='40'/>"
+                   "</DiscretizeBin></Discretize></OutputField>"
+                   "<OutputField name='isA' feature='transformedValue' dataType='double' optype='continuous'>"
+                   "<NormDiscrete field='c' value='a'/></OutputField>");
     document =
-        Replaced(document, "<RegressionTable intercept=\"1\">",
-                 "<LocalTransformations><DerivedField name=\"d\" optype=\"continuous\" dataType=\"double\">"
-                 "<Constant>1000</Constant></DerivedField></LocalTransformations><RegressionTable intercept=\"1\">");
+        Replaced(document, "<RegressionTable intercept='1'>",
+                 "<LocalTransformations><DerivedField name='d' optype='continuous' dataType='double'>"
+                 "<Constant>1000</Constant></DerivedField></LocalTransformations><RegressionTable intercept='1'>");
     Scored scored(document);
     ASSERT_TRUE(scored.Score(kComplete).IsOK());
     EXPECT_EQ(scored.Number("half"), kCompleteAnswer / 2);
@@ -292,12 +291,12 @@ TEST(TransformedValue, SeesOutputsInputsAndDerivedFields) {
 }
 
 TEST(TransformedValue, OfARefusedCaseSeesNothingOfTheCaseBefore) {
-    std::string document = WithOutput("<OutputField name=\"v\" feature=\"transformedValue\" dataType=\"double\" "
-                                      "optype=\"continuous\"><FieldRef field=\"twice\"/></OutputField>");
-    document = Replaced(document, "<RegressionTable intercept=\"1\">",
-                        "<LocalTransformations><DerivedField name=\"twice\" optype=\"continuous\" dataType=\"double\">"
-                        "<Apply function=\"*\"><FieldRef field=\"x\"/><Constant>2</Constant></Apply></DerivedField>"
-                        "</LocalTransformations><RegressionTable intercept=\"1\">");
+    std::string document = WithOutput("<OutputField name='v' feature='transformedValue' dataType='double' "
+                                      "optype='continuous'><FieldRef field='twice'/></OutputField>");
+    document = Replaced(document, "<RegressionTable intercept='1'>",
+                        "<LocalTransformations><DerivedField name='twice' optype='continuous' dataType='double'>"
+                        "<Apply function='*'><FieldRef field='x'/><Constant>2</Constant></Apply></DerivedField>"
+                        "</LocalTransformations><RegressionTable intercept='1'>");
     Scored scored(document);
     ASSERT_TRUE(scored.Score(kComplete).IsOK());
     EXPECT_EQ(scored.Number("v"), 4);
@@ -332,8 +331,8 @@ TEST(DerivedField, ImputationBeyondItsLabelsLeavesTheCaseUnscored) {
                                            "optype='categorical'>") +
                                kImputation + "</DerivedField></TransformationDictionary><RegressionModel ";
     std::string document = Replaced(kSmallRegression, "<RegressionModel ", fields);
-    document = Replaced(document, "<CategoricalPredictor name=\"c\" value=\"a\"",
-                        "<CategoricalPredictor name=\"i\" value=\"low\"");
+    document =
+        Replaced(document, "<CategoricalPredictor name='c' value='a'", "<CategoricalPredictor name='i' value='low'");
     Scored scored(document);
     scored.Model().SetOption("missingValuePolicy", "noPrediction");
     EXPECT_FALSE(scored.Score({{"x", "2"}, {"z", "3"}, {"c", "a"}}).IsError());

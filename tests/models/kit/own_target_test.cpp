@@ -1,7 +1,7 @@
 // A Target without a field in a model whose mining schema names no target: the model's own.
 #include "models/kit/scoring.h"
 #include "models/kit/small_documents.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/ScoreDictionary.h>
 
@@ -11,30 +11,31 @@
 
 using namespace veltrane::tests;
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
 /// y = x, with these Targets and no target field.
 std::string OwnRegression(const std::string& targets) {
-    return "<PMML version=\"4.4\"><DataDictionary><DataField name=\"x\" optype=\"continuous\" dataType=\"double\"/>"
-           "</DataDictionary><RegressionModel functionName=\"regression\"><MiningSchema><MiningField name=\"x\"/>"
-           "</MiningSchema><Output><OutputField name=\"v\" feature=\"predictedDisplayValue\"/></Output><Targets>" +
+    return "<PMML version='4.4'><DataDictionary><DataField name='x' optype='continuous' dataType='double'/>"
+           "</DataDictionary><RegressionModel functionName='regression'><MiningSchema><MiningField name='x'/>"
+           "</MiningSchema><Output><OutputField name='v' feature='predictedDisplayValue'/></Output><Targets>" +
            targets +
-           "</Targets><RegressionTable intercept=\"0\"><NumericPredictor name=\"x\" coefficient=\"1\"/>"
+           "</Targets><RegressionTable intercept='0'><NumericPredictor name='x' coefficient='1'/>"
            "</RegressionTable></RegressionModel></PMML>";
 }
 
 /// The small classification, with these Targets and no target field.
 std::string OwnClassification(const std::string& targets) {
-    std::string document = Replaced(kSmallClassification, "<MiningField name=\"t\" usageType=\"target\"/>", "");
-    document = Replaced(document, "<OutputField name=\"P\"",
-                        "<OutputField name=\"v\" feature=\"predictedDisplayValue\"/><OutputField name=\"P\"");
+    std::string document = Replaced(kSmallClassification, "<MiningField name='t' usageType='target'/>", "");
+    document = Replaced(document, "<OutputField name='P'",
+                        "<OutputField name='v' feature='predictedDisplayValue'/><OutputField name='P'");
     return Replaced(document, "</Output>", "</Output><Targets>" + targets + "</Targets>");
 }
 
 TEST(OwnTarget, AdjustsANumber) {
-    Scored scored(OwnRegression("<Target min=\"0\" max=\"10\" rescaleFactor=\"2\" rescaleConstant=\"0.75\" "
-                                "castInteger=\"floor\"/>"));
+    Scored scored(OwnRegression("<Target min='0' max='10' rescaleFactor='2' rescaleConstant='0.75' "
+                                "castInteger='floor'/>"));
     scored.Score({{"x", "3"}});
     EXPECT_EQ(scored.Number(), 6);
     scored.Score({{"x", "30"}});
@@ -44,7 +45,7 @@ TEST(OwnTarget, AdjustsANumber) {
 }
 
 TEST(OwnTarget, HasADefault) {
-    Scored scored(OwnRegression("<Target optype=\"continuous\"><TargetValue defaultValue=\"-7\"/></Target>"));
+    Scored scored(OwnRegression("<Target optype='continuous'><TargetValue defaultValue='-7'/></Target>"));
     ASSERT_TRUE(scored.Score({}).IsOK());
     EXPECT_EQ(scored.Number(), -7);
     EXPECT_EQ(scored.Text("v"), "-7");
@@ -54,7 +55,7 @@ TEST(OwnTarget, HasADefault) {
 }
 
 TEST(OwnTarget, WithoutADefaultLeavesACaseWithoutAPrediction) {
-    Scored number(OwnRegression("<Target castInteger=\"round\"/>"));
+    Scored number(OwnRegression("<Target castInteger='round'/>"));
     EXPECT_EQ(number.Score({}).GetErrorCode(), 90027);
     Scored category(OwnClassification("<Target/>"));
     EXPECT_EQ(category.Score({}).GetErrorCode(), 90027);
@@ -63,9 +64,9 @@ TEST(OwnTarget, WithoutADefaultLeavesACaseWithoutAPrediction) {
 }
 
 TEST(OwnTarget, NamesAndWeighsCategories) {
-    Scored scored(OwnClassification("<Target optype=\"categorical\">"
-                                    "<TargetValue value=\"no\" displayValue=\"never\" priorProbability=\"0.75\"/>"
-                                    "<TargetValue value=\"yes\" displayValue=\"always\" priorProbability=\"0.25\"/>"
+    Scored scored(OwnClassification("<Target optype='categorical'>"
+                                    "<TargetValue value='no' displayValue='never' priorProbability='0.75'/>"
+                                    "<TargetValue value='yes' displayValue='always' priorProbability='0.25'/>"
                                     "</Target>"));
     scored.Score({{"x", "1"}});
     EXPECT_EQ(scored.Text(), "yes");
@@ -80,7 +81,7 @@ TEST(OwnTarget, NamesAndWeighsCategories) {
 }
 
 TEST(OwnTarget, NeedNotListEveryCategory) {
-    Scored scored(OwnClassification("<Target><TargetValue value=\"yes\" displayValue=\"always\"/></Target>"));
+    Scored scored(OwnClassification("<Target><TargetValue value='yes' displayValue='always'/></Target>"));
     scored.Score({{"x", "-1"}});
     EXPECT_EQ(scored.Text(), "no");
     EXPECT_EQ(scored.Text("v"), "no");
@@ -88,26 +89,22 @@ TEST(OwnTarget, NeedNotListEveryCategory) {
 }
 
 TEST(OwnTarget, StandsBesideThoseOfFields) {
-    Scored scored(OwnRegression("<Target field=\"x\" optype=\"continuous\" rescaleFactor=\"5\"/>"
-                                "<Target rescaleFactor=\"2\"/>"));
+    Scored scored(OwnRegression("<Target field='x' optype='continuous' rescaleFactor='5'/>"
+                                "<Target rescaleFactor='2'/>"));
     scored.Score({{"x", "3"}});
     EXPECT_EQ(scored.Number(), 6);
 }
 
 TEST(OwnTarget, IsOne) {
-    ExpectFailure([] { ReadModel(OwnRegression("<Target/><Target/>")); }, 260272,
-                  "More than one 'Target' defined in 'Targets'.");
+    ExpectFailure([] { ReadModel(OwnRegression("<Target/><Target/>")); }, {MORE_THAN_ONE, "Target", "Targets"});
 }
 
 TEST(OwnTarget, HasTheKindOfTheFunction) {
-    ExpectFailure([] { ReadModel(OwnRegression("<Target optype=\"categorical\"/>")); }, 260214,
-                  "Conflict setting between the value 'categorical' of attribute 'optype' in 'DataDictionary' and the "
-                  "value 'continuous' of attribute 'optype' in 'Target'.");
-    ExpectFailure([] { ReadModel(OwnClassification("<Target optype=\"continuous\"/>")); }, 260214,
-                  "Conflict setting between the value 'continuous' of attribute 'optype' in 'DataDictionary' and the "
-                  "value 'categorical' of attribute 'optype' in 'Target'.");
-    ExpectFailure([] { ReadModel(OwnRegression("<Target field=\"\"/>")); }, 260285,
-                  "The 'field' of element 'Target' is null.");
+    ExpectFailure([] { ReadModel(OwnRegression("<Target optype='categorical'/>")); },
+                  {CONFLICTING_VALUES_IN, "categorical", "optype", "DataDictionary", "continuous", "optype", "Target"});
+    ExpectFailure([] { ReadModel(OwnClassification("<Target optype='continuous'/>")); },
+                  {CONFLICTING_VALUES_IN, "continuous", "optype", "DataDictionary", "categorical", "optype", "Target"});
+    ExpectFailure([] { ReadModel(OwnRegression("<Target field=''/>")); }, {NULL_ATTRIBUTE, "field", "Target"});
 }
 
 } // namespace

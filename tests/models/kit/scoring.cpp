@@ -128,6 +128,11 @@ double ToNumber(const std::string& text) {
     return std::strtod(text.c_str(), nullptr);
 }
 
+void ExpectRefused(const std::string& document, const FaultyChange& fault, const char* file, int line) {
+    const std::string changed = Replaced(document, fault.from, fault.to);
+    ExpectFailure([&changed] { ReadModel(changed); }, fault.failure, file, line);
+}
+
 std::string Replaced(std::string text, const std::string& from, const std::string& to) {
     const std::size_t at = text.find(from);
     if (at == std::string::npos || text.find(from, at + from.size()) != std::string::npos) {

@@ -1,6 +1,8 @@
 #ifndef VELTRANE_TESTS_MODELS_SCORING_H
 #define VELTRANE_TESTS_MODELS_SCORING_H
 
+#include "support/faults/fault.h"
+
 #include <MCScore/MCStatus.h>
 #include <MCVeltrane_900/CaseRecord.h>
 #include <MCVeltrane_900/ScoreModel.h>
@@ -59,6 +61,10 @@ std::vector<Case> ReadRows(const std::string& path);
 
 /// The number that a text starts with; one below the range of doubles is 0.
 double ToNumber(const std::string& text);
+
+/// Expects that a document with this change is refused.
+void ExpectRefused(const std::string& document, const FaultyChange& fault, const char* file = __builtin_FILE(),
+                   int line = __builtin_LINE());
 
 /// Replaces the only occurrence of a text; fails the test when there isn't exactly one.
 std::string Replaced(std::string text, const std::string& from, const std::string& to);

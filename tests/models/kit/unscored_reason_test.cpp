@@ -50,8 +50,8 @@ std::string ReasonOf(const std::string& document, const Case& values) {
 
 std::string WithTreatment(const std::string& attributes) {
     return Replaced(kSmallRegression,
-                    "outliers=\"asIs\" lowValue=\"1\" highValue=\"50\" missingValueTreatment=\"asIs\" "
-                    "invalidValueTreatment=\"returnInvalid\"",
+                    "outliers='asIs' lowValue='1' highValue='50' missingValueTreatment='asIs' "
+                    "invalidValueTreatment='returnInvalid'",
                     attributes);
 }
 
@@ -90,18 +90,17 @@ TEST(UnscoredReason, IsTheFirstValueThatTheSchemaRefuses) {
 }
 
 TEST(UnscoredReason, IsAMissingValueThatTheSchemaRefuses) {
-    const std::string document = Replaced(kSmallRegression, "<MiningField name=\"c\"/>",
-                                          "<MiningField name=\"c\" missingValueTreatment=\"returnInvalid\"/>");
+    const std::string document = Replaced(kSmallRegression, "<MiningField name='c'/>",
+                                          "<MiningField name='c' missingValueTreatment='returnInvalid'/>");
     EXPECT_EQ(ReasonOf(document, {{"x", "2"}, {"z", "3"}}), "c is missing");
     EXPECT_EQ(ReasonOf(document, {{"x", "2"}, {"z", "3"}, {"c", "  "}}), "c is missing");
 }
 
 TEST(UnscoredReason, IsAValueThatCountsAsMissing) {
-    EXPECT_EQ(ReasonOf(WithTreatment("invalidValueTreatment=\"asMissing\""), {{"x", "100"}, {"z", "3"}}),
+    EXPECT_EQ(ReasonOf(WithTreatment("invalidValueTreatment='asMissing'"), {{"x", "100"}, {"z", "3"}}), "x is invalid");
+    EXPECT_EQ(ReasonOf(WithTreatment("outliers='asMissingValues' highValue='50'"), {{"x", "51"}, {"z", "3"}}),
               "x is invalid");
-    EXPECT_EQ(ReasonOf(WithTreatment("outliers=\"asMissingValues\" highValue=\"50\""), {{"x", "51"}, {"z", "3"}}),
-              "x is invalid");
-    EXPECT_EQ(ReasonOf(WithTreatment("outliers=\"asMissingValues\" highValue=\"50\""), {{"z", "3"}}), "x is missing");
+    EXPECT_EQ(ReasonOf(WithTreatment("outliers='asMissingValues' highValue='50'"), {{"z", "3"}}), "x is missing");
 }
 
 TEST(UnscoredReason, IsAValueOfAnotherKind) {
@@ -113,21 +112,21 @@ TEST(UnscoredReason, IsAValueOfAnotherKind) {
 }
 
 TEST(UnscoredReason, IsNoFieldForAResultThatIsNoNumber) {
-    const std::string document = Replaced(kSmallRegression, "exponent=\"2\"", "exponent=\"400\"");
-    EXPECT_EQ(ReasonOf(Replaced(document, "rightMargin=\"100\"", "rightMargin=\"1e9\""), {{"x", "1e8"}, {"z", "1"}}),
+    const std::string document = Replaced(kSmallRegression, "exponent='2'", "exponent='400'");
+    EXPECT_EQ(ReasonOf(Replaced(document, "rightMargin='100'", "rightMargin='1e9'"), {{"x", "1e8"}, {"z", "1"}}),
               "no prediction");
 }
 
 TEST(UnscoredReason, IsTheMissingFieldBehindADerivedOne) {
-    const std::string document = Replaced(
-        Replaced(kSmallClassification, "<NumericPredictor name=\"x\"", "<NumericPredictor name=\"r\""),
-        "<RegressionModel functionName",
-        "<TransformationDictionary>"
-        "<DerivedField name=\"l\" optype=\"continuous\" dataType=\"double\"><Apply function=\"ln\"><FieldRef "
-        "field=\"x\"/>"
-        "</Apply></DerivedField>"
-        "<DerivedField name=\"r\" optype=\"continuous\" dataType=\"double\"><FieldRef field=\"l\"/></DerivedField>"
-        "</TransformationDictionary><RegressionModel functionName");
+    const std::string document =
+        Replaced(Replaced(kSmallClassification, "<NumericPredictor name='x'", "<NumericPredictor name='r'"),
+                 "<RegressionModel functionName",
+                 "<TransformationDictionary>"
+                 "<DerivedField name='l' optype='continuous' dataType='double'><Apply function='ln'><FieldRef "
+                 "field='x'/>"
+                 "</Apply></DerivedField>"
+                 "<DerivedField name='r' optype='continuous' dataType='double'><FieldRef field='l'/></DerivedField>"
+                 "</TransformationDictionary><RegressionModel functionName");
     EXPECT_EQ(ReasonOf(document, {{"x", "2"}}), "not told");
     EXPECT_EQ(ReasonOf(document, {}), "x is missing");
     EXPECT_EQ(ReasonOf(document, {{"x", "-1"}}), "r is derived and missing");
@@ -144,19 +143,19 @@ TEST(UnscoredReason, IsNotTheOneOfTheCaseBefore) {
 
 /// A tree of x, then c, without any prediction above the leaves.
 std::string Tree(const std::string& attributes) {
-    return R"(<PMML version="4.3"><DataDictionary>
- <DataField name="y" optype="continuous" dataType="double"/>
- <DataField name="x" optype="continuous" dataType="double"/>
- <DataField name="c" optype="categorical" dataType="string"/>
- <DataField name="d" optype="categorical" dataType="string"/></DataDictionary>
-<TreeModel functionName="regression" )" +
-           attributes + R"(><MiningSchema><MiningField name="y" usageType="target"/><MiningField name="x"/>
- <MiningField name="c"/><MiningField name="d"/></MiningSchema>
- <Node recordCount="9"><SimplePredicate field="x" operator="lessThan" value="100"/>
-  <Node score="1" recordCount="5"><CompoundPredicate booleanOperator="and">
-   <SimplePredicate field="x" operator="greaterThan" value="0"/>
-   <SimplePredicate field="c" operator="equal" value="u"/></CompoundPredicate></Node>
-  <Node score="2" recordCount="4"><SimplePredicate field="d" operator="equal" value="v"/></Node>
+    return R"(<PMML version='4.3'><DataDictionary>
+ <DataField name='y' optype='continuous' dataType='double'/>
+ <DataField name='x' optype='continuous' dataType='double'/>
+ <DataField name='c' optype='categorical' dataType='string'/>
+ <DataField name='d' optype='categorical' dataType='string'/></DataDictionary>
+<TreeModel functionName='regression' )" +
+           attributes + R"(><MiningSchema><MiningField name='y' usageType='target'/><MiningField name='x'/>
+ <MiningField name='c'/><MiningField name='d'/></MiningSchema>
+ <Node recordCount='9'><SimplePredicate field='x' operator='lessThan' value='100'/>
+  <Node score='1' recordCount='5'><CompoundPredicate booleanOperator='and'>
+   <SimplePredicate field='x' operator='greaterThan' value='0'/>
+   <SimplePredicate field='c' operator='equal' value='u'/></CompoundPredicate></Node>
+  <Node score='2' recordCount='4'><SimplePredicate field='d' operator='equal' value='v'/></Node>
  </Node></TreeModel></PMML>)";
 }
 
@@ -167,7 +166,7 @@ TEST(UnscoredReasonOfATree, IsTheFieldThatTheRootAsksFor) {
 
 TEST(UnscoredReasonOfATree, IsTheFirstFieldThatWouldHaveDecided) {
     for (const char* strategy : {"none", "nullPrediction", "defaultChild"}) {
-        const std::string document = Tree(std::string("missingValueStrategy=\"") + strategy + "\"");
+        const std::string document = Tree(std::string("missingValueStrategy='") + strategy + "'");
         EXPECT_EQ(ReasonOf(document, {{"x", "1"}, {"d", "w"}}), "c is missing") << strategy;
         EXPECT_EQ(ReasonOf(document, {{"x", "1"}, {"c", "t"}}), "d is missing") << strategy;
         EXPECT_EQ(ReasonOf(document, {{"x", "-1"}}), "d is missing") << strategy;
@@ -177,14 +176,14 @@ TEST(UnscoredReasonOfATree, IsTheFirstFieldThatWouldHaveDecided) {
 }
 
 TEST(UnscoredReasonOfATree, IsNoFieldForANodeThatSaysNothing) {
-    EXPECT_EQ(ReasonOf(Tree("noTrueChildStrategy=\"returnLastPrediction\""), {{"x", "1"}, {"c", "t"}, {"d", "w"}}),
+    EXPECT_EQ(ReasonOf(Tree("noTrueChildStrategy='returnLastPrediction'"), {{"x", "1"}, {"c", "t"}, {"d", "w"}}),
               "no prediction");
 }
 
 TEST(UnscoredReasonOfATree, IsTheFieldOfSeveralNodesWithoutWeight) {
-    std::string document = Tree("missingValueStrategy=\"weightedConfidence\"");
-    for (const char* count : {"recordCount=\"5\"", "recordCount=\"4\""}) {
-        document = Replaced(document, count, "recordCount=\"0\"");
+    std::string document = Tree("missingValueStrategy='weightedConfidence'");
+    for (const char* count : {"recordCount='5'", "recordCount='4'"}) {
+        document = Replaced(document, count, "recordCount='0'");
     }
     EXPECT_EQ(ReasonOf(document, {{"x", "1"}}), "c is missing");
 }

@@ -1,9 +1,9 @@
 // The verification records of documents.
 #include "kit/model/verification.h"
-#include "models/kit/fault.h"
 #include "models/kit/scoring.h"
 #include "models/kit/small_documents.h"
-#include "support/failure.h"
+#include "support/faults/fault.h"
+#include "support/rows.h"
 
 #include <gtest/gtest.h>
 
@@ -12,14 +12,15 @@
 using namespace veltrane::tests;
 using veltrane_kit::Verification;
 using veltrane_kit::VerificationField;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
-const std::string kVerification = R"(<ModelVerification recordCount="2" fieldCount="3">
+const std::string kVerification = R"(<ModelVerification recordCount='2' fieldCount='3'>
  <VerificationFields>
-  <VerificationField field="x" column="data:x"/>
-  <VerificationField field="c"/>
-  <VerificationField field="p" column="p_out" precision="1e-3" zeroThreshold="1E-8"/>
+  <VerificationField field='x' column='data:x'/>
+  <VerificationField field='c'/>
+  <VerificationField field='p' column='p_out' precision='1e-3' zeroThreshold='1E-8'/>
  </VerificationFields>
  <InlineTable>
   <row><data:x>2</data:x><c>a</c><p_out>47</p_out></row>
@@ -61,8 +62,8 @@ TEST(Verification, IsNothingWithoutItOrWithoutAModel) {
 }
 
 TEST(Verification, WhatIsNoDocumentIsRefused) {
-    ExpectFailure([] { Read("<PMML>"); }, 260105, "Unexpected error in opening PMML file.");
-    ExpectFailure([] { Read(""); }, 260105, "Unexpected error in opening PMML file.");
+    ExpectFailure([] { Read("<PMML>"); }, {CANNOT_OPEN_DOCUMENT});
+    ExpectFailure([] { Read(""); }, {CANNOT_OPEN_DOCUMENT});
 }
 
 TEST(VerificationFieldAgrees, WithinItsPrecision) {
@@ -75,46 +76,44 @@ TEST(VerificationFieldAgrees, WithinItsPrecision) {
     EXPECT_FALSE(field.Agrees(0, 1e-7));
 }
 
-class VerificationFault : public testing::TestWithParam<Fault> {};
+class VerificationFault : public testing::TestWithParam<FaultyChange> {};
 
 TEST_P(VerificationFault, IsNamed) {
     const std::string document = Document(Replaced(kVerification, GetParam().from, GetParam().to));
-    ExpectFailure([&document] { Read(document); }, GetParam().id, GetParam().text);
+    ExpectFailure([&document] { Read(document); }, GetParam().failure);
 }
 
-constexpr Fault kFaults[] = {
-    {"Doubled", "<ModelVerification ", "<ModelVerification/><ModelVerification ", 260272,
-     "More than one 'ModelVerification' defined in 'RegressionModel'."},
-    {"RecordCountWrong", "recordCount=\"2\"", "recordCount=\"3\"", 260242,
-     "The value: '3' of attribute 'recordCount' does not match the number: '2' of 'row' in 'InlineTable'."},
-    {"RecordCountNoNumber", "recordCount=\"2\"", "recordCount=\"two\"", 260153,
-     "Invalid value: 'two' of attribute 'recordCount' in 'ModelVerification'."},
-    {"FieldCountWrong", "fieldCount=\"3\"", "fieldCount=\"2\"", 260242,
-     "The value: '2' of attribute 'fieldCount' does not match the number: '3' of 'VerificationField' in "
-     "'VerificationFields'."},
-    {"FieldMissing", "<VerificationField field=\"c\"/>", "<VerificationField/>", 260120,
-     "Missing the attribute 'field' of 'VerificationField'."},
-    {"FieldEmpty", "<VerificationField field=\"c\"/>", "<VerificationField field=\"\"/>", 260285,
-     "The 'field' of element 'VerificationField' is null."},
-    {"FieldDoubled", "<VerificationField field=\"c\"/>", "<VerificationField field=\"x\"/>", 260203,
-     "Duplicate definition of 'VerificationField': 'x', already in 'VerificationFields'."},
-    {"ColumnEmpty", "column=\"p_out\"", "column=\"\"", 260285, "The 'column' of element 'VerificationField' is null."},
-    {"PrecisionWrong", "precision=\"1e-3\"", "precision=\"fine\"", 260153,
-     "Invalid value: 'fine' of attribute 'precision' in 'VerificationField'."},
-    {"ThresholdEmpty", "zeroThreshold=\"1E-8\"", "zeroThreshold=\"\"", 260285,
-     "The 'zeroThreshold' of element 'VerificationField' is null."},
-    {"FieldsChildWrong", "<VerificationField field=\"c\"/>", "<Field/>", 260159,
-     "Invalid node 'Field' in 'VerificationFields'."},
-    {"RowWrong", "<row><data:x/>", "<line/><row><data:x/>", 260159, "Invalid node 'line' in 'InlineTable'."},
+constexpr FaultyChange kFaults[] = {
+    {"Doubled", "<ModelVerification ", "<ModelVerification/><ModelVerification ",
+     Failure(MORE_THAN_ONE, "ModelVerification", "RegressionModel")},
+    {"RecordCountWrong", "recordCount='2'", "recordCount='3'",
+     Failure(NUMBER_MISMATCH, "3", "recordCount", "2", "row", "InlineTable")},
+    {"RecordCountNoNumber", "recordCount='2'", "recordCount='two'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "two", "recordCount", "ModelVerification")},
+    {"FieldCountWrong", "fieldCount='3'", "fieldCount='2'",
+     Failure(NUMBER_MISMATCH, "2", "fieldCount", "3", "VerificationField", "VerificationFields")},
+    {"FieldMissing", "<VerificationField field='c'/>", "<VerificationField/>",
+     Failure(MISSING_ATTRIBUTE_OF, "field", "VerificationField")},
+    {"FieldEmpty", "<VerificationField field='c'/>", "<VerificationField field=''/>",
+     Failure(NULL_ATTRIBUTE, "field", "VerificationField")},
+    {"FieldDoubled", "<VerificationField field='c'/>", "<VerificationField field='x'/>",
+     Failure(DUPLICATE_DEFINITION, "VerificationField", "x", "VerificationFields")},
+    {"ColumnEmpty", "column='p_out'", "column=''", Failure(NULL_ATTRIBUTE, "column", "VerificationField")},
+    {"PrecisionWrong", "precision='1e-3'", "precision='fine'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "fine", "precision", "VerificationField")},
+    {"ThresholdEmpty", "zeroThreshold='1E-8'", "zeroThreshold=''",
+     Failure(NULL_ATTRIBUTE, "zeroThreshold", "VerificationField")},
+    {"FieldsChildWrong", "<VerificationField field='c'/>", "<Field/>",
+     Failure(INVALID_NODE, "Field", "VerificationFields")},
+    {"RowWrong", "<row><data:x/>", "<line/><row><data:x/>", Failure(INVALID_NODE, "line", "InlineTable")},
 };
 
-INSTANTIATE_TEST_SUITE_P(Reader, VerificationFault, testing::ValuesIn(kFaults),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Reader, VerificationFault, testing::ValuesIn(kFaults), NameOfRow());
 
 TEST(Verification, FindsCellsWhoseNamesAreNoAscii) {
     std::istringstream in(
-        Document("<ModelVerification><VerificationFields><VerificationField field=\"x\" column=\"größe\"/>"
-                 "<VerificationField field=\"c\" column=\"é\"/></VerificationFields><InlineTable>"
+        Document("<ModelVerification><VerificationFields><VerificationField field='x' column='größe'/>"
+                 "<VerificationField field='c' column='é'/></VerificationFields><InlineTable>"
                  "<row><größe>2</größe><é>a</é></row></InlineTable></ModelVerification>"));
     const auto verification = veltrane_kit::ReadVerification(in, {"RegressionModel"}, "CP1252");
     ASSERT_TRUE(verification.has_value());
@@ -123,16 +122,16 @@ TEST(Verification, FindsCellsWhoseNamesAreNoAscii) {
 }
 
 TEST(VerificationFaults, MissingElementsAreNamed) {
-    ExpectFailure([] { Read(Document("<ModelVerification/>")); }, 260115,
-                  "Missing node of 'VerificationFields' element  in 'ModelVerification'.");
-    ExpectFailure([] { Read(Document("<ModelVerification><VerificationFields/></ModelVerification>")); }, 260115,
-                  "Missing node of 'VerificationField' element  in 'VerificationFields'.");
+    ExpectFailure([] { Read(Document("<ModelVerification/>")); },
+                  {MISSING_NODE_IN, "VerificationFields", "ModelVerification"});
+    ExpectFailure([] { Read(Document("<ModelVerification><VerificationFields/></ModelVerification>")); },
+                  {MISSING_NODE_IN, "VerificationField", "VerificationFields"});
     ExpectFailure(
         [] {
-            Read(Document("<ModelVerification><VerificationFields><VerificationField field=\"x\"/></VerificationFields>"
+            Read(Document("<ModelVerification><VerificationFields><VerificationField field='x'/></VerificationFields>"
                           "</ModelVerification>"));
         },
-        260115, "Missing node of 'InlineTable' element  in 'ModelVerification'.");
+        {MISSING_NODE_IN, "InlineTable", "ModelVerification"});
 }
 
 } // namespace

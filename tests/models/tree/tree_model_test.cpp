@@ -2,7 +2,7 @@
 #include "models/kit/scoring.h"
 #include "models/tree/small_tree.h"
 #include "support/allocations.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "support/folders.h"
 
 #include <gtest/gtest.h>
@@ -11,6 +11,7 @@
 #include <thread>
 
 using namespace veltrane::tests;
+using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -38,13 +39,13 @@ TEST(TreeModel, TellsProbabilityAndConfidenceApart) {
 }
 
 TEST(TreeModel, TakesTheMostProbableCategoryWithoutAScore) {
-    Scored scored(Replaced(kSmallTree, " score=\"b\"", ""));
+    Scored scored(Replaced(kSmallTree, " score='b'", ""));
     scored.Score({{"x", "0"}, {"c", "w"}});
     EXPECT_EQ(scored.Text(), "b");
 }
 
 TEST(TreeModel, ANodeThatSaysNothingPredictsNothing) {
-    std::string document = Replaced(kSmallTree, "<Node id=\"2\" score=\"a\"", "<Node id=\"2\"");
+    std::string document = Replaced(kSmallTree, "<Node id='2' score='a'", "<Node id='2'");
     Scored scored(document);
     EXPECT_EQ(scored.Score({{"x", "2"}}).GetErrorCode(), 90027);
     EXPECT_EQ(scored.Text(), "");
@@ -56,8 +57,8 @@ TEST(TreeModel, ARootThatDoesNotHoldPredictsNothing) {
 }
 
 TEST(TreeModel, NodesWithoutAnIdAreCalledByTheirPlace) {
-    std::string document = Replaced(kSmallTree, "<Node id=\"2\"", "<Node");
-    Scored scored(Replaced(document, " defaultChild=\"2\"", ""));
+    std::string document = Replaced(kSmallTree, "<Node id='2'", "<Node");
+    Scored scored(Replaced(document, " defaultChild='2'", ""));
     scored.Score({{"x", "2"}});
     EXPECT_EQ(scored.Text("node"), "2");
     scored.Score({{"x", "0"}, {"c", "w"}});
@@ -66,8 +67,8 @@ TEST(TreeModel, NodesWithoutAnIdAreCalledByTheirPlace) {
 
 TEST(TreeModel, SharesWithoutRecordsHaveNoProbability) {
     std::string document =
-        Replaced(kSmallTree, "recordCount=\"4\" probability=\"0.4\" confidence=\"0.3\"", "recordCount=\"0\"");
-    document = Replaced(document, "recordCount=\"6\" probability=\"0.6\" confidence=\"0.5\"", "recordCount=\"0\"");
+        Replaced(kSmallTree, "recordCount='4' probability='0.4' confidence='0.3'", "recordCount='0'");
+    document = Replaced(document, "recordCount='6' probability='0.6' confidence='0.5'", "recordCount='0'");
     Scored scored(document);
     scored.Score({{"x", "0"}, {"c", "w"}});
     EXPECT_EQ(scored.Text(), "b");
@@ -78,20 +79,19 @@ TEST(TreeModel, ANodeCanShareThousandsOfCategories) {
     constexpr int kCategories = 50000;
     std::string shares;
     for (int i = 0; i < kCategories; ++i) {
-        shares += "<ScoreDistribution value=\"c" + std::to_string(i) + "\" recordCount=\"1\"/>";
+        shares += "<ScoreDistribution value='c" + std::to_string(i) + "' recordCount='1'/>";
     }
-    Scored scored(
-        "<PMML><DataDictionary><DataField name=\"t\" optype=\"categorical\" dataType=\"string\"/></DataDictionary>"
-        "<TreeModel functionName=\"classification\"><MiningSchema><MiningField name=\"t\" usageType=\"target\"/>"
-        "</MiningSchema><Node><True/>" +
-        shares + "</Node></TreeModel></PMML>");
+    Scored scored("<PMML><DataDictionary><DataField name='t' optype='categorical' dataType='string'/></DataDictionary>"
+                  "<TreeModel functionName='classification'><MiningSchema><MiningField name='t' usageType='target'/>"
+                  "</MiningSchema><Node><True/>" +
+                  shares + "</Node></TreeModel></PMML>");
     scored.Score({});
     EXPECT_EQ(scored.Text(), "c0");
     EXPECT_DOUBLE_EQ(scored.Probability("c49999"), 1.0 / kCategories);
 }
 
 TEST(TreeModel, ExtensionsAndPartitionsAreSkipped) {
-    Scored scored(Replaced(kSmallTree, "  <True/>\n", "<Extension/><True/><Partition name=\"p\"/>"));
+    Scored scored(Replaced(kSmallTree, "  <True/>\n", "<Extension/><True/><Partition name='p'/>"));
     scored.Score({{"x", "2"}});
     EXPECT_EQ(scored.Text(), "a");
 }
@@ -105,11 +105,11 @@ TEST(TreeModel, DisplaysItsSize) {
 
 /// A path of nested nodes, each with a leaf beside it.
 std::string PathTree(int depth) {
-    std::string document = kSmallTree.substr(0, kSmallTree.find(" <Node id=\"1\""));
-    document += "<Node score=\"b\"><True/>";
+    std::string document = kSmallTree.substr(0, kSmallTree.find(" <Node id='1'"));
+    document += "<Node score='b'><True/>";
     for (int i = 1; i < depth; ++i) {
-        document += "<Node score=\"a\"><SimplePredicate field=\"x\" operator=\"lessThan\" value=\"" +
-                    std::to_string(i) + "\"/></Node><Node score=\"b\"><True/>";
+        document += "<Node score='a'><SimplePredicate field='x' operator='lessThan' value='" + std::to_string(i) +
+                    "'/></Node><Node score='b'><True/>";
     }
     for (int i = 0; i < depth; ++i) {
         document += "</Node>";
@@ -128,15 +128,15 @@ TEST(TreeSize, APathAsDeepAsDocumentsMayBe) {
 
 TEST(TreeSize, APathBeyondTheBoundIsRefused) {
     const std::string document = PathTree(1100);
-    ExpectFailure([&document] { ReadModel(document); }, 260105, "Unexpected error in opening PMML file.");
+    ExpectFailure([&document] { ReadModel(document); }, {CANNOT_OPEN_DOCUMENT});
 }
 
 TEST(TreeSize, ManyChildrenSideBySide) {
     constexpr int kChildren = 20000;
-    std::string document = kSmallTree.substr(0, kSmallTree.find(" <Node id=\"1\"")) + "<Node><True/>";
+    std::string document = kSmallTree.substr(0, kSmallTree.find(" <Node id='1'")) + "<Node><True/>";
     for (int i = 0; i < kChildren; ++i) {
-        document += "<Node score=\"" + std::string(i % 2 == 0 ? "a" : "b") +
-                    "\"><SimplePredicate field=\"x\" operator=\"equal\" value=\"" + std::to_string(i) + "\"/></Node>";
+        document += "<Node score='" + std::string(i % 2 == 0 ? "a" : "b") +
+                    "'><SimplePredicate field='x' operator='equal' value='" + std::to_string(i) + "'/></Node>";
     }
     Scored scored(document + "</Node></TreeModel></PMML>");
     scored.Score({{"x", "19999"}});
@@ -163,8 +163,8 @@ TEST(TreeSpeed, NothingIsAllocatedForACase) {
 
 TEST(TreeThreads, EightModelsGiveTheSameAnswers) {
     std::string document = ReadFile(ModelSamplesFolder() + "/play.pmml");
-    document = Replaced(Replaced(document, "STRATEGY\" noTrue", "weightedConfidence\" noTrue"), "\"NOCHILD\"",
-                        "\"returnLastPrediction\"");
+    document = Replaced(Replaced(document, "STRATEGY\" noTrue", "weightedConfidence\" noTrue"), "NOCHILD",
+                        "returnLastPrediction");
     const std::vector<Case> rows = ReadRows(ModelSamplesFolder() + "/play.answers.csv");
     std::vector<std::vector<double>> answers(8);
     std::vector<std::thread> threads;

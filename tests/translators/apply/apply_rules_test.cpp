@@ -1,4 +1,4 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/apply/apply_reading.h"
 #include "translators/apply/function_list.h"
 

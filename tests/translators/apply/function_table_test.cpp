@@ -1,4 +1,4 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/apply/function_list.h"
 #include "translators/frame/test_translator.h"
 

@@ -1,6 +1,7 @@
 #include "support/dom.h"
 
 #include <MCVeltrane_900/DictVar.h>
+#include <MCVeltrane_900/Messages.h>
 #include <MCVeltrane_900/PMMLTranslator.h>
 #include <MCVeltrane_900/ScoreCatStringEncoder.h>
 #include <MCVeltrane_900/VTException.h>
@@ -136,9 +137,9 @@ protected:
         const int code = CodeOf(text, var, items);
         const std::optional<Strings> expected = Expected(text, escapes);
         if (text.find_first_not_of(" \t\r\n") == std::string::npos) {
-            EXPECT_EQ(code, 260284) << testing::PrintToString(text);
+            EXPECT_EQ(code, static_cast<int>(MCVeltrane_900::Message::EMPTY_IN)) << testing::PrintToString(text);
         } else if (!expected) {
-            EXPECT_EQ(code, 260156) << testing::PrintToString(text);
+            EXPECT_EQ(code, static_cast<int>(MCVeltrane_900::Message::INVALID_CONTENT)) << testing::PrintToString(text);
         } else {
             EXPECT_EQ(std::make_pair(code, items), std::make_pair(0, *expected)) << testing::PrintToString(text);
         }

@@ -1,6 +1,7 @@
 #include "support/allocations.h"
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 
 #include <MCVeltrane_900/DictVar.h>
 #include <MCVeltrane_900/NumericValue.h>
@@ -15,7 +16,9 @@
 #include <vector>
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 using veltrane::tests::ExpectFailure;
+using veltrane::tests::Failure;
 using veltrane::tests::ParsedXml;
 using veltrane::tests::ParseXml;
 
@@ -48,9 +51,9 @@ protected:
         return translator.GetArrayElements(xml.Root(), nullptr, &var);
     }
 
-    void ExpectArrayFailure(const std::string& xmlText, int id, const std::string& message) {
+    void ExpectArrayFailure(const std::string& xmlText, const Failure& failure) {
         const ParsedXml xml = ParseXml(xmlText);
-        ExpectFailure([&] { translator.ParseStrArray(xml.Root()); }, id, message);
+        ExpectFailure([&] { translator.ParseStrArray(xml.Root()); }, failure);
     }
 
     std::vector<double> Doubles(const std::string& xmlText, int count) {
@@ -58,9 +61,9 @@ protected:
         return translator.VerifyDoubleArray(xml.Root(), count);
     }
 
-    void ExpectDoublesFailure(const std::string& xmlText, int count, int id, const std::string& message) {
+    void ExpectDoublesFailure(const std::string& xmlText, int count, const Failure& failure) {
         const ParsedXml xml = ParseXml(xmlText);
-        ExpectFailure([&] { translator.VerifyDoubleArray(xml.Root(), count); }, id, message);
+        ExpectFailure([&] { translator.VerifyDoubleArray(xml.Root(), count); }, failure);
     }
 
     PMMLTranslator translator{"UTF-8"};
@@ -90,8 +93,7 @@ const ScanRow kScanRows[] = {
     {"NonAscii", "\xC3\xA4 \"\xE2\x82\xAC \"", {"\xC3\xA4", "\xE2\x82\xAC "}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, ArrayScan, testing::ValuesIn(kScanRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, ArrayScan, testing::ValuesIn(kScanRows), veltrane::tests::NameOfRow());
 
 // Only blanks and closing quotes end an item, or the very last position of the text.
 class KeptArrayScan : public ArrayReaders, public testing::WithParamInterface<ScanRow> {};
@@ -111,8 +113,7 @@ const ScanRow kKeptScanRows[] = {
     {"EscapedQuoteAtTheEndLosesTheLastItem", "a b\\\"", {"a"}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, KeptArrayScan, testing::ValuesIn(kKeptScanRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, KeptArrayScan, testing::ValuesIn(kKeptScanRows), veltrane::tests::NameOfRow());
 
 TEST_F(ArrayReaders, NullElementGivesNothing) {
     EXPECT_EQ(translator.ParseStrArray(nullptr), Strings());
@@ -123,8 +124,7 @@ TEST_F(ArrayReaders, StatedCountThatFits) {
 }
 
 TEST_F(ArrayReaders, StatedCountOfThreeForTwoItems) {
-    ExpectArrayFailure("<Array n='3'>a b</Array>", 260241,
-                       "The value: '2' of attribute 'n' does not match the array size: '3'.");
+    ExpectArrayFailure("<Array n='3'>a b</Array>", {ARRAY_SIZE_MISMATCH, "2", "n", "3"});
 }
 
 TEST_F(ArrayReaders, StatedCountOfZeroIsNotChecked) {
@@ -132,16 +132,15 @@ TEST_F(ArrayReaders, StatedCountOfZeroIsNotChecked) {
 }
 
 TEST_F(ArrayReaders, StatedCountThatIsNoNumber) {
-    ExpectArrayFailure("<Array n='two'>a b</Array>", 260151, "The value: 'two' is invalid of type: 'integer'.");
+    ExpectArrayFailure("<Array n='two'>a b</Array>", {INVALID_VALUE_OF_TYPE, "two", "integer"});
 }
 
 TEST_F(ArrayReaders, StatedCountIsReadBeforeTheContent) {
-    ExpectArrayFailure("<Array n='two'/>", 260151, "The value: 'two' is invalid of type: 'integer'.");
+    ExpectArrayFailure("<Array n='two'/>", {INVALID_VALUE_OF_TYPE, "two", "integer"});
 }
 
 TEST_F(ArrayReaders, NegativeStatedCountFitsNothing) {
-    ExpectArrayFailure("<Array n='-1'>a</Array>", 260241,
-                       "The value: '1' of attribute 'n' does not match the array size: '-1'.");
+    ExpectArrayFailure("<Array n='-1'>a</Array>", {ARRAY_SIZE_MISMATCH, "1", "n", "-1"});
 }
 
 TEST_F(ArrayReaders, EmptyStatedCountIsNone) {
@@ -149,48 +148,47 @@ TEST_F(ArrayReaders, EmptyStatedCountIsNone) {
 }
 
 TEST_F(ArrayReaders, ItemsAreVerifiedBeforeTheyAreCounted) {
-    ExpectArrayFailure("<Array n='3' type='int'>1 x</Array>", 260151, "The value: 'x' is invalid of type: 'integer'.");
+    ExpectArrayFailure("<Array n='3' type='int'>1 x</Array>", {INVALID_VALUE_OF_TYPE, "x", "integer"});
 }
 
 TEST_F(ArrayReaders, ElementsOfNoNode) {
-    ExpectFailure([&] { translator.GetArrayElements(nullptr, nullptr, nullptr); }, 260115,
-                  "Missing node of 'Array' element  in 'SimpleSetPredicate'.");
+    ExpectFailure([&] { translator.GetArrayElements(nullptr, nullptr, nullptr); },
+                  {MISSING_NODE_IN, "Array", "SimpleSetPredicate"});
 }
 
 TEST_F(ArrayReaders, NoContent) {
-    ExpectArrayFailure("<Array/>", 260115, "Missing node of 'Array' element  in 'SimpleSetPredicate'.");
+    ExpectArrayFailure("<Array/>", {MISSING_NODE_IN, "Array", "SimpleSetPredicate"});
 }
 
 TEST_F(ArrayReaders, BlankContent) {
-    ExpectArrayFailure("<Array> \t\n </Array>", 260284, "Empty 'Value' in 'Array'.");
+    ExpectArrayFailure("<Array> \t\n </Array>", {EMPTY_IN, "Value", "Array"});
 }
 
 TEST_F(ArrayReaders, ContentThatIsNoText) {
-    ExpectArrayFailure("<Array><x>1</x></Array>", 260284, "Empty 'Value' in 'Array'.");
+    ExpectArrayFailure("<Array><x>1</x></Array>", {EMPTY_IN, "Value", "Array"});
 }
 
 TEST_F(ArrayReaders, UnclosedQuoteEndsWithAFailure) {
-    ExpectArrayFailure("<Array>a \"b c</Array>", 260156, "Invalid content: 'a \"b c' of element 'Array'.");
+    ExpectArrayFailure("<Array>a \"b c</Array>", {INVALID_CONTENT, "a \"b c", "Array"});
 }
 
 TEST_F(ArrayReaders, UnclosedQuoteBehindAnEscapedOne) {
-    ExpectArrayFailure("<Array>\"b\\\"</Array>", 260156, "Invalid content: '\"b\\\"' of element 'Array'.");
+    ExpectArrayFailure("<Array>\"b\\\"</Array>", {INVALID_CONTENT, "\"b\\\"", "Array"});
 }
 
 TEST_F(ArrayReaders, RealItemsAreVerified) {
     EXPECT_EQ(Read("1.5 2", "type='real'"), Strings({"1.5", "2"}));
-    ExpectArrayFailure("<Array type='real'>1.5 x</Array>", 260151, "The value: 'x' is invalid of type: 'double'.");
+    ExpectArrayFailure("<Array type='real'>1.5 x</Array>", {INVALID_VALUE_OF_TYPE, "x", "double"});
 }
 
 TEST_F(ArrayReaders, IntegerItemsAreVerified) {
     EXPECT_EQ(Read("1 2", "type='int'"), Strings({"1", "2"}));
-    ExpectArrayFailure("<Array type='int'>1 1.5</Array>", 260151, "The value: '1.5' is invalid of type: 'integer'.");
+    ExpectArrayFailure("<Array type='int'>1 1.5</Array>", {INVALID_VALUE_OF_TYPE, "1.5", "integer"});
 }
 
 TEST_F(ArrayReaders, QuotedNumbersAreVerifiedAsTheyStand) {
     EXPECT_EQ(Read("\"1.5\" 2", "type='real'"), Strings({"1.5", "2"}));
-    ExpectArrayFailure("<Array type='real'>\"1\\\"5\"</Array>", 260151,
-                       "The value: '1\\\"5' is invalid of type: 'double'.");
+    ExpectArrayFailure("<Array type='real'>\"1\\\"5\"</Array>", {INVALID_VALUE_OF_TYPE, "1\\\"5", "double"});
 }
 
 TEST_F(ArrayReaders, StringItemsAreNotVerified) {
@@ -260,8 +258,7 @@ TEST_F(ArrayReaders, ArrayChildOfANode) {
 
 TEST_F(ArrayReaders, NodeWithoutArray) {
     const ParsedXml xml = ParseXml("<SimpleSetPredicate><x><Array>a</Array></x></SimpleSetPredicate>");
-    ExpectFailure([&] { translator.GetArrayNode(xml.Root()); }, 260115,
-                  "Missing node of 'Array' element  in 'SimpleSetPredicate'.");
+    ExpectFailure([&] { translator.GetArrayNode(xml.Root()); }, {MISSING_NODE_IN, "Array", "SimpleSetPredicate"});
 }
 
 TEST_F(ArrayReaders, FiveNumbersWithoutStatedSizeWhateverTheCount) {
@@ -270,13 +267,11 @@ TEST_F(ArrayReaders, FiveNumbersWithoutStatedSizeWhateverTheCount) {
 
 TEST_F(ArrayReaders, BasisRowHasTheGivenSize) {
     EXPECT_EQ(Doubles("<X-BasisRow>1 2</X-BasisRow>", 2), std::vector<double>({1.0, 2.0}));
-    ExpectDoublesFailure("<x-BasisRow n='2'>1 2</x-BasisRow>", 3, 260241,
-                         "The value: '3' of attribute 'n' does not match the array size: '2'.");
+    ExpectDoublesFailure("<x-BasisRow n='2'>1 2</x-BasisRow>", 3, {ARRAY_SIZE_MISMATCH, "3", "n", "2"});
 }
 
 TEST_F(ArrayReaders, StatedSizeOfZeroNumbersIsChecked) {
-    ExpectDoublesFailure("<Array n='0'>1 2</Array>", 2, 260241,
-                         "The value: '0' of attribute 'n' does not match the array size: '2'.");
+    ExpectDoublesFailure("<Array n='0'>1 2</Array>", 2, {ARRAY_SIZE_MISMATCH, "0", "n", "2"});
 }
 
 TEST_F(ArrayReaders, EmptyStatedSizeOfNumbersIsNone) {
@@ -284,12 +279,11 @@ TEST_F(ArrayReaders, EmptyStatedSizeOfNumbersIsNone) {
 }
 
 TEST_F(ArrayReaders, SizeThatIsNoNumberComesBeforeTheContent) {
-    ExpectDoublesFailure("<Array n='two'/>", 2, 260151, "The value: 'two' is invalid of type: 'integer'.");
+    ExpectDoublesFailure("<Array n='two'/>", 2, {INVALID_VALUE_OF_TYPE, "two", "integer"});
 }
 
 TEST_F(ArrayReaders, SizeComesBeforeTheNumbers) {
-    ExpectDoublesFailure("<Array n='3'>1 x</Array>", 0, 260241,
-                         "The value: '3' of attribute 'n' does not match the array size: '2'.");
+    ExpectDoublesFailure("<Array n='3'>1 x</Array>", 0, {ARRAY_SIZE_MISMATCH, "3", "n", "2"});
 }
 
 TEST_F(ArrayReaders, CarriageReturnsSplitNumbersToo) {
@@ -297,7 +291,7 @@ TEST_F(ArrayReaders, CarriageReturnsSplitNumbersToo) {
 }
 
 TEST_F(ArrayReaders, QuotesAreNoQuotesAmongNumbers) {
-    ExpectDoublesFailure("<Array>\"1 2\"</Array>", 0, 260151, "The value: '\"1' is invalid of type: 'double'.");
+    ExpectDoublesFailure("<Array>\"1 2\"</Array>", 0, {INVALID_VALUE_OF_TYPE, "\"1", "double"});
 }
 
 // Looking over what is left of the text for each number would take minutes here.
@@ -312,30 +306,27 @@ TEST_F(ArrayReaders, ManyNumbers) {
 }
 
 TEST_F(ArrayReaders, NumbersOfNoElement) {
-    ExpectFailure([&] { translator.VerifyDoubleArray(nullptr, 1); }, 260114,
-                  "Missing node: 'Array, x-BasisRow,X-BasisRow'.");
-    ExpectFailure([&] { translator.VerifyIntArray(nullptr, 1); }, 260114,
-                  "Missing node: 'Array, x-BasisRow,X-BasisRow'.");
+    ExpectFailure([&] { translator.VerifyDoubleArray(nullptr, 1); }, {MISSING_NODE, "Array, x-BasisRow,X-BasisRow"});
+    ExpectFailure([&] { translator.VerifyIntArray(nullptr, 1); }, {MISSING_NODE, "Array, x-BasisRow,X-BasisRow"});
 }
 
 TEST_F(ArrayReaders, NumbersOfAnotherElement) {
-    ExpectDoublesFailure("<Matrix>1</Matrix>", 1, 260172, "The value: 'Matrix' is invalid, expect: 'Array'.");
-    ExpectDoublesFailure("<M\xC3\xA4trix n='x'/>", 1, 260172,
-                         "The value: 'M\xC3\xA4trix' is invalid, expect: 'Array'.");
+    ExpectDoublesFailure("<Matrix>1</Matrix>", 1, {UNEXPECTED_VALUE, "Matrix", "Array"});
+    ExpectDoublesFailure("<M\xC3\xA4trix n='x'/>", 1, {UNEXPECTED_VALUE, "M\xC3\xA4trix", "Array"});
 }
 
 TEST_F(ArrayReaders, NumbersWithoutContent) {
-    ExpectDoublesFailure("<Array/>", 1, 260283, "No child element in Node 'Array'.");
-    ExpectDoublesFailure("<x-BasisRow/>", 1, 260283, "No child element in Node 'Array'.");
+    ExpectDoublesFailure("<Array/>", 1, {NO_CHILD_ELEMENT, "Array"});
+    ExpectDoublesFailure("<x-BasisRow/>", 1, {NO_CHILD_ELEMENT, "Array"});
 }
 
 TEST_F(ArrayReaders, NumbersOfBlankContent) {
-    ExpectDoublesFailure("<Array>  </Array>", 1, 260284, "Empty 'Value' in 'Array'.");
-    ExpectDoublesFailure("<X-BasisRow><x>1</x></X-BasisRow>", 1, 260284, "Empty 'Value' in 'Array'.");
+    ExpectDoublesFailure("<Array>  </Array>", 1, {EMPTY_IN, "Value", "Array"});
+    ExpectDoublesFailure("<X-BasisRow><x>1</x></X-BasisRow>", 1, {EMPTY_IN, "Value", "Array"});
 }
 
 TEST_F(ArrayReaders, BadNumber) {
-    ExpectDoublesFailure("<Array>1 x</Array>", 1, 260151, "The value: 'x' is invalid of type: 'double'.");
+    ExpectDoublesFailure("<Array>1 x</Array>", 1, {INVALID_VALUE_OF_TYPE, "x", "double"});
 }
 
 TEST_F(ArrayReaders, Integers) {
@@ -345,23 +336,20 @@ TEST_F(ArrayReaders, Integers) {
 
 TEST_F(ArrayReaders, BadInteger) {
     const ParsedXml xml = ParseXml("<Array>1 2.5</Array>");
-    ExpectFailure([&] { translator.VerifyIntArray(xml.Root(), 0); }, 260151,
-                  "The value: '2.5' is invalid of type: 'integer'.");
+    ExpectFailure([&] { translator.VerifyIntArray(xml.Root(), 0); }, {INVALID_VALUE_OF_TYPE, "2.5", "integer"});
 }
 
 TEST_F(ArrayReaders, BasisRowOfIntegers) {
     const ParsedXml xml = ParseXml("<x-BasisRow n='9'>1 2</x-BasisRow>");
     EXPECT_EQ(translator.VerifyIntArray(xml.Root(), 2), std::vector<int>({1, 2}));
-    ExpectFailure([&] { translator.VerifyIntArray(xml.Root(), 1); }, 260241,
-                  "The value: '1' of attribute 'n' does not match the array size: '2'.");
+    ExpectFailure([&] { translator.VerifyIntArray(xml.Root(), 1); }, {ARRAY_SIZE_MISMATCH, "1", "n", "2"});
 }
 
 class KeptArrayReaders : public ArrayReaders {};
 
 // The other way round than for items.
 TEST_F(KeptArrayReaders, StatedSizeOfNumbersStandsFirstInTheMessage) {
-    ExpectDoublesFailure("<Array n='3'>1 2</Array>", 2, 260241,
-                         "The value: '3' of attribute 'n' does not match the array size: '2'.");
+    ExpectDoublesFailure("<Array n='3'>1 2</Array>", 2, {ARRAY_SIZE_MISMATCH, "3", "n", "2"});
 }
 
 // Only the first child counts, whatever it is.

@@ -1,4 +1,4 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/derived/derived_fields.h"
 
 #include <MCVeltrane_900/ScoreValueLabel.h>
@@ -12,6 +12,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 using Labels = std::vector<std::string>;
 
 TEST(DerivedFieldValues, AllValuesAreReadAtTheFirst) {
@@ -46,21 +47,21 @@ TEST(DerivedFieldValues, AnAbsentOrEmptyPropertyIsValid) {
 }
 
 TEST(DerivedFieldValues, AnyOtherPropertyIsRefused) {
-    ExpectReadFailure(TextField("<Value value='a' property='missing'/>"), 260153,
-                      "Invalid value: 'missing' of attribute 'property' in 'Value'.");
-    ExpectReadFailure(TextField("<Value value='a' property='invalid'/>"), 260153,
-                      "Invalid value: 'invalid' of attribute 'property' in 'Value'.");
-    ExpectReadFailure(TextField("<Value property='Valid'/>"), 260153,
-                      "Invalid value: 'Valid' of attribute 'property' in 'Value'.");
+    ExpectReadFailure(TextField("<Value value='a' property='missing'/>"),
+                      {INVALID_ATTRIBUTE_VALUE_IN, "missing", "property", "Value"});
+    ExpectReadFailure(TextField("<Value value='a' property='invalid'/>"),
+                      {INVALID_ATTRIBUTE_VALUE_IN, "invalid", "property", "Value"});
+    ExpectReadFailure(TextField("<Value property='Valid'/>"),
+                      {INVALID_ATTRIBUTE_VALUE_IN, "Valid", "property", "Value"});
 }
 
 TEST(DerivedFieldValues, AnAbsentValueIsRefused) {
-    ExpectReadFailure(TextField("<Value displayValue='a'/>"), 260120, "Missing the attribute 'value' of 'Value'.");
+    ExpectReadFailure(TextField("<Value displayValue='a'/>"), {MISSING_ATTRIBUTE_OF, "value", "Value"});
 }
 
 TEST(DerivedFieldValues, ANumericFieldNeedsNumbers) {
-    ExpectReadFailure(NumericField("<Value value='one'/>"), 260151, "The value: 'one' is invalid of type: 'double'.");
-    ExpectReadFailure(NumericField("<Value value=''/>"), 260151, "The value: '' is invalid of type: 'double'.");
+    ExpectReadFailure(NumericField("<Value value='one'/>"), {INVALID_VALUE_OF_TYPE, "one", "double"});
+    ExpectReadFailure(NumericField("<Value value=''/>"), {INVALID_VALUE_OF_TYPE, "", "double"});
 }
 
 TEST(DerivedFieldValues, ADateFieldTakesItsNumbers) {
@@ -69,14 +70,14 @@ TEST(DerivedFieldValues, ADateFieldTakesItsNumbers) {
     const ScoreValueLabel* label = fields.Var("z").GetValueLabels()->GetAllValueLabels().front();
     EXPECT_EQ(label->GetValue()->GetType(), ScoreValue::DATETIME_VALUE);
     EXPECT_EQ(label->GetValue()->GetDouble(), 2.0);
-    ExpectReadFailure(DerivedField("z", "optype='ordinal' dataType='date'", "<Value value='1970-01-03'/>"), 260151,
-                      "The value: '1970-01-03' is invalid of type: 'double'.");
+    ExpectReadFailure(DerivedField("z", "optype='ordinal' dataType='date'", "<Value value='1970-01-03'/>"),
+                      {INVALID_VALUE_OF_TYPE, "1970-01-03", "double"});
 }
 
 TEST(DerivedFieldValues, AValueThatIsMissingIsRefusedByItsLabel) {
     const std::string missing = "<Extension name='MissingValues'><Value value='b'/></Extension>";
-    ExpectReadFailure(TextField(missing + "<Value value='a'/><Value value='b' displayValue='the b'/>"), 260294,
-                      "The value: 'the b' in variable 'z' is defined as missing or both valid and invalid.");
+    ExpectReadFailure(TextField(missing + "<Value value='a'/><Value value='b' displayValue='the b'/>"),
+                      {VALUE_MISSING_OR_VALID_AND_INVALID, "the b", "z"});
 }
 
 TEST(DerivedFieldValues, AMissingValueDeclaredBehindTheListIsNotTested) {
@@ -92,9 +93,8 @@ TEST(DerivedFieldValues, ALabelRescuesANumberFromAMissingRange) {
 }
 
 TEST(DerivedFieldValues, TheMissingNumberIsRefused) {
-    ExpectReadFailure(NumericField("<Value value='-1.7976931348623157e+308'/>"), 260294,
-                      "The value: '-1.7976931348623157e+308' in variable 'z' is defined as missing or both valid and "
-                      "invalid.");
+    ExpectReadFailure(NumericField("<Value value='-1.7976931348623157e+308'/>"),
+                      {VALUE_MISSING_OR_VALID_AND_INVALID, "-1.7976931348623157e+308", "z"});
 }
 
 TEST(DerivedFieldValues, AListBehindBinsReplacesTheirLabels) {

@@ -1,4 +1,4 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/conditions/predicate_reading.h"
 
 #include <MCVeltrane_900/CompoundPredicate.h>
@@ -9,6 +9,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 const char* const kSimple = "<SimplePredicate field='x' operator='isMissing'/>";
 const char* const kSet =
@@ -105,22 +106,21 @@ TEST_F(CompoundPredicateReading, TheWayOfOrdinalNumbersGoesDown) {
 }
 
 TEST_F(CompoundPredicateReading, AnUnknownOperatorIsRefused) {
-    ExpectCompoundFault("<CompoundPredicate booleanOperator='nand'/>", 260153,
-                        "Invalid value: 'nand' of attribute 'booleanOperator' in 'CompoundPredicate'.");
-    ExpectCompoundFault("<CompoundPredicate booleanOperator=''/>", 260153,
-                        "Invalid value: '' of attribute 'booleanOperator' in 'CompoundPredicate'.");
-    ExpectCompoundFault("<CompoundPredicate/>", 260153,
-                        "Invalid value: '' of attribute 'booleanOperator' in 'CompoundPredicate'.");
+    ExpectCompoundFault("<CompoundPredicate booleanOperator='nand'/>",
+                        {INVALID_ATTRIBUTE_VALUE_IN, "nand", "booleanOperator", "CompoundPredicate"});
+    ExpectCompoundFault("<CompoundPredicate booleanOperator=''/>",
+                        {INVALID_ATTRIBUTE_VALUE_IN, "", "booleanOperator", "CompoundPredicate"});
+    ExpectCompoundFault("<CompoundPredicate/>",
+                        {INVALID_ATTRIBUTE_VALUE_IN, "", "booleanOperator", "CompoundPredicate"});
 }
 
 TEST_F(CompoundPredicateReading, AFaultOfAChildIsTheCompounds) {
     ExpectCompoundFault(Compound("and", std::string(kSimple) + kSet + Compound("or", kSimple + Compound("no", ""))),
-                        260153, "Invalid value: 'no' of attribute 'booleanOperator' in 'CompoundPredicate'.");
+                        {INVALID_ATTRIBUTE_VALUE_IN, "no", "booleanOperator", "CompoundPredicate"});
     ExpectCompoundFault(Compound("and", std::string(kSimple) + "<SimplePredicate field='z' operator='isMissing'/>"),
-                        260125,
-                        "Missing variable:'z' definition in the 'DataDictionary' and 'TransformationDictionary'.");
-    ExpectCompoundFault(Compound("and", std::string(kSimple) + "<SimpleSetPredicate field='z'/>"), 260125,
-                        "Missing variable:'z' definition in the 'DataDictionary' and 'TransformationDictionary'.");
+                        {MISSING_VARIABLE_IN_BOTH, "z", "DataDictionary", "TransformationDictionary"});
+    ExpectCompoundFault(Compound("and", std::string(kSimple) + "<SimpleSetPredicate field='z'/>"),
+                        {MISSING_VARIABLE_IN_BOTH, "z", "DataDictionary", "TransformationDictionary"});
 }
 
 TEST_F(KeptCompoundReading, ASetOfAContinuousFieldDisappears) {
@@ -156,21 +156,20 @@ TEST_F(CompoundPredicateReading, CompoundsNestToAThousand) {
 }
 
 TEST_F(CompoundPredicateReading, DeeperCompoundsAreRefused) {
-    ExpectCompoundFault(Nested(1001), 260221, "Error occurred in process 'CompoundPredicate'.");
-    ExpectCompoundFault(Nested(100000), 260221, "Error occurred in process 'CompoundPredicate'.");
+    ExpectCompoundFault(Nested(1001), {PROCESSING_FAILED, "CompoundPredicate"});
+    ExpectCompoundFault(Nested(100000), {PROCESSING_FAILED, "CompoundPredicate"});
     EXPECT_EQ(ShapeOf("and", kSimple), "simple");
 }
 
 TEST_F(CompoundPredicateReading, ANodeThatIsNoElementIsRefused) {
-    const auto missing = [](const std::string& tag) { return "Missing node: '" + tag + "'."; };
     xercesc::DOMNode* text = Element("<CompoundPredicate>text</CompoundPredicate>")->getFirstChild();
     for (xercesc::DOMNode* node : {static_cast<xercesc::DOMNode*>(nullptr), text}) {
-        ExpectFailure([&] { translator.ParseCompoundPredicate(node, dictionary.get(), nullptr, false); }, 260114,
-                      missing("CompoundPredicate"));
-        ExpectFailure([&] { translator.ParsePredicate(node, dictionary.get(), nullptr, false); }, 260114,
-                      missing("SimplePredicate"));
-        ExpectFailure([&] { translator.ParseSetPredicate(node, dictionary.get(), nullptr); }, 260114,
-                      missing("SimpleSetPredicate"));
+        ExpectFailure([&] { translator.ParseCompoundPredicate(node, dictionary.get(), nullptr, false); },
+                      {MISSING_NODE, "CompoundPredicate"});
+        ExpectFailure([&] { translator.ParsePredicate(node, dictionary.get(), nullptr, false); },
+                      {MISSING_NODE, "SimplePredicate"});
+        ExpectFailure([&] { translator.ParseSetPredicate(node, dictionary.get(), nullptr); },
+                      {MISSING_NODE, "SimpleSetPredicate"});
     }
 }
 

@@ -1,4 +1,5 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 #include "translators/conditions/predicate_reading.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
@@ -13,12 +14,13 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 class DiscretePredicateReading : public PredicateReading {};
 class KeptDiscreteReading : public PredicateReading {};
 
 struct OrdinalRow {
-    const char* label;
+    const char* name;
     const char* op;
     const char* texts;   ///< the categories of o for the value b
     const char* numbers; ///< those of i for the value 2
@@ -57,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, OrdinalOperator,
                                          OrdinalRow{"LessOrEqual", "lessOrEqual", "a,b", "1,2"},
                                          OrdinalRow{"Equal", "equal", "b", "2"},
                                          OrdinalRow{"NotEqual", "notEqual", "a,c", "1,3"}),
-                         [](const auto& row) { return row.param.label; });
+                         NameOfRow());
 
 TEST_F(DiscretePredicateReading, GreaterThanTheFirstOrdinalCategoryGivesTheOthers) {
     EXPECT_EQ(ValuesOf(ReadSimple("field='o' operator='greaterThan' value='a'")->GetSplit()), "b,c");
@@ -84,44 +86,40 @@ TEST_F(DiscretePredicateReading, TheEndsOfAnOrdinalFieldAreSpanned) {
 }
 
 TEST_F(DiscretePredicateReading, AnOrdinalValueOutsideTheCategoriesIsRefused) {
-    ExpectSimpleFault("field='o' operator='lessThan' value='d'", 260153,
-                      "Invalid value: 'd' of attribute 'value' in 'o'.");
-    ExpectSimpleFault("field='i' operator='equal' value='4'", 260153,
-                      "Invalid value: '4' of attribute 'value' in 'i'.");
+    ExpectSimpleFault("field='o' operator='lessThan' value='d'", {INVALID_ATTRIBUTE_VALUE_IN, "d", "value", "o"});
+    ExpectSimpleFault("field='i' operator='equal' value='4'", {INVALID_ATTRIBUTE_VALUE_IN, "4", "value", "i"});
 }
 
 TEST_F(DiscretePredicateReading, AnUnknownOperatorOfAnOrdinalFieldIsRefused) {
-    ExpectSimpleFault("field='o' operator='like' value='a'", 260153,
-                      "Invalid value: 'like' of attribute 'operator' in 'o'.");
+    ExpectSimpleFault("field='o' operator='like' value='a'", {INVALID_ATTRIBUTE_VALUE_IN, "like", "operator", "o"});
 }
 
 TEST_F(DiscretePredicateReading, AnOrdinalComparisonNeedsAValue) {
-    ExpectSimpleFault("field='o' operator='lessThan'", 260120, "Missing the attribute 'value' of 'SimplePredicate'.");
+    ExpectSimpleFault("field='o' operator='lessThan'", {MISSING_ATTRIBUTE_OF, "value", "SimplePredicate"});
 }
 
 TEST_F(DiscretePredicateReading, AnOrdinalFieldNeedsAListOfValues) {
-    ExpectSimpleFault("field='v' operator='equal' value='a'", 260126, "Required value list for variable: 'v'.");
-    ExpectSimpleFault("field='v' operator='equal' value=''", 260126, "Required value list for variable: 'v'.");
-    ExpectSimpleFault("field='j' operator='equal' value=''", 260126, "Required value list for variable: 'j'.");
+    ExpectSimpleFault("field='v' operator='equal' value='a'", {MISSING_VALUE_LIST, "v"});
+    ExpectSimpleFault("field='v' operator='equal' value=''", {MISSING_VALUE_LIST, "v"});
+    ExpectSimpleFault("field='j' operator='equal' value=''", {MISSING_VALUE_LIST, "j"});
 }
 
 TEST_F(DiscretePredicateReading, ACategoricalFieldNeedsAListOfValues) {
-    ExpectSimpleFault("field='t' operator='equal' value=''", 260126, "Required value list for variable: 't'.");
-    ExpectSimpleFault("field='t' operator='equal' value='a'", 260126, "Required value list for variable: 't'.");
-    ExpectSimpleFault("field='m' operator='equal' value='1'", 260126, "Required value list for variable: 'm'.");
+    ExpectSimpleFault("field='t' operator='equal' value=''", {MISSING_VALUE_LIST, "t"});
+    ExpectSimpleFault("field='t' operator='equal' value='a'", {MISSING_VALUE_LIST, "t"});
+    ExpectSimpleFault("field='m' operator='equal' value='1'", {MISSING_VALUE_LIST, "m"});
 }
 
 TEST_F(DiscretePredicateReading, ACategoricalValueOutsideTheListIsRefused) {
-    ExpectSimpleFault("field='s' operator='equal' value='d'", 260291, "No valid value in value list of variable: 's'.");
-    ExpectSimpleFault("field='s' operator='equal' value='?'", 260291, "No valid value in value list of variable: 's'.");
-    ExpectSimpleFault("field='n' operator='equal' value='4'", 260291, "No valid value in value list of variable: 'n'.");
-    ExpectSimpleFault("field='n' operator='equal' value='two'", 260291,
-                      "No valid value in value list of variable: 'n'.");
+    ExpectSimpleFault("field='s' operator='equal' value='d'", {NO_VALID_VALUE, "s"});
+    ExpectSimpleFault("field='s' operator='equal' value='?'", {NO_VALID_VALUE, "s"});
+    ExpectSimpleFault("field='n' operator='equal' value='4'", {NO_VALID_VALUE, "n"});
+    ExpectSimpleFault("field='n' operator='equal' value='two'", {NO_VALID_VALUE, "n"});
 }
 
 TEST_F(DiscretePredicateReading, ACategoricalComparisonNeedsAValue) {
-    ExpectSimpleFault("field='s' operator='equal'", 260119, "Missing the attribute 'value'.");
-    ExpectSimpleFault("field='s' operator='isMissing '", 260119, "Missing the attribute 'value'.");
+    ExpectSimpleFault("field='s' operator='equal'", {MISSING_ATTRIBUTE, "value"});
+    ExpectSimpleFault("field='s' operator='isMissing '", {MISSING_ATTRIBUTE, "value"});
 }
 
 TEST_F(DiscretePredicateReading, ACategoryComesIntoTheStoreThatTheFieldAnswersWith) {
@@ -174,16 +172,14 @@ TEST_F(DiscretePredicateReading, IsNotMissingHoldsEveryCategory) {
 }
 
 TEST_F(DiscretePredicateReading, IsMissingAndIsNotMissingTakeNoValue) {
-    ExpectSimpleFault("field='s' operator='isMissing' value='a'", 260212,
-                      "Conflict setting between the attribute 'value' and 'isMissing'.");
-    ExpectSimpleFault("field='o' operator='isNotMissing' value=''", 260212,
-                      "Conflict setting between the attribute 'value' and 'isNotMissing'.");
+    ExpectSimpleFault("field='s' operator='isMissing' value='a'", {CONFLICTING_ATTRIBUTES, "value", "isMissing"});
+    ExpectSimpleFault("field='o' operator='isNotMissing' value=''", {CONFLICTING_ATTRIBUTES, "value", "isNotMissing"});
 }
 
 TEST_F(DiscretePredicateReading, AnEmptyValueGoesWithEqualAlone) {
     for (const char* field : {"o", "i", "s", "n", "w", "h", "t"}) {
-        ExpectSimpleFault(std::string("value='' operator='lessThan' field='") + field + "'", 260171,
-                          "Invalid value of attribute 'operator', expect 'equal' for null string value.");
+        ExpectSimpleFault(std::string("value='' operator='lessThan' field='") + field + "'",
+                          {ATTRIBUTE_NEEDS_NULL_TEXT, "operator", "equal"});
     }
 }
 
@@ -257,8 +253,8 @@ TEST_F(DiscretePredicateReading, AnotherNodeGivesACategoricalFieldNone) {
     const std::unique_ptr<DiscreteSplit> split(
         translator.HandleNodeDiscreteSplit(nullptr, &Field("s"), op, isMissing, value));
     EXPECT_EQ(ValuesOf(split.get()), "");
-    ExpectFailure([&] { translator.HandleNodeDiscreteSplit(nullptr, &Field("v"), op, isMissing, value); }, 260126,
-                  "Required value list for variable: 'v'.");
+    ExpectFailure([&] { translator.HandleNodeDiscreteSplit(nullptr, &Field("v"), op, isMissing, value); },
+                  {MISSING_VALUE_LIST, "v"});
 }
 
 class CategoryLearning : public PredicateReading {
@@ -288,28 +284,25 @@ TEST_F(CategoryLearning, TheEncoderTakesTheOperandToo) {
 
 TEST_F(CategoryLearning, ANumberHasToBeOne) {
     MakeReady("m");
-    ExpectSimpleFault("field='m' operator='equal' value='two'", 260151,
-                      "The value: 'two' is invalid of type: 'double'.");
+    ExpectSimpleFault("field='m' operator='equal' value='two'", {INVALID_VALUE_OF_TYPE, "two", "double"});
     EXPECT_EQ(CategoriesOf(Field("m")), "");
 }
 
 TEST_F(CategoryLearning, TheEmptyTextIsNotLearned) {
     MakeReady("t");
     DiscreteSplit split(&Field("t"));
-    ExpectFailure([&] { translator.SetDiscreteSplitValue(&Field("t"), &split, u"", 0); }, 260291,
-                  "No valid value in value list of variable: 't'.");
+    ExpectFailure([&] { translator.SetDiscreteSplitValue(&Field("t"), &split, u"", 0); }, {NO_VALID_VALUE, "t"});
     EXPECT_EQ(CategoriesOf(Field("t")), "");
 }
 
 TEST_F(CategoryLearning, AListedFieldLearnsNothing) {
     DiscreteSplit split(&Field("s"));
-    ExpectFailure([&] { translator.SetDiscreteSplitValue(&Field("s"), &split, u"d", 0); }, 260291,
-                  "No valid value in value list of variable: 's'.");
+    ExpectFailure([&] { translator.SetDiscreteSplitValue(&Field("s"), &split, u"d", 0); }, {NO_VALID_VALUE, "s"});
     EXPECT_EQ(CategoriesOf(Field("s")), "a,b,c");
 }
 
 TEST_F(KeptCategoryLearning, ALoneSimplePredicateFindsNoListToAddTo) {
-    ExpectSimpleFault("field='t' operator='equal' value='a'", 260126, "Required value list for variable: 't'.");
+    ExpectSimpleFault("field='t' operator='equal' value='a'", {MISSING_VALUE_LIST, "t"});
     ReadSet("field='t' booleanOperator='isIn'", "<Array n='1' type='string'>b</Array>");
     EXPECT_EQ(ValuesOf(ReadSimple("field='t' operator='equal' value='a'")->GetSplit()), "a");
     EXPECT_EQ(CategoriesOf(Field("t")), "b,a");
@@ -320,8 +313,8 @@ TEST_F(DiscretePredicateReading, SetDiscreteSplitValueTakesAnyIndex) {
     translator.SetDiscreteSplitValue(&Field("s"), &split, u"a", 4);
     const StringValue value("a");
     EXPECT_EQ(split.GetSplitChildIndex(&value), 4);
-    ExpectFailure([&] { translator.SetDiscreteSplitValue(&Field("s"), &split, nullptr, 0); }, 260119,
-                  "Missing the attribute 'value'.");
+    ExpectFailure([&] { translator.SetDiscreteSplitValue(&Field("s"), &split, nullptr, 0); },
+                  {MISSING_ATTRIBUTE, "value"});
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "translators/conditions/predicate_reading.h"
 
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/CompoundPredicate.h>
 #include <MCVeltrane_900/ScoreValue.h>
@@ -77,20 +77,20 @@ PredicateReading::Any PredicateReading::ReadCompound(const std::string& booleanO
     return Any(translator.ParseCompoundPredicate(Element(element), dictionary.get(), nullptr, ordinalAsScale));
 }
 
-void PredicateReading::ExpectSimpleFault(const std::string& attributes, int id, const std::string& text,
-                                         const char* file, int line) {
-    ExpectFailure([&] { ReadSimple(attributes); }, id, text, file, line);
+void PredicateReading::ExpectSimpleFault(const std::string& attributes, const Failure& failure, const char* file,
+                                         int line) {
+    ExpectFailure([&] { ReadSimple(attributes); }, failure, file, line);
 }
 
-void PredicateReading::ExpectSetFault(const std::string& attributes, const std::string& content, int id,
-                                      const std::string& text, const char* file, int line) {
-    ExpectFailure([&] { ReadSet(attributes, content); }, id, text, file, line);
+void PredicateReading::ExpectSetFault(const std::string& attributes, const std::string& content, const Failure& failure,
+                                      const char* file, int line) {
+    ExpectFailure([&] { ReadSet(attributes, content); }, failure, file, line);
 }
 
-void PredicateReading::ExpectCompoundFault(const std::string& element, int id, const std::string& text,
-                                           const char* file, int line) {
+void PredicateReading::ExpectCompoundFault(const std::string& element, const Failure& failure, const char* file,
+                                           int line) {
     ExpectFailure([&] { Any(translator.ParseCompoundPredicate(Element(element), dictionary.get(), nullptr, false)); },
-                  id, text, file, line);
+                  failure, file, line);
 }
 
 std::string ValuesOf(const ScoreSplitVar* split) {

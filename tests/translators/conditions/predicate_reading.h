@@ -2,6 +2,7 @@
 #define VELTRANE_TESTS_TRANSLATORS_PREDICATE_READING_H
 
 #include "support/dom.h"
+#include "support/faults/failure.h"
 #include "translators/frame/test_translator.h"
 
 #include <MCVeltrane_900/DiscreteSplit.h>
@@ -55,12 +56,12 @@ protected:
     Any ReadCompound(const std::string& booleanOperator, const std::string& content, bool ordinalAsScale = false);
 
     /// Expect that reading fails with this id and text.
-    void ExpectSimpleFault(const std::string& attributes, int id, const std::string& text,
-                           const char* file = __builtin_FILE(), int line = __builtin_LINE());
-    void ExpectSetFault(const std::string& attributes, const std::string& content, int id, const std::string& text,
+    void ExpectSimpleFault(const std::string& attributes, const Failure& failure, const char* file = __builtin_FILE(),
+                           int line = __builtin_LINE());
+    void ExpectSetFault(const std::string& attributes, const std::string& content, const Failure& failure,
                         const char* file = __builtin_FILE(), int line = __builtin_LINE());
-    void ExpectCompoundFault(const std::string& element, int id, const std::string& text,
-                             const char* file = __builtin_FILE(), int line = __builtin_LINE());
+    void ExpectCompoundFault(const std::string& element, const Failure& failure, const char* file = __builtin_FILE(),
+                             int line = __builtin_LINE());
 
     MCVeltrane_900::ScoreDictVar& Field(const std::string& name) { return *dictionary->GetVar(name); }
 

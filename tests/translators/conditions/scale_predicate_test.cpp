@@ -1,4 +1,5 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 #include "translators/conditions/predicate_reading.h"
 
 #include <MCVeltrane_900/BaseDictionary.h>
@@ -12,6 +13,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kMissing = -std::numeric_limits<double>::max();
@@ -20,7 +22,7 @@ class ScalePredicateReading : public PredicateReading {};
 class KeptScaleReading : public PredicateReading {};
 
 struct RangeRow {
-    const char* label;
+    const char* name;
     const char* attributes;
     const char* range;
     SimplePredicate::SimplePredOperator op;
@@ -46,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(
         RangeRow{"Equal", "operator='equal' value='3'", "[3,3]", SimplePredicate::OP_EQUAL},
         RangeRow{"NotEqual", "operator='notEqual' value='3'", "(-inf,3)", SimplePredicate::OP_NOT_EQUAL},
         RangeRow{"IsNotMissing", "operator='isNotMissing'", "(-inf,inf)", SimplePredicate::OP_IS_NOT_MISSING}),
-    [](const auto& row) { return row.param.label; });
+    NameOfRow());
 
 TEST_F(ScalePredicateReading, NotEqualIsTwoOpenRanges) {
     const Simple predicate = ReadSimple("field='x' operator='notEqual' value='3'");
@@ -89,32 +91,27 @@ TEST_F(ScalePredicateReading, EqualWithAnEmptyValueIsATestForMissing) {
 }
 
 TEST_F(ScalePredicateReading, IsMissingAndIsNotMissingTakeNoValue) {
-    ExpectSimpleFault("field='x' operator='isMissing' value='1'", 260212,
-                      "Conflict setting between the attribute 'value' and 'isMissing'.");
-    ExpectSimpleFault("field='x' operator='isNotMissing' value='1'", 260212,
-                      "Conflict setting between the attribute 'value' and 'isNotMissing'.");
-    ExpectSimpleFault("field='x' operator='isMissing' value=''", 260212,
-                      "Conflict setting between the attribute 'value' and 'isMissing'.");
+    ExpectSimpleFault("field='x' operator='isMissing' value='1'", {CONFLICTING_ATTRIBUTES, "value", "isMissing"});
+    ExpectSimpleFault("field='x' operator='isNotMissing' value='1'", {CONFLICTING_ATTRIBUTES, "value", "isNotMissing"});
+    ExpectSimpleFault("field='x' operator='isMissing' value=''", {CONFLICTING_ATTRIBUTES, "value", "isMissing"});
 }
 
 TEST_F(ScalePredicateReading, AnEmptyValueGoesWithEqualAlone) {
     for (const char* op : {"lessThan", "lessOrEqual", "greaterThan", "greaterOrEqual", "notEqual", "like", ""}) {
-        ExpectSimpleFault(std::string("field='x' value='' operator='") + op + "'", 260171,
-                          "Invalid value of attribute 'operator', expect 'equal' for null string value.");
+        ExpectSimpleFault(std::string("field='x' value='' operator='") + op + "'",
+                          {ATTRIBUTE_NEEDS_NULL_TEXT, "operator", "equal"});
     }
 }
 
 TEST_F(ScalePredicateReading, AnUnknownOperatorIsRefusedBehindTheNumber) {
-    ExpectSimpleFault("field='x' operator='like' value='1'", 260303,
-                      "Unsupported value 'like' of attribute 'operator'.");
-    ExpectSimpleFault("field='x' operator='like' value='one'", 260151,
-                      "The value: 'one' is invalid of type: 'double'.");
+    ExpectSimpleFault("field='x' operator='like' value='1'", {UNSUPPORTED_VALUE, "like", "operator"});
+    ExpectSimpleFault("field='x' operator='like' value='one'", {INVALID_VALUE_OF_TYPE, "one", "double"});
 }
 
 TEST_F(ScalePredicateReading, AComparisonNeedsAValue) {
     for (const char* op :
          {"lessThan", "lessOrEqual", "greaterThan", "greaterOrEqual", "equal", "notEqual", "like", ""}) {
-        ExpectSimpleFault(std::string("field='x' operator='") + op + "'", 260119, "Missing the attribute 'value'.");
+        ExpectSimpleFault(std::string("field='x' operator='") + op + "'", {MISSING_ATTRIBUTE, "value"});
     }
 }
 
@@ -192,7 +189,7 @@ TEST_F(KeptScaleReading, NotEqualAnOverflowedNumberHoldsForNothing) {
 }
 
 struct BoundsRow {
-    const char* label;
+    const char* name;
     const char16_t* op;
     double low;
     double high;
@@ -217,18 +214,18 @@ INSTANTIATE_TEST_SUITE_P(Rows, ScaleBounds,
                                          BoundsRow{"LessOrEqual", u"lessOrEqual", -kInfinity, 2.5, true},
                                          BoundsRow{"Equal", u"equal", 2.5, 2.5, true},
                                          BoundsRow{"NotEqual", u"notEqual", 2.5, 2.5, false}),
-                         [](const auto& row) { return row.param.label; });
+                         NameOfRow());
 
 TEST_F(ScalePredicateReading, BoundsNeedAnOperatorOfTheSix) {
     double low = 0.0;
     double high = 0.0;
     bool included = false;
-    ExpectFailure([&] { translator.GetScaleSplitValue(u"1", u"isMissing", low, high, included); }, 260303,
-                  "Unsupported value 'isMissing' of attribute 'operator'.");
-    ExpectFailure([&] { translator.GetScaleSplitValue(u"1", nullptr, low, high, included); }, 260303,
-                  "Unsupported value '' of attribute 'operator'.");
-    ExpectFailure([&] { translator.GetScaleSplitValue(nullptr, u"equal", low, high, included); }, 260119,
-                  "Missing the attribute 'value'.");
+    ExpectFailure([&] { translator.GetScaleSplitValue(u"1", u"isMissing", low, high, included); },
+                  {UNSUPPORTED_VALUE, "isMissing", "operator"});
+    ExpectFailure([&] { translator.GetScaleSplitValue(u"1", nullptr, low, high, included); },
+                  {UNSUPPORTED_VALUE, "", "operator"});
+    ExpectFailure([&] { translator.GetScaleSplitValue(nullptr, u"equal", low, high, included); },
+                  {MISSING_ATTRIBUTE, "value"});
 }
 
 TEST_F(ScalePredicateReading, TheFirstDictionaryIsAskedFirst) {

@@ -1,4 +1,5 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 #include "translators/conditions/predicate_reading.h"
 
 #include <MCVeltrane_900/NumericValue.h>
@@ -11,6 +12,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 using Numbers = std::vector<double>;
 using Strings = std::vector<std::string>;
@@ -20,7 +22,7 @@ std::string Array(const std::string& text, const std::string& attributes = "") {
 }
 
 struct ArrayRow {
-    const char* label;
+    const char* name;
     const char* field;
     const char* op;
     const char* type;
@@ -68,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ArrayRow{"UntypedNumber", "n", "isIn", "", "2", false, "2", "", {2}},
                     ArrayRow{"QuotedTexts", "s", "isIn", "string", "\"a\" \"b\"", false, "a,b", "", {}},
                     ArrayRow{"AllOut", "s", "isNotIn", "string", "a b c", false, "", "", {}}),
-    [](const auto& row) { return row.param.label; });
+    NameOfRow());
 
 class SetPredicateReading : public PredicateReading {};
 class KeptSetReading : public PredicateReading {};
@@ -79,60 +81,55 @@ TEST_F(SetPredicateReading, AContinuousFieldGivesNoPredicate) {
 }
 
 TEST_F(SetPredicateReading, AnElementOutsideTheCategoriesIsRefused) {
-    ExpectSetFault("field='s' booleanOperator='isIn'", Array("a d", "type='string'"), 260152,
-                   "Invalid value 'd' of attribute 'value'.");
-    ExpectSetFault("field='n' booleanOperator='isIn'", Array("1 4", "type='int'"), 260152,
-                   "Invalid value '4' of attribute 'value'.");
-    ExpectSetFault("field='s' booleanOperator='isNotIn'", Array("a d", "type='string'"), 260158,
-                   "Invalid value 'd' is not in the value range of variable: 's'.");
-    ExpectSetFault("field='n' booleanOperator='isNotIn'", Array("4", "type='int'"), 260158,
-                   "Invalid value '4' is not in the value range of variable: 'n'.");
+    ExpectSetFault("field='s' booleanOperator='isIn'", Array("a d", "type='string'"),
+                   {INVALID_ATTRIBUTE_VALUE, "d", "value"});
+    ExpectSetFault("field='n' booleanOperator='isIn'", Array("1 4", "type='int'"),
+                   {INVALID_ATTRIBUTE_VALUE, "4", "value"});
+    ExpectSetFault("field='s' booleanOperator='isNotIn'", Array("a d", "type='string'"),
+                   {VALUE_NOT_IN_RANGE, "d", "s"});
+    ExpectSetFault("field='n' booleanOperator='isNotIn'", Array("4", "type='int'"), {VALUE_NOT_IN_RANGE, "4", "n"});
 }
 
 TEST_F(SetPredicateReading, AMissingValueIsNoElement) {
-    ExpectSetFault("field='s' booleanOperator='isIn'", Array("?", "type='string'"), 260152,
-                   "Invalid value '?' of attribute 'value'.");
+    ExpectSetFault("field='s' booleanOperator='isIn'", Array("?", "type='string'"),
+                   {INVALID_ATTRIBUTE_VALUE, "?", "value"});
 }
 
 TEST_F(SetPredicateReading, TheOperatorIsOneOfTwo) {
-    ExpectSetFault("field='s' booleanOperator='isin'", Array("a", "type='string'"), 260153,
-                   "Invalid value: 'isin' of attribute 'operator' in 's'.");
-    ExpectSetFault("field='n' booleanOperator=''", Array("1", "type='int'"), 260153,
-                   "Invalid value: '' of attribute 'operator' in 'n'.");
+    ExpectSetFault("field='s' booleanOperator='isin'", Array("a", "type='string'"),
+                   {INVALID_ATTRIBUTE_VALUE_IN, "isin", "operator", "s"});
+    ExpectSetFault("field='n' booleanOperator=''", Array("1", "type='int'"),
+                   {INVALID_ATTRIBUTE_VALUE_IN, "", "operator", "n"});
 }
 
 TEST_F(SetPredicateReading, TheTypeOfTheArrayIsCheckedAheadOfTheOperatorOfNumbers) {
-    ExpectSetFault("field='n' booleanOperator='isin'", Array("1", "type='object'"), 260222,
-                   "Error occurred in process the value 'object' of attribute 'type'.");
-    ExpectSetFault("field='s' booleanOperator='isIn'", Array("a", "type='object'"), 260222,
-                   "Error occurred in process the value 'object' of attribute 'type'.");
+    ExpectSetFault("field='n' booleanOperator='isin'", Array("1", "type='object'"),
+                   {PROCESSING_ATTRIBUTE_FAILED, "object", "type"});
+    ExpectSetFault("field='s' booleanOperator='isIn'", Array("a", "type='object'"),
+                   {PROCESSING_ATTRIBUTE_FAILED, "object", "type"});
 }
 
 TEST_F(SetPredicateReading, ADateFieldNeedsATypedArray) {
-    ExpectSetFault("field='k' booleanOperator='isIn'", Array("1"), 260222,
-                   "Error occurred in process the value '' of attribute 'type'.");
-    ExpectSetFault("field='q' booleanOperator='isIn'", Array("1"), 260222,
-                   "Error occurred in process the value '' of attribute 'type'.");
+    ExpectSetFault("field='k' booleanOperator='isIn'", Array("1"), {PROCESSING_ATTRIBUTE_FAILED, "", "type"});
+    ExpectSetFault("field='q' booleanOperator='isIn'", Array("1"), {PROCESSING_ATTRIBUTE_FAILED, "", "type"});
 }
 
 TEST_F(SetPredicateReading, TheArrayIsReadAheadOfTheOperator) {
-    ExpectSetFault("field='s' booleanOperator='isin'", "", 260115,
-                   "Missing node of 'Array' element  in 'SimpleSetPredicate'.");
-    ExpectSetFault("field='s' booleanOperator='isIn'", Array(""), 260115,
-                   "Missing node of 'Array' element  in 'SimpleSetPredicate'.");
-    ExpectSetFault("field='s' booleanOperator='isIn'", Array("  "), 260284, "Empty 'Value' in 'Array'.");
-    ExpectSetFault("field='s' booleanOperator='isIn'", Array("a b", "n='3' type='string'"), 260241,
-                   "The value: '2' of attribute 'n' does not match the array size: '3'.");
-    ExpectSetFault("field='s' booleanOperator='isIn'", Array("a \"b", "type='string'"), 260156,
-                   "Invalid content: 'a \"b' of element 'Array'.");
-    ExpectSetFault("field='n' booleanOperator='isIn'", Array("one", "type='real'"), 260151,
-                   "The value: 'one' is invalid of type: 'double'.");
-    ExpectSetFault("field='n' booleanOperator='isIn'", Array("1.5", "type='int'"), 260151,
-                   "The value: '1.5' is invalid of type: 'integer'.");
+    ExpectSetFault("field='s' booleanOperator='isin'", "", {MISSING_NODE_IN, "Array", "SimpleSetPredicate"});
+    ExpectSetFault("field='s' booleanOperator='isIn'", Array(""), {MISSING_NODE_IN, "Array", "SimpleSetPredicate"});
+    ExpectSetFault("field='s' booleanOperator='isIn'", Array("  "), {EMPTY_IN, "Value", "Array"});
+    ExpectSetFault("field='s' booleanOperator='isIn'", Array("a b", "n='3' type='string'"),
+                   {ARRAY_SIZE_MISMATCH, "2", "n", "3"});
+    ExpectSetFault("field='s' booleanOperator='isIn'", Array("a \"b", "type='string'"),
+                   {INVALID_CONTENT, "a \"b", "Array"});
+    ExpectSetFault("field='n' booleanOperator='isIn'", Array("one", "type='real'"),
+                   {INVALID_VALUE_OF_TYPE, "one", "double"});
+    ExpectSetFault("field='n' booleanOperator='isIn'", Array("1.5", "type='int'"),
+                   {INVALID_VALUE_OF_TYPE, "1.5", "integer"});
 }
 
 TEST_F(SetPredicateReading, AProcessingInstructionIsNoArray) {
-    ExpectSetFault("field='s' booleanOperator='isIn'", "<?Array a?>", 260114, "Missing node: 'Array'.");
+    ExpectSetFault("field='s' booleanOperator='isIn'", "<?Array a?>", {MISSING_NODE, "Array"});
 }
 
 TEST_F(SetPredicateReading, AnotherNodeHasNoElements) {
@@ -146,8 +143,8 @@ TEST_F(SetPredicateReading, AnotherNodeHasNoElements) {
     const std::unique_ptr<DiscreteSplit> none(translator.HandleArrayDiscreteSplit(nullptr, &Field("s"), op, array));
     EXPECT_EQ(ValuesOf(none.get()), "");
     op = "equal";
-    ExpectFailure([&] { translator.HandleArrayDiscreteSplit(nullptr, &Field("s"), op, array); }, 260153,
-                  "Invalid value: 'equal' of attribute 'operator' in 's'.");
+    ExpectFailure([&] { translator.HandleArrayDiscreteSplit(nullptr, &Field("s"), op, array); },
+                  {INVALID_ATTRIBUTE_VALUE_IN, "equal", "operator", "s"});
 }
 
 TEST_F(SetPredicateReading, NumbersAreAppendedToTheCallersList) {
@@ -176,14 +173,12 @@ TEST_F(SetPredicateReading, AnEmptyTextIsInTheSetWithoutBeingLearned) {
 }
 
 TEST_F(SetPredicateReading, AnUntypedArrayOfAFieldWithoutValuesBeginsWithANumber) {
-    ExpectSetFault("field='m' booleanOperator='isIn'", Array("one 2"), 260151,
-                   "The value: 'one' is invalid of type: 'double'.");
+    ExpectSetFault("field='m' booleanOperator='isIn'", Array("one 2"), {INVALID_VALUE_OF_TYPE, "one", "double"});
     EXPECT_EQ(CategoriesOf(Field("m")), "");
 }
 
 TEST_F(SetPredicateReading, ANotInOfAFieldWithoutValuesIsRefused) {
-    ExpectSetFault("field='t' booleanOperator='isNotIn'", Array("a", "type='string'"), 260126,
-                   "Required value list for variable: 't'.");
+    ExpectSetFault("field='t' booleanOperator='isNotIn'", Array("a", "type='string'"), {MISSING_VALUE_LIST, "t"});
 }
 
 TEST_F(KeptSetReading, OnlyTheFirstElementOfAnUntypedArrayIsCheckedToBeANumber) {
@@ -233,21 +228,16 @@ TEST_F(CategoryRemoval, ANumberMayBeWrittenInAnotherWay) {
 }
 
 TEST_F(CategoryRemoval, EveryElementHasToBeACategory) {
-    ExpectFailure(
-        [&] {
-            Rest("o", {"a", "d"});
-        },
-        260158, "Invalid value 'd' is not in the value range of variable: 'o'.");
-    ExpectFailure([&] { Rest("o", {""}); }, 260158, "Invalid value '' is not in the value range of variable: 'o'.");
-    ExpectFailure([&] { Rest("i", {"two"}); }, 260158,
-                  "Invalid value 'two' is not in the value range of variable: 'i'.");
+    ExpectFailure([&] { Rest("o", {"a", "d"}); }, {VALUE_NOT_IN_RANGE, "d", "o"});
+    ExpectFailure([&] { Rest("o", {""}); }, {VALUE_NOT_IN_RANGE, "", "o"});
+    ExpectFailure([&] { Rest("i", {"two"}); }, {VALUE_NOT_IN_RANGE, "two", "i"});
 }
 
 TEST_F(CategoryRemoval, AListOfValuesIsRequired) {
-    ExpectFailure([&] { Rest("v", {"a"}); }, 260126, "Required value list for variable: 'v'.");
-    ExpectFailure([&] { Rest("v", {}); }, 260126, "Required value list for variable: 'v'.");
+    ExpectFailure([&] { Rest("v", {"a"}); }, {MISSING_VALUE_LIST, "v"});
+    ExpectFailure([&] { Rest("v", {}); }, {MISSING_VALUE_LIST, "v"});
     Field("v").SetValueLabels(new ValueLabelSet);
-    ExpectFailure([&] { Rest("v", {"a"}); }, 260126, "Required value list for variable: 'v'.");
+    ExpectFailure([&] { Rest("v", {"a"}); }, {MISSING_VALUE_LIST, "v"});
 }
 
 TEST_F(KeptCategoryRemoval, AnEmptyCategoryGoesToTheEnd) {

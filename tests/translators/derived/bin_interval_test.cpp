@@ -1,4 +1,4 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/derived/derived_fields.h"
 
 #include <MCVeltrane_900/ScoreValueRange.h>
@@ -13,6 +13,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
@@ -43,14 +44,13 @@ INSTANTIATE_TEST_SUITE_P(Words, BinIntervalClosure,
                          [](const auto& row) { return row.param.closure; });
 
 TEST(BinInterval, AnAbsentClosureIsRefused) {
-    ExpectFailure([] { ReadInterval("leftMargin='x'"); }, 260120, "Missing the attribute 'closure' of 'Interval'.");
+    ExpectFailure([] { ReadInterval("leftMargin='x'"); }, {MISSING_ATTRIBUTE_OF, "closure", "Interval"});
 }
 
 TEST(BinInterval, AnUnknownClosureIsRefused) {
-    ExpectFailure([] { ReadInterval("closure='closed' leftMargin='x'"); }, 260153,
-                  "Invalid value: 'closed' of attribute 'closure' in 'Interval'.");
-    ExpectFailure([] { ReadInterval("closure=''"); }, 260153,
-                  "Invalid value: '' of attribute 'closure' in 'Interval'.");
+    ExpectFailure([] { ReadInterval("closure='closed' leftMargin='x'"); },
+                  {INVALID_ATTRIBUTE_VALUE_IN, "closed", "closure", "Interval"});
+    ExpectFailure([] { ReadInterval("closure=''"); }, {INVALID_ATTRIBUTE_VALUE_IN, "", "closure", "Interval"});
 }
 
 TEST(BinInterval, AnAbsentMarginIsInfinite) {
@@ -63,19 +63,18 @@ TEST(BinInterval, AnAbsentMarginIsInfinite) {
 }
 
 TEST(BinInterval, AMarginMustBeANumber) {
-    ExpectFailure([] { ReadInterval("closure='openOpen' leftMargin='l' rightMargin='r'"); }, 260151,
-                  "The value: 'l' is invalid of type: 'double'.");
-    ExpectFailure([] { ReadInterval("closure='openOpen' rightMargin='r'", 2); }, 260151,
-                  "The value: 'r' is invalid of type: 'double'.");
+    ExpectFailure([] { ReadInterval("closure='openOpen' leftMargin='l' rightMargin='r'"); },
+                  {INVALID_VALUE_OF_TYPE, "l", "double"});
+    ExpectFailure([] { ReadInterval("closure='openOpen' rightMargin='r'", 2); },
+                  {INVALID_VALUE_OF_TYPE, "r", "double"});
 }
 
 TEST(KeptBinInterval, TheFirstTwoBinsMayBeUnbounded) {
     EXPECT_EQ(ReadInterval("closure='openOpen'", 0)->GetMin()->GetDouble(), -kInfinity);
     EXPECT_EQ(ReadInterval("closure='openOpen'", 1)->GetMax()->GetDouble(), kInfinity);
-    ExpectFailure([] { ReadInterval("closure='openOpen'", 2); }, 260175,
-                  "Require one of 'rightMargin' or 'leftMargin'.");
-    ExpectFailure([] { ReadInterval("closure='openOpen' leftMargin='' rightMargin=''", 3); }, 260175,
-                  "Require one of 'rightMargin' or 'leftMargin'.");
+    ExpectFailure([] { ReadInterval("closure='openOpen'", 2); }, {REQUIRES_ONE_OF, "rightMargin", "leftMargin"});
+    ExpectFailure([] { ReadInterval("closure='openOpen' leftMargin='' rightMargin=''", 3); },
+                  {REQUIRES_ONE_OF, "rightMargin", "leftMargin"});
 }
 
 } // namespace

@@ -1,4 +1,5 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 #include "translators/derived/derived_fields.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
@@ -12,6 +13,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 std::string Constant(const std::string& dataType, const std::string& content) {
     return "<Constant" + (dataType.empty() ? "" : " dataType='" + dataType + "'") + ">" + content + "</Constant>";
@@ -24,12 +26,11 @@ TEST(ConstantField, ATextKeepsTheText) {
 }
 
 TEST(ConstantField, AnIntegerThatIsNoNumberFails) {
-    ExpectReadFailure(NumericField(Constant("integer", "abc")), 260151,
-                      "The value: 'abc' is invalid of type: 'double'.");
+    ExpectReadFailure(NumericField(Constant("integer", "abc")), {INVALID_VALUE_OF_TYPE, "abc", "double"});
 }
 
 TEST(ConstantField, ATextWithoutDataTypeFails) {
-    ExpectReadFailure(TextField(Constant("", "abc")), 260151, "The value: 'abc' is invalid of type: 'double'.");
+    ExpectReadFailure(TextField(Constant("", "abc")), {INVALID_VALUE_OF_TYPE, "abc", "double"});
 }
 
 TEST(ConstantField, ANumberKeepsItsText) {
@@ -45,7 +46,7 @@ TEST(ConstantField, ADateTimeBecomesInternalSeconds) {
 }
 
 TEST(ConstantField, AnEmptyOneIsRefused) {
-    ExpectReadFailure(TextField("<Constant dataType='string'/>"), 260114, "Missing node: 'Constant'.");
+    ExpectReadFailure(TextField("<Constant dataType='string'/>"), {MISSING_NODE, "Constant"});
 }
 
 /// Calls the readers of one Constant element directly.
@@ -106,8 +107,7 @@ TEST_F(ConstantReading, ADateTimeDoesNotDependOnTheLocale) {
 }
 
 TEST_F(ConstantReading, ADateTimeMustBeANumber) {
-    ExpectFailure([this] { Text("date", "1970-01-01"); }, 260151,
-                  "The value: '1970-01-01' is invalid of type: 'double'.");
+    ExpectFailure([this] { Text("date", "1970-01-01"); }, {INVALID_VALUE_OF_TYPE, "1970-01-01", "double"});
 }
 
 TEST_F(ConstantReading, ADateTimeThatIsMissingIsUndefined) {
@@ -129,7 +129,7 @@ TEST_F(ConstantReading, TheFirstChildNodeIsTheContent) {
 }
 
 TEST_F(ConstantReading, AnElementAsFirstChildIsNoNumber) {
-    ExpectFailure([this] { Text("", "<Child/>1"); }, 260151, "The value: '' is invalid of type: 'double'.");
+    ExpectFailure([this] { Text("", "<Child/>1"); }, {INVALID_VALUE_OF_TYPE, "", "double"});
 }
 
 TEST_F(ConstantReading, AValueOfEachKind) {
@@ -140,7 +140,7 @@ TEST_F(ConstantReading, AValueOfEachKind) {
 }
 
 struct DateTimeRow {
-    const char* label;
+    const char* name;
     const char* dataType;
     const char* content;
     double seconds;
@@ -169,14 +169,14 @@ INSTANTIATE_TEST_SUITE_P(
                                 DateTimeValue::VAL_DATETIME},
                     DateTimeRow{"TheMissingNumber", "date", "-1.7976931348623157e+308", -1.7976931348623157e+308,
                                 DateTimeValue::VAL_DATE}),
-    [](const auto& row) { return row.param.label; });
+    NameOfRow());
 
 TEST_F(ConstantReading, AValueWithoutContentIsRefused) {
-    ExpectFailure([this] { Value("", ""); }, 260114, "Missing node: 'Constant'.");
+    ExpectFailure([this] { Value("", ""); }, {MISSING_NODE, "Constant"});
 }
 
 TEST_F(ConstantReading, AValueThatIsNoNumberIsRefused) {
-    ExpectFailure([this] { Value("double", "x"); }, 260151, "The value: 'x' is invalid of type: 'double'.");
+    ExpectFailure([this] { Value("double", "x"); }, {INVALID_VALUE_OF_TYPE, "x", "double"});
 }
 
 TEST_F(ConstantReading, ByDefaultAText) {
@@ -185,9 +185,9 @@ TEST_F(ConstantReading, ByDefaultAText) {
 }
 
 TEST_F(ConstantReading, ByDefaultATextOnly) {
-    ExpectFailure([this] { DefaultText("double", ""); }, 260153,
-                  "Invalid value: 'double' of attribute 'dataType' in 'Constant'.");
-    ExpectFailure([this] { DefaultText("", ""); }, 260114, "Missing node: 'Constant'.");
+    ExpectFailure([this] { DefaultText("double", ""); },
+                  {INVALID_ATTRIBUTE_VALUE_IN, "double", "dataType", "Constant"});
+    ExpectFailure([this] { DefaultText("", ""); }, {MISSING_NODE, "Constant"});
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/derived/derived_fields.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +9,8 @@
 
 namespace veltrane::tests {
 namespace {
+
+using enum MCVeltrane_900::Message;
 
 std::string Numeric(const std::string& name, const std::string& content) {
     return DerivedField(name, "optype='continuous' dataType='double'", content);
@@ -83,35 +85,32 @@ TEST(DerivationLimits, MapsOverALagAreScoredAsLongAsTheyCanBe) {
     // A map asks twice for what it maps, so the 16th takes 131,071 evaluations, and a 17th would take it twice.
     DerivedFields fields(Lag("before", "x") + Maps(16, 1, "before"));
     EXPECT_EQ(ScoreLast(fields, 16, "5"), "5");
-    ExpectReadFailure(Lag("before", "x") + Maps(17, 1, "before"), 260227,
-                      "Error occurred in process 'DerivedField' of variable: 'd17'.");
-    ExpectReadFailure(Lag("before", "x") + Maps(300, 2, "before"), 260227,
-                      "Error occurred in process 'DerivedField' of variable: 'd12'.");
+    ExpectReadFailure(Lag("before", "x") + Maps(17, 1, "before"), {PROCESSING_VARIABLE_FAILED, "DerivedField", "d17"});
+    ExpectReadFailure(Lag("before", "x") + Maps(300, 2, "before"), {PROCESSING_VARIABLE_FAILED, "DerivedField", "d12"});
 }
 
 TEST(DerivationLimits, TheFieldsOfACaseTogetherAreBounded) {
     // The nth field above the lag takes n + 1 evaluations: 100,005,153 with the 14,141st.
     const std::string lag = Lag("before", "x");
     EXPECT_EQ(DerivedFields(lag + Chain(14140, "before")).derived->Size(), 14141);
-    ExpectReadFailure(lag + Chain(14141, "before"), 260227,
-                      "Error occurred in process 'DerivedField' of variable: 'd14141'.");
+    ExpectReadFailure(lag + Chain(14141, "before"), {PROCESSING_VARIABLE_FAILED, "DerivedField", "d14141"});
 }
 
 TEST(DerivationLimits, EveryWayToALagCounts) {
     const std::string maps = Lag("before", "x") + Maps(16, 1, "before");
-    const std::string refused = "Error occurred in process 'DerivedField' of variable: 'z'.";
-    ExpectReadFailure(maps + Lag("z", "d16"), 260227, refused);
-    ExpectReadFailure(maps + Numeric("z", "<Lag field='x'><Block field='d16'/></Lag>"), 260227, refused);
+    constexpr Failure kRefused{PROCESSING_VARIABLE_FAILED, "DerivedField", "z"};
+    ExpectReadFailure(maps + Lag("z", "d16"), kRefused);
+    ExpectReadFailure(maps + Numeric("z", "<Lag field='x'><Block field='d16'/></Lag>"), kRefused);
     ExpectReadFailure(maps + Numeric("z", "<NormContinuous field='d16'><LinearNorm orig='0' norm='0'/>"
                                           "<LinearNorm orig='1' norm='1'/></NormContinuous>"),
-                      260227, refused);
+                      kRefused);
     ExpectReadFailure(maps + Numeric("z",
                                      "<Discretize field='d16'><DiscretizeBin binValue='1'>"
                                      "<Interval closure='closedOpen' leftMargin='0'/></DiscretizeBin></Discretize>"),
-                      260227, refused);
+                      kRefused);
     ExpectReadFailure(maps + Numeric("z", "<MapValues outputColumn='out'><FieldColumnPair field='d16' column='c'/>"
                                           "</MapValues>"),
-                      260227, refused);
+                      kRefused);
 }
 
 TEST(DerivationLimits, AnApplyReadsWhatItsFieldsHaveGiven) {

@@ -1,4 +1,5 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 #include "translators/derived/derived_fields.h"
 
 #include <gtest/gtest.h>
@@ -9,14 +10,15 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 using Dictionary = TransformationDictionary;
 
 const std::string kConstant = "<Constant>1</Constant>";
 const std::string kValue = "<Value value='1'/>";
-const std::string kMoreThanOne = "More than one expression defined in 'DerivedField'.";
+constexpr Failure kMoreThanOne{MORE_THAN_ONE_EXPRESSION, "DerivedField"};
 
 struct KindRow {
-    const char* label;
+    const char* name;
     std::string expression;
     Dictionary::TransExpression kind;
     std::string source;
@@ -30,11 +32,11 @@ TEST_P(DerivedFieldExpression, SetsKindAndSource) {
 }
 
 TEST_P(DerivedFieldExpression, ASecondExpressionIsRefused) {
-    ExpectReadFailure(NumericField(GetParam().expression + kConstant), 260274, kMoreThanOne);
+    ExpectReadFailure(NumericField(GetParam().expression + kConstant), kMoreThanOne);
 }
 
 TEST_P(DerivedFieldExpression, IsRefusedBehindAnother) {
-    ExpectReadFailure(NumericField(kConstant + GetParam().expression), 260274, kMoreThanOne);
+    ExpectReadFailure(NumericField(kConstant + GetParam().expression), kMoreThanOne);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -56,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(
         KindRow{"Apply", "<Apply function='+'><FieldRef field='x'/><FieldRef field='y'/></Apply>", Dictionary::TE_APPLY,
                 ""},
         KindRow{"Lag", "<Lag field='x'/>", Dictionary::TE_LAG, "x"}),
-    [](const auto& row) { return row.param.label; });
+    NameOfRow());
 
 TEST(DerivedFieldChildren, NoExpressionIsAccepted) {
     const DerivedFields fields(NumericField(""));
@@ -65,23 +67,21 @@ TEST(DerivedFieldChildren, NoExpressionIsAccepted) {
 }
 
 TEST(DerivedFieldChildren, AggregateAlwaysFails) {
-    ExpectReadFailure(NumericField("<Aggregate field='x' function='sum'/>"), 260303,
-                      "Unsupported value 'Aggregate' of attribute 'name'.");
-    ExpectReadFailure(NumericField(kValue + "<Aggregate/>"), 260303,
-                      "Unsupported value 'Aggregate' of attribute 'name'.");
+    ExpectReadFailure(NumericField("<Aggregate field='x' function='sum'/>"), {UNSUPPORTED_VALUE, "Aggregate", "name"});
+    ExpectReadFailure(NumericField(kValue + "<Aggregate/>"), {UNSUPPORTED_VALUE, "Aggregate", "name"});
 }
 
 TEST(DerivedFieldChildren, AggregateBehindAnExpressionIsASecondExpression) {
-    ExpectReadFailure(NumericField(kConstant + "<Aggregate/>"), 260274, kMoreThanOne);
+    ExpectReadFailure(NumericField(kConstant + "<Aggregate/>"), kMoreThanOne);
 }
 
 TEST(DerivedFieldChildren, AnUnknownTagIsRefused) {
-    ExpectReadFailure(NumericField("<Foo/>"), 260152, "Invalid value 'Foo' of attribute 'name'.");
+    ExpectReadFailure(NumericField("<Foo/>"), {INVALID_ATTRIBUTE_VALUE, "Foo", "name"});
 }
 
 TEST(DerivedFieldChildren, ANestedFieldIsAnUnknownTag) {
-    ExpectReadFailure(NumericField(DerivedField("w", "optype='continuous' dataType='double'", kConstant)), 260152,
-                      "Invalid value 'DerivedField' of attribute 'name'.");
+    ExpectReadFailure(NumericField(DerivedField("w", "optype='continuous' dataType='double'", kConstant)),
+                      {INVALID_ATTRIBUTE_VALUE, "DerivedField", "name"});
 }
 
 TEST(DerivedFieldChildren, AnUnknownTagIsIgnoredBehindAValue) {
@@ -90,12 +90,12 @@ TEST(DerivedFieldChildren, AnUnknownTagIsIgnoredBehindAValue) {
 }
 
 TEST(DerivedFieldChildren, AnUnknownTagIsRefusedAheadOfAValue) {
-    ExpectReadFailure(NumericField("<Foo/>" + kValue), 260152, "Invalid value 'Foo' of attribute 'name'.");
+    ExpectReadFailure(NumericField("<Foo/>" + kValue), {INVALID_ATTRIBUTE_VALUE, "Foo", "name"});
 }
 
 TEST(DerivedFieldChildren, AnUnknownTagBehindAnExpressionIsASecondExpression) {
-    ExpectReadFailure(NumericField(kConstant + "<Foo/>"), 260274, kMoreThanOne);
-    ExpectReadFailure(NumericField(kValue + kConstant + "<Foo/>"), 260274, kMoreThanOne);
+    ExpectReadFailure(NumericField(kConstant + "<Foo/>"), kMoreThanOne);
+    ExpectReadFailure(NumericField(kValue + kConstant + "<Foo/>"), kMoreThanOne);
 }
 
 TEST(DerivedFieldChildren, ExtensionsAndValuesMayFollowAnExpression) {
@@ -112,8 +112,7 @@ TEST(DerivedFieldChildren, ValuesBehindAnApplyAreReadOnce) {
 }
 
 TEST(DerivedFieldChildren, AFailedApplyLeavesNothing) {
-    ExpectReadFailure(NumericField("<Apply function='plus'/>"), 260303,
-                      "Unsupported value 'plus' of attribute 'function'.");
+    ExpectReadFailure(NumericField("<Apply function='plus'/>"), {UNSUPPORTED_VALUE, "plus", "function"});
 }
 
 TEST(DerivedFieldChildren, TextAndCommentsAreNoChildren) {
@@ -128,18 +127,16 @@ std::string ContinuousText(const std::string& content) {
     return DerivedField("z", "optype='continuous' dataType='string'", content);
 }
 
-const char* const kConflict =
-    "Conflict setting between the value 'continuous' of attribute 'optype' and the value 'string' of attribute "
-    "'dataType'.";
+constexpr Failure kConflict{CONFLICTING_VALUES, "continuous", "optype", "string", "dataType"};
 
 struct ConflictRow {
-    const char* label;
+    const char* name;
     std::string content;
 };
 class KeptContinuousText : public testing::TestWithParam<ConflictRow> {};
 
 TEST_P(KeptContinuousText, IsRefusedWhereTheVariableIsNeeded) {
-    ExpectReadFailure(ContinuousText(GetParam().content), 260211, kConflict);
+    ExpectReadFailure(ContinuousText(GetParam().content), kConflict);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -153,13 +150,12 @@ INSTANTIATE_TEST_SUITE_P(
                     ConflictRow{"Width", "<Extension name='width' value='3'/><Foo/>"},
                     ConflictRow{"UsageType", "<Extension><UsageType value='disable'/></Extension><Foo/>"},
                     ConflictRow{"ExtensionThatSetsNothing", "<Extension name='width' value='0'/>"}),
-    [](const auto& row) { return row.param.label; });
+    NameOfRow());
 
 TEST(KeptContinuousText, AnotherFaultAheadOfTheNeedIsTheOneReported) {
-    ExpectReadFailure(ContinuousText("<Extension/><Foo/>"), 260152, "Invalid value 'Foo' of attribute 'name'.");
-    ExpectReadFailure(ContinuousText("<Aggregate/>"), 260303, "Unsupported value 'Aggregate' of attribute 'name'.");
-    ExpectReadFailure(ContinuousText("<Extension name='width' value='w'/>"), 260151,
-                      "The value: 'w' is invalid of type: 'integer'.");
+    ExpectReadFailure(ContinuousText("<Extension/><Foo/>"), {INVALID_ATTRIBUTE_VALUE, "Foo", "name"});
+    ExpectReadFailure(ContinuousText("<Aggregate/>"), {UNSUPPORTED_VALUE, "Aggregate", "name"});
+    ExpectReadFailure(ContinuousText("<Extension name='width' value='w'/>"), {INVALID_VALUE_OF_TYPE, "w", "integer"});
 }
 
 } // namespace

@@ -1,4 +1,5 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 #include "translators/derived/derived_fields.h"
 
 #include <MCVeltrane_900/NumericValue.h>
@@ -13,6 +14,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 std::string MissingValues(const std::string& content) {
     return "<Extension name='MissingValues'>" + content + "</Extension>";
@@ -39,9 +41,9 @@ TEST(DerivedFieldExtension, AWidthThatIsNotPositiveIsDropped) {
 }
 
 TEST(DerivedFieldExtension, AWidthNeedsAnIntegerValue) {
-    ExpectReadFailure(TextField("<Extension name='width'/>"), 260120, "Missing the attribute 'value' of 'Extension'.");
-    ExpectReadFailure(TextField("<Extension name='stringLength' value='1.5'/>"), 260151,
-                      "The value: '1.5' is invalid of type: 'integer'.");
+    ExpectReadFailure(TextField("<Extension name='width'/>"), {MISSING_ATTRIBUTE_OF, "value", "Extension"});
+    ExpectReadFailure(TextField("<Extension name='stringLength' value='1.5'/>"),
+                      {INVALID_VALUE_OF_TYPE, "1.5", "integer"});
 }
 
 TEST(DerivedFieldExtension, OtherNamesAndTheExtenderAreIgnored) {
@@ -96,9 +98,8 @@ TEST(DerivedFieldMissingValues, ALaterListReplacesAnEarlierOne) {
 }
 
 TEST(DerivedFieldMissingValues, AValueMustBeThereAndOfTheType) {
-    ExpectReadFailure(NumericField(MissingValues("<Value/>")), 260120, "Missing the attribute 'value' of 'Value'.");
-    ExpectReadFailure(NumericField(MissingValues("<Value value='x'/>")), 260151,
-                      "The value: 'x' is invalid of type: 'double'.");
+    ExpectReadFailure(NumericField(MissingValues("<Value/>")), {MISSING_ATTRIBUTE_OF, "value", "Value"});
+    ExpectReadFailure(NumericField(MissingValues("<Value value='x'/>")), {INVALID_VALUE_OF_TYPE, "x", "double"});
 }
 
 TEST(DerivedFieldMissingValues, AnIntervalMakesItsComplementMissing) {
@@ -110,17 +111,17 @@ TEST(DerivedFieldMissingValues, AnIntervalMakesItsComplementMissing) {
 }
 
 TEST(DerivedFieldMissingValues, AnIntervalOnATextFieldIsRefused) {
-    ExpectReadFailure(TextField(MissingValues("<Interval closure='closedClosed' leftMargin='0'/>")), 260216,
-                      "Conflict definition of element between 'Interval' and 'categorical,ordinal'.");
+    ExpectReadFailure(TextField(MissingValues("<Interval closure='closedClosed' leftMargin='0'/>")),
+                      {CONFLICTING_ELEMENTS, "Interval", "categorical,ordinal"});
 }
 
 TEST(DerivedFieldMissingValues, AnIntervalOnADateFieldIsRefused) {
-    ExpectReadFailure(DerivedField("z", "optype='continuous' dataType='date'", MissingValues("<Interval/>")), 260216,
-                      "Conflict definition of element between 'Interval' and 'categorical,ordinal'.");
+    ExpectReadFailure(DerivedField("z", "optype='continuous' dataType='date'", MissingValues("<Interval/>")),
+                      {CONFLICTING_ELEMENTS, "Interval", "categorical,ordinal"});
 }
 
 struct RangeRow {
-    const char* label;
+    const char* name;
     const char* content;
     bool minusTenMissing;
     bool zeroMissing;
@@ -144,22 +145,22 @@ INSTANTIATE_TEST_SUITE_P(
                              "<Extension name='invalidRangeLower' value='-5'/>",
                              false, true, false},
                     RangeRow{"OtherName", "<Extension name='invalidRange' value='0'/>", false, false, false}),
-    [](const auto& row) { return row.param.label; });
+    NameOfRow());
 
 TEST(DerivedFieldMissingValues, ABoundGivenTwiceIsRefused) {
     const std::string lower = "<Extension name='invalidRangeLower' value='0'/>";
     const std::string upper = "<Extension name='invalidRangeUpper' value='0'/>";
-    const std::string text = "More than one 'invalidRangeLower, invalidRangeUpper' defined in 'Value'.";
-    ExpectReadFailure(NumericField(MissingValues(lower + lower)), 260272, text);
-    ExpectReadFailure(NumericField(MissingValues(upper + upper)), 260272, text);
-    ExpectReadFailure(NumericField(MissingValues(lower + upper + lower)), 260272, text);
+    constexpr Failure kFailure{MORE_THAN_ONE, "invalidRangeLower, invalidRangeUpper", "Value"};
+    ExpectReadFailure(NumericField(MissingValues(lower + lower)), kFailure);
+    ExpectReadFailure(NumericField(MissingValues(upper + upper)), kFailure);
+    ExpectReadFailure(NumericField(MissingValues(lower + upper + lower)), kFailure);
 }
 
 TEST(DerivedFieldMissingValues, ABoundMustBeANumber) {
-    ExpectReadFailure(NumericField(MissingValues("<Extension name='invalidRangeLower' value='low'/>")), 260151,
-                      "The value: 'low' is invalid of type: 'double'.");
-    ExpectReadFailure(NumericField(MissingValues("<Extension name='invalidRangeUpper'/>")), 260151,
-                      "The value: '' is invalid of type: 'double'.");
+    ExpectReadFailure(NumericField(MissingValues("<Extension name='invalidRangeLower' value='low'/>")),
+                      {INVALID_VALUE_OF_TYPE, "low", "double"});
+    ExpectReadFailure(NumericField(MissingValues("<Extension name='invalidRangeUpper'/>")),
+                      {INVALID_VALUE_OF_TYPE, "", "double"});
 }
 
 } // namespace

@@ -1,4 +1,5 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 #include "translators/derived/derived_fields.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 const std::string kContinuous = "optype='continuous' dataType='double'";
 const std::string kRefToX = "<FieldRef field='x'/>";
@@ -30,8 +32,7 @@ TEST(DerivedField, DefineFunctionElementsAreIgnored) {
 
 TEST(DerivedField, ANullElementIsAMissingNode) {
     PMMLTranslator translator;
-    ExpectFailure([&] { translator.HandleTransformationDictionary(nullptr, nullptr); }, 260114,
-                  "Missing node: 'DerivedField'.");
+    ExpectFailure([&] { translator.HandleTransformationDictionary(nullptr, nullptr); }, {MISSING_NODE, "DerivedField"});
 }
 
 TEST(DerivedField, ReadingStartsTheNodeCounterAndFillsTheFunctionMap) {
@@ -73,32 +74,30 @@ TEST(DerivedField, TheOuterFieldDoesNotSeeTheInnerOne) {
     ExpectReadFailure(DerivedField("outer", kContinuous,
                                    "<Extension>" + DerivedField("inner", kContinuous, kRefToX) +
                                        "</Extension><FieldRef field='inner'/>"),
-                      260125,
-                      "Missing variable:'inner' definition in the 'DataDictionary' and 'TransformationDictionary'.");
+                      {MISSING_VARIABLE_IN_BOTH, "inner", "DataDictionary", "TransformationDictionary"});
 }
 
 TEST(DerivedField, AnAbsentNameIsRefused) {
-    ExpectReadFailure("<DerivedField/>", 260120, "Missing the attribute 'name' of 'DerivedField'.");
+    ExpectReadFailure("<DerivedField/>", {MISSING_ATTRIBUTE_OF, "name", "DerivedField"});
 }
 
 TEST(DerivedField, AnEmptyNameIsRefused) {
-    ExpectReadFailure(DerivedField("", kContinuous, kRefToX), 260285, "The 'name' of element 'DerivedField' is null.");
+    ExpectReadFailure(DerivedField("", kContinuous, kRefToX), {NULL_ATTRIBUTE, "name", "DerivedField"});
 }
 
 TEST(DerivedField, TwoFieldsOfOneNameAreRefused) {
-    ExpectReadFailure(DerivedField("z", kContinuous, kRefToX) + DerivedField("z", kContinuous, kRefToX), 260202,
-                      "Duplicate definition of variable 'z', already in 'DataDictionary'.");
+    ExpectReadFailure(DerivedField("z", kContinuous, kRefToX) + DerivedField("z", kContinuous, kRefToX),
+                      {DUPLICATE_VARIABLE_IN, "z", "DataDictionary"});
 }
 
 TEST(DerivedField, AFieldWithTheNameOfADataFieldIsRefused) {
-    ExpectReadFailure(DerivedField("x", kContinuous, kRefToX), 260202,
-                      "Duplicate definition of variable 'x', already in 'DataDictionary'.");
+    ExpectReadFailure(DerivedField("x", kContinuous, kRefToX), {DUPLICATE_VARIABLE_IN, "x", "DataDictionary"});
 }
 
 TEST(DerivedField, AReferenceToALaterFieldIsRefused) {
-    ExpectReadFailure(
-        DerivedField("early", kContinuous, "<FieldRef field='late'/>") + DerivedField("late", kContinuous, kRefToX),
-        260125, "Missing variable:'late' definition in the 'DataDictionary' and 'TransformationDictionary'.");
+    ExpectReadFailure(DerivedField("early", kContinuous, "<FieldRef field='late'/>") +
+                          DerivedField("late", kContinuous, kRefToX),
+                      {MISSING_VARIABLE_IN_BOTH, "late", "DataDictionary", "TransformationDictionary"});
 }
 
 TEST(DerivedField, AReferenceToAnEarlierFieldPasses) {
@@ -108,8 +107,8 @@ TEST(DerivedField, AReferenceToAnEarlierFieldPasses) {
 }
 
 TEST(DerivedField, AReferenceToItselfIsRefused) {
-    ExpectReadFailure(NumericField("<FieldRef field='z'/>"), 260125,
-                      "Missing variable:'z' definition in the 'DataDictionary' and 'TransformationDictionary'.");
+    ExpectReadFailure(NumericField("<FieldRef field='z'/>"),
+                      {MISSING_VARIABLE_IN_BOTH, "z", "DataDictionary", "TransformationDictionary"});
 }
 
 TEST(DerivedField, TheTranslatorStaysUsableAfterAFailure) {
@@ -117,8 +116,8 @@ TEST(DerivedField, TheTranslatorStaysUsableAfterAFailure) {
                                    DerivedField("b", kContinuous, kRefToX) + "</T>");
     const ParsedXml good = ParseXml("<T>" + DerivedField("a", kContinuous, "<Constant>1</Constant>") + "</T>");
     PMMLTranslator translator;
-    ExpectFailure([&] { translator.HandleTransformationDictionary(bad.Root(), nullptr); }, 260125,
-                  "Missing variable:'x' definition in the 'DataDictionary' and 'TransformationDictionary'.");
+    ExpectFailure([&] { translator.HandleTransformationDictionary(bad.Root(), nullptr); },
+                  {MISSING_VARIABLE_IN_BOTH, "x", "DataDictionary", "TransformationDictionary"});
     const std::unique_ptr<TransformationDictionary> derived(
         translator.HandleTransformationDictionary(good.Root(), nullptr));
     EXPECT_EQ(derived->Size(), 1);
@@ -165,33 +164,31 @@ INSTANTIATE_TEST_SUITE_P(Words, DerivedFieldLevel,
                          [](const auto& row) { return row.param.optype; });
 
 TEST(DerivedField, AnAbsentOptypeIsRefused) {
-    ExpectReadFailure(DerivedField("z", "dataType='double'", kRefToX), 260285,
-                      "The 'optype' of element 'DerivedField' is null.");
+    ExpectReadFailure(DerivedField("z", "dataType='double'", kRefToX), {NULL_ATTRIBUTE, "optype", "DerivedField"});
 }
 
 TEST(DerivedField, AnEmptyOptypeIsRefused) {
-    ExpectReadFailure(DerivedField("z", "dataType='double' optype=''", kRefToX), 260285,
-                      "The 'optype' of element 'DerivedField' is null.");
+    ExpectReadFailure(DerivedField("z", "dataType='double' optype=''", kRefToX),
+                      {NULL_ATTRIBUTE, "optype", "DerivedField"});
 }
 
 TEST(DerivedField, AnUnknownOptypeIsRefused) {
-    ExpectReadFailure(DerivedField("z", "dataType='double' optype='Continuous'", kRefToX), 260152,
-                      "Invalid value 'Continuous' of attribute 'optype'.");
+    ExpectReadFailure(DerivedField("z", "dataType='double' optype='Continuous'", kRefToX),
+                      {INVALID_ATTRIBUTE_VALUE, "Continuous", "optype"});
 }
 
 TEST(DerivedField, AnAbsentDataTypeIsRefused) {
-    ExpectReadFailure(DerivedField("z", "optype='continuous'", kRefToX), 260120,
-                      "Missing the attribute 'dataType' of 'DerivedField'.");
+    ExpectReadFailure(DerivedField("z", "optype='continuous'", kRefToX),
+                      {MISSING_ATTRIBUTE_OF, "dataType", "DerivedField"});
 }
 
 TEST(DerivedField, TheNameIsTestedBeforeTheLevelAndTheLevelBeforeTheType) {
-    ExpectReadFailure(DerivedField("x", "optype='?'", kRefToX), 260202,
-                      "Duplicate definition of variable 'x', already in 'DataDictionary'.");
-    ExpectReadFailure(DerivedField("z", "optype='?'", kRefToX), 260152, "Invalid value '?' of attribute 'optype'.");
+    ExpectReadFailure(DerivedField("x", "optype='?'", kRefToX), {DUPLICATE_VARIABLE_IN, "x", "DataDictionary"});
+    ExpectReadFailure(DerivedField("z", "optype='?'", kRefToX), {INVALID_ATTRIBUTE_VALUE, "?", "optype"});
 }
 
 struct TypeRow {
-    const char* label;
+    const char* name;
     const char* dataType;
     int varType;
     int numericType;
@@ -223,7 +220,7 @@ INSTANTIATE_TEST_SUITE_P(Words, DerivedFieldType,
                                          TypeRow{"SecondsSince1960", "dateTimeSecondsSince[1960]", 4, 0, 10},
                                          TypeRow{"SecondsSince1970", "dateTimeSecondsSince[1970]", 4, 0, 11},
                                          TypeRow{"SecondsSince1980", "dateTimeSecondsSince[1980]", 4, 0, 12}),
-                         [](const auto& row) { return row.param.label; });
+                         NameOfRow());
 
 } // namespace
 } // namespace veltrane::tests

@@ -1,6 +1,6 @@
 #include "translators/derived/derived_fields.h"
 
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreValueLabel.h>
@@ -115,6 +115,10 @@ std::string TextField(const std::string& content) {
 
 void ExpectReadFailure(const std::string& children, int id, const std::string& text, const char* file, int line) {
     ExpectFailure([&children] { DerivedFields fields(children); }, id, text, file, line);
+}
+
+void ExpectReadFailure(const std::string& children, const Failure& failure, const char* file, int line) {
+    ExpectFailure([&children] { DerivedFields fields(children); }, failure, file, line);
 }
 
 std::string ToText(const ScoreValue* value) {

@@ -2,6 +2,7 @@
 #define VELTRANE_TESTS_TRANSLATORS_DERIVED_FIELDS_H
 
 #include "support/dom.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
 #include <MCVeltrane_900/PMMLTranslator.h>
@@ -61,6 +62,8 @@ std::string NumericField(const std::string& content);
 std::string TextField(const std::string& content);
 
 /// Expects that reading these children of the TransformationDictionary fails with this error code and text.
+void ExpectReadFailure(const std::string& children, const Failure& failure, const char* file = __builtin_FILE(),
+                       int line = __builtin_LINE());
 void ExpectReadFailure(const std::string& children, int id, const std::string& text,
                        const char* file = __builtin_FILE(), int line = __builtin_LINE());
 

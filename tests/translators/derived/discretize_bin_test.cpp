@@ -1,4 +1,5 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 #include "translators/derived/derived_fields.h"
 
 #include <gtest/gtest.h>
@@ -9,10 +10,11 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 using Texts = std::vector<std::string>;
 
 const std::string kInterval = "<Interval closure='closedOpen' leftMargin='0' rightMargin='1'/>";
-const std::string kNoInterval = "Missing node of 'Interval' element  in 'DiscretizeBin'.";
+constexpr Failure kNoInterval{MISSING_NODE_IN, "Interval", "DiscretizeBin"};
 
 std::string Extension(const std::string& name) {
     return "<Extension name='" + name + "' value='5'/>";
@@ -26,7 +28,7 @@ std::string BinField(const std::string& content) {
 }
 
 struct BinRow {
-    const char* label;
+    const char* name;
     std::string content;
     Texts bins;
     const char* sysmisValue = "none";
@@ -61,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(
                     BinRow{"ElseCopyBehind", kInterval + Extension("recodeElseCopy"), kCopy},
                     BinRow{"MapSysmisTo", Extension("mapSysmisTo") + kInterval, kSecondOnly, "5"},
                     BinRow{"MissingCopy", Extension("recodeMissingCopy") + kInterval, kSecondOnly, "none", true}),
-    [](const auto& row) { return row.param.label; });
+    NameOfRow());
 
 INSTANTIATE_TEST_SUITE_P(
     Kept, BinContent,
@@ -80,12 +82,12 @@ INSTANTIATE_TEST_SUITE_P(
         BinRow{"MissingCopyBehindWithIntervalCopy",
                kInterval + Extension("recodeMissingCopy") + Extension("recodeIntervalCopy"), kCopy, "none", true},
         BinRow{"OtherNameWithTargetSysmis", Extension("other") + kInterval + Extension("recodeTargetSysmis"), kSysmis}),
-    [](const auto& row) { return row.param.label; });
+    NameOfRow());
 
 class BinValueWithoutRange : public testing::TestWithParam<BinRow> {};
 
 TEST_P(BinValueWithoutRange, IsAMissingInterval) {
-    ExpectReadFailure(BinField(GetParam().content), 260115, kNoInterval);
+    ExpectReadFailure(BinField(GetParam().content), kNoInterval);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -102,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(
                     BinRow{"MissingCopyAheadWithElseCopy",
                            Extension("recodeMissingCopy") + kInterval + Extension("recodeElseCopy"),
                            {}}),
-    [](const auto& row) { return row.param.label; });
+    NameOfRow());
 
 TEST(KeptBin, TwoShiftsMakeUpForEachOther) {
     const DerivedFields fields(NumericField(
@@ -113,39 +115,38 @@ TEST(KeptBin, TwoShiftsMakeUpForEachOther) {
 }
 
 TEST(DiscretizeBin, TwoIntervalsAreRefused) {
-    ExpectReadFailure(BinField(kInterval + "<Interval/>"), 260272,
-                      "More than one 'Interval' defined in 'DiscretizeBin'.");
-    ExpectReadFailure(BinField(Extension("mapSysmisTo") + kInterval + kInterval), 260272,
-                      "More than one 'Interval' defined in 'DiscretizeBin'.");
+    ExpectReadFailure(BinField(kInterval + "<Interval/>"), {MORE_THAN_ONE, "Interval", "DiscretizeBin"});
+    ExpectReadFailure(BinField(Extension("mapSysmisTo") + kInterval + kInterval),
+                      {MORE_THAN_ONE, "Interval", "DiscretizeBin"});
 }
 
 TEST(DiscretizeBin, NoIntervalIsRefused) {
-    ExpectReadFailure(BinField(""), 260115, kNoInterval);
-    ExpectReadFailure(BinField(Extension("mapSysmisTo")), 260115, kNoInterval);
+    ExpectReadFailure(BinField(""), kNoInterval);
+    ExpectReadFailure(BinField(Extension("mapSysmisTo")), kNoInterval);
 }
 
 TEST(DiscretizeBin, AnotherChildIsRefused) {
-    ExpectReadFailure(BinField("<Foo/>" + kInterval), 260178,
-                      "Invalid node 'Foo', expect 'Extension, Interval' in 'DiscretizeBin'.");
+    ExpectReadFailure(BinField("<Foo/>" + kInterval),
+                      {UNEXPECTED_NODE_IN, "Foo", "Extension, Interval", "DiscretizeBin"});
 }
 
 TEST(DiscretizeBin, TheBinValueMustBeThere) {
-    ExpectReadFailure(NumericField("<Discretize field='x'><DiscretizeBin><Foo/></DiscretizeBin></Discretize>"), 260120,
-                      "Missing the attribute 'binValue' of 'DiscretizeBin'.");
+    ExpectReadFailure(NumericField("<Discretize field='x'><DiscretizeBin><Foo/></DiscretizeBin></Discretize>"),
+                      {MISSING_ATTRIBUTE_OF, "binValue", "DiscretizeBin"});
 }
 
 TEST(DiscretizeBin, TheLabelOfANumericFieldMustBeANumber) {
     ExpectReadFailure(NumericField("<Discretize field='x'><DiscretizeBin binValue='b'><Foo/></DiscretizeBin>"
                                    "</Discretize>"),
-                      260151, "The value: 'b' is invalid of type: 'double'.");
+                      {INVALID_VALUE_OF_TYPE, "b", "double"});
 }
 
 TEST(DiscretizeBin, ThePlainValueIsReadBeforeTheIntervalIsMissed) {
     ExpectReadFailure(NumericField("<Value value='1'/><Discretize field='x'><DiscretizeBin binValue='b'/>"
                                    "</Discretize>"),
-                      260151, "The value: 'b' is invalid of type: 'double'.");
-    ExpectReadFailure(NumericField("<Discretize field='x'><DiscretizeBin binValue=''/></Discretize>"), 260151,
-                      "The value: '' is invalid of type: 'double'.");
+                      {INVALID_VALUE_OF_TYPE, "b", "double"});
+    ExpectReadFailure(NumericField("<Discretize field='x'><DiscretizeBin binValue=''/></Discretize>"),
+                      {INVALID_VALUE_OF_TYPE, "", "double"});
 }
 
 TEST(DiscretizeBin, ABinThatIsNotPlainNeedsNoNumber) {
@@ -155,15 +156,15 @@ TEST(DiscretizeBin, ABinThatIsNotPlainNeedsNoNumber) {
 }
 
 TEST(DiscretizeBin, AConflictWithTheFieldIsReported) {
-    ExpectReadFailure(BinField(Extension("mapSysmisTo") + Extension("mapSysmisTo") + kInterval), 260216,
-                      "Conflict definition of element between 'mapSysmisTo' and 'mapSysmisTo'.");
+    ExpectReadFailure(BinField(Extension("mapSysmisTo") + Extension("mapSysmisTo") + kInterval),
+                      {CONFLICTING_ELEMENTS, "mapSysmisTo", "mapSysmisTo"});
 }
 
 TEST(DiscretizeBin, RangesAreTestedBeforeValuesAreCounted) {
     const std::string bin = "<DiscretizeBin binValue='7'>" + kInterval + Extension("recodeTargetSysmis") +
                             Extension("recodeElseCopy") + "</DiscretizeBin>";
-    ExpectReadFailure(NumericField("<Discretize field='x'>" + bin + bin + "</Discretize>"), 260293,
-                      "Value range intersect in variable 'x'.");
+    ExpectReadFailure(NumericField("<Discretize field='x'>" + bin + bin + "</Discretize>"),
+                      {VALUE_RANGE_INTERSECTS, "x"});
 }
 
 } // namespace

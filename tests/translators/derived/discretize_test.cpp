@@ -1,4 +1,4 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/derived/derived_fields.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +9,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 using Texts = std::vector<std::string>;
 
 std::string Interval(const std::string& low, const std::string& high, const std::string& closure = "closedOpen") {
@@ -48,30 +49,28 @@ TEST(DiscretizeReading, ABinOfADateFieldIsAText) {
 }
 
 TEST(DiscretizeReading, TheFieldMustBeNamedAndKnown) {
-    ExpectReadFailure(NumericField(Discretize("", "defaultValue='a'")), 260120,
-                      "Missing the attribute 'field' of 'Discretize'.");
-    ExpectReadFailure(NumericField(Discretize("", "field='w' defaultValue='a'")), 260125,
-                      "Missing variable:'w' definition in the 'DataDictionary' and 'TransformationDictionary'.");
+    ExpectReadFailure(NumericField(Discretize("", "defaultValue='a'")), {MISSING_ATTRIBUTE_OF, "field", "Discretize"});
+    ExpectReadFailure(NumericField(Discretize("", "field='w' defaultValue='a'")),
+                      {MISSING_VARIABLE_IN_BOTH, "w", "DataDictionary", "TransformationDictionary"});
 }
 
 TEST(DiscretizeReading, NoBinIsRefused) {
-    ExpectReadFailure(NumericField(Discretize("<Foo/>")), 260115,
-                      "Missing node of 'DiscretizeBin' element  in 'DerivedField'.");
+    ExpectReadFailure(NumericField(Discretize("<Foo/>")), {MISSING_NODE_IN, "DiscretizeBin", "DerivedField"});
 }
 
 TEST(DiscretizeReading, ADefaultValueIsReadBeforeTheBinsAreCounted) {
-    ExpectReadFailure(NumericField(Discretize("", "field='x' defaultValue='a'")), 260151,
-                      "The value: 'a' is invalid of type: 'double'.");
+    ExpectReadFailure(NumericField(Discretize("", "field='x' defaultValue='a'")),
+                      {INVALID_VALUE_OF_TYPE, "a", "double"});
 }
 
 TEST(DiscretizeReading, AnotherChildIsRefused) {
-    ExpectReadFailure(NumericField(Discretize(Bin("1", Interval("0", "1")) + "<Foo/>")), 260178,
-                      "Invalid node 'Foo', expect 'Extension, DiscretizeBin' in 'DiscretizeBin'.");
+    ExpectReadFailure(NumericField(Discretize(Bin("1", Interval("0", "1")) + "<Foo/>")),
+                      {UNEXPECTED_NODE_IN, "Foo", "Extension, DiscretizeBin", "DiscretizeBin"});
 }
 
 TEST(KeptDiscretize, BinsAreCountedAtAnyDepth) {
-    ExpectReadFailure(NumericField(Discretize("<Foo>" + Bin("1", Interval("0", "1")) + "</Foo>")), 260178,
-                      "Invalid node 'Foo', expect 'Extension, DiscretizeBin' in 'DiscretizeBin'.");
+    ExpectReadFailure(NumericField(Discretize("<Foo>" + Bin("1", Interval("0", "1")) + "</Foo>")),
+                      {UNEXPECTED_NODE_IN, "Foo", "Extension, DiscretizeBin", "DiscretizeBin"});
     const DerivedFields fields(
         NumericField(Discretize("<Extension name='recodeElseCopy'>" + Bin("1", Interval("0", "1")) + "</Extension>")));
     EXPECT_TRUE(BinsOf(fields.Var("z")).empty());
@@ -99,7 +98,7 @@ TEST(DiscretizeReading, AnExtensionWithoutAnIntervalIsRefused) {
     for (const char* name : {"recodeTargetSysmis", "recodeIntervalCopy"}) {
         ExpectReadFailure(NumericField(Discretize(std::string("<Extension name='") + name + "'>text</Extension>" +
                                                   Bin("7", Interval("1", "2")))),
-                          260115, "Missing node of 'Interval' element  in 'DiscretizeBin'.");
+                          {MISSING_NODE_IN, "Interval", "DiscretizeBin"});
     }
 }
 
@@ -108,17 +107,16 @@ TEST(DiscretizeReading, AnExtensionCountsAsABinForUnboundedIntervals) {
     const std::string extension = "<Extension name='recodeIntervalCopy'>";
     ExpectReadFailure(NumericField(Discretize(extension + Interval("0", "1") + "</Extension>" + extension +
                                               Interval("1", "2") + "</Extension>" + Bin("7", open))),
-                      260175, "Require one of 'rightMargin' or 'leftMargin'.");
+                      {REQUIRES_ONE_OF, "rightMargin", "leftMargin"});
 }
 
 TEST(DiscretizeReading, FromTheThirdBinAnIntervalNeedsAMargin) {
     const std::string open = "<Interval closure='openOpen'/>";
     EXPECT_EQ(BinsOf(DerivedFields(NumericField(Discretize(Bin("1", open)))).Var("z")), Texts{"(-inf,inf) 1"});
     // The second one passes here and is then found to be the first one again.
-    ExpectReadFailure(NumericField(Discretize(Bin("1", open) + Bin("2", open))), 260293,
-                      "Value range intersect in variable 'x'.");
-    ExpectReadFailure(NumericField(Discretize(Bin("1", open) + Bin("2", open) + Bin("3", open))), 260175,
-                      "Require one of 'rightMargin' or 'leftMargin'.");
+    ExpectReadFailure(NumericField(Discretize(Bin("1", open) + Bin("2", open))), {VALUE_RANGE_INTERSECTS, "x"});
+    ExpectReadFailure(NumericField(Discretize(Bin("1", open) + Bin("2", open) + Bin("3", open))),
+                      {REQUIRES_ONE_OF, "rightMargin", "leftMargin"});
 }
 
 TEST(DiscretizeReading, WithoutValuesEachBinValueBecomesALabel) {

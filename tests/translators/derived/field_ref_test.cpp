@@ -1,4 +1,4 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/derived/derived_fields.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +7,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 TEST(FieldRefReading, CopiesTheField) {
     DerivedFields numbers(NumericField("<FieldRef field='x'/>"));
@@ -30,26 +31,23 @@ TEST(FieldRefReading, AnEmptyMapMissingToCountsAsAbsent) {
 }
 
 TEST(FieldRefReading, MapMissingToHasTheTypeOfTheField) {
-    ExpectReadFailure(NumericField("<FieldRef field='x' mapMissingTo='none'/>"), 260151,
-                      "The value: 'none' is invalid of type: 'double'.");
+    ExpectReadFailure(NumericField("<FieldRef field='x' mapMissingTo='none'/>"),
+                      {INVALID_VALUE_OF_TYPE, "none", "double"});
 }
 
 TEST(FieldRefReading, TheFieldMustBeNamedAndKnown) {
-    ExpectReadFailure(NumericField("<FieldRef/>"), 260120, "Missing the attribute 'field' of 'FieldRef'.");
-    ExpectReadFailure(NumericField("<FieldRef field=''/>"), 260125,
-                      "Missing variable:'' definition in the 'DataDictionary' and 'TransformationDictionary'.");
+    ExpectReadFailure(NumericField("<FieldRef/>"), {MISSING_ATTRIBUTE_OF, "field", "FieldRef"});
+    ExpectReadFailure(NumericField("<FieldRef field=''/>"),
+                      {MISSING_VARIABLE_IN_BOTH, "", "DataDictionary", "TransformationDictionary"});
 }
 
 TEST(FieldRefReading, TheTypesMustBeEqual) {
-    ExpectReadFailure(NumericField("<FieldRef field='s' mapMissingTo='none'/>"), 260215,
-                      "Conflict definition between the reference variable 's' and the variable 'z'.");
-    ExpectReadFailure(TextField("<FieldRef field='x'/>"), 260215,
-                      "Conflict definition between the reference variable 'x' and the variable 'z'.");
+    ExpectReadFailure(NumericField("<FieldRef field='s' mapMissingTo='none'/>"), {CONFLICTING_REFERENCE, "s", "z"});
+    ExpectReadFailure(TextField("<FieldRef field='x'/>"), {CONFLICTING_REFERENCE, "x", "z"});
 }
 
 TEST(FieldRefReading, NumericAndDateTimeDoNotMix) {
-    ExpectReadFailure(NumericField("<FieldRef field='d'/>"), 260215,
-                      "Conflict definition between the reference variable 'd' and the variable 'z'.");
+    ExpectReadFailure(NumericField("<FieldRef field='d'/>"), {CONFLICTING_REFERENCE, "d", "z"});
     const DerivedFields fields(DerivedField("z", "optype='continuous' dataType='dateTime'", "<FieldRef field='d'/>"));
     EXPECT_EQ(fields.Var("z").GetFieldName(), "d");
 }
@@ -58,8 +56,8 @@ TEST(FieldRefReading, WithoutATargetOnlyTheFieldIsLookedUp) {
     const DerivedFields fields("");
     const ParsedXml document = ParseXml("<FieldRef field='s' mapMissingTo='1'/>");
     EXPECT_EQ(fields.translator->HandleFieldRef(document.Root(), fields.dictionary.get(), nullptr, nullptr), "s");
-    ExpectFailure([&] { fields.translator->HandleFieldRef(document.Root(), nullptr, nullptr, nullptr); }, 260125,
-                  "Missing variable:'s' definition in the 'DataDictionary' and 'TransformationDictionary'.");
+    ExpectFailure([&] { fields.translator->HandleFieldRef(document.Root(), nullptr, nullptr, nullptr); },
+                  {MISSING_VARIABLE_IN_BOTH, "s", "DataDictionary", "TransformationDictionary"});
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/derived/derived_fields.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +9,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 /// A text field over s, in column "in", and x, in column "num".
 std::string Table(const std::string& content, const std::string& attributes = "defaultValue='other'") {
@@ -41,16 +42,15 @@ TEST(InlineTableRows, TheFirstOfEqualRowsWins) {
 TEST(InlineTableRows, ACellHasTheTypeOfItsColumn) {
     DerivedFields fields(Table("<row><num>1.50</num><out>half</out></row>"));
     EXPECT_EQ(fields.Score("z", {{"x", "1.5"}}), "'half'");
-    ExpectReadFailure(Table("<row><num>one</num><out>half</out></row>"), 260151,
-                      "The value: 'one' is invalid of type: 'double'.");
-    ExpectReadFailure(Table("<row><num/><out>half</out></row>"), 260151, "The value: '' is invalid of type: 'double'.");
+    ExpectReadFailure(Table("<row><num>one</num><out>half</out></row>"), {INVALID_VALUE_OF_TYPE, "one", "double"});
+    ExpectReadFailure(Table("<row><num/><out>half</out></row>"), {INVALID_VALUE_OF_TYPE, "", "double"});
 }
 
 TEST(InlineTableRows, TheOutputHasTheTypeOfTheField) {
     ExpectReadFailure(NumericField("<MapValues outputColumn='out'><FieldColumnPair field='s' column='in'/>"
                                    "<InlineTable>" +
                                    Row("a", "one") + "</InlineTable></MapValues>"),
-                      260151, "The value: 'one' is invalid of type: 'double'.");
+                      {INVALID_VALUE_OF_TYPE, "one", "double"});
 }
 
 TEST(InlineTableRows, ACellsTextIsItsFirstChildNode) {
@@ -104,36 +104,32 @@ TEST(InlineTableRows, TheOutputColumnWinsOverAPair) {
 }
 
 TEST(InlineTableRows, ACellUnderAColumnWithoutAPairIsRefused) {
-    ExpectReadFailure(Table("<row><in>a</in><other>b</other></row>"), 260125,
-                      "Missing variable:'other' definition in the 'DataDictionary' and 'TransformationDictionary'.");
+    ExpectReadFailure(Table("<row><in>a</in><other>b</other></row>"),
+                      {MISSING_VARIABLE_IN_BOTH, "other", "DataDictionary", "TransformationDictionary"});
 }
 
 TEST(InlineTableRows, AColumnIsLookedUpInEveryRow) {
-    ExpectReadFailure(Table(Row("a", "1") + "<row><other>b</other></row>"), 260125,
-                      "Missing variable:'other' definition in the 'DataDictionary' and 'TransformationDictionary'.");
+    ExpectReadFailure(Table(Row("a", "1") + "<row><other>b</other></row>"),
+                      {MISSING_VARIABLE_IN_BOTH, "other", "DataDictionary", "TransformationDictionary"});
 }
 
 TEST(InlineTableRows, APairBehindTheTableComesTooLate) {
     ExpectReadFailure(TextField("<MapValues outputColumn='out'><FieldColumnPair field='s' column='in'/><InlineTable>"
                                 "<row><late>a</late></row></InlineTable><FieldColumnPair field='t' column='late'/>"
                                 "</MapValues>"),
-                      260125,
-                      "Missing variable:'late' definition in the 'DataDictionary' and 'TransformationDictionary'.");
+                      {MISSING_VARIABLE_IN_BOTH, "late", "DataDictionary", "TransformationDictionary"});
 }
 
 TEST(InlineTableRows, AShorterRowIsRefused) {
-    ExpectReadFailure(Table("<row><in>a</in><num>1</num><out>1</out></row>" + Row("a", "2")), 260251,
-                      "Mismatch between the number: '1' of 'column' in 'row' and the number: '2' of 'column' in "
-                      "'InlineTable'.");
-    ExpectReadFailure(Table(Row("a", "1") + "<row/>"), 260251,
-                      "Mismatch between the number: '0' of 'column' in 'row' and the number: '1' of 'column' in "
-                      "'InlineTable'.");
+    ExpectReadFailure(Table("<row><in>a</in><num>1</num><out>1</out></row>" + Row("a", "2")),
+                      {NUMBERS_MISMATCH, "1", "column", "row", "2", "column", "InlineTable"});
+    ExpectReadFailure(Table(Row("a", "1") + "<row/>"),
+                      {NUMBERS_MISMATCH, "0", "column", "row", "1", "column", "InlineTable"});
 }
 
 TEST(InlineTableRows, ALongerRowIsRefused) {
-    ExpectReadFailure(Table(Row("a", "1") + "<row><in>a</in><num>1</num><out>1</out></row>"), 260251,
-                      "Mismatch between the number: '2' of 'column' in 'row' and the number: '1' of 'column' in "
-                      "'InlineTable'.");
+    ExpectReadFailure(Table(Row("a", "1") + "<row><in>a</in><num>1</num><out>1</out></row>"),
+                      {NUMBERS_MISMATCH, "2", "column", "row", "1", "column", "InlineTable"});
 }
 
 TEST(InlineTableRows, RowsOfOneWidthMayChangeTheirColumns) {
@@ -179,14 +175,13 @@ TEST(InlineTableExtensions, BehindARowTheyAreIgnored) {
 }
 
 TEST(InlineTableExtensions, InsideARowTheyAreCells) {
-    ExpectReadFailure(NumericTable("<row><Extension/><in>a</in><out>1</out></row>"), 260125,
-                      "Missing variable:'Extension' definition in the 'DataDictionary' and "
-                      "'TransformationDictionary'.");
+    ExpectReadFailure(NumericTable("<row><Extension/><in>a</in><out>1</out></row>"),
+                      {MISSING_VARIABLE_IN_BOTH, "Extension", "DataDictionary", "TransformationDictionary"});
 }
 
 TEST(InlineTableExtensions, AConflictIsReported) {
-    ExpectReadFailure(NumericTable(Recode("mapSysmisTo") + Recode("mapSysmisTo")), 260216,
-                      "Conflict definition of element between 'mapSysmisTo' and 'mapSysmisTo'.");
+    ExpectReadFailure(NumericTable(Recode("mapSysmisTo") + Recode("mapSysmisTo")),
+                      {CONFLICTING_ELEMENTS, "mapSysmisTo", "mapSysmisTo"});
 }
 
 } // namespace

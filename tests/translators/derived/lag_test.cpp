@@ -1,10 +1,12 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/derived/derived_fields.h"
 
 #include <gtest/gtest.h>
 
 namespace veltrane::tests {
 namespace {
+
+using enum MCVeltrane_900::Message;
 
 TEST(LagReading, WithoutNLooksBackOneCase) {
     DerivedFields fields(NumericField("<Lag field='x'/>"));
@@ -27,18 +29,15 @@ TEST(LagReading, AnEmptyNIsOne) {
 }
 
 TEST(LagReading, NMustBeAPositiveInteger) {
-    ExpectReadFailure(NumericField("<Lag field='x' n='0'/>"), 260151,
-                      "The value: '0' is invalid of type: 'positiveInteger'.");
-    ExpectReadFailure(NumericField("<Lag field='x' n='-2'/>"), 260151,
-                      "The value: '-2' is invalid of type: 'positiveInteger'.");
-    ExpectReadFailure(NumericField("<Lag field='x' n='1.0'/>"), 260151,
-                      "The value: '1.0' is invalid of type: 'integer'.");
+    ExpectReadFailure(NumericField("<Lag field='x' n='0'/>"), {INVALID_VALUE_OF_TYPE, "0", "positiveInteger"});
+    ExpectReadFailure(NumericField("<Lag field='x' n='-2'/>"), {INVALID_VALUE_OF_TYPE, "-2", "positiveInteger"});
+    ExpectReadFailure(NumericField("<Lag field='x' n='1.0'/>"), {INVALID_VALUE_OF_TYPE, "1.0", "integer"});
 }
 
 TEST(LagReading, TheFieldMustBeNamedAndKnown) {
-    ExpectReadFailure(NumericField("<Lag n='0'/>"), 260120, "Missing the attribute 'field' of 'Lag'.");
-    ExpectReadFailure(NumericField("<Lag field='w' n='0'/>"), 260125,
-                      "Missing variable:'w' definition in the 'DataDictionary' and 'TransformationDictionary'.");
+    ExpectReadFailure(NumericField("<Lag n='0'/>"), {MISSING_ATTRIBUTE_OF, "field", "Lag"});
+    ExpectReadFailure(NumericField("<Lag field='w' n='0'/>"),
+                      {MISSING_VARIABLE_IN_BOTH, "w", "DataDictionary", "TransformationDictionary"});
 }
 
 TEST(LagReading, EveryChildIsABlockIndicator) {
@@ -51,15 +50,15 @@ TEST(LagReading, EveryChildIsABlockIndicator) {
 }
 
 TEST(LagReading, ABlockIndicatorMustBeKnown) {
-    ExpectReadFailure(NumericField("<Lag field='x'><BlockIndicator field='w'/></Lag>"), 260125,
-                      "Missing variable:'w' definition in the 'DataDictionary' and 'TransformationDictionary'.");
-    ExpectReadFailure(NumericField("<Lag field='x'><BlockIndicator/></Lag>"), 260125,
-                      "Missing variable:'' definition in the 'DataDictionary' and 'TransformationDictionary'.");
+    ExpectReadFailure(NumericField("<Lag field='x'><BlockIndicator field='w'/></Lag>"),
+                      {MISSING_VARIABLE_IN_BOTH, "w", "DataDictionary", "TransformationDictionary"});
+    ExpectReadFailure(NumericField("<Lag field='x'><BlockIndicator/></Lag>"),
+                      {MISSING_VARIABLE_IN_BOTH, "", "DataDictionary", "TransformationDictionary"});
 }
 
 TEST(LagReading, NIsTestedBeforeTheBlockIndicators) {
-    ExpectReadFailure(NumericField("<Lag field='x' n='0'><BlockIndicator field='w'/></Lag>"), 260151,
-                      "The value: '0' is invalid of type: 'positiveInteger'.");
+    ExpectReadFailure(NumericField("<Lag field='x' n='0'><BlockIndicator field='w'/></Lag>"),
+                      {INVALID_VALUE_OF_TYPE, "0", "positiveInteger"});
 }
 
 TEST(LagReading, FieldAndIndicatorsMayBeDerived) {

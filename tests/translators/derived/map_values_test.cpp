@@ -1,4 +1,4 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/derived/derived_fields.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +9,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 const std::string kPair = "<FieldColumnPair field='s' column='in'/>";
 const std::string kTable = "<InlineTable><row><in>a</in><out>1</out></row><row><in>b</in><out>2</out></row>"
@@ -47,15 +48,13 @@ TEST(MapValuesReading, SeveralInputs) {
 }
 
 TEST(MapValuesReading, TheOutputColumnMustBeThere) {
-    ExpectReadFailure(NumericField("<MapValues><Foo/></MapValues>"), 260120,
-                      "Missing the attribute 'outputColumn' of 'MapValues'.");
+    ExpectReadFailure(NumericField("<MapValues><Foo/></MapValues>"),
+                      {MISSING_ATTRIBUTE_OF, "outputColumn", "MapValues"});
 }
 
 TEST(MapValuesReading, TheAttributesAreReadBeforeTheOutputColumn) {
-    ExpectReadFailure(NumericField("<MapValues mapMissingTo='a'/>"), 260151,
-                      "The value: 'a' is invalid of type: 'double'.");
-    ExpectReadFailure(NumericField("<MapValues defaultValue='b'/>"), 260151,
-                      "The value: 'b' is invalid of type: 'double'.");
+    ExpectReadFailure(NumericField("<MapValues mapMissingTo='a'/>"), {INVALID_VALUE_OF_TYPE, "a", "double"});
+    ExpectReadFailure(NumericField("<MapValues defaultValue='b'/>"), {INVALID_VALUE_OF_TYPE, "b", "double"});
 }
 
 TEST(MapValuesReading, TheSourceIsTheFieldOfTheLastPair) {
@@ -66,10 +65,9 @@ TEST(MapValuesReading, TheSourceIsTheFieldOfTheLastPair) {
 }
 
 TEST(MapValuesReading, APairNeedsFieldAndColumn) {
-    ExpectReadFailure(NumericField(Map("<FieldColumnPair/>")), 260120,
-                      "Missing the attribute 'field' of 'FieldColumnPair'.");
-    ExpectReadFailure(NumericField(Map("<FieldColumnPair field='s'/>")), 260120,
-                      "Missing the attribute 'column' of 'FieldColumnPair'.");
+    ExpectReadFailure(NumericField(Map("<FieldColumnPair/>")), {MISSING_ATTRIBUTE_OF, "field", "FieldColumnPair"});
+    ExpectReadFailure(NumericField(Map("<FieldColumnPair field='s'/>")),
+                      {MISSING_ATTRIBUTE_OF, "column", "FieldColumnPair"});
 }
 
 TEST(KeptMapValues, APairOfAnUnknownFieldFailsOutsideTheCatalogue) {
@@ -85,8 +83,7 @@ TEST(MapValuesReading, AColumnKeepsItsFirstField) {
 }
 
 TEST(MapValuesReading, ATableAheadOfThePairsIsRefused) {
-    ExpectReadFailure(NumericField(Map(kTable + kPair)), 260122,
-                      "Missing definition of 'FieldColumnPair' in 'InlineTable'.");
+    ExpectReadFailure(NumericField(Map(kTable + kPair)), {MISSING_DEFINITION, "FieldColumnPair", "InlineTable"});
 }
 
 TEST(MapValuesReading, ATableLocatorIsSkipped) {
@@ -96,8 +93,7 @@ TEST(MapValuesReading, ATableLocatorIsSkipped) {
 }
 
 TEST(MapValuesReading, AnotherChildIsRefused) {
-    ExpectReadFailure(NumericField(Map(kPair + "<Foo/>")), 260153,
-                      "Invalid value: 'Foo' of attribute 'name' in 'MapValues'.");
+    ExpectReadFailure(NumericField(Map(kPair + "<Foo/>")), {INVALID_ATTRIBUTE_VALUE_IN, "Foo", "name", "MapValues"});
 }
 
 TEST(MapValuesReading, ALaterTableReplacesAnEarlierOne) {
@@ -136,23 +132,22 @@ TEST(KeptRecodeTargetSysmis, BehindATableItTakesTheTableAway) {
 }
 
 TEST(RecodeTargetSysmis, NeedsANumericField) {
-    ExpectReadFailure(TextField(Map(TargetSysmis("a"))), 260244,
-                      "Type mismatch between 'recodeTargetSysmis' and parameter variable 'z'.");
-    ExpectReadFailure(TextField(Map(kPair + "<InlineTable>" + TargetSysmis("a") + "</InlineTable>")), 260244,
-                      "Type mismatch between 'recodeTargetSysmis' and parameter variable 'z'.");
+    ExpectReadFailure(TextField(Map(TargetSysmis("a"))), {PARAMETER_TYPE_MISMATCH, "recodeTargetSysmis", "z"});
+    ExpectReadFailure(TextField(Map(kPair + "<InlineTable>" + TargetSysmis("a") + "</InlineTable>")),
+                      {PARAMETER_TYPE_MISMATCH, "recodeTargetSysmis", "z"});
 }
 
 TEST(RecodeTargetSysmis, NeedsASource) {
-    ExpectReadFailure(NumericField(Map(TargetSysmis("a") + kPair)), 260122,
-                      "Missing definition of 'FieldColumnPair' in 'MapValues'.");
+    ExpectReadFailure(NumericField(Map(TargetSysmis("a") + kPair)),
+                      {MISSING_DEFINITION, "FieldColumnPair", "MapValues"});
 }
 
 TEST(RecodeTargetSysmis, TheKeyOfANumericSourceMustBeANumber) {
-    ExpectReadFailure(NumericField(Map("<FieldColumnPair field='x' column='in'/>" + TargetSysmis("a"))), 260151,
-                      "The value: 'a' is invalid of type: 'double'.");
+    ExpectReadFailure(NumericField(Map("<FieldColumnPair field='x' column='in'/>" + TargetSysmis("a"))),
+                      {INVALID_VALUE_OF_TYPE, "a", "double"});
     ExpectReadFailure(NumericField(Map("<FieldColumnPair field='x' column='in'/>"
                                        "<Extension name='recodeTargetSysmis'/>")),
-                      260151, "The value: '' is invalid of type: 'double'.");
+                      {INVALID_VALUE_OF_TYPE, "", "double"});
 }
 
 } // namespace

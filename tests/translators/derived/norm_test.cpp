@@ -1,4 +1,5 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 #include "translators/derived/derived_fields.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 std::string Point(const std::string& orig, const std::string& norm) {
     return "<LinearNorm orig='" + orig + "' norm='" + norm + "'/>";
@@ -19,9 +21,8 @@ std::string Norm(const std::string& content, const std::string& attributes = "fi
 }
 
 TEST(NormContinuousReading, OnePointIsRefused) {
-    ExpectReadFailure(Norm(Point("0", "0"), ""), 260176,
-                      "More than one element 'LinearNorm' are required in 'DerivedField'.");
-    ExpectReadFailure(Norm(""), 260176, "More than one element 'LinearNorm' are required in 'DerivedField'.");
+    ExpectReadFailure(Norm(Point("0", "0"), ""), {REQUIRES_MORE_THAN_ONE, "LinearNorm", "DerivedField"});
+    ExpectReadFailure(Norm(""), {REQUIRES_MORE_THAN_ONE, "LinearNorm", "DerivedField"});
 }
 
 TEST(NormContinuousReading, TwoPointsPass) {
@@ -63,37 +64,30 @@ TEST(NormContinuousReading, MapMissingToReplacesAMissingValue) {
 
 TEST(NormContinuousReading, TheFieldMustBeNamedKnownAndContinuous) {
     const std::string points = Point("0", "0") + Point("2", "1");
-    ExpectReadFailure(Norm(points, ""), 260120, "Missing the attribute 'field' of 'NormContinuous'.");
-    ExpectReadFailure(Norm(points, "field='w'"), 260125,
-                      "Missing variable:'w' definition in the 'DataDictionary' and 'TransformationDictionary'.");
-    ExpectReadFailure(Norm(points, "field='o'"), 260180,
-                      "Require the value 'continuous' of attribute 'optype' in 'o'.");
-    ExpectReadFailure(Norm(points, "field='s'"), 260180,
-                      "Require the value 'continuous' of attribute 'optype' in 's'.");
+    ExpectReadFailure(Norm(points, ""), {MISSING_ATTRIBUTE_OF, "field", "NormContinuous"});
+    ExpectReadFailure(Norm(points, "field='w'"),
+                      {MISSING_VARIABLE_IN_BOTH, "w", "DataDictionary", "TransformationDictionary"});
+    ExpectReadFailure(Norm(points, "field='o'"), {REQUIRES_VALUE_IN, "continuous", "optype", "o"});
+    ExpectReadFailure(Norm(points, "field='s'"), {REQUIRES_VALUE_IN, "continuous", "optype", "s"});
 }
 
 TEST(NormContinuousReading, BothCoordinatesMustBeNumbers) {
-    ExpectReadFailure(Norm(Point("0", "0") + "<LinearNorm norm='1'/>"), 260120,
-                      "Missing the attribute 'orig' of 'LinearNorm'.");
-    ExpectReadFailure(Norm(Point("0", "0") + "<LinearNorm orig='1'/>"), 260120,
-                      "Missing the attribute 'norm' of 'LinearNorm'.");
-    ExpectReadFailure(Norm(Point("0", "zero") + Point("one", "1")), 260151,
-                      "The value: 'zero' is invalid of type: 'double'.");
+    ExpectReadFailure(Norm(Point("0", "0") + "<LinearNorm norm='1'/>"), {MISSING_ATTRIBUTE_OF, "orig", "LinearNorm"});
+    ExpectReadFailure(Norm(Point("0", "0") + "<LinearNorm orig='1'/>"), {MISSING_ATTRIBUTE_OF, "norm", "LinearNorm"});
+    ExpectReadFailure(Norm(Point("0", "zero") + Point("one", "1")), {INVALID_VALUE_OF_TYPE, "zero", "double"});
 }
 
 TEST(NormContinuousReading, PointsAreReadBehindTheFieldAndAheadOfMapMissingTo) {
     const std::string points = Point("0", "0") + Point("one", "1");
-    ExpectReadFailure(Norm(points, "field='o' mapMissingTo='none'"), 260180,
-                      "Require the value 'continuous' of attribute 'optype' in 'o'.");
-    ExpectReadFailure(Norm(points, "field='x' mapMissingTo='none'"), 260151,
-                      "The value: 'one' is invalid of type: 'double'.");
-    ExpectReadFailure(Norm(Point("0", "0") + Point("1", "1"), "field='x' mapMissingTo='none'"), 260151,
-                      "The value: 'none' is invalid of type: 'double'.");
+    ExpectReadFailure(Norm(points, "field='o' mapMissingTo='none'"), {REQUIRES_VALUE_IN, "continuous", "optype", "o"});
+    ExpectReadFailure(Norm(points, "field='x' mapMissingTo='none'"), {INVALID_VALUE_OF_TYPE, "one", "double"});
+    ExpectReadFailure(Norm(Point("0", "0") + Point("1", "1"), "field='x' mapMissingTo='none'"),
+                      {INVALID_VALUE_OF_TYPE, "none", "double"});
 }
 
 TEST(KeptNormContinuous, EveryChildIsAPoint) {
-    ExpectReadFailure(Norm(Point("0", "0") + Point("1", "1") + "<Extension name='e'/>"), 260120,
-                      "Missing the attribute 'orig' of 'Extension'.");
+    ExpectReadFailure(Norm(Point("0", "0") + Point("1", "1") + "<Extension name='e'/>"),
+                      {MISSING_ATTRIBUTE_OF, "orig", "Extension"});
     DerivedFields fields(Norm(Point("0", "0") + "<Extension orig='1' norm='1'/>" + Point("2", "4")));
     EXPECT_EQ(fields.Score("z", {{"x", "1.5"}}), "2.5");
 }
@@ -108,19 +102,18 @@ std::string Indicator(const std::string& attributes) {
 }
 
 TEST(NormDiscreteReading, AContinuousFieldIsRefused) {
-    ExpectReadFailure(Indicator("field='x' value='1'"), 260214,
-                      "Conflict setting between the value 'continuous' of attribute 'optype' in 'x' and the value "
-                      "'NormDiscrete' of attribute 'name' in 'x'.");
+    ExpectReadFailure(Indicator("field='x' value='1'"),
+                      {CONFLICTING_VALUES_IN, "continuous", "optype", "x", "NormDiscrete", "name", "x"});
 }
 
 TEST(NormDiscreteReading, TheFieldMustBeNamedAndKnown) {
-    ExpectReadFailure(Indicator("value='1'"), 260120, "Missing the attribute 'field' of 'NormDiscrete'.");
-    ExpectReadFailure(Indicator("field='w'"), 260125,
-                      "Missing variable:'w' definition in the 'DataDictionary' and 'TransformationDictionary'.");
+    ExpectReadFailure(Indicator("value='1'"), {MISSING_ATTRIBUTE_OF, "field", "NormDiscrete"});
+    ExpectReadFailure(Indicator("field='w'"),
+                      {MISSING_VARIABLE_IN_BOTH, "w", "DataDictionary", "TransformationDictionary"});
 }
 
 TEST(NormDiscreteReading, AValueMustBeThere) {
-    ExpectReadFailure(Indicator("field='s'"), 260120, "Missing the attribute 'value' of 'NormDiscrete'.");
+    ExpectReadFailure(Indicator("field='s'"), {MISSING_ATTRIBUTE_OF, "value", "NormDiscrete"});
 }
 
 TEST(NormDiscreteReading, AnEmptyValueStoresNoDefault) {
@@ -138,7 +131,7 @@ TEST(KeptNormDiscrete, TheIndicatorIsTheSameForAllCases) {
 }
 
 struct CategoryRow {
-    const char* label;
+    const char* name;
     const char* attributes;
     const char* defaultValue;
 };
@@ -161,7 +154,7 @@ INSTANTIATE_TEST_SUITE_P(Fields, NormDiscreteCategory,
                                          CategoryRow{"NoListTakesTheNumber", "field='n' value='5'", "1"},
                                          CategoryRow{"TheMethodHasNoEffect", "field='s' value='b' method='thresholds'",
                                                      "1"}),
-                         [](const auto& row) { return row.param.label; });
+                         NameOfRow());
 
 TEST(KeptNormDiscrete, TheCategoryIsAddedToAFieldWithoutAny) {
     const DerivedFields fields(
@@ -173,7 +166,7 @@ TEST(KeptNormDiscrete, TheCategoryIsAddedToAFieldWithoutAny) {
 }
 
 TEST(NormDiscreteReading, ANumberMustBeOneWhereNoneIsListed) {
-    ExpectReadFailure(Indicator("field='n' value='five'"), 260151, "The value: 'five' is invalid of type: 'double'.");
+    ExpectReadFailure(Indicator("field='n' value='five'"), {INVALID_VALUE_OF_TYPE, "five", "double"});
 }
 
 TEST(NormDiscreteReading, ADateFieldWithAListHasNoSuchCategory) {

@@ -1,4 +1,5 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 #include "translators/derived/derived_fields.h"
 
 #include <MCVeltrane_900/NumericValue.h>
@@ -11,6 +12,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 std::string Recode(const std::string& name, const std::string& value = "") {
     return "<Extension name='" + name + "'" + (value.empty() ? "" : " value='" + value + "'") + "/>";
@@ -29,7 +31,7 @@ std::string Bins(const std::string& attributes, const std::string& extensions) {
 /// An expression that takes extensions, with attributes and extensions in it.
 using Expression = std::string (*)(const std::string&, const std::string&);
 struct PlaceRow {
-    const char* label;
+    const char* name;
     Expression expression;
 };
 
@@ -50,8 +52,8 @@ TEST_P(RecodeExtensions, ElseCopy) {
 }
 
 TEST_P(RecodeExtensions, ElseCopyConflictsWithADefaultValue) {
-    ExpectReadFailure(Field("defaultValue='1'", Recode("recodeElseCopy")), 260216,
-                      "Conflict definition of element between 'defaultValue' and 'recodeElseCopy'.");
+    ExpectReadFailure(Field("defaultValue='1'", Recode("recodeElseCopy")),
+                      {CONFLICTING_ELEMENTS, "defaultValue", "recodeElseCopy"});
 }
 
 TEST_P(RecodeExtensions, MissingCopy) {
@@ -61,8 +63,8 @@ TEST_P(RecodeExtensions, MissingCopy) {
 }
 
 TEST_P(RecodeExtensions, MissingCopyConflictsWithAMapMissingTo) {
-    ExpectReadFailure(Field("mapMissingTo='1'", Recode("recodeMissingCopy")), 260216,
-                      "Conflict definition of element between 'mapSysmisTo' and 'recodeMissingCopy'.");
+    ExpectReadFailure(Field("mapMissingTo='1'", Recode("recodeMissingCopy")),
+                      {CONFLICTING_ELEMENTS, "mapSysmisTo", "recodeMissingCopy"});
 }
 
 TEST_P(RecodeExtensions, MapSysmisTo) {
@@ -75,17 +77,16 @@ TEST_P(RecodeExtensions, MapSysmisTo) {
 TEST_P(RecodeExtensions, MapSysmisToHasTheTypeOfTheField) {
     EXPECT_EQ(ToText(DerivedFields(OfText("", Recode("mapSysmisTo", "none"))).Var("z").GetRecodeSysmisValueRep()),
               "'none'");
-    ExpectReadFailure(Field("", Recode("mapSysmisTo", "none")), 260151,
-                      "The value: 'none' is invalid of type: 'double'.");
+    ExpectReadFailure(Field("", Recode("mapSysmisTo", "none")), {INVALID_VALUE_OF_TYPE, "none", "double"});
 }
 
 TEST_P(RecodeExtensions, MapSysmisToNeedsAValue) {
-    ExpectReadFailure(Field("", Recode("mapSysmisTo")), 260120, "Missing the attribute 'value' of 'Extension'.");
+    ExpectReadFailure(Field("", Recode("mapSysmisTo")), {MISSING_ATTRIBUTE_OF, "value", "Extension"});
 }
 
 TEST_P(RecodeExtensions, MapSysmisToConflictsWithItself) {
-    ExpectReadFailure(Field("", Recode("mapSysmisTo", "1") + Recode("mapSysmisTo")), 260216,
-                      "Conflict definition of element between 'mapSysmisTo' and 'mapSysmisTo'.");
+    ExpectReadFailure(Field("", Recode("mapSysmisTo", "1") + Recode("mapSysmisTo")),
+                      {CONFLICTING_ELEMENTS, "mapSysmisTo", "mapSysmisTo"});
 }
 
 TEST_P(RecodeExtensions, MissingSysmis) {
@@ -95,17 +96,17 @@ TEST_P(RecodeExtensions, MissingSysmis) {
 }
 
 TEST_P(RecodeExtensions, MissingSysmisNeedsANumericField) {
-    ExpectReadFailure(OfText("mapMissingTo='1'", Recode("recodeMissingSysmis")), 260244,
-                      "Type mismatch between 'recodeMissingSysmis' and parameter variable 'z'.");
+    ExpectReadFailure(OfText("mapMissingTo='1'", Recode("recodeMissingSysmis")),
+                      {PARAMETER_TYPE_MISMATCH, "recodeMissingSysmis", "z"});
 }
 
 TEST_P(RecodeExtensions, MissingSysmisConflictsWithEveryOtherMissingRecode) {
-    const std::string text = "Conflict definition of element between 'mapSysmisTo, recodeMissingCopy, mapMissingTo' "
-                             "and 'recodeMissingSysmis'.";
-    ExpectReadFailure(Field("mapMissingTo='1'", Recode("recodeMissingSysmis")), 260216, text);
-    ExpectReadFailure(Field("", Recode("recodeMissingCopy") + Recode("recodeMissingSysmis")), 260216, text);
-    ExpectReadFailure(Field("", Recode("mapSysmisTo", "1") + Recode("recodeMissingSysmis")), 260216, text);
-    ExpectReadFailure(Field("", Recode("recodeMissingSysmis") + Recode("recodeMissingSysmis")), 260216, text);
+    constexpr Failure kFailure{CONFLICTING_ELEMENTS, "mapSysmisTo, recodeMissingCopy, mapMissingTo",
+                               "recodeMissingSysmis"};
+    ExpectReadFailure(Field("mapMissingTo='1'", Recode("recodeMissingSysmis")), kFailure);
+    ExpectReadFailure(Field("", Recode("recodeMissingCopy") + Recode("recodeMissingSysmis")), kFailure);
+    ExpectReadFailure(Field("", Recode("mapSysmisTo", "1") + Recode("recodeMissingSysmis")), kFailure);
+    ExpectReadFailure(Field("", Recode("recodeMissingSysmis") + Recode("recodeMissingSysmis")), kFailure);
 }
 
 TEST_P(RecodeExtensions, MissingSysmisPassesBesideElseCopy) {
@@ -114,8 +115,8 @@ TEST_P(RecodeExtensions, MissingSysmisPassesBesideElseCopy) {
 }
 
 TEST_P(RecodeExtensions, MissingCopyBehindMissingSysmisConflicts) {
-    ExpectReadFailure(Field("", Recode("recodeMissingSysmis") + Recode("recodeMissingCopy")), 260216,
-                      "Conflict definition of element between 'mapSysmisTo' and 'recodeMissingCopy'.");
+    ExpectReadFailure(Field("", Recode("recodeMissingSysmis") + Recode("recodeMissingCopy")),
+                      {CONFLICTING_ELEMENTS, "mapSysmisTo", "recodeMissingCopy"});
 }
 
 TEST_P(RecodeExtensions, OtherNamesDoNothing) {
@@ -129,8 +130,7 @@ TEST_P(RecodeExtensions, OtherNamesDoNothing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Places, RecodeExtensions,
-                         testing::Values(PlaceRow{"MapValues", Map}, PlaceRow{"Discretize", Bins}),
-                         [](const auto& row) { return row.param.label; });
+                         testing::Values(PlaceRow{"MapValues", Map}, PlaceRow{"Discretize", Bins}), NameOfRow());
 
 class RecodeAttributes : public testing::TestWithParam<PlaceRow> {};
 
@@ -150,15 +150,14 @@ TEST_P(RecodeAttributes, EmptyOnesCountAsAbsent) {
 }
 
 TEST_P(RecodeAttributes, AreCheckedMapMissingToFirst) {
-    ExpectReadFailure(NumericField(GetParam().expression("defaultValue='b' mapMissingTo='a'", "")), 260151,
-                      "The value: 'a' is invalid of type: 'double'.");
-    ExpectReadFailure(NumericField(GetParam().expression("defaultValue='b'", "")), 260151,
-                      "The value: 'b' is invalid of type: 'double'.");
+    ExpectReadFailure(NumericField(GetParam().expression("defaultValue='b' mapMissingTo='a'", "")),
+                      {INVALID_VALUE_OF_TYPE, "a", "double"});
+    ExpectReadFailure(NumericField(GetParam().expression("defaultValue='b'", "")),
+                      {INVALID_VALUE_OF_TYPE, "b", "double"});
 }
 
 INSTANTIATE_TEST_SUITE_P(Places, RecodeAttributes,
-                         testing::Values(PlaceRow{"MapValues", Map}, PlaceRow{"Discretize", Bins}),
-                         [](const auto& row) { return row.param.label; });
+                         testing::Values(PlaceRow{"MapValues", Map}, PlaceRow{"Discretize", Bins}), NameOfRow());
 
 } // namespace
 } // namespace veltrane::tests

@@ -9,6 +9,8 @@ using MCVeltrane_900::NumericValue;
 using MCVeltrane_900::ScoreDictVar;
 using veltrane::tests::Categorical;
 using veltrane::tests::DictionaryReading;
+using veltrane::tests::Failure;
+using enum MCVeltrane_900::Message;
 
 using Texts = std::vector<std::string>;
 
@@ -74,29 +76,27 @@ TEST_F(CategoricalField, DateTimeValuesAreNumbers) {
         Categorical("<Value value='3653'/><Value value='3654' property='missing'/>", "dataType='dateDaysSince[1960]'"));
     EXPECT_EQ(Labels(var), Texts{"0=3653"});
     EXPECT_EQ(MissingRanges(var), Texts{"[1, 1]"});
-    ExpectFault(Categorical("<Value value='1970-01-01'/>", "dataType='date'"), 260151,
-                "The value: '1970-01-01' is invalid of type: 'double'.");
+    ExpectFault(Categorical("<Value value='1970-01-01'/>", "dataType='date'"),
+                {INVALID_VALUE_OF_TYPE, "1970-01-01", "double"});
 }
 
 TEST_F(CategoricalField, RefusesOtherProperties) {
-    ExpectFault(Categorical("<Value value='1' property='Valid'/>"), 260153,
-                "Invalid value: 'Valid' of attribute 'property' in 'Value'.");
+    ExpectFault(Categorical("<Value value='1' property='Valid'/>"),
+                {INVALID_ATTRIBUTE_VALUE_IN, "Valid", "property", "Value"});
 }
 
 TEST_F(CategoricalField, RefusesAValueElementWithoutAValue) {
-    ExpectFault(Categorical("<Value/>"), 260120, "Missing the attribute 'value' of 'Value'.");
-    ExpectFault(Categorical("<Value property='missing'/>"), 260120, "Missing the attribute 'value' of 'Value'.");
+    ExpectFault(Categorical("<Value/>"), {MISSING_ATTRIBUTE_OF, "value", "Value"});
+    ExpectFault(Categorical("<Value property='missing'/>"), {MISSING_ATTRIBUTE_OF, "value", "Value"});
 }
 
 TEST_F(CategoricalField, RefusesTextInANumericField) {
-    ExpectFault(Categorical("<Value value='x'/>"), 260151, "The value: 'x' is invalid of type: 'double'.");
-    ExpectFault(Categorical("<Value value='x' property='missing'/>"), 260151,
-                "The value: 'x' is invalid of type: 'double'.");
+    ExpectFault(Categorical("<Value value='x'/>"), {INVALID_VALUE_OF_TYPE, "x", "double"});
+    ExpectFault(Categorical("<Value value='x' property='missing'/>"), {INVALID_VALUE_OF_TYPE, "x", "double"});
 }
 
 TEST_F(CategoricalField, RefusesOtherChildren) {
-    ExpectFault(Categorical("<Interval closure='closedClosed'/>"), 260172,
-                "The value: 'Interval' is invalid, expect: 'Extension, Value'.");
+    ExpectFault(Categorical("<Interval closure='closedClosed'/>"), {UNEXPECTED_VALUE, "Interval", "Extension, Value"});
 }
 
 TEST_F(CategoricalField, AcceptsAnEmptyValueOfAStringField) {
@@ -106,44 +106,43 @@ TEST_F(CategoricalField, AcceptsAnEmptyValueOfAStringField) {
 }
 
 TEST_F(CategoricalField, RefusesANumericEmptyValueAsNoNumberWhileTheTypeIsNotExplicit) {
-    const std::string noNumber = "The value: '' is invalid of type: 'double'.";
-    ExpectFault(Categorical("<Value value=''/>"), 260151, noNumber);
-    ExpectFault(Categorical("<Value value=''/>", "x-storageType='numeric'"), 260151, noNumber);
+    constexpr Failure kNoNumber{INVALID_VALUE_OF_TYPE, "", "double"};
+    ExpectFault(Categorical("<Value value=''/>"), kNoNumber);
+    ExpectFault(Categorical("<Value value=''/>", "x-storageType='numeric'"), kNoNumber);
 }
 
 class KeptCategoricalField : public DictionaryReading {};
 
-constexpr const char* kRefusedEmpty = "Invalid value: '' of attribute 'value' in 'MapValues'.";
+constexpr Failure kRefusedEmpty{INVALID_ATTRIBUTE_VALUE_IN, "", "value", "MapValues"};
 
 TEST_F(KeptCategoricalField, RefusesAnEmptyMissingNumberInTheNameOfMapValues) {
-    ExpectFault(Categorical("<Value value='' property='missing'/>"), 260153, kRefusedEmpty);
-    ExpectFault(Categorical("<Value value='' property='invalid'/>"), 260153, kRefusedEmpty);
+    ExpectFault(Categorical("<Value value='' property='missing'/>"), kRefusedEmpty);
+    ExpectFault(Categorical("<Value value='' property='invalid'/>"), kRefusedEmpty);
 }
 
 TEST_F(KeptCategoricalField, RefusesAnEmptyNumberInTheNameOfMapValuesOnceTheTypeIsExplicit) {
-    ExpectFault(Categorical("<Value value=''/>", "dataType='integer'"), 260153, kRefusedEmpty);
-    ExpectFault(Categorical("<Value value=''/>", "dataType='float'"), 260153, kRefusedEmpty);
-    ExpectFault(Categorical(Extension("x-storageType", "numeric") + "<Value value=''/>"), 260153, kRefusedEmpty);
-    ExpectFault(Categorical("<Value value='1'/><Value value='' property='valid'/>"), 260153, kRefusedEmpty);
-    ExpectFault(Categorical("<Value value='1' property='missing'/><Value value=''/>"), 260153, kRefusedEmpty);
+    ExpectFault(Categorical("<Value value=''/>", "dataType='integer'"), kRefusedEmpty);
+    ExpectFault(Categorical("<Value value=''/>", "dataType='float'"), kRefusedEmpty);
+    ExpectFault(Categorical(Extension("x-storageType", "numeric") + "<Value value=''/>"), kRefusedEmpty);
+    ExpectFault(Categorical("<Value value='1'/><Value value='' property='valid'/>"), kRefusedEmpty);
+    ExpectFault(Categorical("<Value value='1' property='missing'/><Value value=''/>"), kRefusedEmpty);
 }
 
 TEST_F(CategoricalField, RefusesATextThatIsValidAndMissing) {
-    ExpectFault(Categorical("<Value value='1'/><Value value='1' property='missing'/>"), 260213,
-                "Conflict definition, the value '1' is defined in both valid and invalid.");
+    ExpectFault(Categorical("<Value value='1'/><Value value='1' property='missing'/>"), {VALID_AND_INVALID, "1"});
 }
 
 TEST_F(CategoricalField, RefusesATextThatIsValidAndMissingWhateverItsCase) {
     ExpectFault(Categorical("<Value value='A' property='missing'/><Value value='a' property='valid'/>", kString),
-                260213, "Conflict definition, the value 'A' is defined in both valid and invalid.");
-    ExpectFault(Categorical("<Value value='\xC3\xA4'/><Value value='\xC3\x84' property='invalid'/>", kString), 260213,
-                "Conflict definition, the value '\xC3\x84' is defined in both valid and invalid.");
+                {VALID_AND_INVALID, "A"});
+    ExpectFault(Categorical("<Value value='\xC3\xA4'/><Value value='\xC3\x84' property='invalid'/>", kString),
+                {VALID_AND_INVALID, "\xC3\x84"});
 }
 
 TEST_F(CategoricalField, ReportsTheFirstMissingTextThatConflicts) {
     ExpectFault(Categorical("<Value value='1'/><Value value='2'/><Value value='3' property='missing'/>"
                             "<Value value='2' property='missing'/><Value value='1' property='missing'/>"),
-                260213, "Conflict definition, the value '2' is defined in both valid and invalid.");
+                {VALID_AND_INVALID, "2"});
 }
 
 TEST_F(KeptCategoricalField, ComparesMissingWithValidAsTextsNotAsNumbers) {
@@ -155,26 +154,25 @@ TEST_F(KeptCategoricalField, ComparesMissingWithValidAsTextsNotAsNumbers) {
 TEST_F(CategoricalField, AFlagHasAtMostTwoValues) {
     const std::string flag = Extension("x-measure", "flag");
     EXPECT_EQ(Labels(ReadField(Categorical(flag + "<Value value='1'/><Value value='2'/>"))).size(), 2u);
-    ExpectFault(Categorical(flag + "<Value value='1'/><Value value='2'/><Value value='3'/>"), 260271,
-                "More than two 'categorical' defined when 'flag' is set.");
+    ExpectFault(Categorical(flag + "<Value value='1'/><Value value='2'/><Value value='3'/>"),
+                {MORE_THAN_TWO, "categorical", "flag"});
 }
 
 TEST_F(CategoricalField, RefusesALabelOfTheMissingNumber) {
-    ExpectFault(Categorical("<Value value='-1e999'/>"), 260294,
-                "The value: 'Undefined' in variable 'f' is defined as missing or both valid and invalid.");
+    ExpectFault(Categorical("<Value value='-1e999'/>"), {VALUE_MISSING_OR_VALID_AND_INVALID, "Undefined", "f"});
 }
 
-std::string DuplicateOf(const std::string& text) {
-    return "Duplicate definition of 'value': '" + text + "', already in 'DataDictionary'.";
+constexpr Failure DuplicateOf(const char* text) {
+    return {DUPLICATE_DEFINITION, "value", text, "DataDictionary"};
 }
 
 TEST_F(CategoricalField, RefusesDuplicateNumbers) {
-    ExpectFault(Categorical("<Value value='2'/><Value value='1'/><Value value='1.0'/>"), 260203, DuplicateOf("1"));
-    ExpectFault(Categorical("<Value value='0.1'/><Value value='0.100000000000000001'/>"), 260203, DuplicateOf("0.1"));
+    ExpectFault(Categorical("<Value value='2'/><Value value='1'/><Value value='1.0'/>"), DuplicateOf("1"));
+    ExpectFault(Categorical("<Value value='0.1'/><Value value='0.100000000000000001'/>"), DuplicateOf("0.1"));
 }
 
 TEST_F(CategoricalField, ComparesNumbersWithTheirTolerance) {
-    ExpectFault(Categorical("<Value value='1'/><Value value='1.00000000000002'/>"), 260203, DuplicateOf("1"));
+    ExpectFault(Categorical("<Value value='1'/><Value value='1.00000000000002'/>"), DuplicateOf("1"));
     EXPECT_EQ(Labels(ReadField(Categorical("<Value value='1'/><Value value='1.00000000000003'/>"))).size(), 2u);
     EXPECT_EQ(Labels(ReadField(Categorical("<Value value='0'/><Value value='1e-300'/>"))).size(), 2u);
 }
@@ -182,29 +180,28 @@ TEST_F(CategoricalField, ComparesNumbersWithTheirTolerance) {
 TEST_F(CategoricalField, ReportsTheFirstLabelThatHasADuplicate) {
     ExpectFault(Categorical("<Value value='3'/><Value value='2'/><Value value='1'/><Value value='1'/>"
                             "<Value value='2'/>"),
-                260203, DuplicateOf("2"));
+                DuplicateOf("2"));
 }
 
 TEST_F(CategoricalField, RefusesDuplicateTexts) {
-    ExpectFault(Categorical("<Value value='a'/><Value value='b'/><Value value='a'/>", kString), 260203,
-                DuplicateOf("a"));
+    ExpectFault(Categorical("<Value value='a'/><Value value='b'/><Value value='a'/>", kString), DuplicateOf("a"));
     EXPECT_EQ(Labels(ReadField(Categorical("<Value value='a'/><Value value='A'/>", kString))).size(), 2u);
 }
 
 TEST_F(CategoricalField, TextsThatDifferInTrailingBlanksAreDuplicatesUnlessBlanksCount) {
     const std::string values = "<Value value='a'/><Value value='a  '/>";
-    ExpectFault(Categorical(values, kString), 260203, DuplicateOf("a"));
+    ExpectFault(Categorical(values, kString), DuplicateOf("a"));
     EXPECT_EQ(Labels(ReadField(Categorical(Extension("noSpaceTrim", "true") + values, kString))).size(), 2u);
     EXPECT_EQ(Labels(ReadField(Categorical("<Value value='a'/><Value value=' a'/>", kString))).size(), 2u);
 }
 
 TEST_F(CategoricalField, BlankTextsAreDuplicatesOfEachOtherButNotOfTheEmptyOne) {
-    ExpectFault(Categorical("<Value value=' '/><Value value='   '/>", kString), 260203, DuplicateOf(" "));
+    ExpectFault(Categorical("<Value value=' '/><Value value='   '/>", kString), DuplicateOf(" "));
     EXPECT_EQ(Labels(ReadField(Categorical("<Value value=''/><Value value=' '/>", kString))).size(), 2u);
 }
 
 TEST_F(CategoricalField, RefusesDuplicateDateTimes) {
-    ExpectFault(Categorical("<Value value='5'/><Value value='5.0'/>", "dataType='dateTimeSecondsSince[1970]'"), 260203,
+    ExpectFault(Categorical("<Value value='5'/><Value value='5.0'/>", "dataType='dateTimeSecondsSince[1970]'"),
                 DuplicateOf("Undefined"));
     EXPECT_EQ(Labels(ReadField(Categorical("<Value value='5'/><Value value='6'/>", "dataType='date'"))).size(), 2u);
 }
@@ -228,9 +225,9 @@ TEST_F(CategoricalField, IgnoresAWidthOfZeroAndNegativeDecimals) {
 
 TEST_F(CategoricalField, RefusesFormatsThatAreNoIntegers) {
     for (const char* name : {"format", "width", "stringLength", "decimals"}) {
-        ExpectFault(Categorical(Extension(name, "x")), 260151, "The value: 'x' is invalid of type: 'integer'.");
+        ExpectFault(Categorical(Extension(name, "x")), {INVALID_VALUE_OF_TYPE, "x", "integer"});
     }
-    ExpectFault(Categorical("<Extension name='width'/>"), 260151, "The value: '' is invalid of type: 'integer'.");
+    ExpectFault(Categorical("<Extension name='width'/>"), {INVALID_VALUE_OF_TYPE, "", "integer"});
 }
 
 TEST_F(CategoricalField, FlagTrueValueIsKept) {
@@ -244,14 +241,13 @@ TEST_F(CategoricalField, BoundsOfMissingValuesMakeARange) {
               Texts{"[-5, 5]"});
     EXPECT_EQ(MissingRanges(ReadField(Categorical(Extension("invalidRangeLower", "1")))), Texts{"[1, inf]"});
     EXPECT_EQ(MissingRanges(ReadField(Categorical(Extension("invalidRangeUpper", "1")))), Texts{"[-inf, 1]"});
-    ExpectFault(Categorical(Extension("invalidRangeUpper", "x")), 260151,
-                "The value: 'x' is invalid of type: 'double'.");
+    ExpectFault(Categorical(Extension("invalidRangeUpper", "x")), {INVALID_VALUE_OF_TYPE, "x", "double"});
 }
 
 TEST_F(CategoricalField, RefusesABoundThatCameTwice) {
-    const std::string text = "More than one 'invalidRangeLower, invalidRangeUpper' defined in 'Value'.";
-    ExpectFault(Categorical(Extension("invalidRangeLower", "1") + Extension("invalidRangeLower", "2")), 260272, text);
-    ExpectFault(Categorical(Extension("invalidRangeUpper", "1") + Extension("invalidRangeUpper", "2")), 260272, text);
+    constexpr Failure kFailure{MORE_THAN_ONE, "invalidRangeLower, invalidRangeUpper", "Value"};
+    ExpectFault(Categorical(Extension("invalidRangeLower", "1") + Extension("invalidRangeLower", "2")), kFailure);
+    ExpectFault(Categorical(Extension("invalidRangeUpper", "1") + Extension("invalidRangeUpper", "2")), kFailure);
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/frame/test_translator.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
@@ -22,11 +22,13 @@ using MCVeltrane_900::ScoreDictVar;
 using MCVeltrane_900::ScoreEncoder;
 using MCVeltrane_900::StringValue;
 using veltrane::tests::ExpectFailure;
+using veltrane::tests::Failure;
 using veltrane::tests::ParsedXml;
 using veltrane::tests::ParseXml;
 using veltrane::tests::TestTranslator;
+using enum MCVeltrane_900::Message;
 
-constexpr const char* kNoList = "Required value list for variable: 'v'.";
+constexpr Failure kNoList{MISSING_VALUE_LIST, "v"};
 
 DictVar MakeVar(ScoreDictVar::VariableType type, ScoreDictVar::MeasureLevel level = ScoreDictVar::LEVEL_ORDINAL) {
     DictVar var("v", type);
@@ -149,8 +151,8 @@ TEST_F(ListedValues, OfNoVariableThereAreNone) {
 TEST_F(ListedValues, AreRequired) {
     for (auto type : {ScoreDictVar::kNUMERIC_VAR, ScoreDictVar::STRING_VAR}) {
         const DictVar var = MakeVar(type);
-        ExpectFailure([&] { translator.IsValidScoreValue(&var, "a"); }, 260126, kNoList);
-        ExpectFailure([&] { translator.GetIndexOfOrdinalValue("a", &var); }, 260126, kNoList);
+        ExpectFailure([&] { translator.IsValidScoreValue(&var, "a"); }, kNoList);
+        ExpectFailure([&] { translator.GetIndexOfOrdinalValue("a", &var); }, kNoList);
     }
 }
 
@@ -200,37 +202,35 @@ TEST_F(OrdinalPredicate, MayLeaveNoPosition) {
 
 TEST_F(OrdinalPredicate, NeedsItsAttributes) {
     const DictVar var = StringVar({"a"});
-    ExpectFailure([&] { Handle("operator='equal'", var); }, 260120,
-                  "Missing the attribute 'value' of 'SimplePredicate'.");
-    ExpectFailure([&] { Handle("value='x'", var); }, 260120, "Missing the attribute 'operator' of 'SimplePredicate'.");
+    ExpectFailure([&] { Handle("operator='equal'", var); }, {MISSING_ATTRIBUTE_OF, "value", "SimplePredicate"});
+    ExpectFailure([&] { Handle("value='x'", var); }, {MISSING_ATTRIBUTE_OF, "operator", "SimplePredicate"});
 }
 
 TEST_F(OrdinalPredicate, RefusesUnlistedValuesAndUnknownOperators) {
     const DictVar var = StringVar({"a"});
-    ExpectFailure([&] { Handle("value='x' operator='any'", var); }, 260153,
-                  "Invalid value: 'x' of attribute 'value' in 'v'.");
-    ExpectFailure([&] { Handle("value='a' operator='any'", var); }, 260153,
-                  "Invalid value: 'any' of attribute 'operator' in 'v'.");
-    ExpectFailure([&] { Handle("value='a' operator='isMissing'", var); }, 260153,
-                  "Invalid value: 'isMissing' of attribute 'operator' in 'v'.");
+    ExpectFailure([&] { Handle("value='x' operator='any'", var); }, {INVALID_ATTRIBUTE_VALUE_IN, "x", "value", "v"});
+    ExpectFailure([&] { Handle("value='a' operator='any'", var); },
+                  {INVALID_ATTRIBUTE_VALUE_IN, "any", "operator", "v"});
+    ExpectFailure([&] { Handle("value='a' operator='isMissing'", var); },
+                  {INVALID_ATTRIBUTE_VALUE_IN, "isMissing", "operator", "v"});
     EXPECT_EQ(low, -9);
     EXPECT_EQ(high, -9);
 }
 
 TEST_F(OrdinalPredicate, OfNoVariableHasNoListedValue) {
     const ParsedXml document = ParseXml("<SimplePredicate value='x' operator='any'/>");
-    ExpectFailure([&] { translator.HandleOrdinalVariable(document.Root(), nullptr, low, high); }, 260153,
-                  "Invalid value: 'x' of attribute 'value' in ''.");
+    ExpectFailure([&] { translator.HandleOrdinalVariable(document.Root(), nullptr, low, high); },
+                  {INVALID_ATTRIBUTE_VALUE_IN, "x", "value", ""});
     const ParsedXml bare = ParseXml("<SimplePredicate value='x'/>");
-    ExpectFailure([&] { translator.HandleOrdinalVariable(bare.Root(), nullptr, low, high); }, 260120,
-                  "Missing the attribute 'operator' of 'SimplePredicate'.");
+    ExpectFailure([&] { translator.HandleOrdinalVariable(bare.Root(), nullptr, low, high); },
+                  {MISSING_ATTRIBUTE_OF, "operator", "SimplePredicate"});
     EXPECT_EQ(low, -9);
     EXPECT_EQ(high, -9);
 }
 
 TEST_F(OrdinalPredicate, NeedsAListOfValues) {
     const DictVar var = MakeVar(ScoreDictVar::STRING_VAR);
-    ExpectFailure([&] { Handle("value='a' operator='equal'", var); }, 260126, kNoList);
+    ExpectFailure([&] { Handle("value='a' operator='equal'", var); }, kNoList);
 }
 
 } // namespace

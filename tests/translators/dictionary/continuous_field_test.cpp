@@ -5,6 +5,8 @@ namespace {
 using MCVeltrane_900::ScoreDictVar;
 using veltrane::tests::Continuous;
 using veltrane::tests::DictionaryReading;
+using veltrane::tests::Failure;
+using enum MCVeltrane_900::Message;
 
 using Texts = std::vector<std::string>;
 
@@ -47,46 +49,43 @@ TEST_F(ContinuousField, DateTimeValuesAreNumbers) {
 }
 
 TEST_F(ContinuousField, RefusesTextAsNumbers) {
-    const std::string text = "The value: 'x' is invalid of type: 'double'.";
-    ExpectFault(Continuous(Missing("x")), 260151, text);
-    ExpectFault(Continuous(Valid("x")), 260151, text);
-    ExpectFault(Continuous(Missing("x"), "dataType='date'"), 260151, text);
+    constexpr Failure kFailure{INVALID_VALUE_OF_TYPE, "x", "double"};
+    ExpectFault(Continuous(Missing("x")), kFailure);
+    ExpectFault(Continuous(Valid("x")), kFailure);
+    ExpectFault(Continuous(Missing("x"), "dataType='date'"), kFailure);
 }
 
 TEST_F(ContinuousField, RefusesAValueElementWithoutAValue) {
-    ExpectFault(Continuous("<Value property='valid'/>"), 260120, "Missing the attribute 'value' of 'Value'.");
-    ExpectFault(Continuous("<Value property='missing'/>"), 260120, "Missing the attribute 'value' of 'Value'.");
+    ExpectFault(Continuous("<Value property='valid'/>"), {MISSING_ATTRIBUTE_OF, "value", "Value"});
+    ExpectFault(Continuous("<Value property='missing'/>"), {MISSING_ATTRIBUTE_OF, "value", "Value"});
 }
 
 TEST_F(ContinuousField, RefusesEmptyValues) {
-    const std::string noNumber = "The value: '' is invalid of type: 'double'.";
-    ExpectFault(Continuous(Missing("")), 260151, noNumber);
-    ExpectFault(Continuous(Missing(""), "dataType='double'"), 260151, noNumber);
-    ExpectFault(Continuous(Valid("")), 260151, noNumber);
-    ExpectFault(Continuous(Valid(""), "dataType='date'"), 260151, noNumber);
+    constexpr Failure kNoNumber{INVALID_VALUE_OF_TYPE, "", "double"};
+    ExpectFault(Continuous(Missing("")), kNoNumber);
+    ExpectFault(Continuous(Missing(""), "dataType='double'"), kNoNumber);
+    ExpectFault(Continuous(Valid("")), kNoNumber);
+    ExpectFault(Continuous(Valid(""), "dataType='date'"), kNoNumber);
 }
 
 TEST_F(ContinuousField, RefusesAnEmptyValidValueAsNullOnceTheTypeIsExplicit) {
-    const std::string null = "The 'value' of element 'Value' is null.";
-    ExpectFault(Continuous(Valid(""), "dataType='double'"), 260285, null);
-    ExpectFault(Continuous(Extension("x-storageType", "numeric") + Valid("")), 260285, null);
-    ExpectFault(Continuous(Missing("1") + Valid("")), 260285, null);
-    ExpectFault(Continuous(Valid("1") + Valid("")), 260285, null);
+    constexpr Failure kNull{NULL_ATTRIBUTE, "value", "Value"};
+    ExpectFault(Continuous(Valid(""), "dataType='double'"), kNull);
+    ExpectFault(Continuous(Extension("x-storageType", "numeric") + Valid("")), kNull);
+    ExpectFault(Continuous(Missing("1") + Valid("")), kNull);
+    ExpectFault(Continuous(Valid("1") + Valid("")), kNull);
 }
 
 TEST_F(ContinuousField, RefusesATextThatIsValidAndMissing) {
-    ExpectFault(Continuous(Valid("1e5") + Missing("1E5")), 260294,
-                "The value: '1E5' in variable 'f' is defined as missing or both valid and invalid.");
+    ExpectFault(Continuous(Valid("1e5") + Missing("1E5")), {VALUE_MISSING_OR_VALID_AND_INVALID, "1E5", "f"});
 }
 
 TEST_F(ContinuousField, RefusesALabelOfTheMissingNumber) {
-    ExpectFault(Continuous(Valid("-1e999")), 260294,
-                "The value: 'Undefined' in variable 'f' is defined as missing or both valid and invalid.");
+    ExpectFault(Continuous(Valid("-1e999")), {VALUE_MISSING_OR_VALID_AND_INVALID, "Undefined", "f"});
 }
 
 TEST_F(ContinuousField, RefusesDuplicateLabels) {
-    ExpectFault(Continuous(Valid("1") + Valid("1.0")), 260203,
-                "Duplicate definition of 'value': '1', already in 'DataDictionary'.");
+    ExpectFault(Continuous(Valid("1") + Valid("1.0")), {DUPLICATE_DEFINITION, "value", "1", "DataDictionary"});
 }
 
 TEST_F(ContinuousField, AnIntervalMakesItsComplementMissing) {
@@ -95,8 +94,8 @@ TEST_F(ContinuousField, AnIntervalMakesItsComplementMissing) {
 }
 
 TEST_F(ContinuousField, RefusesASecondInterval) {
-    ExpectFault(Continuous("<Interval leftMargin='1'/><Interval leftMargin='1'/>"), 260272,
-                "More than one 'Interval' defined in 'DataField'.");
+    ExpectFault(Continuous("<Interval leftMargin='1'/><Interval leftMargin='1'/>"),
+                {MORE_THAN_ONE, "Interval", "DataField"});
 }
 
 TEST_F(ContinuousField, AnIntervalInsideAnExtensionIsMissingItself) {
@@ -121,7 +120,7 @@ TEST_F(ContinuousField, ExtensionsGiveTheFormat) {
     EXPECT_EQ(var->GetDecimal(), 2);
     EXPECT_EQ(ReadField(Continuous(Extension("stringLength", "3")))->GetWidth(), 3);
     for (const char* name : {"width", "stringLength", "decimals"}) {
-        ExpectFault(Continuous(Extension(name, "x")), 260151, "The value: 'x' is invalid of type: 'integer'.");
+        ExpectFault(Continuous(Extension(name, "x")), {INVALID_VALUE_OF_TYPE, "x", "integer"});
     }
 }
 
@@ -130,10 +129,9 @@ TEST_F(ContinuousField, BoundsOfMissingValuesMakeARange) {
                   ReadField(Continuous(Extension("invalidRangeLower", "-5") + Extension("invalidRangeUpper", "5")))),
               Texts{"[-5, 5]"});
     EXPECT_EQ(MissingRanges(ReadField(Continuous(Extension("invalidRangeLower", "1")))), Texts{"[1, inf]"});
-    ExpectFault(Continuous(Extension("invalidRangeLower", "1") + Extension("invalidRangeLower", "1")), 260272,
-                "More than one 'invalidRangeLower, invalidRangeUpper' defined in 'Value'.");
-    ExpectFault(Continuous(Extension("invalidRangeLower", "x")), 260151,
-                "The value: 'x' is invalid of type: 'double'.");
+    ExpectFault(Continuous(Extension("invalidRangeLower", "1") + Extension("invalidRangeLower", "1")),
+                {MORE_THAN_ONE, "invalidRangeLower, invalidRangeUpper", "Value"});
+    ExpectFault(Continuous(Extension("invalidRangeLower", "x")), {INVALID_VALUE_OF_TYPE, "x", "double"});
 }
 
 TEST_F(ContinuousField, BoundsStandBehindTheRangesOfTheChildren) {

@@ -1,5 +1,5 @@
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/dictionary/dictionary_reading.h"
 
 #include <MCVeltrane_900/ScoreEncoder.h>
@@ -13,6 +13,7 @@ using veltrane::tests::DictionaryReading;
 using veltrane::tests::ExpectFailure;
 using veltrane::tests::ParsedXml;
 using veltrane::tests::ParseXml;
+using enum MCVeltrane_900::Message;
 
 using Texts = std::vector<std::string>;
 
@@ -227,14 +228,14 @@ TEST_F(KeptDataDictionary, ExtensionsInsideAValueCountForTheField) {
 }
 
 TEST_F(KeptDataDictionary, NumberOfFieldsIsCheckedBehindTheFields) {
-    ExpectFailure([&] { ReadElement("<DataDictionary><DataField/></DataDictionary>"); }, 260120,
-                  "Missing the attribute 'name' of 'DataField'.");
+    ExpectFailure([&] { ReadElement("<DataDictionary><DataField/></DataDictionary>"); },
+                  {MISSING_ATTRIBUTE_OF, "name", "DataField"});
     ExpectFailure([&] { ReadElement("<DataDictionary><DataField name='f' optype='ordinal'/></DataDictionary>"); },
-                  260120, "Missing the attribute 'numberOfFields' of 'DataDictionary'.");
+                  {MISSING_ATTRIBUTE_OF, "numberOfFields", "DataDictionary"});
 }
 
 TEST_F(KeptDataDictionary, AStrangeChildIsNamedAheadOfItsParentAndTheTagExpected) {
-    ExpectFault("<Taxonomy/>", 260178, "Invalid node 'Taxonomy', expect 'DataDictionary' in 'Extension'.");
+    ExpectFault("<Taxonomy/>", {UNEXPECTED_NODE_IN, "Taxonomy", "DataDictionary", "Extension"});
 }
 
 } // namespace

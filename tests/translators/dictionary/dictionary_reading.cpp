@@ -1,7 +1,7 @@
 #include "translators/dictionary/dictionary_reading.h"
 
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/ScoreMissingValueSet.h>
 #include <MCVeltrane_900/ScoreValue.h>
@@ -51,9 +51,8 @@ ScoreDictVar* DictionaryReading::ReadField(const std::string& field, bool withEn
     return fRead.back()->GetScoreDictVars().at(0);
 }
 
-void DictionaryReading::ExpectFault(const std::string& fields, int id, const std::string& text, const char* file,
-                                    int line) {
-    ExpectFailure([&] { Read(fields); }, id, text, file, line);
+void DictionaryReading::ExpectFault(const std::string& fields, const Failure& failure, const char* file, int line) {
+    ExpectFailure([&] { Read(fields); }, failure, file, line);
 }
 
 std::vector<std::string> DictionaryReading::MissingRanges(const ScoreDictVar* var) {

@@ -1,6 +1,7 @@
 #ifndef VELTRANE_TESTS_TRANSLATORS_DICTIONARY_READING_H
 #define VELTRANE_TESTS_TRANSLATORS_DICTIONARY_READING_H
 
+#include "support/faults/failure.h"
 #include "translators/frame/test_translator.h"
 
 #include <MCVeltrane_900/ScoreDictVar.h>
@@ -29,7 +30,7 @@ protected:
     MCVeltrane_900::ScoreDictVar* ReadField(const std::string& field, bool withEncoders = false);
 
     /// Expects the fields to fail with this id and text.
-    void ExpectFault(const std::string& fields, int id, const std::string& text, const char* file = __builtin_FILE(),
+    void ExpectFault(const std::string& fields, const Failure& failure, const char* file = __builtin_FILE(),
                      int line = __builtin_LINE());
 
     /// The ranges of the variable's missing set, as "[low, high)" with the brackets of their ends.

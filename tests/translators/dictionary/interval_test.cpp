@@ -1,5 +1,5 @@
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/frame/test_translator.h"
 
 #include <MCVeltrane_900/MissingValueSet.h>
@@ -22,6 +22,7 @@ using veltrane::tests::ExpectFailure;
 using veltrane::tests::ParsedXml;
 using veltrane::tests::ParseXml;
 using veltrane::tests::TestTranslator;
+using enum MCVeltrane_900::Message;
 
 const double kInfinity = NumericValue::GetInfinity();
 
@@ -138,8 +139,8 @@ TEST(KeptIntervalComplement, WithoutARightMarginTheRightEndsFlagIsUsed) {
 TEST(IntervalComplement, AMarginThatIsNoNumberLeavesTheSetAsItWas) {
     const ParsedXml document = ParseXml("<Interval leftMargin='1' rightMargin='x'/>");
     MissingValueSet missing;
-    ExpectFailure([&] { PMMLTranslator::handleInterval(nullptr, document.Root(), &missing, 0); }, 260151,
-                  "The value: 'x' is invalid of type: 'double'.");
+    ExpectFailure([&] { PMMLTranslator::handleInterval(nullptr, document.Root(), &missing, 0); },
+                  {INVALID_VALUE_OF_TYPE, "x", "double"});
     EXPECT_EQ(missing.Size(), 0);
 }
 
@@ -162,7 +163,7 @@ TEST(IntervalItself, KeepsItsMarginsAndClosure) {
 TEST(IntervalItself, IsInfiniteWithoutMargins) {
     EXPECT_EQ(Itself("leftMargin='1'"), (Ranges{{1, kInfinity, false, false}}));
     EXPECT_EQ(Itself("rightMargin='1'"), (Ranges{{-kInfinity, 1, false, false}}));
-    ExpectFailure([] { Itself("leftMargin='x'"); }, 260151, "The value: 'x' is invalid of type: 'double'.");
+    ExpectFailure([] { Itself("leftMargin='x'"); }, {INVALID_VALUE_OF_TYPE, "x", "double"});
 }
 
 TEST(MissingBounds, MakeOneClosedRange) {
@@ -185,8 +186,8 @@ TEST(MissingBounds, GivenTwiceAreRefused) {
     TestTranslator translator;
     for (int count : {2, 9, 12, 20, 21, -1}) {
         MissingValueSet missing;
-        ExpectFailure([&] { translator.HandleKORDMissingInterval(&missing, count, -1, 2); }, 260272,
-                      "More than one 'invalidRangeLower, invalidRangeUpper' defined in 'Value'.");
+        ExpectFailure([&] { translator.HandleKORDMissingInterval(&missing, count, -1, 2); },
+                      {MORE_THAN_ONE, "invalidRangeLower, invalidRangeUpper", "Value"});
     }
 }
 

@@ -1,4 +1,5 @@
-#include "support/failure.h"
+#include "support/faults/failure.h"
+#include "support/rows.h"
 #include "translators/derived/derived_fields.h"
 
 #include <MCVeltrane_900/VTException.h>
@@ -14,6 +15,7 @@ namespace veltrane::tests {
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
@@ -65,7 +67,7 @@ bool AnyPairIntersects(const std::vector<Interval>& intervals) {
 }
 
 struct PairRow {
-    const char* label;
+    const char* name;
     Interval first;
     Interval second;
     bool intersects;
@@ -75,7 +77,7 @@ class BinRanges : public testing::TestWithParam<PairRow> {};
 TEST_P(BinRanges, IntersectOrNot) {
     const std::string field = NumericField(DiscretizeOf({GetParam().first, GetParam().second}));
     if (GetParam().intersects) {
-        ExpectReadFailure(field, 260293, "Value range intersect in variable 'x'.");
+        ExpectReadFailure(field, {VALUE_RANGE_INTERSECTS, "x"});
     } else {
         EXPECT_EQ(BinsOf(DerivedFields(field).Var("z")).size(), 2U);
     }
@@ -105,7 +107,7 @@ INSTANTIATE_TEST_SUITE_P(
                     PairRow{"HalfLinesApart", {-kInfinity, 0, false, false}, {0, kInfinity, false, false}, false},
                     PairRow{"HalfLinesMeet", {-kInfinity, 0, false, true}, {0, kInfinity, true, false}, true},
                     PairRow{"TheLineAndAPoint", {-kInfinity, kInfinity, false, false}, {0, 0, true, true}, true}),
-    [](const auto& row) { return row.param.label; });
+    NameOfRow());
 
 INSTANTIATE_TEST_SUITE_P(
     Kept, BinRanges,
@@ -113,7 +115,7 @@ INSTANTIATE_TEST_SUITE_P(
         PairRow{"ALaterShorterRangeFromTheSameStart", {0, 2, true, true}, {0, 1, true, true}, false},
         PairRow{"ALaterHalfLineWithinTheFirst", {-kInfinity, 2, true, true}, {-kInfinity, 1, true, true}, false},
         PairRow{"ReversedBounds", {2, 0, true, true}, {0.5, 1, true, true}, false}),
-    [](const auto& row) { return row.param.label; });
+    NameOfRow());
 
 /// Reads many Discretize elements and compares what becomes of each with the rule for pairs.
 class BinRangesAgainstTheRule : public testing::Test {
@@ -150,7 +152,7 @@ private:
             fields.translator->HandleDiscritize(discretize, &var, fields.dictionary.get(), nullptr);
             return false;
         } catch (const VTException& failure) {
-            EXPECT_EQ(failure.GetErrorCode(), 260293);
+            EXPECT_EQ(failure.GetErrorCode(), static_cast<int>(VALUE_RANGE_INTERSECTS));
             return true;
         }
     }

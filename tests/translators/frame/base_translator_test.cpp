@@ -1,5 +1,5 @@
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/frame/test_translator.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>

@@ -1,5 +1,5 @@
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/frame/test_translator.h"
 
 #include <MCVeltrane_900/DOMElemUtility.h>
@@ -47,17 +47,15 @@ namespace {
 using MCVeltrane_900::DOMElemUtility;
 using MCVeltrane_900::SmartTranscoder;
 using veltrane::tests::ExpectFailure;
+using veltrane::tests::Failure;
 using veltrane::tests::ParsedXml;
 using veltrane::tests::ParseXml;
 using veltrane::tests::TestTranslator;
+using enum MCVeltrane_900::Message;
 
 constexpr const char* kDocument = "<root n='12' d='1.5' s='\xC3\xA4' bad='x'><a><b i='0'/></a><b i='1'/></root>";
-constexpr const char* kBadInteger = "The value: 'x' is invalid of type: 'integer'.";
-constexpr const char* kBadDouble = "The value: 'x' is invalid of type: 'double'.";
-
-std::string MissingAttribute(const std::string& name) {
-    return "Missing the attribute '" + name + "' of 'root'.";
-}
+constexpr Failure kBadInteger{INVALID_VALUE_OF_TYPE, "x", "integer"};
+constexpr Failure kBadDouble{INVALID_VALUE_OF_TYPE, "x", "double"};
 
 class ElementReader : public testing::Test {
 protected:
@@ -166,17 +164,17 @@ TEST_F(ElementReader, AFailureBecomesTheDefault) {
 }
 
 TEST_F(ElementReader, AFailureIsThrownOnWhenAsked) {
-    ExpectFailure([&] { reader.GetAttributeToInt(root, "bad", true); }, 260151, kBadInteger);
-    ExpectFailure([&] { reader.GetAttributeToDouble(root, "bad", true); }, 260151, kBadDouble);
-    ExpectFailure([&] { reader.GetAttributeToInt(root, "none", true); }, 260120, MissingAttribute("none"));
-    ExpectFailure([&] { reader.GetAttributeToDouble(root, "none", true); }, 260120, MissingAttribute("none"));
-    ExpectFailure([&] { reader.GetAttributeToString(root, "none", true); }, 260120, MissingAttribute("none"));
-    ExpectFailure([&] { reader.GetChildElemByName(root, "none", true); }, 260114, "Missing node: 'none'.");
+    ExpectFailure([&] { reader.GetAttributeToInt(root, "bad", true); }, kBadInteger);
+    ExpectFailure([&] { reader.GetAttributeToDouble(root, "bad", true); }, kBadDouble);
+    ExpectFailure([&] { reader.GetAttributeToInt(root, "none", true); }, {MISSING_ATTRIBUTE_OF, "none", "root"});
+    ExpectFailure([&] { reader.GetAttributeToDouble(root, "none", true); }, {MISSING_ATTRIBUTE_OF, "none", "root"});
+    ExpectFailure([&] { reader.GetAttributeToString(root, "none", true); }, {MISSING_ATTRIBUTE_OF, "none", "root"});
+    ExpectFailure([&] { reader.GetChildElemByName(root, "none", true); }, {MISSING_NODE, "none"});
 }
 
 TEST_F(ElementReader, FindsADirectChild) {
     EXPECT_EQ(reader.GetChildElemByName(root, "a", true), document.Find("a"));
-    ExpectFailure([&] { reader.GetChildElemByName(document.Find("a"), "a", true); }, 260114, "Missing node: 'a'.");
+    ExpectFailure([&] { reader.GetChildElemByName(document.Find("a"), "a", true); }, {MISSING_NODE, "a"});
 }
 
 } // namespace

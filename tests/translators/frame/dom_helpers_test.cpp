@@ -1,5 +1,5 @@
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/BaseTranslator.h>
 
@@ -12,6 +12,7 @@ using MCVeltrane_900::BaseTranslator;
 using veltrane::tests::ExpectFailure;
 using veltrane::tests::ParsedXml;
 using veltrane::tests::ParseXml;
+using enum MCVeltrane_900::Message;
 
 std::string Narrow(const XMLCh* text) {
     char* bytes = xercesc::XMLString::transcode(text);
@@ -60,8 +61,7 @@ TEST_F(DomHelpers, AttributeGivesItsText) {
 
 TEST_F(DomHelpers, AbsentAttributeIsEmptyAndForcedThrows) {
     EXPECT_EQ(Narrow(BaseTranslator::GetAttribute(root, "other")), "");
-    ExpectFailure([&] { BaseTranslator::GetAttributeForced(root, "other"); }, 260120,
-                  "Missing the attribute 'other' of 'root'.");
+    ExpectFailure([&] { BaseTranslator::GetAttributeForced(root, "other"); }, {MISSING_ATTRIBUTE_OF, "other", "root"});
 }
 
 TEST_F(DomHelpers, AttributeWithAnEmptyValuePassesTheForcedForm) {
@@ -91,13 +91,13 @@ TEST_F(DomHelpers, ChildTagReleasesItsTag) {
 
 TEST_F(DomHelpers, ForcedChildIsFoundOrNamedInTheFailure) {
     EXPECT_EQ(BaseTranslator::GetChildByTagForced(root, "a"), document.Find("a"));
-    ExpectFailure([&] { BaseTranslator::GetChildByTagForced(root, "deep"); }, 260114, "Missing node: 'deep'.");
-    ExpectFailure([] { BaseTranslator::GetChildByTagForced(nullptr, "a"); }, 260114, "Missing node: 'a'.");
+    ExpectFailure([&] { BaseTranslator::GetChildByTagForced(root, "deep"); }, {MISSING_NODE, "deep"});
+    ExpectFailure([] { BaseTranslator::GetChildByTagForced(nullptr, "a"); }, {MISSING_NODE, "a"});
 }
 
 TEST_F(DomHelpers, ForcedChildTagKeepsTheTextForTheMessage) {
     EXPECT_EQ(BaseTranslator::GetChildTagForced(root, NewTag("a")), document.Find("a"));
-    ExpectFailure([&] { BaseTranslator::GetChildTagForced(root, NewTag("deep")); }, 260114, "Missing node: 'deep'.");
+    ExpectFailure([&] { BaseTranslator::GetChildTagForced(root, NewTag("deep")); }, {MISSING_NODE, "deep"});
 }
 
 TEST_F(DomHelpers, ElementsByTagNameFindsAnyDescendant) {
@@ -111,14 +111,14 @@ TEST_F(DomHelpers, ElementsByTagNameFindsAnyDescendant) {
 TEST_F(DomHelpers, ElementsByTagNameOfNullThrows) {
     const xercesc::DOMDocument* noDocument = nullptr;
     const xercesc::DOMElement* noElement = nullptr;
-    ExpectFailure([=] { BaseTranslator::GetElementsByTagName(noDocument, "x"); }, 260114, "Missing node: 'x'.");
-    ExpectFailure([=] { BaseTranslator::GetElementsByTagName(noElement, "y"); }, 260114, "Missing node: 'y'.");
+    ExpectFailure([=] { BaseTranslator::GetElementsByTagName(noDocument, "x"); }, {MISSING_NODE, "x"});
+    ExpectFailure([=] { BaseTranslator::GetElementsByTagName(noElement, "y"); }, {MISSING_NODE, "y"});
 }
 
 TEST_F(DomHelpers, FailuresKeepTheBytesOfATagOutsideAscii) {
     const ParsedXml other = ParseXml("<r\xC3\xA4um/>");
-    ExpectFailure([&] { BaseTranslator::GetAttributeForced(other.Root(), "n"); }, 260120,
-                  "Missing the attribute 'n' of 'r\xC3\xA4um'.");
+    ExpectFailure([&] { BaseTranslator::GetAttributeForced(other.Root(), "n"); },
+                  {MISSING_ATTRIBUTE_OF, "n", "r\xC3\xA4um"});
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/BaseTranslator.h>
 #include <MCVeltrane_900/NumericValue.h>
@@ -17,10 +17,7 @@ namespace {
 using MCVeltrane_900::BaseTranslator;
 using MCVeltrane_900::NumericValue;
 using veltrane::tests::ExpectFailure;
-
-std::string Invalid(const std::string& text, const std::string& type) {
-    return "The value: '" + text + "' is invalid of type: '" + type + "'.";
-}
+using enum MCVeltrane_900::Message;
 
 TEST(TrimBlanks, KeepsATextWithoutBlanks) {
     EXPECT_EQ(BaseTranslator::TrimBlanks("ab"), "ab");
@@ -66,7 +63,8 @@ INSTANTIATE_TEST_SUITE_P(Texts, VerifyIntAccepts,
 class VerifyIntRefuses : public testing::TestWithParam<const char*> {};
 
 TEST_P(VerifyIntRefuses, Text) {
-    ExpectFailure([] { BaseTranslator::VerifyInt(std::string(GetParam())); }, 260151, Invalid(GetParam(), "integer"));
+    ExpectFailure([] { BaseTranslator::VerifyInt(std::string(GetParam())); },
+                  {INVALID_VALUE_OF_TYPE, GetParam(), "integer"});
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, VerifyIntRefuses,
@@ -74,7 +72,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, VerifyIntRefuses,
                                          "1e3", "abc", "0x10", "\t1"));
 
 TEST(VerifyInt, RefusesTheEmptyText) {
-    ExpectFailure([] { BaseTranslator::VerifyInt(std::string()); }, 260151, Invalid("", "integer"));
+    ExpectFailure([] { BaseTranslator::VerifyInt(std::string()); }, {INVALID_VALUE_OF_TYPE, "", "integer"});
 }
 
 TEST(KeptVerifyInt, DoesNotCatchANumberThatDoesNotFit) {
@@ -108,7 +106,8 @@ INSTANTIATE_TEST_SUITE_P(
 class VerifyDoubleRefuses : public testing::TestWithParam<const char*> {};
 
 TEST_P(VerifyDoubleRefuses, Text) {
-    ExpectFailure([] { BaseTranslator::VerifyDouble(std::string(GetParam())); }, 260151, Invalid(GetParam(), "double"));
+    ExpectFailure([] { BaseTranslator::VerifyDouble(std::string(GetParam())); },
+                  {INVALID_VALUE_OF_TYPE, GetParam(), "double"});
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, VerifyDoubleRefuses,
@@ -118,15 +117,15 @@ INSTANTIATE_TEST_SUITE_P(Texts, VerifyDoubleRefuses,
                                          "1 2", "abc", "1x", "0x10", "inf", "nan", "1,5", "\t1", "1\n", "1f"));
 
 TEST(VerifyDouble, RefusesTheEmptyText) {
-    ExpectFailure([] { BaseTranslator::VerifyDouble(std::string()); }, 260151, Invalid("", "double"));
+    ExpectFailure([] { BaseTranslator::VerifyDouble(std::string()); }, {INVALID_VALUE_OF_TYPE, "", "double"});
 }
 
 TEST(VerifyDouble, RefusesATextOfBlanksBecauseTheyStay) {
-    ExpectFailure([] { BaseTranslator::VerifyDouble(std::string("   ")); }, 260151, Invalid("   ", "double"));
+    ExpectFailure([] { BaseTranslator::VerifyDouble(std::string("   ")); }, {INVALID_VALUE_OF_TYPE, "   ", "double"});
 }
 
 TEST(VerifyDouble, ReportsTheTrimmedText) {
-    ExpectFailure([] { BaseTranslator::VerifyDouble(std::string("x  ")); }, 260151, Invalid("x", "double"));
+    ExpectFailure([] { BaseTranslator::VerifyDouble(std::string("x  ")); }, {INVALID_VALUE_OF_TYPE, "x", "double"});
 }
 
 TEST(VerifyDouble, OverflowIsInfinity) {
@@ -135,7 +134,7 @@ TEST(VerifyDouble, OverflowIsInfinity) {
 }
 
 TEST(KeptVerifyDouble, RefusesBlanksOnBothSides) {
-    ExpectFailure([] { BaseTranslator::VerifyDouble(std::string(" 1 ")); }, 260151, Invalid("1 ", "double"));
+    ExpectFailure([] { BaseTranslator::VerifyDouble(std::string(" 1 ")); }, {INVALID_VALUE_OF_TYPE, "1 ", "double"});
 }
 
 TEST(KeptVerifyDouble, NegativeOverflowIsTheMissingNumber) {
@@ -153,8 +152,8 @@ TEST(VerifyNumbers, ReadDocumentTextAsStrings) {
     EXPECT_EQ(BaseTranslator::VerifyInt(u"-12"), -12);
     EXPECT_EQ(BaseTranslator::VerifyDouble(u" 1.5e3"), 1500.0);
     const XMLCh* none = nullptr;
-    ExpectFailure([=] { BaseTranslator::VerifyInt(none); }, 260151, Invalid("", "integer"));
-    ExpectFailure([=] { BaseTranslator::VerifyDouble(none); }, 260151, Invalid("", "double"));
+    ExpectFailure([=] { BaseTranslator::VerifyInt(none); }, {INVALID_VALUE_OF_TYPE, "", "integer"});
+    ExpectFailure([=] { BaseTranslator::VerifyDouble(none); }, {INVALID_VALUE_OF_TYPE, "", "double"});
 }
 
 TEST(VerifyNumbers, ReadLongDocumentText) {
@@ -184,7 +183,7 @@ TEST(VerifyNumbers, DoNotDependOnTheLocaleOfTheProcess) {
     }
     EXPECT_EQ(BaseTranslator::VerifyDouble(std::string("1.5")), 1.5);
     EXPECT_EQ(BaseTranslator::VerifyDouble(std::string("1.5e400")), NumericValue::GetInfinity());
-    ExpectFailure([] { BaseTranslator::VerifyDouble(std::string("1,5")); }, 260151, Invalid("1,5", "double"));
+    ExpectFailure([] { BaseTranslator::VerifyDouble(std::string("1,5")); }, {INVALID_VALUE_OF_TYPE, "1,5", "double"});
     std::setlocale(LC_ALL, "C");
 }
 

@@ -1,5 +1,5 @@
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/frame/test_translator.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
@@ -21,6 +21,7 @@ using MCVeltrane_900::ScoreValue;
 using veltrane::tests::ExpectFailure;
 using veltrane::tests::StartXml;
 using veltrane::tests::TestTranslator;
+using enum MCVeltrane_900::Message;
 
 struct DateTimeRow {
     const char* text;
@@ -53,8 +54,8 @@ INSTANTIATE_TEST_SUITE_P(Texts, VerifyDateTimeAccepts,
 class VerifyDateTimeRefuses : public testing::TestWithParam<DateTimeRow> {};
 
 TEST_P(VerifyDateTimeRefuses, Text) {
-    ExpectFailure([] { BaseTranslator::VerifyDateTime(std::string(GetParam().text), GetParam().type); }, 260151,
-                  std::string("The value: '") + GetParam().text + "' is invalid of type: 'dateTime'.");
+    ExpectFailure([] { BaseTranslator::VerifyDateTime(std::string(GetParam().text), GetParam().type); },
+                  {INVALID_VALUE_OF_TYPE, GetParam().text, "dateTime"});
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, VerifyDateTimeRefuses,
@@ -106,8 +107,8 @@ TEST_F(MakeVarValue, MakesANumberOfAVerifiedText) {
     ASSERT_EQ(value->GetType(), ScoreValue::NUMERIC_VALUE);
     EXPECT_EQ(value->GetDouble(), 1.5);
     EXPECT_EQ(MakeWide(number, u"-2")->GetDouble(), -2.0);
-    ExpectFailure([&] { Make(number, "x"); }, 260151, "The value: 'x' is invalid of type: 'double'.");
-    ExpectFailure([&] { MakeWide(number, u""); }, 260151, "The value: '' is invalid of type: 'double'.");
+    ExpectFailure([&] { Make(number, "x"); }, {INVALID_VALUE_OF_TYPE, "x", "double"});
+    ExpectFailure([&] { MakeWide(number, u""); }, {INVALID_VALUE_OF_TYPE, "", "double"});
 }
 
 TEST_F(MakeVarValue, MakesADateTimeOfANumber) {
@@ -116,8 +117,7 @@ TEST_F(MakeVarValue, MakesADateTimeOfANumber) {
         ASSERT_EQ(value->GetType(), ScoreValue::DATETIME_VALUE);
         EXPECT_TRUE(*value == DateTimeValue(-315619200.0, DateTimeValue::VAL_DATE));
     }
-    ExpectFailure([&] { Make(dateTime, "1960-01-01"); }, 260151,
-                  "The value: '1960-01-01' is invalid of type: 'double'.");
+    ExpectFailure([&] { Make(dateTime, "1960-01-01"); }, {INVALID_VALUE_OF_TYPE, "1960-01-01", "double"});
 }
 
 TEST_F(MakeVarValue, GivesNullForOtherTypesWithoutAFailure) {

@@ -1,5 +1,6 @@
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/fault.h"
+#include "support/rows.h"
 #include "translators/kord/kord_reading.h"
 
 #include <xercesc/util/NumberFormatException.hpp>
@@ -9,7 +10,10 @@
 namespace {
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 using veltrane::tests::ExpectFailure;
+using veltrane::tests::Failure;
+using veltrane::tests::Fault;
 using veltrane::tests::KordReading;
 using veltrane::tests::NumberVariable;
 using veltrane::tests::TextVariable;
@@ -27,124 +31,117 @@ std::string Missing(const std::string& children) {
 class KordFailures : public KordReading {};
 
 TEST_F(KordFailures, WithoutAnElement) {
-    ExpectFailure([&] { kord.ParseDictionary(nullptr); }, 260115,
-                  "Missing node of 'dictionary' element  in 'kord-ml'.");
+    ExpectFailure([&] { kord.ParseDictionary(nullptr); }, {MISSING_NODE_IN, "dictionary", "kord-ml"});
 }
 
 TEST_F(KordFailures, DictionaryWithoutVariable) {
-    ExpectKordFault("", 260283, "No child element in Node 'dictionary'.");
-    ExpectKordFault("text<!-- comment -->", 260283, "No child element in Node 'dictionary'.");
+    ExpectKordFault("", {NO_CHILD_ELEMENT, "dictionary"});
+    ExpectKordFault("text<!-- comment -->", {NO_CHILD_ELEMENT, "dictionary"});
 }
 
 TEST_F(KordFailures, LeaveTheTranslatorUsable) {
-    ExpectKordFault("<variable/>", 260120, "Missing the attribute 'name' of 'variable'.");
+    ExpectKordFault("<variable/>", {MISSING_ATTRIBUTE_OF, "name", "variable"});
     EXPECT_EQ(ReadVariables(kValid)->Size(), 1);
 }
 
 TEST_F(KordFailures, OfAStrangeChild) {
-    ExpectKordFault(kValid + "<Extension/>", 260178, "Invalid node 'Extension', expect 'variable' in 'dictionary'.");
-    ExpectKordFault("<Variable/>", 260178, "Invalid node 'Variable', expect 'variable' in 'dictionary'.");
+    ExpectKordFault(kValid + "<Extension/>", {UNEXPECTED_NODE_IN, "Extension", "variable", "dictionary"});
+    ExpectKordFault("<Variable/>", {UNEXPECTED_NODE_IN, "Variable", "variable", "dictionary"});
 }
 
 TEST_F(KordFailures, OfNames) {
     const std::string rest = " storage-type='STRING' measurement-level='ORDINAL'/>";
-    ExpectKordFault("<variable" + rest, 260120, "Missing the attribute 'name' of 'variable'.");
-    ExpectKordFault("<variable name=''" + rest, 260285, "The 'name' of element 'variable' is null.");
-    ExpectKordFault(kValid + kValid, 260202, "Duplicate definition of variable 'g', already in 'dictionary'.");
+    ExpectKordFault("<variable" + rest, {MISSING_ATTRIBUTE_OF, "name", "variable"});
+    ExpectKordFault("<variable name=''" + rest, {NULL_ATTRIBUTE, "name", "variable"});
+    ExpectKordFault(kValid + kValid, {DUPLICATE_VARIABLE_IN, "g", "dictionary"});
 }
 
 TEST_F(KordFailures, OfStorageTypes) {
-    ExpectKordFault("<variable name='v' measurement-level='ORDINAL'/>", 260120,
-                    "Missing the attribute 'storage-type' of 'variable'.");
-    ExpectKordFault("<variable name='v' storage-type='' measurement-level='ORDINAL'/>", 260285,
-                    "The 'storage-type' of element 'variable' is null.");
+    ExpectKordFault("<variable name='v' measurement-level='ORDINAL'/>",
+                    {MISSING_ATTRIBUTE_OF, "storage-type", "variable"});
+    ExpectKordFault("<variable name='v' storage-type='' measurement-level='ORDINAL'/>",
+                    {NULL_ATTRIBUTE, "storage-type", "variable"});
 }
 
 TEST_F(KordFailures, OfLevels) {
-    ExpectKordFault("<variable name='v' storage-type='NUMERIC'/>", 260120,
-                    "Missing the attribute 'measurement-level' of 'variable'.");
-    ExpectKordFault(NumberVariable("", ""), 260285, "The 'measurement-level' of element 'variable' is null.");
-    ExpectKordFault(NumberVariable("", "nominal"), 260152, "Invalid value 'nominal' of attribute 'measurement-level'.");
-    ExpectKordFault(NumberVariable("", "UNKNOWN"), 260152, "Invalid value 'UNKNOWN' of attribute 'measurement-level'.");
+    ExpectKordFault("<variable name='v' storage-type='NUMERIC'/>",
+                    {MISSING_ATTRIBUTE_OF, "measurement-level", "variable"});
+    ExpectKordFault(NumberVariable("", ""), {NULL_ATTRIBUTE, "measurement-level", "variable"});
+    ExpectKordFault(NumberVariable("", "nominal"), {INVALID_ATTRIBUTE_VALUE, "nominal", "measurement-level"});
+    ExpectKordFault(NumberVariable("", "UNKNOWN"), {INVALID_ATTRIBUTE_VALUE, "UNKNOWN", "measurement-level"});
 }
 
 TEST_F(KordFailures, StringVariableThatIsContinuous) {
-    ExpectKordFault(TextVariable("", "CONTINUOUS"), 260211,
-                    "Conflict setting between the value 'CONTINUOUS' of attribute 'measurement-level' and the value "
-                    "'STRING' of attribute 'storage-type'.");
+    ExpectKordFault(TextVariable("", "CONTINUOUS"),
+                    {CONFLICTING_VALUES, "CONTINUOUS", "measurement-level", "STRING", "storage-type"});
 }
 
 TEST_F(KordFailures, OfAStrangeChildOfAVariable) {
-    ExpectKordFault(TextVariable("<stats/>"), 260154, "Invalid tag: 'stats'.");
-    ExpectKordFault(TextVariable("<category value='a'/>"), 260154, "Invalid tag: 'category'.");
+    ExpectKordFault(TextVariable("<stats/>"), {INVALID_TAG, "stats"});
+    ExpectKordFault(TextVariable("<category value='a'/>"), {INVALID_TAG, "category"});
 }
 
 TEST_F(KordFailures, OfCategories) {
-    ExpectKordFault(TextVariable(Categories("<value/>")), 260152, "Invalid value 'value' of attribute 'category'.");
-    ExpectKordFault(TextVariable(Categories("<category/>")), 260120, "Missing the attribute 'value' of 'category'.");
-    ExpectKordFault(NumberVariable(Categories("<category value=''/>")), 260151,
-                    "The value: '' is invalid of type: 'double'.");
-    ExpectKordFault(NumberVariable(Categories("<category value='one'/>")), 260151,
-                    "The value: 'one' is invalid of type: 'double'.");
+    ExpectKordFault(TextVariable(Categories("<value/>")), {INVALID_ATTRIBUTE_VALUE, "value", "category"});
+    ExpectKordFault(TextVariable(Categories("<category/>")), {MISSING_ATTRIBUTE_OF, "value", "category"});
+    ExpectKordFault(NumberVariable(Categories("<category value=''/>")), {INVALID_VALUE_OF_TYPE, "", "double"});
+    ExpectKordFault(NumberVariable(Categories("<category value='one'/>")), {INVALID_VALUE_OF_TYPE, "one", "double"});
 }
 
 TEST_F(KordFailures, OfSingleMissingValues) {
-    ExpectKordFault(TextVariable(Missing("<category/>")), 260285, "The 'value' of element 'category' is null.");
-    ExpectKordFault(TextVariable(Missing("<category value=''/>")), 260285,
-                    "The 'value' of element 'category' is null.");
-    ExpectKordFault(NumberVariable(Missing("<category value='x'/>")), 260151,
-                    "The value: 'x' is invalid of type: 'double'.");
+    ExpectKordFault(TextVariable(Missing("<category/>")), {NULL_ATTRIBUTE, "value", "category"});
+    ExpectKordFault(TextVariable(Missing("<category value=''/>")), {NULL_ATTRIBUTE, "value", "category"});
+    ExpectKordFault(NumberVariable(Missing("<category value='x'/>")), {INVALID_VALUE_OF_TYPE, "x", "double"});
 }
 
 TEST_F(KordFailures, RangeWithoutChildren) {
-    ExpectKordFault(NumberVariable(Missing("<range/>")), 260117, "Missing minimum 'category' in 'range'.");
+    ExpectKordFault(NumberVariable(Missing("<range/>")), {MISSING_MINIMUM, "category", "range"});
 }
 
 TEST_F(KordFailures, RangeWithOneChild) {
-    ExpectKordFault(NumberVariable(Missing("<range><category value='1'/></range>")), 260118,
-                    "Missing maximum 'category' in 'range'.");
+    ExpectKordFault(NumberVariable(Missing("<range><category value='1'/></range>")),
+                    {MISSING_MAXIMUM, "category", "range"});
 }
 
 TEST_F(KordFailures, OfBoundsWithoutAValue) {
-    const std::string text = "Missing the attribute 'value' of 'category'.";
-    ExpectKordFault(NumberVariable(Missing("<range><low value=''/><high value='1'/></range>")), 260120, text);
-    ExpectKordFault(NumberVariable(Missing("<range><low/><high value='1'/></range>")), 260120, text);
-    ExpectKordFault(NumberVariable(Missing("<range><low value='1'/><high/></range>")), 260120, text);
-    ExpectKordFault(TextVariable(Missing("<range><low value='1'/><high value=''/></range>")), 260120, text);
+    constexpr Failure kFailure{MISSING_ATTRIBUTE_OF, "value", "category"};
+    ExpectKordFault(NumberVariable(Missing("<range><low value=''/><high value='1'/></range>")), kFailure);
+    ExpectKordFault(NumberVariable(Missing("<range><low/><high value='1'/></range>")), kFailure);
+    ExpectKordFault(NumberVariable(Missing("<range><low value='1'/><high/></range>")), kFailure);
+    ExpectKordFault(TextVariable(Missing("<range><low value='1'/><high value=''/></range>")), kFailure);
 }
 
 TEST_F(KordFailures, OfBoundsThatAreNoNumbers) {
-    ExpectKordFault(NumberVariable(Missing("<range><low value='1'/><high value='b'/></range>")), 260151,
-                    "The value: 'b' is invalid of type: 'double'.");
+    ExpectKordFault(NumberVariable(Missing("<range><low value='1'/><high value='b'/></range>")),
+                    {INVALID_VALUE_OF_TYPE, "b", "double"});
 }
 
 TEST_F(KordFailures, OfStatistics) {
     for (const char* name : {"minimum", "maximum", "mean", "standard-deviation"}) {
-        ExpectKordFault(NumberVariable(std::string("<var-stats ") + name + "='x'/>"), 260151,
-                        "The value: 'x' is invalid of type: 'double'.");
+        ExpectKordFault(NumberVariable(std::string("<var-stats ") + name + "='x'/>"),
+                        {INVALID_VALUE_OF_TYPE, "x", "double"});
     }
 }
 
 TEST_F(KordFailures, EmptyCategoriesBesideMissingValues) {
     const std::string missing = Missing("<category value='x'/>");
-    ExpectKordFault(TextVariable("<categories/>" + missing), 260126, "Required value list for variable: 'v'.");
-    ExpectKordFault(TextVariable(Missing("") + "<categories/>"), 260126, "Required value list for variable: 'v'.");
-    ExpectKordFault(TextVariable(Categories("<category value='a'/>") + missing + "<categories/>"), 260126,
-                    "Required value list for variable: 'v'.");
+    ExpectKordFault(TextVariable("<categories/>" + missing), {MISSING_VALUE_LIST, "v"});
+    ExpectKordFault(TextVariable(Missing("") + "<categories/>"), {MISSING_VALUE_LIST, "v"});
+    ExpectKordFault(TextVariable(Categories("<category value='a'/>") + missing + "<categories/>"),
+                    {MISSING_VALUE_LIST, "v"});
 }
 
 TEST_F(KordFailures, MissingValueEqualToACategory) {
     const std::string categories = Categories("<category value='a'/><category value='b'/><category value='c'/>");
-    ExpectKordFault(TextVariable(categories + Missing("<category value='b'/>")), 260292,
-                    "The '1'th value of variable: 'v' is missing or valid value intersect.");
-    ExpectKordFault(TextVariable(Missing("<category value='c'/><category value='a '/>") + categories), 260292,
-                    "The '0'th value of variable: 'v' is missing or valid value intersect.");
+    ExpectKordFault(TextVariable(categories + Missing("<category value='b'/>")), {NTH_VALUE_INTERSECTS, "1", "v"});
+    ExpectKordFault(TextVariable(Missing("<category value='c'/><category value='a '/>") + categories),
+                    {NTH_VALUE_INTERSECTS, "0", "v"});
 }
 
 TEST_F(KordFailures, CategoryThatIsSystemMissing) {
     ExpectKordFault(
         NumberVariable(Categories("<category value='1'/><category value='-1.7976931348623157e308'/>") + Missing("")),
-        260292, "The '1'th value of variable: 'v' is missing or valid value intersect.");
+        {NTH_VALUE_INTERSECTS, "1", "v"});
     EXPECT_EQ(ReadVariable(NumberVariable(Categories("<category value='-1e999'/>")))->GetNumberOfCats(), 1);
 }
 
@@ -202,54 +199,46 @@ TEST_F(KeptKordMissingValues, OfANumberDoNotClashWithItsCategories) {
 TEST_F(KeptKordMissingValues, HaveNoWordsForOpenBounds) {
     for (const std::string word : {"LOWEST", "HIGHEST", "INF", "-INF", "NaN"}) {
         ExpectKordFault(NumberVariable(Missing("<range><category value='" + word + "'/><category value='1'/></range>")),
-                        260151, "The value: '" + word + "' is invalid of type: 'double'.");
+                        {INVALID_VALUE_OF_TYPE, word.c_str(), "double"});
     }
 }
 
 using KeptKordCategories = KordReading;
 
 TEST_F(KeptKordCategories, AreNamedAnAttributeInTheMessageOfAStrangeTag) {
-    ExpectKordFault(TextVariable(Categories("<Category value='a'/>")), 260152,
-                    "Invalid value 'Category' of attribute 'category'.");
+    ExpectKordFault(TextVariable(Categories("<Category value='a'/>")),
+                    {INVALID_ATTRIBUTE_VALUE, "Category", "category"});
 }
 
-struct TwoFaults {
-    const char* name;
-    std::string variables;
-    int id;
-};
-
-std::ostream& operator<<(std::ostream& out, const TwoFaults& row) {
-    return out << row.name;
-}
-
-class FirstOfTwoKordFaults : public KordReading, public testing::WithParamInterface<TwoFaults> {};
+class FirstOfTwoKordFaults : public KordReading, public testing::WithParamInterface<Fault> {};
 
 TEST_P(FirstOfTwoKordFaults, IsReported) {
-    try {
-        ReadVariables(GetParam().variables);
-        FAIL() << "no failure";
-    } catch (const VTException& failure) {
-        EXPECT_EQ(failure.GetErrorCode(), GetParam().id) << failure.GetErrorMessage();
-    }
+    ExpectKordFault(GetParam().document, GetParam().failure);
 }
 
-const TwoFaults kTwoFaults[] = {
-    {"StorageTypeBeforeAnEmptyName", "<variable name='' measurement-level='x'/>", 260120},
-    {"EmptyNameBeforeAnEmptyStorageType", "<variable name='' storage-type=''/>", 260285},
-    {"DuplicateBeforeLevel", kValid + "<variable name='g' storage-type='STRING'/>", 260202},
-    {"LevelBeforeChildren", NumberVariable("<x/>", "x"), 260152},
-    {"ContinuousStringBeforeChildren", TextVariable("<x/>", "CONTINUOUS"), 260211},
-    {"FirstChildBeforeSecond", NumberVariable(Categories("<category value='x'/>") + "<x/>"), 260151},
-    {"SecondBoundBeforeTheValueOfTheFirst", NumberVariable(Missing("<range><category/></range>")), 260118},
+const Fault kTwoFaults[] = {
+    {"StorageTypeBeforeAnEmptyName", "<variable name='' measurement-level='x'/>",
+     Failure(MISSING_ATTRIBUTE_OF, "storage-type", "variable")},
+    {"EmptyNameBeforeAnEmptyStorageType", "<variable name='' storage-type=''/>",
+     Failure(NULL_ATTRIBUTE, "name", "variable")},
+    {"DuplicateBeforeLevel", kValid + "<variable name='g' storage-type='STRING'/>",
+     Failure(DUPLICATE_VARIABLE_IN, "g", "dictionary")},
+    {"LevelBeforeChildren", NumberVariable("<x/>", "x"), Failure(INVALID_ATTRIBUTE_VALUE, "x", "measurement-level")},
+    {"ContinuousStringBeforeChildren", TextVariable("<x/>", "CONTINUOUS"),
+     Failure(CONFLICTING_VALUES, "CONTINUOUS", "measurement-level", "STRING", "storage-type")},
+    {"FirstChildBeforeSecond", NumberVariable(Categories("<category value='x'/>") + "<x/>"),
+     Failure(INVALID_VALUE_OF_TYPE, "x", "double")},
+    {"SecondBoundBeforeTheValueOfTheFirst", NumberVariable(Missing("<range><category/></range>")),
+     Failure(MISSING_MAXIMUM, "category", "range")},
     {"EmptyUpperBoundBeforeTheNumberOfTheLower",
-     NumberVariable(Missing("<range><low value='x'/><high value=''/></range>")), 260120},
+     NumberVariable(Missing("<range><low value='x'/><high value=''/></range>")),
+     Failure(MISSING_ATTRIBUTE_OF, "value", "category")},
     {"ChildrenBeforeIntersection",
-     TextVariable(Missing("<category value='a'/>") + Categories("<category value='a'/>") + "<x/>"), 260154},
-    {"FirstVariableBeforeSecond", TextVariable("<x/>") + "<y/>", 260154},
+     TextVariable(Missing("<category value='a'/>") + Categories("<category value='a'/>") + "<x/>"),
+     Failure(INVALID_TAG, "x")},
+    {"FirstVariableBeforeSecond", TextVariable("<x/>") + "<y/>", Failure(INVALID_TAG, "x")},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, FirstOfTwoKordFaults, testing::ValuesIn(kTwoFaults),
-                         [](const testing::TestParamInfo<TwoFaults>& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(Rows, FirstOfTwoKordFaults, testing::ValuesIn(kTwoFaults), veltrane::tests::NameOfRow());
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 #include "translators/kord/kord_reading.h"
 
 #include <MCVeltrane_900/ScoreEncoder.h>

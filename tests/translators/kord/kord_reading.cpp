@@ -1,7 +1,7 @@
 #include "translators/kord/kord_reading.h"
 
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 namespace veltrane::tests {
 
@@ -33,9 +33,8 @@ MCVeltrane_900::ScoreDictVar* KordReading::ReadVariable(const std::string& varia
     return fKordRead.back()->GetScoreDictVars().at(0);
 }
 
-void KordReading::ExpectKordFault(const std::string& variables, int id, const std::string& text, const char* file,
-                                  int line) {
-    ExpectFailure([&] { ReadVariables(variables); }, id, text, file, line);
+void KordReading::ExpectKordFault(const std::string& variables, const Failure& failure, const char* file, int line) {
+    ExpectFailure([&] { ReadVariables(variables); }, failure, file, line);
 }
 
 std::string TextVariable(const std::string& children, const std::string& level) {

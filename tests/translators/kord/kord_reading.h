@@ -30,8 +30,8 @@ protected:
     MCVeltrane_900::ScoreDictVar* ReadVariable(const std::string& variable);
 
     /// Expects the variables to fail with this id and text.
-    void ExpectKordFault(const std::string& variables, int id, const std::string& text,
-                         const char* file = __builtin_FILE(), int line = __builtin_LINE());
+    void ExpectKordFault(const std::string& variables, const Failure& failure, const char* file = __builtin_FILE(),
+                         int line = __builtin_LINE());
 
     KordTestTranslator kord;
 

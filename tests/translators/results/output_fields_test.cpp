@@ -1,5 +1,5 @@
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/failure.h"
 
 #include <MCVeltrane_900/PMMLTranslator.h>
 #include <MCVeltrane_900/ResultVar.h>
@@ -15,7 +15,9 @@
 // What ResultField elements become.
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 using veltrane::tests::ExpectFailure;
+using veltrane::tests::Failure;
 using veltrane::tests::ParsedXml;
 using veltrane::tests::ParseXml;
 
@@ -41,8 +43,8 @@ protected:
         return dynamic_cast<const ResultVar&>(*read->GetVar("r"));
     }
 
-    void ExpectFault(const std::string& fields, int id, const std::string& message) {
-        ExpectFailure([&] { Read(fields); }, id, message);
+    void ExpectFault(const std::string& fields, const Failure& failure) {
+        ExpectFailure([&] { Read(fields); }, failure);
     }
 
     PMMLTranslator translator{"UTF-8"};
@@ -170,41 +172,39 @@ TEST_F(OutputFields, TextsThatTheEncodingLacksAreNotEmpty) {
 }
 
 TEST_F(OutputFields, NoElement) {
-    ExpectFailure([&] { translator.ParseResultDictionary(nullptr); }, 260114, "Missing node: 'ResultField'.");
+    ExpectFailure([&] { translator.ParseResultDictionary(nullptr); }, {MISSING_NODE, "ResultField"});
 }
 
 TEST_F(OutputFields, NoName) {
-    ExpectFault("<ResultField feature='x' optype='x'/>", 260120, "Missing the attribute 'name' of 'ResultField'.");
+    ExpectFault("<ResultField feature='x' optype='x'/>", {MISSING_ATTRIBUTE_OF, "name", "ResultField"});
 }
 
 TEST_F(OutputFields, EmptyName) {
-    ExpectFault("<ResultField name='' feature='x' optype='x'/>", 260285,
-                "The 'name' of element 'ResultField' is null.");
+    ExpectFault("<ResultField name='' feature='x' optype='x'/>", {NULL_ATTRIBUTE, "name", "ResultField"});
 }
 
 TEST_F(OutputFields, UnknownOptypeComesBeforeTheFeature) {
-    ExpectFault("<ResultField name='r' optype='Ordinal'/>", 260152, "Invalid value 'Ordinal' of attribute 'optype'.");
+    ExpectFault("<ResultField name='r' optype='Ordinal'/>", {INVALID_ATTRIBUTE_VALUE, "Ordinal", "optype"});
 }
 
 TEST_F(OutputFields, NoFeature) {
-    ExpectFault("<ResultField name='r' optype='ordinal' value='v'/>", 260120,
-                "Missing the attribute 'feature' of 'ResultField'.");
+    ExpectFault("<ResultField name='r' optype='ordinal' value='v'/>", {MISSING_ATTRIBUTE_OF, "feature", "ResultField"});
 }
 
 TEST_F(OutputFields, UnknownFeature) {
-    ExpectFault("<ResultField name='r' feature='PredictedValue' value='v'/>", 260153,
-                "Invalid value: 'PredictedValue' of attribute 'feature' in 'ResultField'.");
+    ExpectFault("<ResultField name='r' feature='PredictedValue' value='v'/>",
+                {INVALID_ATTRIBUTE_VALUE_IN, "PredictedValue", "feature", "ResultField"});
 }
 
 TEST_F(OutputFields, FirstFaultInDocumentOrderCounts) {
     ExpectFault("<ResultField name='a' feature='warning'/><ResultField name='b' optype='one' feature=''/>"
                 "<ResultField name='c' optype='two' feature=''/>",
-                260152, "Invalid value 'one' of attribute 'optype'.");
+                {INVALID_ATTRIBUTE_VALUE, "one", "optype"});
 }
 
 TEST_F(OutputFields, TranslatorStaysUsableAfterAFault) {
-    ExpectFault("<ResultField name='a' feature='warning'/><ResultField name='b' feature='two'/>", 260153,
-                "Invalid value: 'two' of attribute 'feature' in 'ResultField'.");
+    ExpectFault("<ResultField name='a' feature='warning'/><ResultField name='b' feature='two'/>",
+                {INVALID_ATTRIBUTE_VALUE_IN, "two", "feature", "ResultField"});
     EXPECT_EQ(Read("<ResultField name='a' feature='warning'/>")->Size(), 1);
 }
 
@@ -240,8 +240,8 @@ TEST_F(KeptOutputFields, SecondFieldOfANameIsListedAndDropped) {
 }
 
 TEST_F(KeptOutputFields, SecondFieldOfANameCanStillFail) {
-    ExpectFault("<ResultField name='r' feature='warning'/><ResultField name='r' feature='x'/>", 260153,
-                "Invalid value: 'x' of attribute 'feature' in 'ResultField'.");
+    ExpectFault("<ResultField name='r' feature='warning'/><ResultField name='r' feature='x'/>",
+                {INVALID_ATTRIBUTE_VALUE_IN, "x", "feature", "ResultField"});
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "support/dom.h"
-#include "support/failure.h"
+#include "support/faults/fault.h"
+#include "support/rows.h"
 #include "translators/dictionary/dictionary_reading.h"
 
 #include <MCVeltrane_900/DictVar.h>
@@ -31,6 +32,7 @@
 //     e      ordinal, dateDaysSince[1970], without values
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 namespace veltrane::tests {
 namespace {
@@ -71,8 +73,8 @@ protected:
         return translator.HandleTargets(xml.Root(), dictionary.get());
     }
 
-    void ExpectTargetFault(const std::string& children, int id, const std::string& message) {
-        ExpectFailure([&] { Handle(children); }, id, message);
+    void ExpectTargetFault(const std::string& children, const Failure& failure) {
+        ExpectFailure([&] { Handle(children); }, failure);
     }
 
     ScoreDictVar* Var(const std::string& name) { return dictionary->GetVar(name); }
@@ -260,26 +262,24 @@ protected:
         translator.CreateTranscoder("CP1252");
     }
 
-    /// The message for a number, which shows the document's text in the process's code page.
-    static std::string NoNumber(const XMLCh* text) {
+    /// Expects the message for a number, which shows the document's text in the process's code page.
+    void ExpectNoNumber(const std::string& children, const XMLCh* text) {
         const std::unique_ptr<char, void (*)(char*)> local(xercesc::XMLString::transcode(text),
                                                            [](char* bytes) { xercesc::XMLString::release(&bytes); });
-        return std::string("The value: '") + local.get() + "' is invalid of type: 'double'.";
+        ExpectTargetFault(children, {INVALID_VALUE_OF_TYPE, local.get(), "double"});
     }
 };
 
 TEST_F(LackingTarget, FieldIsNotInTheDictionary) {
-    ExpectTargetFault("<Target field='\xD0\x96' optype=''/>", 260124,
-                      "Missing variable:'' definition in the 'DataDictionary'.");
+    ExpectTargetFault("<Target field='\xD0\x96' optype=''/>", {MISSING_VARIABLE, "", "DataDictionary"});
 }
 
 TEST_F(LackingTarget, PriorProbabilityIsNoNumber) {
-    ExpectTargetFault(Target("t", "categorical", "<TargetValue value='a' priorProbability='\xD0\x96'/>"), 260151,
-                      NoNumber(u"\u0416"));
+    ExpectNoNumber(Target("t", "categorical", "<TargetValue value='a' priorProbability='\xD0\x96'/>"), u"\u0416");
 }
 
 TEST_F(LackingTarget, ValueOfANumericFieldIsNoNumber) {
-    ExpectTargetFault(Target("n", "categorical", Values({"\xD0\x96"})), 260151, NoNumber(u"\u0416"));
+    ExpectNoNumber(Target("n", "categorical", Values({"\xD0\x96"})), u"\u0416");
 }
 
 TEST_F(LackingTarget, ValueAndDisplayValueOfATextFieldAreReadWithoutTheCharacters) {
@@ -292,60 +292,49 @@ TEST_F(LackingTarget, ValueAndDisplayValueOfATextFieldAreReadWithoutTheCharacter
 
 // Faults of one Target, in the order in which they are looked for.
 
-struct FaultRow {
-    const char* name;
-    std::string targets;
-    int id;
-    const char* message;
-};
-
-class RefusedTarget : public Targets, public testing::WithParamInterface<FaultRow> {};
+class RefusedTarget : public Targets, public testing::WithParamInterface<Fault> {};
 
 TEST_P(RefusedTarget, EndsInItsMessage) {
-    ExpectTargetFault(GetParam().targets, GetParam().id, GetParam().message);
+    ExpectTargetFault(GetParam().document, GetParam().failure);
 }
 
-const FaultRow kFaults[] = {
-    {"NoField", "<Target/>", 260120, "Missing the attribute 'field' of 'Target'."},
-    {"EmptyField", "<Target field=''/>", 260285, "The 'field' of element 'Target' is null."},
-    {"UnknownField", "<Target field='q'/>", 260124, "Missing variable:'q' definition in the 'DataDictionary'."},
-    {"NoOptype", "<Target field='x'/>", 260120, "Missing the attribute 'optype' of 'Target'."},
-    {"UnknownOptype", Target("x", "nominal", ""), 260152, "Invalid value 'nominal' of attribute 'optype'."},
-    {"BadDefault", Target("x", "continuous", "<TargetValue defaultValue='abc'/>"), 260151,
-     "The value: 'abc' is invalid of type: 'double'."},
-    {"NoValue", Target("n", "categorical", "<TargetValue priorProbability='p'/>"), 260120,
-     "Missing the attribute 'value' of 'TargetValue'."},
-    {"BadNumber", Target("n", "categorical", "<TargetValue value='abc' priorProbability='p'/>"), 260151,
-     "The value: 'abc' is invalid of type: 'double'."},
-    {"BadNumberAmongLabels", Target("o", "ordinal", Values({"abc"})), 260151,
-     "The value: 'abc' is invalid of type: 'double'."},
-    {"BadDate", Target("e", "ordinal", Values({"abc"})), 260151, "The value: 'abc' is invalid of type: 'double'."},
-    {"EmptyDate", Target("e", "ordinal", Values({""})), 260151, "The value: '' is invalid of type: 'double'."},
-    {"BadProbability", Target("n", "categorical", "<TargetValue value='1' priorProbability='p'/>"), 260151,
-     "The value: 'p' is invalid of type: 'double'."},
-    {"ThirdCategoryOfAFlag", Target("f", "categorical", Values({"p", "q", "r"})), 260271,
-     "More than two 'categorical' defined when 'flag' is set."},
-    {"FlagBeforeDuplicates", Target("f", "categorical", Values({"p", "p", "p"})), 260271,
-     "More than two 'categorical' defined when 'flag' is set."},
-    {"MissingText", Target("s", "categorical", Values({"?"})), 260294,
-     "The value: '?' in variable 's' is defined as missing or both valid and invalid."},
-    {"DuplicateText", Target("t", "categorical", Values({"p", "q", "p"})), 260203,
-     "Duplicate definition of 'value': 'p', already in 'DataDictionary'."},
-    {"TrailingBlanksAreNoDifference", Target("t", "categorical", Values({"p", "p  "})), 260203,
-     "Duplicate definition of 'value': 'p', already in 'DataDictionary'."},
-    {"DuplicateNumber", Target("n", "categorical", Values({"2", "2.0"})), 260203,
-     "Duplicate definition of 'value': '2', already in 'DataDictionary'."},
+const Fault kFaults[] = {
+    {"NoField", "<Target/>", Failure(MISSING_ATTRIBUTE_OF, "field", "Target")},
+    {"EmptyField", "<Target field=''/>", Failure(NULL_ATTRIBUTE, "field", "Target")},
+    {"UnknownField", "<Target field='q'/>", Failure(MISSING_VARIABLE, "q", "DataDictionary")},
+    {"NoOptype", "<Target field='x'/>", Failure(MISSING_ATTRIBUTE_OF, "optype", "Target")},
+    {"UnknownOptype", Target("x", "nominal", ""), Failure(INVALID_ATTRIBUTE_VALUE, "nominal", "optype")},
+    {"BadDefault", Target("x", "continuous", "<TargetValue defaultValue='abc'/>"),
+     Failure(INVALID_VALUE_OF_TYPE, "abc", "double")},
+    {"NoValue", Target("n", "categorical", "<TargetValue priorProbability='p'/>"),
+     Failure(MISSING_ATTRIBUTE_OF, "value", "TargetValue")},
+    {"BadNumber", Target("n", "categorical", "<TargetValue value='abc' priorProbability='p'/>"),
+     Failure(INVALID_VALUE_OF_TYPE, "abc", "double")},
+    {"BadNumberAmongLabels", Target("o", "ordinal", Values({"abc"})), Failure(INVALID_VALUE_OF_TYPE, "abc", "double")},
+    {"BadDate", Target("e", "ordinal", Values({"abc"})), Failure(INVALID_VALUE_OF_TYPE, "abc", "double")},
+    {"EmptyDate", Target("e", "ordinal", Values({""})), Failure(INVALID_VALUE_OF_TYPE, "", "double")},
+    {"BadProbability", Target("n", "categorical", "<TargetValue value='1' priorProbability='p'/>"),
+     Failure(INVALID_VALUE_OF_TYPE, "p", "double")},
+    {"ThirdCategoryOfAFlag", Target("f", "categorical", Values({"p", "q", "r"})),
+     Failure(MORE_THAN_TWO, "categorical", "flag")},
+    {"FlagBeforeDuplicates", Target("f", "categorical", Values({"p", "p", "p"})),
+     Failure(MORE_THAN_TWO, "categorical", "flag")},
+    {"MissingText", Target("s", "categorical", Values({"?"})), Failure(VALUE_MISSING_OR_VALID_AND_INVALID, "?", "s")},
+    {"DuplicateText", Target("t", "categorical", Values({"p", "q", "p"})),
+     Failure(DUPLICATE_DEFINITION, "value", "p", "DataDictionary")},
+    {"TrailingBlanksAreNoDifference", Target("t", "categorical", Values({"p", "p  "})),
+     Failure(DUPLICATE_DEFINITION, "value", "p", "DataDictionary")},
+    {"DuplicateNumber", Target("n", "categorical", Values({"2", "2.0"})),
+     Failure(DUPLICATE_DEFINITION, "value", "2", "DataDictionary")},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, RefusedTarget, testing::ValuesIn(kFaults),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, RefusedTarget, testing::ValuesIn(kFaults), NameOfRow());
 
 TEST_F(Targets, FlagFieldWithLabelsOfBothKinds) {
     dictionary = Read("<DataField name='f' optype='categorical' dataType='string'>"
                       "<Extension name='x-measure' value='flag'/><Value value='p'/><Value value='q'/></DataField>");
     Handle(Target("f", "categorical", Values({"q", "p"})));
-    ExpectTargetFault(Target("f", "categorical", Values({"r"})), 260271,
-                      "More than two 'categorical' defined when 'flag' is set.");
+    ExpectTargetFault(Target("f", "categorical", Values({"r"})), {MORE_THAN_TWO, "categorical", "flag"});
 }
 
 TEST_F(Targets, UntrimmedTextsDifferInTheirBlanks) {
@@ -364,15 +353,14 @@ TEST_F(Targets, NoRollback) {
     ExpectTargetFault(Target("x", "continuous", "<TargetValue defaultValue='1'/>") +
                           Target("t", "categorical", "<TargetValue value='p' priorProbability='1'/>") +
                           Target("q", "continuous", "") + Target("y", "continuous", "<TargetValue defaultValue='2'/>"),
-                      260124, "Missing variable:'q' definition in the 'DataDictionary'.");
+                      {MISSING_VARIABLE, "q", "DataDictionary"});
     EXPECT_EQ(Default("x"), "1");
     EXPECT_EQ(Priors("t"), Texts({"p=1"}));
     EXPECT_EQ(Default("y"), "none");
 }
 
 TEST_F(Targets, FaultInNewCategoriesLeavesTheFieldWithoutLabels) {
-    ExpectTargetFault(Target("n", "categorical", Values({"1", "abc"})), 260151,
-                      "The value: 'abc' is invalid of type: 'double'.");
+    ExpectTargetFault(Target("n", "categorical", Values({"1", "abc"})), {INVALID_VALUE_OF_TYPE, "abc", "double"});
     EXPECT_EQ(Var("n")->GetValueLabels(), nullptr);
     EXPECT_EQ(Var("n")->GetValueProbabilities(), nullptr);
 }
@@ -380,21 +368,18 @@ TEST_F(Targets, FaultInNewCategoriesLeavesTheFieldWithoutLabels) {
 class KeptTargets : public Targets {};
 
 TEST_F(KeptTargets, ClashOfLevelsNamesTheTwoPlacesSwapped) {
-    ExpectTargetFault(Target("n", "continuous", ""), 260214,
-                      "Conflict setting between the value 'continuous' of attribute 'optype' in 'DataDictionary' and "
-                      "the value 'categorical' of attribute 'optype' in 'Target'.");
-    ExpectTargetFault(Target("x", "ordinal", ""), 260214,
-                      "Conflict setting between the value 'ordinal' of attribute 'optype' in 'DataDictionary' and "
-                      "the value 'continuous' of attribute 'optype' in 'Target'.");
-    ExpectTargetFault(Target("o", "categorical", ""), 260214,
-                      "Conflict setting between the value 'categorical' of attribute 'optype' in 'DataDictionary' and "
-                      "the value 'ordinal' of attribute 'optype' in 'Target'.");
+    ExpectTargetFault(Target("n", "continuous", ""), {CONFLICTING_VALUES_IN, "continuous", "optype", "DataDictionary",
+                                                      "categorical", "optype", "Target"});
+    ExpectTargetFault(Target("x", "ordinal", ""),
+                      {CONFLICTING_VALUES_IN, "ordinal", "optype", "DataDictionary", "continuous", "optype", "Target"});
+    ExpectTargetFault(Target("o", "categorical", ""), {CONFLICTING_VALUES_IN, "categorical", "optype", "DataDictionary",
+                                                       "ordinal", "optype", "Target"});
 }
 
 TEST_F(KeptTargets, MessageOfAnEmptyValueSpeaksOfAValue) {
-    ExpectTargetFault(Target("n", "categorical", Values({""})), 260285, "The 'value' of element 'Value' is null.");
+    ExpectTargetFault(Target("n", "categorical", Values({""})), {NULL_ATTRIBUTE, "value", "Value"});
     Var("t")->SetEmptyStringOK(false);
-    ExpectTargetFault(Target("t", "categorical", Values({""})), 260285, "The 'value' of element 'Value' is null.");
+    ExpectTargetFault(Target("t", "categorical", Values({""})), {NULL_ATTRIBUTE, "value", "Value"});
 }
 
 TEST_F(KeptTargets, ProbabilitiesAreNotHeldToTheirRange) {
@@ -424,20 +409,19 @@ TEST_F(KeptTargets, LabelThatIsMissingIsFoundLate) {
                               "<Value value='a ' property='missing'/></DataField>";
     dictionary = Read(field);
     EXPECT_TRUE(Handle(Target("s", "categorical", "")));
-    ExpectTargetFault(Target("s", "categorical", Values({"b"})), 260294,
-                      "The value: 'a' in variable 's' is defined as missing or both valid and invalid.");
+    ExpectTargetFault(Target("s", "categorical", Values({"b"})), {VALUE_MISSING_OR_VALID_AND_INVALID, "a", "s"});
 }
 
 TEST_F(KeptTargets, LabelsThatJoinedBeforeAFaultStay) {
     ExpectTargetFault(Target("o", "ordinal", "<TargetValue value='3' priorProbability='1'/><TargetValue value='abc'/>"),
-                      260151, "The value: 'abc' is invalid of type: 'double'.");
+                      {INVALID_VALUE_OF_TYPE, "abc", "double"});
     EXPECT_EQ(LabelsOf("o"), Texts({"1=one", "2=2", "3=3"}));
     EXPECT_EQ(Priors("o"), Texts());
 }
 
 TEST_F(KeptTargets, DuplicateLabelsStayWithTheFieldAfterTheirFault) {
-    ExpectTargetFault(Target("t", "categorical", Values({"p", "p"})), 260203,
-                      "Duplicate definition of 'value': 'p', already in 'DataDictionary'.");
+    ExpectTargetFault(Target("t", "categorical", Values({"p", "p"})),
+                      {DUPLICATE_DEFINITION, "value", "p", "DataDictionary"});
     EXPECT_EQ(LabelsOf("t"), Texts({"'p'=p", "'p'=p"}));
 }
 
@@ -452,17 +436,15 @@ TEST_F(KeptTargets, NewCategoriesDoNotReachTheEncoder) {
 
 TEST_F(KeptTargets, NumberThatIsNoLevelIsReportedWithAnEmptyText) {
     Var("n")->SetMLevel(static_cast<ScoreDictVar::MeasureLevel>(3));
-    ExpectTargetFault(Target("n", "", ""), 260152, "Invalid value '' of attribute 'optype'.");
-    ExpectTargetFault(Target("n", "ordinal", ""), 260214,
-                      "Conflict setting between the value 'ordinal' of attribute 'optype' in 'DataDictionary' and "
-                      "the value '' of attribute 'optype' in 'Target'.");
+    ExpectTargetFault(Target("n", "", ""), {INVALID_ATTRIBUTE_VALUE, "", "optype"});
+    ExpectTargetFault(Target("n", "ordinal", ""),
+                      {CONFLICTING_VALUES_IN, "ordinal", "optype", "DataDictionary", "", "optype", "Target"});
 }
 
 // A variable of a type that no document gives cannot hold a value.
 TEST_F(KeptTargets, CategoriesOfAnUnknownTypeAreMissing) {
     Var("n")->SetVarType(static_cast<ScoreDictVar::VariableType>(2));
-    ExpectTargetFault(Target("n", "categorical", Values({"1"})), 260294,
-                      "The value: '' in variable 'n' is defined as missing or both valid and invalid.");
+    ExpectTargetFault(Target("n", "categorical", Values({"1"})), {VALUE_MISSING_OR_VALID_AND_INVALID, "", "n"});
 }
 
 } // namespace
