@@ -34,11 +34,4 @@ extern "C" {
 VELTRANE_API ScoreTranslator* GiveMyTranslator() {
     return new KordDictionaryTranslator;
 }
-
-VELTRANE_API int TranslatorsMade() {
-    return translatorsMade;
-}
-VELTRANE_API int TranslatorsDeleted() {
-    return translatorsDeleted;
-}
 }

@@ -13,8 +13,4 @@ VELTRANE_API ScoreTranslator* GiveMyTranslator() {
 VELTRANE_API void PassModelNames(ScoreTranslator*, const std::vector<std::string>&) {
     ++listsPassed;
 }
-
-VELTRANE_API int ListsPassed() {
-    return listsPassed;
-}
 }

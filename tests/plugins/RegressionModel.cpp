@@ -9,14 +9,4 @@ extern "C" {
 VELTRANE_API ScoreTranslator* GiveMyTranslator() {
     return new RecordingTranslator("RegressionModel");
 }
-
-VELTRANE_API int TranslatorsMade() {
-    return translatorsMade;
-}
-VELTRANE_API int TranslatorsDeleted() {
-    return translatorsDeleted;
-}
-VELTRANE_API int ListsPassed() {
-    return listsPassed;
-}
 }

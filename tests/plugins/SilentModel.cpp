@@ -22,11 +22,4 @@ extern "C" {
 VELTRANE_API ScoreTranslator* GiveMyTranslator() {
     return new SilentTranslator;
 }
-
-VELTRANE_API int TranslatorsMade() {
-    return translatorsMade;
-}
-VELTRANE_API int TranslatorsDeleted() {
-    return translatorsDeleted;
-}
 }

@@ -1,17 +1,19 @@
 #include "recording.h"
 
+#include <MCVeltrane_900/Messages.h>
 #include <MCVeltrane_900/VTException.h>
 
 /// A plug-in that finds every document bad.
 
 using namespace veltrane::tests::recording;
+using MCVeltrane_900::Message;
 
 namespace {
 
 [[noreturn]] ScoreModel* Refuse(const char* operation) {
     MCVeltrane_900::VTException failure;
     failure.SetDetailMessage("the plug-in's own words");
-    failure.PutErrorMessage(260305, operation);
+    failure.PutErrorMessage(static_cast<int>(Message::CANNOT_RESTORE_BASE_MODEL), operation);
     throw failure;
 }
 
@@ -39,12 +41,5 @@ extern "C" {
 
 VELTRANE_API ScoreTranslator* GiveMyTranslator() {
     return new ThrowingTranslator;
-}
-
-VELTRANE_API int TranslatorsMade() {
-    return translatorsMade;
-}
-VELTRANE_API int TranslatorsDeleted() {
-    return translatorsDeleted;
 }
 }

@@ -13,13 +13,4 @@ VELTRANE_API ScoreTranslator* GiveMyTranslator() {
 VELTRANE_API void PassModelNames(ScoreTranslator* translator, const std::vector<std::string>& names) {
     TakeNames(translator, names);
 }
-VELTRANE_API int TranslatorsMade() {
-    return translatorsMade;
-}
-VELTRANE_API int TranslatorsDeleted() {
-    return translatorsDeleted;
-}
-VELTRANE_API int ListsPassed() {
-    return listsPassed;
-}
 }

@@ -140,4 +140,18 @@ inline void TakeNames(ScoreTranslator* translator, const std::vector<std::string
 
 } // namespace veltrane::tests::recording
 
+// What the tests ask a plug-in for; it consists of one source, which includes this.
+extern "C" {
+
+VELTRANE_API int TranslatorsMade() {
+    return veltrane::tests::recording::translatorsMade;
+}
+VELTRANE_API int TranslatorsDeleted() {
+    return veltrane::tests::recording::translatorsDeleted;
+}
+VELTRANE_API int ListsPassed() {
+    return veltrane::tests::recording::listsPassed;
+}
+}
+
 #endif

@@ -15,6 +15,8 @@
 #include <MCVeltrane_900/ScorePredicate.h>
 #include <MCVeltrane_900/StringValue.h>
 
+#include <gtest/gtest.h>
+
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -118,6 +120,43 @@ template <typename Split>
 Split* WithMissing(Split* split, int child) {
     split->SetMissvalMap(child);
     return split;
+}
+
+/// A split with one value that counts its own destruction.
+inline DiscreteSplit* OfCountedText(const ScoreDictVar& var, int& deleted) {
+    auto* split = new DiscreteSplit(&var);
+    split->PutSplit(new CountedText("a", deleted), 0);
+    return split;
+}
+
+/// Expects that a predicate deletes its split.
+template <typename Predicate>
+void ExpectToOwnItsSplit() {
+    const Categorical x(kText);
+    int deleted = 0;
+    {
+        DiscreteSplit* split = OfCountedText(x, deleted);
+        const Predicate predicate(split);
+        EXPECT_EQ(predicate.GetSplit(), split);
+    }
+    EXPECT_EQ(deleted, 1);
+}
+
+/// Expects that a predicate that is given another split doesn't delete the former one.
+template <typename Predicate>
+void ExpectToLeaveTheFormerSplit() {
+    const Categorical x(kText);
+    int deleted = 0;
+    DiscreteSplit* former = OfCountedText(x, deleted);
+    {
+        Predicate predicate(former);
+        auto* split = new DiscreteSplit(&x);
+        predicate.SetSplit(split);
+        EXPECT_EQ(predicate.GetSplit(), split);
+    }
+    EXPECT_EQ(deleted, 0);
+    delete former;
+    EXPECT_EQ(deleted, 1);
 }
 
 /// A case with one value, which may be null.

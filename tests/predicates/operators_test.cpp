@@ -1,5 +1,6 @@
 // What the operators come to through splits of the shape that documents give them.
 #include "conditions.h"
+#include "support/rows.h"
 
 #include <MCVeltrane_900/SimplePredicate.h>
 
@@ -81,8 +82,7 @@ TEST_P(ScaleOperator, OfARecord) {
     EXPECT_EQ(of(nullptr), GetParam().missing);
 }
 
-INSTANTIATE_TEST_SUITE_P(SimplePredicate, ScaleOperator, testing::ValuesIn(kScale),
-                         [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(SimplePredicate, ScaleOperator, testing::ValuesIn(kScale), NameOfRow());
 
 namespace {
 

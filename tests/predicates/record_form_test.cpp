@@ -1,5 +1,6 @@
 // How a predicate finds its value in the records of a case, and when the value counts as missing.
 #include "conditions.h"
+#include "support/rows.h"
 
 #include <MCVeltrane_900/ScoreBinningEncoder.h>
 #include <MCVeltrane_900/SetPredicate.h>
@@ -202,8 +203,7 @@ TEST_P(MissingInRecord, SetPredicate) {
     EXPECT_EQ(SetPredicate(Empty(*row.var, 0)).Evaluate(row.record.get(), nullptr), row.isMissing ? kUnknown : kFalse);
 }
 
-INSTANTIATE_TEST_SUITE_P(RecordForm, MissingInRecord, testing::ValuesIn(MissingRows()),
-                         [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(RecordForm, MissingInRecord, testing::ValuesIn(MissingRows()), NameOfRow());
 
 TYPED_TEST(RecordForm, AnEncodedVariableAsksADiscreteSplitByCode) {
     Categorical x(kText);

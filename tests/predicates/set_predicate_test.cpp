@@ -106,31 +106,11 @@ TEST(KeptSetPredicateMissing, IsNeverTrue) {
 }
 
 TEST(SetPredicate, OwnsItsSplit) {
-    const Categorical x(kText);
-    int deleted = 0;
-    {
-        auto* split = new DiscreteSplit(&x);
-        split->PutSplit(new CountedText("a", deleted), 0);
-        const SetPredicate predicate(split);
-        EXPECT_EQ(predicate.GetSplit(), split);
-    }
-    EXPECT_EQ(deleted, 1);
+    ExpectToOwnItsSplit<SetPredicate>();
 }
 
 TEST(KeptSetSplit, OfASetPredicateLeavesTheFormerSplit) {
-    const Categorical x(kText);
-    int deleted = 0;
-    auto* former = new DiscreteSplit(&x);
-    former->PutSplit(new CountedText("a", deleted), 0);
-    {
-        SetPredicate predicate(former);
-        auto* split = new DiscreteSplit(&x);
-        predicate.SetSplit(split);
-        EXPECT_EQ(predicate.GetSplit(), split);
-    }
-    EXPECT_EQ(deleted, 0);
-    delete former;
-    EXPECT_EQ(deleted, 1);
+    ExpectToLeaveTheFormerSplit<SetPredicate>();
 }
 
 namespace {

@@ -1,4 +1,5 @@
 #include "conditions.h"
+#include "support/rows.h"
 
 #include <MCVeltrane_900/SimplePredicate.h>
 
@@ -90,8 +91,7 @@ TEST_P(SimpleOperator, IsSetByItsText) {
     EXPECT_EQ(static_cast<int>(predicate.GetPredicateOperator()), GetParam().value);
 }
 
-INSTANTIATE_TEST_SUITE_P(SimplePredicate, SimpleOperator, testing::ValuesIn(kOperators),
-                         [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(SimplePredicate, SimpleOperator, testing::ValuesIn(kOperators), NameOfRow());
 
 TEST(KeptSimplePredicateOperator, AnEmptyTextKeepsIt) {
     SimplePredicate predicate;
@@ -176,31 +176,11 @@ TEST(SimplePredicate, MissingFlag) {
 }
 
 TEST(SimplePredicate, OwnsItsSplit) {
-    const Categorical x(kText);
-    int deleted = 0;
-    {
-        auto* split = new DiscreteSplit(&x);
-        split->PutSplit(new CountedText("a", deleted), 0);
-        const SimplePredicate predicate(split);
-        EXPECT_EQ(predicate.GetSplit(), split);
-    }
-    EXPECT_EQ(deleted, 1);
+    ExpectToOwnItsSplit<SimplePredicate>();
 }
 
 TEST(KeptSetSplit, OfASimplePredicateLeavesTheFormerSplit) {
-    const Categorical x(kText);
-    int deleted = 0;
-    auto* former = new DiscreteSplit(&x);
-    former->PutSplit(new CountedText("a", deleted), 0);
-    {
-        SimplePredicate predicate(former);
-        auto* split = new DiscreteSplit(&x);
-        predicate.SetSplit(split);
-        EXPECT_EQ(predicate.GetSplit(), split);
-    }
-    EXPECT_EQ(deleted, 0);
-    delete former;
-    EXPECT_EQ(deleted, 1);
+    ExpectToLeaveTheFormerSplit<SimplePredicate>();
 }
 
 namespace {

@@ -1,3 +1,5 @@
+#include "support/rows.h"
+
 #include <MCCommon_900/MCMV.h>
 #include <MCMath_900/MCDistFun.h>
 
@@ -36,10 +38,6 @@ void Expect(Function function, const CodeCase& c) {
     }
 }
 
-std::string RowName(const testing::TestParamInfo<CodeCase>& info) {
-    return info.param.name;
-}
-
 class BinomialPoint : public testing::TestWithParam<CodeCase> {};
 TEST_P(BinomialPoint, ResultAndCode) {
     Expect(MCDistFun::PdfBin, GetParam());
@@ -67,7 +65,7 @@ const CodeCase kPointCases[] = {
     {"TrialsNotWhole", 2, 4.5, 0.5, 0.34802911886525384444, 0},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, BinomialPoint, testing::ValuesIn(kPointCases), RowName);
+INSTANTIATE_TEST_SUITE_P(Rows, BinomialPoint, testing::ValuesIn(kPointCases), veltrane::tests::NameOfRow());
 
 class BinomialCumulative : public testing::TestWithParam<CodeCase> {};
 TEST_P(BinomialCumulative, ResultAndCode) {
@@ -97,7 +95,7 @@ const CodeCase kCumulativeCases[] = {
     {"OutOfRangeIsApproximated", 10, 100000, 0.9, 0, 0},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, BinomialCumulative, testing::ValuesIn(kCumulativeCases), RowName);
+INSTANTIATE_TEST_SUITE_P(Rows, BinomialCumulative, testing::ValuesIn(kCumulativeCases), veltrane::tests::NameOfRow());
 
 TEST(BinomialCumulativeApproximation, TakesOverWhereTheTermsVanish) {
     // The largest term is 1e-308 or so here: the sum before it and the approximation after it must meet.
@@ -137,7 +135,7 @@ const CodeCase kQuantileCases[] = {
     {"ImpossibleBelowOne", 0.5, 5, 0, -1, 0},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, BinomialQuantile, testing::ValuesIn(kQuantileCases), RowName);
+INSTANTIATE_TEST_SUITE_P(Rows, BinomialQuantile, testing::ValuesIn(kQuantileCases), veltrane::tests::NameOfRow());
 
 // The first guess is the answer when its cumulative probability lies within 128 machine epsilons of p, an absolute
 // distance: below 1e-14 that is any guess far enough out.
@@ -199,8 +197,7 @@ constexpr HyperCase kHyperCases[] = {
     {"TotalNotANumber", 1, kNaN, 5, 5},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, HypergeometricDomain, testing::ValuesIn(kHyperCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, HypergeometricDomain, testing::ValuesIn(kHyperCases), veltrane::tests::NameOfRow());
 
 TEST(HypergeometricCumulative, SpecialCases) {
     int code = 9;

@@ -1,3 +1,5 @@
+#include "support/rows.h"
+
 #include <MCCommon_900/MCMV.h>
 #include <MCMath_900/MCDistFun.h>
 
@@ -55,7 +57,6 @@ const InnerFailure kInnerFailures[] = {
     {"NonCentralTWithoutNonCentrality", [] { return MCDistFun::NonCentralCdfT(1.5, kTiny, 0); }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Calls, FailuresInside, testing::ValuesIn(kInnerFailures),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Calls, FailuresInside, testing::ValuesIn(kInnerFailures), veltrane::tests::NameOfRow());
 
 } // namespace

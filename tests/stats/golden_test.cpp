@@ -1,4 +1,5 @@
 #include "stats/golden_functions.h"
+#include "support/rows.h"
 
 #include <gtest/gtest.h>
 
@@ -44,7 +45,6 @@ TEST(GoldenRegions, WiderTolerancesHaveTheirReasons) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Functions, GoldenTable, testing::ValuesIn(GoldenFunctions()),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Functions, GoldenTable, testing::ValuesIn(GoldenFunctions()), veltrane::tests::NameOfRow());
 
 } // namespace

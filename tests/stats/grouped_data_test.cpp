@@ -1,3 +1,5 @@
+#include "support/rows.h"
+
 #include <MCCommon_900/MCMV.h>
 #include <MCMath_900/MCDistFun.h>
 
@@ -62,8 +64,7 @@ const PercentileCase kPercentileCases[] = {
     {"AnyLargerModeIsLimits", 50, 9, 15, 0},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, GroupedPercentile, testing::ValuesIn(kPercentileCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, GroupedPercentile, testing::ValuesIn(kPercentileCases), veltrane::tests::NameOfRow());
 
 TEST(GroupedPercentileTooFew, IsMissingWithCodeMinusOne) {
     for (const int n : {1, 0, -1}) {

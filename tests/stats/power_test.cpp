@@ -1,3 +1,5 @@
+#include "support/rows.h"
+
 #include <MCCommon_900/MCMV.h>
 #include <MCMath_900/MCPower.h>
 
@@ -99,12 +101,7 @@ constexpr IntegerCase kIntegerCases[] = {
     {"NotANumber", kNaN, false, false, false},
 };
 
-template <class Case>
-std::string RowName(const testing::TestParamInfo<Case>& info) {
-    return info.param.name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, IntegerTests, testing::ValuesIn(kIntegerCases), RowName<IntegerCase>);
+INSTANTIATE_TEST_SUITE_P(Rows, IntegerTests, testing::ValuesIn(kIntegerCases), veltrane::tests::NameOfRow());
 
 struct AlmostEqualCase {
     const char* name;
@@ -135,7 +132,7 @@ constexpr AlmostEqualCase kAlmostEqualCases[] = {
     {"NotANumber", kNaN, 1.0, 1e9, false},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, AlmostEqualTests, testing::ValuesIn(kAlmostEqualCases), RowName<AlmostEqualCase>);
+INSTANTIATE_TEST_SUITE_P(Rows, AlmostEqualTests, testing::ValuesIn(kAlmostEqualCases), veltrane::tests::NameOfRow());
 
 struct ReciprocalCase {
     const char* name;
@@ -167,7 +164,7 @@ constexpr ReciprocalCase kReciprocalCases[] = {
     {"NotANumber", kNaN, 32.0, false, false},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, ReciprocalTests, testing::ValuesIn(kReciprocalCases), RowName<ReciprocalCase>);
+INSTANTIATE_TEST_SUITE_P(Rows, ReciprocalTests, testing::ValuesIn(kReciprocalCases), veltrane::tests::NameOfRow());
 
 TEST(Exponent, OrdinaryIsExp) {
     double out = 0;
@@ -267,7 +264,7 @@ const PowerCase kPowerCases[] = {
     {"NotANumberToFraction", kNaN, 0.5, kMissing, MCPower::POWER_NEG_BASE_NON_INTEGER},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, PowerTests, testing::ValuesIn(kPowerCases), RowName<PowerCase>);
+INSTANTIATE_TEST_SUITE_P(Rows, PowerTests, testing::ValuesIn(kPowerCases), veltrane::tests::NameOfRow());
 
 TEST(Power, UnderflowOfANegativeBaseToAnOddPowerIsMinusZero) {
     double out = 1;

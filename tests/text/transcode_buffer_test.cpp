@@ -1,4 +1,5 @@
 // The conversions on buffers: what a field holds after texts that fit, fit exactly, are cut, and can't be converted.
+#include "support/rows.h"
 #include "text/conversion_calls.h"
 
 #include <gtest/gtest.h>
@@ -51,10 +52,6 @@ void ExpectUnicode(const Row<Target, Source>& row, Convert convert) {
     EXPECT_EQ(filled.status, row.status);
 }
 
-std::string NameOf(const auto& info) {
-    return info.param.name;
-}
-
 // UTF-8 to a code page. U+65E5 has the bytes E6 97 A5 in UTF-8 and 93 FA in code page 932.
 class Utf8ToCodePageField : public testing::TestWithParam<Bytes> {};
 
@@ -94,8 +91,7 @@ const Bytes kUtf8ToCodePage[] = {
     {"DefaultAndInvalid", nullptr, "a\xFFz", kByLength, 4, "a?z ", 3, 3},
     {"EscapesAndCut", "ISO-2022-JP", "\xE6\x97\xA5", kByLength, 4, "    ", 0, 1},
 };
-INSTANTIATE_TEST_SUITE_P(All, Utf8ToCodePageField, testing::ValuesIn(kUtf8ToCodePage),
-                         [](const auto& info) { return NameOf(info); });
+INSTANTIATE_TEST_SUITE_P(All, Utf8ToCodePageField, testing::ValuesIn(kUtf8ToCodePage), NameOfRow());
 
 // A code page to UTF-8.
 class CodePageToUtf8Field : public testing::TestWithParam<Bytes> {};
@@ -130,8 +126,7 @@ const Bytes kCodePageToUtf8[] = {
     {"Default", nullptr, "\xE6\x97\xA5", kByLength, 4, "\xE6\x97\xA5 ", 3, 0},
     {"DefaultAndInvalid", nullptr, "\xE6\x97", kByLength, 4, "? ##", 1, 3},
 };
-INSTANTIATE_TEST_SUITE_P(All, CodePageToUtf8Field, testing::ValuesIn(kCodePageToUtf8),
-                         [](const auto& info) { return NameOf(info); });
+INSTANTIATE_TEST_SUITE_P(All, CodePageToUtf8Field, testing::ValuesIn(kCodePageToUtf8), NameOfRow());
 
 // UTF-8 to UTF-16.
 class Utf8ToUtf16Field : public testing::TestWithParam<ToUnits> {};
@@ -166,8 +161,7 @@ const ToUnits kUtf8ToUtf16[] = {
     {"InvalidBehindTheCut", nullptr, "abc\xFF", kByLength, 2, u"ab", 2, 1},
     {"InvalidAndAPairCut", nullptr, "\xFF\xF0\x9F\x98\x80", kByLength, 2, u"? ", 1, 1},
 };
-INSTANTIATE_TEST_SUITE_P(All, Utf8ToUtf16Field, testing::ValuesIn(kUtf8ToUtf16),
-                         [](const auto& info) { return NameOf(info); });
+INSTANTIATE_TEST_SUITE_P(All, Utf8ToUtf16Field, testing::ValuesIn(kUtf8ToUtf16), NameOfRow());
 
 // UTF-16 to UTF-8.
 class Utf16ToUtf8Field : public testing::TestWithParam<FromUnits> {};
@@ -200,8 +194,7 @@ const FromUnits kUtf16ToUtf8[] = {
     {"LoneTrail", nullptr, u"a" + kLoneTrail + u"z", kByLength, 3, "a?z", 3, 3},
     {"LoneTrailAndCut", nullptr, u"a" + kLoneTrail + u"z", kByLength, 2, "a?", 2, 1},
 };
-INSTANTIATE_TEST_SUITE_P(All, Utf16ToUtf8Field, testing::ValuesIn(kUtf16ToUtf8),
-                         [](const auto& info) { return NameOf(info); });
+INSTANTIATE_TEST_SUITE_P(All, Utf16ToUtf8Field, testing::ValuesIn(kUtf16ToUtf8), NameOfRow());
 
 // A code page to UTF-16.
 class CodePageToUtf16Field : public testing::TestWithParam<ToUnits> {};
@@ -229,8 +222,7 @@ const ToUnits kCodePageToUtf16[] = {
     {"FailedAndCut", "932", "a\x93z", kByLength, 1, u"a", 1, 1},
     {"Default", nullptr, "\xE6\x97\xA5", kByLength, 2, u"\u65e5 ", 1, 0},
 };
-INSTANTIATE_TEST_SUITE_P(All, CodePageToUtf16Field, testing::ValuesIn(kCodePageToUtf16),
-                         [](const auto& info) { return NameOf(info); });
+INSTANTIATE_TEST_SUITE_P(All, CodePageToUtf16Field, testing::ValuesIn(kCodePageToUtf16), NameOfRow());
 
 // UTF-16 to a code page.
 class Utf16ToCodePageField : public testing::TestWithParam<FromUnits> {};
@@ -258,8 +250,7 @@ const FromUnits kUtf16ToCodePage[] = {
     {"Default", nullptr, u"\u65e5", kByLength, 4, "\xE6\x97\xA5 ", 3, 0},
     {"DefaultAndLoneLead", nullptr, kLoneLead, kByLength, 4, "? ##", 1, 3},
 };
-INSTANTIATE_TEST_SUITE_P(All, Utf16ToCodePageField, testing::ValuesIn(kUtf16ToCodePage),
-                         [](const auto& info) { return NameOf(info); });
+INSTANTIATE_TEST_SUITE_P(All, Utf16ToCodePageField, testing::ValuesIn(kUtf16ToCodePage), NameOfRow());
 
 TEST(TranscodeBuffers, SmallerTargetIsCutAtAWholeCharacterAndFilledWithBlanks) {
     const Converter gbk = MakeConverter("936");

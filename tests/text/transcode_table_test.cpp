@@ -1,4 +1,5 @@
 // Texts of an encoding, whole, cut and broken, and what each conversion from it makes of them.
+#include "support/rows.h"
 #include "text/conversion_calls.h"
 #include "text/conversion_reference.h"
 
@@ -132,8 +133,7 @@ TEST_P(TranscodeTable, AndBack) {
     EXPECT_EQ(fromUtf16 == row.bytes, row.status == 0) << "what was replaced doesn't come back";
 }
 
-INSTANTIATE_TEST_SUITE_P(All, TranscodeTable, testing::ValuesIn(kRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(All, TranscodeTable, testing::ValuesIn(kRows), NameOfRow());
 
 /// The rows of UTF-8 without a converter, and into the default code page.
 class TranscodeUtf8Table : public TranscodeTable {};
@@ -156,7 +156,6 @@ std::vector<Row> RowsOfUtf8() {
     return rows;
 }
 
-INSTANTIATE_TEST_SUITE_P(All, TranscodeUtf8Table, testing::ValuesIn(RowsOfUtf8()),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(All, TranscodeUtf8Table, testing::ValuesIn(RowsOfUtf8()), NameOfRow());
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "support/byte_text.h"
+#include "support/rows.h"
 
 #include <MCXML_900/KORDMBString.h>
 
@@ -138,7 +139,7 @@ TEST_P(Utf8Row, EqualsItselfWithItsStatus) {
     EXPECT_EQ(status, GetParam().status);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, Utf8Row, testing::ValuesIn(kRows), [](const auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(Rows, Utf8Row, testing::ValuesIn(kRows), veltrane::tests::NameOfRow());
 
 // What has the shape of a character passes in comparisons and searches; a strict step refuses it.
 using KeptUtf8Surrogate = testing::TestWithParam<const char*>;

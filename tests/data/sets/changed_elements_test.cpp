@@ -1,4 +1,5 @@
 #include "support/changing_values.h"
+#include "support/rows.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/MissingValueSet.h>
@@ -277,8 +278,7 @@ TEST_P(ChangedValue, IsFoundAmongManyRanges) {
     EXPECT_TRUE(set.IsInAnyRange(GetParam().after.get()));
 }
 
-INSTANTIATE_TEST_SUITE_P(ByEachOperation, ChangedValue, testing::ValuesIn(kChanges),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(ByEachOperation, ChangedValue, testing::ValuesIn(kChanges), veltrane::tests::NameOfRow());
 
 // What has been changed and is taken out then leaves nothing behind that an index could find.
 TEST(ChangedLabels, AreRemovedWithWhatTheyWere) {

@@ -5,6 +5,8 @@
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/StringValue.h>
 
+#include <gtest/gtest.h>
+
 #include <sstream>
 #include <string>
 
@@ -31,6 +33,21 @@ public:
 private:
     int& fDeleted;
 };
+
+/// Expects of all six operators that the first two are equal and the third is greater.
+template <typename T>
+void ExpectOrder(const T& one, const T& uno, const T& two) {
+    EXPECT_TRUE(one == uno);
+    EXPECT_FALSE(one == two);
+    EXPECT_TRUE(one < two);
+    EXPECT_FALSE(two < one);
+    EXPECT_TRUE(two > one);
+    EXPECT_FALSE(one > two);
+    EXPECT_TRUE(one <= uno);
+    EXPECT_FALSE(two <= one);
+    EXPECT_TRUE(one >= uno);
+    EXPECT_FALSE(one >= two);
+}
 
 /// The whole text of an object's Display.
 template <typename T>

@@ -1,4 +1,5 @@
 #include "data/sets/counted_values.h"
+#include "support/rows.h"
 
 #include <MCVeltrane_900/Range.h>
 
@@ -81,8 +82,7 @@ const InRangeRow kInRangeRows[] = {
     {"ClosedClosedNaN", true, true, std::numeric_limits<double>::quiet_NaN(), false},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, InRange, testing::ValuesIn(kInRangeRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, InRange, testing::ValuesIn(kInRangeRows), veltrane::tests::NameOfRow());
 
 TEST(Range, MissingIsInNoRangeAlsoWithInfiniteBounds) {
     const Range range(-kInfinity, kInfinity, true, true);

@@ -12,6 +12,7 @@ namespace {
 
 using veltrane::tests::CountedNumber;
 using veltrane::tests::Dump;
+using veltrane::tests::ExpectOrder;
 
 TEST(ValueLbl, Defaults) {
     const ValueLbl label;
@@ -54,16 +55,7 @@ TEST(ValueLbl, ComparesTheValuesOnly) {
     const ValueLbl one(new NumericValue(1.0), "same");
     const ValueLbl uno(new NumericValue(1.0), "other");
     const ValueLbl two(new NumericValue(2.0), "same");
-    EXPECT_TRUE(one == uno);
-    EXPECT_FALSE(one == two);
-    EXPECT_TRUE(one < two);
-    EXPECT_FALSE(two < one);
-    EXPECT_TRUE(two > one);
-    EXPECT_FALSE(one > two);
-    EXPECT_TRUE(one <= uno);
-    EXPECT_FALSE(two <= one);
-    EXPECT_TRUE(one >= uno);
-    EXPECT_FALSE(one >= two);
+    ExpectOrder(one, uno, two);
 }
 
 TEST(ValueLbl, UsesTheOperatorOfTheSameName) {

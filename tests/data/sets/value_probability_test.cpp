@@ -13,6 +13,7 @@ namespace {
 
 using veltrane::tests::CountedNumber;
 using veltrane::tests::Dump;
+using veltrane::tests::ExpectOrder;
 
 const double kNaN = std::numeric_limits<double>::quiet_NaN();
 
@@ -72,16 +73,7 @@ TEST(ValueProbability, ComparesTheValuesOnly) {
     const ValueProbability one(new NumericValue(1.0), 0.9);
     const ValueProbability uno(new NumericValue(1.0), 0.1);
     const ValueProbability two(new NumericValue(2.0), 0.1);
-    EXPECT_TRUE(one == uno);
-    EXPECT_FALSE(one == two);
-    EXPECT_TRUE(one < two);
-    EXPECT_FALSE(two < one);
-    EXPECT_TRUE(two > one);
-    EXPECT_FALSE(one > two);
-    EXPECT_TRUE(one <= uno);
-    EXPECT_FALSE(two <= one);
-    EXPECT_TRUE(one >= uno);
-    EXPECT_FALSE(one >= two);
+    ExpectOrder(one, uno, two);
     EXPECT_FALSE(ValueProbability() == one);
 }
 

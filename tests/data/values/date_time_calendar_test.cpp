@@ -1,3 +1,5 @@
+#include "support/rows.h"
+
 #include <MCVeltrane_900/DateTimeValue.h>
 
 #include <gtest/gtest.h>
@@ -72,8 +74,7 @@ constexpr TimeCase kTimeCases[] = {
     {"NegativeMinute", 0, -1, 0, false}, {"NegativeSecond", 0, 0, -1, false}, {"Least", kLeast, 0, 0, false},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, ValidTime, testing::ValuesIn(kTimeCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, ValidTime, testing::ValuesIn(kTimeCases), veltrane::tests::NameOfRow());
 
 struct DateCase {
     const char* name;
@@ -96,8 +97,7 @@ constexpr DateCase kDateCases[] = {
     {"April31", 2000, 4, 31, false},   {"NegativeMonth", 2000, -1, 1, false},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, ValidDate, testing::ValuesIn(kDateCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, ValidDate, testing::ValuesIn(kDateCases), veltrane::tests::NameOfRow());
 
 // Both counts are the sum over the years of the range; the year at the upper end isn't counted.
 long long LoopedLeapYears(long long a, long long b) {
@@ -189,8 +189,7 @@ constexpr ExtractTimeCase kExtractTimeCases[] = {
     {"NotANumber", kNaN, 8, 29, 52},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, ExtractTime, testing::ValuesIn(kExtractTimeCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, ExtractTime, testing::ValuesIn(kExtractTimeCases), veltrane::tests::NameOfRow());
 
 struct ExtractDateCase {
     const char* name;
@@ -223,8 +222,7 @@ constexpr ExtractDateCase kExtractDateCases[] = {
     {"Late", 253402300799, 9999, 12, 31},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, ExtractDate, testing::ValuesIn(kExtractDateCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, ExtractDate, testing::ValuesIn(kExtractDateCases), veltrane::tests::NameOfRow());
 
 TEST(KeptExtractDate, TheLastDayBefore1970ReadsAsTheFirstDayAfter) {
     for (const double seconds : {-1.0, -0.5, -86399.0}) {

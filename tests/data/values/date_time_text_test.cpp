@@ -1,3 +1,5 @@
+#include "support/rows.h"
+
 #include <MCVeltrane_900/DateTimeValue.h>
 
 #include <gtest/gtest.h>
@@ -87,8 +89,7 @@ constexpr TextCase kTextCases[] = {
     {"WordNumber", ScoreDictVar::DT_SECONDS_SINCE_1970, "abc", kSysmis},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, DateTimeText, testing::ValuesIn(kTextCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, DateTimeText, testing::ValuesIn(kTextCases), veltrane::tests::NameOfRow());
 
 constexpr TextCase kKeptTextCases[] = {
     {"EmptyDateIsDayZero", ScoreDictVar::DT_DATE, "", -62167305600},
@@ -114,8 +115,7 @@ constexpr TextCase kKeptTextCases[] = {
      (2147483647.0 * 365 + 520764785 - 719528) * 86400},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, KeptDateTimeText, testing::ValuesIn(kKeptTextCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, KeptDateTimeText, testing::ValuesIn(kKeptTextCases), veltrane::tests::NameOfRow());
 
 TEST(DateTimeTextOfOtherTypes, StaysMissingAndIsValid) {
     for (const int type : {0, -1, 13, 99}) {
@@ -204,8 +204,7 @@ constexpr PlainNumberCase kPlainNumberCases[] = {
     {"MinusThenExponent", "-e5", true},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, PlainNumber, testing::ValuesIn(kPlainNumberCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, PlainNumber, testing::ValuesIn(kPlainNumberCases), veltrane::tests::NameOfRow());
 
 TEST(KeptPlainNumber, TwoMinusOneInTheExponentReadsAsTheFirstNumber) {
     EXPECT_EQ(DateTimeValue("1-2e-5", ScoreDictVar::DT_SECONDS_SINCE_1970).GetDouble(), 1);

@@ -1,3 +1,5 @@
+#include "support/rows.h"
+
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/StringValue.h>
 
@@ -84,8 +86,7 @@ constexpr TypeCase kTypeCases[] = {
     {"InfinityPasses", 4, kInfinity, kInfinity, DateTimeValue::VAL_DATE},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, StorageTypes, testing::ValuesIn(kTypeCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, StorageTypes, testing::ValuesIn(kTypeCases), veltrane::tests::NameOfRow());
 
 TEST(StorageTypeNumbers, AreFixed) {
     EXPECT_EQ(ScoreDictVar::DT_NONE, 0);

@@ -1,3 +1,5 @@
+#include "support/rows.h"
+
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/StringValue.h>
 
@@ -115,8 +117,7 @@ constexpr NumberCase kNumberCases[] = {
     {"ManyDigits", "0.1000000000000000055511151231257827021181583404541015625", 0.1},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, NumberFromText, testing::ValuesIn(kNumberCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, NumberFromText, testing::ValuesIn(kNumberCases), veltrane::tests::NameOfRow());
 
 TEST(NumberFromTextUnreadable, AMantissaOfManyDigitsWithABrokenExponentOverflows) {
     EXPECT_EQ(NumericValue(std::string(400, '9') + "e").GetDouble(), kInfinity);

@@ -1,3 +1,5 @@
+#include "support/rows.h"
+
 #include <MCCommon_900/MCMV.h>
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/NumericValue.h>
@@ -163,8 +165,7 @@ const EqualityCase kEqualityCases[] = {
     {"NotANumberAndNumber", kNaN, 1.0, false},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, NumericEquality, testing::ValuesIn(kEqualityCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, NumericEquality, testing::ValuesIn(kEqualityCases), veltrane::tests::NameOfRow());
 
 TEST(NumericEqualityAcrossKinds, IsFalse) {
     const NumericValue zero(0.0);
@@ -216,8 +217,7 @@ constexpr OrderCase kOrderCases[] = {
     {"NotANumberIsNotBelow", kNaN, 1, false, true, false, true},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, NumericOrder, testing::ValuesIn(kOrderCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, NumericOrder, testing::ValuesIn(kOrderCases), veltrane::tests::NameOfRow());
 
 TEST(KeptNumericOrder, EqualAndLessAtOnceWhenLarge) {
     const NumericValue a(1e20), b(1e20 + 16384);
@@ -275,8 +275,7 @@ constexpr IntegerCase kIntegerCases[] = {
     {"NotANumber", kNaN, kIndefinite},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, NumericGetInt, testing::ValuesIn(kIntegerCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, NumericGetInt, testing::ValuesIn(kIntegerCases), veltrane::tests::NameOfRow());
 
 struct TextCase {
     const char* name;
@@ -304,8 +303,7 @@ constexpr TextCase kTextCases[] = {
     {"MinusZero", -0.0, "-0"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, NumericGetString, testing::ValuesIn(kTextCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, NumericGetString, testing::ValuesIn(kTextCases), veltrane::tests::NameOfRow());
 
 TEST(NumericGetStringOverTheRange, EqualsADefaultStream) {
     for (double value = 1e-320; value < 1e308; value *= 1.37) {

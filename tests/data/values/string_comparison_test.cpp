@@ -1,3 +1,5 @@
+#include "support/rows.h"
+
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/StringValue.h>
@@ -54,8 +56,7 @@ constexpr EqualityCase kEqualityCases[] = {
     {"BlankAndText", "   ", "a", false, false, false},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, StringEquality, testing::ValuesIn(kEqualityCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, StringEquality, testing::ValuesIn(kEqualityCases), veltrane::tests::NameOfRow());
 
 TEST(StringEqualityAcrossKinds, IsFalse) {
     const StringValue text("1");
@@ -109,8 +110,7 @@ constexpr OrderCase kOrderCases[] = {
     {"LeftEndsInBlanksSame", "a  ", "a", false, false, true, true},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, StringOrder, testing::ValuesIn(kOrderCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, StringOrder, testing::ValuesIn(kOrderCases), veltrane::tests::NameOfRow());
 
 // What the inclusive operators do when only the left side ends in blanks, and what < does with a blank right side.
 constexpr OrderCase kKeptOrderCases[] = {
@@ -125,8 +125,7 @@ constexpr OrderCase kKeptOrderCases[] = {
     {"EmptyAndEmpty", "", "", false, false, true, true},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, KeptStringOrder, testing::ValuesIn(kKeptOrderCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, KeptStringOrder, testing::ValuesIn(kKeptOrderCases), veltrane::tests::NameOfRow());
 
 TEST(StringOrderAcrossKinds, IsFalse) {
     const StringValue text("1");

@@ -1,3 +1,5 @@
+#include "support/rows.h"
+
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/StringValue.h>
@@ -153,8 +155,7 @@ constexpr IntegerCase kIntegerCases[] = {
     {"ManyNegativeDigits", "-99999999999999999999999999999999999999", std::numeric_limits<int>::min()},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, StringGetInt, testing::ValuesIn(kIntegerCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, StringGetInt, testing::ValuesIn(kIntegerCases), veltrane::tests::NameOfRow());
 
 struct DoubleCase {
     const char* name;
@@ -181,7 +182,6 @@ constexpr DoubleCase kDoubleCases[] = {
     {"InfinityByName", "inf", 0.0},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, StringGetDouble, testing::ValuesIn(kDoubleCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, StringGetDouble, testing::ValuesIn(kDoubleCases), veltrane::tests::NameOfRow());
 
 } // namespace

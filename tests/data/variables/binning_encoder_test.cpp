@@ -1,4 +1,5 @@
 #include "data/sets/counted_values.h"
+#include "support/rows.h"
 
 #include <MCVeltrane_900/ScoreBinningEncoder.h>
 #include <MCVeltrane_900/ScoringLog.h>
@@ -67,8 +68,7 @@ const BinRow kBinRows[] = {
     {"EmptyVectorNaN", {}, kNaN, 1},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, BinningEncode, testing::ValuesIn(kBinRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, BinningEncode, testing::ValuesIn(kBinRows), veltrane::tests::NameOfRow());
 
 TEST(BinningEncoder, BinIsTheNumberOfCutpointsBelow) {
     for (int size = 1; size <= 40; ++size) {

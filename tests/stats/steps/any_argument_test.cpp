@@ -2,6 +2,7 @@
 #include "stats/numerics/steps.h"
 #include "stats/steps/argument_relations.h"
 #include "stats/steps/argument_source.h"
+#include "support/rows.h"
 
 #include <MCCommon_900/MCMV.h>
 #include <MCMath_900/MCDistFun.h>
@@ -175,6 +176,6 @@ TEST_P(DistributionFunctionsOfAnyArgument, EndForOrdinaryNumbers) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Functions, DistributionFunctionsOfAnyArgument, testing::ValuesIn(Functions()),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         veltrane::tests::NameOfRow());
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "stats/numerics/steps.h"
+#include "support/rows.h"
 
 #include <MCMath_900/MCDistFun.h>
 
@@ -60,8 +61,7 @@ const Call kCalls[] = {
     {"BetaQuantileWithoutDigits", [] { return MCDistFun::IdfBeta(0.4961, 6.5e10, 3.6e10); }, 100000},
 };
 
-INSTANTIATE_TEST_SUITE_P(Calls, Bounds, testing::ValuesIn(kCalls),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Calls, Bounds, testing::ValuesIn(kCalls), veltrane::tests::NameOfRow());
 
 // What the calls that used not to end come to.
 TEST(BoundedCalls, HaveTheirResults) {

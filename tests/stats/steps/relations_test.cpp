@@ -1,4 +1,5 @@
 #include "stats/steps/argument_source.h"
+#include "support/rows.h"
 
 #include <MCCommon_900/MCMV.h>
 #include <MCMath_900/MCDistFun.h>
@@ -181,8 +182,7 @@ TEST_P(Relations, QuantilesRise) {
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(Families, Relations, testing::ValuesIn(kFamilies),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Families, Relations, testing::ValuesIn(kFamilies), veltrane::tests::NameOfRow());
 
 /// The families that are symmetric around 0.
 class SymmetricRelations : public Relations {};
@@ -198,6 +198,6 @@ TEST_P(SymmetricRelations, OppositeProbabilitiesHaveOppositeDeviates) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Families, SymmetricRelations, testing::ValuesIn({kFamilies[0], kFamilies[1]}),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         veltrane::tests::NameOfRow());
 
 } // namespace

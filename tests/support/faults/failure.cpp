@@ -55,10 +55,15 @@ void ExpectFailure(const std::function<void()>& action, int id, const std::strin
 
 void ExpectFailureWithDetail(const std::function<void()>& action, const Failure& failure, const std::string& detail,
                              const char* file, int line) {
+    ExpectFailureWithDetail(action, static_cast<int>(failure.message), failure.Text(), detail, file, line);
+}
+
+void ExpectFailureWithDetail(const std::function<void()>& action, int id, const std::string& text,
+                             const std::string& detail, const char* file, int line) {
     const testing::ScopedTrace trace(file, line, "ExpectFailureWithDetail");
-    if (const auto thrown = Catch(action)) {
-        Expect(*thrown, static_cast<int>(failure.message), failure.Text());
-        EXPECT_EQ(thrown->GetDetailMessage(), detail);
+    if (const auto failure = Catch(action)) {
+        Expect(*failure, id, text);
+        EXPECT_EQ(failure->GetDetailMessage(), detail);
     }
 }
 

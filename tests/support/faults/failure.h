@@ -41,6 +41,9 @@ void ExpectFailure(const std::function<void()>& action, int id, const std::strin
 /// The same, and the detail message too.
 void ExpectFailureWithDetail(const std::function<void()>& action, const Failure& failure, const std::string& detail,
                              const char* file = __builtin_FILE(), int line = __builtin_LINE());
+void ExpectFailureWithDetail(const std::function<void()>& action, int id, const std::string& text,
+                             const std::string& detail, const char* file = __builtin_FILE(),
+                             int line = __builtin_LINE());
 
 } // namespace veltrane::tests
 

@@ -1,5 +1,6 @@
 #include "page.h"
 #include "support/byte_text.h"
+#include "support/rows.h"
 
 #include <MCXML_900/KORDMBString.h>
 
@@ -165,12 +166,8 @@ TEST_P(KeptLongCodePageRow, IsSteppedIntoAndCopiedInPart) {
     ExpectStatus();
 }
 
-std::string NameOf(const testing::TestParamInfo<Row>& row) {
-    return row.param.name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, CodePageRow, testing::ValuesIn(RowsOfPage(kRows)), NameOf);
-INSTANTIATE_TEST_SUITE_P(Rows, KeptLongCodePageRow, testing::ValuesIn(RowsOfPage(kLongRows)), NameOf);
+INSTANTIATE_TEST_SUITE_P(Rows, CodePageRow, testing::ValuesIn(RowsOfPage(kRows)), NameOfRow());
+INSTANTIATE_TEST_SUITE_P(Rows, KeptLongCodePageRow, testing::ValuesIn(RowsOfPage(kLongRows)), NameOfRow());
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(KeptLongCodePageRow);
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "cases/cell_parser.h"
+#include "support/rows.h"
 
 #include <MCVeltrane_900/BaseDictionary.h>
 #include <MCVeltrane_900/DateTimeValue.h>
@@ -69,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(All, UnreadableNumbers,
                                          BadNumber{"OpenSignedExponent", "1e+"}, BadNumber{"ExponentAlone", "e5"},
                                          BadNumber{"Blank", " 1"}, BadNumber{"Nul", std::string("1\0", 2)},
                                          BadNumber{"BelowTheRange", "-1e999", "is out of the range of numbers"}),
-                         [](const auto& info) { return info.param.name; });
+                         veltrane::tests::NameOfRow());
 
 class CellParserFields : public testing::Test {
 protected:

@@ -1,5 +1,6 @@
 #include "cases/csv_reader.h"
 #include "files/failure.h"
+#include "support/rows.h"
 
 #include <gtest/gtest.h>
 
@@ -146,7 +147,7 @@ INSTANTIATE_TEST_SUITE_P(
                    {{"a", "b"}, {"1", "2"}},
                    {1, 2},
                    "f.csv:3: a quote is not closed"}),
-    [](const auto& info) { return info.param.name; });
+    veltrane::tests::NameOfRow());
 
 TEST(CsvReader, TakesAnotherDelimiter) {
     EXPECT_EQ(ReadAll("a;b\n1,5;2\n", 1, ';').rows, (Rows{{"a", "b"}, {"1,5", "2"}}));

@@ -1,4 +1,4 @@
-#include "files/csv_writer.h"
+#include "tools/parts/string_sink.h"
 
 #include <gtest/gtest.h>
 
@@ -8,17 +8,6 @@
 
 namespace veltrane::host {
 namespace {
-
-class StringSink : public ByteSink {
-public:
-    void Write(std::string_view bytes) override {
-        text += bytes;
-        ++writes;
-    }
-
-    std::string text;
-    int writes = 0;
-};
 
 std::string OneCell(std::string_view text, char delimiter = ',') {
     StringSink sink;

@@ -1,4 +1,5 @@
 #include "cases/date_text.h"
+#include "support/rows.h"
 
 #include <gtest/gtest.h>
 
@@ -47,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(
         FormCase{"DateTimeWithoutTime", "2024-02-29", DateForm::DATE_TIME, false},
         FormCase{"DateTimeWithSmallT", "2024-02-29t23:59:58", DateForm::DATE_TIME, false},
         FormCase{"DateTimeWithoutSeconds", "2024-02-29T23:59", DateForm::DATE_TIME, false}),
-    [](const auto& info) { return info.param.name; });
+    veltrane::tests::NameOfRow());
 
 struct TextCase {
     const char* name;
@@ -90,7 +91,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TextCase{"LastYear", 253402300799.0, DateForm::DATE_TIME, "9999-12-31T23:59:59"},
                     TextCase{"BehindTheLastYear", 253402300800.0, DateForm::DATE_TIME, "253402300800"},
                     TextCase{"Infinity", std::numeric_limits<double>::infinity(), DateForm::DATE_TIME, "inf"}),
-    [](const auto& info) { return info.param.name; });
+    veltrane::tests::NameOfRow());
 
 } // namespace
 } // namespace veltrane::host

@@ -1,5 +1,6 @@
 #include "files/encoding_check.h"
 #include "run/report.h"
+#include "support/rows.h"
 
 #include <gtest/gtest.h>
 
@@ -60,8 +61,7 @@ TEST_P(EncodingCheckTest, Holds) {
     EXPECT_EQ(check.Problem(), std::string("is not text in ") + GetParam().encoding);
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, EncodingCheckTest, testing::ValuesIn(kTexts),
-                         [](const auto& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Texts, EncodingCheckTest, testing::ValuesIn(kTexts), veltrane::tests::NameOfRow());
 
 TEST(EscapedTest, ShowsBytesThatAreNoUtf8) {
     EXPECT_EQ(Escaped("Gr\xF6\xDF"

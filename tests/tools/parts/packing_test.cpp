@@ -1,6 +1,7 @@
 #include "files/failure.h"
 #include "files/packing.h"
 #include "files/unpacking.h"
+#include "tools/parts/string_sink.h"
 
 #include <gtest/gtest.h>
 
@@ -28,13 +29,6 @@ public:
 private:
     std::string_view fBytes;
     std::size_t fStep;
-};
-
-class StringSink : public ByteSink {
-public:
-    void Write(std::string_view bytes) override { text += bytes; }
-
-    std::string text;
 };
 
 std::string Packed(const std::string& name, std::string_view text, std::size_t step = 1'000'000) {

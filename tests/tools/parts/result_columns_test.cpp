@@ -1,6 +1,6 @@
 #include "commands/verification_report.h"
-#include "results/result_columns.h"
 #include "support/foreign_value.h"
+#include "tools/parts/string_sink.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/StringValue.h>
@@ -16,22 +16,10 @@ using MCVeltrane_900::ScoreValue;
 using MCVeltrane_900::StringValue;
 using veltrane::tests::ForeignValue;
 
-class StringSink : public ByteSink {
-public:
-    void Write(std::string_view bytes) override { text += bytes; }
-
-    std::string text;
-};
-
+/// A value's cell in a row that has another one behind it.
 std::string Cell(const ScoreValue* value) {
-    StringSink sink;
-    CsvWriter writer(sink, ',');
-    std::string scratch;
-    WriteValue(value, DateForm::DATE, writer, scratch);
-    writer.Text("|");
-    writer.EndRow();
-    writer.Flush();
-    return sink.text.substr(0, sink.text.find(",|"));
+    const std::string row = RowOf({value, nullptr});
+    return row.substr(0, row.find(",\n"));
 }
 
 TEST(ResultValue, IsWrittenByItsKind) {

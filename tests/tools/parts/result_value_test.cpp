@@ -1,4 +1,4 @@
-#include "results/result_columns.h"
+#include "tools/parts/string_sink.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/NumericValue.h>
@@ -14,30 +14,12 @@ using MCVeltrane_900::NumericValue;
 using MCVeltrane_900::ScoreValue;
 using MCVeltrane_900::StringValue;
 
-class StringSink : public ByteSink {
-public:
-    void Write(std::string_view bytes) override { text += bytes; }
-
-    std::string text;
-};
-
-/// The row of a file that has the value as its only cell.
-std::string RowOf(const ScoreValue* value) {
-    StringSink sink;
-    CsvWriter writer(sink, ',');
-    std::string scratch;
-    WriteValue(value, DateForm::DATE, writer, scratch);
-    writer.EndRow();
-    writer.Flush();
-    return sink.text;
-}
-
 TEST(WriteValueTest, LeavesTheCellOfAMissingValueEmpty) {
     const NumericValue number;
     const DateTimeValue date;
     for (const ScoreValue* missing : {static_cast<const ScoreValue*>(nullptr), static_cast<const ScoreValue*>(&number),
                                       static_cast<const ScoreValue*>(&date)}) {
-        EXPECT_EQ(RowOf(missing), "\"\"\n");
+        EXPECT_EQ(RowOf({missing}), "\"\"\n");
     }
 }
 
@@ -46,10 +28,10 @@ TEST(WriteValueTest, TakesCopiesOfAMissingDateForMissing) {
     DateTimeValue copy;
     copy.SetValue(&missing);
     EXPECT_FALSE(copy.IsSystemMissingValue());
-    EXPECT_EQ(RowOf(&copy), "\"\"\n");
+    EXPECT_EQ(RowOf({&copy}), "\"\"\n");
     DateTimeValue copyOfCopy;
     copyOfCopy.SetValue(&copy);
-    EXPECT_EQ(RowOf(&copyOfCopy), "\"\"\n");
+    EXPECT_EQ(RowOf({&copyOfCopy}), "\"\"\n");
 }
 
 TEST(WriteValueTest, WritesValues) {
@@ -57,10 +39,10 @@ TEST(WriteValueTest, WritesValues) {
     const StringValue text("a,b");
     const DateTimeValue date(86400, DateTimeValue::VAL_DATE);
     const DateTimeValue farDate(-1e300, DateTimeValue::VAL_DATE);
-    EXPECT_EQ(RowOf(&number), "1.5\n");
-    EXPECT_EQ(RowOf(&text), "\"a,b\"\n");
-    EXPECT_EQ(RowOf(&date), "1970-01-02\n");
-    EXPECT_EQ(RowOf(&farDate), "-1e+300\n");
+    EXPECT_EQ(RowOf({&number}), "1.5\n");
+    EXPECT_EQ(RowOf({&text}), "\"a,b\"\n");
+    EXPECT_EQ(RowOf({&date}), "1970-01-02\n");
+    EXPECT_EQ(RowOf({&farDate}), "-1e+300\n");
 }
 
 } // namespace

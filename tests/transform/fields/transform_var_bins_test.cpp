@@ -1,4 +1,5 @@
 #include "fields.h"
+#include "support/rows.h"
 
 using namespace veltrane::tests;
 
@@ -38,8 +39,7 @@ TEST_P(IntervalText, HasBothForms) {
     EXPECT_EQ(field.GetOrigIntervalForBinningValue("3", false), row.bracketForm);
 }
 
-INSTANTIATE_TEST_SUITE_P(, IntervalText, ::testing::ValuesIn(kRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(, IntervalText, ::testing::ValuesIn(kRows), NameOfRow());
 
 TEST(IntervalTexts, AnUnknownBinIsItsOwnText) {
     const TransformVar field("d", kNumeric);

@@ -1,4 +1,5 @@
 #include "fields.h"
+#include "support/rows.h"
 
 #include <algorithm>
 #include <iterator>
@@ -129,8 +130,7 @@ TEST_P(MissingAndUnmatched, Encoded) {
     EXPECT_EQ(Written(field.GetEncodedValue(&source, value.get())), GetParam().expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(, MissingAndUnmatched, ::testing::ValuesIn(kRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(, MissingAndUnmatched, ::testing::ValuesIn(kRows), NameOfRow());
 
 namespace {
 
@@ -157,7 +157,7 @@ TEST_P(MissingAndUnmatchedNumber, Binned) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, MissingAndUnmatchedNumber, ::testing::ValuesIn(MissingAndUnmatchedNumber::Rows()),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         NameOfRow());
 
 namespace {
 using Encoding = DerivedFields;

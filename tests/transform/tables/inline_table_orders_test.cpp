@@ -1,3 +1,4 @@
+#include "support/rows.h"
 #include "transform/fields/fields.h"
 
 #include <MCVeltrane_900/InlineTable.h>
@@ -199,8 +200,7 @@ TEST_P(InlineTableOrders, EveryOrderOfEverySmallTableIsALists) {
     ExpectAllOrders(keys, 6, rows);
 }
 
-INSTANTIATE_TEST_SUITE_P(Keys, InlineTableOrders, ::testing::ValuesIn(kKeys),
-                         [](const auto& param) { return std::string(param.param.name); });
+INSTANTIATE_TEST_SUITE_P(Keys, InlineTableOrders, ::testing::ValuesIn(kKeys), NameOfRow());
 
 /// Texts and numbers in which most keys contradict some other.
 std::vector<std::shared_ptr<ScoreValue>> ContradictingValues(std::mt19937& random, int count) {
