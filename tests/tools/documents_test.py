@@ -2,11 +2,9 @@
 import os
 import unittest
 
-from host_command import AGE, HostTest, document, field_ref
+from host_command import AGE, HostTest, document, field_ref, model_document
 
 LINE = document([AGE], field_ref("Out", "Age"))
-X = '<DataField name="x" optype="continuous" dataType="double"/>'
-Y = '<DataField name="y" optype="continuous" dataType="double"/>'
 REGRESSION = ('<RegressionModel functionName="regression"><MiningSchema><MiningField name="x"/>'
               '<MiningField name="y" usageType="target"/></MiningSchema><RegressionTable intercept="1">'
               '<NumericPredictor name="x" coefficient="2"/></RegressionTable>{}</RegressionModel>')
@@ -14,11 +12,6 @@ VERIFICATION = ('<ModelVerification recordCount="1" fieldCount="2"><Verification
                 '<VerificationField field="x" column="x"/><VerificationField field="y" column="y"/></VerificationFields>'
                 "<InlineTable><row><x>3</x><y>7</y></row></InlineTable></ModelVerification>")
 UNREAD = "error 260105: Unexpected error in opening PMML file."
-
-
-def model_document(*models):
-    return (f'<PMML version="4.2"><Header/><DataDictionary numberOfFields="2">{X}{Y}</DataDictionary>'
-            f'{"".join(models)}</PMML>')
 
 
 class DocumentTest(HostTest):
@@ -178,9 +171,8 @@ class Kinds(DocumentTest):
 
     def fails(self, content, *lines, models="models.txt"):
         self.write("d.pmml", content)
-        environment = dict(os.environ, LD_LIBRARY_PATH=os.environ["VELTRANE_TEST_PLUGINS"])
         for command in (("score", "d.pmml", "cases.csv"), ("verify", "d.pmml")):
-            self.expect(self.run_host(*command, "--models", models, env=environment), 1, "",
+            self.expect(self.run_with_test_plugins(*command, "--models", models), 1, "",
                         "".join(f"veltrane: {line}\n" for line in lines))
 
     def test_a_kind_without_a_plug_in_is_named_with_those_that_have_one(self):

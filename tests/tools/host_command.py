@@ -1,4 +1,5 @@
 """What the tests of the built command share: a folder of its own for each test, small documents, and running it."""
+import csv
 import os
 import pathlib
 import shutil
@@ -9,15 +10,37 @@ import unittest
 COMMAND = os.environ.get("VELTRANE_COMMAND", "build/debug/bin/veltrane")
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
 
-AGE = '<DataField name="Age" optype="continuous" dataType="double"/>'
-NAME = '<DataField name="Name" optype="categorical" dataType="string"/>'
+# What stands beside the models in a document.
+NO_MODELS = {"Header", "MiningBuildTask", "DataDictionary", "TransformationDictionary", "Extension"}
+
+
+def number_field(name):
+    return f'<DataField name="{name}" optype="continuous" dataType="double"/>'
+
+
+def text_field(name):
+    return f'<DataField name="{name}" optype="categorical" dataType="string"/>'
+
+
+AGE = number_field("Age")
+NAME = text_field("Name")
+X = number_field("x")
+Y = number_field("y")
+
+
+def dictionary(fields):
+    return f'<DataDictionary numberOfFields="{len(fields)}">{"".join(fields)}</DataDictionary>'
 
 
 def document(fields, derived, encoding="UTF-8"):
     """A PMML document of DataField elements and the content of its TransformationDictionary."""
-    return (f'<?xml version="1.0" encoding="{encoding}"?>\n<PMML version="4.1"><Header/>'
-            f'<DataDictionary numberOfFields="{len(fields)}">{"".join(fields)}</DataDictionary>'
+    return (f'<?xml version="1.0" encoding="{encoding}"?>\n<PMML version="4.1"><Header/>{dictionary(fields)}'
             f"<TransformationDictionary>{derived}</TransformationDictionary></PMML>")
+
+
+def model_document(*models, fields=(X, Y), version="4.2"):
+    """A PMML document of DataField elements and what stands behind its dictionary."""
+    return f'<PMML version="{version}"><Header/>{dictionary(fields)}{"".join(models)}</PMML>'
 
 
 def field_ref(name, field, data_type="double", optype="continuous", more=""):
@@ -50,6 +73,11 @@ class HostTest(unittest.TestCase):
         """Runs the command inside the test's folder; the result holds its exit code and its bytes."""
         return subprocess.run([COMMAND, *map(str, arguments)], cwd=self.folder, capture_output=True, timeout=120, **more)
 
+    def run_with_test_plugins(self, *arguments, **environment):
+        """Runs the command where it finds the plug-ins of the tests."""
+        plugins = os.environ["VELTRANE_TEST_PLUGINS"]
+        return self.run_host(*arguments, env={**os.environ, "LD_LIBRARY_PATH": plugins, **environment})
+
     def expect(self, result, code, out=None, err=None):
         """Compares the exit code and, where given, all the bytes of standard output and standard error."""
         self.assertEqual(result.returncode, code, result.stderr)
@@ -58,6 +86,10 @@ class HostTest(unittest.TestCase):
         if err is not None:
             self.assertEqual(result.stderr.decode(errors="replace"), err)
         return result
+
+    def written_rows(self, result):
+        """The rows of cells that a run has written, which told nothing."""
+        return list(csv.reader(self.expect(result, 0, err="").stdout.decode().splitlines()))
 
     def transform(self, cases, *options, fields=(AGE,), derived=field_ref("Out", "Age")):
         """Runs `transform` on a file cases.csv with this content."""

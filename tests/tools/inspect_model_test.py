@@ -1,11 +1,10 @@
 """`veltrane inspect` of documents with a model."""
 import csv
 import json
-import os
 import unittest
 from xml.etree import ElementTree
 
-from host_command import PROJECT, HostTest
+from host_command import NO_MODELS, PROJECT, X, Y, HostTest, dictionary, model_document
 
 LOAN = PROJECT / "examples" / "loan"
 SAMPLES = PROJECT / "tests" / "models" / "samples"
@@ -133,8 +132,7 @@ class EveryDocument(HostTest):
 
     def parts(self, path):
         root = ElementTree.parse(path).getroot()
-        names = {"Header", "MiningBuildTask", "DataDictionary", "TransformationDictionary", "Extension"}
-        model = next(child for child in root if local(child.tag) not in names)
+        model = next(child for child in root if local(child.tag) not in NO_MODELS)
         return root, model
 
     def scored_columns(self, path):
@@ -260,10 +258,8 @@ class Formulas(HostTest):
 
     def formula(self, expression):
         field = f'<DerivedField name="d" optype="continuous" dataType="double">{expression}</DerivedField>'
-        self.write("d.pmml", '<PMML version="4.4"><Header/><DataDictionary>'
-                             '<DataField name="x" optype="continuous" dataType="double"/></DataDictionary>'
-                             '<Scorecard functionName="regression"><MiningSchema/><LocalTransformations>'
-                             f"{field}</LocalTransformations></Scorecard></PMML>")
+        self.write("d.pmml", model_document('<Scorecard functionName="regression"><MiningSchema/><LocalTransformations>'
+                                            f"{field}</LocalTransformations></Scorecard>", fields=[X], version="4.4"))
         result = self.run_host("inspect", "d.pmml", "--json")
         return json.loads(result.stdout)["derivedFields"][0]["formula"]
 
@@ -339,16 +335,14 @@ class SeveralModels(HostTest):
 class OtherModels(HostTest):
     """Documents that only their plug-ins understand."""
 
-    FIELDS = ('<DataDictionary numberOfFields="2"><DataField name="x" optype="continuous" dataType="double"/>'
-              '<DataField name="y" optype="continuous" dataType="double"/></DataDictionary>')
+    FIELDS = dictionary([X, Y])
     MODEL = ('<ScriptedModel target="y"><ResultField name="Half" dataType="double" optype="continuous" '
              'feature="predictedValue"/></ScriptedModel>')
 
     def inspect(self, content, *options):
         self.write("models.txt", "ScriptedModel\n")
         self.write("d.pmml", content)
-        environment = dict(os.environ, LD_LIBRARY_PATH=os.environ["VELTRANE_TEST_PLUGINS"])
-        return self.run_host("inspect", "d.pmml", "--models", "models.txt", *options, env=environment)
+        return self.run_with_test_plugins("inspect", "d.pmml", "--models", "models.txt", *options)
 
     def test_a_model_without_a_mining_schema(self):
         result = self.inspect(f"<PMML><Header/>{self.FIELDS}{self.MODEL}</PMML>", "--json")

@@ -2,7 +2,7 @@
 import json
 import unittest
 
-from host_command import AGE, NAME, HostTest, field_ref, text_ref
+from host_command import AGE, NAME, HostTest, field_ref, number_field, text_ref
 
 FIELDS = [
     '<DataField name="Age" displayName="Age in years" optype="continuous" dataType="integer">'
@@ -204,7 +204,7 @@ class Inspect(HostTest):
         self.assertNotIn(b"stolen", result.stdout)
 
     def test_tables_are_written_in_the_encoding_and_json_in_utf_8(self):
-        self.document(['<DataField name="Größe" optype="continuous" dataType="double"/>'], field_ref("Maß", "Größe"))
+        self.document([number_field("Größe")], field_ref("Maß", "Größe"))
         tables = self.expect(self.run_host("inspect", "document.pmml", "--encoding", "CP1252"), 0, err="")
         self.assertIn("Größe  Größe  double", tables.stdout.decode("cp1252"))
         shown = json.loads(self.run_host("inspect", "document.pmml", "--encoding", "CP1252", "--json").stdout.decode())

@@ -1,10 +1,10 @@
 """`--keep`: which input columns stand in front of the results, and how the prediction makes way for the target's own."""
 import unittest
 
-from host_command import AGE, NAME, HostTest, field_ref
-from score_test import OUTPUTS, X, Y, Score
+from host_command import AGE, NAME, X, Y, HostTest, field_ref, number_field
+from score_test import OUTPUTS, Score
 
-HALF = '<DataField name="Half" optype="continuous" dataType="double"/>'
+HALF = number_field("Half")
 
 
 class Transform(HostTest):

@@ -1,11 +1,11 @@
 """A missing date is an empty cell, whatever has passed it on, in `transform` and in `score`."""
 import unittest
 
-from host_command import HostTest, field_ref
+from host_command import Y, HostTest, field_ref, model_document, number_field
 
 DATE = '<DataField name="D" optype="continuous" dataType="date"/>'
 DAYS = '<DataField name="S" optype="continuous" dataType="dateDaysSince[1960]"/>'
-X = '<DataField name="X" optype="continuous" dataType="double"/>'
+X = number_field("X")
 
 
 def derived(name, expression, data_type="date"):
@@ -51,21 +51,16 @@ class Transform(HostTest):
 
 
 class Score(HostTest):
-    MODEL = ('<PMML version="4.3"><DataDictionary>'
-             '<DataField name="D" optype="continuous" dataType="date"/>'
-             '<DataField name="y" optype="continuous" dataType="double"/></DataDictionary>'
-             '<TransformationDictionary>'
-             '<DerivedField name="R" optype="continuous" dataType="date"><FieldRef field="D"/></DerivedField>'
-             '<DerivedField name="Q" optype="continuous" dataType="date"><FieldRef field="R"/></DerivedField>'
-             '</TransformationDictionary>'
-             '<TreeModel functionName="regression"><MiningSchema><MiningField name="D"/>'
-             '<MiningField name="y" usageType="target"/></MiningSchema><Output>'
-             '<OutputField name="Copy" optype="continuous" dataType="date" feature="transformedValue">'
-             '<FieldRef field="D"/></OutputField>'
-             '<OutputField name="CopyOfCopy" optype="continuous" dataType="date" feature="transformedValue">'
-             '<FieldRef field="Q"/></OutputField></Output>'
-             '<Node score="0"><True/><Node score="1"><SimplePredicate field="Q" operator="isMissing"/></Node>'
-             '<Node score="2"><True/></Node></Node></TreeModel></PMML>')
+    MODEL = model_document(
+        '<TransformationDictionary>' + field_ref("R", "D", "date") + field_ref("Q", "R", "date") + '</TransformationDictionary>'
+        '<TreeModel functionName="regression"><MiningSchema><MiningField name="D"/>'
+        '<MiningField name="y" usageType="target"/></MiningSchema><Output>'
+        '<OutputField name="Copy" optype="continuous" dataType="date" feature="transformedValue">'
+        '<FieldRef field="D"/></OutputField>'
+        '<OutputField name="CopyOfCopy" optype="continuous" dataType="date" feature="transformedValue">'
+        '<FieldRef field="Q"/></OutputField></Output>'
+        '<Node score="0"><True/><Node score="1"><SimplePredicate field="Q" operator="isMissing"/></Node>'
+        '<Node score="2"><True/></Node></Node></TreeModel>', fields=(DATE, Y))
 
     def test_outputs_and_conditions(self):
         self.write("model.pmml", self.MODEL)

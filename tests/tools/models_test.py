@@ -1,10 +1,8 @@
 """`veltrane`: which of several models of a document is meant."""
 import unittest
 
-from host_command import HostTest
+from host_command import HostTest, model_document, number_field
 
-X = '<DataField name="x" optype="continuous" dataType="double"/>'
-Y = '<DataField name="y" optype="continuous" dataType="double"/>'
 SCHEMA = '<MiningSchema><MiningField name="x"/><MiningField name="y" usageType="target"/></MiningSchema>'
 
 
@@ -30,8 +28,7 @@ def tree(score, name="", more=""):
 
 
 def document(*models, head="", version="4.2"):
-    return (f'{head}<PMML version="{version}"><Header/><DataDictionary numberOfFields="2">{X}{Y}</DataDictionary>'
-            f'{"".join(models)}<Extension/></PMML>')
+    return head + model_document(*models, "<Extension/>", version=version)
 
 
 class ModelsTest(HostTest):
@@ -138,7 +135,7 @@ class WithAChoice(ModelsTest):
                          "--model")
 
     def test_characters_of_xml_1_1_stay(self):
-        field = '<DataField name="a&#1;&#x85;&#x2028;" optype="continuous" dataType="double"/>'
+        field = number_field("a&#1;&#x85;&#x2028;")
         schema = SCHEMA.replace('"x"', '"a&#1;&#x85;&#x2028;"')
         content = document(tree(7), tree(8, "b"), head='<?xml version="1.1"?>').replace(X, X + field).replace(
             'numberOfFields="2"', 'numberOfFields="3"').replace(SCHEMA, schema)

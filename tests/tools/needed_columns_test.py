@@ -1,9 +1,9 @@
 """Columns that a document needs and a file of cases lacks."""
 import unittest
 
-from host_command import AGE, NAME, HostTest, field_ref, text_ref
+from host_command import AGE, NAME, HostTest, field_ref, model_document, number_field, text_field, text_ref
 
-INCOME = AGE.replace("Age", "Income")
+INCOME = number_field("Income")
 TAKEN_ONE = "; --missing-columns takes it for missing\n"
 TAKEN = "; --missing-columns takes them for missing\n"
 NONE = "; the header has none of the document's fields"
@@ -11,19 +11,16 @@ ONE = "veltrane: cases.csv: the document needs a column that is not there: "
 SEVERAL = "veltrane: cases.csv: the document needs columns that are not there: "
 TRY = "; another character seems to stand between its names: try --delimiter "
 
-TREE = ('<PMML version="4.3"><DataDictionary>'
-        '<DataField name="Age" optype="continuous" dataType="double"/>'
-        '<DataField name="Income" optype="continuous" dataType="double"/>'
-        '<DataField name="Zip" optype="categorical" dataType="string"/>'
-        '<DataField name="Group" optype="categorical" dataType="string"/>'
-        '<DataField name="One" optype="categorical" dataType="string"><Value value="only"/>{more}</DataField>'
-        '<DataField name="Y" optype="continuous" dataType="double"/></DataDictionary>'
-        '<TreeModel functionName="regression"><MiningSchema><MiningField name="Age"/>'
-        '<MiningField name="Income" missingValueReplacement="7"/>'
-        '<MiningField name="Zip" usageType="supplementary"/><MiningField name="Group" usageType="group"/>'
-        '<MiningField name="One" missingValueReplacement="only"{attributes}/>'
-        '<MiningField name="Y" usageType="target"/></MiningSchema>'
-        '<Node score="1"><True/></Node></TreeModel></PMML>')
+FIELDS = [AGE, INCOME, text_field("Zip"), text_field("Group"),
+          '<DataField name="One" optype="categorical" dataType="string"><Value value="only"/>{more}</DataField>',
+          number_field("Y")]
+TREE = model_document(
+    '<TreeModel functionName="regression"><MiningSchema><MiningField name="Age"/>'
+    '<MiningField name="Income" missingValueReplacement="7"/>'
+    '<MiningField name="Zip" usageType="supplementary"/><MiningField name="Group" usageType="group"/>'
+    '<MiningField name="One" missingValueReplacement="only"{attributes}/>'
+    '<MiningField name="Y" usageType="target"/></MiningSchema>'
+    '<Node score="1"><True/></Node></TreeModel>', fields=FIELDS)
 
 
 class Transform(HostTest):

@@ -4,7 +4,7 @@ import pathlib
 import unittest
 from xml.etree import ElementTree
 
-from host_command import COMMAND, PROJECT, HostTest
+from host_command import COMMAND, NO_MODELS, PROJECT, HostTest
 
 LOAN = PROJECT / "examples" / "loan"
 CASES = PROJECT.parent / "shared" / "cases" / "transform"
@@ -21,6 +21,11 @@ def close(text, expected):
     except ValueError:
         return False
     return abs(number - other) <= 1e-12 * max(1.0, abs(other))
+
+
+def read_rows(path):
+    with open(path, newline="") as file:
+        return list(csv.reader(file))
 
 
 class Sample(HostTest):
@@ -50,10 +55,8 @@ class Model(HostTest):
 class Answers(HostTest):
     def compare(self, name):
         result = self.run_host("transform", self.FOLDER / f"{name}.pmml", self.FOLDER / f"{name}.csv", "--quiet")
-        self.expect(result, 0, err="")
-        rows = list(csv.reader(result.stdout.decode().splitlines()))
-        with open(self.FOLDER / f"{name}.expected.csv", newline="") as file:
-            expected = list(csv.reader(file))
+        rows = self.written_rows(result)
+        expected = read_rows(self.FOLDER / f"{name}.expected.csv")
         self.assertEqual(rows[0], expected[0])
         self.assertEqual(len(rows), len(expected))
         for line, (row, wanted) in enumerate(zip(rows[1:], expected[1:]), 2):
@@ -76,11 +79,10 @@ class Predictions(HostTest):
     for which there is no plug-in is refused as one, until there is."""
 
     KINDS = (pathlib.Path(COMMAND).parents[1] / "lib" / "veltrane" / "modeldll.txt").read_text().split()
-    NO_MODELS = {"Header", "MiningBuildTask", "DataDictionary", "TransformationDictionary", "Extension"}
 
     def kind(self, name):
         root = ElementTree.parse(self.FOLDER / f"{name}.pmml").getroot()
-        return next(tag for tag in (child.tag.split("}")[-1] for child in root) if tag not in self.NO_MODELS)
+        return next(tag for tag in (child.tag.split("}")[-1] for child in root) if tag not in NO_MODELS)
 
     def compare(self, name):
         if self.kind(name) not in self.KINDS:
@@ -94,10 +96,8 @@ class Predictions(HostTest):
 
     def compare_answers(self, name):
         result = self.run_host("score", self.FOLDER / f"{name}.pmml", self.FOLDER / f"{name}.csv", "--quiet")
-        self.expect(result, 0, err="")
-        header, *rows = csv.reader(result.stdout.decode().splitlines())
-        with open(self.FOLDER / f"{name}.expected.csv", newline="") as file:
-            wanted_header, *wanted_rows = csv.reader(file)
+        header, *rows = self.written_rows(result)
+        wanted_header, *wanted_rows = read_rows(self.FOLDER / f"{name}.expected.csv")
         self.assertEqual(len(rows), len(wanted_rows))
         places = [0] + [header.index(column) for column in wanted_header[1:]]
         for line, (row, wanted) in enumerate(zip(rows, wanted_rows), 2):

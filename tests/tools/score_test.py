@@ -1,11 +1,8 @@
 """`veltrane score` with a plug-in of the tests that can keep or break its side of the contract."""
-import os
 import unittest
 
-from host_command import HostTest
+from host_command import X, Y, HostTest, model_document, number_field
 
-X = '<DataField name="x" optype="continuous" dataType="double"/>'
-Y = '<DataField name="y" optype="continuous" dataType="double"/>'
 OUTPUTS = ('<ResultField name="Size" dataType="string" optype="categorical" feature="predictedDisplayValue"/>'
            '<ResultField name="Half" dataType="double" optype="continuous" feature="predictedValue"/>')
 NO_DEFAULT = "the model gave no prediction (status 90027)"
@@ -17,14 +14,12 @@ class Score(HostTest):
         self.write("models.txt", "ScriptedModel\n")
 
     def model(self, fault="", target="y", fields=(X, Y), outputs=OUTPUTS):
-        self.write("model.pmml", f'<PMML version="4.1"><Header/><DataDictionary numberOfFields="{len(fields)}">'
-                                 f'{"".join(fields)}</DataDictionary><ScriptedModel fault="{fault}" target="{target}">'
-                                 f"{outputs}</ScriptedModel></PMML>")
+        self.write("model.pmml", model_document(f'<ScriptedModel fault="{fault}" target="{target}">{outputs}</ScriptedModel>',
+                                                fields=fields, version="4.1"))
 
     def score(self, cases, *options):
         self.write("cases.csv", cases)
-        environment = dict(os.environ, LD_LIBRARY_PATH=os.environ["VELTRANE_TEST_PLUGINS"])
-        return self.run_host("score", "model.pmml", "cases.csv", "--models", "models.txt", *options, env=environment)
+        return self.run_with_test_plugins("score", "model.pmml", "cases.csv", "--models", "models.txt", *options)
 
 
 class Columns(Score):
@@ -41,8 +36,7 @@ class Columns(Score):
         self.expect(self.score("x\n1\n"), 0, "prediction,Size,Half\n2,small,0.5\n", "")
 
     def test_an_output_with_the_target_s_name_keeps_it(self):
-        half = '<DataField name="Half" optype="continuous" dataType="double"/>'
-        self.model(target="Half", fields=(X, half))
+        self.model(target="Half", fields=(X, number_field("Half")))
         self.expect(self.score("x\n1\n"), 0, "predicted Half,Size,Half\n2,small,0.5\n", "")
 
     def test_input_columns_are_kept_in_front(self):
@@ -154,9 +148,8 @@ class Models(Score):
         (self.folder / "model.pmml").rename(self.folder / "Größe und 模型.pmml")
         (self.folder / "models.txt").rename(self.folder / "eine Liste für alle.txt")
         for locale in ("C", "en_US.UTF-8", "de_DE.UTF-8"):
-            environment = dict(os.environ, LD_LIBRARY_PATH=os.environ["VELTRANE_TEST_PLUGINS"], LC_ALL=locale)
-            result = self.run_host("score", "Größe und 模型.pmml", "cases.csv", "--models", "eine Liste für alle.txt",
-                                   env=environment)
+            result = self.run_with_test_plugins("score", "Größe und 模型.pmml", "cases.csv", "--models",
+                                                "eine Liste für alle.txt", LC_ALL=locale)
             self.expect(result, 0, "y,Size,Half\n2,small,0.5\n", "")
         self.expect(self.run_host("score", "kein Maß", "cases.csv", "--models", "eine Liste für alle.txt"), 1, "",
                     "veltrane: error 260104: Unexpected error in opening PMML file: 'kein Maß'.\n"
