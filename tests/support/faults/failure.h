@@ -34,7 +34,7 @@ struct Failure {
 void ExpectFailure(const std::function<void()>& action, const Failure& failure, const char* file = __builtin_FILE(),
                    int line = __builtin_LINE());
 
-/// The same with a text that is no single message of the catalogue.
+/// The same with a text that the tests' copy of the catalogue doesn't have, or not alone.
 void ExpectFailure(const std::function<void()>& action, int id, const std::string& text,
                    const char* file = __builtin_FILE(), int line = __builtin_LINE());
 
