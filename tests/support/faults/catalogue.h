@@ -18,7 +18,7 @@ struct CataloguedMessage {
 /// The copy, in the order of its file.
 const std::vector<CataloguedMessage>& CopyOfTheCatalogue();
 
-/// The text of a message with these parameters as the copy has it; what is wrong with them, where it has no such message.
+/// The text of a message with these parameters as the copy has it, or what is wrong with them.
 std::string CataloguedText(int id, const std::vector<std::string>& parameters);
 
 } // namespace veltrane::tests
