@@ -106,7 +106,7 @@ Outcome OutcomeOfACall() {
     try {
         return Build(Pmml("<TreeModel/>"), kNames).empty() ? OTHER : MODEL;
     } catch (const MCVeltrane_900::VTException& failure) {
-        return Message{failure.GetErrorCode()} == Message::CANNOT_START_PARSER ? kRefused : kOther;
+        return Message{failure.GetErrorCode()} == Message::CANNOT_START_PARSER ? REFUSED : OTHER;
     } catch (const std::bad_alloc&) {
         return REFUSED;
     }
