@@ -117,7 +117,7 @@ TEST(Model, UnknownOptionsAndWordsAreRefused) {
 TEST(Model, DisplaysItself) {
     std::ostringstream out;
     Scored(kSmallRegression).Model().Display(out);
-    EXPECT_EQ(out.str(), "RegressionModel 'small'\nfunction: regression\nalgorithm: any\ntarget: y\ninputs: x z c\n"
+    EXPECT_EQ(out.str(), "RegressionModel \"small\"\nfunction: regression\nalgorithm: any\ntarget: y\ninputs: x z c\n"
                          "normalization: none\ntable\n"
                          "  intercept 1, numeric predictors 1, categorical fields 1, terms 1\n");
     std::ostringstream classification;

@@ -122,7 +122,7 @@ const Fault kTwoFaults[] = {
      Failure(INVALID_ATTRIBUTE_VALUE, "x", "optype")},
     {"FieldBeforeStrangeChild", "<DataField/><Taxonomy/>", Failure(MISSING_ATTRIBUTE_OF, "name", "DataField")},
     {"StrangeChildBeforeField", "<Taxonomy/><DataField/>",
-     Failure(UNEXPECTED_NODE_IN, "Taxonomy", "DataField", "DataDictionary")},
+     Failure(UNEXPECTED_NODE_IN, "Taxonomy", "DataDictionary", "Extension")},
 };
 
 INSTANTIATE_TEST_SUITE_P(Rows, FirstOfTwoFaults, testing::ValuesIn(kTwoFaults), veltrane::tests::NameOfRow());
