@@ -1,7 +1,7 @@
 """`veltrane`: which of several models of a document is meant."""
 import unittest
 
-from host_command import HostTest, model_document, number_field
+from host_command import X, HostTest, model_document, number_field
 
 SCHEMA = '<MiningSchema><MiningField name="x"/><MiningField name="y" usageType="target"/></MiningSchema>'
 
