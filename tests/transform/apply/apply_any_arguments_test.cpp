@@ -1,4 +1,5 @@
 #include "support/function_numbers.h"
+#include "support/rows.h"
 #include "transform/fields/fields.h"
 #include "transform/trees/trees.h"
 
@@ -236,8 +237,7 @@ const FixedCount kFixedCounts[] = {
     {"DifferenceOfNumbers", TD::TF_DATE_DAYS_DIFFERENCE, 0, kMissingNumber},
 };
 
-INSTANTIATE_TEST_SUITE_P(Functions, ApplyOfTheWrongNumber, testing::ValuesIn(kFixedCounts),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Functions, ApplyOfTheWrongNumber, testing::ValuesIn(kFixedCounts), NameOfRow());
 
 } // namespace
 } // namespace veltrane::tests

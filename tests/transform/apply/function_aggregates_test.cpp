@@ -1,3 +1,5 @@
+#include "support/rows.h"
+
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
 
@@ -30,10 +32,6 @@ TEST_P(VectorFunction, GivesTheStatedNumber) {
     EXPECT_EQ(row.function(row.arguments), row.expected);
 }
 
-std::string NameOf(const testing::TestParamInfo<Row>& info) {
-    return info.param.name;
-}
-
 const Row kArithmeticRows[] = {
     {"MinusOfTwo", Functions::Minus, {5.0, 3.0}, 2.0},
     {"MinusOfThree", Functions::Minus, {5.0, 3.0, 1.0}, kSysmis},
@@ -48,7 +46,7 @@ const Row kArithmeticRows[] = {
     {"DividedByNegativeZero", Functions::Divided, {6.0, -0.0}, kSysmis},
     {"DividedMissing", Functions::Divided, {6.0, kSysmis}, kSysmis},
 };
-INSTANTIATE_TEST_SUITE_P(Arithmetic, VectorFunction, testing::ValuesIn(kArithmeticRows), NameOf);
+INSTANTIATE_TEST_SUITE_P(Arithmetic, VectorFunction, testing::ValuesIn(kArithmeticRows), veltrane::tests::NameOfRow());
 
 const Row kAggregateRows[] = {
     {"SumSkipsMissing", Functions::Sum, {1.0, kSysmis, 2.0}, 3.0},
@@ -85,7 +83,7 @@ const Row kAggregateRows[] = {
     {"VarianceOfTwo", Functions::Variance, {1.0, 3.0}, std::pow(std::sqrt(2.0), 2.0)},
     {"VarianceOfNone", Functions::Variance, {}, kSysmis},
 };
-INSTANTIATE_TEST_SUITE_P(Aggregates, VectorFunction, testing::ValuesIn(kAggregateRows), NameOf);
+INSTANTIATE_TEST_SUITE_P(Aggregates, VectorFunction, testing::ValuesIn(kAggregateRows), veltrane::tests::NameOfRow());
 
 const Row kComparisonRows[] = {
     {"LessThan", Functions::lessThan, {1.0, 2.0}, 1.0},
@@ -100,7 +98,7 @@ const Row kComparisonRows[] = {
     {"GreaterOrEqualOfEqual", Functions::greaterOrEqual, {2.0, 2.0}, 1.0},
     {"GreaterOrEqualOfNone", Functions::greaterOrEqual, {}, 0.0},
 };
-INSTANTIATE_TEST_SUITE_P(Comparisons, VectorFunction, testing::ValuesIn(kComparisonRows), NameOf);
+INSTANTIATE_TEST_SUITE_P(Comparisons, VectorFunction, testing::ValuesIn(kComparisonRows), veltrane::tests::NameOfRow());
 
 // There is no three-valued logic: the missing number is a number that is not 0.
 const Row kLogicRows[] = {
@@ -119,7 +117,7 @@ const Row kLogicRows[] = {
     {"NotOfNaN", Functions::NotOperator, {kNaN}, 0.0},
     {"NotOfTwo", Functions::NotOperator, {0.0, 0.0}, 0.0},
 };
-INSTANTIATE_TEST_SUITE_P(Logic, VectorFunction, testing::ValuesIn(kLogicRows), NameOf);
+INSTANTIATE_TEST_SUITE_P(Logic, VectorFunction, testing::ValuesIn(kLogicRows), veltrane::tests::NameOfRow());
 
 const double kTwoPi = 6.283185307179586;
 
@@ -148,7 +146,7 @@ const Row kNormalRows[] = {
     {"ErfMissing", Functions::Erf, {kSysmis}, kSysmis},
     {"ErfOfNone", Functions::Erf, {}, kSysmis},
 };
-INSTANTIATE_TEST_SUITE_P(Normal, VectorFunction, testing::ValuesIn(kNormalRows), NameOf);
+INSTANTIATE_TEST_SUITE_P(Normal, VectorFunction, testing::ValuesIn(kNormalRows), veltrane::tests::NameOfRow());
 
 TEST(PdfNormal, ReachesAsFarAsItsBound) {
     EXPECT_NEAR(Functions::PdfNormal({37.61, 0.0, 1.0}) / 2.7765804287675450e-308, 1.0, 1e-15);

@@ -1,3 +1,5 @@
+#include "support/rows.h"
+
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
 
@@ -73,8 +75,7 @@ const UnaryRow kUnaryRows[] = {
     {"CdfNormOfZero", Functions::CdfNorm, 0.0, 0.5},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, UnaryFunction, testing::ValuesIn(kUnaryRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, UnaryFunction, testing::ValuesIn(kUnaryRows), veltrane::tests::NameOfRow());
 
 struct BinaryRow {
     const char* name;
@@ -107,8 +108,7 @@ const BinaryRow kBinaryRows[] = {
     {"ThresholdHasNoMissingTest", Functions::Threshold, 0.0, kSysmis, 1.0},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, BinaryFunction, testing::ValuesIn(kBinaryRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, BinaryFunction, testing::ValuesIn(kBinaryRows), veltrane::tests::NameOfRow());
 
 struct PowRow {
     const char* name;
@@ -136,8 +136,7 @@ const PowRow kPowRows[] = {
     {"OddPowerOfNegative", -2.0, 3, -8.0},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, IntegerPower, testing::ValuesIn(kPowRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, IntegerPower, testing::ValuesIn(kPowRows), veltrane::tests::NameOfRow());
 
 struct OutlierRow {
     const char* name;
@@ -165,7 +164,6 @@ const OutlierRow kOutlierRows[] = {
     {"MissingStaysMissing", kSysmis, 2, kSysmis},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, OutlierHandling, testing::ValuesIn(kOutlierRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, OutlierHandling, testing::ValuesIn(kOutlierRows), veltrane::tests::NameOfRow());
 
 } // namespace

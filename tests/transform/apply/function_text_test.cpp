@@ -1,4 +1,5 @@
 #include "../../../src/transform/functions/texts/text_limits.h"
+#include "support/rows.h"
 
 #include <MCVeltrane_900/StringValue.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
@@ -65,8 +66,7 @@ const TextRow kTextRows[] = {
     {"LowerLeavesOtherLetters", Lower, "A\xC3\x84\xD0\x96Z", 9, "a\xC3\x84\xD0\x96z", 9},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, TextFunction, testing::ValuesIn(kTextRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, TextFunction, testing::ValuesIn(kTextRows), veltrane::tests::NameOfRow());
 
 struct SubstringRow {
     const char* name;
@@ -97,8 +97,7 @@ const SubstringRow kSubstringRows[] = {
     {"Empty", "", 9, 1, "", 0},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, SubstringToTheEnd, testing::ValuesIn(kSubstringRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, SubstringToTheEnd, testing::ValuesIn(kSubstringRows), veltrane::tests::NameOfRow());
 
 struct CountedRow {
     const char* name;
@@ -131,8 +130,7 @@ const CountedRow kByteRows[] = {
     {"Empty", "", 1, 1, "", 0},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, CountedSubstring, testing::ValuesIn(kByteRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, CountedSubstring, testing::ValuesIn(kByteRows), veltrane::tests::NameOfRow());
 
 class UnicodeSubstring : public testing::TestWithParam<CountedRow> {};
 
@@ -157,8 +155,7 @@ const CountedRow kUnicodeRows[] = {
     {"Empty", "", 1, 1, "", 0},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, UnicodeSubstring, testing::ValuesIn(kUnicodeRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, UnicodeSubstring, testing::ValuesIn(kUnicodeRows), veltrane::tests::NameOfRow());
 
 TEST(Concat, FillsEachArgumentToItsWidth) {
     int length = -1;

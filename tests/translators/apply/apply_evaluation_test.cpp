@@ -1,3 +1,4 @@
+#include "support/rows.h"
 #include "translators/derived/derived_fields.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
@@ -20,10 +21,6 @@ struct Row {
     Case values;
     const char* expected;
 };
-
-std::string NameOf(const testing::TestParamInfo<Row>& info) {
-    return info.param.name;
-}
 
 /// The first case of a field is evaluated another way than the later ones.
 void ExpectInEveryCase(DerivedFields& fields, const Row& row) {
@@ -68,7 +65,7 @@ const Row kBranchRows[] = {
      {{"x", "1"}, {"y", ""}},
      "missing"},
 };
-INSTANTIATE_TEST_SUITE_P(Branches, NumericApply, testing::ValuesIn(kBranchRows), NameOf);
+INSTANTIATE_TEST_SUITE_P(Branches, NumericApply, testing::ValuesIn(kBranchRows), NameOfRow());
 
 const Row kMissingRows[] = {
     {"PlusOfMissing",
@@ -148,7 +145,7 @@ const Row kMissingRows[] = {
      "1"},
     {"SumOfNothingIsMissing", "<Apply function='sum'/>", {{"x", "1"}}, "missing"},
 };
-INSTANTIATE_TEST_SUITE_P(Missing, NumericApply, testing::ValuesIn(kMissingRows), NameOf);
+INSTANTIATE_TEST_SUITE_P(Missing, NumericApply, testing::ValuesIn(kMissingRows), NameOfRow());
 
 const Row kNumberRows[] = {
     {"MinusOfTwo", "<Apply function='-'><Constant>5</Constant><Constant>3</Constant></Apply>", {}, "2"},
@@ -227,7 +224,7 @@ const Row kNumberRows[] = {
      {{"d", "3"}},
      "172800"},
 };
-INSTANTIATE_TEST_SUITE_P(Numbers, NumericApply, testing::ValuesIn(kNumberRows), NameOf);
+INSTANTIATE_TEST_SUITE_P(Numbers, NumericApply, testing::ValuesIn(kNumberRows), NameOfRow());
 
 // Seconds on the left, days on the right: dates are subtracted as they report themselves.
 const Row kKeptRows[] = {
@@ -236,7 +233,7 @@ const Row kKeptRows[] = {
      {{"d", "2"}},
      "172798"},
 };
-INSTANTIATE_TEST_SUITE_P(Kept, NumericApply, testing::ValuesIn(kKeptRows), NameOf);
+INSTANTIATE_TEST_SUITE_P(Kept, NumericApply, testing::ValuesIn(kKeptRows), NameOfRow());
 
 const Row kInvalidRows[] = {
     {"AsMissingTakesTheDefault",
@@ -273,7 +270,7 @@ TEST_P(InvalidApply, IsTreatedAsStated) {
     ExpectInEveryCase(fields, GetParam());
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, InvalidApply, testing::ValuesIn(kInvalidRows), NameOf);
+INSTANTIATE_TEST_SUITE_P(Rows, InvalidApply, testing::ValuesIn(kInvalidRows), NameOfRow());
 
 const Row kTextRows[] = {
     {"Lowercase", "<Apply function='lowercase'><FieldRef field='t'/></Apply>", {{"t", "aBC"}}, "'abc'"},
@@ -329,7 +326,7 @@ const Row kTextRows[] = {
      {{"s", "a"}, {"x", "8"}},
      "'high'"},
 };
-INSTANTIATE_TEST_SUITE_P(Rows, TextApply, testing::ValuesIn(kTextRows), NameOf);
+INSTANTIATE_TEST_SUITE_P(Rows, TextApply, testing::ValuesIn(kTextRows), NameOfRow());
 
 const char* const kWideField = "optype='categorical' dataType='string'";
 

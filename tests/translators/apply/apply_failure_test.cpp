@@ -1,3 +1,4 @@
+#include "support/faults/fault.h"
 #include "translators/derived/derived_fields.h"
 
 #include <gtest/gtest.h>
@@ -7,19 +8,9 @@
 // What a document's Apply may not be. x and y are numbers, s and t texts, d is a date.
 
 using namespace veltrane::tests;
+using enum MCVeltrane_900::Message;
 
 namespace {
-
-struct Row {
-    const char* name;
-    const char* apply;
-    int id;
-    const char* message;
-};
-
-std::string NameOf(const testing::TestParamInfo<Row>& info) {
-    return info.param.name;
-}
 
 const char* const kX = "<FieldRef field='x'/>";
 
@@ -27,145 +18,145 @@ std::string Apply(const std::string& function, const std::string& arguments) {
     return "<Apply function='" + function + "'>" + arguments + "</Apply>";
 }
 
-class RefusedApply : public testing::TestWithParam<Row> {};
+class RefusedApply : public testing::TestWithParam<Fault> {};
 
 TEST_P(RefusedApply, EndsInItsMessage) {
-    ExpectReadFailure(NumericField(GetParam().apply), GetParam().id, GetParam().message);
+    ExpectReadFailure(NumericField(GetParam().document), GetParam().failure);
 }
 
-const Row kRows[] = {
-    {"NoFunction", "<Apply/>", 260120, "Missing the attribute 'function' of 'Apply'."},
-    {"UnknownFunction", "<Apply function='plus'/>", 260303, "Unsupported value 'plus' of attribute 'function'."},
-    {"FunctionNamesMindCase", "<Apply function='ABS'/>", 260303, "Unsupported value 'ABS' of attribute 'function'."},
-    {"EmptyFunction", "<Apply function=''/>", 260303, "Unsupported value '' of attribute 'function'."},
-    {"PlusOfOne", "<Apply function='+'><FieldRef field='x'/></Apply>", 260173, "Require '2' parameters."},
+const Fault kRows[] = {
+    {"NoFunction", "<Apply/>", Failure(MISSING_ATTRIBUTE_OF, "function", "Apply")},
+    {"UnknownFunction", "<Apply function='plus'/>", Failure(UNSUPPORTED_VALUE, "plus", "function")},
+    {"FunctionNamesMindCase", "<Apply function='ABS'/>", Failure(UNSUPPORTED_VALUE, "ABS", "function")},
+    {"EmptyFunction", "<Apply function=''/>", Failure(UNSUPPORTED_VALUE, "", "function")},
+    {"PlusOfOne", "<Apply function='+'><FieldRef field='x'/></Apply>", Failure(REQUIRES_PARAMETERS, "2")},
     {"PlusOfThree", "<Apply function='+'><FieldRef field='x'/><FieldRef field='x'/><FieldRef field='x'/></Apply>",
-     260173, "Require '2' parameters."},
-    {"AbsOfNone", "<Apply function='abs'/>", 260173, "Require '1' parameters."},
-    {"NormalOfTwo", "<Apply function='cdf.normal'><FieldRef field='x'/><FieldRef field='x'/></Apply>", 260173,
-     "Require '3' parameters."},
+     Failure(REQUIRES_PARAMETERS, "2")},
+    {"AbsOfNone", "<Apply function='abs'/>", Failure(REQUIRES_PARAMETERS, "1")},
+    {"NormalOfTwo", "<Apply function='cdf.normal'><FieldRef field='x'/><FieldRef field='x'/></Apply>",
+     Failure(REQUIRES_PARAMETERS, "3")},
     {"OutlierOfFive",
      "<Apply function='outlierHandle'><FieldRef field='x'/><Constant dataType='string'>asIs</Constant>"
      "<Constant>1</Constant><Constant>1</Constant><Constant>1</Constant></Apply>",
-     260173, "Require '6' parameters."},
-    {"DateOfTwo", "<Apply function='year-from-date'><FieldRef field='d'/><FieldRef field='d'/></Apply>", 260173,
-     "Require '1' parameters."},
-    {"CountBeforeType", "<Apply function='+'><FieldRef field='s'/></Apply>", 260173, "Require '2' parameters."},
-    {"UnknownField", "<Apply function='abs'><FieldRef field='q'/></Apply>", 260125,
-     "Missing variable:'q' definition in the 'DataDictionary' and 'TransformationDictionary'."},
-    {"FieldRefWithoutField", "<Apply function='abs'><FieldRef/></Apply>", 260120,
-     "Missing the attribute 'field' of 'FieldRef'."},
-    {"TextUnderPlus", "<Apply function='+'><FieldRef field='x'/><FieldRef field='s'/></Apply>", 260245,
-     "Type mismatch between function '+' and parameter variable 's'."},
-    {"DateUnderPlus", "<Apply function='+'><FieldRef field='d'/><FieldRef field='x'/></Apply>", 260245,
-     "Type mismatch between function '+' and parameter variable 'd'."},
+     Failure(REQUIRES_PARAMETERS, "6")},
+    {"DateOfTwo", "<Apply function='year-from-date'><FieldRef field='d'/><FieldRef field='d'/></Apply>",
+     Failure(REQUIRES_PARAMETERS, "1")},
+    {"CountBeforeType", "<Apply function='+'><FieldRef field='s'/></Apply>", Failure(REQUIRES_PARAMETERS, "2")},
+    {"UnknownField", "<Apply function='abs'><FieldRef field='q'/></Apply>",
+     Failure(MISSING_VARIABLE_IN_BOTH, "q", "DataDictionary", "TransformationDictionary")},
+    {"FieldRefWithoutField", "<Apply function='abs'><FieldRef/></Apply>",
+     Failure(MISSING_ATTRIBUTE_OF, "field", "FieldRef")},
+    {"TextUnderPlus", "<Apply function='+'><FieldRef field='x'/><FieldRef field='s'/></Apply>",
+     Failure(FUNCTION_PARAMETER_TYPE_MISMATCH, "+", "s")},
+    {"DateUnderPlus", "<Apply function='+'><FieldRef field='d'/><FieldRef field='x'/></Apply>",
+     Failure(FUNCTION_PARAMETER_TYPE_MISMATCH, "+", "d")},
     {"TextConstantUnderPlus",
-     "<Apply function='+'><FieldRef field='x'/><Constant dataType='string'>1</Constant></Apply>", 260245,
-     "Type mismatch between function '+' and parameter variable 'Constant_S_'."},
-    {"PlainConstantThatIsNoNumber", "<Apply function='abs'><Constant>abc</Constant></Apply>", 260151,
-     "The value: 'abc' is invalid of type: 'double'."},
-    {"EmptyConstant", "<Apply function='abs'><Constant/></Apply>", 260114, "Missing node: 'Constant'."},
-    {"NumberUnderLowercase", "<Apply function='lowercase'><FieldRef field='x'/></Apply>", 260245,
-     "Type mismatch between function 'lowercase' and parameter variable 'x'."},
-    {"NumberAsSubjectOfSubstr", "<Apply function='substr'><FieldRef field='x'/><Constant>1</Constant></Apply>", 260245,
-     "Type mismatch between function 'substr' and parameter variable 'x'."},
+     "<Apply function='+'><FieldRef field='x'/><Constant dataType='string'>1</Constant></Apply>",
+     Failure(FUNCTION_PARAMETER_TYPE_MISMATCH, "+", "Constant_S_")},
+    {"PlainConstantThatIsNoNumber", "<Apply function='abs'><Constant>abc</Constant></Apply>",
+     Failure(INVALID_VALUE_OF_TYPE, "abc", "double")},
+    {"EmptyConstant", "<Apply function='abs'><Constant/></Apply>", Failure(MISSING_NODE, "Constant")},
+    {"NumberUnderLowercase", "<Apply function='lowercase'><FieldRef field='x'/></Apply>",
+     Failure(FUNCTION_PARAMETER_TYPE_MISMATCH, "lowercase", "x")},
+    {"NumberAsSubjectOfSubstr", "<Apply function='substr'><FieldRef field='x'/><Constant>1</Constant></Apply>",
+     Failure(FUNCTION_PARAMETER_TYPE_MISMATCH, "substr", "x")},
     {"TextAsPlaceOfSubstr",
-     "<Apply function='substr'><FieldRef field='s'/><Constant dataType='string'>1</Constant></Apply>", 260245,
-     "Type mismatch between function 'substr' and parameter variable 'Constant_S_'."},
+     "<Apply function='substr'><FieldRef field='s'/><Constant dataType='string'>1</Constant></Apply>",
+     Failure(FUNCTION_PARAMETER_TYPE_MISMATCH, "substr", "Constant_S_")},
     {"TextAsLengthOfSubstring",
-     "<Apply function='substring'><FieldRef field='s'/><Constant>1</Constant><FieldRef field='t'/></Apply>", 260245,
-     "Type mismatch between function 'substring' and parameter variable 't'."},
-    {"NumberUnderMatches", "<Apply function='matches'><FieldRef field='x'/><Constant>a</Constant></Apply>", 260245,
-     "Type mismatch between function 'matches' and parameter variable 'x'."},
+     "<Apply function='substring'><FieldRef field='s'/><Constant>1</Constant><FieldRef field='t'/></Apply>",
+     Failure(FUNCTION_PARAMETER_TYPE_MISMATCH, "substring", "t")},
+    {"NumberUnderMatches", "<Apply function='matches'><FieldRef field='x'/><Constant>a</Constant></Apply>",
+     Failure(FUNCTION_PARAMETER_TYPE_MISMATCH, "matches", "x")},
     {"NumberConstantUnderConcat",
-     "<Apply function='concat'><FieldRef field='s'/><Constant dataType='double'>1</Constant></Apply>", 260153,
-     "Invalid value: 'double' of attribute 'dataType' in 'Constant'."},
-    {"ConstantUnderValue", "<Apply function='value'><Constant>1</Constant></Apply>", 260174,
-     "Require 'FieldRef' in 'Apply'."},
-    {"ApplyUnderValue", "<Apply function='value'><Apply function='abs'><FieldRef field='x'/></Apply></Apply>", 260174,
-     "Require 'FieldRef' in 'Apply'."},
-    {"ValueOfAnotherType", "<Apply function='value'><FieldRef field='s'/></Apply>", 260215,
-     "Conflict definition between the reference variable 'z' and the variable 's'."},
-    {"RecastToOrdinalOfAnotherType", "<Apply function='recast_to_ordinal'><FieldRef field='d'/></Apply>", 260215,
-     "Conflict definition between the reference variable 'z' and the variable 'd'."},
-    {"RecastToScaleOfConstant", "<Apply function='recast_to_scale'><Constant>1</Constant></Apply>", 260174,
-     "Require 'FieldRef' in 'Apply'."},
-    {"SysmisOfConstant", "<Apply function='sysmis'><Constant>1</Constant></Apply>", 260174,
-     "Require 'FieldRef' in 'Apply'."},
-    {"SysmisOfText", "<Apply function='sysmis'><FieldRef field='s'/></Apply>", 260245,
-     "Type mismatch between function 'sysmis' and parameter variable 's'."},
+     "<Apply function='concat'><FieldRef field='s'/><Constant dataType='double'>1</Constant></Apply>",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "double", "dataType", "Constant")},
+    {"ConstantUnderValue", "<Apply function='value'><Constant>1</Constant></Apply>",
+     Failure(REQUIRES_IN, "FieldRef", "Apply")},
+    {"ApplyUnderValue", "<Apply function='value'><Apply function='abs'><FieldRef field='x'/></Apply></Apply>",
+     Failure(REQUIRES_IN, "FieldRef", "Apply")},
+    {"ValueOfAnotherType", "<Apply function='value'><FieldRef field='s'/></Apply>",
+     Failure(CONFLICTING_REFERENCE, "z", "s")},
+    {"RecastToOrdinalOfAnotherType", "<Apply function='recast_to_ordinal'><FieldRef field='d'/></Apply>",
+     Failure(CONFLICTING_REFERENCE, "z", "d")},
+    {"RecastToScaleOfConstant", "<Apply function='recast_to_scale'><Constant>1</Constant></Apply>",
+     Failure(REQUIRES_IN, "FieldRef", "Apply")},
+    {"SysmisOfConstant", "<Apply function='sysmis'><Constant>1</Constant></Apply>",
+     Failure(REQUIRES_IN, "FieldRef", "Apply")},
+    {"SysmisOfText", "<Apply function='sysmis'><FieldRef field='s'/></Apply>",
+     Failure(FUNCTION_PARAMETER_TYPE_MISMATCH, "sysmis", "s")},
     {"OutlierWord",
      "<Apply function='outlierHandle'><FieldRef field='x'/><Constant dataType='string'>asBefore</Constant>"
      "<Constant>1</Constant><Constant>1</Constant><Constant>1</Constant><Constant>1</Constant></Apply>",
-     260303, "Unsupported value 'asBefore' of attribute 'string'."},
-    {"NestedFaultComesFirst", "<Apply function='abs'><Apply function='plus'/><FieldRef field='s'/></Apply>", 260303,
-     "Unsupported value 'plus' of attribute 'function'."},
+     Failure(UNSUPPORTED_VALUE, "asBefore", "string")},
+    {"NestedFaultComesFirst", "<Apply function='abs'><Apply function='plus'/><FieldRef field='s'/></Apply>",
+     Failure(UNSUPPORTED_VALUE, "plus", "function")},
     {"FaultDeepDown",
      "<Apply function='abs'><Apply function='abs'><Apply function='abs'><FieldRef field='s'/></Apply></Apply></Apply>",
-     260245, "Type mismatch between function 'abs' and parameter variable 's'."},
-    {"BadMapMissingTo", "<Apply function='abs' mapMissingTo='abc'><FieldRef field='x'/></Apply>", 260151,
-     "The value: 'abc' is invalid of type: 'double'."},
-    {"BadDefaultValue", "<Apply function='abs' defaultValue='abc'><FieldRef field='x'/></Apply>", 260151,
-     "The value: 'abc' is invalid of type: 'double'."},
-    {"BadMapMissingToOfAField", "<Apply function='abs'><FieldRef field='x' mapMissingTo='abc'/></Apply>", 260151,
-     "The value: 'abc' is invalid of type: 'double'."},
-    {"ExtensionWithoutArray", "<Apply function='abs'><FieldRef field='x'/><Extension/></Apply>", 260114,
-     "Missing node: 'Array, x-BasisRow,X-BasisRow'."},
+     Failure(FUNCTION_PARAMETER_TYPE_MISMATCH, "abs", "s")},
+    {"BadMapMissingTo", "<Apply function='abs' mapMissingTo='abc'><FieldRef field='x'/></Apply>",
+     Failure(INVALID_VALUE_OF_TYPE, "abc", "double")},
+    {"BadDefaultValue", "<Apply function='abs' defaultValue='abc'><FieldRef field='x'/></Apply>",
+     Failure(INVALID_VALUE_OF_TYPE, "abc", "double")},
+    {"BadMapMissingToOfAField", "<Apply function='abs'><FieldRef field='x' mapMissingTo='abc'/></Apply>",
+     Failure(INVALID_VALUE_OF_TYPE, "abc", "double")},
+    {"ExtensionWithoutArray", "<Apply function='abs'><FieldRef field='x'/><Extension/></Apply>",
+     Failure(MISSING_NODE, "Array, x-BasisRow,X-BasisRow")},
     {"ImputationWithoutArrays",
      "<Apply function='imputeCatFieldMissingAgainstConTarget'><FieldRef field='s'/><FieldRef field='x'/></Apply>",
-     260221, "Error occurred in process 'imputeCatFieldMissingAgainstConTarget'."},
+     Failure(PROCESSING_FAILED, "imputeCatFieldMissingAgainstConTarget")},
     {"ImputationOfOneField",
      "<Apply function='imputeCatFieldMissingAgainstConTarget'><FieldRef field='s'/><Extension><Array>1</Array>"
      "</Extension><Extension><Array>1</Array></Extension></Apply>",
-     260221, "Error occurred in process 'imputeCatFieldMissingAgainstConTarget'."},
+     Failure(PROCESSING_FAILED, "imputeCatFieldMissingAgainstConTarget")},
     {"ImputationOfUnevenArrays",
      "<Apply function='imputeCatFieldMissingAgainstConTarget'><FieldRef field='s'/><FieldRef field='x'/><Extension>"
      "<Array>1</Array></Extension><Extension><Array>1 2</Array></Extension></Apply>",
-     260221, "Error occurred in process 'imputeCatFieldMissingAgainstConTarget'."},
+     Failure(PROCESSING_FAILED, "imputeCatFieldMissingAgainstConTarget")},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, RefusedApply, testing::ValuesIn(kRows), NameOf);
+INSTANTIATE_TEST_SUITE_P(Rows, RefusedApply, testing::ValuesIn(kRows), NameOfRow());
 
 // Refusals that follow from the gaps of the families and from the kinds that count as neither number nor text.
-class KeptRefusedApply : public testing::TestWithParam<Row> {};
+class KeptRefusedApply : public testing::TestWithParam<Fault> {};
 
 TEST_P(KeptRefusedApply, EndsInItsMessage) {
-    ExpectReadFailure(NumericField(GetParam().apply), GetParam().id, GetParam().message);
+    ExpectReadFailure(NumericField(GetParam().document), GetParam().failure);
 }
 
-const Row kKeptRows[] = {
+const Fault kKeptRows[] = {
     {"DateConstantUnderPlus",
-     "<Apply function='+'><FieldRef field='x'/><Constant dataType='dateDaysSince[1970]'>1</Constant></Apply>", 260245,
-     "Type mismatch between function '+' and parameter variable 'Constant_T_'."},
+     "<Apply function='+'><FieldRef field='x'/><Constant dataType='dateDaysSince[1970]'>1</Constant></Apply>",
+     Failure(FUNCTION_PARAMETER_TYPE_MISMATCH, "+", "Constant_T_")},
     {"LengthUnderConcat",
      "<Apply function='concat'><FieldRef field='s'/><Apply function='length'><FieldRef field='s'/></Apply></Apply>",
-     260243, "Type mismatch between parent function 'concat' and child function 'length'."},
+     Failure(FUNCTION_TYPE_MISMATCH, "concat", "length")},
     {"GreaterOrEqualUnderPlus",
      "<Apply function='+'><FieldRef field='x'/><Apply function='greaterOrEqual'><FieldRef field='x'/>"
      "<FieldRef field='x'/></Apply></Apply>",
-     260243, "Type mismatch between parent function '+' and child function 'greaterOrEqual'."},
+     Failure(FUNCTION_TYPE_MISMATCH, "+", "greaterOrEqual")},
     {"ApplyUnderMatches",
      "<Apply function='matches'><Apply function='lowercase'><FieldRef "
      "field='s'/></Apply><Constant>a</Constant></Apply>",
-     260243, "Type mismatch between parent function 'matches' and child function 'lowercase'."},
+     Failure(FUNCTION_TYPE_MISMATCH, "matches", "lowercase")},
     {"ApplyUnderSubstring",
      "<Apply function='substring'><FieldRef field='s'/><Constant>1</Constant><Apply function='abs'>"
      "<FieldRef field='x'/></Apply></Apply>",
-     260243, "Type mismatch between parent function 'substring' and child function 'abs'."},
+     Failure(FUNCTION_TYPE_MISMATCH, "substring", "abs")},
     {"TextFunctionUnderSum", "<Apply function='sum'><Apply function='lower'><FieldRef field='s'/></Apply></Apply>",
-     260243, "Type mismatch between parent function '<not defined>' and child function 'lower'."},
-    {"SumNamesItselfNotDefined", "<Apply function='sum'><FieldRef field='s'/></Apply>", 260245,
-     "Type mismatch between function '<not defined>' and parameter variable 's'."},
+     Failure(FUNCTION_TYPE_MISMATCH, "<not defined>", "lower")},
+    {"SumNamesItselfNotDefined", "<Apply function='sum'><FieldRef field='s'/></Apply>",
+     Failure(FUNCTION_PARAMETER_TYPE_MISMATCH, "<not defined>", "s")},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, KeptRefusedApply, testing::ValuesIn(kKeptRows), NameOf);
+INSTANTIATE_TEST_SUITE_P(Rows, KeptRefusedApply, testing::ValuesIn(kKeptRows), NameOfRow());
 
 TEST(RefusedApplyNesting, DeeperThanTheBound) {
     std::string apply = kX;
     for (int i = 0; i < 1001; ++i) {
         apply = Apply("abs", apply);
     }
-    ExpectReadFailure(NumericField(apply), 260221, "Error occurred in process 'abs'.");
+    ExpectReadFailure(NumericField(apply), {PROCESSING_FAILED, "abs"});
 }
 
 TEST(AcceptedApplyNesting, AsDeepAsTheBound) {

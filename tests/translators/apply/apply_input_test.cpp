@@ -1,3 +1,4 @@
+#include "support/rows.h"
 #include "translators/derived/derived_fields.h"
 
 #include <gtest/gtest.h>
@@ -120,8 +121,7 @@ TEST_P(MalformedText, IsNoNumber) {
     EXPECT_EQ(Number(Apply("length", kT), bytes), "-1");
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, MalformedText, testing::ValuesIn(kMalformed),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Texts, MalformedText, testing::ValuesIn(kMalformed), NameOfRow());
 
 } // namespace
 
@@ -186,20 +186,19 @@ INSTANTIATE_TEST_SUITE_P(
                     ManyArguments{"IsNotIn", "isNotIn", "1"}, ManyArguments{"IsMissing", "isMissing", "0"},
                     ManyArguments{"If", "if", "1"}, ManyArguments{"Floor", "floor", "2"},
                     ManyArguments{"Threshold", "threshold", "0"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    NameOfRow());
 
 class RefusedManyArguments : public HundredThousandArguments {};
 
 TEST_P(RefusedManyArguments, EndInTheStatedMessage) {
-    ExpectReadFailure(NumericField(Apply()), 260173, GetParam().expected);
+    ExpectReadFailure(NumericField(Apply()), {MCVeltrane_900::Message::REQUIRES_PARAMETERS, GetParam().expected});
 }
 
 INSTANTIATE_TEST_SUITE_P(Functions, RefusedManyArguments,
-                         testing::Values(ManyArguments{"Plus", "+", "Require '2' parameters."},
-                                         ManyArguments{"Abs", "abs", "Require '1' parameters."},
-                                         ManyArguments{"Normal", "normalCDF", "Require '3' parameters."},
-                                         ManyArguments{"Outlier", "outlierHandle", "Require '6' parameters."}),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         testing::Values(ManyArguments{"Plus", "+", "2"}, ManyArguments{"Abs", "abs", "1"},
+                                         ManyArguments{"Normal", "normalCDF", "3"},
+                                         ManyArguments{"Outlier", "outlierHandle", "6"}),
+                         NameOfRow());
 
 } // namespace
 

@@ -1,4 +1,5 @@
 #include "support/faults/failure.h"
+#include "support/rows.h"
 #include "translators/apply/apply_reading.h"
 #include "translators/apply/function_list.h"
 
@@ -61,18 +62,18 @@ const std::vector<Argument> kArguments = {
 
 using Arguments = std::vector<Argument>;
 
-struct Failure {
+struct Refusal {
     int id;
     std::string text;
 
-    bool operator==(const Failure&) const = default;
+    bool operator==(const Refusal&) const = default;
 };
 
-void PrintTo(const Failure& failure, std::ostream* out) {
+void PrintTo(const Refusal& failure, std::ostream* out) {
     *out << failure.id << " " << failure.text;
 }
 
-using Outcome = std::optional<Failure>;
+using Outcome = std::optional<Refusal>;
 
 /// Such functions take a constant for a text and refuse one that says otherwise.
 bool ReadsTexts(const ListedFunction& function) {
@@ -83,25 +84,25 @@ Outcome ReadingOutcome(const ListedFunction& function, const Arguments& argument
     for (const Argument& argument : arguments) {
         const std::string type = argument.dataType;
         if (ReadsTexts(function) && argument.sort == Argument::CONSTANT && !type.empty() && type != "string") {
-            return Failure{260153, "Invalid value: '" + type + "' of attribute 'dataType' in 'Constant'."};
+            return Refusal{260153, "Invalid value: '" + type + "' of attribute 'dataType' in 'Constant'."};
         }
     }
     if (function.takes == Takes::MEANS_AND_VARIANCES) {
-        return Failure{260221, "Error occurred in process '" + ListedWord(function.number) + "'."};
+        return Refusal{260221, "Error occurred in process '" + ListedWord(function.number) + "'."};
     }
     return std::nullopt;
 }
 
 Outcome FieldOutcome(const ListedFunction& function, const Argument& argument, const ScoreDictVar& target) {
     if (argument.sort != Argument::FIELD) {
-        return Failure{260174, "Require 'FieldRef' in 'Apply'."};
+        return Refusal{260174, "Require 'FieldRef' in 'Apply'."};
     }
     if (function.takes == Takes::NUMERIC_FIELD && argument.type != 0) {
-        return Failure{260245, "Type mismatch between function '" + ListedWord(function.number) +
+        return Refusal{260245, "Type mismatch between function '" + ListedWord(function.number) +
                                    "' and parameter variable '" + argument.name + "'."};
     }
     if (function.takes == Takes::TARGET_FIELD && argument.type != target.GetVarType()) {
-        return Failure{260215, "Conflict definition between the reference variable 'z' and the variable '" +
+        return Refusal{260215, "Conflict definition between the reference variable 'z' and the variable '" +
                                    std::string(argument.name) + "'."};
     }
     return std::nullopt;
@@ -120,14 +121,14 @@ Outcome KindOutcome(const ListedFunction& function, const Argument& argument, bo
         if (MayNest(function.number, argument.function)) {
             return std::nullopt;
         }
-        return Failure{260243, "Type mismatch between parent function '" + word + "' and child function '" +
+        return Refusal{260243, "Type mismatch between parent function '" + word + "' and child function '" +
                                    ListedWord(argument.function) + "'."};
     }
     if (IsNumber(function, argument) == needsNumber) {
         return std::nullopt;
     }
     const bool isText = argument.sort == Argument::CONSTANT && ReadsTexts(function);
-    return Failure{260245, "Type mismatch between function '" + word + "' and parameter variable '" +
+    return Refusal{260245, "Type mismatch between function '" + word + "' and parameter variable '" +
                                (isText ? "Constant_S_" : argument.name) + "'."};
 }
 
@@ -139,7 +140,7 @@ Outcome Expected(const ListedFunction& function, const Arguments& arguments, con
         return std::nullopt;
     }
     if (function.count != kAnyCount && arguments.size() != static_cast<std::size_t>(function.count)) {
-        return Failure{260173, "Require '" + std::to_string(function.count) + "' parameters."};
+        return Refusal{260173, "Require '" + std::to_string(function.count) + "' parameters."};
     }
     if (function.takes == Takes::ANYTHING) {
         return std::nullopt;
@@ -182,7 +183,7 @@ protected:
             const std::unique_ptr<FunctionTree> tree(Handle(apply));
             return std::nullopt;
         } catch (const VTException& failure) {
-            return Failure{failure.GetErrorCode(), failure.ConstructMessage()};
+            return Refusal{failure.GetErrorCode(), failure.ConstructMessage()};
         }
     }
 
@@ -260,8 +261,7 @@ TEST_P(OneElement, IsANumberOrNot) {
                                  dictionary.get(), nullptr);
     };
     EXPECT_NO_THROW(verify(row.isNumber));
-    ExpectFailure([&] { verify(!row.isNumber); }, 260245,
-                  "Type mismatch between function 'abs' and parameter variable '" + std::string(row.argument) + "'.");
+    ExpectFailure([&] { verify(!row.isNumber); }, {Message::FUNCTION_PARAMETER_TYPE_MISMATCH, "abs", row.argument});
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, OneElement,
@@ -274,7 +274,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, OneElement,
                                          OneElementRow{"Date", "Constant_T_", true, false},
                                          OneElementRow{"ShortName", "Constant_", true, false},
                                          OneElementRow{"FieldNamedLikeAConstant", "Constant_S_", false, true}),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         NameOfRow());
 
 } // namespace
 } // namespace veltrane::tests

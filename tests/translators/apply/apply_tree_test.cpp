@@ -1,4 +1,5 @@
 #include "support/faults/failure.h"
+#include "support/rows.h"
 #include "translators/apply/apply_reading.h"
 #include "translators/derived/derived_fields.h"
 
@@ -17,6 +18,7 @@
 // The nodes that an Apply becomes.
 
 using namespace MCVeltrane_900;
+using enum MCVeltrane_900::Message;
 
 namespace veltrane::tests {
 namespace {
@@ -172,7 +174,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ConstantRow{"TextByDefault", "concat", "<Constant>1.50</Constant>", "'1.50'"},
                     ConstantRow{"MethodNameElsewhereIsAText", "isMissing",
                                 "<Constant dataType='string'>asIs</Constant>", "'asIs'"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    NameOfRow());
 
 TEST_F(ApplyTree, TextsByDefaultUnderMatchesAndReplace) {
     const FunctionTree& matches =
@@ -219,7 +221,7 @@ TEST_F(ApplyTree, ThirdArrayIsTooManyForTheImputation) {
             Tree("<Apply function='imputeCatFieldMissingAgainstConTarget'><FieldRef field='s'/><FieldRef field='x'/>" +
                  array + array + array + "</Apply>");
         },
-        260221, "Error occurred in process 'imputeCatFieldMissingAgainstConTarget'.");
+        {PROCESSING_FAILED, "imputeCatFieldMissingAgainstConTarget"});
 }
 
 // Fields are looked up among the inputs first.
@@ -230,8 +232,8 @@ TEST_F(ApplyTree, DerivedFieldStandsBehindAnInputOfItsName) {
     const std::unique_ptr<FunctionTree> tree(
         translator.HandleApply(xml.Root(), &target, nullptr, dictionary.get(), texts.get()));
     EXPECT_EQ(ToText(tree->GetChildAt(0)->GetNodeStats().GetFieldrefRecodeMissValueRep()), "1");
-    ExpectFailure([&] { translator.HandleApply(xml.Root(), &target, nullptr, texts.get(), dictionary.get()); }, 260245,
-                  "Type mismatch between function 'abs' and parameter variable 'x'.");
+    ExpectFailure([&] { translator.HandleApply(xml.Root(), &target, nullptr, texts.get(), dictionary.get()); },
+                  {FUNCTION_PARAMETER_TYPE_MISMATCH, "abs", "x"});
 }
 
 TEST_F(ApplyTree, NodeJoinsItsParent) {
@@ -249,14 +251,14 @@ TEST_F(ApplyTree, ParentThatTakesNoChildrenLeavesTheNodeToTheCaller) {
     EXPECT_EQ(parent.GetChildCount(), 0);
     EXPECT_EQ(node->GetParent(), nullptr);
     const ParsedXml refused = ParseXml("<Apply function='abs'/>");
-    ExpectFailure([&] { Handle(refused.Root(), &parent); }, 260173, "Require '1' parameters.");
+    ExpectFailure([&] { Handle(refused.Root(), &parent); }, {REQUIRES_PARAMETERS, "1"});
 }
 
 // The node stays with its parent, stripped of its arguments, whose places stay behind empty.
 TEST_F(ApplyTree, NodeThatFailsLosesItsChildrenAndStaysWithItsParent) {
     const ParsedXml xml = ParseXml("<Apply function='abs'><FieldRef field='x'/><FieldRef field='s'/></Apply>");
     FunctionTreeImp parent(true);
-    ExpectFailure([&] { Handle(xml.Root(), &parent); }, 260173, "Require '1' parameters.");
+    ExpectFailure([&] { Handle(xml.Root(), &parent); }, {REQUIRES_PARAMETERS, "1"});
     ASSERT_EQ(parent.GetChildCount(), 1);
     const FunctionTree* node = parent.GetChildAt(0);
     ASSERT_NE(node, nullptr);
@@ -268,10 +270,9 @@ TEST_F(ApplyTree, NodeThatFailsLosesItsChildrenAndStaysWithItsParent) {
 TEST_F(ApplyTree, FaultBeforeTheNodeIsMadeLeavesTheParentAlone) {
     FunctionTreeImp parent(true);
     const ParsedXml unknown = ParseXml("<Apply function='plus'/>");
-    ExpectFailure([&] { Handle(unknown.Root(), &parent); }, 260303,
-                  "Unsupported value 'plus' of attribute 'function'.");
+    ExpectFailure([&] { Handle(unknown.Root(), &parent); }, {UNSUPPORTED_VALUE, "plus", "function"});
     const ParsedXml value = ParseXml("<Apply function='abs' mapMissingTo='a'/>");
-    ExpectFailure([&] { Handle(value.Root(), &parent); }, 260151, "The value: 'a' is invalid of type: 'double'.");
+    ExpectFailure([&] { Handle(value.Root(), &parent); }, {INVALID_VALUE_OF_TYPE, "a", "double"});
     EXPECT_EQ(parent.GetChildCount(), 0);
     EXPECT_EQ(translator.fNodeCounter, 0);
 }
@@ -279,7 +280,7 @@ TEST_F(ApplyTree, FaultBeforeTheNodeIsMadeLeavesTheParentAlone) {
 TEST_F(ApplyTree, TranslatorStaysUsableAfterAFault) {
     const ParsedXml xml = ParseXml("<Apply function='abs'><Apply function='abs'/></Apply>");
     for (int run = 0; run < 1500; ++run) {
-        ExpectFailure([&] { Handle(xml.Root()); }, 260173, "Require '1' parameters.");
+        ExpectFailure([&] { Handle(xml.Root()); }, {REQUIRES_PARAMETERS, "1"});
     }
     EXPECT_EQ(Nodes(Tree("<Apply function='sum'/>")), Texts({"3000:<not defined>"}));
 }

@@ -1,4 +1,5 @@
 #include "support/faults/failure.h"
+#include "support/rows.h"
 #include "translators/apply/function_list.h"
 #include "translators/frame/test_translator.h"
 
@@ -173,7 +174,7 @@ INSTANTIATE_TEST_SUITE_P(
                     FamilyRow{"OutputString", T::IsOutputStringFunction, {{54, 61}}},
                     FamilyRow{"InputString", T::IsInputStringFunction, {{54, 61}, {63, 63}}},
                     FamilyRow{"MixInput", T::IsMixInputFunction, {{40, 46}, {48, 53}, {64, 65}, {68, 69}}}),
-    [](const auto& info) { return std::string(info.param.name); });
+    NameOfRow());
 
 // "greaterOrEqual" and "substring" were left out of every family, which decides where they may be nested.
 TEST(KeptFunctionFamilies, TwoFunctionsBelongToNone) {
@@ -199,9 +200,8 @@ TEST(NestedFunctions, EveryPairOfNumbers) {
             if (MayNest(parent, child)) {
                 EXPECT_NO_THROW(verify());
             } else {
-                ExpectFailure(verify, 260243,
-                              "Type mismatch between parent function '" + ListedWord(parent) +
-                                  "' and child function '" + ListedWord(child) + "'.");
+                ExpectFailure(verify,
+                              {Message::FUNCTION_TYPE_MISMATCH, ListedWord(parent).c_str(), ListedWord(child).c_str()});
             }
         }
     }
