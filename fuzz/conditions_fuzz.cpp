@@ -1,6 +1,5 @@
-// Any bytes as a document with conditions: each ends in a catalogued failure or
-// is read into a predicate that decides cases as records and as codes, is
-// copied and displayed.
+// Any bytes as a document with conditions: each ends in a catalogued failure or is read into a predicate that decides
+// cases as records and as codes, is copied and displayed.
 #include "documents.h"
 #include "run.h"
 
@@ -45,8 +44,7 @@ public:
     }
 
 private:
-    /// Each by itself, so that one that fails hides no other; those within a
-    /// compound are read with it.
+    /// Each by itself, so that one that fails hides no other; those within a compound are read with it.
     void ReadAll(xercesc::DOMDocument* document, const std::string& tag) {
         const xercesc::DOMNodeList* elements = GetElementsByTagName(document, tag);
         for (XMLSize_t i = 0; i < elements->getLength(); ++i) {

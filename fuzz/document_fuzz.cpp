@@ -1,6 +1,5 @@
-// Any bytes as a document: they end in a catalogued failure or are read into a
-// data dictionary and derived fields, which compute cases, can be copied and
-// displayed, and are freed whole.
+// Any bytes as a document: they end in a catalogued failure or are read into a data dictionary and derived fields,
+// which compute cases, can be copied and displayed, and are freed whole.
 #include "documents.h"
 #include "run.h"
 

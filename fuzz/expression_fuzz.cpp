@@ -1,6 +1,5 @@
-// Any bytes as an expression tree of numeric functions: the document that says
-// it, its evaluation by the walk and by the plan, and the evaluation of a clone
-// agree with direct calls of the functions.
+// Any bytes as an expression tree of numeric functions: the document that says it, its evaluation by the walk and by
+// the plan, and the evaluation of a clone agree with direct calls of the functions.
 #include "run.h"
 #include "transform/numbers/kernels.h"
 
@@ -30,8 +29,7 @@ constexpr int kDeepest = 12;
 constexpr int kFieldCount = 4;
 constexpr int kCaseCount = 3;
 
-/// What one node says in the document, and its value in each case by direct
-/// calls.
+/// What one node says in the document, and its value in each case by direct calls.
 struct Node {
     std::string xml;
     std::array<double, kCaseCount> values;

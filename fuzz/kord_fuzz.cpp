@@ -1,6 +1,5 @@
-// Any bytes as a document of the older format: its dictionary ends in a
-// catalogued failure or is read, learns its encoders, and can be copied and
-// displayed.
+// Any bytes as a document of the older format: its dictionary ends in a catalogued failure or is read, learns its
+// encoders, and can be copied and displayed.
 #include "documents.h"
 #include "run.h"
 

@@ -1,5 +1,5 @@
-// Any bytes as a document of a model: they end in a catalogued failure, or in a
-// model that scores cases of every kind, shows itself and is freed whole.
+// Any bytes as a document of a model: they end in a catalogued failure, or in a model that scores cases of every kind,
+// shows itself and is freed whole.
 #include "kit/model/verification.h"
 #include "run.h"
 
@@ -36,8 +36,7 @@ ScoreValue* MakeValue(const ScoreDictVar& field, std::size_t kind) {
     }
 }
 
-/// One record whose fields take a value of every kind, each another one, and at
-/// last none.
+/// One record whose fields take a value of every kind, each another one, and at last none.
 void ScoreCases(ScoreModel& model) {
     const std::unique_ptr<ScoreResult> result(model.CreateResult());
     for (std::size_t round = 0; round <= kKinds; ++round) {

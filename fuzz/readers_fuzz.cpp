@@ -1,7 +1,6 @@
-// Any bytes as a document, whose elements go one by one to the readers that
-// plug-ins call for them: arrays, outputs, targets, intervals, constants,
-// recodes, bins, splits. Each ends in a catalogued failure or gives something
-// that can be used and freed.
+// Any bytes as a document, whose elements go one by one to the readers that plug-ins call for them: arrays, outputs,
+// targets, intervals, constants, recodes, bins, splits. Each ends in a catalogued failure or gives something that can
+// be used and freed.
 #include "documents.h"
 #include "run.h"
 

@@ -8,9 +8,8 @@
 
 namespace veltrane::fuzz {
 
-/// One run of a target. The first one starts the XML platform for the process;
-/// at the end of each what the library keeps for its hosts to the end of the
-/// process, such as the translator of a dictionary, is freed. Nothing that the
+/// One run of a target. The first one starts the XML platform for the process; at the end of each what the library
+/// keeps for its hosts to the end of the process, such as the translator of a dictionary, is freed. Nothing that the
 /// run has made may be left then.
 class Run {
 public:

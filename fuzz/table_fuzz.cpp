@@ -1,6 +1,6 @@
 // Any bytes as a small table of a value map: its columns, its cells out of texts that are hard to order, and the cases
-// that look a row up. The map answers a case the same whenever it is asked; an answer stands in the output column or
-// is a default. Copies, which are without the map, compute too.
+// that look a row up. The map answers a case the same whenever it is asked; an answer stands in the output column or is
+// a default. Copies, which are without the map, compute too.
 #include "documents.h"
 #include "run.h"
 
@@ -100,8 +100,7 @@ void RequireSame(const ScoreValue* left, const ScoreValue* right) {
     }
 }
 
-/// A text that comes out of the map stands in the table, or is one of the
-/// defaults.
+/// A text that comes out of the map stands in the table, or is one of the defaults.
 void RequireFromTable(const Table& table, const ScoreValue* value) {
     if (table.type != "string" || value == nullptr || value->IsSystemMissingValue()) {
         return;

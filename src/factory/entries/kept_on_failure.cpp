@@ -13,8 +13,7 @@ struct KeptObject {
     KeptObject* next;
 };
 
-/// Kept objects stay reachable, so that leak detectors can tell them from lost
-/// ones.
+/// Kept objects stay reachable, so that leak detectors can tell them from lost ones.
 std::atomic<KeptObject*> gKept{nullptr};
 
 } // namespace

@@ -6,9 +6,8 @@
 
 namespace MCVeltrane_900 {
 
-/// Deletes what is kept, of which nothing may be in use any more. Only the
-/// library that fuzz targets are built with has it: they run thousands of calls
-/// in a process.
+/// Deletes what is kept, of which nothing may be in use any more. Only the library that fuzz targets are built with has
+/// it: they run thousands of calls in a process.
 VELTRANE_API void FreeKept();
 
 } // namespace MCVeltrane_900
@@ -26,9 +25,8 @@ void KeepForever(const Object* object) {
     Keep(object, [](const void* kept) { delete static_cast<const Object*>(kept); });
 }
 
-/// Owns an object while a plug-in works with it. When the plug-in throws, the
-/// object is not deleted but kept to the end of the process, since what the
-/// plug-in has made may still refer to it.
+/// Owns an object while a plug-in works with it. When the plug-in throws, the object is not deleted but kept to the end
+/// of the process, since what the plug-in has made may still refer to it.
 template <typename Object>
 class KeptOnFailure {
 public:
