@@ -93,7 +93,7 @@ private:
     std::vector<std::size_t> fOperands; ///< fields among the steps that have to hold a number, or the case is walked
     std::vector<const MCVeltrane_900::FunctionTree*> fUnresolved; ///< leaves that no case has reached yet
     bool fReadsDerived = false;
-    const DictionaryEvaluation* fDerived = nullptr; ///< the derived fields of the case
+    const MCVeltrane_900::TransformationDictionary* fDerived = nullptr; ///< the derived fields of the case
     std::vector<double> fStack;
     std::vector<double> fArguments; ///< of functions that take a vector
 };

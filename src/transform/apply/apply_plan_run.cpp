@@ -35,7 +35,7 @@ const ScoreValue* ApplyPlan::Evaluate(TransformVar& var, const ApplyCase& oneCas
         return nullptr;
     }
     if (fReadsDerived) {
-        fDerived = DictionaryEvaluation::Of(oneCase);
+        fDerived = DictionaryEvaluation::DictionaryOf(oneCase);
     }
     if (!fOperands.empty() && !HoldsNumbers(oneCase)) {
         return nullptr;
@@ -145,16 +145,17 @@ double ApplyPlan::RunRare(const Step& step, TransformVar& var, const ApplyCase& 
 
 /// Whether the value of a derived field stands in the derived record.
 inline bool ApplyPlan::IsComputed(const Step& step) const {
-    return fDerived != nullptr && fDerived->IsComputed(step.variable->GetValueIndex());
+    return fDerived != nullptr && DictionaryEvaluation::IsComputed(*fDerived, step.variable->GetValueIndex());
 }
 
 /// That value, by the field's name, which is looked up once.
 inline const ScoreValue* ApplyPlan::ReadComputed(Step& step) const {
-    if (step.storedIn != fDerived->Revision()) {
-        step.stored = fDerived->StoredPosition(FieldEvaluation::NameOfField(step.node->GetNodeStats()));
-        step.storedIn = step.stored < 0 ? 0 : fDerived->Revision();
+    if (step.storedIn != fDerived->GetRevision()) {
+        step.stored =
+            DictionaryEvaluation::StoredPosition(*fDerived, FieldEvaluation::NameOfField(step.node->GetNodeStats()));
+        step.storedIn = step.stored < 0 ? 0 : fDerived->GetRevision();
     }
-    return fDerived->StoredValue(step.stored);
+    return DictionaryEvaluation::StoredValue(*fDerived, step.stored);
 }
 
 double ApplyPlan::ReadField(Step& step, TransformVar& var, const ApplyCase& oneCase) const {

@@ -104,10 +104,11 @@ const ScoreValue* FieldEvaluation::ReadAbsentField(const ApplyNodeStats& leaf, c
     if (!variable.IsDerivedVariable()) {
         return MissingScratch(variable.GetVarType(), variable.GetWidth());
     }
-    const DictionaryEvaluation* derived = DictionaryEvaluation::Of(oneCase);
+    const TD* derived = DictionaryEvaluation::DictionaryOf(oneCase);
     const int index = variable.GetValueIndex();
-    return derived != nullptr && derived->IsComputed(index) ? derived->StoredValue(index, NameOfField(leaf))
-                                                            : EvaluateField(variable, oneCase);
+    return derived != nullptr && DictionaryEvaluation::IsComputed(*derived, index)
+               ? DictionaryEvaluation::StoredValue(*derived, index, NameOfField(leaf))
+               : EvaluateField(variable, oneCase);
 }
 
 const ScoreValue* FieldEvaluation::EvaluateField(const ScoreDictVar& variable, const ApplyCase& oneCase) {

@@ -24,8 +24,8 @@ std::atomic<std::uint64_t> gNextNumber = 1;
 
 Derivation& Derivation::Of(const ApplyCase& oneCase) {
     static thread_local constinit Derivation tDerivation;
-    DictionaryEvaluation* fields = DictionaryEvaluation::Of(oneCase);
-    return fields != nullptr ? fields->derivation : tDerivation;
+    const TransformationDictionary* fields = DictionaryEvaluation::DictionaryOf(oneCase);
+    return fields != nullptr ? DictionaryEvaluation::Of(*fields).derivation : tDerivation;
 }
 
 std::uint64_t Derivation::ReserveNumbers() {

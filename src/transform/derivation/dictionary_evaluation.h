@@ -35,25 +35,26 @@ public:
     DictionaryEvaluation& operator=(const DictionaryEvaluation&) = delete;
 
     static DictionaryEvaluation& Of(const Dictionary& dictionary) { return *dictionary.fEvaluation; }
-    /// That of the derived fields of a case; null when their dictionary is of another class.
-    static DictionaryEvaluation* Of(const ApplyCase& oneCase);
 
-    // The values of the case that have been stored.
+    /// The dictionary of a case's derived fields, seen through its base; null when it is of another class.
+    static const Dictionary* DictionaryOf(const ApplyCase& oneCase);
 
-    bool IsComputed(int index) const {
-        return index >= 0 && static_cast<std::size_t>(index) < fDictionary.fComputedFlags.size() &&
-               fDictionary.fComputedFlags[static_cast<std::size_t>(index)];
+    // The values of the case that have been stored. A plan asks for them leaf by leaf, so they are found in the
+    // dictionary at once.
+
+    static bool IsComputed(const Dictionary& dictionary, int index) {
+        return index >= 0 && static_cast<std::size_t>(index) < dictionary.fComputedFlags.size() &&
+               dictionary.fComputedFlags[static_cast<std::size_t>(index)];
     }
-    unsigned long long Revision() const { return fDictionary.GetRevision(); }
 
     /// The position of a name in the derived record, which stays for as long as the revision of the variables does; -1
     /// for none so far.
-    int StoredPosition(const std::string& name) const;
-    const Value* StoredValue(int position) const;
+    static int StoredPosition(const Dictionary& dictionary, const std::string& name);
+    static const Value* StoredValue(const Dictionary& dictionary, int position);
 
     /// The value of a field in the derived record, which is read by its name. Its value index, which anyone can set, is
     /// where the name is looked for first: positions in the record never change.
-    const Value* StoredValue(int index, const std::string& name) const;
+    static const Value* StoredValue(const Dictionary& dictionary, int index, const std::string& name);
 
     /// The fields of the derived names and their positions. Names without a derived field are left out.
     std::vector<DerivedField>& Fields();

@@ -12,33 +12,32 @@ using namespace MCVeltrane_900;
 
 namespace veltrane::transform {
 
-DictionaryEvaluation* DictionaryEvaluation::Of(const ApplyCase& oneCase) {
+const TransformationDictionary* DictionaryEvaluation::DictionaryOf(const ApplyCase& oneCase) {
     const ScoreDictionary* place = oneCase.transformations;
-    const auto* dictionary = place != nullptr && typeid(*place) == typeid(Dictionary)
-                                 ? static_cast<const Dictionary*>(place)
-                                 : dynamic_cast<const Dictionary*>(place);
-    return dictionary == nullptr ? nullptr : &Of(*dictionary);
+    return place != nullptr && typeid(*place) == typeid(Dictionary) ? static_cast<const Dictionary*>(place)
+                                                                    : dynamic_cast<const Dictionary*>(place);
 }
 
-int DictionaryEvaluation::StoredPosition(const std::string& name) const {
-    return fDictionary.fDerivedRecord == nullptr ? -1 : fDictionary.fDerivedRecord->GetIndex(name);
+int DictionaryEvaluation::StoredPosition(const Dictionary& dictionary, const std::string& name) {
+    return dictionary.fDerivedRecord == nullptr ? -1 : dictionary.fDerivedRecord->GetIndex(name);
 }
 
-const ScoreValue* DictionaryEvaluation::StoredValue(int position) const {
-    const ScoreCaseRecord* record = fDictionary.fDerivedRecord;
+const ScoreValue* DictionaryEvaluation::StoredValue(const Dictionary& dictionary, int position) {
+    const ScoreCaseRecord* record = dictionary.fDerivedRecord;
     return record == nullptr ? nullptr : record->Get(position);
 }
 
-const ScoreValue* DictionaryEvaluation::StoredValue(int index, const std::string& name) const {
+const ScoreValue* DictionaryEvaluation::StoredValue(const Dictionary& dictionary, int index, const std::string& name) {
+    const std::vector<std::string>& names = Of(dictionary).storedNames;
     const auto position = static_cast<std::size_t>(index);
-    if (index >= 0 && position < storedNames.size() && storedNames[position] == name) {
-        return StoredValue(index);
+    if (index >= 0 && position < names.size() && names[position] == name) {
+        return StoredValue(dictionary, index);
     }
-    return fDictionary.GetVarValue(name);
+    return dictionary.GetVarValue(name);
 }
 
 std::vector<DerivedField>& DictionaryEvaluation::Fields() {
-    if (fFieldsFound && fFieldsRevision == Revision()) {
+    if (fFieldsFound && fFieldsRevision == fDictionary.GetRevision()) {
         return fFields;
     }
     fFields.clear();
@@ -46,10 +45,10 @@ std::vector<DerivedField>& DictionaryEvaluation::Fields() {
         const ScoreDictVar* var = fDictionary.GetVar(name);
         TransformVar* derived = var == nullptr ? nullptr : AsTransformVar(*var);
         if (derived != nullptr) {
-            fFields.push_back({derived, &FieldEvaluation::Of(*derived), &name, StoredPosition(name), -1});
+            fFields.push_back({derived, &FieldEvaluation::Of(*derived), &name, StoredPosition(fDictionary, name), -1});
         }
     }
-    fFieldsRevision = Revision();
+    fFieldsRevision = fDictionary.GetRevision();
     fFieldsFound = true;
     return fFields;
 }

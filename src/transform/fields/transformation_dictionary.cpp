@@ -103,7 +103,7 @@ const ScoreCaseRecord* TransformationDictionary::GetValuesForDerivedVars(const S
     const CaseEvaluation evaluation(derivation, {record, dictionary, this});
     for (DerivedField& field : fields) {
         field.flag = field.var->GetValueIndex();
-        if (!fEvaluation->IsComputed(field.flag)) {
+        if (!DictionaryEvaluation::IsComputed(*this, field.flag)) {
             derivation.NextTurn();
             AddVarCaseValue(field, field.evaluation->Evaluate(derivation));
         }
@@ -112,7 +112,7 @@ const ScoreCaseRecord* TransformationDictionary::GetValuesForDerivedVars(const S
 }
 
 bool TransformationDictionary::IsVarValueComputed(const ScoreDictVar* var) const {
-    return var != nullptr && fEvaluation->IsComputed(var->GetValueIndex());
+    return var != nullptr && DictionaryEvaluation::IsComputed(*this, var->GetValueIndex());
 }
 
 const ScoreValue* TransformationDictionary::GetVarValue(const std::string& name) const {
