@@ -12,7 +12,7 @@ namespace veltrane_kit {
 /// A document's text as bytes of the encoding that the host asked for. It lives while the document is read.
 class DocumentText {
 public:
-    /// @param encoding empty means "CP1252", as everywhere in the library
+    /// @param encoding empty means BaseTranslator::DEFAULT_ENCODING, as everywhere in the library
     explicit DocumentText(const std::string& encoding);
 
     /// The bytes of a text; empty for null.

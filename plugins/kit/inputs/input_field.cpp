@@ -1,5 +1,7 @@
 #include "kit/inputs/input_field.h"
 
+#include "kit/inputs/missing_value.h"
+
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/ScoreMissingValueSet.h>
 #include <MCVeltrane_900/ScoreValueRange.h>
@@ -29,14 +31,7 @@ ScoreValue::ValueType KindOf(const ScoreDictVar& var) {
 }
 
 std::unique_ptr<ScoreValue> MakePlaceholder(ScoreValue::ValueType kind, bool emptyIsMissing) {
-    switch (kind) {
-    case ScoreValue::STRING_VALUE:
-        return emptyIsMissing ? std::make_unique<StringValue>("") : nullptr;
-    case ScoreValue::DATETIME_VALUE:
-        return std::make_unique<DateTimeValue>();
-    default:
-        return std::make_unique<NumericValue>();
-    }
+    return kind == ScoreValue::STRING_VALUE && !emptyIsMissing ? nullptr : MakeMissing(kind);
 }
 
 /// Whether the field has missing values of its own, beside the empty text, which is found without them.

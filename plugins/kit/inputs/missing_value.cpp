@@ -2,6 +2,7 @@
 
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/NumericValue.h>
+#include <MCVeltrane_900/StringValue.h>
 
 namespace veltrane_kit {
 
@@ -31,6 +32,17 @@ bool IsMissing(const ScoreValue* value) {
     const DateTimeValue* dateTime =
         value->GetType() == ScoreValue::DATETIME_VALUE ? dynamic_cast<const DateTimeValue*>(value) : nullptr;
     return dateTime != nullptr && IsMissingMoment(dateTime->NumericValue::GetDouble());
+}
+
+std::unique_ptr<ScoreValue> MakeMissing(ScoreValue::ValueType kind) {
+    switch (kind) {
+    case ScoreValue::STRING_VALUE:
+        return std::make_unique<StringValue>("");
+    case ScoreValue::DATETIME_VALUE:
+        return std::make_unique<DateTimeValue>();
+    default:
+        return std::make_unique<NumericValue>();
+    }
 }
 
 } // namespace veltrane_kit

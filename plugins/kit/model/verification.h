@@ -37,7 +37,7 @@ std::optional<Verification> ReadVerification(const Element& model);
 /// Reads the ModelVerification of a document's model: the first element below the root that has one of the names, by
 /// the order of the names. The host has had the document read by the factory before, which refuses hostile ones.
 /// @param in       at its start
-/// @param encoding of the texts; empty means "CP1252"
+/// @param encoding of the texts; empty means BaseTranslator::DEFAULT_ENCODING
 /// @return nothing when there is no such model, or none of it
 /// @throws VTException what the other form throws, 260105 for a document that can't be read
 std::optional<Verification> ReadVerification(std::istream& in, const std::vector<std::string>& names,

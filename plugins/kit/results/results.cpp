@@ -1,5 +1,7 @@
 #include "kit/results/results.h"
 
+#include "kit/inputs/missing_value.h"
+
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/StringValue.h>
 
@@ -10,17 +12,6 @@ namespace veltrane_kit {
 using namespace MCVeltrane_900;
 
 namespace {
-
-std::unique_ptr<ScoreValue> MakeMissing(ScoreValue::ValueType kind) {
-    switch (kind) {
-    case ScoreValue::STRING_VALUE:
-        return std::make_unique<StringValue>("");
-    case ScoreValue::DATETIME_VALUE:
-        return std::make_unique<DateTimeValue>();
-    default:
-        return std::make_unique<NumericValue>();
-    }
-}
 
 const std::string kNoText;
 

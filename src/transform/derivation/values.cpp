@@ -17,11 +17,11 @@ bool HoldsText(ScoreDictVar::VariableType type) {
 std::unique_ptr<ScoreValue> MissingValueOf(ScoreDictVar::VariableType type) {
     switch (type) {
     case ScoreDictVar::kNUMERIC_VAR:
-        return std::make_unique<NumericValue>();
+        return MissingValue<NumericValue>();
     case ScoreDictVar::DATETIME_VAR:
-        return std::make_unique<DateTimeValue>();
+        return MissingValue<DateTimeValue>();
     default:
-        return std::make_unique<StringValue>("");
+        return MissingValue<StringValue>();
     }
 }
 

@@ -18,15 +18,21 @@ bool HoldsText(MCVeltrane_900::ScoreDictVar::VariableType type);
 /// A new missing value of a variable type: SYSMIS, or the empty text.
 std::unique_ptr<MCVeltrane_900::ScoreValue> MissingValueOf(MCVeltrane_900::ScoreDictVar::VariableType type);
 
-/// A value that is made missing, as SYSMIS or the empty text, when it is first asked for.
+/// The same of a class.
+template <typename T>
+std::unique_ptr<T> MissingValue() {
+    if constexpr (std::is_same_v<T, MCVeltrane_900::StringValue>) {
+        return std::make_unique<T>("");
+    } else {
+        return std::make_unique<T>();
+    }
+}
+
+/// A value that is made missing when it is first asked for.
 template <typename T>
 T& MadeValue(std::unique_ptr<T>& value) {
     if (value == nullptr) {
-        if constexpr (std::is_same_v<T, MCVeltrane_900::StringValue>) {
-            value = std::make_unique<T>("");
-        } else {
-            value = std::make_unique<T>();
-        }
+        value = MissingValue<T>();
     }
     return *value;
 }
