@@ -86,6 +86,7 @@ class Unreadable(Complaints):
         """In each text of the parser, and behind lines that end in any way; a mark at the front takes no column."""
         for bad, words in ((b"\xFC", "exceeded byte limit at byte '\ufffd' in a 6-byte sequence"),
                            (b"\xE4x", "invalid byte 'x' at position 2 of a 3-byte sequence"),
+                           (b"\xE2\x82x", "invalid byte 'x' at position 3 of a 3-byte sequence"),
                            (b"\xED\xA0\x80", "i"), (b"\xF5\x80\x80\x80", "invalid multi-byte sequence")):
             with self.subTest(bad):
                 self.write("d.pmml", b"<PMML>\r\n\r<!-- x -->\n\n" + b"<a>" + bad + b"</a></PMML>")
@@ -95,8 +96,8 @@ class Unreadable(Complaints):
                                 told)
         for front, column in ((b"\xEF\xBB\xBF", 4), (b"<?xml version='1.0' encoding='utf-8'?>", 42),
                               (b"<?xml version='1.0'?>", 25)):
-            self.write("d.pmml", front + b"<a>\xFC</a>")
-            self.assertIn(b"d.pmml:1:%d: " % column, self.run_host("inspect", "d.pmml").stderr)
+            self.write("d.pmml", front + b"<a>\xFC</a><!-- the parser sees the whole sequence -->")
+            self.assertIn(b"d.pmml:1:%d: exceeded byte limit " % column, self.run_host("inspect", "d.pmml").stderr)
 
     def test_bytes_of_another_encoding_are_told_by_the_parser_alone(self):
         self.write("d.pmml", b"<?xml version='1.0' encoding='Shift_JIS'?><a>\x81 </a>")

@@ -82,7 +82,7 @@ class WithoutAChoice(ModelsTest):
 
     def test_a_kind_that_stands_within_another_model_plays_no_part(self):
         """The library by itself takes the first kind of the list that stands anywhere in the document."""
-        inner = "<Extension><RegressionModel/></Extension>"
+        inner = "<Extension><RegressionModel/><ScriptedModel/></Extension>"
         self.scores(7, document(tree(7).replace(SCHEMA, inner + SCHEMA)))
         self.write("models.txt", "RegressionModel ScriptedModel TreeModel TextModel\n")
         self.scores(7, document(tree(7).replace(SCHEMA, inner + SCHEMA)))

@@ -1,4 +1,5 @@
 """Rows and cells that could not be scored or read: what is told of them, the file of rejects, the limit of errors."""
+import os
 import unittest
 
 from host_command import AGE, NAME, HostTest, field_ref, text_ref
@@ -99,6 +100,13 @@ class Rows(HostTest):
             if not (self.folder / "link").exists():
                 (self.folder / "link").symlink_to("model2.pmml")
             self.expect(self.score("Housing,Income\n", "--rejects", rejects, "-o", output), 2, "", same)
+
+    def test_a_file_of_two_names_is_one(self):
+        self.write("old.csv", "old")
+        os.link(self.folder / "old.csv", self.folder / "same.csv")
+        self.expect(self.score("Housing,Income\n", "--rejects", "old.csv", "-o", "same.csv"), 2, "",
+                    "veltrane: --rejects and -o go to the same file; write one of them to another one\n")
+        self.assertEqual((self.folder / "old.csv").read_text(), "old")
 
     def test_the_first_twenty_are_shown(self):
         rows = "own,abc\n" * 20 + "tent,1\n"
