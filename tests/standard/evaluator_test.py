@@ -101,7 +101,8 @@ class EvaluatorTest(unittest.TestCase):
     def test_lags_look_back_within_their_block(self):
         def lag(attributes):
             text = document_of(f'<Lag field="a" {attributes}/>' if "<" not in attributes else attributes, "double")
-            rows = [{"a": "1", "s": "x"}, {"a": "2", "s": "y"}, {"a": "", "s": "x"}, {"a": "5", "s": "x"}]
+            rows = [{"a": "1", "s": "x", "t": "p"}, {"a": "2", "s": "y", "t": "q"}, {"a": "", "s": "x", "t": "q"},
+                    {"a": "5", "s": "x", "t": "q"}]
             return [None if row[0][1] is None else row[0][1].data for row in Document(text).transform(rows)]
         self.assertEqual(lag(""), [None, 1.0, 2.0, None])
         self.assertEqual(lag('n="2"'), [None, None, 1.0, 2.0])
@@ -109,7 +110,8 @@ class EvaluatorTest(unittest.TestCase):
         self.assertEqual(lag('n="3" aggregate="avg"'), [None, 1.0, 1.5, 1.5])
         self.assertEqual(lag('n="3" aggregate="max"'), [None, 1.0, 2.0, 2.0])
         self.assertEqual(lag('n="3" aggregate="stddev"'), [None, None, math.sqrt(0.5), math.sqrt(0.5)])
-        self.assertEqual(lag('<Lag field="a"><BlockIndicator field="s"/></Lag>'), [None, None, 1.0, None])
+        self.assertEqual(lag('<Lag field="a"><BlockIndicator field="s"/></Lag>'), [None, None, None, None])
+        self.assertEqual(lag('<Lag field="a" aggregate="sum" n="3"><BlockIndicator field="t"/></Lag>'), [None, None, 2.0, 2.0])
 
     def test_days_go_by_the_gregorian_calendar(self):
         import datetime

@@ -8,6 +8,7 @@ equals the target's leaves "predicted NAME" to the prediction.
 Decision: a derived field that reads itself has no meaning and is never generated.
 """
 import math
+import sys
 import xml.etree.ElementTree as ElementTree
 from . import regression, trees
 from .expressions import as_type, evaluate, expression_of
@@ -16,6 +17,8 @@ from .prediction import Prediction, winner
 from .schema import Field, Refused, treat
 from .targets import Target
 from .values import MISSING, NotOfType, Unsupported, Value, cast, constant, equal
+
+sys.setrecursionlimit(20000)  # expressions may be nested a thousand deep
 
 MODELS = {"RegressionModel": regression.score, "TreeModel": trees.score}
 
@@ -125,13 +128,12 @@ class Case:
         return field.listed() or None if optype == "ordinal" else None
 
     def earlier(self, name, count, blocks):
-        """The values of a field in the cases before this one, the nearest first, within the block."""
+        """The values of a field in the cases before this one, the nearest first, down to where its block began."""
         found = []
         for case in reversed(self._history):
-            if len(found) == count:
+            if len(found) == count or not all(_same(case.field_or_missing(block), self.field(block)) for block in blocks):
                 break
-            if all(_same(case.field_or_missing(block), self.field(block)) for block in blocks):
-                found.append(case.field_or_missing(name))
+            found.append(case.field_or_missing(name))
         return found
 
     def field_or_missing(self, name):
@@ -168,6 +170,8 @@ class Case:
 
     def score(self):
         document, prediction = self._document, self._predict()
+        for name in document.derived:  # those that nothing uses have to be lawful too
+            self.field_or_missing(name)
         if prediction.is_none:
             prediction = self._default()
         elif document.model.get("functionName") == "regression":

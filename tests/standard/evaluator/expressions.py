@@ -13,6 +13,7 @@ Decision: mapMissingTo and defaultValue of Apply have the type of the result whe
 word that writes a number is a number.
 Decision: Lag aggregates ignore missing values and cases before the first; without any value the result is missing, and
 stddev is that of a sample, missing for a single value.
+Decision: a block of Lag ends where the value of a BlockIndicator changes, and doesn't go on where it comes back.
 Decision: Aggregate has, for a field with one value a case, the value of the case itself as its collection.
 """
 import math

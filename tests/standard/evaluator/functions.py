@@ -6,6 +6,7 @@ outside the domain of a function raises Undefined, which the Apply turns into wh
 
 Decision: "/" is the division of real numbers for integers too; "+", "-" and "*" of integers stay integers.
 Decision: division by zero and the poles of ln and log10 are outside the domain, as is what IEEE has as not a number.
+Decision: round takes the larger of two integers that are equally near, of negative numbers too.
 Decision: isValid is false for a missing argument, isNotValid true.
 Decision: "if" with a missing condition is missing; the branch that isn't taken plays no part.
 Decision: isIn with a missing value to look for is missing; missing members of the list are passed over.
@@ -217,6 +218,15 @@ DATES = {
     "formatDatetime": lambda arguments: Value("string", dates.format_datetime(arguments[0], arguments[1].data)),
 }
 
+# How many arguments a function takes, where that isn't two: the least and the most, None for any number.
+_SINGLE = """isMissing isNotMissing isValid isNotValid not log10 ln ln1p exp expm1 sqrt abs floor ceil round rint sin cos tan asin
+acos atan sinh cosh tanh stdNormalCDF stdNormalPDF stdNormalIDF erf dateSecondsSinceMidnight uppercase lowercase stringLength
+trimBlanks""".split()
+ARITIES = {**{name: (1, 1) for name in _SINGLE},
+           **{name: (1, None) for name in ("min", "max", "sum", "avg", "median", "product")},
+           **{name: (2, None) for name in ("and", "or", "isIn", "isNotIn", "concat")}, "if": (2, 3),
+           **{name: (3, 3) for name in ("normalCDF", "normalPDF", "normalIDF", "substring", "replace")}}
+
 NEEDS_ALL = {**NUMERIC, **COMPARISONS, **DATES, **texts.FUNCTIONS}
 
 
@@ -226,6 +236,9 @@ def names():
 
 def call(name, arguments):
     """The result of a built-in function; Undefined where the arguments are outside its domain."""
+    least, most = ARITIES.get(name, (2, 2))
+    if len(arguments) < least or most is not None and len(arguments) > most:
+        raise Unsupported(f"{name} of {len(arguments)} arguments")
     if name in TAKES_MISSING:
         return TAKES_MISSING[name](arguments)
     if name not in NEEDS_ALL:

@@ -7,7 +7,10 @@ The current winner, which lastPrediction and returnLastPrediction return, is the
 Decision: where that node predicts nothing itself, it is that of the nearest one above that does.
 Decision: a node without a score predicts the category with the highest probability, which is the ScoreDistribution's
 probability, else its share of the records.
-Decision: weightedConfidence and aggregateNodes give a regression the mean of the scores, weighed by record counts.
+Decision: weightedConfidence and aggregateNodes give a regression the mean of the scores, weighed by record counts;
+children without a prediction are left out of it.
+Decision: aggregateNodes, like weightedConfidence, goes on to all children that aren't false where one is unknown before
+one is true.
 Decision: missingValuePenalty counts the steps on the way to the node that predicts.
 """
 from .predicates import evaluate, predicate_of, uses_surrogate
@@ -112,9 +115,9 @@ class Tree:
         total = sum(child.records() for child in children)
         parts = [(self._descend(child, env, 0), child.records() / total) for child in children]
         if self._regression:
-            if any(part.is_none for part, _ in parts):
-                return Prediction()
-            return Prediction(sum(part.value * weight for part, weight in parts))
+            parts = [(part.value, weight) for part, weight in parts if not part.is_none]
+            weights = sum(weight for _, weight in parts)
+            return Prediction(sum(value * weight for value, weight in parts) / weights if parts else None)
         confidences = _weighed([(part.confidences, weight) for part, weight in parts])
         probabilities = _weighed([(part.probabilities, weight) for part, weight in parts])
         return Prediction(winner(confidences), probabilities, confidences)
@@ -123,14 +126,10 @@ class Tree:
         """The leaves below a node that the case may come to."""
         if not node.children:
             return [node]
-        reached = []
-        for child in node.children:
-            result = evaluate(predicate_of(child.element), env)
-            if result is not False:
-                reached += self._leaves(child, env)
-            if result is True:
-                break
-        return reached
+        reached = self._candidates(node, env)
+        if reached and evaluate(predicate_of(reached[0].element), env) is True:
+            reached = reached[:1]
+        return [leaf for child in reached for leaf in self._leaves(child, env)]
 
     def _aggregate(self, node, env):
         leaves = self._leaves(node, env)

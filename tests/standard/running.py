@@ -1,0 +1,115 @@
+"""Runs the command on a trial and compares each cell with the evaluator."""
+import csv
+import dataclasses
+import io
+import math
+import os
+import pathlib
+import subprocess
+
+from evaluator import dates
+from evaluator.document import Document
+from evaluator.values import MISSING, NotOfType, read, text_of
+
+COMMAND = os.environ.get("VELTRANE_COMMAND", "build/release/bin/veltrane")
+
+
+@dataclasses.dataclass
+class Difference:
+    """kind is "value", "columns" (others than expected), "refused" and "accepted" of documents, "message" (without the words that
+    it has to have) or "crashed"; a value's row counts from 1."""
+    kind: str
+    expected: str
+    got: str
+    row: int = 0
+    column: str = ""
+
+
+def shown(value):
+    return "missing" if value is MISSING else f"{value.type} {text_of(value)!r}"
+
+
+def columns_of(rows):
+    names = {}
+    for row in rows:
+        names.update(dict.fromkeys(row))
+    return list(names)
+
+
+def run(trial, folder):
+    """The command's exit code, rows by column, and standard error."""
+    folder = pathlib.Path(folder)
+    document, cases = folder / "document.pmml", folder / "cases.csv"
+    document.write_text(trial.text, encoding="utf-8")
+    with open(cases, "w", encoding="utf-8", newline="") as file:
+        names = columns_of(trial.rows)
+        writer = csv.writer(file, lineterminator="\n")
+        writer.writerow(names)
+        writer.writerows([row.get(name, "") for name in names] for row in trial.rows)
+    result = subprocess.run([COMMAND, trial.road, str(document), str(cases), "--missing-columns", "--quiet"],
+                            capture_output=True, timeout=300, check=False)
+    if result.returncode == 2:
+        raise RuntimeError(f"the command is used wrongly: {result.stderr.decode()}")
+    table = list(csv.reader(io.StringIO(result.stdout.decode("utf-8", "replace"), newline="")))
+    return result.returncode, table, result.stderr.decode("utf-8", "replace").strip()
+
+
+def expected(trial):
+    """The columns that the evaluator gives each case."""
+    document = Document(trial.text.encode("utf-8"))
+    return list(getattr(document, trial.road)(trial.rows))
+
+
+def same(value, cell, tolerance, absolute=0.0):
+    """Whether a cell of the output is a value. Booleans may be written as words or as 1 and 0, and counts of days and
+    seconds as numbers or as the moments that they are."""
+    if value is MISSING or value.type == "string":
+        return cell == ("" if value is MISSING else value.data)
+    if value.type == "boolean":
+        return cell in (("true", "1") if value.data else ("false", "0"))
+    if cell == "":
+        return False
+    if value.type in dates.ALL:
+        return _same_moment(value, cell)
+    try:
+        number = float(cell)
+    except ValueError:
+        return False
+    data = float(value.data)
+    return number == data or (tolerance > 0 and math.isclose(number, data, rel_tol=tolerance, abs_tol=absolute))
+
+
+def _same_moment(value, cell):
+    for type_ in (value.type, *dates.MOMENTS):
+        try:
+            written = read(cell, type_)
+            if type_ == value.type:
+                return written.data == value.data
+            return dates.common(written.data, type_, value.data, value.type)[0] == \
+                dates.common(written.data, type_, value.data, value.type)[1]
+        except NotOfType:
+            continue
+    return False
+
+
+def differences(trial, folder):
+    """All Differences of a trial, and how many cells were compared."""
+    code, table, errors = run(trial, folder)
+    if code not in (0, 1, 3):
+        return [Difference("crashed", "an end", f"exit code {code} {errors}")], 1
+    if trial.refused:
+        absent = [word for word in trial.refused if word not in errors]
+        if code != 1:
+            return [Difference("accepted", "refused", f"exit code {code}")], 1
+        return [Difference("message", f"names {absent}", errors)] if absent else [], 1
+    wanted = expected(trial)
+    if code == 1:
+        return [Difference("refused", "read", errors)], 1
+    if len(table) != len(wanted) + 1 or (wanted and table[0] != [name for name, _ in wanted[0]]):
+        return [Difference("columns", f"{len(wanted)} rows of {[name for name, _ in wanted[0]]}",
+                           f"{len(table) - 1} rows of {table[:1]}")], 1
+    found = []
+    for place, (columns, cells) in enumerate(zip(wanted, table[1:]), 1):
+        found += [Difference("value", shown(value), repr(cell), place, name)
+                  for (name, value), cell in zip(columns, cells) if not same(value, cell, trial.tolerance, trial.absolute)]
+    return found, len(wanted) * len(wanted[0])
