@@ -2,10 +2,11 @@
 
 
 class Prediction:
-    """value is a number, a category's text or None; probabilities and confidences go by category."""
+    """value is a number, a category's text or None; probabilities and confidences go by category. share is the part of the case
+    that the prediction speaks for, where others were left without one."""
 
-    def __init__(self, value=None, probabilities=None, confidences=None, entity=None):
-        self.value, self.entity = value, entity
+    def __init__(self, value=None, probabilities=None, confidences=None, entity=None, share=1.0):
+        self.value, self.entity, self.share = value, entity, share
         self.probabilities = probabilities or {}
         self.confidences = confidences or {}
 

@@ -8,7 +8,7 @@ Decision: where that node predicts nothing itself, it is that of the nearest one
 Decision: a node without a score predicts the category with the highest probability, which is the ScoreDistribution's
 probability, else its share of the records.
 Decision: weightedConfidence and aggregateNodes give a regression the mean of the scores, weighed by record counts;
-children without a prediction are left out of it.
+children without a prediction are left out of it, and weigh nothing further up either, as in a classification.
 Decision: aggregateNodes, like weightedConfidence, goes on to all children that aren't false where one is unknown before
 one is true.
 Decision: missingValuePenalty counts the steps on the way to the node that predicts.
@@ -115,9 +115,9 @@ class Tree:
         total = sum(child.records() for child in children)
         parts = [(self._descend(child, env, 0), child.records() / total) for child in children]
         if self._regression:
-            parts = [(part.value, weight) for part, weight in parts if not part.is_none]
-            weights = sum(weight for _, weight in parts)
-            return Prediction(sum(value * weight for value, weight in parts) / weights if parts else None)
+            parts = [(part.value, weight * part.share) for part, weight in parts if not part.is_none]
+            share = sum(weight for _, weight in parts)
+            return Prediction(sum(value * weight for value, weight in parts) / share if parts else None, share=share)
         confidences = _weighed([(part.confidences, weight) for part, weight in parts])
         probabilities = _weighed([(part.probabilities, weight) for part, weight in parts])
         return Prediction(winner(confidences), probabilities, confidences)
