@@ -8,6 +8,9 @@
 /// What the families of byte-string functions share: the piece of a text that counts, and the fixed-width target.
 namespace veltrane::text {
 
+/// The first code that is no longer ASCII.
+constexpr unsigned kAsciiEnd = 0x80;
+
 inline unsigned char Byte(char c) {
     return static_cast<unsigned char>(c);
 }

@@ -1,5 +1,6 @@
 #include "text/conversion/raw_conversion.h"
 
+#include "text/characters/byte_span.h"
 #include "text/conversion/whole_characters.h"
 #include "text/converters/converter_callbacks.h"
 #include "text/converters/converter_clone.h"
@@ -73,7 +74,6 @@ Converted Convert(UConverter* to, UConverter* from, Room<char> target, Text<char
 template <class Target, class Source>
 int CopyAscii(Room<Target> target, Text<Source> source) {
     constexpr int kBlock = 16;
-    constexpr unsigned kAsciiEnd = 0x80;
     using Unsigned = std::make_unsigned_t<Source>;
     const int most = std::min(target.size, source.length);
     int copied = 0;

@@ -1,3 +1,5 @@
+#include "text/characters/byte_span.h"
+
 #include <MCVeltrane_900/SmartTranscoder.h>
 
 #include <xercesc/util/PlatformUtils.hpp>
@@ -14,11 +16,11 @@ namespace MCVeltrane_900 {
 
 namespace {
 
+using veltrane::text::kAsciiEnd;
 using xercesc::XMLTranscoder;
 
 constexpr XMLSize_t kBlock = 4096;
 constexpr XMLSize_t kChunk = 1000;
-constexpr XMLCh kAsciiEnd = 0x80;
 
 constexpr bool IsHighSurrogate(XMLCh unit) {
     return unit >= 0xD800 && unit <= 0xDBFF;

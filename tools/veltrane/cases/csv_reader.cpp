@@ -1,5 +1,6 @@
 #include "cases/csv_reader.h"
 
+#include "files/byte_stream.h"
 #include "files/failure.h"
 
 #include <fmt/format.h>
@@ -14,7 +15,6 @@ extern "C" {
 namespace veltrane::host {
 namespace {
 
-constexpr std::size_t kChunkSize = std::size_t{256} << 10;
 constexpr std::size_t kCellBlockSize = std::size_t{1} << 20;
 constexpr std::size_t kLongestFirstLine = std::size_t{64} << 10;
 

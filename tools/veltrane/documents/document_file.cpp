@@ -7,8 +7,6 @@
 namespace veltrane::host {
 namespace {
 
-constexpr std::size_t kChunkSize = std::size_t{256} << 10;
-
 std::string ReadAll(ByteSource& source) {
     std::string bytes;
     for (std::size_t size = 0;;) {

@@ -11,6 +11,9 @@
 
 namespace veltrane::host {
 
+/// How many bytes are asked for at once.
+constexpr std::size_t kChunkSize = std::size_t{256} << 10;
+
 /// Where the reader of cases takes its bytes from.
 class ByteSource {
 public:

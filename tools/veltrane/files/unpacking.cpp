@@ -1,6 +1,7 @@
 #include "files/unpacking.h"
 
 #include "factory/documents/document_limits.h"
+#include "files/byte_stream.h"
 #include "files/failure.h"
 #include "files/gzip.h"
 #include "files/zstd_frames.h"
@@ -11,8 +12,6 @@
 
 namespace veltrane::host {
 namespace {
-
-constexpr std::size_t kChunkSize = std::size_t{256} << 10;
 
 /// The first bytes of a packed file.
 struct Signature {
