@@ -2,10 +2,12 @@
 
 #include "diagnostics/raise.h"
 #include "translators/apply/function_rules.h"
+#include "translators/frame/document_text.h"
 #include "translators/frame/element_walk.h"
 
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/PMMLModelTags.h>
+#include <MCVeltrane_900/PMMLTranslator.h>
 #include <MCVeltrane_900/VTException.h>
 
 #include <xercesc/dom/DOMElement.hpp>
@@ -242,3 +244,29 @@ void ApplyReader::AddArgument(const std::string& name, int kind, TransformFuncti
 }
 
 } // namespace veltrane::translators
+
+namespace MCVeltrane_900 {
+
+using namespace veltrane::translators;
+
+FunctionTree* PMMLTranslator::HandleApply(xercesc::DOMElement* apply, const ScoreDictVar* target, FunctionTree* parent,
+                                          const ScoreDictionary* dictionary, const ScoreDictionary* derived) {
+    ApplyReader reader(*this, DocumentText(*this, &PMMLTranslator::ToString), {target, dictionary, derived},
+                       fNodeCounter, fApplyDepth);
+    return reader.Read(apply, parent);
+}
+
+void PMMLTranslator::SetLeafNodeStats(const std::string& field, FunctionTree* node, int index, bool isConst,
+                                      ScoreValue* fieldMissing) {
+    std::shared_ptr<ScoreValue> missing(fieldMissing);
+    ApplyNodeStats stats;
+    stats.SetNodeID(std::to_string(fNodeCounter++));
+    stats.SetParameterName(field);
+    stats.SetConstNode(isConst);
+    if (missing != nullptr) {
+        stats.SetFieldrefRecodeMissValueTo(missing.get());
+    }
+    InsertLeaf(*node, stats, index, std::move(missing));
+}
+
+} // namespace MCVeltrane_900
