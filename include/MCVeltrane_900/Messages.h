@@ -10,7 +10,7 @@ namespace MCVeltrane_900 {
 /// The messages of the catalogue by name. The number of each is what VTException::GetErrorCode gives, and what
 /// PutErrorMessage takes.
 enum class Message : int {
-#define VELTRANE_MESSAGE(id, name, pattern) name = id,
+#define VELTRANE_MESSAGE(id, name, pattern) name = id, // NOLINT(bugprone-macro-parentheses): an enumerator
 #include <MCVeltrane_900/Messages.def>
 #undef VELTRANE_MESSAGE
 };
