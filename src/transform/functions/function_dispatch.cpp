@@ -30,6 +30,7 @@ double OverArray(double* numbers, std::size_t count) {
 }
 
 // One for each way in which the table has arguments reach a function.
+// NOLINTBEGIN(bugprone-macro-parentheses): each argument is an initializer of its own
 #define VELTRANE_DISPATCH_FOLD(function)                                                                               \
     { .evaluate = EvaluateFold, .steps = PlanSteps::CALL, .fold = Folded<function> }
 #define VELTRANE_DISPATCH_ACCUMULATE(function)                                                                         \
@@ -50,6 +51,7 @@ double OverArray(double* numbers, std::size_t count) {
     { .evaluate = EvaluateMissing, .steps = PlanSteps::MISSING_TEST, .answer = wanted }
 #define VELTRANE_DISPATCH_RULE(function, planned)                                                                      \
     { .evaluate = function, .steps = PlanSteps::planned }
+// NOLINTEND(bugprone-macro-parentheses)
 
 /// The functions in the order of the table, and what stands for a number that is none.
 constexpr std::array<FunctionDispatch, kFunctionCount + 1> kDispatch{{
