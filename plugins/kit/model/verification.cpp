@@ -1,5 +1,6 @@
 #include "kit/model/verification.h"
 
+#include "kit/document/meaningless.h"
 #include "kit/document/raise.h"
 
 #include <MCVeltrane_900/ModelFactory.h>
@@ -174,7 +175,11 @@ std::optional<Verification> ReadVerification(std::istream& in, const std::vector
     }
     const DocumentText text(encoding);
     const Element model = FindModel(Element(document->getDocumentElement(), text), names);
-    return model ? ReadVerification(model) : std::nullopt;
+    if (!model) {
+        return std::nullopt;
+    }
+    DropMeaningless(model);
+    return ReadVerification(model);
 }
 
 } // namespace veltrane_kit

@@ -1,0 +1,20 @@
+#ifndef VELTRANE_PLUGINS_KIT_MEANINGLESS_H
+#define VELTRANE_PLUGINS_KIT_MEANINGLESS_H
+
+#include "kit/document/element.h"
+
+namespace veltrane_kit {
+
+/// Takes out of a document what says nothing about its model: every Extension with all that it holds, comments and
+/// processing instructions. Texts that were parted by them are joined, sections of CDATA become text, and the content
+/// of an entity stands where it was referred to, so that readers of children and of texts find nothing but what counts.
+///
+/// Two kinds of Extension stay, since there is no other place for what they hold: those of a BayesInputs, in which
+/// producers put continuous inputs before version 4.2, and the arrays of imputeCatFieldMissingAgainstConTarget.
+///
+/// Linear in the size of the document, and no recursion over it.
+void DropMeaningless(const Element& root);
+
+} // namespace veltrane_kit
+
+#endif
