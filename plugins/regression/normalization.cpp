@@ -40,15 +40,37 @@ bool Softmax(std::vector<double>& sums) {
     return ShareOut(sums);
 }
 
-bool Link(Normalization method, bool isOrdinal, std::vector<double>& sums) {
+/// The links of an ordinal target go up from category to category: one that falls adds nothing. Sums without a link
+/// are taken as they are.
+void LinkOrdinal(Normalization method, std::vector<double>& sums) {
     double before = 0.0;
     for (std::size_t i = 0; i + 1 < sums.size(); ++i) {
-        const double linked = InverseLink(method, sums[i]);
-        sums[i] = isOrdinal ? linked - before : linked;
-        before = isOrdinal ? linked : before + linked;
+        const double linked = method == Normalization::NONE ? sums[i] : std::max(InverseLink(method, sums[i]), before);
+        sums[i] = linked - before;
+        before = linked;
+    }
+    sums.back() = 1.0 - before;
+}
+
+/// The last category has the rest. Where the others leave none, they share the whole out.
+bool Link(Normalization method, std::vector<double>& sums) {
+    double before = 0.0;
+    for (std::size_t i = 0; i + 1 < sums.size(); ++i) {
+        sums[i] = InverseLink(method, sums[i]);
+        before += sums[i];
+    }
+    if (method != Normalization::NONE && before > 1.0) {
+        sums.back() = 0.0;
+        return ShareOut(sums);
     }
     sums.back() = 1.0 - before;
     return std::isfinite(before);
+}
+
+/// Of two categories the first one's sum is its probability, held within 0 and 1.
+void BoundTwo(std::vector<double>& sums) {
+    sums.front() = std::clamp(sums.front(), 0.0, 1.0);
+    sums.back() = 1.0 - sums.front();
 }
 
 } // namespace
@@ -83,8 +105,17 @@ bool Normalize(Normalization method, bool isOrdinal, std::vector<double>& sums) 
     case Normalization::SIMPLEMAX:
         return ShareOut(sums);
     default:
-        return Link(method, isOrdinal, sums);
+        break;
     }
+    if (method == Normalization::NONE && sums.size() == 2) {
+        BoundTwo(sums);
+        return true;
+    }
+    if (isOrdinal) {
+        LinkOrdinal(method, sums);
+        return true;
+    }
+    return Link(method, sums);
 }
 
 } // namespace veltrane_regression

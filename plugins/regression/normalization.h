@@ -23,10 +23,11 @@ double InverseLink(Normalization method, double y);
 ///
 /// Softmax and simplemax share out the exponentials, or the sums themselves. With every other method the inverse link
 /// gives each category but the last its probability, or, for an ordinal target, the probability of it and all before;
-/// the last category has the rest.
+/// the last category has the rest, which is never negative but for more than two categories without any link. Of two
+/// categories without a link the first one's sum is held within 0 and 1.
 /// @param sums      one for each category, in the target's order where that is ordinal
 /// @param isOrdinal whether the links are cumulative
-/// @return false when there are no probabilities: a sum that is no number, or simplemax of sums that add up to 0
+/// @return false when there are no probabilities: a sum that isn't finite, or simplemax of sums that add up to 0
 bool Normalize(Normalization method, bool isOrdinal, std::vector<double>& sums);
 
 } // namespace veltrane_regression

@@ -104,6 +104,8 @@ bool RegressionModel::Predict(const Inputs& inputs, Prediction& prediction) {
     if (!Normalize(fNormalization, fIsOrdinal, fSums)) {
         return false;
     }
+    // A category without a table has no share.
+    prediction.probabilities.assign(prediction.probabilities.size(), 0.0);
     for (std::size_t i = 0; i < fTables.size(); ++i) {
         prediction.probabilities[static_cast<std::size_t>(fTables[i].category)] = fSums[i];
     }
@@ -117,7 +119,8 @@ bool RegressionModel::PredictNumber(const Inputs& inputs, Prediction& prediction
         prediction.lacking = fTables.front().table.LackingSlot(inputs);
         return false;
     }
-    prediction.number = InverseLink(fNormalization, sum);
+    // A link could make a finite number of an infinite sum, or of the NaN of two that go against each other.
+    prediction.number = std::isfinite(sum) ? InverseLink(fNormalization, sum) : sum;
     return std::isfinite(prediction.number);
 }
 

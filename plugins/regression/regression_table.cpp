@@ -19,6 +19,8 @@ using veltrane_kit::Raise;
 
 namespace {
 
+constexpr const XMLCh* kMapMissingTo = u"mapMissingTo";
+
 /// The attribute that names the field of a predictor: newer documents have another name for it.
 const XMLCh* FieldAttribute(const Element& predictor) {
     return !predictor.Has(u"name") && predictor.Has(u"field") ? u"field" : u"name";
@@ -30,6 +32,15 @@ int RequireNumericSlot(const Element& element, const XMLCh* attribute, Inputs& i
         Raise<Message::REQUIRES_NUMERIC>(inputs.Var(slot).GetName());
     }
     return slot;
+}
+
+/// The power of a predictor, a whole number, be it written as 2 or as 2.0.
+double ReadExponent(const Element& predictor) {
+    const double exponent = predictor.NumberOr(u"exponent", 1.0);
+    if (exponent != std::floor(exponent)) {
+        predictor.RaiseInvalid(u"exponent");
+    }
+    return exponent;
 }
 
 } // namespace
@@ -62,7 +73,7 @@ RegressionTable::RegressionTable(const Element& element, Inputs& inputs) : fInte
 
 void RegressionTable::ReadNumeric(const Element& element, Inputs& inputs, Known& known) {
     const NumericPredictor predictor{RequireNumericSlot(element, FieldAttribute(element), inputs),
-                                     element.NumberOr(u"exponent", 1.0), element.Number(u"coefficient")};
+                                     ReadExponent(element), element.Number(u"coefficient")};
     if (!known.numeric.insert({predictor.slot, predictor.exponent}).second) {
         Raise<Message::DUPLICATE_DEFINITION>(element.Tag(), inputs.Var(predictor.slot).GetName(), "RegressionTable");
     }
@@ -81,12 +92,14 @@ void RegressionTable::ReadTerm(const Element& element, Inputs& inputs) {
     Term term{element.Number(u"coefficient"), {}};
     for (const Element child : element.Children()) {
         if (child.Is(u"FieldRef")) {
-            term.slots.push_back(RequireNumericSlot(child, u"field", inputs));
+            const int slot = RequireNumericSlot(child, u"field", inputs);
+            term.factors.push_back(
+                {slot, child.Has(kMapMissingTo) ? std::optional(child.Number(kMapMissingTo)) : std::nullopt});
         } else if (!child.Is(u"Extension")) {
             child.RaiseMisplaced();
         }
     }
-    if (term.slots.empty()) {
+    if (term.factors.empty()) {
         Raise<Message::MISSING_NODE_IN>("FieldRef", element.Tag());
     }
     fTerms.push_back(std::move(term));
@@ -123,9 +136,9 @@ int RegressionTable::LackingSlot(const Inputs& inputs) const {
         }
     }
     for (const Term& term : fTerms) {
-        for (const int slot : term.slots) {
-            if (inputs[slot].IsMissing()) {
-                return slot;
+        for (const Factor& factor : term.factors) {
+            if (inputs[factor.slot].IsMissing() && !factor.ifMissing) {
+                return factor.slot;
             }
         }
     }
@@ -140,11 +153,15 @@ void RegressionTable::Display(std::ostream& out) const {
 bool RegressionTable::AddTerms(const Inputs& inputs, double& sum) const {
     for (const Term& term : fTerms) {
         double product = term.coefficient;
-        for (const int slot : term.slots) {
-            if (inputs[slot].IsMissing()) {
+        for (const Factor& factor : term.factors) {
+            const FieldValue& x = inputs[factor.slot];
+            if (!x.IsMissing()) {
+                product *= x.number;
+            } else if (factor.ifMissing) {
+                product *= *factor.ifMissing;
+            } else {
                 return false;
             }
-            product *= inputs[slot].number;
         }
         sum += product;
     }

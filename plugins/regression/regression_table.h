@@ -5,6 +5,7 @@
 #include "kit/inputs/inputs.h"
 
 #include <iosfwd>
+#include <optional>
 #include <vector>
 
 namespace veltrane_regression {
@@ -21,7 +22,7 @@ public:
     RegressionTable(const veltrane_kit::Element& element, veltrane_kit::Inputs& inputs);
 
     /// The sum for a case. A missing category adds nothing.
-    /// @return false when a number that the sum needs is missing
+    /// @return false when a number that the sum needs is missing and nothing stands in for it
     bool Sum(const veltrane_kit::Inputs& inputs, double& sum) const;
 
     /// The slot of the first missing number that the sum needs; kNoSlot when none is missing.
@@ -45,9 +46,13 @@ private:
         int slot;
         std::vector<Coefficient> coefficients;
     };
+    struct Factor {
+        int slot;
+        std::optional<double> ifMissing; ///< what stands in for a missing value
+    };
     struct Term {
         double coefficient;
-        std::vector<int> slots;
+        std::vector<Factor> factors;
     };
 
     /// What was read already, while a table is read.

@@ -32,7 +32,7 @@ struct NodeScore {
 
     double number = veltrane_kit::Prediction::kNone; ///< of a regression
     double recordCount = veltrane_kit::Prediction::kNone;
-    std::int32_t category = kNone; ///< of a classification; none where the shares decide
+    std::int32_t category = kNone; ///< of a classification; the winner of the shares where no score is told
     std::int32_t firstShare = 0;
     std::int32_t shareCount = 0;
     std::int32_t defaultChild = kNone; ///< a node
@@ -47,7 +47,23 @@ struct Tree {
     std::vector<Share> shares;
     std::vector<std::string> ids;
     Conditions conditions;
+    /// By node, the nearest one from there up that predicts something; none where there is none. Empty where each does.
+    std::vector<std::int32_t> lastPredicting;
     bool hasConfidences = false; ///< whether a share tells a confidence apart from its probability
+
+    bool Predicts(int node) const {
+        const NodeScore& score = scores[static_cast<std::size_t>(node)];
+        return score.category != NodeScore::kNone || score.number != veltrane_kit::Prediction::kNone;
+    }
+
+    /// The node whose prediction a case has got that has come to a node.
+    /// @return NodeScore::kNone when no node on the way predicts anything
+    int LastPredicting(int node) const {
+        return lastPredicting.empty() ? node : lastPredicting[static_cast<std::size_t>(node)];
+    }
+
+    /// Finds out where each node has its last prediction from.
+    void SetLastPredicting();
 
     /// The memory that is taken, in bytes.
     std::size_t Bytes() const;

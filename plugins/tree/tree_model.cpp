@@ -59,6 +59,9 @@ TreeModel::TreeModel(const Element& element, ModelParts& parts, MCVeltrane_900::
     const bool weighs = fStrategy == MissingStrategy::WEIGHTED_CONFIDENCE ||
                         (fStrategy == MissingStrategy::AGGREGATE_NODES && !parts.IsClassification());
     TreeReader(fTree, parts, translator, {weighs}).Read(element.RequireChild(u"Node"));
+    if (fAnswersFromLast || fStrategy == MissingStrategy::LAST_PREDICTION) {
+        fTree.SetLastPredicting();
+    }
 }
 
 bool TreeModel::Predict(const Inputs& inputs, Prediction& prediction) {
@@ -73,10 +76,12 @@ bool TreeModel::Predict(const Inputs& inputs, Prediction& prediction) {
 
 /// The first child whose condition holds; kNoNode when none does, kUndecided when one that comes first can't be
 /// decided.
+/// @param usedSurrogate set to whether the condition of the child that is found needed a surrogate
 int TreeModel::FindChild(const Node& node, const Inputs& inputs, bool& usedSurrogate) const {
     const bool isDecided = fStrategy == MissingStrategy::NONE;
     for (int child = node.firstChild; child < node.firstChild + node.childCount; ++child) {
         const Condition& condition = fTree.nodes[static_cast<std::size_t>(child)].condition;
+        usedSurrogate = false;
         const Truth truth = fTree.conditions.Decide(condition, inputs, usedSurrogate);
         if (truth == Truth::YES) {
             return child;
@@ -94,11 +99,11 @@ bool TreeModel::GoOn(int node, const Inputs& inputs, Prediction& prediction) {
         bool isPenalized = false;
         int next = FindChild(fTree.nodes[static_cast<std::size_t>(node)], inputs, isPenalized);
         if (next == kNoNode) {
-            return fAnswersFromLast ? Answer(node, penalties, prediction) : EndAt(node, inputs, prediction);
+            return (fAnswersFromLast && AnswerFromLast(node, penalties, prediction)) || EndAt(node, inputs, prediction);
         }
         if (next == kUndecided) {
             if (fStrategy == MissingStrategy::LAST_PREDICTION) {
-                return Answer(node, penalties, prediction);
+                return AnswerFromLast(node, penalties, prediction) || EndAt(node, inputs, prediction);
             }
             if (fStrategy != MissingStrategy::DEFAULT_CHILD) {
                 const bool answers = fStrategy != MissingStrategy::NULL_PREDICTION &&
@@ -117,6 +122,12 @@ bool TreeModel::GoOn(int node, const Inputs& inputs, Prediction& prediction) {
     return Answer(node, penalties, prediction);
 }
 
+/// The prediction that a case has got on its way to a node.
+bool TreeModel::AnswerFromLast(int node, int penalties, Prediction& prediction) {
+    const int last = fTree.LastPredicting(node);
+    return last != NodeScore::kNone && Answer(last, penalties, prediction);
+}
+
 /// Ends the way of a case at a node, without a prediction, with the first value that would have decided the next step.
 /// @return false
 bool TreeModel::EndAt(int node, const Inputs& inputs, Prediction& prediction) const {
@@ -133,7 +144,7 @@ double TreeModel::PenaltyOf(int penalties) const {
 }
 
 /// The prediction of one node.
-/// @param penalties the steps on the way to it that needed a surrogate or a default child
+/// @param penalties the steps on the case's way that needed a surrogate or a default child
 /// @return false for a node that predicts nothing
 bool TreeModel::Answer(int node, int penalties, Prediction& prediction) {
     const NodeScore& score = fTree.scores[static_cast<std::size_t>(node)];
@@ -165,9 +176,6 @@ bool TreeModel::AnswerCategory(const NodeScore& score, int penalties, Prediction
         }
     }
     prediction.category = score.category;
-    if (score.category == NodeScore::kNone) {
-        prediction.TakeMostProbable();
-    }
     return prediction.category != Prediction::kNoCategory;
 }
 
@@ -225,8 +233,8 @@ void TreeModel::Add(int node, double weight, const Inputs& inputs, Prediction& p
             return;
         }
         if (next == kNoNode) {
-            if (fAnswersFromLast) {
-                AddNode(fTree.scores[static_cast<std::size_t>(node)], weight, prediction, sums);
+            if (const int last = fTree.LastPredicting(node); fAnswersFromLast && last != NodeScore::kNone) {
+                AddNode(fTree.scores[static_cast<std::size_t>(last)], weight, prediction, sums);
             }
             return;
         }
@@ -303,13 +311,29 @@ void TreeModel::DisplayModel(std::ostream& out) const {
     out << "nodes: " << fTree.nodes.size() << ", bytes: " << fTree.Bytes() << "\n";
 }
 
+/// Children stand behind their parent, so one pass from the root does.
+void Tree::SetLastPredicting() {
+    lastPredicting.assign(nodes.size(), NodeScore::kNone);
+    bool predictsEach = true;
+    lastPredicting.front() = Predicts(0) ? 0 : NodeScore::kNone;
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        for (int child = nodes[i].firstChild; child < nodes[i].firstChild + nodes[i].childCount; ++child) {
+            lastPredicting[static_cast<std::size_t>(child)] = Predicts(child) ? child : lastPredicting[i];
+        }
+        predictsEach = predictsEach && lastPredicting[i] == static_cast<std::int32_t>(i);
+    }
+    if (predictsEach) {
+        lastPredicting = {};
+    }
+}
+
 std::size_t Tree::Bytes() const {
     std::size_t texts = ids.capacity() * sizeof(std::string);
     for (const std::string& id : ids) {
         texts += id.capacity() > std::string().capacity() ? id.capacity() + 1 : 0;
     }
-    return nodes.capacity() * sizeof(Node) + scores.capacity() * sizeof(NodeScore) + shares.capacity() * sizeof(Share) +
-           texts + conditions.Bytes();
+    return lastPredicting.capacity() * sizeof(std::int32_t) + nodes.capacity() * sizeof(Node) +
+           scores.capacity() * sizeof(NodeScore) + shares.capacity() * sizeof(Share) + texts + conditions.Bytes();
 }
 
 } // namespace veltrane_tree

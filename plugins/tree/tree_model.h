@@ -44,6 +44,7 @@ private:
 
     int FindChild(const Node& node, const veltrane_kit::Inputs& inputs, bool& usedSurrogate) const;
     bool GoOn(int node, const veltrane_kit::Inputs& inputs, veltrane_kit::Prediction& prediction);
+    bool AnswerFromLast(int node, int penalties, veltrane_kit::Prediction& prediction);
     bool EndAt(int node, const veltrane_kit::Inputs& inputs, veltrane_kit::Prediction& prediction) const;
     bool Answer(int node, int penalties, veltrane_kit::Prediction& prediction);
     bool AnswerCategory(const NodeScore& score, int penalties, veltrane_kit::Prediction& prediction) const;

@@ -113,6 +113,9 @@ void TreeReader::ReadShares(const Element& element, int count, NodeScore& score)
         }
     }
     CompleteProbabilities(score);
+    if (score.category == NodeScore::kNone) {
+        score.category = WinnerOf(score);
+    }
 }
 
 void TreeReader::ReadShare(const Element& element, const NodeScore& score) {
@@ -148,6 +151,21 @@ void TreeReader::CompleteProbabilities(const NodeScore& score) {
             share->probability = share->recordCount / records;
         }
     }
+}
+
+/// The category that a node predicts which tells no score: the most probable one, among equally probable ones that with
+/// the most records, and the first among those. None where no share has a probability.
+std::int32_t TreeReader::WinnerOf(const NodeScore& score) const {
+    const Share* best = nullptr;
+    const Share* share = fTree.shares.data() + score.firstShare;
+    for (const Share* const end = share + score.shareCount; share != end; ++share) {
+        const bool isHigher = best == nullptr || share->probability > best->probability ||
+                              (share->probability == best->probability && share->recordCount > best->recordCount);
+        if (share->probability != Prediction::kNone && isHigher) {
+            best = share;
+        }
+    }
+    return best == nullptr ? NodeScore::kNone : best->category;
 }
 
 /// Where missing values are weighed by records, a node that doesn't tell its own has those of its categories.

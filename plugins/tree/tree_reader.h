@@ -44,6 +44,7 @@ private:
     void ReadShares(const veltrane_kit::Element& element, int count, NodeScore& score);
     void ReadShare(const veltrane_kit::Element& element, const NodeScore& score);
     void CompleteProbabilities(const NodeScore& score);
+    std::int32_t WinnerOf(const NodeScore& score) const;
     void ReadChildren(const veltrane_kit::Element& element, std::size_t index, int count);
     void RequireRecordCount(const veltrane_kit::Element& element, NodeScore& score) const;
 

@@ -93,7 +93,7 @@ METHODS = ["none", "simplemax", "softmax", "logit", "probit", "cloglog", "loglog
 
 # Sums of the tables: three of them, so that the last category is not only the rest of one other.
 SUMS = [("0", "0.5", "1"), ("-2.25", "-0.5", "0.75"), ("0.125", "0.25", "3"), ("-6", "-5.5", "4"), ("1.5", "2", "0"),
-        ("-30", "0.0625", "2"), ("0.2", "0.3", "0.5")]
+        ("-30", "0.0625", "2"), ("0.2", "0.3", "0.5"), ("0.75", "-1.25", "0"), ("-3", "-2.5", "9")]
 
 
 def categorical(method, sums):
@@ -103,6 +103,8 @@ def categorical(method, sums):
     if method == "simplemax":
         return [y / sum(sums) for y in sums] if sum(sums) != 0 else None
     p = [LINKS[method](y) for y in sums[:-1]]
+    if method != "none" and sum(p) > 1:  # nothing is left for the last one
+        return [q / sum(p) for q in p] + [mpf(0)]
     return p + [1 - sum(p)]
 
 
@@ -110,6 +112,8 @@ def ordinal(method, sums):
     if method in ("softmax", "simplemax"):
         return categorical(method, sums)
     cumulative = [LINKS[method](y) for y in sums[:-1]] + [mpf(1)]
+    if method != "none":  # they never fall
+        cumulative = [max(cumulative[:place + 1]) for place in range(len(cumulative))]
     return [c - b for c, b in zip(cumulative, [mpf(0)] + cumulative)]
 
 

@@ -83,6 +83,11 @@ CLASSIFICATIONS = [
     ("none of two", classes({"A": 0.25, "B": 0}, ""), [({}, {"k": "B", "pA": 0.25, "pB": 0.75})]),
     ("none of three", classes({"A": 0.25, "B": 0.125, "C": 0}, ""), [({}, {"k": "C", "pA": 0.25, "pB": 0.125, "pC": 0.625})]),
     ("logit of two", classes({"A": 0, "B": 9}, 'normalizationMethod="logit"'), [({}, {"k": "A", "pA": 0.5, "pB": 0.5})]),
+    ("cauchit of three", classes({"A": 0, "B": -1, "C": 9}, 'normalizationMethod="cauchit"'), [({}, {"k": "A", "pA": 0.5, "pB": 0.25, "pC": 0.25})]),
+    ("cauchit of three without a rest", classes({"A": 1, "B": 0, "C": 9}, 'normalizationMethod="cauchit"'),
+     [({}, {"k": "A", "pA": 0.6, "pB": 0.4, "pC": 0.0})]),
+    ("ordinal that falls", classes({"A": 1, "B": 0, "C": 0}, 'normalizationMethod="cauchit"', "ordinal"),
+     [({}, {"k": "A", "pA": 0.75, "pB": 0.0, "pC": 0.25})]),
     ("ordinal", classes({"A": 0, "B": 1, "C": 0}, 'normalizationMethod="cauchit"', "ordinal"),
      [({}, {"k": "A", "pA": 0.5, "pB": 0.25, "pC": 0.25})]),
     ("prior of a case without prediction", classes({"A": "1", "B": "-1"}, 'normalizationMethod="simplemax"', more=(
@@ -178,6 +183,9 @@ TREES = [
     ("surrogate", chosen(compound("surrogate", UNKNOWN, simple("x", "lessThan", 0), FALSE)),
      [({"c": "u", "x": "1"}, {"k": "A"}), ({"x": "-1"}, {"k": "A"}), ({"x": "1"}, {"k": "B"}), ({}, {"k": "B"})]),
     ("missing test", chosen(simple("c", "isMissing")), [({}, {"k": "A"}), ({"c": "u"}, {"k": "B"})]),
+    ("winner of equal probabilities", tree("", node(
+        '<ScoreDistribution value="A" recordCount="2" probability="0.5"/><ScoreDistribution value="B" recordCount="5" probability="0.5"/>')),
+     [({}, {"k": "B", "pA": 0.5})]),
     ("set", chosen(SET), [({"c": "v"}, {"k": "A"}), ({"c": "u"}, {"k": "B"}), ({}, {"k": "B"})]),
     ("regression", tree("", node(node("", simple("x", "lessThan", 0), 'score="-1.5"') + node("", "<True/>", 'score="2"')),
                         "regression", "y"), [({"x": "-1"}, {"y": -1.5}), ({"x": "1"}, {"y": 2.0})]),

@@ -5,6 +5,7 @@
 #include <MCVeltrane_900/VersionInfo.h>
 
 #include <algorithm>
+#include <cmath>
 #include <ostream>
 #include <stdexcept>
 #include <typeinfo>
@@ -123,7 +124,7 @@ bool Model::PredictCase(const ScoreCaseRecord& record) {
         return false;
     }
     fPrediction.number = fTarget->Adjust(fPrediction.number);
-    return true;
+    return std::isfinite(fPrediction.number);
 }
 
 void Model::Report(ScoreResult& result) {

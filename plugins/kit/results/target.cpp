@@ -22,6 +22,12 @@ std::optional<double> ReadOptional(const Element& element, const XMLCh* name) {
     return element.Has(name) ? std::optional<double>(element.Number(name)) : std::nullopt;
 }
 
+/// The nearest whole number, of two that are equally near the larger one.
+double RoundUp(double number) {
+    const double below = std::floor(number);
+    return number - below < 0.5 ? below : below + 1.0;
+}
+
 /// The name of the variable while its Target is read.
 constexpr const char* kOwnName = "target";
 
@@ -153,7 +159,7 @@ double Target::Adjust(double number) const {
     number = number * fFactor + fConstant;
     switch (fCast) {
     case Cast::ROUND:
-        return std::round(number);
+        return RoundUp(number);
     case Cast::CEILING:
         return std::ceil(number);
     case Cast::FLOOR:

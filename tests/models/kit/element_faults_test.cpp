@@ -171,6 +171,8 @@ constexpr FaultyChange kTableFaults[] = {
      "<NumericPredictor name='x' exponent='2' coefficient='1'/><CategoricalPredictor",
      Failure(DUPLICATE_DEFINITION, "NumericPredictor", "x", "RegressionTable")},
     {"ExponentEmpty", "exponent='2'", "exponent=''", Failure(NULL_ATTRIBUTE, "exponent", "NumericPredictor")},
+    {"ExponentBroken", "exponent='2'", "exponent='1.5'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "1.5", "exponent", "NumericPredictor")},
     {"ExponentWrong", "exponent='2'", "exponent='two'",
      Failure(INVALID_ATTRIBUTE_VALUE_IN, "two", "exponent", "NumericPredictor")},
     {"NumericCoefficientMissing", " coefficient='3'", "",

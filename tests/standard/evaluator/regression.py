@@ -5,13 +5,15 @@ tables give cumulative probabilities through the link; of others the last table 
 
 Decision: with two categories each link gives the first one's probability and the second takes the rest; without a link
 the first one's is bounded to 0 and 1.
+Decision: with a link and more than two categories the last one has the rest; where the others leave none, they share the
+whole out. Of an ordinal target a link that falls adds nothing.
 Decision: a sum or a probability that isn't finite is no prediction, in every mining function.
 """
 import math
 from . import distributions
 from .prediction import Prediction, winner
 from .tables import same_as_text
-from .values import MISSING, Unsupported, constant, number
+from .values import MISSING, constant, number
 
 
 def _power(base, exponent):
@@ -105,10 +107,16 @@ def _nominal(sums, method):
         return [first, 1 - first]
     if method == "none":
         return [*sums[:-1], 1 - math.fsum(sums[:-1])]
-    raise Unsupported(f"{method} of {len(sums)} categories")
+    linked = [LINKS[method](each) for each in sums[:-1]]
+    total = math.fsum(linked)
+    return [*(each / max(total, 1.0) for each in linked), max(1 - total, 0.0)]
 
 
 def _ordinal(sums, method):
     """Cumulative probabilities as those of single categories; the last one is certain."""
+    if method == "none" and len(sums) == 2:
+        return _nominal(sums, method)
     cumulative = [*(LINKS[method](each) for each in sums[:-1]), 1.0]
+    if method != "none":
+        cumulative = [max(cumulative[:place + 1]) for place in range(len(cumulative))]
     return [each - before for before, each in zip([0.0, *cumulative], cumulative)]

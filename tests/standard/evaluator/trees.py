@@ -11,7 +11,9 @@ Decision: weightedConfidence and aggregateNodes give a regression the mean of th
 children without a prediction are left out of it, and weigh nothing further up either, as in a classification.
 Decision: aggregateNodes, like weightedConfidence, goes on to all children that aren't false where one is unknown before
 one is true.
-Decision: missingValuePenalty counts the steps on the way to the node that predicts.
+Decision: leaves without records have no prediction together.
+Decision: missingValuePenalty counts the steps on the case's way, also where a node further up predicts.
+Decision: of equally probable categories the one with the most records wins, and the first in the node among those.
 """
 from .predicates import evaluate, predicate_of, uses_surrogate
 from .prediction import Prediction, winner
@@ -105,7 +107,8 @@ class Tree:
             return Prediction(None if score is None else float(number_of(score)), entity=node.entity())
         probabilities = node.probabilities()
         confidences = {category: share * penalty for category, share in node.confidences().items()}
-        return Prediction(winner(probabilities) if score is None else score, probabilities, confidences, node.entity())
+        most = {category: (share, node.counts()[category]) for category, share in probabilities.items()}
+        return Prediction(winner(most) if score is None else score, probabilities, confidences, node.entity())
 
     def _candidates(self, node, env):
         return [child for child in node.children if evaluate(predicate_of(child.element), env) is not False]
@@ -135,9 +138,13 @@ class Tree:
         leaves = self._leaves(node, env)
         if self._regression:
             total = sum(leaf.records() for leaf in leaves)
+            if total == 0:
+                return Prediction()
             return Prediction(sum(float(leaf.element.get("score")) * leaf.records() for leaf in leaves) / total)
         counts = _weighed([(leaf.counts(), 1) for leaf in leaves])
         total = sum(counts.values())
+        if total == 0:
+            return Prediction()
         shares = {category: count / total for category, count in counts.items()}
         return Prediction(winner(shares), shares, shares)
 

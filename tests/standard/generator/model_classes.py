@@ -126,6 +126,17 @@ def classification(method, categories, optype="categorical", hole=0.0):
     return make
 
 
+def unsorted(method):
+    """An ordinal target whose links rise and fall."""
+    def make(draw, _road, count):
+        shown = [output(f"p_{each}", "probability", value=each, dataType="double") for each in COLORS]
+        tables = [tag("RegressionTable", tag("NumericPredictor", name="a", coefficient=draw.coefficient() / 256), intercept=draw.random(),
+                      targetCategory=each) for each in COLORS]
+        model = regression_model(["a"], shown, tables, "k", functionName="classification", normalizationMethod=method)
+        return trial([data_field("a"), color("k", "ordinal")], model, rows_of(draw, count, a="number"), 1e-9)
+    return make
+
+
 def bounded(draw, _road, count):
     """Without a link, of two categories, sums far beyond 0 and 1."""
     tables = [tag("RegressionTable", tag("NumericPredictor", name="a", coefficient="1"), intercept="0.5", targetCategory="red"),
@@ -239,6 +250,8 @@ SCORED = {
     **{f"schema.{name}": make for name, make in SCHEMAS.items()},
     **{f"classification.{method}": classification(method, COLORS) for method in ("softmax", "simplemax", "none")},
     **{f"classification.two-{method}": classification(method, COLORS[:2]) for method in ("softmax", "simplemax", *LINKS[1:])},
+    **{f"classification.three-{method}": classification(method, COLORS) for method in LINKS[1:]},
+    **{f"classification.unsorted-{method}": unsorted(method) for method in LINKS[1:]},
     **{f"classification.ordinal-{method}": classification(method, COLORS, "ordinal") for method in LINKS[1:]},
     "classification.missing": classification("softmax", COLORS, hole=0.3), "classification.two-none-bounded": bounded,
     "targets.min-max": targets(min="-50", max="75.5"), "targets.rescale": targets(rescaleFactor="0.5", rescaleConstant="-3"),
