@@ -29,11 +29,8 @@ constexpr int kDeepest = 12;
 constexpr int kFieldCount = 4;
 constexpr int kCaseCount = 3;
 
-/// What one node says in the document, and its value in each case by direct calls.
-struct Node {
-    std::string xml;
-    std::array<double, kCaseCount> values;
-};
+/// The value of a node in each case, by direct calls.
+using Values = std::array<double, kCaseCount>;
 
 using Arguments = std::vector<double>;
 
@@ -155,48 +152,55 @@ double FieldValue(int row, int field) {
     return kValues[row][field];
 }
 
-std::array<double, kCaseCount> FieldValues(int field) {
-    std::array<double, kCaseCount> values{};
+Values FieldValues(int field) {
+    Values values{};
     for (int row = 0; row < kCaseCount; ++row) {
         values[static_cast<std::size_t>(row)] = FieldValue(row, field);
     }
     return values;
 }
 
-Node MakeLeaf(Bytes& bytes) {
+Values MakeLeaf(Bytes& bytes, std::string& xml) {
     const int choice = bytes.Take();
+    char text[64];
     if (choice < 128) {
         const int field = choice % kFieldCount;
-        return {"<FieldRef field=\"x" + std::to_string(field) + "\"/>", FieldValues(field)};
+        std::snprintf(text, sizeof text, "<FieldRef field=\"x%d\"/>", field);
+        xml += text;
+        return FieldValues(field);
     }
     const double number = static_cast<std::int8_t>(bytes.Take()) / 8.0;
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6f", number);
-    return {std::string("<Constant dataType=\"double\">") + text + "</Constant>", {number, number, number}};
+    std::snprintf(text, sizeof text, "<Constant dataType=\"double\">%.6f</Constant>", number);
+    xml += text;
+    return {number, number, number};
 }
 
-Node MakeNode(Bytes& bytes, int depth) {
+/// Appends to the document what the next node says.
+Values MakeNode(Bytes& bytes, int depth, std::string& xml) {
     const int choice = bytes.Take();
     if (depth > 0 && (depth >= kDeepest || choice >= 160 || bytes.next == bytes.end)) {
-        return MakeLeaf(bytes);
+        return MakeLeaf(bytes, xml);
     }
     const Function& function = Functions()[static_cast<std::size_t>(choice) % Functions().size()];
     const int spread = function.most - function.least + 1;
     const int count = function.least + bytes.Take() % spread;
-    Node node{std::string("<Apply function=\"") + function.name + "\">", {}};
+    xml.append("<Apply function=\"").append(function.name).append("\">");
     std::array<Arguments, kCaseCount> arguments;
+    for (Arguments& row : arguments) {
+        row.reserve(static_cast<std::size_t>(count));
+    }
     for (int i = 0; i < count; ++i) {
-        const Node child = MakeNode(bytes, depth + 1);
-        node.xml += child.xml;
+        const Values child = MakeNode(bytes, depth + 1, xml);
         for (std::size_t row = 0; row < kCaseCount; ++row) {
-            arguments[row].push_back(child.values[row]);
+            arguments[row].push_back(child[row]);
         }
     }
-    node.xml += "</Apply>";
+    xml += "</Apply>";
+    Values values{};
     for (std::size_t row = 0; row < kCaseCount; ++row) {
-        node.values[row] = function.call(arguments[row]);
+        values[row] = function.call(arguments[row]);
     }
-    return node;
+    return values;
 }
 
 void RequireSame(double found, double expected) {
@@ -207,16 +211,30 @@ void RequireSame(double found, double expected) {
     }
 }
 
-std::string Document(const std::string& expression) {
-    std::string fields;
+/// What stands in front of the expression.
+std::string Head() {
+    std::string head = "<PMML version=\"4.1\"><DataDictionary numberOfFields=\"" + std::to_string(kFieldCount) + "\">";
     for (int i = 0; i < kFieldCount; ++i) {
-        fields += "<DataField name=\"x" + std::to_string(i) + "\" optype=\"continuous\" dataType=\"double\"/>";
+        head += "<DataField name=\"x" + std::to_string(i) + "\" optype=\"continuous\" dataType=\"double\"/>";
     }
-    return "<PMML version=\"4.1\"><DataDictionary numberOfFields=\"" + std::to_string(kFieldCount) + "\">" + fields +
-           "</DataDictionary><TransformationDictionary><DerivedField name=\"d\" "
-           "optype=\"continuous\" "
-           "dataType=\"double\">" +
-           expression + "</DerivedField></TransformationDictionary></PMML>";
+    return head + "</DataDictionary><TransformationDictionary><DerivedField name=\"d\" optype=\"continuous\" "
+                  "dataType=\"double\">";
+}
+
+struct Expression {
+    std::string document;
+    Values expected;
+};
+
+Expression MakeExpression(Bytes bytes) {
+    static const std::string kHead = Head();
+    constexpr std::size_t kUsualSize = 4096;
+    Expression made;
+    made.document.reserve(kUsualSize);
+    made.document = kHead;
+    made.expected = MakeNode(bytes, 0, made.document);
+    made.document += "</DerivedField></TransformationDictionary></PMML>";
+    return made;
 }
 
 } // namespace
@@ -227,9 +245,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     constexpr std::size_t kMostBytes = 32; // trees of this size are read a thousand times a second
-    Bytes bytes{data, data + std::min(size, kMostBytes)};
-    const Node root = MakeNode(bytes, 0);
-    std::istringstream in(Document(root.xml));
+    const Expression made = MakeExpression({data, data + std::min(size, kMostBytes)});
+    std::istringstream in(made.document);
     ScoreDictionary* fields = nullptr;
     std::unique_ptr<TransformationDictionary> derived(
         ModelFactory::GetTransformationDictionaryFromXML(in, fields, "UTF-8"));
@@ -243,7 +260,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             record.SetValue(i, FieldValue(round % kCaseCount, i));
         }
     };
-    const auto expected = [&root](int round) { return root.values[static_cast<std::size_t>(round % kCaseCount)]; };
+    const auto expected = [&made](int round) { return made.expected[static_cast<std::size_t>(round % kCaseCount)]; };
+    // The first round of the cases resolves the leaves of all branches, the second one goes by the plan.
     for (int round = 0; round < 2 * kCaseCount; ++round) {
         takeCase(round);
         RequireSame(derived->GetValuesForDerivedVars(&record, fields)->Get("d")->GetDouble(), expected(round));
