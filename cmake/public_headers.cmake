@@ -90,5 +90,7 @@ set(VELTRANE_PUBLIC_HEADERS
     ScoreContext/IErrorFormater.h
     ScoreContext/VTErrorFormater.h
     veltrane.h
+    veltrane/functions.h
+    veltrane/value.h
     veltrane_export.h
 )

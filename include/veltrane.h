@@ -87,6 +87,8 @@
 #include <MCXML_900/SystemEncoding.h>
 #include <ScoreContext/IErrorFormater.h>
 #include <ScoreContext/VTErrorFormater.h>
+#include <veltrane/functions.h>
+#include <veltrane/value.h>
 #include <veltrane_export.h>
 // clang-format on
 

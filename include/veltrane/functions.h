@@ -75,7 +75,7 @@ struct Function {
     Value (*ofValues)(FunctionCall& call) = nullptr;
 
     /// The kernel for columns, beside one over numbers. It has to give the same bits. May be null: then each row is
-    /// computed by itself. Not a number stands for missing.
+    /// computed by itself. Not a number stands for missing, and is treated as `missing` says.
     /// @param columns one for each argument, `rows` numbers in each
     /// @param results room for `rows` numbers; it may be one of the columns
     void (*ofColumns)(const double* const* columns, std::size_t count, std::size_t rows, double* results) = nullptr;
@@ -86,8 +86,8 @@ struct Function {
     int number = 0; ///< given by the library that the function is added to
 };
 
-/// Functions by name. Numbers up to 999 belong to the functions of the library itself; those of a FunctionLibrary have
-/// numbers from 1,000 on, in the order in which they were added.
+/// Functions by name. Each has a number that tells it from the others of its library: from 1,000 on, in the order in
+/// which they were added.
 ///
 /// A library is filled before the first document is read with it; from then on it may be read from any thread.
 class VELTRANE_API FunctionLibrary {
@@ -101,12 +101,16 @@ public:
 
     /// @param function its number is not looked at
     /// @return its number
-    /// @throws VTException 260202 for a name that is there already; 260153 for a function without a name, without or
-    ///         with more than one way to evaluate it, or with bounds that leave no number of arguments
+    /// @throws VTException 260202 for a name that is there already; 260153, which names the field, for a function
+    /// without
+    ///         a name, without or with more than one way to evaluate it, with numbers of arguments that it can't be
+    ///         called with, with a kernel that would have to get missing numbers, or with one for columns alone.
+    ///         Nothing is added then
     int Add(Function function);
 
     /// @return null for a name that no function has; else borrowed from the library
     const Function* Find(std::string_view name) const;
+    /// @return null for a number that no function has
     const Function* Find(int number) const;
 
     /// In the order of their numbers.

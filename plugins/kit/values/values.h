@@ -1,7 +1,7 @@
 #ifndef VELTRANE_PLUGINS_KIT_VALUES_H
 #define VELTRANE_PLUGINS_KIT_VALUES_H
 
-#include "kit/expressions/data_types.h"
+#include "kit/values/data_types.h"
 
 #include <cmath>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "kit/expressions/data_types.h"
+#include "kit/values/data_types.h"
 
 #include <array>
 

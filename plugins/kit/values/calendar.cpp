@@ -1,4 +1,4 @@
-#include "kit/expressions/calendar.h"
+#include "kit/values/calendar.h"
 
 #include <array>
 #include <charconv>

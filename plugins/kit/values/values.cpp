@@ -1,6 +1,6 @@
-#include "kit/expressions/values.h"
+#include "kit/values/values.h"
 
-#include "kit/expressions/calendar.h"
+#include "kit/values/calendar.h"
 
 #include <charconv>
 #include <limits>

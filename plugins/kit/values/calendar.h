@@ -1,7 +1,9 @@
 #ifndef VELTRANE_PLUGINS_KIT_CALENDAR_H
 #define VELTRANE_PLUGINS_KIT_CALENDAR_H
 
-#include "kit/expressions/data_types.h"
+#include "kit/values/data_types.h"
+
+#include <MCVeltrane_900/DateTimeValue.h>
 
 #include <cstdint>
 #include <optional>
@@ -12,7 +14,7 @@
 /// seconds.
 namespace veltrane_kit {
 
-inline constexpr double kSecondsOfDay = 86400.0;
+inline constexpr double kSecondsOfDay = MCVeltrane_900::DateTimeValue::SECONDS_PER_DAY;
 
 struct Day {
     std::int64_t year;
