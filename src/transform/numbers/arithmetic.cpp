@@ -1,3 +1,4 @@
+#include "stats/numerics/guards.h"
 #include "transform/numbers/missing.h"
 
 #include <MCMath_900/MCDistFun.h>
@@ -10,12 +11,10 @@ namespace MCVeltrane_900 {
 using veltrane::functions::FitsInt32;
 using veltrane::functions::IsMissing;
 using veltrane::functions::kMissing;
+using veltrane::stats::kMaxExponent;
+using veltrane::stats::kMinExponent;
 
 namespace {
-
-// Beyond these exponents exp() leaves the range of a double, or its result counts as nothing.
-constexpr double kLargestExponent = 709.0;
-constexpr double kSmallestExponent = -708.0;
 
 // Pow() takes a base below this one to the power 0 for granted, without asking whether it is missing.
 constexpr double kPowZeroBound = 1e-14;
@@ -36,10 +35,10 @@ double TransformationDictionary::Abs(double x) {
 }
 
 double TransformationDictionary::Exp(double x) {
-    if (IsMissing(x) || x > kLargestExponent) {
+    if (IsMissing(x) || x > kMaxExponent) {
         return kMissing;
     }
-    return x > kSmallestExponent ? std::exp(x) : 0.0;
+    return x > kMinExponent ? std::exp(x) : 0.0;
 }
 
 double TransformationDictionary::Log10(double x) {
