@@ -78,8 +78,8 @@ std::string Document(const Table& table) {
            "optype='" +
            (table.type == "double" ? "continuous" : "categorical") + "' dataType='" + table.type +
            "'><MapValues outputColumn='out'" + table.attributes + ">" + table.pairs + "<InlineTable>" + table.rows +
-           "</InlineTable></MapValues></DerivedField></"
-           "TransformationDictionary></PMML>";
+           "</InlineTable></MapValues></DerivedField>"
+           "</TransformationDictionary></PMML>";
 }
 
 ScoreValue* ValueOf(const ScoreDictVar& field, const std::string& cell) {

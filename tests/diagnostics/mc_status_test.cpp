@@ -1,12 +1,14 @@
+#include "support/numbers.h"
+
 #include <MCScore/MCStatus.h>
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <type_traits>
 
 namespace {
 
+using namespace veltrane::tests;
 using MCScore::MCStatus;
 
 static_assert(std::is_trivially_copyable_v<MCStatus>);
@@ -101,7 +103,7 @@ TEST(MCStatus, EachScaleDatumCounts) {
 
 TEST(KeptMCStatus, NanDatumMakesCopiesUnequal) {
     MCStatus status;
-    status.SetScaleDatum(1, std::numeric_limits<double>::quiet_NaN());
+    status.SetScaleDatum(1, kNaN);
     const MCStatus copy = status;
     EXPECT_FALSE(copy == status);
 }

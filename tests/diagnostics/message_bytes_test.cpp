@@ -43,12 +43,8 @@ TEST_P(MessageBytes, Utf8NameKeepsItsBytes) {
 
 TEST_P(MessageBytes, Utf8NameKeepsItsBytesInAnException) {
     MCVeltrane_900::VTException failure;
-    failure.PutErrorMessage(260120,
-                            "stra\xC3\x9F"
-                            "e",
-                            "\xE5\xB9\xB4");
-    EXPECT_EQ(failure.GetErrorMessage(), "Missing the attribute 'stra\xC3\x9F"
-                                         "e' of '\xE5\xB9\xB4'.");
+    failure.PutErrorMessage(260120, "stra\u00DFe", "\xE5\xB9\xB4");
+    EXPECT_EQ(failure.GetErrorMessage(), "Missing the attribute 'stra\u00DFe' of '\xE5\xB9\xB4'.");
 }
 
 TEST_P(MessageBytes, CodePageNameKeepsItsBytes) {

@@ -13,11 +13,8 @@
 
 namespace {
 
-using MCVeltrane_900::CountPlaceholders;
-using MCVeltrane_900::gErrorFormater;
-using MCVeltrane_900::Message;
-using veltrane::tests::CataloguedMessage;
-using veltrane::tests::CopyOfTheCatalogue;
+using namespace MCVeltrane_900;
+using namespace veltrane::tests;
 
 struct Row {
     int id;

@@ -1,5 +1,6 @@
 // Compounds of predicates over real cases: both forms hand their arguments on.
 #include "conditions.h"
+#include "support/numbers.h"
 
 #include <MCVeltrane_900/CompoundPredicate.h>
 #include <MCVeltrane_900/SetPredicate.h>
@@ -34,7 +35,7 @@ TEST(CompoundCases, BothRecordsReachTheChildren) {
     compound.AddPredicate(new SimplePredicate(InRange(x, 0.0, 1.0)));
     compound.AddPredicate(new SimplePredicate(InRange(d, 5.0, 6.0)));
     const Case low(0.5);
-    const Case missing(kSysmis);
+    const Case missing(kMissing);
     const Case derived(new NumericValue(5.5), "d");
     const Case otherDerived(new NumericValue(7.0), "d");
     EXPECT_EQ(compound.Evaluate(&low, &derived), kTrue);
@@ -50,7 +51,7 @@ TEST(CompoundCases, SurrogatesOverEncodedValues) {
     CompoundPredicate compound(ScorePredicate::BOOL_SURROGATE);
     compound.AddPredicate(new SimplePredicate(InRange(x, 0.0, 1.0)));
     compound.AddPredicate(new SimplePredicate(InRange(y, 0.0, 1.0)));
-    EXPECT_EQ(compound.Evaluate({kSysmis, 0.5}), kSurrogateTrue);
-    EXPECT_EQ(compound.EvaluateSurrogate({kSysmis, 0.5}, 0), kSurrogateTrue);
-    EXPECT_EQ(compound.EvaluateSurrogate({kSysmis, 0.5}, 1), kTrue);
+    EXPECT_EQ(compound.Evaluate({kMissing, 0.5}), kSurrogateTrue);
+    EXPECT_EQ(compound.EvaluateSurrogate({kMissing, 0.5}, 0), kSurrogateTrue);
+    EXPECT_EQ(compound.EvaluateSurrogate({kMissing, 0.5}, 1), kTrue);
 }

@@ -2,6 +2,7 @@
 #define VELTRANE_TESTS_PREDICATES_CONDITIONS_H
 
 #include "data/sets/counted_values.h"
+#include "support/numbers.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
 #include <MCVeltrane_900/DictVar.h>
@@ -32,8 +33,6 @@ constexpr auto kTrue = ScorePredicate::PRED_TRUE;
 constexpr auto kFalse = ScorePredicate::PRED_FALSE;
 constexpr auto kUnknown = ScorePredicate::PRED_UNKNOWN;
 constexpr auto kSurrogateTrue = ScorePredicate::PRED_SURROGATE_TRUE;
-const double kSysmis = NumericValue::GetSysmisValue();
-const double kInfinity = NumericValue::GetInfinity();
 
 /// A variable, at place 0 of a record and of an encoded case.
 class Variable : public DictVar {

@@ -1,10 +1,10 @@
 #include "conditions.h"
+#include "support/numbers.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <memory>
 
 using namespace veltrane::tests;
@@ -64,7 +64,7 @@ TEST(DiscreteSplit, NegativeCodeOfAnOrdinalVariableIsAKeyLikeAnyOther) {
 TEST(DiscreteSplit, ANumberThatIsNoneEqualsNoCode) {
     const Ordinal x(kNumeric);
     DiscreteSplit split(&x);
-    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double nan = kNaN;
     split.PutSplit(nan, 1);
     split.PutSplit(3.0, 2);
     split.PutSplit(4.0, 0);
@@ -146,9 +146,9 @@ TEST(KeptDiscreteSplitMissing, TheVariablesMissingValuesAreNotAsked) {
     split.SetMissvalMap(4);
     split.PutSplit(new NumericValue(9.0), 0);
     EXPECT_EQ(ChildOf(split, 9.0), 0);
-    EXPECT_EQ(ChildOf(split, kSysmis), -1);
-    split.PutSplit(new NumericValue(kSysmis), 1);
-    EXPECT_EQ(ChildOf(split, kSysmis), 1);
+    EXPECT_EQ(ChildOf(split, kMissing), -1);
+    split.PutSplit(new NumericValue(kMissing), 1);
+    EXPECT_EQ(ChildOf(split, kMissing), 1);
 }
 
 TEST(DiscreteSplit, EachFormAnswersThroughItsOwnStore) {

@@ -1,5 +1,6 @@
 // How a predicate finds its value in an encoded case, and when the value counts as missing.
 #include "conditions.h"
+#include "support/numbers.h"
 
 #include <MCVeltrane_900/SetPredicate.h>
 #include <MCVeltrane_900/SimplePredicate.h>
@@ -78,9 +79,9 @@ TYPED_TEST(EncodedForm, MinusTwoIsANumberOfAContinuousVariable) {
 
 TYPED_TEST(EncodedForm, TheMissingNumberIsMissingInAContinuousVariableOnly) {
     const Continuous x;
-    EXPECT_EQ(TypeParam(InRange(x, -kInfinity, kInfinity)).Evaluate({kSysmis}), kUnknown);
+    EXPECT_EQ(TypeParam(InRange(x, -kInfinity, kInfinity)).Evaluate({kMissing}), kUnknown);
     const Ordinal y(kText);
-    EXPECT_EQ(TypeParam(OfCodes(y, {kSysmis})).Evaluate({kSysmis}), kTrue);
+    EXPECT_EQ(TypeParam(OfCodes(y, {kMissing})).Evaluate({kMissing}), kTrue);
 }
 
 TYPED_TEST(EncodedForm, TheVariablesMissingValuesAreNotAsked) {
@@ -92,7 +93,7 @@ TYPED_TEST(EncodedForm, TheVariablesMissingValuesAreNotAsked) {
 TYPED_TEST(EncodedForm, ANumberThatIsNoneIsFalse) {
     const Continuous x;
     const Categorical y(kText);
-    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double nan = kNaN;
     EXPECT_EQ(TypeParam(InRange(x, -kInfinity, kInfinity)).Evaluate({nan}), kFalse);
     EXPECT_EQ(TypeParam(OfCodes(y, {0.0, 1.0})).Evaluate({nan}), kFalse);
 }
@@ -111,14 +112,14 @@ TYPED_TEST(EncodedForm, AnyChildIsTrue) {
 
 TEST(EncodedFormMissing, ASimplePredicateAsksTheMissingValueMap) {
     const Continuous x;
-    EXPECT_EQ(SimplePredicate(WithMissing(new ScaleSplit(&x), 0)).Evaluate({kSysmis}), kTrue);
-    EXPECT_EQ(SimplePredicate(WithMissing(new ScaleSplit(&x), -2)).Evaluate({kSysmis}), kTrue);
-    EXPECT_EQ(SimplePredicate(WithMissing(new ScaleSplit(&x), -1)).Evaluate({kSysmis}), kUnknown);
+    EXPECT_EQ(SimplePredicate(WithMissing(new ScaleSplit(&x), 0)).Evaluate({kMissing}), kTrue);
+    EXPECT_EQ(SimplePredicate(WithMissing(new ScaleSplit(&x), -2)).Evaluate({kMissing}), kTrue);
+    EXPECT_EQ(SimplePredicate(WithMissing(new ScaleSplit(&x), -1)).Evaluate({kMissing}), kUnknown);
 }
 
 TEST(KeptSetPredicateMissing, IsNeverTrueInAnEncodedCase) {
     const Continuous x;
-    EXPECT_EQ(SetPredicate(WithMissing(new ScaleSplit(&x), 0)).Evaluate({kSysmis}), kUnknown);
+    EXPECT_EQ(SetPredicate(WithMissing(new ScaleSplit(&x), 0)).Evaluate({kMissing}), kUnknown);
 }
 
 // A category that isn't known is missing in the record form, but an input of the split in an encoded case.

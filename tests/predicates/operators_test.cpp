@@ -1,5 +1,6 @@
 // What the operators come to through splits of the shape that documents give them.
 #include "conditions.h"
+#include "support/numbers.h"
 #include "support/rows.h"
 
 #include <MCVeltrane_900/SimplePredicate.h>
@@ -67,7 +68,7 @@ TEST_P(ScaleOperator, OfAnEncodedCase) {
     EXPECT_EQ(fPredicate.Evaluate({1.0}), GetParam().below);
     EXPECT_EQ(fPredicate.Evaluate({2.0}), GetParam().at);
     EXPECT_EQ(fPredicate.Evaluate({3.0}), GetParam().above);
-    EXPECT_EQ(fPredicate.Evaluate({kSysmis}), GetParam().missing);
+    EXPECT_EQ(fPredicate.Evaluate({kMissing}), GetParam().missing);
 }
 
 TEST_P(ScaleOperator, OfARecord) {
@@ -78,7 +79,7 @@ TEST_P(ScaleOperator, OfARecord) {
     EXPECT_EQ(of(new NumericValue(1.0)), GetParam().below);
     EXPECT_EQ(of(new NumericValue(2.0)), GetParam().at);
     EXPECT_EQ(of(new NumericValue(3.0)), GetParam().above);
-    EXPECT_EQ(of(new NumericValue(kSysmis)), GetParam().missing);
+    EXPECT_EQ(of(new NumericValue(kMissing)), GetParam().missing);
     EXPECT_EQ(of(nullptr), GetParam().missing);
 }
 

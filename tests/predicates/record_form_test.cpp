@@ -1,5 +1,6 @@
 // How a predicate finds its value in the records of a case, and when the value counts as missing.
 #include "conditions.h"
+#include "support/numbers.h"
 #include "support/rows.h"
 
 #include <MCVeltrane_900/ScoreBinningEncoder.h>
@@ -157,7 +158,7 @@ std::vector<MissingRow> MissingRows() {
     return {
         {"Null", Made(Continuous()), std::make_shared<Case>(nullptr), true},
         {"ContinuousNumber", Made(Continuous()), numeric(5), false},
-        {"ContinuousSystemMissing", Made(Continuous()), numeric(kSysmis), true},
+        {"ContinuousSystemMissing", Made(Continuous()), numeric(kMissing), true},
         {"ContinuousUserMissing", Made(Continuous().Missing("9")), numeric(9), true},
         {"OrdinalUserMissing", Made(Ordinal(kText).Missing("n/a")), text("n/a"), true},
         {"OrdinalOutsideTheCategories", Made(Ordinal(kText).Categories(known)), text("mauve"), false},
@@ -172,7 +173,7 @@ std::vector<MissingRow> MissingRows() {
         {"EncodedUserMissing", Made(colors().Encoded(known).Missing("green")), text("green"), true},
         {"EncodedOutsideTheCategories", Made(colors().Encoded(known).Categories({"red"})), text("green"), false},
         {"EncodedNumberUnknown", Made(Categorical(kNumeric).Encoded({"1"})), numeric(2), true},
-        {"EncodedNumberSystemMissing", Made(Categorical(kNumeric).Encoded({"1"})), numeric(kSysmis), true},
+        {"EncodedNumberSystemMissing", Made(Categorical(kNumeric).Encoded({"1"})), numeric(kMissing), true},
     };
 }
 
@@ -217,7 +218,7 @@ TYPED_TEST(RecordForm, AnEncodedVariableAsksADiscreteSplitByCode) {
 
 TYPED_TEST(RecordForm, AVariableWithoutEncoderAsksADiscreteSplitByValue) {
     const Categorical x(kText);
-    const TypeParam byCode(OfCodes(x, {0.0, 1.0, kSysmis}));
+    const TypeParam byCode(OfCodes(x, {0.0, 1.0, kMissing}));
     const TypeParam byValue(OfValues(x, {"green"}));
     const Case green("green");
     EXPECT_EQ(byCode.Evaluate(&green, nullptr), kFalse);

@@ -1,4 +1,5 @@
 #include "conditions.h"
+#include "support/numbers.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
 
@@ -99,9 +100,9 @@ TEST(ScaleSplit, WithoutRangesOnlyMissingValuesHaveAChild) {
     split.SetMissvalMap(4);
     EXPECT_EQ(ChildOf(split, 1), -1);
     EXPECT_EQ(split.GetSplitChildIndex(1.0), -1);
-    EXPECT_EQ(ChildOf(split, kSysmis), 4);
+    EXPECT_EQ(ChildOf(split, kMissing), 4);
     EXPECT_EQ(ChildOf(split, 9), 4);
-    EXPECT_EQ(split.GetSplitChildIndex(kSysmis), 4);
+    EXPECT_EQ(split.GetSplitChildIndex(kMissing), 4);
 }
 
 TEST(ScaleSplit, OpenRangesOnBothSidesLeaveOneNumberOut) {

@@ -1,4 +1,5 @@
 #include "conditions.h"
+#include "support/numbers.h"
 #include "support/rows.h"
 
 #include <MCVeltrane_900/SimplePredicate.h>
@@ -30,7 +31,7 @@ TEST(SimplePredicate, FieldsAtFirst) {
     EXPECT_EQ(predicate.GetPredType(), ScorePredicate::SIMPLE_PREDICATE);
     EXPECT_EQ(predicate.GetSplit(), nullptr);
     EXPECT_FALSE(predicate.IsMissingValue());
-    EXPECT_EQ(predicate.GetPredValueByDouble(), kSysmis);
+    EXPECT_EQ(predicate.GetPredValueByDouble(), kMissing);
     EXPECT_EQ(predicate.GetPredValueByString(), "");
     EXPECT_EQ(predicate.GetPredicateOperator(), SimplePredicate::OP_EQUAL);
     EXPECT_FALSE(predicate.IsDerivedPredictor());
@@ -120,7 +121,7 @@ TEST(SimplePredicateValue, OfANumericVariableThatDoesNotRead) {
     predicate.SetPredicateValue("1.5");
     predicate.SetPredicateValue("abc");
     EXPECT_EQ(predicate.GetPredValueByString(), "abc");
-    EXPECT_EQ(predicate.GetPredValueByDouble(), kSysmis);
+    EXPECT_EQ(predicate.GetPredValueByDouble(), kMissing);
 }
 
 TEST(SimplePredicateValue, OfATextVariable) {
@@ -138,7 +139,7 @@ TEST(SimplePredicateValue, OfADateTimeVariableKeepsTheNumber) {
     SimplePredicate predicate(new ScaleSplit(&date));
     predicate.SetPredicateValue("2001-01-01");
     EXPECT_EQ(predicate.GetPredValueByString(), "2001-01-01");
-    EXPECT_EQ(predicate.GetPredValueByDouble(), kSysmis);
+    EXPECT_EQ(predicate.GetPredValueByDouble(), kMissing);
 }
 
 TEST(SimplePredicateValue, OfAnEncodedVariableIsItsCode) {
@@ -163,7 +164,7 @@ TEST(SimplePredicateValue, WithoutASplitIsATextOnly) {
     SimplePredicate predicate;
     predicate.SetPredicateValue("5");
     EXPECT_EQ(predicate.GetPredValueByString(), "5");
-    EXPECT_EQ(predicate.GetPredValueByDouble(), kSysmis);
+    EXPECT_EQ(predicate.GetPredValueByDouble(), kMissing);
 }
 
 TEST(SimplePredicate, MissingFlag) {

@@ -1,21 +1,16 @@
+#include "support/numbers.h"
 #include "support/rows.h"
 
-#include <MCCommon_900/MCMV.h>
 #include <MCMath_900/MCDistFun.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 namespace {
 
-using MCCommon_900::MCMV;
+using namespace veltrane::tests;
 using MCMath_900::MCDistFun;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-const double kMissing = MCMV::Missing();
 
 /// A function of three arguments with an error code, its result and the code.
 struct CodeCase {

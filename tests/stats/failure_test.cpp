@@ -1,3 +1,4 @@
+#include "support/numbers.h"
 #include "support/rows.h"
 
 #include <MCCommon_900/MCMV.h>
@@ -7,15 +8,14 @@
 
 #include <cmath>
 #include <functional>
-#include <limits>
 
 namespace {
 
+using namespace veltrane::tests;
 using MCCommon_900::MCMV;
 using MCMath_900::MCDistFun;
 
 constexpr double kTiny = 5e-324;
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 /// A call without an error code whose arguments pass the checks of the call itself, but fail further inside.
 struct InnerFailure {

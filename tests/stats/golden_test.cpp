@@ -7,10 +7,7 @@
 
 namespace {
 
-using veltrane::tests::DistributionTables;
-using veltrane::tests::GoldenFunction;
-using veltrane::tests::GoldenFunctions;
-using veltrane::tests::GoldenRegion;
+using namespace veltrane::tests;
 
 /// All regions of one function.
 class GoldenTable : public testing::TestWithParam<GoldenFunction> {};

@@ -1,6 +1,6 @@
+#include "support/numbers.h"
 #include "support/rows.h"
 
-#include <MCCommon_900/MCMV.h>
 #include <MCMath_900/MCDistFun.h>
 
 #include <gtest/gtest.h>
@@ -9,10 +9,8 @@
 
 namespace {
 
-using MCCommon_900::MCMV;
+using namespace veltrane::tests;
 using MCMath_900::MCDistFun;
-
-const double kMissing = MCMV::Missing();
 
 /// Classes of 2, 6 and 2 around 10, 20 and 40.
 struct Percentile {

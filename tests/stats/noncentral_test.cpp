@@ -1,18 +1,13 @@
-#include <MCCommon_900/MCMV.h>
+#include "support/numbers.h"
+
 #include <MCMath_900/MCDistFun.h>
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace {
 
-using MCCommon_900::MCMV;
+using namespace veltrane::tests;
 using MCMath_900::MCDistFun;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-const double kMissing = MCMV::Missing();
 
 TEST(NonCentral, WithoutNonCentralityIsCentral) {
     for (const double x : {0.1, 1.0, 7.5, 40.0}) {

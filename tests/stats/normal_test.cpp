@@ -1,19 +1,15 @@
-#include <MCCommon_900/MCMV.h>
+#include "support/numbers.h"
+
 #include <MCMath_900/MCDistFun.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 namespace {
 
-using MCCommon_900::MCMV;
+using namespace veltrane::tests;
 using MCMath_900::MCDistFun;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-const double kMissing = MCMV::Missing();
 
 TEST(NormalCumulative, IsExactlyHalfAtZero) {
     EXPECT_EQ(MCDistFun::CdfStdNorm(0), 0.5);

@@ -1,3 +1,4 @@
+#include "support/numbers.h"
 #include "support/rows.h"
 
 #include <MCCommon_900/MCMV.h>
@@ -13,11 +14,10 @@
 
 namespace {
 
+using namespace veltrane::tests;
 using MCCommon_900::MCMV;
 using MCMath_900::MCPower;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kTiny = std::numeric_limits<double>::denorm_min();
 
 std::uint64_t Bits(double value) {
@@ -233,8 +233,6 @@ TEST_P(PowerTests, ResultAndStatus) {
     EXPECT_NEAR(out, c.out, std::fabs(c.out) * 1e-13);
     EXPECT_EQ(MCMV::IsMissing(out), MCMV::IsMissing(c.out));
 }
-
-const double kMissing = MCMV::Missing();
 
 const PowerCase kPowerCases[] = {
     {"ZeroToZero", 0, 0, 1.0, MCPower::POWER_ZERO_ZERO},

@@ -6,10 +6,7 @@
 
 namespace {
 
-using veltrane::tests::DistributionTables;
-using veltrane::tests::GoldenFunction;
-using veltrane::tests::GoldenFunctions;
-using veltrane::tests::GoldenPoint;
+using namespace veltrane::tests;
 
 std::vector<double> Evaluate(const GoldenFunction& function, const std::vector<GoldenPoint>& points) {
     std::vector<double> results;

@@ -14,8 +14,7 @@ using namespace MCXML_900;
 using namespace veltrane::tests;
 
 constexpr int kSize = 64;
-const std::string kName = "Jahres\xC3\xBC"
-                          "berschu\xC3\x9F"; // in UTF-8
+const std::string kName = "Jahres\u00FCberschu\u00DF"; // in UTF-8
 const std::u16string kNameUnits = u"Jahres\u00fcberschu\u00df";
 
 template <class Action>

@@ -34,10 +34,7 @@ const Row kRows[] = {
     {"LastOfThreeBytes", "UTF-8", "\xEF\xBF\xBF", u"\uffff", 0},
     {"FirstOfFourBytes", "UTF-8", "\xF0\x90\x80\x80", u"\U00010000", 0},
     {"LastOfFourBytes", "UTF-8", "\xF4\x8F\xBF\xBF", u"\U0010ffff", 0},
-    {"ByteOrderMark", "UTF-8",
-     "\xEF\xBB\xBF"
-     "a",
-     u"\ufeffa", 0},
+    {"ByteOrderMark", "UTF-8", "\uFEFFa", u"\ufeffa", 0},
     {"ReplacementCharacter", "UTF-8", "\xEF\xBF\xBD", u"\ufffd", 0},
     // Each of them cut.
     {"TwoBytesCut", "UTF-8", "\xC3", u"?", 3},

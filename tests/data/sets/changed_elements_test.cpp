@@ -21,8 +21,7 @@
 namespace MCVeltrane_900 {
 namespace {
 
-using veltrane::tests::AnyValue;
-using veltrane::tests::ChangeAnyhow;
+using namespace veltrane::tests;
 using Random = std::mt19937;
 
 /// What a host replaces and nobody deletes.

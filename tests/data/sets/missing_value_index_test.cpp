@@ -1,4 +1,5 @@
 #include "data/sets/counted_values.h"
+#include "support/numbers.h"
 
 #include <MCVeltrane_900/MissingValueSet.h>
 #include <MCVeltrane_900/Range.h>
@@ -6,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <limits>
 #include <memory>
 #include <random>
 #include <string>
@@ -15,7 +15,7 @@
 namespace MCVeltrane_900 {
 namespace {
 
-const double kInfinity = NumericValue::GetInfinity();
+using namespace veltrane::tests;
 
 /// A number that equals every number above 15.
 class HostNumber : public NumericValue {
@@ -43,7 +43,7 @@ ScoreValue* RandomValue(std::mt19937& random) {
     case 0:
         return new NumericValue();
     case 1: {
-        const double odd[] = {kInfinity, -kInfinity, std::numeric_limits<double>::quiet_NaN(), -0.0, 1e-320, 1.1e308};
+        const double odd[] = {kInfinity, -kInfinity, kNaN, -0.0, 1e-320, 1.1e308};
         return new NumericValue(odd[random() % std::size(odd)]);
     }
     case 2:
@@ -154,7 +154,7 @@ struct ManyValues {
 // Ends that meet, insides that overlap, and numbers within the tolerance of an end.
 TEST(MissingValueIndex, GivesWhatAWalkGivesOnIntervals) {
     std::mt19937 random(14);
-    const double odd[] = {kInfinity, -kInfinity, std::numeric_limits<double>::quiet_NaN(), 1e308, -1e308, 0.0, 1e-320};
+    const double odd[] = {kInfinity, -kInfinity, kNaN, 1e308, -1e308, 0.0, 1e-320};
     const auto end = [&] {
         return random() % 20 == 0 ? odd[random() % std::size(odd)] : static_cast<int>(random() % 400) / 4.0 - 50.0;
     };

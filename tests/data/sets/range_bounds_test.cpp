@@ -1,4 +1,5 @@
 #include "data/sets/counted_values.h"
+#include "support/numbers.h"
 
 #include <MCVeltrane_900/Range.h>
 
@@ -9,10 +10,7 @@
 namespace MCVeltrane_900 {
 namespace {
 
-using veltrane::tests::CountedNumber;
-
-const double kInfinity = NumericValue::GetInfinity();
-const double kMissing = NumericValue::GetSysmisValue();
+using namespace veltrane::tests;
 
 TEST(RangeOfOneValue, TakesTheValueAndAClone) {
     auto* value = new NumericValue(5.0);

@@ -1,4 +1,5 @@
 #include "data/sets/counted_values.h"
+#include "support/numbers.h"
 #include "support/rows.h"
 
 #include <MCVeltrane_900/Range.h>
@@ -6,15 +7,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 namespace MCVeltrane_900 {
 namespace {
 
-using veltrane::tests::Dump;
-
-const double kInfinity = NumericValue::GetInfinity();
-const double kMissing = NumericValue::GetSysmisValue();
+using namespace veltrane::tests;
 
 struct InRangeRow {
     const char* name;
@@ -79,7 +76,7 @@ const InRangeRow kInRangeRows[] = {
     {"ClosedClosedMissing", true, true, kMissing, false},
     {"ClosedClosedInfinite", true, true, kInfinity, false},
     {"ClosedClosedMinusInfinite", true, true, -kInfinity, false},
-    {"ClosedClosedNaN", true, true, std::numeric_limits<double>::quiet_NaN(), false},
+    {"ClosedClosedNaN", true, true, kNaN, false},
 };
 
 INSTANTIATE_TEST_SUITE_P(Rows, InRange, testing::ValuesIn(kInRangeRows), veltrane::tests::NameOfRow());

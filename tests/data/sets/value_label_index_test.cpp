@@ -1,4 +1,5 @@
 #include "data/sets/counted_values.h"
+#include "support/numbers.h"
 
 #include <MCVeltrane_900/DictVar.h>
 #include <MCVeltrane_900/MissingValueSet.h>
@@ -10,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <limits>
 #include <memory>
 #include <random>
 
@@ -18,8 +18,7 @@
 namespace MCVeltrane_900 {
 namespace {
 
-const double kInfinity = NumericValue::GetInfinity();
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
+using namespace veltrane::tests;
 
 /// A number that equals every number above 1000, and a text that equals every text with an x.
 class HostNumber : public NumericValue {

@@ -10,9 +10,7 @@
 namespace MCVeltrane_900 {
 namespace {
 
-using veltrane::tests::CountedNumber;
-using veltrane::tests::Dump;
-using veltrane::tests::ExpectOrder;
+using namespace veltrane::tests;
 
 TEST(ValueLbl, Defaults) {
     const ValueLbl label;

@@ -1,21 +1,17 @@
 #include "data/sets/counted_values.h"
+#include "support/numbers.h"
 
 #include <MCVeltrane_900/ValueProbability.h>
 #include <MCVeltrane_900/ValueProbabilitySet.h>
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <memory>
 
 namespace MCVeltrane_900 {
 namespace {
 
-using veltrane::tests::CountedNumber;
-using veltrane::tests::Dump;
-using veltrane::tests::ExpectOrder;
-
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
+using namespace veltrane::tests;
 
 TEST(ValueProbability, Defaults) {
     const ValueProbability probability;

@@ -13,8 +13,7 @@
 namespace MCVeltrane_900 {
 namespace {
 
-using veltrane::tests::CountedNumber;
-using veltrane::tests::Dump;
+using namespace veltrane::tests;
 
 TEST(MissingValueSet, AddTakesTheRange) {
     int deleted = 0;

@@ -1,3 +1,4 @@
+#include "support/numbers.h"
 #include "support/rows.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
@@ -11,11 +12,9 @@
 
 namespace {
 
+using namespace veltrane::tests;
 using MCVeltrane_900::DateTimeValue;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kSysmis = -std::numeric_limits<double>::max();
 constexpr long long kMost = std::numeric_limits<long long>::max();
 constexpr long long kLeast = std::numeric_limits<long long>::min();
 
@@ -183,7 +182,7 @@ constexpr ExtractTimeCase kExtractTimeCases[] = {
     {"SecondBeforeTheEpoch", -1, 23, 59, 59},
     {"FractionBeforeTheEpoch", -0.5, 0, 0, 0},
     {"DayBeforeTheEpoch", -86400, 0, 0, 0},
-    {"Missing", kSysmis, 8, 29, 52},
+    {"Missing", kMissing, 8, 29, 52},
     {"Infinity", kInfinity, 8, 29, 52},
     {"MinusInfinity", -kInfinity, 8, 29, 52},
     {"NotANumber", kNaN, 8, 29, 52},
@@ -235,7 +234,7 @@ TEST(KeptExtractDate, TheLastDayBefore1970ReadsAsTheFirstDayAfter) {
 }
 
 TEST(ExtractDateOfAnyDouble, IsDefined) {
-    for (const double seconds : {kSysmis, kInfinity, -kInfinity, kNaN, 9.2e18, -9.2e18}) {
+    for (const double seconds : {kMissing, kInfinity, -kInfinity, kNaN, 9.2e18, -9.2e18}) {
         long long year = 0, month = 0, day = 0;
         DateTimeValue::ExtractDate(seconds, year, month, day);
         EXPECT_LE(std::abs(month), 12);

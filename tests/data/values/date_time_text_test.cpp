@@ -1,20 +1,16 @@
+#include "support/numbers.h"
 #include "support/rows.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <string>
 
 namespace {
 
-using MCVeltrane_900::DateTimeValue;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::ScoreDictVar;
-
-constexpr double kSysmis = -std::numeric_limits<double>::max();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using namespace MCVeltrane_900;
+using namespace veltrane::tests;
 
 /// A text of a storage type with the internal seconds that it holds, SYSMIS when it doesn't parse.
 struct TextCase {
@@ -31,7 +27,7 @@ void ExpectText(const TextCase& c) {
     const DateTimeValue value(c.text, c.type);
     EXPECT_EQ(value.ComputeDurationSeconds(DateTimeValue(0.0, DateTimeValue::VAL_DATETIME)), c.seconds);
     EXPECT_EQ(value.GetDateTimeType(), DateTimeValue::GetValType(c.type));
-    EXPECT_EQ(DateTimeValue::IsValidDateTime(c.text, c.type), c.seconds != kSysmis);
+    EXPECT_EQ(DateTimeValue::IsValidDateTime(c.text, c.type), c.seconds != kMissing);
 }
 
 TEST_P(DateTimeText, HoldsAndIsValid) {
@@ -48,34 +44,34 @@ constexpr TextCase kTextCases[] = {
     {"DateBeforeEpoch", ScoreDictVar::DT_DATE, "1960-01-01", -315619200},
     {"DateYearZero", ScoreDictVar::DT_DATE, "0-1-1", -62167219200},
     {"DateLeapDay", ScoreDictVar::DT_DATE, "2000-02-29", 951782400},
-    {"DateNoLeapDay", ScoreDictVar::DT_DATE, "2001-02-29", kSysmis},
+    {"DateNoLeapDay", ScoreDictVar::DT_DATE, "2001-02-29", kMissing},
     {"DateAfterFebruaryOfALeapYear", ScoreDictVar::DT_DATE, "2000-03-01", 951868800},
-    {"DateMonth13", ScoreDictVar::DT_DATE, "2000-13-01", kSysmis},
-    {"DateMonth0", ScoreDictVar::DT_DATE, "2000-00-01", kSysmis},
-    {"DateDay0", ScoreDictVar::DT_DATE, "2000-01-00", kSysmis},
-    {"DateDay32", ScoreDictVar::DT_DATE, "2000-01-32", kSysmis},
-    {"DateWithoutDay", ScoreDictVar::DT_DATE, "2000-01", kSysmis},
-    {"DateYearOnly", ScoreDictVar::DT_DATE, "2000", kSysmis},
-    {"DateLetterInside", ScoreDictVar::DT_DATE, "2000-0x-01", kSysmis},
-    {"DateSlashes", ScoreDictVar::DT_DATE, "2000/01/01", kSysmis},
-    {"DateTab", ScoreDictVar::DT_DATE, "2000-\t1-01", kSysmis},
-    {"DateWithTime", ScoreDictVar::DT_DATE, "2000-01-01T00:00:00", kSysmis},
+    {"DateMonth13", ScoreDictVar::DT_DATE, "2000-13-01", kMissing},
+    {"DateMonth0", ScoreDictVar::DT_DATE, "2000-00-01", kMissing},
+    {"DateDay0", ScoreDictVar::DT_DATE, "2000-01-00", kMissing},
+    {"DateDay32", ScoreDictVar::DT_DATE, "2000-01-32", kMissing},
+    {"DateWithoutDay", ScoreDictVar::DT_DATE, "2000-01", kMissing},
+    {"DateYearOnly", ScoreDictVar::DT_DATE, "2000", kMissing},
+    {"DateLetterInside", ScoreDictVar::DT_DATE, "2000-0x-01", kMissing},
+    {"DateSlashes", ScoreDictVar::DT_DATE, "2000/01/01", kMissing},
+    {"DateTab", ScoreDictVar::DT_DATE, "2000-\t1-01", kMissing},
+    {"DateWithTime", ScoreDictVar::DT_DATE, "2000-01-01T00:00:00", kMissing},
     {"Time", ScoreDictVar::DT_TIME, "12:30:15", 45015},
     {"TimeMidnight", ScoreDictVar::DT_TIME, "00:00:00", 0},
     {"TimeLastSecond", ScoreDictVar::DT_TIME, "23:59:59", 86399},
-    {"TimeHour24", ScoreDictVar::DT_TIME, "24:00:00", kSysmis},
-    {"TimeMinute60", ScoreDictVar::DT_TIME, "00:60:00", kSysmis},
-    {"TimeSecond60", ScoreDictVar::DT_TIME, "00:00:60", kSysmis},
-    {"TimeLetterInside", ScoreDictVar::DT_TIME, "1a:00:00", kSysmis},
-    {"TimeMinusInside", ScoreDictVar::DT_TIME, "-1:00:00", kSysmis},
+    {"TimeHour24", ScoreDictVar::DT_TIME, "24:00:00", kMissing},
+    {"TimeMinute60", ScoreDictVar::DT_TIME, "00:60:00", kMissing},
+    {"TimeSecond60", ScoreDictVar::DT_TIME, "00:00:60", kMissing},
+    {"TimeLetterInside", ScoreDictVar::DT_TIME, "1a:00:00", kMissing},
+    {"TimeMinusInside", ScoreDictVar::DT_TIME, "-1:00:00", kMissing},
     {"DateTime", ScoreDictVar::DT_DATETIME, "1970-01-01T00:00:01", 1},
     {"DateTimeFull", ScoreDictVar::DT_DATETIME, "2000-02-29T12:30:15", 951827415},
     {"DateTimeBeforeEpoch", ScoreDictVar::DT_DATETIME, "1969-12-31T23:59:59", -1},
-    {"DateTimeWithoutT", ScoreDictVar::DT_DATETIME, "1970-01-01 00:00:01", kSysmis},
-    {"DateTimeBadDate", ScoreDictVar::DT_DATETIME, "1970-13-01T00:00:01", kSysmis},
-    {"DateTimeBadTime", ScoreDictVar::DT_DATETIME, "1970-01-01T25:00:01", kSysmis},
-    {"DateTimeSecondT", ScoreDictVar::DT_DATETIME, "1970-01-01T00:00T:01", kSysmis},
-    {"DateTimeSmallT", ScoreDictVar::DT_DATETIME, "1970-01-01t00:00:01", kSysmis},
+    {"DateTimeWithoutT", ScoreDictVar::DT_DATETIME, "1970-01-01 00:00:01", kMissing},
+    {"DateTimeBadDate", ScoreDictVar::DT_DATETIME, "1970-13-01T00:00:01", kMissing},
+    {"DateTimeBadTime", ScoreDictVar::DT_DATETIME, "1970-01-01T25:00:01", kMissing},
+    {"DateTimeSecondT", ScoreDictVar::DT_DATETIME, "1970-01-01T00:00T:01", kMissing},
+    {"DateTimeSmallT", ScoreDictVar::DT_DATETIME, "1970-01-01t00:00:01", kMissing},
     {"Days0", ScoreDictVar::DT_DAYS_SINCE_0, "719528", 0},
     {"Days1960", ScoreDictVar::DT_DAYS_SINCE_1960, "3653.5", 43200},
     {"Days1970", ScoreDictVar::DT_DAYS_SINCE_1970, "-1", -86400},
@@ -85,8 +81,8 @@ constexpr TextCase kTextCases[] = {
     {"Seconds1960", ScoreDictVar::DT_SECONDS_SINCE_1960, "0", -315619200},
     {"Seconds1970", ScoreDictVar::DT_SECONDS_SINCE_1970, "12.5", 12.5},
     {"Seconds1980", ScoreDictVar::DT_SECONDS_SINCE_1980, ".5", 315532800.5},
-    {"EmptyNumber", ScoreDictVar::DT_DAYS_SINCE_0, "", kSysmis},
-    {"WordNumber", ScoreDictVar::DT_SECONDS_SINCE_1970, "abc", kSysmis},
+    {"EmptyNumber", ScoreDictVar::DT_DAYS_SINCE_0, "", kMissing},
+    {"WordNumber", ScoreDictVar::DT_SECONDS_SINCE_1970, "abc", kMissing},
 };
 
 INSTANTIATE_TEST_SUITE_P(Rows, DateTimeText, testing::ValuesIn(kTextCases), veltrane::tests::NameOfRow());

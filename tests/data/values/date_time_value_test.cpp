@@ -1,3 +1,4 @@
+#include "support/numbers.h"
 #include "support/rows.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
@@ -13,14 +14,8 @@
 
 namespace {
 
-using MCVeltrane_900::DateTimeValue;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::ScoreDictVar;
-using MCVeltrane_900::ScoreValue;
-using MCVeltrane_900::StringValue;
-
-constexpr double kSysmis = -std::numeric_limits<double>::max();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using namespace MCVeltrane_900;
+using namespace veltrane::tests;
 
 double Seconds(const DateTimeValue& value) {
     return value.NumericValue::GetDouble();
@@ -58,9 +53,9 @@ TEST_P(StorageTypes, SecondsToNumber) {
 }
 
 TEST_P(StorageTypes, MissingBothWays) {
-    EXPECT_TRUE(DateTimeValue(kSysmis, type).IsSystemMissingValue());
-    EXPECT_EQ(DateTimeValue(kSysmis, type).GetDateTimeType(), GetParam().kind);
-    EXPECT_EQ(DateTimeValue().GetDoubleValue(type), kSysmis);
+    EXPECT_TRUE(DateTimeValue(kMissing, type).IsSystemMissingValue());
+    EXPECT_EQ(DateTimeValue(kMissing, type).GetDateTimeType(), GetParam().kind);
+    EXPECT_EQ(DateTimeValue().GetDoubleValue(type), kMissing);
 }
 
 TEST_P(StorageTypes, KindOfTheType) {
@@ -109,7 +104,7 @@ TEST(StorageTypesOutOfRange, GiveMissingAndDateTime) {
         const auto type = static_cast<ScoreDictVar::DateTimeType>(number);
         EXPECT_TRUE(DateTimeValue(5.0, type).IsSystemMissingValue()) << number;
         EXPECT_EQ(DateTimeValue(5.0, type).GetDateTimeType(), DateTimeValue::VAL_DATETIME) << number;
-        EXPECT_EQ(DateTimeValue(5.0, DateTimeValue::VAL_TIME).GetDoubleValue(type), kSysmis) << number;
+        EXPECT_EQ(DateTimeValue(5.0, DateTimeValue::VAL_TIME).GetDoubleValue(type), kMissing) << number;
         EXPECT_EQ(DateTimeValue::GetValType(type), DateTimeValue::VAL_DATETIME) << number;
     }
 }
@@ -267,7 +262,7 @@ TEST(DateTimeDurations, MonthsAndYearsAreAverages) {
 
 TEST(DateTimeDurations, DontTestForMissing) {
     const DateTimeValue missing, zero(0, DateTimeValue::VAL_DATETIME);
-    EXPECT_EQ(missing.ComputeDurationSeconds(zero), kSysmis);
+    EXPECT_EQ(missing.ComputeDurationSeconds(zero), kMissing);
     EXPECT_EQ(missing.ComputeDurationSeconds(missing), 0);
 }
 
@@ -280,7 +275,7 @@ TEST(KeptDateTimeGetString, OrdinaryValuesAreUndefined) {
 
 // The fields of a missing value are those of the smallest 64-bit number of seconds.
 TEST(KeptDateTimeGetString, AMissingValueIsFormattedByItsKind) {
-    for (const double seconds : {kSysmis, -kInfinity}) {
+    for (const double seconds : {kMissing, -kInfinity}) {
         EXPECT_EQ(DateTimeValue(seconds, DateTimeValue::VAL_DATE).GetString(), "-292277022657-3--28");
         EXPECT_EQ(DateTimeValue(seconds, DateTimeValue::VAL_TIME).GetString(), "8:29:52");
         EXPECT_EQ(DateTimeValue(seconds, DateTimeValue::VAL_DATETIME).GetString(), "-292277022657-3--28T8:29:52");

@@ -1,4 +1,5 @@
 #include "support/foreign_value.h"
+#include "support/numbers.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
 #include <MCVeltrane_900/DateTimeValue.h>
@@ -14,17 +15,14 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <limits>
 
 // Values of a host's own classes that report a kind and are of no class of the library's: each is written through its
 // own SetValue, by whatever class writes values of its kind.
 namespace MCVeltrane_900 {
 namespace {
 
-using veltrane::tests::ForeignValue;
+using namespace veltrane::tests;
 
-const double kMissing = NumericValue::GetSysmisValue();
-const double kInfinity = NumericValue::GetInfinity();
 constexpr auto kUnknownKind = static_cast<ScoreValue::ValueType>(7);
 constexpr std::array kKinds = {ScoreValue::NUMERIC_VALUE, ScoreValue::STRING_VALUE, ScoreValue::DATETIME_VALUE,
                                kUnknownKind};

@@ -1,3 +1,4 @@
+#include "support/numbers.h"
 #include "support/rows.h"
 
 #include <MCVeltrane_900/NumericValue.h>
@@ -10,18 +11,14 @@
 #include <cstdint>
 #include <cstdlib>
 #include <iostream>
-#include <limits>
 #include <locale>
 #include <random>
 #include <sstream>
 
 namespace {
 
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::StringValue;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kSysmis = -std::numeric_limits<double>::max();
+using namespace MCVeltrane_900;
+using namespace veltrane::tests;
 
 std::uint64_t Bits(double value) {
     return std::bit_cast<std::uint64_t>(value);
@@ -41,7 +38,7 @@ bool StreamReads(const std::string& text, double& out) {
 
 /// The rule for a number in a text, by the C library and a stream.
 double ReferenceNumber(const std::string& text) {
-    double value = kSysmis;
+    double value = kMissing;
     if (text.empty()) {
         return value;
     }
@@ -69,9 +66,9 @@ TEST_P(NumberFromText, AgreesWithAStream) {
 }
 
 constexpr NumberCase kNumberCases[] = {
-    {"Empty", "", kSysmis},
-    {"Blank", "   ", kSysmis},
-    {"Word", "abc", kSysmis},
+    {"Empty", "", kMissing},
+    {"Blank", "   ", kMissing},
+    {"Word", "abc", kMissing},
     {"Integer", "12", 12},
     {"TrailingLetters", "12abc", 12},
     {"TrailingBlanks", "12  ", 12},
@@ -79,22 +76,22 @@ constexpr NumberCase kNumberCases[] = {
     {"Plus", "+1.5", 1.5},
     {"Minus", "-1.5", -1.5},
     {"MinusZero", "-0", -0.0},
-    {"TwoSigns", "+-1", kSysmis},
-    {"SignAlone", "-", kSysmis},
-    {"SignBlank", "- 1", kSysmis},
+    {"TwoSigns", "+-1", kMissing},
+    {"SignAlone", "-", kMissing},
+    {"SignBlank", "- 1", kMissing},
     {"NoIntegerPart", ".5", 0.5},
     {"NoFraction", "5.", 5},
-    {"PointAlone", ".", kSysmis},
-    {"PointExponent", ".e5", kSysmis},
+    {"PointAlone", ".", kMissing},
+    {"PointExponent", ".e5", kMissing},
     {"TwoPoints", "1.2.3", 1.2},
     {"Comma", "1,5", 1},
     {"Exponent", "1.5e3", 1500},
     {"UpperExponent", "1.5E-3", 0.0015},
     {"PlusExponent", "1e+3", 1000},
-    {"ExponentAlone", "1e", kSysmis},
-    {"ExponentSignAlone", "1e+", kSysmis},
-    {"ExponentWord", "1ex", kSysmis},
-    {"ExponentBlank", "1e 5", kSysmis},
+    {"ExponentAlone", "1e", kMissing},
+    {"ExponentSignAlone", "1e+", kMissing},
+    {"ExponentWord", "1ex", kMissing},
+    {"ExponentBlank", "1e 5", kMissing},
     {"TwoExponents", "1e2e3", 100},
     {"PointInExponent", "1e2.5", 100},
     {"SignInside", "1-2e-5", 1},
@@ -103,13 +100,13 @@ constexpr NumberCase kNumberCases[] = {
     {"HexadecimalOverflow", "0x1p2000", kInfinity},
     {"InfinityByName", "inf", kInfinity},
     {"InfinityByLongName", " +Infinity", kInfinity},
-    {"MinusInfinityByName", "-inf", kSysmis},
-    {"NotANumberByName", "nan", kSysmis},
+    {"MinusInfinityByName", "-inf", kMissing},
+    {"NotANumberByName", "nan", kMissing},
     {"OverflowUpward", "1e999", kInfinity},
     {"OverflowUpwardWithTrailing", "1e999x", kInfinity},
-    {"OverflowDownward", "-1e999", kSysmis},
+    {"OverflowDownward", "-1e999", kMissing},
     {"LargestDouble", "1.7976931348623157e308", 1.7976931348623157e308},
-    {"MinusLargestDouble", "-1.7976931348623157e308", kSysmis},
+    {"MinusLargestDouble", "-1.7976931348623157e308", kMissing},
     {"Denormal", "4.9e-324", 5e-324},
     {"MinusDenormal", "-4.9e-324", -5e-324},
     {"Underflow", "1e-999", 0.0},
@@ -121,7 +118,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, NumberFromText, testing::ValuesIn(kNumberCases), 
 
 TEST(NumberFromTextUnreadable, AMantissaOfManyDigitsWithABrokenExponentOverflows) {
     EXPECT_EQ(NumericValue(std::string(400, '9') + "e").GetDouble(), kInfinity);
-    EXPECT_EQ(NumericValue("-" + std::string(400, '9') + "e").GetDouble(), kSysmis);
+    EXPECT_EQ(NumericValue("-" + std::string(400, '9') + "e").GetDouble(), kMissing);
 }
 
 TEST(NumberFromTextEmbeddedNul, EndsTheNumber) {
@@ -134,7 +131,7 @@ TEST(NumberFromTextEmbeddedNul, EndsTheNumber) {
                                        "34",
                                        3))
                   .GetDouble(),
-              kSysmis);
+              kMissing);
 }
 
 TEST(NumberFromTextAgainstAStream, EveryShortTextOfTheAlphabet) {

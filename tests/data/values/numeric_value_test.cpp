@@ -1,3 +1,4 @@
+#include "support/numbers.h"
 #include "support/rows.h"
 
 #include <MCCommon_900/MCMV.h>
@@ -17,14 +18,8 @@
 
 namespace {
 
-using MCVeltrane_900::DateTimeValue;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::ScoreValue;
-using MCVeltrane_900::StringValue;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kSysmis = -std::numeric_limits<double>::max();
+using namespace MCVeltrane_900;
+using namespace veltrane::tests;
 
 std::uint64_t Bits(double value) {
     return std::bit_cast<std::uint64_t>(value);
@@ -113,19 +108,19 @@ TEST(KeptNumericSetValue, OtherKindsLeaveTheNumber) {
 }
 
 TEST(MissingTests, VirtualTestIsExact) {
-    EXPECT_TRUE(NumericValue(kSysmis).IsSystemMissingValue());
-    EXPECT_FALSE(NumericValue(std::nextafter(kSysmis, 0)).IsSystemMissingValue());
+    EXPECT_TRUE(NumericValue(kMissing).IsSystemMissingValue());
+    EXPECT_FALSE(NumericValue(std::nextafter(kMissing, 0)).IsSystemMissingValue());
     EXPECT_FALSE(NumericValue(-kInfinity).IsSystemMissingValue());
     EXPECT_FALSE(NumericValue(kNaN).IsSystemMissingValue());
 }
 
 TEST(MissingTests, StaticTestAcceptsOnlyTheSameBits) {
-    EXPECT_TRUE(NumericValue::IsSystemMissingValue(kSysmis));
-    EXPECT_FALSE(NumericValue::IsSystemMissingValue(std::nextafter(kSysmis, 0)));
+    EXPECT_TRUE(NumericValue::IsSystemMissingValue(kMissing));
+    EXPECT_FALSE(NumericValue::IsSystemMissingValue(std::nextafter(kMissing, 0)));
     EXPECT_FALSE(NumericValue::IsSystemMissingValue(kNaN));
     EXPECT_FALSE(NumericValue::IsSystemMissingValue(kInfinity));
     EXPECT_FALSE(NumericValue::IsSystemMissingValue(-kInfinity));
-    EXPECT_FALSE(NumericValue::IsSystemMissingValue(-kSysmis));
+    EXPECT_FALSE(NumericValue::IsSystemMissingValue(-kMissing));
     EXPECT_FALSE(NumericValue::IsSystemMissingValue(0.0));
 }
 
@@ -148,10 +143,10 @@ TEST_P(NumericEquality, StaticAndOperatorAgreeBothWays) {
 const EqualityCase kEqualityCases[] = {
     {"Zeros", 0.0, 0.0, true},
     {"ZerosOfBothSigns", 0.0, -0.0, true},
-    {"MissingAndMissing", kSysmis, kSysmis, true},
-    {"MissingAndNumber", kSysmis, 1.0, false},
-    {"MissingAndZero", kSysmis, 0.0, false},
-    {"MissingAndItsNeighbour", kSysmis, std::nextafter(kSysmis, 0), false},
+    {"MissingAndMissing", kMissing, kMissing, true},
+    {"MissingAndNumber", kMissing, 1.0, false},
+    {"MissingAndZero", kMissing, 0.0, false},
+    {"MissingAndItsNeighbour", kMissing, std::nextafter(kMissing, 0), false},
     {"ZeroAndTiny", 0.0, 1e-300, false},
     {"WithinTheRelativeTolerance", 1.0, 1.0 + 2.2e-14, true},
     {"OutsideTheRelativeTolerance", 1.0, 1.0 + 2.3e-14, false},
@@ -209,9 +204,9 @@ constexpr OrderCase kOrderCases[] = {
     {"TheToleranceItselfIsOutside", 0.0, 1e-14, true, false, true, false},
     {"TinyNumbersTouch", 1e-300, 2e-300, false, false, true, true},
     {"LargeNeighboursDiffer", 1e20, 1e20 + 16384, true, false, true, false},
-    {"MissingLeft", kSysmis, 1, false, false, false, false},
-    {"MissingRight", 1, kSysmis, false, false, false, false},
-    {"MissingBoth", kSysmis, kSysmis, false, false, false, false},
+    {"MissingLeft", kMissing, 1, false, false, false, false},
+    {"MissingRight", 1, kMissing, false, false, false, false},
+    {"MissingBoth", kMissing, kMissing, false, false, false, false},
     {"MinusInfinityBelow", -kInfinity, 1, true, false, true, false},
     {"InfinitiesHaveNoDifference", kInfinity, kInfinity, false, true, false, true},
     {"NotANumberIsNotBelow", kNaN, 1, false, true, false, true},
@@ -269,7 +264,7 @@ constexpr IntegerCase kIntegerCases[] = {
     {"Smallest", -2147483648.0, kIndefinite},
     {"SmallestWithFraction", -2147483648.9, kIndefinite},
     {"BelowTheRange", -2147483649.0, kIndefinite},
-    {"Missing", kSysmis, kIndefinite},
+    {"Missing", kMissing, kIndefinite},
     {"Infinity", kInfinity, kIndefinite},
     {"MinusInfinity", -kInfinity, kIndefinite},
     {"NotANumber", kNaN, kIndefinite},
@@ -290,7 +285,7 @@ TEST_P(NumericGetString, IsThatOfAStream) {
 }
 
 constexpr TextCase kTextCases[] = {
-    {"Missing", kSysmis, "Undefined"},
+    {"Missing", kMissing, "Undefined"},
     {"MinusInfinity", -kInfinity, "Undefined"},
     {"Infinity", kInfinity, "inf"},
     {"NotANumber", kNaN, "nan"},

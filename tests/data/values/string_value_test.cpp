@@ -12,10 +12,7 @@
 
 namespace {
 
-using MCVeltrane_900::DateTimeValue;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::ScoreValue;
-using MCVeltrane_900::StringValue;
+using namespace MCVeltrane_900;
 
 TEST(StringValueConstruction, DefaultHolds255NulsWithLengthZero) {
     const StringValue value;

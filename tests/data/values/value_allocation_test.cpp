@@ -9,11 +9,7 @@
 
 namespace {
 
-using MCVeltrane_900::DateTimeValue;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::ScoreDictVar;
-using MCVeltrane_900::ScoreValue;
-using MCVeltrane_900::StringValue;
+using namespace MCVeltrane_900;
 using veltrane::tests::AllocationsOf;
 
 // Longer than what a string keeps inside itself.

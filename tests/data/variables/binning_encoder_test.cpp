@@ -1,4 +1,5 @@
 #include "data/sets/counted_values.h"
+#include "support/numbers.h"
 #include "support/rows.h"
 
 #include <MCVeltrane_900/ScoreBinningEncoder.h>
@@ -10,18 +11,13 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <limits>
 #include <memory>
 #include <random>
 
 namespace MCVeltrane_900 {
 namespace {
 
-using veltrane::tests::Dump;
-
-const double kInfinity = NumericValue::GetInfinity();
-const double kMissing = NumericValue::GetSysmisValue();
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
+using namespace veltrane::tests;
 
 struct BinRow {
     const char* name;

@@ -1,4 +1,5 @@
 #include "data/sets/counted_values.h"
+#include "support/numbers.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
 
@@ -9,12 +10,8 @@
 namespace MCVeltrane_900 {
 namespace {
 
-using veltrane::tests::CountedNumber;
-using veltrane::tests::CountedText;
-using veltrane::tests::Dump;
+using namespace veltrane::tests;
 using Names = std::vector<std::string>;
-
-const double kMissing = NumericValue::GetSysmisValue();
 
 /// The number 1 under "a", the text "two" under "b", the time 3 under "c".
 class CaseRecordTest : public testing::Test {

@@ -17,8 +17,7 @@
 namespace MCVeltrane_900 {
 namespace {
 
-using veltrane::tests::CountedNumber;
-using veltrane::tests::Dump;
+using namespace veltrane::tests;
 
 TEST(DictVarNumbers, OfTheEnumerations) {
     EXPECT_EQ(ScoreDictVar::kNUMERIC_VAR, 0);

@@ -1,4 +1,5 @@
 #include "data/sets/counted_values.h"
+#include "support/numbers.h"
 
 #include <MCVeltrane_900/ScoreCatNumericEncoder.h>
 #include <MCVeltrane_900/ScoreCatStringEncoder.h>
@@ -11,10 +12,8 @@
 namespace MCVeltrane_900 {
 namespace {
 
-using veltrane::tests::Dump;
+using namespace veltrane::tests;
 using Texts = std::vector<std::string>;
-
-const double kMissing = NumericValue::GetSysmisValue();
 
 TEST(EncoderNumbers, OfTheTypes) {
     EXPECT_EQ(ScoreEncoder::ENCODER_BINNING, 1);

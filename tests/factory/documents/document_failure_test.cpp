@@ -17,9 +17,6 @@
 #include <streambuf>
 
 using namespace veltrane::tests;
-using MCVeltrane_900::ModelFactory;
-using MCVeltrane_900::ScoreDictionary;
-using enum MCVeltrane_900::Message;
 
 namespace {
 

@@ -15,10 +15,6 @@
 #include <unistd.h>
 
 using namespace veltrane::tests;
-using MCVeltrane_900::ModelFactory;
-using MCVeltrane_900::ScoreDictionary;
-using MCVeltrane_900::TransformationDictionary;
-using enum MCVeltrane_900::Message;
 
 namespace {
 

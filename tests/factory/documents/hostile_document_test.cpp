@@ -13,9 +13,6 @@
 #include <sstream>
 
 using namespace veltrane::tests;
-using MCVeltrane_900::ModelFactory;
-using MCVeltrane_900::ScoreDictionary;
-using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -199,8 +196,7 @@ TEST(AnyBytes, EmptyAndBinaryFiles) {
     const std::string binary[] = {"",
                                   std::string(1, '\0'),
                                   std::string(100000, '\0'),
-                                  "\x7F"
-                                  "ELF\x02\x01\x01",
+                                  "\177ELF\x02\x01\x01",
                                   "PK\x03\x04",
                                   "\x1F\x8B\x08",
                                   "\xFF\xFE",

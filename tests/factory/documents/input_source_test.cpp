@@ -12,9 +12,7 @@
 #include <sstream>
 
 using namespace veltrane::tests;
-using MCVeltrane_900::ModelFactory;
 using MCXML_900::MCXInputSource;
-using enum MCVeltrane_900::Message;
 
 namespace {
 

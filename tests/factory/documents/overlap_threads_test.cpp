@@ -9,9 +9,8 @@
 #include <sstream>
 #include <thread>
 
+using namespace MCVeltrane_900;
 using namespace veltrane::tests;
-using MCVeltrane_900::ModelFactory;
-using MCVeltrane_900::VTDynamicLoadedLibrary;
 
 /// How many models are built at a time. A plug-in counts.
 namespace {

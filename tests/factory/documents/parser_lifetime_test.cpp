@@ -12,10 +12,6 @@
 #include <sstream>
 
 using namespace veltrane::tests;
-using MCVeltrane_900::ModelFactory;
-using MCVeltrane_900::ScoreDictionary;
-using MCVeltrane_900::VTException;
-using enum MCVeltrane_900::Message;
 
 /// What becomes of the parser, and with it of the document, on each road through the factory.
 namespace {

@@ -21,7 +21,6 @@
 #define VELTRANE_IN_FRONT __attribute__((visibility("default")))
 
 namespace veltrane::tests {
-
 namespace {
 
 std::atomic<XmlFault> gFault{XmlFault::NONE};
@@ -89,12 +88,7 @@ Documents DocumentsSoFar() {
 
 } // namespace veltrane::tests
 
-using veltrane::tests::gFault;
-using veltrane::tests::gScans;
-using veltrane::tests::gStarted;
-using veltrane::tests::Real;
-using veltrane::tests::UnknownFault;
-using veltrane::tests::XmlFault;
+using namespace veltrane::tests;
 
 XERCES_CPP_NAMESPACE_BEGIN
 

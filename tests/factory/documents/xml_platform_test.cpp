@@ -16,10 +16,6 @@
 #include <unistd.h>
 
 using namespace veltrane::tests;
-using MCVeltrane_900::Message;
-using MCVeltrane_900::ModelFactory;
-using MCVeltrane_900::ScoreDictionary;
-using enum MCVeltrane_900::Message;
 
 namespace {
 

@@ -7,11 +7,6 @@
 #include <gtest/gtest.h>
 
 using namespace veltrane::tests;
-using MCVeltrane_900::BaseDictionary;
-using MCVeltrane_900::ModelFactory;
-using MCVeltrane_900::ScoreDictionary;
-using MCVeltrane_900::ScoreModel;
-using enum MCVeltrane_900::Message;
 
 namespace {
 

@@ -149,9 +149,7 @@ std::vector<SearchRow> SearchRows() {
         {"Empty", false, ""},
         {"BytesBeyondAscii", false, "<PMML a='\xC3\xA4'/>"},
         {"BadBytes", false, "<PMML a='\xFF'>" + element + "</PMML>"},
-        {"LongFormsOfLetters", false,
-         "<PMML><\xC1\x8E"
-         "earestNeighborModel/></PMML>"},
+        {"LongFormsOfLetters", false, "<PMML><\301\216earestNeighborModel/></PMML>"},
     };
     for (const char* const encoding :
          {"UTF-8", "utf-8", "US-ASCII", "ISO-8859-1", "Windows-1252", "UTF-16", "IBM037"}) {

@@ -11,8 +11,7 @@
 
 namespace veltrane::tests {
 
-using MCVeltrane_900::ModelFactory;
-using MCVeltrane_900::VTDynamicLoadedLibrary;
+using namespace MCVeltrane_900;
 
 Record RecordOf(const MCVeltrane_900::ScoreModel* model) {
     Record record;

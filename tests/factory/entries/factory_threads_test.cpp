@@ -15,11 +15,6 @@
 #include <vector>
 
 using namespace veltrane::tests;
-using MCVeltrane_900::Message;
-using MCVeltrane_900::ModelFactory;
-using MCVeltrane_900::ScoreDictionary;
-using MCVeltrane_900::VTException;
-using enum MCVeltrane_900::Message;
 
 namespace {
 

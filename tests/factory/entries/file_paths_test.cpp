@@ -8,8 +8,6 @@
 #include <sstream>
 
 using namespace veltrane::tests;
-using MCVeltrane_900::ModelFactory;
-using enum MCVeltrane_900::Message;
 
 /// Paths are given in UTF-8 and opened in the code page, which stays that of the first conversion: each test is alone
 /// in its process.
@@ -72,9 +70,7 @@ protected:
 };
 
 TEST_F(FilePathsInTheCodePage, AreConverted) {
-    Write("Gr\xF6\xDF"
-          "en.txt",
-          "\xE4\xFC.xml");
+    Write("Gr\366\337en.txt", "\xE4\xFC.xml");
     EXPECT_TRUE(Open("Größen.txt", "äü.xml"));
     ExpectFailure([] { Open("\xE4\xFC.xml", ""); }, {CANNOT_OPEN_FILE, "??.xml"});
 }

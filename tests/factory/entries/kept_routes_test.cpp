@@ -6,8 +6,6 @@
 #include <sstream>
 
 using namespace veltrane::tests;
-using MCVeltrane_900::ModelFactory;
-using enum MCVeltrane_900::Message;
 
 /// Behaviour of the routes that looks odd and that hosts and plug-ins rely on.
 namespace {

@@ -12,9 +12,6 @@
 #include <sstream>
 
 using namespace veltrane::tests;
-using MCVeltrane_900::ModelFactory;
-using MCVeltrane_900::ScoreDictVar;
-using enum MCVeltrane_900::Message;
 
 namespace {
 

@@ -7,7 +7,6 @@
 #include <dlfcn.h>
 
 using namespace veltrane::tests;
-using enum MCVeltrane_900::Message;
 
 namespace {
 

@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 
 using namespace veltrane::tests;
-using MCVeltrane_900::ModelFactory;
-using enum MCVeltrane_900::Message;
 
 namespace {
 

@@ -14,10 +14,6 @@
 #include <sstream>
 
 using namespace veltrane::tests;
-using MCVeltrane_900::ModelFactory;
-using MCVeltrane_900::ScoreDictionary;
-using MCVeltrane_900::TransformationDictionary;
-using enum MCVeltrane_900::Message;
 
 namespace {
 

@@ -12,7 +12,6 @@
 #include <vector>
 
 using namespace veltrane::tests;
-using MCVeltrane_900::VTException;
 
 namespace {
 

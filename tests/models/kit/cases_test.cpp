@@ -9,10 +9,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 using namespace veltrane::tests;
-using namespace MCVeltrane_900;
 
 namespace {
 
@@ -141,7 +139,7 @@ protected:
 };
 
 TEST_F(OddValue, NoNumberIsMissing) {
-    EXPECT_EQ(Score(new NumericValue(std::numeric_limits<double>::quiet_NaN())), -7);
+    EXPECT_EQ(Score(new NumericValue(kNaN)), -7);
 }
 
 TEST_F(OddValue, TheMissingNumberIsMissing) {
@@ -149,7 +147,7 @@ TEST_F(OddValue, TheMissingNumberIsMissing) {
 }
 
 TEST_F(OddValue, InfinityIsOutsideOfTheInterval) {
-    EXPECT_EQ(Score(new NumericValue(std::numeric_limits<double>::infinity())), -7);
+    EXPECT_EQ(Score(new NumericValue(kInfinity)), -7);
 }
 
 TEST_F(OddValue, ATextInPlaceOfANumberIsInvalid) {
@@ -186,9 +184,9 @@ TEST(OddRecord, WithoutAnyFieldIsACaseWithMissingValues) {
 
 TEST(OddRecord, NullIsNoCase) {
     Scored scored(kSmallRegression);
-    EXPECT_EQ(scored.Model().Score(nullptr, &scored.Result()), MCScore::MCStatus(90027, false));
+    EXPECT_EQ(scored.Model().Score(nullptr, &scored.Result()), MCScore::MCStatus(kNoPrediction, false));
     const CaseRecord record;
-    EXPECT_EQ(scored.Model().Score(&record, nullptr), MCScore::MCStatus(90027, false));
+    EXPECT_EQ(scored.Model().Score(&record, nullptr), MCScore::MCStatus(kNoPrediction, false));
 }
 
 TEST(Record, ANewSizeMayHaveANewLayout) {

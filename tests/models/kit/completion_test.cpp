@@ -11,8 +11,6 @@
 #include <gtest/gtest.h>
 
 using namespace veltrane::tests;
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
 
 namespace {
 

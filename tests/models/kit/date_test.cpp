@@ -1,4 +1,3 @@
-// Fields, targets and outputs that are dates.
 #include "models/kit/scoring.h"
 
 #include <MCVeltrane_900/ScoreDictVar.h>

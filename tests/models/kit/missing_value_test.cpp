@@ -1,5 +1,6 @@
 // What counts as missing among computed values: copies of a missing date do, and nothing that is a value.
 #include "kit/inputs/missing_value.h"
+#include "support/numbers.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/NumericValue.h>
@@ -8,8 +9,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
+using namespace veltrane::tests;
 using namespace veltrane_kit;
 using namespace MCVeltrane_900;
 
@@ -36,8 +37,7 @@ TEST(MissingValue, IsNoMomentBesideThose) {
     const double copy = NumericValue::GetSysmisValue() / 86400;
     for (const double seconds :
          {0.0, -62167219200.0, -9.3e18, -1e20, -1e300, copy * 1.0000000001, std::nextafter(copy, 0),
-          std::nextafter(copy, -std::numeric_limits<double>::infinity()), -copy,
-          -std::numeric_limits<double>::infinity(), std::nan("")}) {
+          std::nextafter(copy, -kInfinity), -copy, -kInfinity, std::nan("")}) {
         const DateTimeValue date(seconds, DateTimeValue::VAL_DATE);
         EXPECT_FALSE(IsMissing(&date)) << seconds;
     }

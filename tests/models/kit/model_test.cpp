@@ -21,13 +21,12 @@
 #include <thread>
 
 using namespace veltrane::tests;
-using namespace MCVeltrane_900;
 
 namespace {
 
 /// The status of a case of the small regression without its first number.
 MCScore::MCStatus LacksX() {
-    MCScore::MCStatus status(90027, false);
+    MCScore::MCStatus status(kNoPrediction, false);
     veltrane_kit::UnscoredReason{veltrane_kit::UnscoredReason::MISSING, 1}.WriteTo(status);
     return status;
 }

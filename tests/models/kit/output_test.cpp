@@ -14,8 +14,6 @@
 #include <stdexcept>
 
 using namespace veltrane::tests;
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -339,7 +337,7 @@ TEST(DerivedField, ImputationBeyondItsLabelsLeavesTheCaseUnscored) {
     EXPECT_EQ(scored.Number(), kCompleteAnswer);
     const MCScore::MCStatus status = scored.Score({{"x", "9"}, {"z", "3"}, {"c", "a"}});
     EXPECT_TRUE(status.IsError());
-    EXPECT_EQ(status.GetErrorCode(), 90027);
+    EXPECT_EQ(status.GetErrorCode(), kNoPrediction);
     EXPECT_FALSE(scored.Score({{"x", "2"}, {"z", "3"}, {"c", "a"}}).IsError());
 }
 

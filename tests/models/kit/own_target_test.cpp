@@ -10,8 +10,6 @@
 #include <cmath>
 
 using namespace veltrane::tests;
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -56,11 +54,11 @@ TEST(OwnTarget, HasADefault) {
 
 TEST(OwnTarget, WithoutADefaultLeavesACaseWithoutAPrediction) {
     Scored number(OwnRegression("<Target castInteger='round'/>"));
-    EXPECT_EQ(number.Score({}).GetErrorCode(), 90027);
+    EXPECT_EQ(number.Score({}).GetErrorCode(), kNoPrediction);
     Scored category(OwnClassification("<Target/>"));
-    EXPECT_EQ(category.Score({}).GetErrorCode(), 90027);
+    EXPECT_EQ(category.Score({}).GetErrorCode(), kNoPrediction);
     Scored none(OwnRegression(""));
-    EXPECT_EQ(none.Score({}).GetErrorCode(), 90027);
+    EXPECT_EQ(none.Score({}).GetErrorCode(), kNoPrediction);
 }
 
 TEST(OwnTarget, NamesAndWeighsCategories) {

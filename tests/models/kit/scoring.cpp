@@ -17,9 +17,6 @@
 #include <stdexcept>
 
 namespace veltrane::tests {
-
-using namespace MCVeltrane_900;
-
 namespace {
 
 ScoreValue* MakeValue(const ScoreDictVar& var, const std::string& text) {

@@ -2,6 +2,7 @@
 #define VELTRANE_TESTS_MODELS_SCORING_H
 
 #include "support/faults/fault.h"
+#include "support/numbers.h"
 
 #include <MCScore/MCStatus.h>
 #include <MCVeltrane_900/CaseRecord.h>
@@ -46,7 +47,8 @@ private:
     std::unique_ptr<MCVeltrane_900::ScoreResult> fResult;
 };
 
-constexpr double kMissing = -1.7976931348623157e+308;
+/// The code of the status of a case without a prediction.
+constexpr long kNoPrediction = 90027;
 
 /// Reads a model through the factory, with the list of all plug-ins of the tree.
 std::unique_ptr<MCVeltrane_900::ScoreModel> ReadModel(const std::string& document);

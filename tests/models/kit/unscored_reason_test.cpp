@@ -13,7 +13,6 @@
 #include <gtest/gtest.h>
 
 using namespace veltrane::tests;
-using namespace MCVeltrane_900;
 using veltrane_kit::UnscoredReason;
 
 namespace {
@@ -44,7 +43,7 @@ std::string ReasonOf(const std::string& document, const Case& values) {
     Scored scored(document);
     EXPECT_TRUE(scored.Model().SetOption("missingValuePolicy", "noPrediction"));
     const MCScore::MCStatus status = scored.Score(values);
-    EXPECT_EQ(status.GetErrorCode(), status.IsError() ? 90027 : 0);
+    EXPECT_EQ(status.GetErrorCode(), status.IsError() ? kNoPrediction : 0);
     return TextOf(status, scored.Model());
 }
 
@@ -57,7 +56,7 @@ std::string WithTreatment(const std::string& attributes) {
 
 TEST(UnscoredReason, IsNotTold) {
     EXPECT_EQ(ReasonOf(kSmallRegression, {{"x", "2"}, {"z", "3"}, {"c", "a"}}), "not told");
-    EXPECT_EQ(UnscoredReason::ReadFrom(MCScore::MCStatus(90027, false)).kind, UnscoredReason::NOT_TOLD);
+    EXPECT_EQ(UnscoredReason::ReadFrom(MCScore::MCStatus(kNoPrediction, false)).kind, UnscoredReason::NOT_TOLD);
     MCScore::MCStatus other(7, false);
     for (const long datum : {1L, -1L, UnscoredReason::NO_PREDICTION - 1L, UnscoredReason::OTHER_LAYOUT + 1L}) {
         other.SetDiscreteDatum(0, datum);
@@ -201,7 +200,7 @@ TEST(RecordLayout, OfAnotherOneIsRefusedWhereTheKitLooks) {
     swapped.Add("x", new NumericValue(2));
     ASSERT_TRUE(scored.Model().Score(&first, &scored.Result()).IsOK());
     const MCScore::MCStatus status = scored.Model().Score(&swapped, &scored.Result());
-    EXPECT_EQ(status.GetErrorCode(), 90027);
+    EXPECT_EQ(status.GetErrorCode(), kNoPrediction);
     EXPECT_EQ(UnscoredReason::ReadFrom(status).kind, UnscoredReason::OTHER_LAYOUT);
     EXPECT_EQ(UnscoredReason::ReadFrom(status).place, 1);
     EXPECT_EQ(scored.Result().GetResultValue(), nullptr);

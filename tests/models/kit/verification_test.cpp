@@ -1,4 +1,3 @@
-// The verification records of documents.
 #include "kit/model/verification.h"
 #include "models/kit/scoring.h"
 #include "models/kit/small_documents.h"
@@ -12,7 +11,6 @@
 using namespace veltrane::tests;
 using veltrane_kit::Verification;
 using veltrane_kit::VerificationField;
-using enum MCVeltrane_900::Message;
 
 namespace {
 

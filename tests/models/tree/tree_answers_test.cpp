@@ -15,7 +15,6 @@ using namespace veltrane::tests;
 namespace {
 
 constexpr double kTolerance = 1e-14;
-constexpr long kNoPrediction = 90027;
 
 /// A number that is computed in another order than that of the script.
 void ExpectNumber(double actual, const std::string& answer, const std::string& where) {

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 using namespace veltrane::tests;
-using enum MCVeltrane_900::Message;
 
 namespace {
 

@@ -11,7 +11,6 @@
 #include <thread>
 
 using namespace veltrane::tests;
-using enum MCVeltrane_900::Message;
 
 namespace {
 
@@ -47,13 +46,13 @@ TEST(TreeModel, TakesTheMostProbableCategoryWithoutAScore) {
 TEST(TreeModel, ANodeThatSaysNothingPredictsNothing) {
     std::string document = Replaced(kSmallTree, "<Node id='2' score='a'", "<Node id='2'");
     Scored scored(document);
-    EXPECT_EQ(scored.Score({{"x", "2"}}).GetErrorCode(), 90027);
+    EXPECT_EQ(scored.Score({{"x", "2"}}).GetErrorCode(), kNoPrediction);
     EXPECT_EQ(scored.Text(), "");
 }
 
 TEST(TreeModel, ARootThatDoesNotHoldPredictsNothing) {
     Scored scored(Replaced(kSmallTree, "  <True/>\n", "<False/>"));
-    EXPECT_EQ(scored.Score({{"x", "2"}}).GetErrorCode(), 90027);
+    EXPECT_EQ(scored.Score({{"x", "2"}}).GetErrorCode(), kNoPrediction);
 }
 
 TEST(TreeModel, NodesWithoutAnIdAreCalledByTheirPlace) {

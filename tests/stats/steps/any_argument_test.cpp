@@ -18,12 +18,7 @@ namespace {
 using MCCommon_900::MCMV;
 using MCMath_900::MCDistFun;
 using veltrane::stats::stepsTaken;
-using veltrane::tests::ArgumentRelation;
-using veltrane::tests::ArgumentSource;
-using veltrane::tests::GoldenFunction;
-using veltrane::tests::GoldenFunctions;
-using veltrane::tests::kEdges;
-using veltrane::tests::RelationOf;
+using namespace veltrane::tests;
 
 /// A millisecond, at 8 nanoseconds a round of the slowest loop.
 constexpr long kMillisecond = 125000;

@@ -11,21 +11,25 @@
 
 namespace veltrane::tests {
 
+// Tests write the names of the library and of its messages without a prefix.
+using namespace MCVeltrane_900;
+using enum Message;
+
 /// What a failure tells: a message of the catalogue and the parameters in its places, of which the tests know the whole
-/// text. It is written {MISSING_ATTRIBUTE_OF, "name", "DataField"} where `using enum MCVeltrane_900::Message` stands.
+/// text. It is written {MISSING_ATTRIBUTE_OF, "name", "DataField"}.
 struct Failure {
     static constexpr int kMost = 6; ///< the most places that a message has
 
     /// The parameters are not copied.
     template <typename... Texts>
-    constexpr Failure(MCVeltrane_900::Message what, Texts... texts) : message(what), parameters{texts...} {
+    constexpr Failure(Message what, Texts... texts) : message(what), parameters{texts...} {
         static_assert(sizeof...(texts) <= kMost);
     }
 
     /// The text of the message with the parameters filled in, from the tests' own copy of the catalogue.
     std::string Text() const;
 
-    MCVeltrane_900::Message message;
+    Message message;
     const char* parameters[kMost]; ///< null behind the last
 };
 

@@ -14,12 +14,7 @@
 namespace veltrane::host {
 namespace {
 
-using MCVeltrane_900::BaseDictionary;
-using MCVeltrane_900::DateTimeValue;
-using MCVeltrane_900::DictVar;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::ScoreDictVar;
-using MCVeltrane_900::ScoreValue;
+using namespace MCVeltrane_900;
 
 class ReadableNumbers : public testing::TestWithParam<const char*> {};
 

@@ -102,26 +102,13 @@ INSTANTIATE_TEST_SUITE_P(
         ReaderCase{
             "EmptyLinesOfOneColumnAreCases", "a\n1\n\n2\r\n\r\n", {{"a"}, {"1"}, {""}, {"2"}, {""}}, {1, 2, 3, 4, 5}},
         ReaderCase{"RaggedRowsAreGivenAsTheyAre", "a,b\n1\n1,2,3\n", {{"a", "b"}, {"1"}, {"1", "2", "3"}}, {1, 2, 3}},
-        ReaderCase{"ByteOrderMarkIsDropped",
-                   "\xEF\xBB\xBF"
-                   "a,b\n1,2\n",
-                   {{"a", "b"}, {"1", "2"}},
-                   {1, 2}},
+        ReaderCase{"ByteOrderMarkIsDropped", "\uFEFFa,b\n1,2\n", {{"a", "b"}, {"1", "2"}}, {1, 2}},
         ReaderCase{"ByteOrderMarkInFrontOfAQuote", "\xEF\xBB\xBF\"a\",b\n", {{"a", "b"}}, {1}},
         ReaderCase{"ByteOrderMarkAlone", "\xEF\xBB\xBF", {}, {}},
         ReaderCase{"NulIsAnOrdinaryByte", std::string("a\nx\0y\n", 6), {{"a"}, {std::string("x\0y", 3)}}, {1, 2}},
-        ReaderCase{"Utf16IsRefused",
-                   "\xFF\xFE"
-                   "a",
-                   {},
-                   {},
-                   "f.csv: the file is UTF-16; convert it to UTF-8 first"},
-        ReaderCase{"Utf16BigEndianIsRefused",
-                   "\xFE\xFF"
-                   "a",
-                   {},
-                   {},
-                   "f.csv: the file is UTF-16; convert it to UTF-8 first"},
+        ReaderCase{"Utf16IsRefused", "\377\376a", {}, {}, "f.csv: the file is UTF-16; convert it to UTF-8 first"},
+        ReaderCase{
+            "Utf16BigEndianIsRefused", "\376\377a", {}, {}, "f.csv: the file is UTF-16; convert it to UTF-8 first"},
         ReaderCase{"Utf16WithoutAMarkIsRefused",
                    std::string("a\0,\0b\0\n\0", 8),
                    {},

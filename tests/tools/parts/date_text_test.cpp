@@ -1,12 +1,13 @@
 #include "cases/date_text.h"
+#include "support/numbers.h"
 #include "support/rows.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace veltrane::host {
 namespace {
+
+using namespace veltrane::tests;
 
 struct FormCase {
     const char* name;
@@ -90,7 +91,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TextCase{"BeforeYearZero", -62167219201.0, DateForm::DATE, "-62167219201"},
                     TextCase{"LastYear", 253402300799.0, DateForm::DATE_TIME, "9999-12-31T23:59:59"},
                     TextCase{"BehindTheLastYear", 253402300800.0, DateForm::DATE_TIME, "253402300800"},
-                    TextCase{"Infinity", std::numeric_limits<double>::infinity(), DateForm::DATE_TIME, "inf"}),
+                    TextCase{"Infinity", kInfinity, DateForm::DATE_TIME, "inf"}),
     veltrane::tests::NameOfRow());
 
 } // namespace

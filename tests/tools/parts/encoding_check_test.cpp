@@ -17,14 +17,8 @@ struct TextCase {
 const TextCase kTexts[] = {
     {"NoText", "UTF-8", "", true},
     {"Ascii", "UTF-8", "a longer text of ASCII, 35 and more", true},
-    {"Letters", "UTF-8",
-     "Gr\xC3\xB6\xC3\x9F"
-     "e \xE6\xA8\xA1 \xF0\x9F\x98\x80",
-     true},
-    {"OtherLetters", "UTF-8",
-     "Gr\xF6\xDF"
-     "e",
-     false},
+    {"Letters", "UTF-8", "Gr\u00F6\u00DFe \xE6\xA8\xA1 \xF0\x9F\x98\x80", true},
+    {"OtherLetters", "UTF-8", "Gr\366\337e", false},
     {"LetterOfAnotherEncodingAtTheEnd", "UTF-8", "12345678901234567\xE9", false},
     {"CutLetter", "UTF-8", "caf\xC3", false},
     {"LoneContinuation", "UTF-8", "\x80", false},
@@ -32,10 +26,7 @@ const TextCase kTexts[] = {
     {"Surrogate", "UTF-8", "\xED\xA0\x80", false},
     {"BeyondUnicode", "UTF-8", "\xF4\x90\x80\x80", false},
     {"LastCharacter", "UTF-8", "\xF4\x8F\xBF\xBF", true},
-    {"OneByteLetters", "CP1252",
-     "Gr\xF6\xDF"
-     "e \x80",
-     true},
+    {"OneByteLetters", "CP1252", "Gr\366\337e \x80", true},
     {"NoCharacterOfACodePage", "CP1252", "caf\x81", false},
     {"NoCharacterOfACodePageByItsOtherName", "windows-1252", "\x9D", false},
     {"NoCharacterOfAnotherCodePage", "windows-1250", "\x83", false},
@@ -64,17 +55,10 @@ TEST_P(EncodingCheckTest, Holds) {
 INSTANTIATE_TEST_SUITE_P(Texts, EncodingCheckTest, testing::ValuesIn(kTexts), veltrane::tests::NameOfRow());
 
 TEST(EscapedTest, ShowsBytesThatAreNoUtf8) {
-    EXPECT_EQ(Escaped("Gr\xF6\xDF"
-                      "e"),
-              "Gr\\xF6\\xDFe");
+    EXPECT_EQ(Escaped("Gr\366\337e"), "Gr\\xF6\\xDFe");
     EXPECT_EQ(Escaped("caf\xC3"), "caf\\xC3");
-    EXPECT_EQ(Escaped("Gr\xC3\xB6\xC3\x9F"
-                      "e \xF0\x9F\x98\x80"),
-              "Gr\xC3\xB6\xC3\x9F"
-              "e \xF0\x9F\x98\x80");
-    EXPECT_EQ(Escaped("a\n\r\t\x1B\x7F\xC2\x9B"
-                      "b"),
-              "a\\n\\r\\t\\x1B\\x7F\\xC2\\x9Bb");
+    EXPECT_EQ(Escaped("Gr\u00F6\u00DFe \xF0\x9F\x98\x80"), "Gr\u00F6\u00DFe \xF0\x9F\x98\x80");
+    EXPECT_EQ(Escaped("a\n\r\t\x1B\x7F\u009Bb"), "a\\n\\r\\t\\x1B\\x7F\\xC2\\x9Bb");
 }
 
 } // namespace

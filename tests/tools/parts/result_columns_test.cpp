@@ -10,10 +10,7 @@
 namespace veltrane::host {
 namespace {
 
-using MCVeltrane_900::DateTimeValue;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::ScoreValue;
-using MCVeltrane_900::StringValue;
+using namespace MCVeltrane_900;
 using veltrane::tests::ForeignValue;
 
 /// A value's cell in a row that has another one behind it.

@@ -9,10 +9,7 @@
 namespace veltrane::host {
 namespace {
 
-using MCVeltrane_900::DateTimeValue;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::ScoreValue;
-using MCVeltrane_900::StringValue;
+using namespace MCVeltrane_900;
 
 TEST(WriteValueTest, LeavesTheCellOfAMissingValueEmpty) {
     const NumericValue number;

@@ -51,8 +51,7 @@ TEST(TextColumns, CountsWhatATerminalShows) {
     EXPECT_EQ(TextColumns("e\xCC\x81"), 1);                // a letter and a combining accent
     EXPECT_EQ(TextColumns("\xEF\xBC\xA1"), 2);             // a full-width letter
     EXPECT_EQ(TextColumns("\xEF\xBD\xB1"), 1);             // a half-width one
-    EXPECT_EQ(TextColumns("a\xE2\x80\x8D"
-                          "b"),
+    EXPECT_EQ(TextColumns("a\u200Db"),
               2);                      // a joiner of no width
     EXPECT_EQ(TextColumns("\xFF"), 1); // no UTF-8
 }

@@ -85,7 +85,7 @@ protected:
             makers.emplace_back([this, name] { return Field(name); });
         }
         makers.emplace_back([this] { return Constant(NumericValue(1.0)); });
-        makers.emplace_back([this] { return Constant(NumericValue(kSysmis)); });
+        makers.emplace_back([this] { return Constant(NumericValue(kMissing)); });
         makers.emplace_back([this] { return Constant(StringValue("b")); });
         makers.emplace_back([this] { return Constant(DateTimeValue(5.0, DateTimeValue::VAL_TIME)); });
         makers.emplace_back([this] { return ConstantWithoutValue(); });

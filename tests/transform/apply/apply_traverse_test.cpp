@@ -1,11 +1,11 @@
 #include "apply_fields.h"
+#include "support/numbers.h"
 #include "transform/trees/trees.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -76,7 +76,7 @@ TEST_F(ApplyTraverse, PlusOfThreeFoldsFromTheLeft) {
 }
 
 TEST_F(ApplyTraverse, OneMissingMakesAPlusOfThreeMissingAndNothingRescuesIt) {
-    Input("x", kSysmis);
+    Input("x", kMissing);
     ApplyNodeStats stats;
     stats.SetRecodeMissValueTo(Own(Num(9)));
     stats.SetDefaultValue(Own(Num(8)));
@@ -115,12 +115,12 @@ TEST_F(ApplyTraverse, ADateDifferenceOfOneArgumentTakesZeroFromIt) {
 
 TEST_F(ApplyTraverse, ADateDifferenceWithASysmisOperandIsMissing) {
     Input("d", kDateTime, new DateTimeValue(90000, DateTimeValue::VAL_DATETIME));
-    EXPECT_EQ(NumberOf(Call(TD::TF_DATE_DAYS_DIFFERENCE, {Field("d"), Const(kSysmis)})), "number SYSMIS");
+    EXPECT_EQ(NumberOf(Call(TD::TF_DATE_DAYS_DIFFERENCE, {Field("d"), Const(kMissing)})), "number SYSMIS");
 }
 
 TEST_F(ApplyTraverse, ADateFunctionWithAnOperandThatIsNoNumberIsMissing) {
     Input("d", kDateTime, new DateTimeValue(90000, DateTimeValue::VAL_DATETIME));
-    Input("x", std::numeric_limits<double>::quiet_NaN());
+    Input("x", kNaN);
     for (const TD::TransformFunction function :
          {TD::TF_DATE_YEARS_DIFFERENCE, TD::TF_DATE_MONTHS_DIFFERENCE, TD::TF_DATE_DAYS_DIFFERENCE,
           TD::TF_TIME_HOURS_DIFFERENCE, TD::TF_TIME_MINUTES_DIFFERENCE, TD::TF_TIME_SECONDS_DIFFERENCE,
@@ -168,7 +168,7 @@ TEST_F(ApplyTraverse, ATextThatIfGivesHasTheLengthZero) {
 }
 
 TEST_F(ApplyTraverse, ATestForMissingLeavesTheFurtherArgumentsAlone) {
-    Input("x", kSysmis);
+    Input("x", kMissing);
     Input("y", 6);
     for (const auto function : {TD::TF_IS_MISSING, TD::TF_IS_NOT_MISSING}) {
         FunctionTreeImp* root = Call(function, {Field("x"), Field("y")});
@@ -223,7 +223,7 @@ TEST_F(ApplyTraverse, AMissingNumberIsSysmisUnderAnythingButValueAndSysmis) {
 }
 
 TEST_F(ApplyTraverse, AMissingDateIsReplacedOrStays) {
-    Input("d", kDateTime, new DateTimeValue(kSysmis, DateTimeValue::VAL_DATETIME));
+    Input("d", kDateTime, new DateTimeValue(kMissing, DateTimeValue::VAL_DATETIME));
     const auto replacement = [] { return new DateTimeValue(400 * 86400.0, DateTimeValue::VAL_DATETIME); };
     EXPECT_EQ(NumberOf(Call(TD::TF_YEAR_FROM_DATE, {Field("d", replacement())})), "number 1971");
     EXPECT_EQ(NumberOf(Call(TD::TF_YEAR_FROM_DATE, {Field("d")})), "number SYSMIS");
@@ -248,9 +248,9 @@ TEST_F(KeptApplyTraverse, TheWidthOfAFieldIsWrittenIntoTheValueOfTheRecord) {
 // ---- what stands behind the last argument ----
 
 TEST_F(ApplyTraverse, AReplacementThatIsMissingItselfGivesWayToTheDefault) {
-    Input("x", kSysmis);
+    Input("x", kMissing);
     ApplyNodeStats stats;
-    stats.SetRecodeMissValueTo(Own(Num(kSysmis)));
+    stats.SetRecodeMissValueTo(Own(Num(kMissing)));
     stats.SetDefaultValue(Own(Num(8)));
     EXPECT_EQ(NumberOf(Call(stats, TD::TF_SUM, {Field("x"), Field("x")})), "number 8");
 }

@@ -1,6 +1,6 @@
+#include "support/numbers.h"
 #include "support/rows.h"
 
-#include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
 
 #include <gtest/gtest.h>
@@ -8,14 +8,10 @@
 #include <cmath>
 #include <limits>
 
-using MCVeltrane_900::NumericValue;
+using namespace veltrane::tests;
 using Functions = MCVeltrane_900::TransformationDictionary;
 
 namespace {
-
-const double kSysmis = NumericValue::GetSysmisValue();
-const double kInfinity = std::numeric_limits<double>::infinity();
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 struct UnaryRow {
     const char* name;
@@ -33,45 +29,45 @@ TEST_P(UnaryFunction, GivesTheStatedNumber) {
 
 const UnaryRow kUnaryRows[] = {
     {"AbsOfNegative", Functions::Abs, -2.5, 2.5},
-    {"AbsOfMissing", Functions::Abs, kSysmis, kSysmis},
+    {"AbsOfMissing", Functions::Abs, kMissing, kMissing},
     {"ExpOfZero", Functions::Exp, 0.0, 1.0},
     {"ExpAtUpperBound", Functions::Exp, 709.0, std::exp(709.0)},
-    {"ExpAboveUpperBound", Functions::Exp, 709.0000001, kSysmis},
+    {"ExpAboveUpperBound", Functions::Exp, 709.0000001, kMissing},
     {"ExpAboveLowerBound", Functions::Exp, -707.9999, std::exp(-707.9999)},
     {"ExpAtLowerBound", Functions::Exp, -708.0, 0.0},
-    {"ExpOfMissing", Functions::Exp, kSysmis, kSysmis},
+    {"ExpOfMissing", Functions::Exp, kMissing, kMissing},
     {"ExpOfNaN", Functions::Exp, kNaN, 0.0},
     {"Log10OfThousand", Functions::Log10, 1000.0, 3.0},
-    {"Log10OfZero", Functions::Log10, 0.0, kSysmis},
-    {"Log10OfNegative", Functions::Log10, -1.0, kSysmis},
-    {"Log10OfMissing", Functions::Log10, kSysmis, kSysmis},
+    {"Log10OfZero", Functions::Log10, 0.0, kMissing},
+    {"Log10OfNegative", Functions::Log10, -1.0, kMissing},
+    {"Log10OfMissing", Functions::Log10, kMissing, kMissing},
     {"LnOfOne", Functions::Ln, 1.0, 0.0},
-    {"LnOfZero", Functions::Ln, 0.0, kSysmis},
-    {"LnOfMissing", Functions::Ln, kSysmis, kSysmis},
+    {"LnOfZero", Functions::Ln, 0.0, kMissing},
+    {"LnOfMissing", Functions::Ln, kMissing, kMissing},
     {"SqrtOfNine", Functions::Sqrt, 9.0, 3.0},
     {"SqrtOfZero", Functions::Sqrt, 0.0, 0.0},
-    {"SqrtOfNegative", Functions::Sqrt, -1e-300, kSysmis},
-    {"SqrtOfMissing", Functions::Sqrt, kSysmis, kSysmis},
+    {"SqrtOfNegative", Functions::Sqrt, -1e-300, kMissing},
+    {"SqrtOfMissing", Functions::Sqrt, kMissing, kMissing},
     {"TruncTowardZero", Functions::Trunc, -2.9, -2.0},
     {"TruncBelowUpperEnd", Functions::Trunc, 2147483646.9, 2147483646.0},
-    {"TruncAtUpperEnd", Functions::Trunc, 2147483647.0, kSysmis},
-    {"TruncAtLowerEnd", Functions::Trunc, -2147483648.0, kSysmis},
+    {"TruncAtUpperEnd", Functions::Trunc, 2147483647.0, kMissing},
+    {"TruncAtLowerEnd", Functions::Trunc, -2147483648.0, kMissing},
     {"TruncAboveLowerEnd", Functions::Trunc, -2147483647.5, -2147483647.0},
-    {"TruncOfMissing", Functions::Trunc, kSysmis, kSysmis},
-    {"TruncOfNaN", Functions::Trunc, kNaN, kSysmis},
+    {"TruncOfMissing", Functions::Trunc, kMissing, kMissing},
+    {"TruncOfNaN", Functions::Trunc, kNaN, kMissing},
     {"RoundHalfAway", Functions::Rnd, 2.5, 3.0},
     {"RoundHalfAwayBelowZero", Functions::Rnd, -2.5, -3.0},
     {"RoundBelowHalf", Functions::Rnd, 2.4999999, 2.0},
     {"RoundBelowHalfBelowZero", Functions::Rnd, -2.4999999, -2.0},
     {"RoundZero", Functions::Rnd, 0.0, 0.0},
-    {"RoundOutOfRange", Functions::Rnd, 2147483647.0, kSysmis},
-    {"RoundOfMissing", Functions::Rnd, kSysmis, kSysmis},
+    {"RoundOutOfRange", Functions::Rnd, 2147483647.0, kMissing},
+    {"RoundOfMissing", Functions::Rnd, kMissing, kMissing},
     {"FloorOfNegative", Functions::Floor, -0.5, -1.0},
-    {"FloorHasNoMissingTest", Functions::Floor, kSysmis, kSysmis},
+    {"FloorHasNoMissingTest", Functions::Floor, kMissing, kMissing},
     {"FloorOfInfinity", Functions::Floor, kInfinity, kInfinity},
     {"CeilOfPositive", Functions::Ceil, 0.5, 1.0},
-    {"CeilHasNoMissingTest", Functions::Ceil, kSysmis, kSysmis},
-    {"CdfNormOfMissing", Functions::CdfNorm, kSysmis, kSysmis},
+    {"CeilHasNoMissingTest", Functions::Ceil, kMissing, kMissing},
+    {"CdfNormOfMissing", Functions::CdfNorm, kMissing, kMissing},
     {"CdfNormOfZero", Functions::CdfNorm, 0.0, 0.5},
 };
 
@@ -94,18 +90,18 @@ TEST_P(BinaryFunction, GivesTheStatedNumber) {
 
 const BinaryRow kBinaryRows[] = {
     {"PlusOfTwo", Functions::Plus, 1.5, 2.0, 3.5},
-    {"PlusLeftMissing", Functions::Plus, kSysmis, 2.0, kSysmis},
-    {"PlusRightMissing", Functions::Plus, 2.0, kSysmis, kSysmis},
+    {"PlusLeftMissing", Functions::Plus, kMissing, 2.0, kMissing},
+    {"PlusRightMissing", Functions::Plus, 2.0, kMissing, kMissing},
     {"ModOfPositive", Functions::Mod, 7.5, 2.0, 1.5},
     {"ModKeepsSignOfDividend", Functions::Mod, -7.5, 2.0, -1.5},
-    {"ModByZero", Functions::Mod, 7.0, 0.0, kSysmis},
-    {"ModOfMissing", Functions::Mod, kSysmis, 2.0, kSysmis},
-    {"ModByMissing", Functions::Mod, 2.0, kSysmis, kSysmis},
-    {"ModQuotientOutOfRange", Functions::Mod, 2147483647.0, 1.0, kSysmis},
+    {"ModByZero", Functions::Mod, 7.0, 0.0, kMissing},
+    {"ModOfMissing", Functions::Mod, kMissing, 2.0, kMissing},
+    {"ModByMissing", Functions::Mod, 2.0, kMissing, kMissing},
+    {"ModQuotientOutOfRange", Functions::Mod, 2147483647.0, 1.0, kMissing},
     {"ModQuotientInRange", Functions::Mod, 2147483646.0, 1.0, 0.0},
     {"ThresholdAbove", Functions::Threshold, 2.0, 1.0, 1.0},
     {"ThresholdEqual", Functions::Threshold, 1.0, 1.0, 0.0},
-    {"ThresholdHasNoMissingTest", Functions::Threshold, 0.0, kSysmis, 1.0},
+    {"ThresholdHasNoMissingTest", Functions::Threshold, 0.0, kMissing, 1.0},
 };
 
 INSTANTIATE_TEST_SUITE_P(Rows, BinaryFunction, testing::ValuesIn(kBinaryRows), veltrane::tests::NameOfRow());
@@ -129,8 +125,8 @@ const PowRow kPowRows[] = {
     {"NegativeExponent", 2.0, -3, 0.125},
     {"ZeroToZero", 0.0, 0, 1.0},
     {"NegativeToZero", -5.0, 0, 1.0},
-    {"MissingToZeroIsTestedBeforeMissing", kSysmis, 0, 1.0},
-    {"MissingToOne", kSysmis, 1, kSysmis},
+    {"MissingToZeroIsTestedBeforeMissing", kMissing, 0, 1.0},
+    {"MissingToOne", kMissing, 1, kMissing},
     {"LargeToZero", 7.0, 0, 1.0},
     {"LeastExponent", 1.0, std::numeric_limits<int>::min(), 1.0},
     {"OddPowerOfNegative", -2.0, 3, -8.0},
@@ -159,9 +155,9 @@ const OutlierRow kOutlierRows[] = {
     {"UpperBoundStays", 13.0, 1, 13.0},
     {"BelowAsExtreme", 6.0, 2, 7.0},
     {"AboveAsExtreme", 14.0, 2, 13.0},
-    {"BelowAsMissing", 6.0, 1, kSysmis},
-    {"AboveAsIsIsMissingToo", 14.0, 0, kSysmis},
-    {"MissingStaysMissing", kSysmis, 2, kSysmis},
+    {"BelowAsMissing", 6.0, 1, kMissing},
+    {"AboveAsIsIsMissingToo", 14.0, 0, kMissing},
+    {"MissingStaysMissing", kMissing, 2, kMissing},
 };
 
 INSTANTIATE_TEST_SUITE_P(Rows, OutlierHandling, testing::ValuesIn(kOutlierRows), veltrane::tests::NameOfRow());

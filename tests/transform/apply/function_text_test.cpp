@@ -148,10 +148,7 @@ const CountedRow kUnicodeRows[] = {
     {"BeyondTheEnd", "abc", 2, 9, "bc", 2},
     {"StartPastTheEnd", "abc", 4, 1, "", 0},
     {"StartZero", "abc", 0, 2, "", 0},
-    {"InvalidBytesBecomeReplacements",
-     "a\xFF"
-     "b",
-     2, 1, "\xEF\xBF\xBD", 3},
+    {"InvalidBytesBecomeReplacements", "a\377b", 2, 1, "\xEF\xBF\xBD", 3},
     {"Empty", "", 1, 1, "", 0},
 };
 
@@ -331,8 +328,7 @@ TEST(Replace, TooFewTextsGiveTheSubject) {
 
 TEST(Replace, InvalidBytesStayAheadAndBecomeReplacementsBehind) {
     int length = -1;
-    EXPECT_EQ(Functions::Replace({"a\xFF", "a", "b"}, length), "a\xFF"
-                                                               "b\xEF\xBF\xBD");
+    EXPECT_EQ(Functions::Replace({"a\xFF", "a", "b"}, length), "a\377b\xEF\xBF\xBD");
     EXPECT_EQ(length, 6);
 }
 

@@ -52,7 +52,7 @@ protected:
     }
 
     std::size_t AllocationsOfCases(TransformVar& field) {
-        return AllocationsOfCases(field, [this](int i) { record.SetValue("x", i % 5 == 4 ? kSysmis : i); });
+        return AllocationsOfCases(field, [this](int i) { record.SetValue("x", i % 5 == 4 ? kMissing : i); });
     }
 };
 

@@ -98,7 +98,7 @@ private:
     double Look(const Plan& plan) {
         Evaluate(plan.sources.back());
         for (const int source : plan.sources) {
-            if (Evaluate(source) == kSysmis) {
+            if (Evaluate(source) == kMissing) {
                 return 0;
             }
         }
@@ -122,9 +122,9 @@ private:
             }
             block.push_back(now);
         }
-        double outcome = kSysmis;
+        double outcome = kMissing;
         if (history.size() == Index(plan.n)) {
-            outcome = isSameBlock ? history.front() : kSysmis;
+            outcome = isSameBlock ? history.front() : kMissing;
             history.pop_front();
         }
         history.push_back(Standing(plan.sources[0]));
@@ -250,7 +250,7 @@ using KeptHistories = DerivationHistories;
 std::vector<double> RandomInputs(std::mt19937& random) {
     std::vector<double> inputs;
     for (int i = 0; i < kInputs; ++i) {
-        inputs.push_back(random() % 7 == 0 ? kSysmis : static_cast<double>(random() % 3));
+        inputs.push_back(random() % 7 == 0 ? kMissing : static_cast<double>(random() % 3));
     }
     return inputs;
 }

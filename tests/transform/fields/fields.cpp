@@ -1,5 +1,7 @@
 #include "fields.h"
 
+#include "support/numbers.h"
+
 #include <sstream>
 
 namespace veltrane::tests {
@@ -7,7 +9,7 @@ namespace veltrane::tests {
 namespace {
 
 std::string Digits(double number) {
-    if (number == kSysmis) {
+    if (number == kMissing) {
         return "SYSMIS";
     }
     std::ostringstream out;

@@ -1,6 +1,8 @@
 #ifndef VELTRANE_TESTS_TRANSFORM_FIELDS_H
 #define VELTRANE_TESTS_TRANSFORM_FIELDS_H
 
+#include "support/numbers.h"
+
 #include <MCVeltrane_900/CaseRecord.h>
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/DictVar.h>
@@ -21,7 +23,6 @@ namespace veltrane::tests {
 using namespace MCVeltrane_900;
 using TD = TransformationDictionary;
 
-inline const double kSysmis = NumericValue::GetSysmisValue();
 constexpr auto kNumeric = ScoreDictVar::kNUMERIC_VAR;
 constexpr auto kText = ScoreDictVar::STRING_VAR;
 constexpr auto kDateTime = ScoreDictVar::DATETIME_VAR;

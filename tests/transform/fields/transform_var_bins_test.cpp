@@ -1,11 +1,10 @@
 #include "fields.h"
+#include "support/numbers.h"
 #include "support/rows.h"
 
 using namespace veltrane::tests;
 
 namespace {
-
-const double kInfinity = NumericValue::GetInfinity();
 
 struct Row {
     const char* name;
@@ -66,7 +65,7 @@ TEST(IntervalTexts, ABinWithoutRangeOrValueHasNone) {
 TEST(IntervalTexts, BinsAreKnownByTheTextOfTheirValue) {
     TransformVar field("d", kNumeric);
     field.AddBinningValue(new Range(1.0, 2.0, true, true), Num(0.1), "age");
-    field.AddBinningValue(new Range(3.0, 4.0, true, true), Num(kSysmis), "age");
+    field.AddBinningValue(new Range(3.0, 4.0, true, true), Num(kMissing), "age");
     EXPECT_EQ(field.GetOrigIntervalForBinningValue("0.1", false), "[1,2]");
     EXPECT_EQ(field.GetOrigIntervalForBinningValue("Undefined", false), "[3,4]");
 }

@@ -1,4 +1,5 @@
 #include "fields.h"
+#include "support/numbers.h"
 
 using namespace veltrane::tests;
 
@@ -30,7 +31,7 @@ TEST_F(FieldReference, AMissingSourceTakesTheReplacement) {
     EXPECT_EQ(Result(field), "number 99");
     field.SetRecodeMissValueTo(Num(-1));
     EXPECT_EQ(Result(field), "number -1");
-    record.SetValue("x", kSysmis);
+    record.SetValue("x", kMissing);
     EXPECT_EQ(Result(field), "number -1");
     record.SetValue("x", 5.0);
     EXPECT_EQ(Result(field), "number 5");
@@ -47,7 +48,7 @@ TEST_F(FieldReference, ASourceThatIsNotInTheRecordIsMissing) {
 }
 
 TEST_F(FieldReference, WithoutASourceVariableNothingIsReplaced) {
-    record.Add("x", Num(kSysmis));
+    record.Add("x", Num(kMissing));
     TransformVar& field = Derived("d", kNumeric, "x", TD::TE_FIELD_REF);
     field.SetRecodeMissValueTo(Num(1));
     EXPECT_EQ(Result(field), "number SYSMIS");

@@ -1,4 +1,5 @@
 #include "fields.h"
+#include "support/numbers.h"
 
 #include <sstream>
 
@@ -63,7 +64,8 @@ TEST_F(Lag, OfDateTimesGoesThroughTheNumber) {
 
 TEST_F(Lag, KeepsAMissingValueAsIt) {
     Input("x", 0.0);
-    EXPECT_EQ(Cases(LagOf("x", kNumeric, 1), {1, kSysmis, 3, 4}), "number SYSMIS; number 1; number SYSMIS; number 3; ");
+    EXPECT_EQ(Cases(LagOf("x", kNumeric, 1), {1, kMissing, 3, 4}),
+              "number SYSMIS; number 1; number SYSMIS; number 3; ");
 }
 
 TEST_F(Lag, ACaseWithoutTheSourceCountsAsMissing) {

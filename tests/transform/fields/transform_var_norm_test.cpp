@@ -1,4 +1,5 @@
 #include "fields.h"
+#include "support/numbers.h"
 
 #include <cmath>
 #include <utility>
@@ -221,7 +222,7 @@ TEST_F(NormContinuousField, AMissingSourceGivesTheReplacementOrSysmis) {
     EXPECT_EQ(Result(field), "number SYSMIS");
     field.SetRecodeMissValueTo(Num(0.25));
     EXPECT_EQ(Result(field), "number 0.25");
-    record.SetValue("x", kSysmis);
+    record.SetValue("x", kMissing);
     EXPECT_EQ(Result(field), "number 0.25");
     record.Remove("x");
     EXPECT_EQ(Result(field), "number 0.25");

@@ -1,4 +1,5 @@
 #include "fields.h"
+#include "support/numbers.h"
 #include "support/rows.h"
 
 #include <algorithm>
@@ -27,7 +28,7 @@ enum Setting {
 void Apply(TransformVar& field, int settings) {
     const bool text = field.GetVarType() != kNumeric;
     const auto make = [&](double number, const char* word, bool sysmis) {
-        return text ? Txt(word) : Num(sysmis ? kSysmis : number);
+        return text ? Txt(word) : Num(sysmis ? kMissing : number);
     };
     // The copy flags first: setting one drops a replacement, and a replacement clears its own flag.
     field.SetRecodeMissingCopy((settings & MISSING_COPY) != 0);
@@ -114,7 +115,7 @@ protected:
         if (row.source != kNumeric) {
             return std::unique_ptr<ScoreValue>(Txt(row.input));
         }
-        const std::map<std::string, double> numbers{{"unmatched", 50.0}, {"user", 99.0}, {"sysmis", kSysmis}};
+        const std::map<std::string, double> numbers{{"unmatched", 50.0}, {"user", 99.0}, {"sysmis", kMissing}};
         return std::unique_ptr<ScoreValue>(Num(numbers.at(row.input)));
     }
 };
@@ -270,7 +271,7 @@ TEST_F(Binning, ANullOrTextInputGivesTheReplacementOrNothing) {
         number.AddBinningValue(new Range(0.0, 9.0, true, true), Num(1), "t");
         number.SetRecodeElseCopy(true);
         EXPECT_EQ(Written(number.GetBinningValue(&source, input)), "number SYSMIS");
-        number.SetRecodeMissValueTo(Num(kSysmis));
+        number.SetRecodeMissValueTo(Num(kMissing));
         EXPECT_EQ(Written(number.GetBinningValue(&source, input)), "number SYSMIS");
         delete number.GetRecodeMissValueRep();
         number.SetRecodeMissValueTo(Num(2));

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <map>
 #include <numeric>
 #include <random>
@@ -177,18 +176,15 @@ std::shared_ptr<ScoreValue> D(double seconds) {
     return std::make_shared<DateTimeValue>(seconds, DateTimeValue::VAL_TIME);
 }
 
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
-const double kInfinity = std::numeric_limits<double>::infinity();
-
 const Keys kKeys[] = {
     {"Texts", {{T("a"), T("a  "), T("b"), T(""), T("  "), T("B")}}},
     {"Numbers", {{N(1), N(2), N(1 + 0.8e-14), N(1 + 1.6e-14), N(0), N(-0.0)}}},
-    {"OddNumbers", {{N(1), N(2), N(kSysmis), N(kNaN), N(kInfinity), N(-kInfinity)}}},
-    {"NumbersBesideTexts", {{N(5), T("5"), T("10"), T(""), N(10), N(kSysmis)}}},
+    {"OddNumbers", {{N(1), N(2), N(kMissing), N(kNaN), N(kInfinity), N(-kInfinity)}}},
+    {"NumbersBesideTexts", {{N(5), T("5"), T("10"), T(""), N(10), N(kMissing)}}},
     {"DatesBesideOthers", {{D(1), D(2), N(1), N(2), T("a"), nullptr}}},
     {"TextsAndNumbers", {{T("a"), T("b"), T("")}, {N(1), N(2)}}},
-    {"NumbersAndTexts", {{N(1), N(2), N(kSysmis)}, {T("a"), T("")}}},
-    {"DatesAndNumbers", {{D(1), D(2)}, {N(1), N(2), N(kSysmis)}}},
+    {"NumbersAndTexts", {{N(1), N(2), N(kMissing)}, {T("a"), T("")}}},
+    {"DatesAndNumbers", {{D(1), D(2)}, {N(1), N(2), N(kMissing)}}},
     {"TextsAndTexts", {{T("a"), T(" "), T("b")}, {T("a"), T("")}}},
     {"NearNumbersAndTexts", {{N(1), N(1 + 0.8e-14), N(1 + 1.6e-14)}, {T("a"), T("b")}}},
     {"NothingAndNumbers", {{nullptr, T("a")}, {N(1), N(2), nullptr}}},
@@ -212,7 +208,7 @@ std::vector<std::shared_ptr<ScoreValue>> ContradictingValues(std::mt19937& rando
             values.push_back(T(std::string(static_cast<std::size_t>(drawn % 3), ' ').c_str()));
             break;
         case 1:
-            values.push_back(N(drawn % 7 == 0 ? kSysmis : drawn % 7 == 1 ? kNaN : 1 + drawn * 0.3e-14));
+            values.push_back(N(drawn % 7 == 0 ? kMissing : drawn % 7 == 1 ? kNaN : 1 + drawn * 0.3e-14));
             break;
         case 2:
             values.push_back(T(std::to_string(drawn).c_str()));
@@ -304,7 +300,7 @@ TEST(InlineTableOfManyRows, BlankAndMissingKeysCostNoMore) {
     InlineTable table;
     for (int i = 0; i < kRows; ++i) {
         const std::string text = i % 3 == 0 ? "" : std::to_string(kRows + (i * 7919) % kRows);
-        table.AddInputOutput({new ComparedText(text, comparisons), Num(i % 5 == 0 ? kSysmis : i)}, Num(i));
+        table.AddInputOutput({new ComparedText(text, comparisons), Num(i % 5 == 0 ? kMissing : i)}, Num(i));
     }
     EXPECT_LT(comparisons, 30U * kRows);
 }

@@ -96,7 +96,7 @@ TEST_F(Table, AMissingInputIsNotSearchedFor) {
     table.AddInputOutput({Num(9)}, Num(10));
     EXPECT_EQ(Found(table), "null");
     EXPECT_EQ(table.GetInfoCode(), InlineTable::InputMissing);
-    record.SetValue("x", kSysmis);
+    record.SetValue("x", kMissing);
     EXPECT_EQ(Found(table), "null");
     EXPECT_EQ(table.GetInfoCode(), InlineTable::InputMissing);
     record.Remove("x");
@@ -218,7 +218,7 @@ TEST(KeptTable, ASysmisInAKeyEqualsEveryNumber) {
     const DictVar x("x", kNumeric);
     InlineTable table;
     table.AppendInputField(&x);
-    table.AddInputOutput({Num(kSysmis)}, Num(10));
+    table.AddInputOutput({Num(kMissing)}, Num(10));
     CaseRecord record;
     record.Add("x", Num(3));
     EXPECT_EQ(Written(table.getValue(&record, nullptr, nullptr, {})), "number 10");

@@ -76,7 +76,7 @@ TEST_F(ValueMap, AMatchingRowGivesItsOutput) {
 }
 
 TEST_F(ValueMap, AMissingInputGivesTheMissingValueAndNotTheDefault) {
-    Input("x", kSysmis);
+    Input("x", kMissing);
     UseTable();
     map->SetMapMissingValue(Num(-1));
     map->SetDefaultValue(Num(-2));
@@ -86,7 +86,7 @@ TEST_F(ValueMap, AMissingInputGivesTheMissingValueAndNotTheDefault) {
 }
 
 TEST_F(ValueMap, AMissingInputWithoutMissingValueLeavesTheResultCleared) {
-    Input("x", kSysmis);
+    Input("x", kMissing);
     UseTable();
     map->SetDefaultValue(Num(-2));
     EXPECT_EQ(Evaluated(), "null");

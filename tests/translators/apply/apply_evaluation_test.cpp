@@ -285,10 +285,8 @@ const Row kTextRows[] = {
      "'bcd'"},
     {"Substring",
      "<Apply function='substring'><FieldRef field='t'/><Constant>2</Constant><Constant>2</Constant></Apply>",
-     {{"t", "a\xC3\xA4"
-            "bc"}},
-     "'\xC3\xA4"
-     "b'"},
+     {{"t", "a\u00E4bc"}},
+     "'\u00E4b'"},
     {"ConcatOfConstants",
      "<Apply function='concat'><Constant>ab</Constant><Constant dataType='string'>cd</Constant></Apply>",
      {},

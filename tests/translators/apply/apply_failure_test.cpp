@@ -8,7 +8,6 @@
 // What a document's Apply may not be. x and y are numbers, s and t texts, d is a date.
 
 using namespace veltrane::tests;
-using enum MCVeltrane_900::Message;
 
 namespace {
 

@@ -1,4 +1,5 @@
 #include "support/allocations.h"
+#include "support/numbers.h"
 #include "translators/derived/derived_fields.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
@@ -12,10 +13,6 @@
 // From its second case on a field is evaluated by a plan of its tree. What the plan may and may not take over.
 
 using namespace veltrane::tests;
-using MCVeltrane_900::CaseRecord;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::ScoreValue;
-using MCVeltrane_900::StringValue;
 
 namespace {
 
@@ -34,8 +31,6 @@ std::string Numbers(double x, double y, DerivedFields& fields) {
     };
     return fields.Score("z", {{"x", text(x)}, {"y", text(y)}});
 }
-
-const double kMissing = NumericValue::GetSysmisValue();
 
 } // namespace
 

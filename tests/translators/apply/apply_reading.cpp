@@ -4,8 +4,6 @@
 
 namespace veltrane::tests {
 
-using namespace MCVeltrane_900;
-
 ApplyReading::ApplyReading() {
     const ParsedXml xml =
         ParseXml("<DataDictionary numberOfFields='7'>" + std::string(kInputFields) + "</DataDictionary>");

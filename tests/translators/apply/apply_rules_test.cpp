@@ -16,8 +16,6 @@
 // Every function with none to eight arguments of every kind, and those of a fixed number with every combination of
 // kinds, against the rules worked out from the list of functions.
 
-using namespace MCVeltrane_900;
-
 namespace veltrane::tests {
 namespace {
 

@@ -15,11 +15,6 @@
 #include <string>
 #include <vector>
 
-// The nodes that an Apply becomes.
-
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
-
 namespace veltrane::tests {
 namespace {
 

@@ -1,5 +1,7 @@
 #include "translators/apply/function_list.h"
 
+#include "support/function_numbers.h"
+
 #include <algorithm>
 
 namespace veltrane::tests {
@@ -58,8 +60,6 @@ enum Family : unsigned int {
     WORDLESS = 0
 };
 
-constexpr int kFirstOwn = 1000;
-
 unsigned int OwnFamilies(int function) {
     switch (function) {
 #define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, names, evaluation, arguments, families, ...)                   \
@@ -73,7 +73,7 @@ unsigned int OwnFamilies(int function) {
 
 /// Whether a function does something: those of fixed numbers by their ranges, one of the library's own by its family.
 bool Does(Family what, const std::vector<NumberRange>& pinned, int function) {
-    return function < kFirstOwn ? IsIn(pinned, function) : (OwnFamilies(function) & what) != 0;
+    return function < kFirstOwnNumber ? IsIn(pinned, function) : (OwnFamilies(function) & what) != 0;
 }
 
 } // namespace
@@ -82,7 +82,7 @@ const std::vector<ListedFunction>& ListedFunctions() {
     static const std::vector<ListedFunction> all = [] {
         std::vector<ListedFunction> list = PinnedFunctions();
         const auto add = [&list](int number, const std::vector<std::string>& names, Given given) {
-            if (number >= kFirstOwn) {
+            if (number >= kFirstOwnNumber) {
                 list.push_back({number, names, given.count, given.takes});
             }
         };
@@ -97,8 +97,6 @@ const std::vector<ListedFunction>& ListedFunctions() {
 
 const std::vector<ListedFunction>& PinnedFunctions() {
     using enum Takes;
-    constexpr int kAny = kAnyCount;
-    constexpr int kUnchecked = kUncheckedCount;
     static const std::vector<ListedFunction> list = {
         {0, {"+"}, 2, NUMBERS},
         {1, {"-"}, 2, NUMBERS},
@@ -113,17 +111,17 @@ const std::vector<ListedFunction>& PinnedFunctions() {
         {10, {"round"}, 1, NUMBERS},
         {11, {"sqrt"}, 1, NUMBERS},
         {12, {"trunc"}, 1, NUMBERS},
-        {13, {"floor"}, kUnchecked, ANYTHING},
-        {14, {"ceil"}, kUnchecked, ANYTHING},
-        {15, {"product"}, kAny, NUMBERS},
-        {16, {"min"}, kAny, NUMBERS},
-        {17, {"max"}, kAny, NUMBERS},
-        {18, {"mean"}, kAny, NUMBERS},
-        {19, {"avg"}, kAny, NUMBERS},
-        {20, {"median"}, kAny, NUMBERS},
-        {21, {"sum"}, kAny, NUMBERS},
-        {22, {"sd"}, kAny, NUMBERS},
-        {23, {"variance"}, kAny, NUMBERS},
+        {13, {"floor"}, kUncheckedCount, ANYTHING},
+        {14, {"ceil"}, kUncheckedCount, ANYTHING},
+        {15, {"product"}, kAnyCount, NUMBERS},
+        {16, {"min"}, kAnyCount, NUMBERS},
+        {17, {"max"}, kAnyCount, NUMBERS},
+        {18, {"mean"}, kAnyCount, NUMBERS},
+        {19, {"avg"}, kAnyCount, NUMBERS},
+        {20, {"median"}, kAnyCount, NUMBERS},
+        {21, {"sum"}, kAnyCount, NUMBERS},
+        {22, {"sd"}, kAnyCount, NUMBERS},
+        {23, {"variance"}, kAnyCount, NUMBERS},
         {24, {"cdf.normal"}, 3, NUMBERS},
         {25, {"cdfnorm"}, 1, NUMBERS},
         {26, {"idf.normal"}, 3, NUMBERS},
@@ -140,38 +138,38 @@ const std::vector<ListedFunction>& PinnedFunctions() {
         {37, {"hour-from-time"}, 1, ANYTHING},
         {38, {"minute-from-time"}, 1, ANYTHING},
         {39, {"second-from-time"}, 1, ANYTHING},
-        {40, {"isMissing"}, kUnchecked, ANYTHING},
-        {41, {"isNotMissing"}, kUnchecked, ANYTHING},
-        {42, {"equal"}, kUnchecked, ANYTHING},
-        {43, {"notEqual"}, kUnchecked, ANYTHING},
-        {44, {"lessThan"}, kUnchecked, ANYTHING},
-        {45, {"lessOrEqual"}, kUnchecked, ANYTHING},
-        {46, {"greaterThan"}, kUnchecked, ANYTHING},
-        {47, {"greaterOrEqual"}, kUnchecked, ANYTHING},
-        {48, {"isIn"}, kUnchecked, ANYTHING},
-        {49, {"isNotIn"}, kUnchecked, ANYTHING},
-        {50, {"and"}, kUnchecked, ANYTHING},
-        {51, {"or"}, kUnchecked, ANYTHING},
-        {52, {"not"}, kUnchecked, ANYTHING},
+        {40, {"isMissing"}, kUncheckedCount, ANYTHING},
+        {41, {"isNotMissing"}, kUncheckedCount, ANYTHING},
+        {42, {"equal"}, kUncheckedCount, ANYTHING},
+        {43, {"notEqual"}, kUncheckedCount, ANYTHING},
+        {44, {"lessThan"}, kUncheckedCount, ANYTHING},
+        {45, {"lessOrEqual"}, kUncheckedCount, ANYTHING},
+        {46, {"greaterThan"}, kUncheckedCount, ANYTHING},
+        {47, {"greaterOrEqual"}, kUncheckedCount, ANYTHING},
+        {48, {"isIn"}, kUncheckedCount, ANYTHING},
+        {49, {"isNotIn"}, kUncheckedCount, ANYTHING},
+        {50, {"and"}, kUncheckedCount, ANYTHING},
+        {51, {"or"}, kUncheckedCount, ANYTHING},
+        {52, {"not"}, kUncheckedCount, ANYTHING},
         {53, {"matches"}, 2, TEXT_CONSTANTS},
         {54, {"lowercase"}, 1, TEXTS},
         {55, {"uppercase"}, 1, TEXTS},
         {56, {"lower"}, 1, TEXTS},
-        {57, {"concat"}, kAny, TEXT_CONSTANTS},
+        {57, {"concat"}, kAnyCount, TEXT_CONSTANTS},
         {58, {"replace"}, 3, TEXT_CONSTANTS},
         {59, {"ltrim"}, 1, TEXTS},
         {60, {"rtrim", "trimend"}, 1, TEXTS},
         {61, {"substr"}, 2, TEXT_THEN_NUMBERS},
         {62, {"substring"}, 3, TEXT_THEN_NUMBERS},
         {63, {"length"}, 1, TEXTS},
-        {64, {"if"}, kUnchecked, ANYTHING},
+        {64, {"if"}, kUncheckedCount, ANYTHING},
         {65, {"value"}, 1, TARGET_FIELD},
-        {66, {"threshold"}, kUnchecked, ANYTHING},
+        {66, {"threshold"}, kUncheckedCount, ANYTHING},
         {67, {"sysmis"}, 1, NUMERIC_FIELD},
         {68, {"recast_to_ordinal"}, 1, TARGET_FIELD},
         {69, {"recast_to_scale"}, 1, TARGET_FIELD},
         {70, {"outlierHandle"}, 6, ANYTHING},
-        {71, {"imputeCatFieldMissingAgainstConTarget"}, kUnchecked, MEANS_AND_VARIANCES},
+        {71, {"imputeCatFieldMissingAgainstConTarget"}, kUncheckedCount, MEANS_AND_VARIANCES},
         {72, {"normalCDF"}, 3, NUMBERS},
         {73, {"normalPDF"}, 3, NUMBERS},
         {74, {"stdNormalCDF"}, 1, NUMBERS},

@@ -1,4 +1,5 @@
 #include "support/faults/failure.h"
+#include "support/function_numbers.h"
 #include "support/rows.h"
 #include "translators/apply/function_list.h"
 #include "translators/frame/test_translator.h"
@@ -11,10 +12,6 @@
 #include <set>
 #include <string>
 #include <vector>
-
-// The names, the words and the families of the built-in functions.
-
-using namespace MCVeltrane_900;
 
 namespace veltrane::tests {
 namespace {
@@ -43,7 +40,7 @@ TEST_F(FunctionNames, EightyOneOfSeventyNineFunctionsArePinned) {
     translator.InitFunctionMap();
     const auto isPinned = [](const auto& entry) { return entry.second < TransformationDictionary::TF_NONE; };
     EXPECT_EQ(std::count_if(translator.fFunctionMap.begin(), translator.fFunctionMap.end(), isPinned), 81);
-    EXPECT_EQ(PinnedFunctions().size(), 79u);
+    EXPECT_EQ(PinnedFunctions().size(), kPinnedCount);
 }
 
 TEST_F(FunctionNames, GiveTheirNumbers) {

@@ -15,12 +15,7 @@
 #include <string>
 #include <vector>
 
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
-using veltrane::tests::ExpectFailure;
-using veltrane::tests::Failure;
-using veltrane::tests::ParsedXml;
-using veltrane::tests::ParseXml;
+using namespace veltrane::tests;
 
 namespace {
 

@@ -6,13 +6,9 @@
 
 #include <gtest/gtest.h>
 
-// The Value children of a DerivedField.
-
 namespace veltrane::tests {
 namespace {
 
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
 using Labels = std::vector<std::string>;
 
 TEST(DerivedFieldValues, AllValuesAreReadAtTheFirst) {

@@ -8,9 +8,6 @@
 namespace veltrane::tests {
 namespace {
 
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
-
 const char* const kSimple = "<SimplePredicate field='x' operator='isMissing'/>";
 const char* const kSet =
     "<SimpleSetPredicate field='s' booleanOperator='isIn'><Array type='string'>a</Array></SimpleSetPredicate>";

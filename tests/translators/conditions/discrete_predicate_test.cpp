@@ -13,9 +13,6 @@
 namespace veltrane::tests {
 namespace {
 
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
-
 class DiscretePredicateReading : public PredicateReading {};
 class KeptDiscreteReading : public PredicateReading {};
 

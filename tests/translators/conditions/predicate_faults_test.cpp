@@ -6,8 +6,6 @@
 namespace veltrane::tests {
 namespace {
 
-using enum MCVeltrane_900::Message;
-
 class PredicateFault : public PredicateReading, public testing::WithParamInterface<Fault> {};
 
 TEST_P(PredicateFault, IsRefused) {

@@ -12,9 +12,6 @@
 #include <vector>
 
 namespace veltrane::tests {
-
-using namespace MCVeltrane_900;
-
 namespace {
 
 const char* const kFields = R"(<DataDictionary numberOfFields="15">

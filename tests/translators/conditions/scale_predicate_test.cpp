@@ -1,22 +1,15 @@
 #include "support/faults/failure.h"
+#include "support/numbers.h"
 #include "support/rows.h"
 #include "translators/conditions/predicate_reading.h"
 
 #include <MCVeltrane_900/BaseDictionary.h>
 #include <MCVeltrane_900/DictVar.h>
 
-#include <limits>
-
 // SimplePredicate over a field that is split into ranges.
 
 namespace veltrane::tests {
 namespace {
-
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kMissing = -std::numeric_limits<double>::max();
 
 class ScalePredicateReading : public PredicateReading {};
 class KeptScaleReading : public PredicateReading {};

@@ -11,9 +11,6 @@
 namespace veltrane::tests {
 namespace {
 
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
-
 using Numbers = std::vector<double>;
 using Strings = std::vector<std::string>;
 

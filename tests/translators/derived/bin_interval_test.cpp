@@ -1,21 +1,13 @@
 #include "support/faults/failure.h"
+#include "support/numbers.h"
 #include "translators/derived/derived_fields.h"
 
 #include <MCVeltrane_900/ScoreValueRange.h>
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
-// The Interval of a bin.
-
 namespace veltrane::tests {
 namespace {
-
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 std::unique_ptr<ScoreValueRange> ReadInterval(const std::string& attributes, int binIndex = 0) {
     const ParsedXml document = ParseXml("<Interval " + attributes + "/>");

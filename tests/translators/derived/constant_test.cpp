@@ -12,9 +12,6 @@
 namespace veltrane::tests {
 namespace {
 
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
-
 std::string Constant(const std::string& dataType, const std::string& content) {
     return "<Constant" + (dataType.empty() ? "" : " dataType='" + dataType + "'") + ">" + content + "</Constant>";
 }

@@ -10,8 +10,6 @@
 namespace veltrane::tests {
 namespace {
 
-using enum MCVeltrane_900::Message;
-
 std::string Numeric(const std::string& name, const std::string& content) {
     return DerivedField(name, "optype='continuous' dataType='double'", content);
 }

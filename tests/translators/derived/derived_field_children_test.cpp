@@ -9,8 +9,6 @@
 namespace veltrane::tests {
 namespace {
 
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
 using Dictionary = TransformationDictionary;
 
 const std::string kConstant = "<Constant>1</Constant>";

@@ -8,13 +8,8 @@
 
 #include <gtest/gtest.h>
 
-// The extensions that stand directly in a DerivedField.
-
 namespace veltrane::tests {
 namespace {
-
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
 
 std::string MissingValues(const std::string& content) {
     return "<Extension name='MissingValues'>" + content + "</Extension>";

@@ -9,9 +9,6 @@
 namespace veltrane::tests {
 namespace {
 
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
-
 const std::string kContinuous = "optype='continuous' dataType='double'";
 const std::string kRefToX = "<FieldRef field='x'/>";
 
@@ -136,15 +133,8 @@ TEST(DerivedField, TheLabelIsTheNameWithoutADisplayName) {
 }
 
 TEST(DerivedField, NamesAreInTheEncodingOfTheTranslator) {
-    const DerivedFields fields(DerivedField("gr\xC3\xB6\xC3\x9F"
-                                            "e",
-                                            kContinuous, kRefToX));
-    EXPECT_EQ(fields
-                  .Var("gr\xC3\xB6\xC3\x9F"
-                       "e")
-                  .GetName(),
-              "gr\xC3\xB6\xC3\x9F"
-              "e");
+    const DerivedFields fields(DerivedField("gr\u00F6\u00DFe", kContinuous, kRefToX));
+    EXPECT_EQ(fields.Var("gr\u00F6\u00DFe").GetName(), "gr\u00F6\u00DFe");
 }
 
 struct LevelRow {

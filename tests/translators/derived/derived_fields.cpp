@@ -12,8 +12,6 @@
 
 namespace veltrane::tests {
 
-using namespace MCVeltrane_900;
-
 const char* const kInputFields = R"(
   <DataField name="x" optype="continuous" dataType="double"/>
   <DataField name="y" optype="continuous" dataType="double"/>

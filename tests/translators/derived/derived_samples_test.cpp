@@ -18,7 +18,6 @@
 namespace veltrane::tests {
 namespace {
 
-using namespace MCVeltrane_900;
 namespace fs = std::filesystem;
 
 using Row = std::vector<std::string>;

@@ -9,8 +9,6 @@
 namespace veltrane::tests {
 namespace {
 
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
 using Texts = std::vector<std::string>;
 
 const std::string kInterval = "<Interval closure='closedOpen' leftMargin='0' rightMargin='1'/>";

@@ -3,13 +3,9 @@
 
 #include <gtest/gtest.h>
 
-// A Discretize with its bins.
-
 namespace veltrane::tests {
 namespace {
 
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
 using Texts = std::vector<std::string>;
 
 std::string Interval(const std::string& low, const std::string& high, const std::string& closure = "closedOpen") {

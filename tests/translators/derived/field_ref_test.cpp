@@ -6,9 +6,6 @@
 namespace veltrane::tests {
 namespace {
 
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
-
 TEST(FieldRefReading, CopiesTheField) {
     DerivedFields numbers(NumericField("<FieldRef field='x'/>"));
     EXPECT_EQ(numbers.Score("z", {{"x", "1.25"}}), "1.25");

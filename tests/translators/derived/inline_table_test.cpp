@@ -8,9 +8,6 @@
 namespace veltrane::tests {
 namespace {
 
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
-
 /// A text field over s, in column "in", and x, in column "num".
 std::string Table(const std::string& content, const std::string& attributes = "defaultValue='other'") {
     return TextField("<MapValues outputColumn='out' " + attributes +

@@ -6,8 +6,6 @@
 namespace veltrane::tests {
 namespace {
 
-using enum MCVeltrane_900::Message;
-
 TEST(LagReading, WithoutNLooksBackOneCase) {
     DerivedFields fields(NumericField("<Lag field='x'/>"));
     EXPECT_EQ(fields.Score("z", {{"x", "1"}}), "missing");

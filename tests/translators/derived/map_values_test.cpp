@@ -3,13 +3,8 @@
 
 #include <gtest/gtest.h>
 
-// A MapValues and its children.
-
 namespace veltrane::tests {
 namespace {
-
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
 
 const std::string kPair = "<FieldColumnPair field='s' column='in'/>";
 const std::string kTable = "<InlineTable><row><in>a</in><out>1</out></row><row><in>b</in><out>2</out></row>"

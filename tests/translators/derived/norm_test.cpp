@@ -4,13 +4,8 @@
 
 #include <gtest/gtest.h>
 
-// NormContinuous and NormDiscrete.
-
 namespace veltrane::tests {
 namespace {
-
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
 
 std::string Point(const std::string& orig, const std::string& norm) {
     return "<LinearNorm orig='" + orig + "' norm='" + norm + "'/>";

@@ -6,13 +6,8 @@
 
 #include <gtest/gtest.h>
 
-// The recode extensions inside Discretize and MapValues.
-
 namespace veltrane::tests {
 namespace {
-
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
 
 std::string Recode(const std::string& name, const std::string& value = "") {
     return "<Extension name='" + name + "'" + (value.empty() ? "" : " value='" + value + "'") + "/>";

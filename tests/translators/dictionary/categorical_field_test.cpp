@@ -1,16 +1,10 @@
 #include "translators/dictionary/dictionary_reading.h"
 
-#include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreValue.h>
 
 namespace {
 
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::ScoreDictVar;
-using veltrane::tests::Categorical;
-using veltrane::tests::DictionaryReading;
-using veltrane::tests::Failure;
-using enum MCVeltrane_900::Message;
+using namespace veltrane::tests;
 
 using Texts = std::vector<std::string>;
 

@@ -2,7 +2,6 @@
 #include "support/faults/failure.h"
 #include "translators/frame/test_translator.h"
 
-#include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/DictVar.h>
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreCatNumericEncoder.h>
@@ -13,20 +12,7 @@
 
 namespace {
 
-using MCVeltrane_900::DateTimeValue;
-using MCVeltrane_900::DictVar;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::ScoreCatNumericEncoder;
-using MCVeltrane_900::ScoreCatStringEncoder;
-using MCVeltrane_900::ScoreDictVar;
-using MCVeltrane_900::ScoreEncoder;
-using MCVeltrane_900::StringValue;
-using veltrane::tests::ExpectFailure;
-using veltrane::tests::Failure;
-using veltrane::tests::ParsedXml;
-using veltrane::tests::ParseXml;
-using veltrane::tests::TestTranslator;
-using enum MCVeltrane_900::Message;
+using namespace veltrane::tests;
 
 constexpr Failure kNoList{MISSING_VALUE_LIST, "v"};
 

@@ -2,11 +2,7 @@
 
 namespace {
 
-using MCVeltrane_900::ScoreDictVar;
-using veltrane::tests::Continuous;
-using veltrane::tests::DictionaryReading;
-using veltrane::tests::Failure;
-using enum MCVeltrane_900::Message;
+using namespace veltrane::tests;
 
 using Texts = std::vector<std::string>;
 

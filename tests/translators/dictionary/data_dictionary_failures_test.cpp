@@ -4,13 +4,7 @@
 
 namespace {
 
-using veltrane::tests::Categorical;
-using veltrane::tests::Continuous;
-using veltrane::tests::DictionaryReading;
-using veltrane::tests::ExpectFailure;
-using veltrane::tests::Failure;
-using veltrane::tests::Fault;
-using enum MCVeltrane_900::Message;
+using namespace veltrane::tests;
 
 constexpr const char* kValid = "<DataField name='g' optype='ordinal'/>";
 constexpr const char* kTwoLowerBounds =

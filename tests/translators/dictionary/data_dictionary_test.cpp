@@ -6,14 +6,7 @@
 
 namespace {
 
-using MCVeltrane_900::ScoreDictVar;
-using veltrane::tests::Categorical;
-using veltrane::tests::Continuous;
-using veltrane::tests::DictionaryReading;
-using veltrane::tests::ExpectFailure;
-using veltrane::tests::ParsedXml;
-using veltrane::tests::ParseXml;
-using enum MCVeltrane_900::Message;
+using namespace veltrane::tests;
 
 using Texts = std::vector<std::string>;
 

@@ -16,8 +16,6 @@
 namespace veltrane::tests {
 namespace {
 
-using namespace MCVeltrane_900;
-
 std::string WithCount(const std::string& fields) {
     int count = 0;
     for (std::size_t at = 0; (at = fields.find("<DataField", at)) != std::string::npos; ++at) {

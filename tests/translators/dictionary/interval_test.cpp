@@ -1,5 +1,6 @@
 #include "support/dom.h"
 #include "support/faults/failure.h"
+#include "support/numbers.h"
 #include "translators/frame/test_translator.h"
 
 #include <MCVeltrane_900/MissingValueSet.h>
@@ -15,16 +16,7 @@
 
 namespace {
 
-using MCVeltrane_900::MissingValueSet;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::PMMLTranslator;
-using veltrane::tests::ExpectFailure;
-using veltrane::tests::ParsedXml;
-using veltrane::tests::ParseXml;
-using veltrane::tests::TestTranslator;
-using enum MCVeltrane_900::Message;
-
-const double kInfinity = NumericValue::GetInfinity();
+using namespace veltrane::tests;
 
 struct Bounds {
     double min, max;

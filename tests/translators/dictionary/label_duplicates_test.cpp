@@ -9,12 +9,7 @@
 
 namespace {
 
-using MCVeltrane_900::BaseTranslator;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::StringValue;
-using MCVeltrane_900::VTException;
-using veltrane::tests::Categorical;
-using veltrane::tests::DictionaryReading;
+using namespace veltrane::tests;
 
 using Texts = std::vector<std::string>;
 using AreEqual = std::function<bool(const std::string&, const std::string&)>;

@@ -1,4 +1,5 @@
 #include "support/faults/failure.h"
+#include "support/numbers.h"
 #include "support/rows.h"
 #include "translators/derived/derived_fields.h"
 
@@ -6,18 +7,10 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <random>
-
-// Which ranges of bins intersect.
 
 namespace veltrane::tests {
 namespace {
-
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 struct Interval {
     double low;

@@ -2,9 +2,7 @@
 #include "support/faults/failure.h"
 #include "translators/frame/test_translator.h"
 
-#include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/DictVar.h>
-#include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreModel.h>
 #include <MCVeltrane_900/SmartTranscoder.h>
 
@@ -15,16 +13,7 @@
 
 namespace {
 
-using MCVeltrane_900::BaseTranslator;
-using MCVeltrane_900::DateTimeValue;
-using MCVeltrane_900::DictVar;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::ScoreDictVar;
-using MCVeltrane_900::ScoreValue;
-using MCVeltrane_900::SmartTranscoder;
-using veltrane::tests::ExpectFailure;
-using veltrane::tests::StartXml;
-using veltrane::tests::TestTranslator;
+using namespace veltrane::tests;
 
 /// "naïve" with its letter outside ASCII.
 constexpr const XMLCh* kNaive = u"na\u00EFve";

@@ -44,14 +44,7 @@ xercesc::DOMDeepNodeListImpl::nextMatchingElementAfter(DOMNode* current) {
 
 namespace {
 
-using MCVeltrane_900::DOMElemUtility;
-using MCVeltrane_900::SmartTranscoder;
-using veltrane::tests::ExpectFailure;
-using veltrane::tests::Failure;
-using veltrane::tests::ParsedXml;
-using veltrane::tests::ParseXml;
-using veltrane::tests::TestTranslator;
-using enum MCVeltrane_900::Message;
+using namespace veltrane::tests;
 
 constexpr const char* kDocument = "<root n='12' d='1.5' s='\xC3\xA4' bad='x'><a><b i='0'/></a><b i='1'/></root>";
 constexpr Failure kBadInteger{INVALID_VALUE_OF_TYPE, "x", "integer"};

@@ -8,11 +8,7 @@
 
 namespace {
 
-using MCVeltrane_900::BaseTranslator;
-using veltrane::tests::ExpectFailure;
-using veltrane::tests::ParsedXml;
-using veltrane::tests::ParseXml;
-using enum MCVeltrane_900::Message;
+using namespace veltrane::tests;
 
 std::string Narrow(const XMLCh* text) {
     char* bytes = xercesc::XMLString::transcode(text);

@@ -14,9 +14,7 @@
 
 namespace {
 
-using MCVeltrane_900::BaseTranslator;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::VTException;
+using namespace MCVeltrane_900;
 
 constexpr std::size_t kNone = std::string::npos;
 

@@ -14,10 +14,7 @@
 
 namespace {
 
-using MCVeltrane_900::BaseTranslator;
-using MCVeltrane_900::NumericValue;
-using veltrane::tests::ExpectFailure;
-using enum MCVeltrane_900::Message;
+using namespace veltrane::tests;
 
 TEST(TrimBlanks, KeepsATextWithoutBlanks) {
     EXPECT_EQ(BaseTranslator::TrimBlanks("ab"), "ab");

@@ -12,16 +12,7 @@
 
 namespace {
 
-using MCVeltrane_900::BaseTranslator;
-using MCVeltrane_900::DateTimeValue;
-using MCVeltrane_900::DictVar;
-using MCVeltrane_900::NumericValue;
-using MCVeltrane_900::ScoreDictVar;
-using MCVeltrane_900::ScoreValue;
-using veltrane::tests::ExpectFailure;
-using veltrane::tests::StartXml;
-using veltrane::tests::TestTranslator;
-using enum MCVeltrane_900::Message;
+using namespace veltrane::tests;
 
 struct DateTimeRow {
     const char* text;

@@ -13,12 +13,7 @@
 
 namespace {
 
-using namespace MCVeltrane_900;
-using veltrane::tests::KordReading;
-using veltrane::tests::KordTestTranslator;
-using veltrane::tests::NumberVariable;
-using veltrane::tests::ParseXml;
-using veltrane::tests::TextVariable;
+using namespace veltrane::tests;
 
 using Texts = std::vector<std::string>;
 
@@ -95,8 +90,7 @@ TEST_F(KordDictionary, TextsComeThroughTheTranscoder) {
     latin.CreateTranscoder("");
     const auto document = ParseXml("<dictionary>" + variable + "</dictionary>");
     const Dictionary dictionary(latin.ParseDictionary(document.Root()));
-    EXPECT_EQ(dictionary->GetVarNames(), Texts{"Gr\xF6\xDF"
-                                               "e"});
+    EXPECT_EQ(dictionary->GetVarNames(), Texts{"Gr\366\337e"});
 }
 
 TEST_F(KordDictionary, IsReadWithoutATranscoderToo) {

@@ -9,14 +9,7 @@
 
 namespace {
 
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
-using veltrane::tests::ExpectFailure;
-using veltrane::tests::Failure;
-using veltrane::tests::Fault;
-using veltrane::tests::KordReading;
-using veltrane::tests::NumberVariable;
-using veltrane::tests::TextVariable;
+using namespace veltrane::tests;
 
 const std::string kValid = "<variable name='g' storage-type='STRING' measurement-level='ORDINAL'/>";
 

@@ -10,10 +10,7 @@
 
 namespace {
 
-using namespace MCVeltrane_900;
-using veltrane::tests::KordReading;
-using veltrane::tests::NumberVariable;
-using veltrane::tests::TextVariable;
+using namespace veltrane::tests;
 
 #ifdef VELTRANE_SANITIZED
 constexpr int kMany = 20000;

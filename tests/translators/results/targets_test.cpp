@@ -31,9 +31,6 @@
 //     d      continuous, dateDaysSince[1970]
 //     e      ordinal, dateDaysSince[1970], without values
 
-using namespace MCVeltrane_900;
-using enum MCVeltrane_900::Message;
-
 namespace veltrane::tests {
 namespace {
 

@@ -28,9 +28,7 @@ constexpr Signature kSignatures[] = {
     {"PK\x03\x04"sv, nullptr, "a ZIP archive, as spreadsheets are"},
     {"PK\x05\x06"sv, nullptr, "a ZIP archive"},
     {"BZh91AY&SY"sv, nullptr, "packed with bzip2"},
-    {"\xFD"
-     "7zXZ\0"sv,
-     nullptr, "packed with xz"},
+    {"\3757zXZ\0"sv, nullptr, "packed with xz"},
     {"7z\xBC\xAF\x27\x1C"sv, nullptr, "a 7z archive"},
 };
 
