@@ -22,7 +22,11 @@ def value_of(thing):
     """What a row writes, as a Value."""
     if thing is None:
         return None
-    if isinstance(thing, str) and thing.partition(":")[0] in dates.MOMENTS:
+    if isinstance(thing, function_rows.Invalid):
+        value = value_of(thing.of)
+        value.invalid = True
+        return value
+    if isinstance(thing, str) and thing.partition(":")[0] in dates.ALL:
         type_, _, text = thing.partition(":")
         return values.read(text, type_)
     return Value({bool: "boolean", int: "integer", float: "double", str: "string"}[type(thing)], thing)

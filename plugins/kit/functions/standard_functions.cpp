@@ -1,10 +1,14 @@
 #include "kit/functions/standard_functions.h"
 
+#include "kit/functions/logic.h"
+#include "kit/functions/moments.h"
 #include "kit/functions/numbers/aggregates.h"
 #include "kit/functions/numbers/analysis.h"
 #include "kit/functions/numbers/arithmetic.h"
 #include "kit/functions/numbers/columns.h"
 #include "kit/functions/numbers/normal.h"
+#include "kit/functions/texts/characters.h"
+#include "kit/functions/texts/patterns.h"
 
 #include <utility>
 

@@ -43,7 +43,7 @@ bool IsWhole(double number) {
 
 /// The fewest digits that read back: plain from 0.0001 up to 1e16, else with an exponent.
 void WriteNumber(double number, DataType type, std::string& text) {
-    char digits[48];
+    char digits[352]; // all digits of the greatest integer that a double keeps
     char* const end = digits + sizeof digits;
     const bool isInteger = type == DataType::INTEGER;
     const double size = std::abs(number);

@@ -20,6 +20,12 @@ inline Value MakeNumber(double number, DataType type) {
     return value;
 }
 
+inline Value MakeMissing(DataType type) {
+    Value value;
+    value.type = type;
+    return value;
+}
+
 inline Value MakeTruth(bool truth) {
     return MakeNumber(truth ? 1.0 : 0.0, DataType::BOOLEAN);
 }

@@ -5,6 +5,9 @@ the Gregorian one, extended to all years; a day has 86400 seconds. A counting ty
 and its number stands as it is wherever a number is asked for.
 
 Decision: an epoch of year 0 is the day 0000-01-01 of the extended calendar, 719528 days before 1970.
+Decision: functions of dates give whole days and seconds of counts with a fraction; a year of more than 9 digits and, to
+formatDatetime, a moment more than 10**15 seconds away from 1970 are outside the domain.
+Decision: formatDatetime knows the conversions of strftime in C, but for those of time zones; others are outside the domain.
 Decision: a dateTime cast to a date or a time keeps that part of it; a date cast to a dateTime is its midnight.
 """
 import re
@@ -15,6 +18,7 @@ COUNTING = tuple(f"dateDaysSince[{year}]" for year in EPOCHS) + ("timeSeconds",)
     f"dateTimeSecondsSince[{year}]" for year in EPOCHS)
 ALL = MOMENTS + COUNTING
 DAY = 86400
+MOST_YEARS, MOST_SECONDS = 10 ** 9 - 1, 10 ** 15
 _DATE = r"(\d{1,4})-(\d{1,2})-(\d{1,2})"
 _TIME = r"(\d{1,2}):(\d{1,2}):(\d{1,2})"
 _FORMS = {"date": re.compile(_DATE + r"\Z"), "time": re.compile(_TIME + r"\Z"),
@@ -122,43 +126,61 @@ def common(left, left_type, right, right_type):
     return left, right
 
 
+def _first_day(year):
+    if abs(year) > MOST_YEARS:
+        raise ValueError(year)
+    return days(year)
+
+
 def days_since_year(value, year):
     """dateDaysSinceYear: days from the first of January of a year."""
-    return convert(value.data, value.type, "date") - days(year)
+    return int(convert(value.data, value.type, "date") // 1) - _first_day(year)
 
 
 def seconds_since_year(value, year):
     """dateSecondsSinceYear: seconds from the first midnight of a year."""
-    return convert(value.data, value.type, "dateTime") - days(year) * DAY
+    return int(convert(value.data, value.type, "dateTime") // 1) - _first_day(year) * DAY
 
 
 def seconds_since_midnight(value):
     """dateSecondsSinceMidnight: seconds of the day that have passed."""
-    return convert(value.data, value.type, "time")
+    return int(convert(value.data, value.type, "time") // 1)
 
 
 _MONTHS = ("January February March April May June July August September October November December").split()
 _WEEKDAYS = "Monday Tuesday Wednesday Thursday Friday Saturday Sunday".split()
+_JOINED = {"c": "%a %b %e %H:%M:%S %Y", "D": "%m/%d/%y", "F": "%Y-%m-%d", "h": "%b", "r": "%I:%M:%S %p", "R": "%H:%M",
+           "T": "%H:%M:%S", "x": "%m/%d/%y", "X": "%H:%M:%S"}
 
 
 def _fields(value):
     """The conversions of a pattern and what they give for a moment, in the C locale."""
     count = convert(value.data, value.type, "dateTime") if value.type not in ("time", "timeSeconds") else value.data
-    day, second = divmod(count, DAY)
+    if not abs(count) <= MOST_SECONDS:
+        raise ValueError(count)
+    day, second = divmod(int(count // 1), DAY)
     year, month, date = day_of(day)
     hour, minute = second // 3600, second // 60 % 60
-    weekday = (day + 3) % 7
+    weekday, of_year = (day + 3) % 7, day - days(year)
     half = hour % 12 or 12
+    thursday = day - weekday + 3
+    week_year = day_of(thursday)[0]
     return {"Y": "%04d" % year, "y": "%02d" % (year % 100), "C": "%02d" % (year // 100), "m": "%02d" % month,
             "d": "%02d" % date, "e": "%2d" % date, "H": "%02d" % hour, "I": "%02d" % half, "M": "%02d" % minute,
-            "S": "%02d" % (second % 60), "p": "AM" if hour < 12 else "PM", "j": "%03d" % (day - days(year) + 1),
+            "S": "%02d" % (second % 60), "p": "AM" if hour < 12 else "PM", "j": "%03d" % (of_year + 1),
             "B": _MONTHS[month - 1], "b": _MONTHS[month - 1][:3], "A": _WEEKDAYS[weekday], "a": _WEEKDAYS[weekday][:3],
-            "D": "%02d/%02d/%02d" % (month, date, year % 100), "F": "%04d-%02d-%02d" % (year, month, date),
-            "T": "%02d:%02d:%02d" % (hour, minute, second % 60), "R": "%02d:%02d" % (hour, minute),
-            "u": str(weekday + 1), "w": str((weekday + 1) % 7), "%": "%"}
+            "u": str(weekday + 1), "w": str((weekday + 1) % 7), "%": "%", "n": "\n", "t": "\t",
+            "U": "%02d" % ((of_year + 7 - (weekday + 1) % 7) // 7), "W": "%02d" % ((of_year + 7 - weekday) // 7),
+            "G": "%04d" % week_year, "g": "%02d" % (week_year % 100), "V": "%02d" % ((thursday - days(week_year)) // 7 + 1)}
 
 
 def format_datetime(value, pattern):
     """formatDatetime: the pattern of strftime, in the C locale."""
     fields = _fields(value)
-    return re.sub("%(.)", lambda match: fields[match.group(1)], pattern)
+
+    def field(match):
+        if match.group(1) not in fields:
+            raise ValueError(match.group(0))
+        return fields[match.group(1)]
+    joined = re.sub("(?s:%[EO]?(.))", lambda match: _JOINED.get(match.group(1), match.group(0)), pattern)
+    return re.sub("(?s:%[EO]?(.))", field, joined)

@@ -9,11 +9,14 @@ Decision: division by zero and the poles of ln and log10 are outside the domain,
 Decision: round takes the larger of two integers that are equally near, of negative numbers too.
 Decision: isValid is false for a missing argument, isNotValid true.
 Decision: "if" with a missing condition is missing; the branch that isn't taken plays no part.
+Decision: functions of numbers read texts as numbers; min, max and threshold compare the numbers.
+Decision: 0 to a power below 0 is infinite; what overflows is infinite with the sign of the exact result.
+Decision: an argument of a logical function that is neither true nor false is outside the domain.
 Decision: isIn with a missing value to look for is missing; missing members of the list are passed over.
 """
 import math
 from . import dates, distributions, logic, texts
-from .values import MISSING, NUMBERS, NotOfType, Unsupported, Value, equal, number, order
+from .values import MISSING, NUMBERS, NotOfType, Unsupported, Value, equal, number, order, text_of, whole
 
 
 class Undefined(Exception):
@@ -84,20 +87,21 @@ def _power(base, exponent):
         if base == 0:
             return math.inf
         raise
+    except OverflowError:
+        return -math.inf if base < 0 and exponent % 2 == 1 else math.inf
+
+
+def _hyperbolic_sine(value):
+    try:
+        return math.sinh(value)
+    except OverflowError:
+        return math.copysign(math.inf, value)
 
 
 def _extreme(sign):
     def apply(arguments):
-        best = arguments[0]
-        for each in arguments[1:]:
-            if order(each, best) * sign > 0:
-                best = each
-        return Value(best.type, best.data) if _all_integers(arguments) else _double(float(number(best)))
+        return _same_kind(arguments, max((number(each) for each in arguments), key=lambda each: each * sign))
     return apply
-
-
-def _all_integers(arguments):
-    return all(each.type == "integer" for each in arguments)
 
 
 def _total(arguments):
@@ -127,7 +131,7 @@ def _present(function):
 
 
 def _threshold(arguments):
-    return Value("integer", int(order(arguments[0], arguments[1]) > 0))
+    return Value("integer", int(number(arguments[0]) > number(arguments[1])))
 
 
 def _comparison(test):
@@ -198,7 +202,8 @@ NUMERIC = {
     "abs": lambda arguments: _same_kind(arguments, abs(number(arguments[0]))),
     "pow": _real(_power), "hypot": _real(math.hypot),
     "floor": _rounding(math.floor), "ceil": _rounding(math.ceil), "round": _rounding(_round), "rint": _rounding(round),
-    **{name: _real(getattr(math, name)) for name in ("sin cos tan asin acos atan sinh cosh tanh atan2").split()},
+    **{name: _real(getattr(math, name)) for name in ("sin cos tan asin acos atan cosh tanh atan2").split()},
+    "sinh": _real(_hyperbolic_sine),
     "normalCDF": _real(distributions.normal_cdf), "normalPDF": _real(distributions.normal_pdf),
     "normalIDF": _real(distributions.normal_idf), "stdNormalCDF": _real(distributions.std_normal_cdf),
     "stdNormalPDF": _real(distributions.std_normal_pdf), "stdNormalIDF": _real(distributions.std_normal_idf),
@@ -212,10 +217,10 @@ COMPARISONS = {
 }
 
 DATES = {
-    "dateDaysSinceYear": lambda arguments: _integer(dates.days_since_year(arguments[0], int(number(arguments[1])))),
-    "dateSecondsSinceYear": lambda arguments: _integer(dates.seconds_since_year(arguments[0], int(number(arguments[1])))),
+    "dateDaysSinceYear": lambda arguments: _integer(dates.days_since_year(arguments[0], whole(arguments[1]))),
+    "dateSecondsSinceYear": lambda arguments: _integer(dates.seconds_since_year(arguments[0], whole(arguments[1]))),
     "dateSecondsSinceMidnight": lambda arguments: _integer(dates.seconds_since_midnight(arguments[0])),
-    "formatDatetime": lambda arguments: Value("string", dates.format_datetime(arguments[0], arguments[1].data)),
+    "formatDatetime": lambda arguments: Value("string", dates.format_datetime(arguments[0], text_of(arguments[1]))),
 }
 
 # How many arguments a function takes, where that isn't two: the least and the most, None for any number.
@@ -239,18 +244,16 @@ def call(name, arguments):
     least, most = ARITIES.get(name, (2, 2))
     if len(arguments) < least or most is not None and len(arguments) > most:
         raise Unsupported(f"{name} of {len(arguments)} arguments")
-    if name in TAKES_MISSING:
-        return TAKES_MISSING[name](arguments)
-    if name not in NEEDS_ALL:
+    if name not in TAKES_MISSING and name not in NEEDS_ALL:
         raise Unsupported(f"function {name}")
-    if any(each is MISSING for each in arguments):
+    if name in NEEDS_ALL and any(each is MISSING for each in arguments):
         return MISSING
     try:
-        result = NEEDS_ALL[name](arguments)
+        result = {**TAKES_MISSING, **NEEDS_ALL}[name](arguments)
     except OverflowError:
         return _double(math.inf)
     except (ValueError, ZeroDivisionError) as failure:
         raise Undefined(name) from failure
-    if isinstance(result.data, float) and math.isnan(result.data):
+    if result is not MISSING and isinstance(result.data, float) and math.isnan(result.data):
         raise Undefined(name)
     return result

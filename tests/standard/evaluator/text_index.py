@@ -9,6 +9,7 @@ Normalisations run in order: each row replaces what its inField matches (the reg
 true) by its outField, over and over while recursive and something changes.
 
 Decision: a missing text or term gives a missing result; case is folded by lower().
+Decision: "$1" in the replacement of a regular expression is its first group, as in "replace".
 Decision: a normalisation that isn't a regular expression replaces whole runs of tokens.
 Decision: a count of 0 weighs 0 in the augmented frequency as in all others.
 """
@@ -16,6 +17,7 @@ import math
 import re
 import string
 from .tables import rows_of
+from .texts import compiled, expanded
 from .values import MISSING, Unsupported, Value, text_of
 
 PUNCTUATION = string.punctuation
@@ -75,7 +77,7 @@ def _replaced(text, row, names, sensitive, separator):
     what, by, regex = row[names[0]], row[names[1]], row.get(names[2]) in ("true", "1")
     flags = 0 if sensitive else re.IGNORECASE
     if regex:
-        return re.sub(what, by, text, flags=flags)
+        return compiled(what, flags).sub(lambda match: expanded(match, by), text)
     pattern = rf"(?:(?<=^)|(?<=\s)){re.escape(what)}(?=\s|$|[.,;:!?])"
     return re.sub(pattern, lambda _match: by, text, flags=flags)
 

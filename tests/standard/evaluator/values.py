@@ -100,6 +100,14 @@ def number(value):
     return value.data
 
 
+def whole(value):
+    """The whole number that is left of a value without its fraction."""
+    data = number(value)
+    if not math.isfinite(data):
+        raise NotOfType(repr(value))
+    return int(data)
+
+
 def cast(value, type_):
     """A value as one of another type; NotOfType where there is none."""
     if value is MISSING or value.type == type_:
