@@ -2,7 +2,7 @@
 import json
 import unittest
 
-from host_command import AGE, NAME, HostTest, field_ref, number_field, text_ref
+from host_command import AGE, NAME, PROJECT, HostTest, field_ref, number_field, text_ref
 
 FIELDS = [
     '<DataField name="Age" displayName="Age in years" optype="continuous" dataType="integer">'
@@ -84,16 +84,36 @@ class Formulas(HostTest):
 
 
 class Functions(HostTest):
+    def tables(self):
+        """The lines of the table of the standard and of that of the library, each with its headings."""
+        shown = self.expect(self.run_host("functions"), 0, err="").stdout.decode()
+        standard, library = shown.split("\nFunctions of the library alone:\n\n")
+        head = "Functions of PMML 4.4, with the meaning of the standard:\n\n"
+        self.assertTrue(standard.startswith(head))
+        return standard[len(head):].splitlines(), library.splitlines()
+
     def test_every_name_has_a_line(self):
-        result = self.expect(self.run_host("functions"), 0, err="")
-        lines = result.stdout.decode().splitlines()
+        _, lines = self.tables()
         self.assertEqual(len(lines), 2 + 79)
         self.assertEqual(lines[0].split(), ["name", "also", "arguments", "result", "missing"])
         self.assertRegex(lines[2 + 7], r"^log10 +lg10 +a number +the logarithm to base 10 +missing unless ")
         self.assertRegex(lines[2 + 61], r"^substr +a text, a number ")
 
+    def test_every_function_of_the_standard_has_a_line(self):
+        lines, _ = self.tables()
+        self.assertEqual(lines[0].split(), ["name", "arguments", "result", "missing"])
+        names = (PROJECT / "tests/standard/function_rows.py").read_text().split('NAMES = """')[1].split('"""')[0].split()
+        self.assertEqual(sorted(line.split()[0] for line in lines[2:]), sorted(names))
+        shown = "\n".join(lines)
+        for row in (r"/ +2 numbers +the quotient of two numbers, of integers too +missing when an argument is missing or the ",
+                    r"median +any number of numbers +the median; ", r"and +2 truth values or more +whether all are true +missing ",
+                    r"not +a truth value ", r"if +2 to 3 values of any kind ", r"isMissing +a value of any kind ",
+                    r"replace +3 texts ", r"dateDaysSinceYear +2 values, a date or time first ",
+                    r"dateSecondsSinceMidnight +a date or time "):
+            self.assertRegex(shown, f"(?m)^{row}")
+
     def test_those_that_turn_ascii_letters_only_say_so(self):
-        shown = self.run_host("functions").stdout.decode()
+        shown = "\n".join(self.tables()[1])
         for name, form in (("lowercase", "lower"), ("uppercase", "upper")):
             self.assertRegex(shown, rf"(?m)^{name} .* the text with its ASCII letters in {form} case; other letters stay as "
                                     "they are ")

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Writes docs/functions.md from include/MCVeltrane_900/TransformFunctions.def. With --check it writes nothing and fails
-when the page is not current."""
+"""Writes docs/functions.md from include/MCVeltrane_900/TransformFunctions.def and
+plugins/kit/functions/standard_functions.def. With --check it writes nothing and fails when the page is not current."""
 import argparse
 import difflib
 import pathlib
@@ -9,12 +9,17 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 TABLE = ROOT / "include/MCVeltrane_900/TransformFunctions.def"
+STANDARD = ROOT / "plugins/kit/functions/standard_functions.def"
 PAGE = ROOT / "docs/functions.md"
 
 FUNCTION = re.compile(
     r"VELTRANE_TRANSFORM_FUNCTION\(\w+, (?P<number>\d+), \((?P<names>[^)]*)\),"
     r"\s+\w+\([^)]*\), (?P<arguments>\w+)(?:\((?P<count>\w+)\))?, (?P<families>[\w |]+),"
     r'\s+(?P<result>"[^"]*"(?:\s+"[^"]*")*),\s+(?P<missing>"[^"]*"(?:\s+"[^"]*")*)\)\n'
+)
+STANDARD_FUNCTION = re.compile(
+    r'VELTRANE_STANDARD_FUNCTION\("(?P<name>[^"]+)", (?P<fewest>\d+), (?P<most>\w+), (?P<arguments>\w+), (?P<type>\w+), \w+,'
+    r'\s+\w+<\w+>\(\),\s+"(?P<result>[^"]*)",\s+"(?P<missing>[^"]*)"\)\n'
 )
 QUOTED = re.compile(r'"([^"]*)"')
 
@@ -53,16 +58,45 @@ NO_WORD = "<not defined>"
 WORDLESS = "WORDLESS"
 FIRST_WORDLESS = 72
 
-HEAD = """\
+FIRST_NUMBER = 1000
+KINDS = {"NUMBERS": ("number", "numbers"), "TEXTS": ("text", "texts"), "TRUTHS": ("truth value", "truth values"),
+         "MOMENTS": ("date or time", "values, a date or time first"), "ANYTHING": ("value of any kind", "values of any kind")}
+TYPES = {"REAL": "double", "INTEGER": "integer", "SAME_KIND": "integer of integers, else double", "TRUTH": "boolean",
+         "TEXT": "string", "ARGUMENT": "that of the argument"}
+
+STANDARD_HEAD = """\
 # Functions
 
-<!-- Made from include/MCVeltrane_900/TransformFunctions.def by tools/docs/functions_page.py; edit the table and run the
-script. -->
+<!-- Made from include/MCVeltrane_900/TransformFunctions.def and plugins/kit/functions/standard_functions.def by
+tools/docs/functions_page.py; edit the tables and run the script. -->
 
-The functions that an `Apply` can name: {names} names for {functions} functions. Names are compared exactly; a row with
-two names has two spellings of one function. The number is that of `TransformationDictionary::TransformFunction`, which
-plug-ins are built against. A document's own functions (`DefineFunction`) aren't read yet; an `Apply` that names one is
-refused as one that names none.
+There are two sets of built-in functions that an `Apply` can name: those of PMML 4.4 with the meaning that the standard
+gives them, which the kit of the plug-ins has, and those of the library alone, some of which have the same names and
+another meaning. Hosts add functions of their own to either road by `veltrane/functions.h`: a `FunctionLibrary` takes
+each with its name, its arguments, a kernel for one case, one for columns if there is any, and its documentation.
+
+## Functions of PMML 4.4
+
+All {functions} built-in functions of the standard. Names are compared exactly; the number tells a function from the
+others of its library.
+
+- A function of numbers takes a boolean as 1 or 0 and a text as the number that it writes; one that writes none makes
+  the result missing. A function of texts takes anything else as the text that it is written as.
+- A result outside the domain of a function is missing; one that grows beyond all doubles is infinite.
+- A truth value is a boolean, the number 1 or 0, or the text "true" or "false".
+- Texts are read in the encoding that the host has asked for. Positions and lengths count characters.
+- Regular expressions are those of ICU, in which lines end at a line feed. What they may cost is bounded by the length
+  of their text, and no function makes a text of more than 16 MiB.
+
+What the standard leaves open is decided in [documents.md](documents.md#functions-of-the-standard).
+"""
+
+HEAD = """\
+## Functions of the library alone
+
+{names} names for {functions} functions. A row with two names has two spellings of one function. The number is that of
+`TransformationDictionary::TransformFunction`, which plug-ins are built against. The library alone doesn't read a
+document's own functions (`DefineFunction`); an `Apply` that names one is refused as one that names none.
 
 The arguments of an `Apply` are its `FieldRef`, `Constant` and `Apply` children in document order. Their number and
 their kinds are checked when the document is read:
@@ -89,8 +123,7 @@ system-missing one, which every number that its field declares missing becomes. 
 stays as it is; a field that the case lacks gives the empty text.
 
 `lowercase`, `lower` and `uppercase` go byte by byte, by the C locale of the process: under the locales C and UTF-8 they
-turn the letters A to Z and leave all others, "Ä" or "é", as they are. Documents of the standard mean all letters; a
-reading that turns these isn't there yet.
+turn the letters A to Z and leave all others, "Ä" or "é", as they are. The functions of the standard turn all letters.
 
 "In messages" is the word that refusals use; some functions have none of their own.
 """
@@ -109,6 +142,38 @@ def read_table():
                     | {"names": QUOTED.findall(row["names"])})
         text = text[function.end():]
     return rows
+
+
+def read_standard():
+    """The rows of the functions of the standard, of which nothing may be left over."""
+    text = re.sub(r"^(//|#undef).*\n", "", STANDARD.read_text(encoding="utf-8"), flags=re.MULTILINE)
+    rows = []
+    while text := text.lstrip("\n"):
+        function = STANDARD_FUNCTION.match(text)
+        if not function:
+            sys.exit(f"{STANDARD.relative_to(ROOT)}: not a row of the table: {text.splitlines()[0]}")
+        rows.append(function.groupdict() | {"number": FIRST_NUMBER + len(rows)})
+        text = text[function.end():]
+    return rows
+
+
+def standard_arguments(row):
+    one, several = KINDS[row["arguments"]]
+    fewest, most = row["fewest"], row["most"]
+    if most == ONE:
+        return f"1 {one}"
+    if most == "ANY":
+        return f"any number of {several}" if fewest == ONE else f"{fewest} {several} or more"
+    return f"{fewest} {several}" if fewest == most else f"{fewest} to {most} {several}"
+
+
+def render_standard(rows):
+    page = STANDARD_HEAD.format(functions=len(rows))
+    page += "\n| Name | Number | Arguments | Type | Result | With missing arguments |\n|---|---|---|---|---|---|\n"
+    for row in rows:
+        cells = [f"`{row['name']}`", str(row["number"]), standard_arguments(row), TYPES[row["type"]], row["result"], row["missing"]]
+        page += "| " + " | ".join(cells) + " |\n"
+    return page + "\n"
 
 
 def arguments_text(row):
@@ -146,12 +211,12 @@ def render(rows):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--check", action="store_true")
-    page = render(read_table())
+    page = render_standard(read_standard()) + render(read_table())
     if not parser.parse_args().check:
         PAGE.write_text(page, encoding="utf-8")
         return 0
     present = PAGE.read_text(encoding="utf-8") if PAGE.exists() else ""
-    difference = difflib.unified_diff(present.splitlines(True), page.splitlines(True), "docs/functions.md", "table")
+    difference = difflib.unified_diff(present.splitlines(True), page.splitlines(True), "docs/functions.md", "tables")
     sys.stdout.writelines(difference)
     return 0 if present == page else 1
 

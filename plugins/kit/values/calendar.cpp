@@ -1,5 +1,6 @@
 #include "kit/values/calendar.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -18,6 +19,7 @@ struct Scale {
 };
 
 constexpr std::int64_t kDaysOfEra = 146097; // 400 years
+constexpr double kMostDays = 1e11;
 constexpr std::int64_t kDaysToYear0OfMarch = 719468;
 
 bool IsLeap(std::int64_t year) {
@@ -154,6 +156,9 @@ std::optional<double> ReadMoment(std::string_view text, DataType type) {
 
 std::string WriteMoment(double number, DataType type) {
     const bool hasTime = type != DataType::DATE;
+    // What lies farther away is written as the end of what has a text.
+    const double most = kMostDays * (hasTime ? kSecondsOfDay : 1.0);
+    number = std::clamp(number, -most, most);
     const double days = type == DataType::TIME ? 0.0
                         : hasTime              ? std::floor(number / kSecondsOfDay)
                                                : std::floor(number);

@@ -2,6 +2,7 @@
 
 #include "files/byte_stream.h"
 #include "files/failure.h"
+#include "kit/functions/standard_functions.h"
 #include "run/table.h"
 
 #include <algorithm>
@@ -11,6 +12,8 @@
 
 namespace veltrane::host {
 namespace {
+
+using veltrane::Function;
 
 constexpr int ANY = -1;
 constexpr int NOT_CHECKED = -2;
@@ -68,6 +71,7 @@ constexpr std::string_view Second(std::string_view, std::string_view name) {
     return name;
 }
 
+/// The rows of the library alone.
 constexpr Row kRows[] = {
 #define VELTRANE_TRANSFORM_FUNCTION(enumerator, number, names, evaluation, arguments, families, summary, missing)      \
     {number, First names, Second names, arguments, summary, missing},
@@ -89,15 +93,47 @@ std::string ArgumentsText(const Arguments& arguments) {
     }
 }
 
-} // namespace
-
-std::string FunctionName(int function) {
-    const auto* const row = std::lower_bound(std::begin(kRows), std::end(kRows), function,
-                                             [](const Row& each, int number) { return each.number < number; });
-    return row != std::end(kRows) && row->number == function ? std::string(row->name) : "";
+/// The words for one argument of a kind and for several.
+Arguments WordsOf(Function::Arguments kind) {
+    switch (kind) {
+    case Function::Arguments::NUMBERS:
+        return NUMBERS(1);
+    case Function::Arguments::TEXTS:
+        return TEXTS(1);
+    case Function::Arguments::TRUTHS:
+        return {1, "truth value", "truth values"};
+    case Function::Arguments::MOMENTS:
+        return {1, "date or time", "values, a date or time first"};
+    default:
+        return ANYTHING(1);
+    }
 }
 
-std::string FunctionsTable() {
+std::string ArgumentsText(const Function& function) {
+    const Arguments words = WordsOf(function.arguments);
+    const std::string several(words.several);
+    if (function.most == 1) {
+        return "a " + std::string(words.one);
+    }
+    if (function.most == function.fewest) {
+        return std::to_string(function.fewest) + " " + several;
+    }
+    if (function.most != Function::kAny) {
+        return std::to_string(function.fewest) + " to " + std::to_string(function.most) + " " + several;
+    }
+    return function.fewest == 1 ? "any number of " + several
+                                : std::to_string(function.fewest) + " " + several + " or more";
+}
+
+std::string TableOfTheStandard() {
+    Table table({"name", "arguments", "result", "missing"});
+    for (const Function& function : veltrane_kit::StandardFunctions().All()) {
+        table.AddRow({function.name, ArgumentsText(function), function.summary, function.missingRule});
+    }
+    return table.Text();
+}
+
+std::string TableOfTheLibrary() {
     Table table({"name", "also", "arguments", "result", "missing"});
     for (const Row& row : kRows) {
         table.AddRow({std::string(row.name), std::string(row.otherName), ArgumentsText(row.arguments),
@@ -106,8 +142,21 @@ std::string FunctionsTable() {
     return table.Text();
 }
 
+} // namespace
+
+std::string FunctionName(int function) {
+    const auto* const row = std::lower_bound(std::begin(kRows), std::end(kRows), function,
+                                             [](const Row& each, int number) { return each.number < number; });
+    return row != std::end(kRows) && row->number == function ? std::string(row->name) : "";
+}
+
+std::string FunctionsTables() {
+    return "Functions of PMML 4.4, with the meaning of the standard:\n\n" + TableOfTheStandard() +
+           "\nFunctions of the library alone:\n\n" + TableOfTheLibrary();
+}
+
 int RunFunctions() {
-    DescriptorSink(STDOUT_FILENO, "standard output").Write(FunctionsTable());
+    DescriptorSink(STDOUT_FILENO, "standard output").Write(FunctionsTables());
     return EXIT_DONE;
 }
 
