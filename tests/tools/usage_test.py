@@ -28,6 +28,11 @@ class Words(HostTest):
         self.complains('there is no option "--delimeter" of transform; did you mean "--delimiter"?',
                        "transform", "d", "c", "--delimeter=;")
 
+    def test_where_the_output_goes_is_suggested_by_its_short_name(self):
+        for name in ("--output", "--out", "--outptu"):
+            self.complains(f'there is no option "{name}" of score; did you mean "-o"?', "score", "d", "c", name, "x")
+        self.complains('there is no option "--output" of inspect', "inspect", "d", "--output", "x")
+
     def test_an_option_in_front_of_the_command_is_named(self):
         self.complains('there is no option "--hlp" in front of a command; did you mean "--help"?', "--hlp")
         self.complains('there is no option "--quiet" in front of a command', "--quiet", "score", "d", "c")
@@ -52,6 +57,20 @@ class Words(HostTest):
                     "veltrane: CASES is required\nRun with --help for more information.\n")
         self.expect(self.run_host("score", "d", "c", "--encoding", "utf8x"), 2, "",
                     'veltrane: --encoding: unknown encoding "utf8x"\nRun with --help for more information.\n')
+
+    def test_a_file_needs_a_name(self):
+        def complains(name, *arguments):
+            self.expect(self.run_host(*arguments), 2, "",
+                        f"veltrane: {name}: its name is empty\nRun with --help for more information.\n")
+
+        for command in ("transform", "score"):
+            complains("DOCUMENT", command, "", "c")
+            complains("CASES", command, "d", "")
+            complains("-o", command, "d", "c", "-o", "")
+            complains("--rejects", command, "d", "c", "--rejects", "")
+        for command in ("inspect", "verify"):
+            complains("DOCUMENT", command, "")
+            complains("--models", command, "d", "--models", "")
 
     def test_a_document_named_like_no_command_is_none_of_its_business(self):
         self.expect(self.run_host("inspect", "scor"), 1, "")

@@ -83,9 +83,12 @@ std::string NearestName(std::string_view word, const std::vector<std::string>& n
     return nearest;
 }
 
-std::string Suggestion(std::string_view word, const std::vector<std::string>& names) {
-    const std::string nearest = NearestName(word, names);
+std::string DidYouMean(std::string_view nearest) {
     return nearest.empty() ? "" : "; did you mean \"" + Escaped(nearest) + "\"?";
+}
+
+std::string Suggestion(std::string_view word, const std::vector<std::string>& names) {
+    return DidYouMean(NearestName(word, names));
 }
 
 } // namespace veltrane::host

@@ -12,7 +12,10 @@ namespace veltrane::host {
 /// @return one of the names, the first of those that are equally near; empty when none is near
 std::string NearestName(std::string_view word, const std::vector<std::string>& names);
 
-/// The same as the end of a sentence: `; did you mean "score"?`, or nothing.
+/// A name as the end of a sentence: `; did you mean "score"?`; nothing where there is none.
+std::string DidYouMean(std::string_view nearest);
+
+/// The nearest name as the end of a sentence.
 std::string Suggestion(std::string_view word, const std::vector<std::string>& names);
 
 } // namespace veltrane::host

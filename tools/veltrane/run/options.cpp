@@ -49,6 +49,12 @@ std::string CheckDelimiter(const std::string& text) {
     return usable ? "" : "a delimiter is one ASCII character that is no letter, digit, sign, point or quote";
 }
 
+/// An empty name is what a shell makes of a variable that isn't set.
+CLI::Option* NamesFile(CLI::Option* option) {
+    const auto check = [](const std::string& name) -> std::string { return name.empty() ? "its name is empty" : ""; };
+    return option->check(CLI::Validator(check, "", "file name"));
+}
+
 void AddEncoding(CLI::App& command, std::string& encoding, const char* help) {
     command.add_option("--encoding", encoding, help)
         ->type_name("NAME")
@@ -57,7 +63,9 @@ void AddEncoding(CLI::App& command, std::string& encoding, const char* help) {
 }
 
 void AddDocument(CLI::App& command, std::string& document, const char* help) {
-    command.add_option("DOCUMENT", document, std::string(help) + "; - is standard input")->required()->type_name("");
+    NamesFile(command.add_option("DOCUMENT", document, std::string(help) + "; - is standard input"))
+        ->required()
+        ->type_name("");
 }
 
 std::string CheckErrorLimit(const std::string& text) {
@@ -66,10 +74,11 @@ std::string CheckErrorLimit(const std::string& text) {
 
 /// @param results what the output holds, for the help
 void AddCases(CLI::App& command, CaseOptions& options, std::string& delimiter, const std::string& results) {
-    command.add_option("CASES", options.cases, "CSV file with a header of field names; - is standard input")
+    NamesFile(command.add_option("CASES", options.cases, "CSV file with a header of field names; - is standard input"))
         ->required()
         ->type_name("");
-    command.add_option("-o", options.output, "write to FILE, which appears whole or not at all; - is standard output")
+    NamesFile(command.add_option("-o", options.output,
+                                 "write to FILE, which appears whole or not at all; - is standard output"))
         ->type_name("FILE");
     AddEncoding(command, options.encoding, "encoding of the cases and of the output");
     command.add_option("--delimiter", delimiter, "character between two cells; \\t is a tab")
@@ -84,9 +93,8 @@ void AddCases(CLI::App& command, CaseOptions& options, std::string& delimiter, c
     command.add_flag("--keep", options.keep,
                      "write the input columns in front of the " + results + "; --keep A,B writes those");
     command.add_flag("--strict", options.strict, "end at the first cell that cannot be read");
-    command
-        .add_option("--rejects", options.rejects,
-                    "write all that cannot be read or scored to FILE: row, field, value, reason")
+    NamesFile(command.add_option("--rejects", options.rejects,
+                                 "write all that cannot be read or scored to FILE: row, field, value, reason"))
         ->type_name("FILE");
     command
         .add_option_function<std::string>(
@@ -105,8 +113,8 @@ CLI::App& AddTransform(CLI::App& app, TransformOptions& options, std::string& de
 }
 
 void AddModels(CLI::App& command, std::optional<std::string>& models) {
-    command
-        .add_option("--models", models, "list of the models for which there are plug-ins; the installed one without")
+    NamesFile(command.add_option("--models", models,
+                                 "list of the models for which there are plug-ins; the installed one without"))
         ->type_name("LIST");
 }
 
@@ -193,6 +201,19 @@ std::vector<std::string> OptionNames(const CLI::App& command) {
     return names;
 }
 
+/// What other commands call `-o`.
+constexpr const char* kOutput = "--output";
+
+/// The option that was most likely meant; empty when none is near.
+std::string NearestOption(const std::string& meant, const CLI::App& command) {
+    std::vector<std::string> names = OptionNames(command);
+    if (command.get_option_no_throw("-o") != nullptr) {
+        names.emplace_back(kOutput);
+    }
+    const std::string nearest = NearestName(meant, names);
+    return nearest == kOutput ? "-o" : nearest;
+}
+
 /// What a command takes besides options: `DOCUMENT and CASES`.
 std::string FilesText(const CLI::App& command) {
     std::vector<std::string> names;
@@ -211,7 +232,7 @@ bool IsOption(const std::string& word) {
 std::string UnknownOption(const std::string& word, const std::string& place, const CLI::App& app) {
     const std::string name = word.substr(0, word.find('='));
     const std::string meant = name.starts_with("--") || name.size() == 2 ? name : "-" + name;
-    return fmt::format("there is no option \"{}\" {}{}", Escaped(name), place, Suggestion(meant, OptionNames(app)));
+    return fmt::format("there is no option \"{}\" {}{}", Escaped(name), place, DidYouMean(NearestOption(meant, app)));
 }
 
 /// What is wrong with the words that a command couldn't take; empty where it took all of them.
