@@ -2,24 +2,20 @@
 
 #include "kit/document/raise.h"
 
-#include <xercesc/dom/DOMAttr.hpp>
-
 namespace veltrane_kit {
 
 namespace {
 
-/// The value of an attribute, which nearly always is one text. The attribute itself gives it by way of casts that cost
-/// more than finding it.
+constexpr Word<bool> kFlags[] = {{u"true", true}, {u"1", true}, {u"false", false}, {u"0", false}};
+
+} // namespace
+
 const XMLCh* ValueOf(const xercesc::DOMAttr& attribute) {
     const xercesc::DOMNode* text = attribute.getFirstChild();
     const bool isOneText =
         text != nullptr && text->getNodeType() == xercesc::DOMNode::TEXT_NODE && text->getNextSibling() == nullptr;
     return isOneText ? text->getNodeValue() : attribute.getValue();
 }
-
-constexpr Word<bool> kFlags[] = {{u"true", true}, {u"1", true}, {u"false", false}, {u"0", false}};
-
-} // namespace
 
 std::string Element::Tag() const {
     return Narrow(fElement->getTagName());

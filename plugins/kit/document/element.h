@@ -3,6 +3,7 @@
 
 #include "kit/document/document_text.h"
 
+#include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 
 #include <cstddef>
@@ -16,6 +17,10 @@ struct Word {
     const XMLCh* text;
     Meaning meaning;
 };
+
+/// The value of an attribute, which nearly always is one text. The attribute itself gives it by way of casts that cost
+/// more than finding it.
+const XMLCh* ValueOf(const xercesc::DOMAttr& attribute);
 
 /// An element of the document, as the readers of models see it: every operation that fails throws a VTException whose
 /// message names the element and the attribute. A plain value, valid while the document is read. Names are UTF-16

@@ -4,6 +4,7 @@
 #include <xercesc/dom/DOMText.hpp>
 
 #include <string>
+#include <vector>
 
 namespace veltrane_kit {
 
@@ -11,10 +12,6 @@ namespace {
 
 using xercesc::DOMElement;
 using xercesc::DOMNode;
-
-bool IsText(const DOMNode* node) {
-    return node->getNodeType() == DOMNode::TEXT_NODE || node->getNodeType() == DOMNode::CDATA_SECTION_NODE;
-}
 
 /// Whether something that counts stands in the Extensions of an element.
 bool NeedsExtensions(const DOMNode* parent) {
@@ -26,16 +23,8 @@ bool NeedsExtensions(const DOMNode* parent) {
                 u"imputeCatFieldMissingAgainstConTarget");
 }
 
-bool IsMeaningless(const DOMNode* node) {
-    switch (node->getNodeType()) {
-    case DOMNode::COMMENT_NODE:
-    case DOMNode::PROCESSING_INSTRUCTION_NODE:
-        return true;
-    case DOMNode::ELEMENT_NODE:
-        return Same(node->getNodeName(), u"Extension") && !NeedsExtensions(node->getParentNode());
-    default:
-        return false;
-    }
+bool IsMeaningless(const DOMElement* element) {
+    return Same(element->getTagName(), u"Extension") && !NeedsExtensions(element->getParentNode());
 }
 
 /// Texts that follow each other, of which one is made however many there are.
@@ -81,45 +70,75 @@ DOMNode* Unfold(DOMNode* reference) {
     return next;
 }
 
-/// What is taken out goes with the document's memory: giving it back at once would take a call inside the other for
-/// each level of it.
-void TidyChildren(DOMElement* parent) {
-    TextRun run;
-    for (DOMNode* node = parent->getFirstChild(); node != nullptr;) {
-        DOMNode* next = node->getNextSibling();
-        if (node->getNodeType() == DOMNode::ENTITY_REFERENCE_NODE) {
-            next = Unfold(node);
-        } else if (IsMeaningless(node)) {
-            parent->removeChild(node);
-        } else if (IsText(node)) {
-            run.Add(node);
-        } else {
-            run.End();
-        }
-        node = next;
-    }
-    run.End();
-}
+/// A way through a document. What is taken out goes with the document's memory: giving it back at once would take a
+/// call inside the other for each level of it.
+class Sweep {
+public:
+    explicit Sweep(ElementVisitor* visitor) : fVisitor(visitor) {}
 
-/// The next element in the order of the document; null at its end.
-DOMElement* After(DOMElement* element, const DOMElement* root) {
-    if (DOMElement* child = element->getFirstElementChild(); child != nullptr) {
-        return child;
-    }
-    for (; element != root; element = static_cast<DOMElement*>(element->getParentNode())) {
-        if (DOMElement* next = element->getNextElementSibling(); next != nullptr) {
-            return next;
+    void Run(DOMElement* root) {
+        DOMNode* node = Enter(root);
+        while (!fPath.empty()) {
+            node = node == nullptr ? Leave() : Pass(node);
         }
     }
-    return nullptr;
-}
+
+private:
+    /// @return the first node in an element
+    DOMNode* Enter(DOMElement* element) {
+        fTexts.End();
+        fPath.push_back(element);
+        if (fVisitor != nullptr) {
+            fVisitor->Enter(element);
+        }
+        return element->getFirstChild();
+    }
+
+    /// @return the node behind the element that was entered last
+    DOMNode* Leave() {
+        fTexts.End();
+        DOMElement* element = fPath.back();
+        fPath.pop_back();
+        if (fVisitor != nullptr) {
+            fVisitor->Leave(element);
+        }
+        return fPath.empty() ? nullptr : element->getNextSibling();
+    }
+
+    /// @return the node that comes next
+    DOMNode* Pass(DOMNode* node) {
+        if (node->getNodeType() == DOMNode::ELEMENT_NODE) {
+            auto* element = static_cast<DOMElement*>(node);
+            return IsMeaningless(element) ? Remove(node) : Enter(element);
+        }
+        DOMNode* next = node->getNextSibling();
+        switch (node->getNodeType()) {
+        case DOMNode::TEXT_NODE:
+        case DOMNode::CDATA_SECTION_NODE:
+            fTexts.Add(node);
+            return next;
+        case DOMNode::ENTITY_REFERENCE_NODE:
+            return Unfold(node);
+        default:
+            return Remove(node);
+        }
+    }
+
+    DOMNode* Remove(DOMNode* node) {
+        DOMNode* next = node->getNextSibling();
+        fPath.back()->removeChild(node);
+        return next;
+    }
+
+    ElementVisitor* fVisitor;
+    std::vector<DOMElement*> fPath; ///< the elements that are entered and not left
+    TextRun fTexts;                 ///< at the end of what was passed in the last of them
+};
 
 } // namespace
 
-void DropMeaningless(const Element& root) {
-    for (DOMElement* element = root.Dom(); element != nullptr; element = After(element, root.Dom())) {
-        TidyChildren(element);
-    }
+void DropMeaningless(const Element& root, ElementVisitor* visitor) {
+    Sweep(visitor).Run(root.Dom());
 }
 
 } // namespace veltrane_kit

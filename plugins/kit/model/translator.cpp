@@ -1,6 +1,6 @@
 #include "kit/model/translator.h"
 
-#include "kit/document/meaningless.h"
+#include "kit/document/checks/document_check.h"
 #include "kit/document/raise.h"
 #include "kit/inputs/completion.h"
 
@@ -28,7 +28,7 @@ ScoreModel* ModelTranslator::ParseFromTree(xercesc::DOMDocument* document, const
     if (!root.Is(u"PMML")) {
         Raise<Message::INVALID_TOP_ELEMENT>(root.Tag(), "PMML");
     }
-    DropMeaningless(root);
+    CheckDocument(root, fTag);
     const Element element = FindModel(root);
     ModelParts parts = ReadParts(root, element);
     std::unique_ptr<Model> model = BuildModel(element, parts);

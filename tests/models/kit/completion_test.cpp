@@ -244,7 +244,8 @@ TEST(DerivedFields, OfBothPlacesComeTogether) {
         DerivedDocument(kGrade, "<MiningField name='g'/>",
                         DerivedField("<Apply function='*'><FieldRef field='common'/><Constant>2</Constant></Apply>"));
     document = Replaced(document, "</DataDictionary>",
-                        "</DataDictionary><TransformationDictionary><DefineFunction name='unused'/>" +
+                        "</DataDictionary><TransformationDictionary><DefineFunction name='unused'>"
+                        "<ParameterField name='p'/><FieldRef field='p'/></DefineFunction>" +
                             DerivedField("<Apply function='+'><FieldRef field='g'/><Constant>10</Constant></Apply>",
                                          "dataType='double' optype='continuous'", "common") +
                             "</TransformationDictionary>");

@@ -93,7 +93,7 @@ constexpr FaultyChange kSchemaFaults[] = {
 
 constexpr FaultyChange kValidityFaults[] = {
     {"IntervalWithoutMargins", " leftMargin='0' rightMargin='100'", "",
-     Failure(REQUIRES_ONE_OF, "rightMargin", "leftMargin")},
+     Failure(MISSING_VALUES_OF_BOTH, "leftMargin", "rightMargin", "Interval")},
     {"ClosureMissing", "closure='closedOpen' ", "", Failure(MISSING_ATTRIBUTE_OF, "closure", "Interval")},
     {"ClosureEmpty", "closure='closedOpen'", "closure=''", Failure(NULL_ATTRIBUTE, "closure", "Interval")},
     {"ClosureWrong", "closure='closedOpen'", "closure='open'",
@@ -144,7 +144,8 @@ constexpr FaultyChange kTargetFaults[] = {
      Failure(NULL_ATTRIBUTE, "rescaleConstant", "Target")},
     {"ConstantWrong", "rescaleConstant='0'", "rescaleConstant='x'",
      Failure(INVALID_ATTRIBUTE_VALUE_IN, "x", "rescaleConstant", "Target")},
-    {"DefaultWrong", "defaultValue='-7'", "defaultValue='seven'", Failure(INVALID_VALUE_OF_TYPE, "seven", "double")},
+    {"DefaultWrong", "defaultValue='-7'", "defaultValue='seven'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "seven", "defaultValue", "TargetValue")},
 };
 
 constexpr FaultyChange kTableFaults[] = {

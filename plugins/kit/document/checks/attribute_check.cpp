@@ -1,0 +1,148 @@
+#include "kit/document/checks/attribute_check.h"
+
+#include "kit/document/raise.h"
+
+#include <xercesc/dom/DOMAttr.hpp>
+#include <xercesc/dom/DOMNamedNodeMap.hpp>
+
+#include <algorithm>
+#include <cmath>
+
+namespace veltrane_kit {
+
+namespace {
+
+/// Whether a document is of a version before 3.0; one that doesn't tell is new.
+bool IsOld(const Element& root) {
+    const XMLCh* version = root.Raw(u"version");
+    return (*version == u'1' || *version == u'2') && version[1] == u'.';
+}
+
+bool IsDigit(XMLCh c) {
+    return c >= u'0' && c <= u'9';
+}
+
+/// Whether a text is a number with so few digits that a double holds it, and without an exponent: nearly all are, and
+/// so needn't be converted to know.
+bool IsPlainNumber(const XMLCh* text) {
+    constexpr std::ptrdiff_t kDigits = 300;
+    const XMLCh* at = *text == u'-' ? text + 1 : text;
+    const XMLCh* const start = at;
+    while (IsDigit(*at)) {
+        ++at;
+    }
+    if (at == start) {
+        return false;
+    }
+    if (*at == u'.') {
+        ++at;
+        while (IsDigit(*at)) {
+            ++at;
+        }
+    }
+    return *at == 0 && at - start < kDigits;
+}
+
+bool IsWord(const XMLCh* text, const std::vector<std::u16string_view>& words) {
+    const std::u16string_view view(text);
+    return std::find(words.begin(), words.end(), view) != words.end();
+}
+
+bool IsFlag(const XMLCh* text) {
+    return Same(text, u"true") || Same(text, u"false") || Same(text, u"1") || Same(text, u"0");
+}
+
+/// Whether a text is a number that also is whole, or lies in bounds.
+bool IsNumberOf(AttributeKind kind, const XMLCh* text) {
+    double number = 0.0;
+    if (!ReadNumber(text, number)) {
+        return false;
+    }
+    switch (kind) {
+    case AttributeKind::WHOLE:
+        return number == std::floor(number);
+    case AttributeKind::POSITIVE:
+        return number == std::floor(number) && number >= 1.0;
+    case AttributeKind::FRACTION:
+        return number >= 0.0 && number <= 1.0;
+    default:
+        return true;
+    }
+}
+
+bool IsOfKind(const AttributeRow& row, const XMLCh* text) {
+    switch (row.kind) {
+    case AttributeKind::TEXT:
+    case AttributeKind::NAME:
+        return true;
+    case AttributeKind::WORD:
+        return IsWord(text, row.words);
+    case AttributeKind::FLAG:
+        return IsFlag(text);
+    case AttributeKind::NUMBER:
+        return IsPlainNumber(text) || IsNumberOf(row.kind, text);
+    default:
+        return IsNumberOf(row.kind, text);
+    }
+}
+
+} // namespace
+
+AttributeCheck::AttributeCheck(const Element& root) : fRoot(root), fIsOld(IsOld(root)) {}
+
+void AttributeCheck::Check(xercesc::DOMElement* element, const ElementRow& row) {
+    const xercesc::DOMNamedNodeMap* attributes = element->getAttributes();
+    std::uint32_t seen = 0;
+    for (XMLSize_t i = 0, count = attributes->getLength(); i < count; ++i) {
+        const auto& attribute = *static_cast<const xercesc::DOMAttr*>(attributes->item(i));
+        const XMLCh* name = attribute.getName();
+        const std::size_t place = PlaceOf(name, row);
+        if (place == kNoRow) {
+            continue;
+        }
+        seen |= std::uint32_t(1) << place;
+        const AttributeRow& about = row.attributes[place];
+        if (about.kind == AttributeKind::TEXT) {
+            continue;
+        }
+        const XMLCh* text = ValueOf(attribute);
+        if (*text == 0) {
+            Raise<Message::NULL_ATTRIBUTE>(Narrow(name), Narrow(row.tag));
+        }
+        if (!IsOfKind(about, text)) {
+            Element(element, fRoot.Reader()).RaiseInvalid(name);
+        }
+    }
+    if ((row.required & ~seen) != 0) {
+        CheckLacking(row, seen);
+    }
+}
+
+std::size_t AttributeCheck::PlaceOf(const XMLCh* name, const ElementRow& row) {
+    const std::uintptr_t mixed = reinterpret_cast<std::uintptr_t>(name) / sizeof(void*) +
+                                 reinterpret_cast<std::uintptr_t>(&row) / sizeof(ElementRow);
+    Known& known = fKnown[mixed % kKnown];
+    if (known.name != name || known.row != &row) {
+        known = {name, &row, kNoRow};
+        for (std::size_t i = 0; i < row.attributes.size(); ++i) {
+            if (Same(row.attributes[i].name, name)) {
+                known.place = i;
+            }
+        }
+    }
+    return known.place;
+}
+
+/// Of the attributes that lack, the first one that this document needs is why it is refused.
+void AttributeCheck::CheckLacking(const ElementRow& row, std::uint32_t seen) const {
+    for (std::size_t i = 0; i < row.attributes.size(); ++i) {
+        const AttributeRow& about = row.attributes[i];
+        const bool isNeeded =
+            about.need == AttributeNeed::REQUIRED || (about.need == AttributeNeed::SINCE_3 && !fIsOld);
+        if (isNeeded && (seen >> i & 1) == 0) {
+            Raise<Message::MISSING_ATTRIBUTE_OF>(Narrow(about.name), Narrow(row.tag));
+        }
+    }
+}
+
+} // namespace veltrane_kit

@@ -1,0 +1,41 @@
+#ifndef VELTRANE_PLUGINS_KIT_ATTRIBUTE_CHECK_H
+#define VELTRANE_PLUGINS_KIT_ATTRIBUTE_CHECK_H
+
+#include "kit/document/checks/element_table.h"
+#include "kit/document/element.h"
+
+#include <cstdint>
+
+namespace veltrane_kit {
+
+/// Checks the attributes of elements against their rows.
+class AttributeCheck {
+public:
+    /// @param root whose version decides what may lack
+    explicit AttributeCheck(const Element& root);
+
+    /// @throws VTException 260120, 260285 or 260153
+    void Check(xercesc::DOMElement* element, const ElementRow& row);
+
+private:
+    static constexpr std::size_t kNoRow = 32; ///< more attributes than a row has
+
+    std::size_t PlaceOf(const XMLCh* name, const ElementRow& row);
+    void CheckLacking(const ElementRow& row, std::uint32_t seen) const;
+
+    /// The attributes of one document that have the same name share its text, so that the text's place tells the name.
+    struct Known {
+        const XMLCh* name = nullptr;
+        const ElementRow* row = nullptr;
+        std::size_t place = kNoRow;
+    };
+    static constexpr std::size_t kKnown = 256;
+
+    Element fRoot;
+    bool fIsOld;
+    Known fKnown[kKnown];
+};
+
+} // namespace veltrane_kit
+
+#endif
