@@ -71,6 +71,13 @@ constexpr FaultyChange kExpressionFaults[] = {
      Failure(DUPLICATE_DEFINITION, "row", "a, 2", "InlineTable")},
 };
 
+constexpr FaultyChange kTableFaults[] = {
+    {"KeyColumnOfNoRow", "column='k'", "column='kk'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "kk", "column", "FieldColumnPair")},
+    {"OutputColumnOfNoRow", "outputColumn='o'", "outputColumn='oo'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "oo", "outputColumn", "MapValues")},
+};
+
 constexpr FaultyChange kModelFaults[] = {
     {"LowAboveHigh", "lowValue='1' highValue='50'", "lowValue='51' highValue='50'",
      Failure(VALUE_ABOVE_OTHER, "51", "lowValue", "50", "highValue", "MiningField")},
@@ -92,6 +99,7 @@ constexpr FaultyChange kModelFaults[] = {
 
 INSTANTIATE_TEST_SUITE_P(Dictionary, DocumentRule, testing::ValuesIn(kDictionaryFaults), NameOfRow());
 INSTANTIATE_TEST_SUITE_P(Expressions, DocumentRule, testing::ValuesIn(kExpressionFaults), NameOfRow());
+INSTANTIATE_TEST_SUITE_P(Tables, DocumentRule, testing::ValuesIn(kTableFaults), NameOfRow());
 INSTANTIATE_TEST_SUITE_P(Model, DocumentRule, testing::ValuesIn(kModelFaults), NameOfRow());
 
 struct LawfulChange {
@@ -128,6 +136,11 @@ constexpr LawfulChange kLawful[] = {
     {"KeysThatJoinToTheSame", "<InlineTable><row><k>a</k><o>A</o></row><row><k>b</k><o>B</o></row>",
      "<FieldColumnPair field='x' column='l'/><InlineTable><row><k>ab</k><l>c</l><o>A</o></row>"
      "<row><k>a</k><l>bc</l><o>B</o></row>"},
+    {"ColumnsOfATableWithoutRows", "<row><k>a</k><o>A</o></row><row><k>b</k><o>B</o></row>", ""},
+    {"ColumnsWithAPrefix", "<row><k>b</k><o>B</o></row>", "<row><d:k>b</d:k><d:o>B</d:o></row>"},
+    {"OutputThatIsAKey", "outputColumn='o'", "outputColumn='k'"},
+    {"OneColumnOfTwoFields", "<FieldColumnPair field='t' column='k'/>",
+     "<FieldColumnPair field='t' column='k'/><FieldColumnPair field='x' column='k'/>"},
     {"InvalidValueOfNoNumber", "<Value value='1'/>", "<Value value='-' property='invalid'/>"},
     {"TextStoredForANumber", "dataType='integer'><Value value='1'/>",
      "dataType='integer' x-storageType='string'><Value value='one'/>"},

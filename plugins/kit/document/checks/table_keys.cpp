@@ -10,9 +10,8 @@ namespace veltrane_kit {
 
 namespace {
 
-/// What no text holds: the end of a key, and a key that a row doesn't have.
-constexpr char16_t kEnd = 0xFFFF;
-constexpr char16_t kNone = 0xFFFE;
+/// What no text holds.
+constexpr char16_t kEndOfKey = 0xFFFF;
 
 /// The name of a cell without the prefix of its namespace.
 std::u16string_view LocalName(const XMLCh* name) {
@@ -20,86 +19,114 @@ std::u16string_view LocalName(const XMLCh* name) {
     return whole.substr(whole.find(u':') + 1);
 }
 
+/// The text of a cell, which nearly always is one.
+const XMLCh* TextOf(const Element& cell) {
+    const xercesc::DOMNode* text = cell.Dom()->getFirstChild();
+    if (text == nullptr) {
+        return u"";
+    }
+    const bool isOneText = text->getNodeType() == xercesc::DOMNode::TEXT_NODE && text->getNextSibling() == nullptr;
+    return isOneText ? text->getNodeValue() : cell.Dom()->getTextContent();
+}
+
 /// The rows of a MapValues by their keys. The names of one document are shared texts, and rows repeat the columns of
 /// the row before: the place of a cell tells its column nearly always.
 class KeyedRows {
 public:
-    explicit KeyedRows(const Element& mapValues) : fOutput(LocalName(mapValues.Raw(u"outputColumn"))) {
+    explicit KeyedRows(const Element& mapValues) {
         for (const Element child : mapValues.Children()) {
             if (child.Is(u"FieldColumnPair")) {
-                fKeys.push_back(LocalName(child.Raw(u"column")));
+                fKeys.push_back(NumberOf(child, u"column"));
             }
         }
-        fCells.resize(fKeys.size());
+        fOutput = NumberOf(mapValues, u"outputColumn");
     }
 
+    /// A row without one of the keys is the row of no case.
     void Add(const Element& row) {
         ReadCells(row);
         std::u16string key;
-        for (const XMLCh* cell : fCells) {
-            key += cell == nullptr ? std::u16string_view(&kNone, 1) : std::u16string_view(cell);
-            key += kEnd;
+        for (const std::size_t column : fKeys) {
+            if (fCells[column] == nullptr) {
+                return;
+            }
+            key += fCells[column];
+            key += kEndOfKey;
         }
-        const auto [known, isNew] = fOutputs.emplace(std::move(key), fValue);
-        if (!isNew && !Same(known->second, fValue)) {
+        const auto [known, isNew] = fOutputs.emplace(std::move(key), fCells[fOutput]);
+        if (!isNew && !Same(known->second, fCells[fOutput])) {
             Raise<Message::DUPLICATE_DEFINITION>(row.Tag(), KeysOf(row), "InlineTable");
         }
     }
 
-private:
-    void ReadCells(const Element& row) {
-        fCells.assign(fKeys.size(), nullptr);
-        fValue = nullptr;
-        std::size_t place = 0;
-        for (const Element cell : row.Children()) {
-            const std::size_t column = ColumnAt(place++, cell.Dom()->getTagName());
-            if (column < fKeys.size()) {
-                fCells[column] = cell.Dom()->getTextContent();
-            } else if (column == fKeys.size()) {
-                fValue = cell.Dom()->getTextContent();
+    /// A table with rows has each column in one of them.
+    void CheckColumns() const {
+        for (const Column& column : fColumns) {
+            if (!column.isMet && !fPlaces.empty()) {
+                column.named.RaiseInvalid(column.attribute);
             }
         }
     }
 
-    /// The number of a key; behind all keys that of the output, and of other columns.
+private:
+    struct Column {
+        Element named; ///< the first element that names it, in an attribute
+        const XMLCh* attribute;
+        bool isMet;
+    };
+    struct Place {
+        const XMLCh* tag;
+        std::size_t column;
+    };
+
+    /// The number of the column that an attribute names.
+    std::size_t NumberOf(const Element& element, const XMLCh* attribute) {
+        const auto [known, isNew] = fNumbers.emplace(LocalName(element.Raw(attribute)), fColumns.size());
+        if (isNew) {
+            fColumns.push_back({element, attribute, false});
+        }
+        return known->second;
+    }
+
+    void ReadCells(const Element& row) {
+        fCells.assign(fColumns.size() + 1, nullptr);
+        std::size_t place = 0;
+        for (const Element cell : row.Children()) {
+            const std::size_t column = ColumnAt(place++, cell.Dom()->getTagName());
+            fCells[column] = TextOf(cell);
+            if (column < fColumns.size()) {
+                fColumns[column].isMet = true;
+            }
+        }
+    }
+
+    /// @return the number of columns for one that isn't asked for
     std::size_t ColumnAt(std::size_t place, const XMLCh* tag) {
         if (place >= fPlaces.size()) {
-            fPlaces.resize(place + 1);
+            fPlaces.resize(place + 1, {nullptr, 0});
         }
         Place& known = fPlaces[place];
         if (known.tag != tag) {
-            known = {tag, ColumnOf(LocalName(tag))};
+            const auto column = fNumbers.find(LocalName(tag));
+            known = {tag, column == fNumbers.end() ? fColumns.size() : column->second};
         }
         return known.column;
     }
 
-    std::size_t ColumnOf(std::u16string_view name) const {
-        for (std::size_t i = 0; i < fKeys.size(); ++i) {
-            if (fKeys[i] == name) {
-                return i;
-            }
-        }
-        return name == fOutput ? fKeys.size() : fKeys.size() + 1;
-    }
-
     std::string KeysOf(const Element& row) const {
         std::string keys;
-        for (const XMLCh* cell : fCells) {
-            keys += (keys.empty() ? "" : ", ") + row.Reader()(cell);
+        for (const std::size_t column : fKeys) {
+            keys += (column == fKeys.front() ? "" : ", ") + row.Reader()(fCells[column]);
         }
         return keys;
     }
 
-    struct Place {
-        const XMLCh* tag = nullptr;
-        std::size_t column = 0;
-    };
-
-    std::u16string_view fOutput;
-    std::vector<std::u16string_view> fKeys; ///< the columns of the keys
+    std::vector<Column> fColumns;
+    std::unordered_map<std::u16string_view, std::size_t> fNumbers; ///< of columns, by name
+    std::vector<std::size_t> fKeys;
+    std::size_t fOutput = 0;
     std::vector<Place> fPlaces;
-    std::vector<const XMLCh*> fCells; ///< the keys of a row; null for one that it doesn't have
-    const XMLCh* fValue = nullptr;
+    std::vector<const XMLCh*> fCells; ///< of a row, by columns; null for one that it doesn't have
     std::unordered_map<std::u16string, const XMLCh*> fOutputs;
 };
 
@@ -115,6 +142,7 @@ void CheckKeys(const Element& mapValues) {
             rows.Add(row);
         }
     }
+    rows.CheckColumns();
 }
 
 } // namespace veltrane_kit
