@@ -22,9 +22,8 @@ struct CheckedPlace {
 
 template <typename Append>
 void ForEachRow(Append append) {
-    const ElementTable& table = ElementTable::Instance();
     for (TagNumber tag = 0; tag < kMostTags; ++tag) {
-        if (const ElementRow* row = table.RowOf(tag); row != nullptr) {
+        if (const ElementRow* row = ElementRowOf(tag); row != nullptr) {
             append(*row);
         }
     }

@@ -43,9 +43,16 @@ bool IsPlainNumber(const XMLCh* text) {
     return *at == 0 && at - start < kDigits;
 }
 
-bool IsWord(const XMLCh* text, const std::vector<std::u16string_view>& words) {
-    const std::u16string_view view(text);
-    return std::find(words.begin(), words.end(), view) != words.end();
+/// Whether a text is one of the words with blanks between them.
+bool IsWord(const XMLCh* text, std::u16string_view words) {
+    const std::u16string_view word(text);
+    for (std::size_t at = words.find(word); at != std::u16string_view::npos; at = words.find(word, at + 1)) {
+        const std::size_t end = at + word.size();
+        if ((at == 0 || words[at - 1] == u' ') && (end == words.size() || words[end] == u' ')) {
+            return word.find(u' ') == std::u16string_view::npos;
+        }
+    }
+    return false;
 }
 
 bool IsFlag(const XMLCh* text) {

@@ -17,12 +17,12 @@ class DocumentCheck : public ElementVisitor {
 public:
     DocumentCheck(const Element& root, const XMLCh* model) : fRoot(root), fModel(model), fAttributes(root) {
         for (const XMLCh* common : {u"MiningSchema", u"Output", u"Targets", u"LocalTransformations"}) {
-            fOtherModel.children.set(fTable.NumberOf(common));
+            fOtherModel.children.Add(TagNumberOf(common));
         }
     }
 
     void Enter(DOMElement* element) override {
-        const ElementRow* row = fPath.empty()                  ? fTable.RowOf(fTable.NumberOf(u"PMML"))
+        const ElementRow* row = fPath.empty()                  ? ElementRowOf(TagNumberOf(u"PMML"))
                                 : fPath.back() == nullptr      ? nullptr
                                 : fPath.size() == 1            ? RowOfTop(element)
                                 : fPath.back() == &fOtherModel ? RowOfCommon(element)
@@ -48,7 +48,7 @@ private:
         const TagNumber tag = NumberOf(element);
         if (Same(element->getTagName(), fModel)) {
             fModel = nullptr;
-            const ElementRow* row = fTable.RowOf(tag);
+            const ElementRow* row = ElementRowOf(tag);
             return row == nullptr ? &fOtherModel : row;
         }
         const bool isRead =
@@ -60,7 +60,7 @@ private:
     /// Of a kind of model without a row, what it has in common with others.
     const ElementRow* RowOfCommon(const DOMElement* element) {
         const TagNumber tag = NumberOf(element);
-        return IsChild(tag, fOtherModel) ? fTable.RowOf(tag) : nullptr;
+        return IsChild(tag, fOtherModel) ? ElementRowOf(tag) : nullptr;
     }
 
     const ElementRow* RowOfChild(DOMElement* child, const ElementRow& parent) {
@@ -68,19 +68,17 @@ private:
         if (!IsChild(tag, parent)) {
             Element(child, fRoot.Reader()).RaiseMisplaced();
         }
-        return fTable.RowOf(tag);
+        return ElementRowOf(tag);
     }
 
-    static bool IsChild(TagNumber tag, const ElementRow& parent) {
-        return tag != kOtherTag && parent.children.test(tag);
-    }
+    static bool IsChild(TagNumber tag, const ElementRow& parent) { return parent.children.Has(tag); }
 
     /// The elements of one document that have the same name share its text, so the text's place tells the name.
     TagNumber NumberOf(const DOMElement* element) {
         const XMLCh* tag = element->getTagName();
         Known& known = fKnown[(reinterpret_cast<std::uintptr_t>(tag) / sizeof(void*)) % kKnown];
         if (known.tag != tag) {
-            known = {tag, fTable.NumberOf(tag)};
+            known = {tag, TagNumberOf(tag)};
         }
         return known.number;
     }
@@ -91,7 +89,6 @@ private:
     };
     static constexpr std::size_t kKnown = 128;
 
-    const ElementTable& fTable = ElementTable::Instance();
     Element fRoot;
     const XMLCh* fModel; ///< null when it was met
     AttributeCheck fAttributes;

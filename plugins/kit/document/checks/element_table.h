@@ -3,11 +3,9 @@
 
 #include "kit/document/element.h"
 
-#include <bitset>
 #include <cstdint>
+#include <span>
 #include <string_view>
-#include <unordered_map>
-#include <vector>
 
 namespace veltrane_kit {
 
@@ -22,7 +20,7 @@ struct AttributeRow {
     const XMLCh* name;
     AttributeNeed need;
     AttributeKind kind;
-    std::vector<std::u16string_view> words; ///< of a WORD
+    std::u16string_view words = {}; ///< of a WORD, with a blank between two
 };
 
 /// What an element has to fulfil beyond its attributes, each alone; throws a VTException where it doesn't.
@@ -33,36 +31,32 @@ using TagNumber = std::size_t;
 constexpr TagNumber kMostTags = 128;
 constexpr TagNumber kOtherTag = kMostTags;
 
+/// A set of tags.
+class TagSet {
+public:
+    constexpr void Add(TagNumber tag) { fBits[tag / 64] |= std::uint64_t(1) << tag % 64; }
+
+    /// False for kOtherTag.
+    constexpr bool Has(TagNumber tag) const { return tag != kOtherTag && (fBits[tag / 64] >> tag % 64 & 1) != 0; }
+
+private:
+    std::uint64_t fBits[kMostTags / 64] = {};
+};
+
 /// A row of Elements.def with the rows of its attributes.
 struct ElementRow {
     const XMLCh* tag = nullptr; ///< null where an element has no row
     ElementRule rule = nullptr; ///< null for none
-    std::bitset<kMostTags> children;
-    std::vector<AttributeRow> attributes; ///< 32 at most
-    std::uint32_t required = 0;           ///< a bit for each attribute that isn't optional, by its place
+    TagSet children;
+    std::span<const AttributeRow> attributes; ///< 32 at most
+    std::uint32_t required = 0;               ///< a bit for each attribute that isn't optional, by its place
 };
 
-/// Elements.def, made up for looking up.
-class ElementTable {
-public:
-    static const ElementTable& Instance();
+/// @return kOtherTag for a name that the table doesn't have
+TagNumber TagNumberOf(std::u16string_view tag);
 
-    /// @return kOtherTag for a name that the table doesn't have
-    TagNumber NumberOf(std::u16string_view tag) const;
-
-    /// @return null for an element that is passed over
-    const ElementRow* RowOf(TagNumber tag) const;
-
-private:
-    ElementTable();
-    void AddElement(const XMLCh* tag, ElementRule rule, std::u16string_view children);
-    void AddAttribute(const XMLCh* name, AttributeNeed need, AttributeKind kind, std::u16string_view words = {});
-    TagNumber Number(std::u16string_view tag);
-
-    std::unordered_map<std::u16string_view, TagNumber> fNumbers;
-    std::vector<ElementRow> fRows; ///< by number
-    TagNumber fLast = kOtherTag;   ///< the element whose attributes are added
-};
+/// @return null for an element that is passed over
+const ElementRow* ElementRowOf(TagNumber tag);
 
 } // namespace veltrane_kit
 
