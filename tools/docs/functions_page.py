@@ -72,8 +72,19 @@ tools/docs/functions_page.py; edit the tables and run the script. -->
 
 There are two sets of built-in functions that an `Apply` can name: those of PMML 4.4 with the meaning that the standard
 gives them, which the kit of the plug-ins has, and those of the library alone, some of which have the same names and
-another meaning. Hosts add functions of their own to either road by `veltrane/functions.h`: a `FunctionLibrary` takes
-each with its name, its arguments, a kernel for one case, one for columns if there is any, and its documentation.
+another meaning. Hosts add functions of their own by `veltrane/functions.h`: a `FunctionLibrary` takes each with its
+name, its arguments, a kernel for one case, one for columns if there is any, and its documentation.
+
+    double Celsius(double fahrenheit) {{
+        return (fahrenheit - 32.0) / 1.8;
+    }}
+
+    veltrane::Function function;
+    function.name = "celsius";
+    function.ofOne = Celsius;
+    function.summary = "degrees of Celsius for degrees of Fahrenheit";
+    function.missingRule = "missing when the argument is missing";
+    veltrane::FunctionLibrary::OfHost().Add(std::move(function));
 
 ## Functions of PMML 4.4
 

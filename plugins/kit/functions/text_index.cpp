@@ -23,7 +23,7 @@ namespace {
 
 /// What one evaluation may cost, in steps: so many, and so many more for each unit of the text and the term, by the
 /// number of replacements that each of them goes through.
-constexpr std::int64_t kSteps = 20'000'000;
+constexpr std::int64_t kSteps = 2'000'000;
 constexpr std::int64_t kStepsOfUnit = 100;
 constexpr std::int64_t kStepsOfReplacement = 8;
 

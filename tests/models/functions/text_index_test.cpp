@@ -12,6 +12,7 @@ using namespace veltrane::tests;
 using veltrane_kit::TextIndex;
 using Weight = TextIndex::Weight;
 using Settings = TextIndex::Settings;
+using veltrane::Value;
 
 namespace {
 
@@ -202,6 +203,29 @@ TEST(TextIndex, GoesByTheDistanceOfLevenshtein) {
                 << text << " " << term << " " << most;
         }
     }
+}
+
+TEST(TextIndex, TakesAnySettings) {
+    const std::string words[] = {"",   "a",  "a b", "test, tests", "ß😀",  "(a+)+b",
+                                 "[",  "^",  "x*",  "\\s",         "$1$9", "aaaaaaaaaaaaaaaaaaaaaaaaaaac",
+                                 "\\", ".*", "|"};
+    std::mt19937 draw(2);
+    const auto word = [&] { return words[draw() % std::size(words)]; };
+    const auto comparison = [&] {
+        return TextIndex::Comparison{draw() % 2 == 0, static_cast<int>(draw() % 6) - 1,
+                                     draw() % 2 == 0 ? "\\s+" : word(), draw() % 4 != 0};
+    };
+    int found = 0;
+    for (int i = 0; i < 1000; ++i) {
+        Settings settings{static_cast<Weight>(draw() % 4), comparison(), draw() % 2 == 0, {}};
+        for (std::size_t tables = draw() % 3; tables > 0; --tables) {
+            settings.normalizations.push_back({{{word(), word(), draw() % 2 == 0}}, comparison(), draw() % 3 == 0});
+        }
+        const Value value = TextIndex(settings, "UTF-8").Evaluate(Text(word()), Text(word()));
+        EXPECT_TRUE(value.isMissing || value.number >= 0.0) << i;
+        found += !value.isMissing && value.number > 0.0 ? 1 : 0;
+    }
+    EXPECT_GT(found, 50);
 }
 
 TEST(TextIndex, BoundsWhatLongTokensCost) {

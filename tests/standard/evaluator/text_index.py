@@ -10,7 +10,8 @@ true) by its outField, over and over while recursive and something changes.
 
 Decision: a missing text or term gives a missing result; case is folded by lower().
 Decision: "$1" in the replacement of a regular expression is its first group, as in "replace".
-Decision: a normalisation that isn't a regular expression replaces whole runs of tokens.
+Decision: a normalisation that isn't a regular expression replaces its text where that stands between blanks, with the
+punctuation behind it; one by distance replaces whole runs of tokens.
 Decision: a count of 0 weighs 0 in the augmented frequency as in all others.
 """
 import math
@@ -18,7 +19,7 @@ import re
 import string
 from .tables import rows_of
 from .texts import compiled, expanded
-from .values import MISSING, Unsupported, Value, text_of
+from .values import MISSING, Value, text_of
 
 PUNCTUATION = string.punctuation
 
@@ -37,11 +38,22 @@ def distance(left, right):
     return row[-1]
 
 
-def _tokens(text, separator, tokenize):
+def _places(text, separator, tokenize):
+    """Where the tokens of a text stand: the first character and the one behind."""
     if not tokenize:
-        return [text]
-    pieces = (piece.strip(PUNCTUATION) for piece in re.split(separator, text))
-    return [piece for piece in pieces if piece]
+        return [(0, len(text))]
+    ends = [(0, 0), *(match.span() for match in re.finditer(separator, text)), (len(text), len(text))]
+    places = []
+    for (_, begin), (end, _) in zip(ends, ends[1:]):
+        piece = text[begin:end].lstrip(PUNCTUATION)
+        begin, piece = end - len(piece), piece.rstrip(PUNCTUATION)
+        if piece:
+            places.append((begin, begin + len(piece)))
+    return places
+
+
+def _tokens(text, separator, tokenize):
+    return [text[begin:end] for begin, end in _places(text, separator, tokenize)]
 
 
 def _hits(tokens, term, most):
@@ -59,27 +71,45 @@ def _setting(element, parent, name, default):
 
 
 def _normalised(text, step, parent):
-    sensitive = _setting(step, parent, "isCaseSensitive", "false") in ("true", "1")
-    separator = _setting(step, parent, "wordSeparatorCharacterRE", r"\s+")
-    if int(_setting(step, parent, "maxLevenshteinDistance", "0")) != 0:
-        raise Unsupported("a normalisation by distance")
     names = step.get("inField", "string"), step.get("outField", "stem"), step.get("regexField", "regex")
     again = True
     while again:
         before = text
         for row in rows_of(step):
-            text = _replaced(text, row, names, sensitive, separator)
+            text = _replaced(text, row, names, step, parent)
         again = step.get("recursive") in ("true", "1") and text != before
     return text
 
 
-def _replaced(text, row, names, sensitive, separator):
+def _replaced(text, row, names, step, parent):
     what, by, regex = row[names[0]], row[names[1]], row.get(names[2]) in ("true", "1")
-    flags = 0 if sensitive else re.IGNORECASE
+    flags = 0 if _setting(step, parent, "isCaseSensitive", "false") in ("true", "1") else re.IGNORECASE
     if regex:
         return compiled(what, flags).sub(lambda match: expanded(match, by), text)
+    most = int(_setting(step, parent, "maxLevenshteinDistance", "0"))
+    if most > 0:
+        return _replaced_near(text, what, by, most, step, parent)
     pattern = rf"(?:(?<=^)|(?<=\s)){re.escape(what)}(?=\s|$|[.,;:!?])"
     return re.sub(pattern, lambda _match: by, text, flags=flags)
+
+
+def _replaced_near(text, what, by, most, step, parent):
+    """Runs of tokens that are near enough are replaced, from the left."""
+    separator = _setting(step, parent, "wordSeparatorCharacterRE", r"\s+")
+    tokenize = _setting(step, parent, "tokenize", "true") in ("true", "1")
+
+    def fold(token):
+        return token if _setting(step, parent, "isCaseSensitive", "false") in ("true", "1") else token.lower()
+    places, wanted = _places(text, separator, tokenize), [fold(each) for each in _tokens(what, separator, tokenize)]
+    made, behind, at = "", 0, 0
+    while wanted and at + len(wanted) <= len(places):
+        run = places[at:at + len(wanted)]
+        if sum(distance(fold(text[begin:end]), each) for (begin, end), each in zip(run, wanted)) > most:
+            at += 1
+            continue
+        made += text[behind:run[0][0]] + by
+        behind, at = run[-1][1], at + len(wanted)
+    return made + text[behind:]
 
 
 def _count(element, text, term):

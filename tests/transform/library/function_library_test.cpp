@@ -101,6 +101,24 @@ TEST(FunctionLibrary, FindsByExactNameAndByNumber) {
     }
 }
 
+double Celsius(double fahrenheit) {
+    return (fahrenheit - 32.0) / 1.8;
+}
+
+TEST(FunctionLibrary, TakesAFunctionWithNoMoreThanItsNameAndKernel) {
+    FunctionLibrary library;
+    Function function;
+    function.name = "celsius";
+    function.ofOne = Celsius;
+    library.Add(std::move(function));
+    const Function& added = *library.Find("celsius");
+    EXPECT_EQ(added.ofOne(212.0), 100.0);
+    EXPECT_EQ(added.fewest, 1U);
+    EXPECT_EQ(added.most, 1U);
+    EXPECT_EQ(added.result, Function::Result::REAL);
+    EXPECT_EQ(added.missing, Function::Missing::GIVES_MISSING);
+}
+
 TEST(FunctionLibrary, LeavesFunctionsInTheirPlaceWhenOthersCome) {
     FunctionLibrary library;
     library.Add(OfOne("half"));
