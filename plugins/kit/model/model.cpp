@@ -211,7 +211,7 @@ MCScore::MCStatus Model::TakeOwnPriors(ScoreResult& result) const {
     return MCScore::MCStatus();
 }
 
-/// Makes a prediction of what the result holds, for the output fields.
+/// Makes a prediction of what the result holds, for the output fields. A category without a prior has no share.
 void Model::TakeDefault(ScoreResult& result) {
     const ScoreValue* value = result.GetResultValue();
     if (value == nullptr) {
@@ -222,15 +222,18 @@ void Model::TakeDefault(ScoreResult& result) {
         return;
     }
     fPrediction.category = fTarget->Find(*value);
+    std::vector<double>& probabilities = fPrediction.probabilities;
+    const auto* categories = dynamic_cast<ScoreClsResult*>(&result);
     if (OwnOutputs(result) != nullptr) {
         const std::vector<double>& own = static_cast<const ClassificationResult&>(result).Probabilities();
-        std::copy_n(own.begin(), fPrediction.probabilities.size(), fPrediction.probabilities.begin());
-        return;
+        std::copy_n(own.begin(), probabilities.size(), probabilities.begin());
+    } else if (categories != nullptr) {
+        for (std::size_t code = 0; code < probabilities.size(); ++code) {
+            probabilities[code] = categories->GetCategoryProbability(&fTarget->Category(static_cast<int>(code)));
+        }
     }
-    const auto* categories = dynamic_cast<ScoreClsResult*>(&result);
-    for (int code = 0; categories != nullptr && code < fTarget->CategoryCount(); ++code) {
-        fPrediction.probabilities[static_cast<std::size_t>(code)] =
-            categories->GetCategoryProbability(&fTarget->Category(code));
+    if (std::any_of(probabilities.begin(), probabilities.end(), [](double p) { return p != Prediction::kNone; })) {
+        std::replace(probabilities.begin(), probabilities.end(), Prediction::kNone, 0.0);
     }
 }
 

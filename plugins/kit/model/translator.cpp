@@ -61,6 +61,7 @@ ModelParts ModelTranslator::ReadParts(const Element& root, const Element& model)
     parts.dictionary.reset(ParseDictionary(root.RequireChild(u"DataDictionary").Dom(), false));
     parts.schema = ReadMiningSchema(model, *parts.dictionary);
     const std::string& target = parts.schema.target;
+    PrepareTargets(model, parts.IsClassification(), *parts.dictionary);
     OwnTarget own;
     if (target.empty()) {
         own = TakeOwnTarget(model, parts.IsClassification(), *this);
@@ -77,7 +78,7 @@ ModelParts ModelTranslator::ReadParts(const Element& root, const Element& model)
         parts.target = std::make_unique<Target>(std::move(own));
     } else {
         parts.target = std::make_unique<Target>(target, *parts.dictionary->GetVar(target));
-        parts.target->ReadAdjustment(FindTarget(model, target));
+        parts.target->Read(FindTarget(model, target));
     }
     return parts;
 }

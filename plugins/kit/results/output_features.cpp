@@ -17,11 +17,13 @@ void FillPredicted(const OutputCase& scored, int /*category*/, OutputValues& out
     outputs.Set(position, scored.value);
 }
 
-void FillDisplayed(const OutputCase& scored, int /*category*/, OutputValues& outputs, int position) {
-    if (scored.prediction.category == Prediction::kNoCategory) {
+void FillDisplayed(const OutputCase& scored, int category, OutputValues& outputs, int position) {
+    const bool isNumber = !scored.isClassification && scored.value != nullptr;
+    const int shown = isNumber && scored.target.CategoryCount() > 0 ? scored.target.Find(*scored.value) : category;
+    if (shown == Prediction::kNoCategory) {
         outputs.Set(position, scored.value);
     } else {
-        outputs.SetText(position, scored.target.Label(scored.prediction.category));
+        outputs.SetText(position, scored.target.Label(shown));
     }
 }
 
@@ -39,7 +41,7 @@ void FillMissing(const OutputCase& /*scored*/, int /*category*/, OutputValues& o
 }
 
 void FillEntity(const OutputCase& scored, int category, OutputValues& outputs, int position) {
-    if (scored.prediction.entityId == nullptr) {
+    if (scored.prediction.entityId == nullptr || scored.rank > 1) {
         FillMissing(scored, category, outputs, position);
     } else {
         outputs.SetText(position, *scored.prediction.entityId);
@@ -52,8 +54,8 @@ double NumberResidual(const OutputCase& scored) {
         scored.value->GetType() == ScoreValue::STRING_VALUE) {
         return Prediction::kNone;
     }
-    const double actual = scored.inputs[scored.targetSlot].number;
-    return actual == Prediction::kNone ? Prediction::kNone : actual - scored.value->GetDouble();
+    const FieldValue& actual = scored.inputs[scored.targetSlot];
+    return actual.IsMissing() ? Prediction::kNone : actual.number - scored.value->GetDouble();
 }
 
 /// Whether the case has the category, 1 or 0, less the probability of it.
@@ -63,7 +65,8 @@ double CategoryResidual(const OutputCase& scored, int category) {
         probability == Prediction::kNone) {
         return Prediction::kNone;
     }
-    const bool isActual = scored.target.Find(*scored.inputs[scored.targetSlot].value) == category;
+    const bool isActual =
+        scored.inputs[scored.targetSlot].category == scored.actualCodes[static_cast<std::size_t>(category)];
     return (isActual ? 1.0 : 0.0) - probability;
 }
 

@@ -10,23 +10,27 @@
 #include <MCVeltrane_900/ScoreResultField.h>
 #include <MCVeltrane_900/ScoreValue.h>
 
+#include <vector>
+
 namespace veltrane_kit {
 
 /// One scored case, as output fields see it.
 struct OutputCase {
-    const MCVeltrane_900::ScoreValue* value; ///< the predicted one; null for none
+    const MCVeltrane_900::ScoreValue* value; ///< the predicted one, or that of the rank; null for none
     const Prediction& prediction;
     const Inputs& inputs;
     const Target& target;
     int targetSlot; ///< where the case has the target's own value; Inputs::kNoSlot when no output asks for it
+    const std::vector<int>& actualCodes; ///< by category, its code in the target's slot
     bool isClassification;
+    int rank = 1; ///< of the prediction that is asked for; 1 is the predicted one, 2 the next
 };
 
 /// What a feature of an output field means. Each has its row in the table of output_features.cpp, which holds
 /// everything about it but how transformed values are evaluated.
 struct OutputFeature {
     /// Sets the output at a position for one case.
-    /// @param category whose probability or residual; Prediction::kNoCategory for a case without a category
+    /// @param category the predicted one, or whose probability or residual; Prediction::kNoCategory for none
     using Fill = void (*)(const OutputCase& scored, int category, OutputValues& outputs, int position);
 
     enum class Kind {

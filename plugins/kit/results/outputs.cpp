@@ -1,6 +1,8 @@
 #include "kit/results/outputs.h"
 
 #include "kit/document/raise.h"
+#include "kit/results/stated_type.h"
+#include "kit/results/value_text.h"
 
 #include <MCVeltrane_900/DictVar.h>
 #include <MCVeltrane_900/ResultVar.h>
@@ -8,6 +10,7 @@
 
 #include <xercesc/dom/DOMDocument.hpp>
 
+#include <algorithm>
 #include <set>
 #include <stdexcept>
 
@@ -113,6 +116,40 @@ Outputs::Outputs(const Element& model, bool classification, Inputs& inputs, Targ
     if (transforms) {
         ReadExpressions(output, inputs, translator);
     }
+    if (classification && fTargetSlot != Inputs::kNoSlot) {
+        LearnActualCodes(inputs, target);
+    }
+}
+
+void Outputs::LearnActualCodes(Inputs& inputs, const Target& target) {
+    for (int category = 0; category < target.CategoryCount(); ++category) {
+        fActualCodes.push_back(inputs.CategoryOf(fTargetSlot, ValueText(target.Category(category))));
+    }
+}
+
+/// What of a field says to whom its value belongs and what becomes of it.
+void Outputs::ReadDestination(const Element& element, const Inputs& inputs, const Target& target, Field& field) {
+    field.isFinal = element.FlagOr(u"isFinalResult", true);
+    field.rank = element.IntegerOr(u"rank", 1);
+    if (field.rank < 1) {
+        element.RaiseInvalid(u"rank");
+    }
+    field.isOfOthers = element.Has(u"segmentId");
+    if (element.Has(u"targetField")) {
+        const std::string name = element.Text(u"targetField");
+        if (inputs.Dictionary().GetVar(name) == nullptr) {
+            element.RaiseInvalid(u"targetField");
+        }
+        field.isOfOthers = field.isOfOthers || (!target.IsOwn() && name != target.Name());
+    }
+    if (element.Has(u"dataType") && !field.IsTransformed()) {
+        const StatedType stated = ReadStatedType(element);
+        field.type = stated.type;
+        field.kind = KindOf(stated.type, field.kind);
+        if (stated.type == OutputType::MOMENT) {
+            field.dateTimeType = stated.dateTimeType;
+        }
+    }
 }
 
 Outputs::Field Outputs::ReadField(const Element& element, bool classification, Inputs& inputs, Target& target) {
@@ -121,6 +158,10 @@ Outputs::Field Outputs::ReadField(const Element& element, bool classification, I
     field.label = element.TextOr(u"displayName", field.name);
     field.feature = ReadOutputFeature(element);
     field.kind = KindOf(field.feature, element, classification, target);
+    if (field.kind == ScoreValue::DATETIME_VALUE) {
+        field.dateTimeType = target.Var().GetDateTimeType();
+    }
+    ReadDestination(element, inputs, target, field);
     const bool isCategory = field.kind != ScoreValue::NUMERIC_VALUE ||
                             (field.feature.kind == OutputFeature::Kind::PREDICTED && classification);
     field.level =
@@ -138,14 +179,18 @@ Outputs::Field Outputs::ReadField(const Element& element, bool classification, I
 }
 
 std::unique_ptr<ScoreDictionary> Outputs::MakeDictionary() const {
-    if (fFields.empty()) {
+    if (std::none_of(fFields.begin(), fFields.end(), [](const Field& field) { return field.isFinal; })) {
         return nullptr;
     }
     auto dictionary = std::make_unique<BaseDictionary>();
     for (const Field& field : fFields) {
+        if (!field.isFinal) {
+            continue;
+        }
         auto var = std::make_unique<ResultVar>(field.name, TypeOf(field.kind));
         var->SetLabel(field.label);
         var->SetMLevel(field.level);
+        var->SetDateTimeType(field.dateTimeType);
         var->SetFeature(field.feature.resultFeature);
         dictionary->AddVar(field.name, var.release());
     }
@@ -155,18 +200,24 @@ std::unique_ptr<ScoreDictionary> Outputs::MakeDictionary() const {
 std::vector<ResultLayout::Output> Outputs::Layout() const {
     std::vector<ResultLayout::Output> layout;
     for (const Field& field : fFields) {
-        layout.push_back({field.name, field.kind});
+        layout.push_back({field.name, field.kind, field.type, field.dateTimeType, field.isFinal});
     }
     return layout;
 }
 
 void Outputs::Fill(const ScoreValue* value, const Prediction& prediction, const Inputs& inputs, const Target& target,
                    OutputValues& outputs) {
-    const OutputCase scored{value, prediction, inputs, target, fTargetSlot, fIsClassification};
+    const OutputCase scored{value, prediction, inputs, target, fTargetSlot, fActualCodes, fIsClassification};
     int position = 0;
     for (const Field& field : fFields) {
-        const int category = field.category == Prediction::kNoCategory ? prediction.category : field.category;
-        field.feature.fill(scored, category, outputs, position++);
+        if (field.isOfOthers) {
+            outputs.SetMissing(position++);
+        } else if (field.rank > 1) {
+            FillRanked(field, scored, outputs, position++);
+        } else {
+            const int category = field.category == Prediction::kNoCategory ? prediction.category : field.category;
+            field.feature.fill(scored, category, outputs, position++);
+        }
     }
     if (fExpressions == nullptr) {
         return;
@@ -176,6 +227,14 @@ void Outputs::Fill(const ScoreValue* value, const Prediction& prediction, const 
     } catch (const std::out_of_range&) {
         // An imputation from more means than labels. The transformed values of this case stay missing.
     }
+}
+
+/// A regression has no prediction behind the first one. A field that names its category has it, whatever the rank.
+void Outputs::FillRanked(const Field& field, OutputCase scored, OutputValues& outputs, int position) const {
+    const int ranked = fIsClassification ? scored.prediction.Ranked(field.rank) : Prediction::kNoCategory;
+    scored.rank = field.rank;
+    scored.value = ranked == Prediction::kNoCategory ? nullptr : &scored.target.Category(ranked);
+    field.feature.fill(scored, field.category == Prediction::kNoCategory ? ranked : field.category, outputs, position);
 }
 
 void Outputs::ReadExpressions(const Element& output, const Inputs& inputs, PMMLTranslator& translator) {

@@ -25,8 +25,9 @@ public:
     /// Reads the only Output among a model's children, when its categories are all known.
     /// @param classification whether the predicted value is a category
     /// @param translator     reads the expressions of transformed values
-    /// @throws VTException 260272, 260120, 260285, 260153 for elements and attributes, 260203 for a name that comes
-    ///         twice, 260115 for a transformed value without an expression, and what reading derived fields throws
+    /// @throws VTException 260272, 260120, 260285, 260153 for elements and attributes, a target that the document
+    ///         doesn't have among them, 260203 for a name that comes twice, 260115 for a transformed value without an
+    ///         expression, and what reading derived fields throws
     Outputs(const Element& model, bool classification, Inputs& inputs, Target& target,
             MCVeltrane_900::PMMLTranslator& translator);
 
@@ -49,13 +50,21 @@ private:
         std::string label;
         OutputFeature feature;
         MCVeltrane_900::ScoreValue::ValueType kind;
+        OutputType type = OutputType::ANY;
+        MCVeltrane_900::ScoreDictVar::DateTimeType dateTimeType = MCVeltrane_900::ScoreDictVar::DT_NONE;
         MCVeltrane_900::ScoreDictVar::MeasureLevel level;
         int category = Prediction::kNoCategory; ///< whose probability or residual; the predicted one without it
+        int rank = 1;                           ///< of the prediction; 1 for the predicted one
+        bool isOfOthers = false;                ///< of a target or a segment that the model doesn't have
+        bool isFinal = true;
 
         bool IsTransformed() const { return feature.expression != OutputFeature::Expression::NONE; }
     };
 
     Field ReadField(const Element& element, bool classification, Inputs& inputs, Target& target);
+    static void ReadDestination(const Element& element, const Inputs& inputs, const Target& target, Field& field);
+    void FillRanked(const Field& field, OutputCase scored, OutputValues& outputs, int position) const;
+    void LearnActualCodes(Inputs& inputs, const Target& target);
     void ReadExpressions(const Element& output, const Inputs& inputs, MCVeltrane_900::PMMLTranslator& translator);
     void AddKnownFields(const Inputs& inputs);
     void AddKnownField(const std::string& name, const MCVeltrane_900::ScoreDictVar& var);
@@ -64,6 +73,7 @@ private:
     std::vector<Field> fFields;
     bool fIsClassification;
     int fTargetSlot = Inputs::kNoSlot;
+    std::vector<int> fActualCodes; ///< by category of the target, its code in that slot
 
     /// Of transformed values: what they can refer to, the expressions, and the case that they see.
     struct Expressions {

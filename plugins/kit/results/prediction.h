@@ -3,6 +3,7 @@
 
 #include "kit/inputs/input_field.h"
 
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,27 @@ struct Prediction {
                 category = static_cast<int>(i);
             }
         }
+    }
+
+    /// The category that comes so many places behind the predicted one when all are ordered by their probabilities, the
+    /// first ones of equal probability in front.
+    int Ranked(int rank) const {
+        int last = category;
+        double bound = std::numeric_limits<double>::infinity();
+        for (int at = 1; at < rank && last != kNoCategory; ++at) {
+            int next = kNoCategory;
+            for (int code = 0; code < static_cast<int>(probabilities.size()); ++code) {
+                const double probability = ProbabilityOf(code);
+                const bool isBehind = probability < bound || (probability == bound && code > last);
+                if (code != category && probability != kNone && isBehind &&
+                    (next == kNoCategory || probability > ProbabilityOf(next))) {
+                    next = code;
+                }
+            }
+            last = next;
+            bound = ProbabilityOf(next);
+        }
+        return last;
     }
 
     double ProbabilityOf(int of) const { return At(probabilities, of); }

@@ -1,11 +1,16 @@
 #include "kit/results/results.h"
 
+#include "kit/document/categories.h"
+#include "kit/document/document_text.h"
 #include "kit/inputs/missing_value.h"
+#include "kit/results/value_text.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/StringValue.h>
 
+#include <cmath>
 #include <typeinfo>
+#include <utility>
 
 namespace veltrane_kit {
 
@@ -36,13 +41,20 @@ void Store(const ScoreValue& from, ScoreValue& to) {
 
 OutputValues::OutputValues(const ResultLayout& layout) : fLayout(layout) {
     for (const ResultLayout::Output& output : layout.outputs) {
-        fByPosition.push_back(MakeMissing(output.kind).release());
-        AddResultField(output.name, fByPosition.back());
+        std::unique_ptr<ScoreValue> value = MakeMissing(output.kind);
+        fByPosition.push_back(value.get());
+        if (output.isFinal) {
+            AddResultField(output.name, value.release());
+        } else {
+            fHidden.push_back(std::move(value));
+        }
     }
 }
 
 void OutputValues::SetMapResultValue(const std::map<std::string, ScoreValue*>& values) {
-    fByPosition.clear();
+    for (std::size_t at = 0; at < fByPosition.size(); ++at) {
+        fByPosition[at] = fLayout.outputs[at].isFinal ? nullptr : fByPosition[at];
+    }
     ResultField::SetMapResultValue(values);
 }
 
@@ -53,52 +65,99 @@ void OutputValues::Clear() {
 }
 
 void OutputValues::SetMissing(int position) {
-    if (fLayout.outputs[static_cast<std::size_t>(position)].kind == ScoreValue::STRING_VALUE) {
-        SetText(position, kNoText);
+    const auto at = static_cast<std::size_t>(position);
+    if (fLayout.outputs[at].kind == ScoreValue::STRING_VALUE) {
+        PutText(at, kNoText);
     } else {
-        SetNumber(position, NumericValue::GetSysmisValue());
+        PutNumber(at, NumericValue::GetSysmisValue());
     }
 }
 
 void OutputValues::SetNumber(int position, double number) {
     const auto at = static_cast<std::size_t>(position);
-    if (fByPosition.empty()) {
+    const ResultLayout::Output& output = fLayout.outputs[at];
+    if (number == NumericValue::GetSysmisValue()) {
+        SetMissing(position);
+    } else if (output.kind == ScoreValue::STRING_VALUE && output.type != OutputType::BOOLEAN) {
+        PutText(at, NumberText(number));
+    } else if (output.type == OutputType::BOOLEAN && (number == 0.0 || number == 1.0)) {
+        PutTruth(at, number == 1.0);
+    } else if (output.type == OutputType::BOOLEAN || output.type == OutputType::MOMENT ||
+               (output.type == OutputType::INTEGER && number != std::floor(number))) {
+        SetMissing(position);
+    } else {
+        PutNumber(at, number);
+    }
+}
+
+void OutputValues::SetText(int position, const std::string& text) {
+    const auto at = static_cast<std::size_t>(position);
+    const ResultLayout::Output& output = fLayout.outputs[at];
+    double number = 0.0;
+    if (text.empty()) {
+        SetMissing(position);
+    } else if (output.type == OutputType::BOOLEAN && (text == "true" || text == "false")) {
+        PutTruth(at, text == "true");
+    } else if (output.kind == ScoreValue::STRING_VALUE && output.type != OutputType::BOOLEAN) {
+        PutText(at, text);
+    } else if (output.kind == ScoreValue::DATETIME_VALUE) {
+        const DateTimeValue moment(text, output.dateTimeType);
+        Set(position, &moment);
+    } else if (ReadNumber(Widen(text).c_str(), number)) {
+        SetNumber(position, number);
+    } else {
+        SetMissing(position);
+    }
+}
+
+void OutputValues::Set(int position, const ScoreValue* value) {
+    const auto at = static_cast<std::size_t>(position);
+    const ResultLayout::Output& output = fLayout.outputs[at];
+    std::string buffer;
+    if (value == nullptr || IsMissing(value)) {
+        SetMissing(position);
+    } else if (value->GetType() == ScoreValue::NUMERIC_VALUE && output.kind != ScoreValue::DATETIME_VALUE) {
+        SetNumber(position, value->GetDouble());
+    } else if (value->GetType() == ScoreValue::STRING_VALUE) {
+        SetText(position, TextOf(*value, buffer));
+    } else if (output.type == OutputType::TEXT) {
+        PutText(at, ValueText(*value));
+    } else if (value->GetType() != output.kind) {
+        SetMissing(position);
+    } else if (fByPosition[at] == nullptr) {
+        SetResultValue(output.name, value);
+    } else {
+        Store(*value, *fByPosition[at]);
+    }
+}
+
+void OutputValues::PutNumber(std::size_t at, double number) {
+    if (fByPosition[at] == nullptr) {
         SetResultValue(fLayout.outputs[at].name, number);
     } else {
         static_cast<NumericValue*>(fByPosition[at])->SetDoubleValue(number);
     }
 }
 
-void OutputValues::SetText(int position, const std::string& text) {
-    const auto at = static_cast<std::size_t>(position);
-    if (fByPosition.empty()) {
+void OutputValues::PutText(std::size_t at, const std::string& text) {
+    if (fByPosition[at] == nullptr) {
         SetResultValue(fLayout.outputs[at].name, text);
     } else {
         static_cast<StringValue*>(fByPosition[at])->SetString(text);
     }
 }
 
-void OutputValues::Set(int position, const ScoreValue* value) {
-    const ResultLayout::Output& output = fLayout.outputs[static_cast<std::size_t>(position)];
-    if (value == nullptr) {
-        SetMissing(position);
-    } else if (value->GetType() != output.kind) {
-        if (output.kind == ScoreValue::STRING_VALUE) {
-            SetText(position, value->GetString());
-        } else {
-            SetNumber(position, value->GetType() == ScoreValue::STRING_VALUE ? NumericValue::GetSysmisValue()
-                                                                             : value->GetDouble());
-        }
-    } else if (fByPosition.empty()) {
-        SetResultValue(output.name, value);
+void OutputValues::PutTruth(std::size_t at, bool truth) {
+    if (fLayout.outputs[at].kind == ScoreValue::STRING_VALUE) {
+        PutText(at, truth ? "true" : "false");
     } else {
-        Store(*value, *fByPosition[static_cast<std::size_t>(position)]);
+        PutNumber(at, truth ? 1.0 : 0.0);
     }
 }
 
 const ScoreValue* OutputValues::At(int position) const {
     const auto at = static_cast<std::size_t>(position);
-    return fByPosition.empty() ? GetResultValue(fLayout.outputs[at].name) : fByPosition[at];
+    return fByPosition[at] == nullptr ? GetResultValue(fLayout.outputs[at].name) : fByPosition[at];
 }
 
 void KeptValue::Set(const ScoreValue* value) {

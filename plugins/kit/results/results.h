@@ -4,6 +4,7 @@
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ResultField.h>
 #include <MCVeltrane_900/ScoreClsResult.h>
+#include <MCVeltrane_900/ScoreDictVar.h>
 #include <MCVeltrane_900/ScoreRegResult.h>
 #include <MCVeltrane_900/ScoreValue.h>
 
@@ -14,11 +15,18 @@
 
 namespace veltrane_kit {
 
+/// The type that an output field states, as far as it changes a value that has another one.
+enum class OutputType { ANY, TEXT, INTEGER, NUMBER, BOOLEAN, MOMENT };
+
 /// What the results of one model have in common; they share it, and may outlive the model.
 struct ResultLayout {
     struct Output {
         std::string name;
-        MCVeltrane_900::ScoreValue::ValueType kind;
+        MCVeltrane_900::ScoreValue::ValueType kind; ///< one that the type can have
+        OutputType type = OutputType::ANY;
+        /// Of a moment.
+        MCVeltrane_900::ScoreDictVar::DateTimeType dateTimeType = MCVeltrane_900::ScoreDictVar::DT_NONE;
+        bool isFinal = true; ///< others are for output fields behind them, and no host sees them
     };
 
     std::vector<std::unique_ptr<MCVeltrane_900::ScoreValue>> categories; ///< of the target, in their order
@@ -26,26 +34,31 @@ struct ResultLayout {
 };
 
 /// The values of a model's output fields, each of one kind for all cases: a missing one is the missing number or the
-/// empty text. They are set by position.
+/// empty text. They are set by position, and take the type that their field states: what can't have it is missing.
 class OutputValues : public MCVeltrane_900::ResultField {
 public:
     explicit OutputValues(const ResultLayout& layout);
 
-    /// The entries are then the host's, so positions hold no more and the model goes by names.
+    /// The entries are then the host's, so positions hold no more and the model goes by the names of final outputs.
     void SetMapResultValue(const std::map<std::string, MCVeltrane_900::ScoreValue*>& values) override;
 
     void Clear();
     void SetMissing(int position);
     void SetNumber(int position, double number);
     void SetText(int position, const std::string& text);
-    /// @param value of the output's kind, or any other, which is converted; null for a missing one
+    /// @param value of any kind; null for a missing one
     void Set(int position, const MCVeltrane_900::ScoreValue* value);
 
     const MCVeltrane_900::ScoreValue* At(int position) const;
 
 private:
+    void PutNumber(std::size_t at, double number);
+    void PutText(std::size_t at, const std::string& text);
+    void PutTruth(std::size_t at, bool truth);
+
     const ResultLayout& fLayout;
-    std::vector<MCVeltrane_900::ScoreValue*> fByPosition;
+    std::vector<MCVeltrane_900::ScoreValue*> fByPosition; ///< null for one that is the host's and goes by its name
+    std::vector<std::unique_ptr<MCVeltrane_900::ScoreValue>> fHidden; ///< those that aren't final
 };
 
 /// Keeps a clone of a value and reuses it for the next one of the same kind.

@@ -1,6 +1,7 @@
 #include "kit/results/target.h"
 
 #include "kit/document/raise.h"
+#include "kit/results/value_text.h"
 
 #include <MCVeltrane_900/BaseDictionary.h>
 #include <MCVeltrane_900/ScoreValueLabel.h>
@@ -26,6 +27,69 @@ std::optional<double> ReadOptional(const Element& element, const XMLCh* name) {
 double RoundUp(double number) {
     const double below = std::floor(number);
     return number - below < 0.5 ? below : below + 1.0;
+}
+
+constexpr Word<ScoreDictVar::MeasureLevel> kLevels[] = {
+    {u"continuous", ScoreDictVar::LEVEL_CONTINUOUS},
+    {u"categorical", ScoreDictVar::LEVEL_NOMINAL},
+    {u"ordinal", ScoreDictVar::LEVEL_ORDINAL},
+};
+
+void RequireBounds(const Element& target) {
+    const std::optional<double> min = ReadOptional(target, u"min");
+    const std::optional<double> max = ReadOptional(target, u"max");
+    if (min && max && *min > *max) {
+        Raise<Message::CONFLICTING_VALUES_IN>(target.Text(u"min"), "min", target.Tag(), target.Text(u"max"), "max",
+                                              target.Tag());
+    }
+}
+
+/// The level of a Target overrides that of its field.
+void TakeLevel(const Element& target, ScoreDictVar& var) {
+    if (Same(target.Raw(u"optype"), u"")) {
+        return;
+    }
+    const ScoreDictVar::MeasureLevel level = target.OneOf(u"optype", kLevels);
+    if (level == ScoreDictVar::LEVEL_CONTINUOUS && var.GetVarType() == ScoreDictVar::STRING_VAR) {
+        target.RaiseInvalid(u"optype");
+    }
+    var.SetMLevel(level);
+}
+
+/// @param var the field whose categories the values are; null for a number
+void RequireValues(const Element& target, const ScoreDictVar* var) {
+    const ScoreValueLabelSet* labels = var == nullptr ? nullptr : var->GetValueLabels();
+    std::unique_ptr<Categories> listed;
+    if (labels != nullptr && labels->Size() > 0) {
+        listed = std::make_unique<Categories>(*var);
+        for (const ScoreValueLabel* label : labels->GetAllValueLabels()) {
+            listed->Add(*label->GetValue());
+        }
+    }
+    for (const Element value : target.Children()) {
+        if (!value.Is(u"TargetValue")) {
+            continue;
+        }
+        const double prior = value.NumberOr(u"priorProbability", 0.0);
+        if (prior < 0.0 || prior > 1.0) {
+            value.RaiseInvalid(u"priorProbability");
+        }
+        if (listed != nullptr) {
+            const std::unique_ptr<ScoreValue> category(MakeValue(*var, value.AnyText(u"value")));
+            if (category == nullptr || listed->Find(*category) == Categories::kUnknown) {
+                value.RaiseInvalid(u"value");
+            }
+        }
+    }
+}
+
+void PutDefaultFirst(const Element& target) {
+    for (const Element value : target.Children()) {
+        if (value.Is(u"TargetValue") && value.Has(u"defaultValue")) {
+            target.Dom()->insertBefore(value.Dom(), target.Dom()->getFirstChild());
+            return;
+        }
+    }
 }
 
 /// The name of the variable while its Target is read.
@@ -74,6 +138,28 @@ OwnTarget TakeOwnTarget(const Element& model, bool classification, PMMLTranslato
     return own;
 }
 
+void PrepareTargets(const Element& model, bool classification, ScoreDictionary& dictionary) {
+    const Element targets = model.Child(u"Targets");
+    if (!targets) {
+        return;
+    }
+    for (const Element target : targets.Children()) {
+        if (!target.Is(u"Target")) {
+            continue;
+        }
+        RequireBounds(target);
+        ScoreDictVar* var = target.Has(u"field") ? dictionary.GetVar(target.Text(u"field")) : nullptr;
+        if (var != nullptr) {
+            TakeLevel(target, *var);
+        }
+        const bool isContinuous = var == nullptr ? !classification : var->GetMLevel() == ScoreDictVar::LEVEL_CONTINUOUS;
+        RequireValues(target, isContinuous ? nullptr : var);
+        if (isContinuous) {
+            PutDefaultFirst(target);
+        }
+    }
+}
+
 Element FindTarget(const Element& model, const std::string& field) {
     const Element targets = model.Child(u"Targets");
     if (!targets) {
@@ -95,7 +181,7 @@ Target::Target(std::string name, const ScoreDictVar& var) : fName(std::move(name
 Target::Target(OwnTarget own) : fOwn(std::move(own.var)), fVar(fOwn.get()), fCategories(*fVar) {
     // The values of a Target are those that it has something to say of, and need not be all.
     AddListed();
-    ReadAdjustment(own.element);
+    Read(own.element);
 }
 
 void Target::AddListed() {
@@ -111,7 +197,7 @@ int Target::Add(const ScoreValue& value) {
     if (code == CategoryCount()) {
         fValues.emplace_back(value.Clone());
         const std::string label = fVar->GetLabelOfValue(&value);
-        fLabels.push_back(label.empty() ? value.GetString() : label);
+        fLabels.push_back(label.empty() ? ValueText(value) : label);
     }
     return code;
 }
@@ -132,12 +218,30 @@ int Target::CategoryOf(const std::string& text) {
     return fIsListed ? fCategories.Find(*value) : Add(*value);
 }
 
+void Target::Read(const Element& element) {
+    if (element) {
+        ReadAdjustment(element);
+        ReadLabels(element);
+    }
+}
+
+/// The library's labels are those of the dictionary where it has some.
+void Target::ReadLabels(const Element& element) {
+    for (const Element child : element.Children()) {
+        const std::string label = child.TextOr(u"displayValue", "");
+        if (!child.Is(u"TargetValue") || label.empty() || !child.Has(u"value")) {
+            continue;
+        }
+        const std::unique_ptr<ScoreValue> value(MakeValue(*fVar, child.AnyText(u"value")));
+        if (value != nullptr) {
+            fLabels[static_cast<std::size_t>(Add(*value))] = label;
+        }
+    }
+}
+
 void Target::ReadAdjustment(const Element& element) {
     static constexpr Word<Cast> kCasts[] = {
         {u"round", Cast::ROUND}, {u"ceiling", Cast::CEILING}, {u"floor", Cast::FLOOR}};
-    if (!element) {
-        return;
-    }
     fMin = ReadOptional(element, u"min");
     fMax = ReadOptional(element, u"max");
     fFactor = element.NumberOr(u"rescaleFactor", 1.0);

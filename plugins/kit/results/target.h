@@ -7,6 +7,7 @@
 #include <MCVeltrane_900/DictVar.h>
 #include <MCVeltrane_900/PMMLTranslator.h>
 #include <MCVeltrane_900/ScoreDictVar.h>
+#include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/ScoreValue.h>
 
 #include <memory>
@@ -28,6 +29,13 @@ struct OwnTarget {
 /// @throws VTException 260272 for two of them, and what reading targets throws
 OwnTarget TakeOwnTarget(const Element& model, bool classification, MCVeltrane_900::PMMLTranslator& translator);
 
+/// Looks at the Targets of a model before the library reads them into the dictionary. A level that a Target states over
+/// that of its field becomes the field's; of several default values the first one comes first, as the library takes it.
+/// @param dictionary that of the data, as it was read
+/// @throws VTException 260153 for a category that the field doesn't list, for a prior probability below 0 or above 1
+///         and for a level that the field's type doesn't have; 260214 for a minimum above the maximum
+void PrepareTargets(const Element& model, bool classification, MCVeltrane_900::ScoreDictionary& dictionary);
+
 /// The Target of a field, or no element.
 Element FindTarget(const Element& model, const std::string& field);
 
@@ -43,10 +51,10 @@ public:
     /// The target of a model whose document has no field for it; its name is empty.
     explicit Target(OwnTarget own);
 
-    /// Reads the adjustment of predicted numbers.
+    /// Reads the adjustment of predicted numbers, and what people see in place of values.
     /// @param element the Target of this target; may be no element
     /// @throws VTException 260153 and 260285 for an attribute
-    void ReadAdjustment(const Element& element);
+    void Read(const Element& element);
 
     const std::string& Name() const { return fName; }
     const MCVeltrane_900::ScoreDictVar& Var() const { return *fVar; }
@@ -64,7 +72,8 @@ public:
     int CategoryCount() const { return static_cast<int>(fValues.size()); }
     const MCVeltrane_900::ScoreValue& Category(int code) const { return *fValues[static_cast<std::size_t>(code)]; }
 
-    /// What people see in place of a category.
+    /// What people see in place of a category: the display value of the Target, else that of the dictionary, else the
+    /// value itself with all its digits.
     const std::string& Label(int code) const { return fLabels[static_cast<std::size_t>(code)]; }
 
     /// The code of a value; Categories::kUnknown for none.
@@ -77,6 +86,8 @@ private:
     enum class Cast { NONE, ROUND, CEILING, FLOOR };
 
     void AddListed();
+    void ReadAdjustment(const Element& element);
+    void ReadLabels(const Element& element);
     int Add(const MCVeltrane_900::ScoreValue& value);
 
     std::string fName;

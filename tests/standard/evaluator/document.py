@@ -148,6 +148,10 @@ class Case:
         field = self._document.fields.get(self._document.target)
         return MISSING if field is None else field.plain(self._row.get(field.name, ""))
 
+    def has_target(self, name):
+        """Whether an output field that names this target speaks of the model's; one that names none does."""
+        return name is None or self._document.target in (None, name)
+
     def display_value(self, category):
         """What a category or a predicted number is shown as."""
         document = self._document
@@ -166,7 +170,8 @@ class Case:
         except Refused:
             return Prediction()
         target = document.fields.get(document.target)
-        return MODELS[document.model.tag](document.model, self, target)
+        optype = document.target_values.optype or (target.optype if target is not None else None)
+        return MODELS[document.model.tag](document.model, self, optype)
 
     def score(self):
         document, prediction = self._document, self._predict()

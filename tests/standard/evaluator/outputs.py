@@ -6,6 +6,9 @@ it, less its probability. An output field with isFinalResult="false" is for othe
 
 Decision: a category that the prediction has no probability for has the probability 0.
 Decision: probability and confidence without a value are those of the predicted category.
+Decision: rank 1 is the prediction itself; the categories behind it go by their probabilities. A number and an entity have no
+second one.
+Decision: an output field of another target than the model's, or of a segment, is missing.
 Decision: the display value of a category is its TargetValue's, else its dictionary Value's, else itself; that of a
 number is the number with all its digits.
 """
@@ -33,6 +36,8 @@ class Outputs:
 
     def _value(self, element):
         feature = element.get("feature", "predictedValue")
+        if element.get("segmentId") is not None or not self._case.has_target(element.get("targetField")):
+            return MISSING
         if feature in ("transformedValue", "decision"):
             return evaluate(expression_of(element), self._case)
         handler = getattr(self, "_" + feature, None)
@@ -40,19 +45,29 @@ class Outputs:
             raise Unsupported(feature)
         return handler(element)
 
-    def _predictedValue(self, _element):
-        return self._case.predicted
+    def _predictedValue(self, element):
+        return self._ranked(element)
 
-    def _predictedDisplayValue(self, _element):
-        predicted = self._case.predicted
+    def _ranked(self, element):
+        """The prediction of the field's rank."""
+        rank, predicted = int(element.get("rank", "1")), self._case.predicted
+        if rank == 1 or predicted is MISSING:
+            return predicted
+        shares = self._prediction.probabilities
+        others = sorted((each for each in shares if each != text_of(predicted)), key=lambda each: -shares[each])
+        return read(others[rank - 2], predicted.type) if rank - 2 < len(others) else MISSING
+
+    def _predictedDisplayValue(self, element):
+        predicted = self._ranked(element)
         if predicted is MISSING:
             return MISSING
         return Value("string", self._case.display_value(text_of(predicted)))
 
     def _share(self, element, shares):
-        if self._case.predicted is MISSING or not shares:
+        predicted = self._ranked(element)
+        if self._case.predicted is MISSING or not shares or predicted is MISSING and element.get("value") is None:
             return MISSING
-        category = element.get("value", text_of(self._case.predicted))
+        category = element.get("value") or text_of(predicted)
         return Value("double", float(shares.get(category, 0.0)))
 
     def _probability(self, element):
@@ -62,7 +77,7 @@ class Outputs:
         return self._share(element, self._prediction.confidences or self._prediction.probabilities)
 
     def _residual(self, element):
-        actual, predicted = self._case.actual(), self._case.predicted
+        actual, predicted = self._case.actual(), self._ranked(element)
         if actual is MISSING or predicted is MISSING:
             return MISSING
         if not self._prediction.probabilities:
@@ -74,6 +89,6 @@ class Outputs:
             has = False
         return Value("double", float(has) - self._prediction.probabilities.get(category, 0.0))
 
-    def _entityId(self, _element):
-        entity = self._prediction.entity
+    def _entityId(self, element):
+        entity = self._prediction.entity if int(element.get("rank", "1")) == 1 else None
         return MISSING if entity is None else constant(entity, "string")

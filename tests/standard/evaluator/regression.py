@@ -75,7 +75,7 @@ LINKS = {
 }
 
 
-def score(model, env, target_field):
+def score(model, env, target_optype):
     """The Prediction of a case."""
     tables = [child for child in model if child.tag == "RegressionTable"]
     method = model.get("normalizationMethod", "none")
@@ -86,8 +86,7 @@ def score(model, env, target_field):
         value = LINKS[method](sums[0])
         return Prediction(value if math.isfinite(value) else None)
     categories = [table.get("targetCategory") for table in tables]
-    ordinal = target_field is not None and target_field.optype == "ordinal"
-    shares = _ordinal(sums, method) if ordinal and method not in ("softmax", "simplemax") else _nominal(sums, method)
+    shares = _ordinal(sums, method) if target_optype == "ordinal" and method not in ("softmax", "simplemax") else _nominal(sums, method)
     if shares is None or not all(map(math.isfinite, shares)):
         return Prediction()
     probabilities = dict(zip(categories, shares, strict=True))

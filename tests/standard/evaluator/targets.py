@@ -4,6 +4,7 @@ A number is bounded by min and max, then multiplied by rescaleFactor, then resca
 applies. A case without a prediction gets the default value of a number or the category with the highest prior
 probability.
 
+The optype of a Target overrides that of its field.
 Decision: castInteger "round" takes the larger of two integers that are equally near.
 Decision: the first of several categories with the same prior probability counts.
 """
@@ -13,6 +14,7 @@ import math
 class Target:
     def __init__(self, element):
         self._element = element
+        self.optype = None if element is None else element.get("optype")
         self._values = [] if element is None else [each for each in element if each.tag == "TargetValue"]
 
     def number(self, prediction):

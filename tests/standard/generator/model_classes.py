@@ -217,6 +217,12 @@ OUTPUTS = {
                              output("o", "transformedValue", apply("+", ref("h"), const("1")), dataType="double")),
     "transformedValue": outputs(output("p", "predictedValue", dataType="double"),
                                 output("o", "transformedValue", apply("*", ref("p"), ref("a")), dataType="double")),
+    "rank": outputs(*(output(f"{feature}{rank}", feature, rank=rank) for feature in ("predictedValue", "probability", "confidence")
+                      for rank in (1, 2, 3, 4)), target=K),
+    "rank-of-number": outputs(output("o", "predictedValue", rank="2")),
+    "segmentId": outputs(output("o", "predictedValue", segmentId="1")),
+    "dataType-integer": outputs(output("o", "predictedValue", dataType="integer"), output("t", "predictedValue", dataType="float")),
+    "dataType-of-category": outputs(output("o", "predictedValue", dataType="double"), target=K),
     "dataType-string": outputs(output("o", "predictedValue", dataType="string", optype="categorical")),
     "decision": outputs(output("p", "predictedValue", dataType="double"),
                         output("o", "decision", DECISION, apply("if", apply("greaterThan", ref("p"), const("0")), const("yes", "string"),
