@@ -1,8 +1,7 @@
 #include "kit/results/outputs.h"
 
 #include "kit/document/raise.h"
-#include "kit/results/stated_type.h"
-#include "kit/results/value_text.h"
+#include "kit/results/typed_value.h"
 
 #include <MCVeltrane_900/DictVar.h>
 #include <MCVeltrane_900/ResultVar.h>
@@ -142,13 +141,10 @@ void Outputs::ReadDestination(const Element& element, const Inputs& inputs, cons
         }
         field.isOfOthers = field.isOfOthers || (!target.IsOwn() && name != target.Name());
     }
-    if (element.Has(u"dataType") && !field.IsTransformed()) {
-        const StatedType stated = ReadStatedType(element);
-        field.type = stated.type;
-        field.kind = KindOf(stated.type, field.kind);
-        if (stated.type == OutputType::MOMENT) {
-            field.dateTimeType = stated.dateTimeType;
-        }
+    field.type = field.IsTransformed() ? std::nullopt : ReadDataType(element, u"dataType");
+    if (field.type) {
+        field.kind = KindOf(*field.type, field.kind);
+        field.dateTimeType = DateTimeTypeOf(*field.type);
     }
 }
 
@@ -200,7 +196,7 @@ std::unique_ptr<ScoreDictionary> Outputs::MakeDictionary() const {
 std::vector<ResultLayout::Output> Outputs::Layout() const {
     std::vector<ResultLayout::Output> layout;
     for (const Field& field : fFields) {
-        layout.push_back({field.name, field.kind, field.type, field.dateTimeType, field.isFinal});
+        layout.push_back({field.name, field.kind, field.type, field.isFinal});
     }
     return layout;
 }

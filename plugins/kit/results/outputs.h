@@ -14,6 +14,7 @@
 #include <MCVeltrane_900/TransformationDictionary.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -50,7 +51,7 @@ private:
         std::string label;
         OutputFeature feature;
         MCVeltrane_900::ScoreValue::ValueType kind;
-        OutputType type = OutputType::ANY;
+        std::optional<DataType> type;
         MCVeltrane_900::ScoreDictVar::DateTimeType dateTimeType = MCVeltrane_900::ScoreDictVar::DT_NONE;
         MCVeltrane_900::ScoreDictVar::MeasureLevel level;
         int category = Prediction::kNoCategory; ///< whose probability or residual; the predicted one without it

@@ -1,14 +1,11 @@
 #include "kit/results/results.h"
 
-#include "kit/document/categories.h"
-#include "kit/document/document_text.h"
 #include "kit/inputs/missing_value.h"
-#include "kit/results/value_text.h"
+#include "kit/results/typed_value.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/StringValue.h>
 
-#include <cmath>
 #include <typeinfo>
 #include <utility>
 
@@ -75,59 +72,42 @@ void OutputValues::SetMissing(int position) {
 
 void OutputValues::SetNumber(int position, double number) {
     const auto at = static_cast<std::size_t>(position);
-    const ResultLayout::Output& output = fLayout.outputs[at];
     if (number == NumericValue::GetSysmisValue()) {
         SetMissing(position);
-    } else if (output.kind == ScoreValue::STRING_VALUE && output.type != OutputType::BOOLEAN) {
-        PutText(at, NumberText(number));
-    } else if (output.type == OutputType::BOOLEAN && (number == 0.0 || number == 1.0)) {
-        PutTruth(at, number == 1.0);
-    } else if (output.type == OutputType::BOOLEAN || output.type == OutputType::MOMENT ||
-               (output.type == OutputType::INTEGER && number != std::floor(number))) {
-        SetMissing(position);
     } else {
-        PutNumber(at, number);
+        PutCast(at, MakeNumber(number, DataType::DOUBLE));
     }
 }
 
 void OutputValues::SetText(int position, const std::string& text) {
-    const auto at = static_cast<std::size_t>(position);
-    const ResultLayout::Output& output = fLayout.outputs[at];
-    double number = 0.0;
-    if (text.empty()) {
-        SetMissing(position);
-    } else if (output.type == OutputType::BOOLEAN && (text == "true" || text == "false")) {
-        PutTruth(at, text == "true");
-    } else if (output.kind == ScoreValue::STRING_VALUE && output.type != OutputType::BOOLEAN) {
-        PutText(at, text);
-    } else if (output.kind == ScoreValue::DATETIME_VALUE) {
-        const DateTimeValue moment(text, output.dateTimeType);
-        Set(position, &moment);
-    } else if (ReadNumber(Widen(text).c_str(), number)) {
-        SetNumber(position, number);
-    } else {
-        SetMissing(position);
-    }
+    PutCast(static_cast<std::size_t>(position), text.empty() ? Value() : MakeText(text));
 }
 
 void OutputValues::Set(int position, const ScoreValue* value) {
     const auto at = static_cast<std::size_t>(position);
-    const ResultLayout::Output& output = fLayout.outputs[at];
-    std::string buffer;
-    if (value == nullptr || IsMissing(value)) {
-        SetMissing(position);
-    } else if (value->GetType() == ScoreValue::NUMERIC_VALUE && output.kind != ScoreValue::DATETIME_VALUE) {
-        SetNumber(position, value->GetDouble());
-    } else if (value->GetType() == ScoreValue::STRING_VALUE) {
-        SetText(position, TextOf(*value, buffer));
-    } else if (output.type == OutputType::TEXT) {
-        PutText(at, ValueText(*value));
-    } else if (value->GetType() != output.kind) {
-        SetMissing(position);
-    } else if (fByPosition[at] == nullptr) {
-        SetResultValue(output.name, value);
+    if (value != nullptr && value->GetType() == ScoreValue::DATETIME_VALUE && !fLayout.outputs[at].type) {
+        PutMoment(at, *value);
     } else {
-        Store(*value, *fByPosition[at]);
+        PutCast(at, value == nullptr ? Value() : TypedValue(*value, fBuffer));
+    }
+}
+
+/// Without a type a value only has to be of the output's kind.
+void OutputValues::PutCast(std::size_t at, const Value& value) {
+    const ResultLayout::Output& output = fLayout.outputs[at];
+    const DataType natural = output.kind == ScoreValue::STRING_VALUE     ? DataType::STRING
+                             : output.kind == ScoreValue::DATETIME_VALUE ? DataType::DATE_TIME
+                                                                         : DataType::DOUBLE;
+    const Value cast = CastValue(value, output.type.value_or(natural), fCast);
+    if (cast.isMissing) {
+        SetMissing(static_cast<int>(at));
+    } else if (output.kind == ScoreValue::DATETIME_VALUE) {
+        PutMoment(at, MakeMoment(cast));
+    } else if (output.kind == ScoreValue::STRING_VALUE) {
+        fText.assign(TextOf(cast, fCast));
+        PutText(at, fText);
+    } else {
+        PutNumber(at, cast.number);
     }
 }
 
@@ -147,11 +127,14 @@ void OutputValues::PutText(std::size_t at, const std::string& text) {
     }
 }
 
-void OutputValues::PutTruth(std::size_t at, bool truth) {
-    if (fLayout.outputs[at].kind == ScoreValue::STRING_VALUE) {
-        PutText(at, truth ? "true" : "false");
+/// Into an output whose kind isn't that of moments nothing goes.
+void OutputValues::PutMoment(std::size_t at, const ScoreValue& value) {
+    if (fLayout.outputs[at].kind != ScoreValue::DATETIME_VALUE) {
+        SetMissing(static_cast<int>(at));
+    } else if (fByPosition[at] == nullptr) {
+        SetResultValue(fLayout.outputs[at].name, &value);
     } else {
-        PutNumber(at, truth ? 1.0 : 0.0);
+        Store(value, *fByPosition[at]);
     }
 }
 

@@ -1,32 +1,29 @@
 #ifndef VELTRANE_PLUGINS_KIT_RESULTS_H
 #define VELTRANE_PLUGINS_KIT_RESULTS_H
 
+#include "kit/values/values.h"
+
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ResultField.h>
 #include <MCVeltrane_900/ScoreClsResult.h>
-#include <MCVeltrane_900/ScoreDictVar.h>
 #include <MCVeltrane_900/ScoreRegResult.h>
 #include <MCVeltrane_900/ScoreValue.h>
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace veltrane_kit {
-
-/// The type that an output field states, as far as it changes a value that has another one.
-enum class OutputType { ANY, TEXT, INTEGER, NUMBER, BOOLEAN, MOMENT };
 
 /// What the results of one model have in common; they share it, and may outlive the model.
 struct ResultLayout {
     struct Output {
         std::string name;
         MCVeltrane_900::ScoreValue::ValueType kind; ///< one that the type can have
-        OutputType type = OutputType::ANY;
-        /// Of a moment.
-        MCVeltrane_900::ScoreDictVar::DateTimeType dateTimeType = MCVeltrane_900::ScoreDictVar::DT_NONE;
-        bool isFinal = true; ///< others are for output fields behind them, and no host sees them
+        std::optional<DataType> type = {};          ///< to which values are cast
+        bool isFinal = true;                        ///< others are for output fields behind them, and no host sees them
     };
 
     std::vector<std::unique_ptr<MCVeltrane_900::ScoreValue>> categories; ///< of the target, in their order
@@ -54,11 +51,15 @@ public:
 private:
     void PutNumber(std::size_t at, double number);
     void PutText(std::size_t at, const std::string& text);
-    void PutTruth(std::size_t at, bool truth);
+    void PutCast(std::size_t at, const Value& value);
+    void PutMoment(std::size_t at, const MCVeltrane_900::ScoreValue& value);
 
     const ResultLayout& fLayout;
     std::vector<MCVeltrane_900::ScoreValue*> fByPosition; ///< null for one that is the host's and goes by its name
     std::vector<std::unique_ptr<MCVeltrane_900::ScoreValue>> fHidden; ///< those that aren't final
+    std::string fBuffer;                                              ///< of texts that are made
+    std::string fCast;
+    std::string fText;
 };
 
 /// Keeps a clone of a value and reuses it for the next one of the same kind.

@@ -1,7 +1,7 @@
 #include "kit/results/target.h"
 
 #include "kit/document/raise.h"
-#include "kit/results/value_text.h"
+#include "kit/results/typed_value.h"
 
 #include <MCVeltrane_900/BaseDictionary.h>
 #include <MCVeltrane_900/ScoreValueLabel.h>

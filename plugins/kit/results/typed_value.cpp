@@ -1,0 +1,85 @@
+#include "kit/results/typed_value.h"
+
+#include "kit/document/categories.h"
+#include "kit/inputs/missing_value.h"
+#include "kit/values/calendar.h"
+
+namespace veltrane_kit {
+
+using MCVeltrane_900::DateTimeValue;
+using MCVeltrane_900::ScoreDictVar;
+using MCVeltrane_900::ScoreValue;
+
+namespace {
+
+Value TypedMoment(const DateTimeValue& value) {
+    switch (value.GetDateTimeType()) {
+    case DateTimeValue::VAL_DATE:
+        return MakeNumber(value.GetDouble(), DataType::DATE);
+    case DateTimeValue::VAL_TIME:
+        return MakeNumber(value.GetDouble(), DataType::TIME);
+    default:
+        return MakeNumber(value.GetDouble(), DataType::DATE_TIME);
+    }
+}
+
+} // namespace
+
+Value TypedValue(const ScoreValue& value, std::string& buffer) {
+    if (IsMissing(&value)) {
+        return {};
+    }
+    switch (value.GetType()) {
+    case ScoreValue::NUMERIC_VALUE:
+        return MakeNumber(value.GetDouble(), DataType::DOUBLE);
+    case ScoreValue::DATETIME_VALUE:
+        if (const auto* moment = dynamic_cast<const DateTimeValue*>(&value); moment != nullptr) {
+            return TypedMoment(*moment);
+        }
+        return MakeNumber(value.GetDouble(), DataType::DATE_TIME);
+    case ScoreValue::STRING_VALUE:
+        break;
+    }
+    const std::string& text = TextOf(value, buffer);
+    return text.empty() ? Value() : MakeText(text);
+}
+
+std::string ValueText(const ScoreValue& value) {
+    std::string buffer;
+    std::string text;
+    const Value typed = TypedValue(value, buffer);
+    return typed.isMissing ? std::string() : std::string(TextOf(typed, text));
+}
+
+DateTimeValue MakeMoment(const Value& value) {
+    switch (value.type) {
+    case DataType::DATE:
+        return DateTimeValue(value.number * kSecondsOfDay, DateTimeValue::VAL_DATE);
+    case DataType::TIME:
+        return DateTimeValue(value.number, DateTimeValue::VAL_TIME);
+    default:
+        return DateTimeValue(value.number, DateTimeValue::VAL_DATETIME);
+    }
+}
+
+ScoreValue::ValueType KindOf(DataType type, ScoreValue::ValueType natural) {
+    if (IsText(type) || (type == DataType::BOOLEAN && natural == ScoreValue::STRING_VALUE)) {
+        return ScoreValue::STRING_VALUE;
+    }
+    return IsMoment(type) ? ScoreValue::DATETIME_VALUE : ScoreValue::NUMERIC_VALUE;
+}
+
+ScoreDictVar::DateTimeType DateTimeTypeOf(DataType type) {
+    switch (type) {
+    case DataType::DATE:
+        return ScoreDictVar::DT_DATE;
+    case DataType::TIME:
+        return ScoreDictVar::DT_TIME;
+    case DataType::DATE_TIME:
+        return ScoreDictVar::DT_DATETIME;
+    default:
+        return ScoreDictVar::DT_NONE;
+    }
+}
+
+} // namespace veltrane_kit
