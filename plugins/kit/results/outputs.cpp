@@ -63,6 +63,11 @@ ScoreValue::ValueType KindOf(const OutputFeature& feature, const Element& elemen
     return ScoreValue::NUMERIC_VALUE;
 }
 
+/// Whether each value of a type's kind is one of the type.
+bool TakesKind(std::optional<DataType> type) {
+    return !type || IsText(*type) || type == DataType::FLOAT || type == DataType::DOUBLE || IsCounting(*type);
+}
+
 bool NamesCategory(const OutputFeature& feature, bool classification) {
     return feature.ofCategory == OutputFeature::OfCategory::ALWAYS ||
            (feature.ofCategory == OutputFeature::OfCategory::OF_CLASSIFICATION && classification);
@@ -196,7 +201,7 @@ std::unique_ptr<ScoreDictionary> Outputs::MakeDictionary() const {
 std::vector<ResultLayout::Output> Outputs::Layout() const {
     std::vector<ResultLayout::Output> layout;
     for (const Field& field : fFields) {
-        layout.push_back({field.name, field.kind, field.type, field.isFinal});
+        layout.push_back({field.name, field.kind, field.type, TakesKind(field.type), field.isFinal});
     }
     return layout;
 }

@@ -72,7 +72,10 @@ void OutputValues::SetMissing(int position) {
 
 void OutputValues::SetNumber(int position, double number) {
     const auto at = static_cast<std::size_t>(position);
-    if (number == NumericValue::GetSysmisValue()) {
+    const ResultLayout::Output& output = fLayout.outputs[at];
+    if (output.takesItsKind && output.kind == ScoreValue::NUMERIC_VALUE) {
+        PutNumber(at, number);
+    } else if (number == NumericValue::GetSysmisValue()) {
         SetMissing(position);
     } else {
         PutCast(at, MakeNumber(number, DataType::DOUBLE));
@@ -80,15 +83,26 @@ void OutputValues::SetNumber(int position, double number) {
 }
 
 void OutputValues::SetText(int position, const std::string& text) {
-    PutCast(static_cast<std::size_t>(position), text.empty() ? Value() : MakeText(text));
+    const auto at = static_cast<std::size_t>(position);
+    const ResultLayout::Output& output = fLayout.outputs[at];
+    if (output.takesItsKind && output.kind == ScoreValue::STRING_VALUE) {
+        PutText(at, text);
+    } else {
+        PutCast(at, text.empty() ? Value() : MakeText(text));
+    }
 }
 
 void OutputValues::Set(int position, const ScoreValue* value) {
     const auto at = static_cast<std::size_t>(position);
-    if (value != nullptr && value->GetType() == ScoreValue::DATETIME_VALUE && !fLayout.outputs[at].type) {
-        PutMoment(at, *value);
+    const ResultLayout::Output& output = fLayout.outputs[at];
+    if (value == nullptr) {
+        SetMissing(position);
+    } else if (!output.takesItsKind || value->GetType() != output.kind) {
+        PutCast(at, TypedValue(*value, fBuffer));
+    } else if (fByPosition[at] == nullptr) {
+        SetResultValue(output.name, value);
     } else {
-        PutCast(at, value == nullptr ? Value() : TypedValue(*value, fBuffer));
+        Store(*value, *fByPosition[at]);
     }
 }
 
@@ -127,14 +141,11 @@ void OutputValues::PutText(std::size_t at, const std::string& text) {
     }
 }
 
-/// Into an output whose kind isn't that of moments nothing goes.
-void OutputValues::PutMoment(std::size_t at, const ScoreValue& value) {
-    if (fLayout.outputs[at].kind != ScoreValue::DATETIME_VALUE) {
-        SetMissing(static_cast<int>(at));
-    } else if (fByPosition[at] == nullptr) {
-        SetResultValue(fLayout.outputs[at].name, &value);
+void OutputValues::PutMoment(std::size_t at, const DateTimeValue& moment) {
+    if (fByPosition[at] == nullptr) {
+        SetResultValue(fLayout.outputs[at].name, &moment);
     } else {
-        Store(value, *fByPosition[at]);
+        Store(moment, *fByPosition[at]);
     }
 }
 

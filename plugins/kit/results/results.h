@@ -3,6 +3,7 @@
 
 #include "kit/values/values.h"
 
+#include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ResultField.h>
 #include <MCVeltrane_900/ScoreClsResult.h>
@@ -23,6 +24,7 @@ struct ResultLayout {
         std::string name;
         MCVeltrane_900::ScoreValue::ValueType kind; ///< one that the type can have
         std::optional<DataType> type = {};          ///< to which values are cast
+        bool takesItsKind = true;                   ///< whether a value of the kind is one of the type, whatever it is
         bool isFinal = true;                        ///< others are for output fields behind them, and no host sees them
     };
 
@@ -52,7 +54,7 @@ private:
     void PutNumber(std::size_t at, double number);
     void PutText(std::size_t at, const std::string& text);
     void PutCast(std::size_t at, const Value& value);
-    void PutMoment(std::size_t at, const MCVeltrane_900::ScoreValue& value);
+    void PutMoment(std::size_t at, const MCVeltrane_900::DateTimeValue& moment);
 
     const ResultLayout& fLayout;
     std::vector<MCVeltrane_900::ScoreValue*> fByPosition; ///< null for one that is the host's and goes by its name
