@@ -35,15 +35,6 @@ constexpr Word<ScoreDictVar::MeasureLevel> kLevels[] = {
     {u"ordinal", ScoreDictVar::LEVEL_ORDINAL},
 };
 
-void RequireBounds(const Element& target) {
-    const std::optional<double> min = ReadOptional(target, u"min");
-    const std::optional<double> max = ReadOptional(target, u"max");
-    if (min && max && *min > *max) {
-        Raise<Message::CONFLICTING_VALUES_IN>(target.Text(u"min"), "min", target.Tag(), target.Text(u"max"), "max",
-                                              target.Tag());
-    }
-}
-
 /// The level of a Target overrides that of its field.
 void TakeLevel(const Element& target, ScoreDictVar& var) {
     if (Same(target.Raw(u"optype"), u"")) {
@@ -54,33 +45,6 @@ void TakeLevel(const Element& target, ScoreDictVar& var) {
         target.RaiseInvalid(u"optype");
     }
     var.SetMLevel(level);
-}
-
-/// @param var the field whose categories the values are; null for a number
-void RequireValues(const Element& target, const ScoreDictVar* var) {
-    const ScoreValueLabelSet* labels = var == nullptr ? nullptr : var->GetValueLabels();
-    std::unique_ptr<Categories> listed;
-    if (labels != nullptr && labels->Size() > 0) {
-        listed = std::make_unique<Categories>(*var);
-        for (const ScoreValueLabel* label : labels->GetAllValueLabels()) {
-            listed->Add(*label->GetValue());
-        }
-    }
-    for (const Element value : target.Children()) {
-        if (!value.Is(u"TargetValue")) {
-            continue;
-        }
-        const double prior = value.NumberOr(u"priorProbability", 0.0);
-        if (prior < 0.0 || prior > 1.0) {
-            value.RaiseInvalid(u"priorProbability");
-        }
-        if (listed != nullptr) {
-            const std::unique_ptr<ScoreValue> category(MakeValue(*var, value.AnyText(u"value")));
-            if (category == nullptr || listed->Find(*category) == Categories::kUnknown) {
-                value.RaiseInvalid(u"value");
-            }
-        }
-    }
 }
 
 void PutDefaultFirst(const Element& target) {
@@ -147,13 +111,11 @@ void PrepareTargets(const Element& model, bool classification, ScoreDictionary& 
         if (!target.Is(u"Target")) {
             continue;
         }
-        RequireBounds(target);
         ScoreDictVar* var = target.Has(u"field") ? dictionary.GetVar(target.Text(u"field")) : nullptr;
         if (var != nullptr) {
             TakeLevel(target, *var);
         }
         const bool isContinuous = var == nullptr ? !classification : var->GetMLevel() == ScoreDictVar::LEVEL_CONTINUOUS;
-        RequireValues(target, isContinuous ? nullptr : var);
         if (isContinuous) {
             PutDefaultFirst(target);
         }

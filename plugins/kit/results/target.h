@@ -32,8 +32,7 @@ OwnTarget TakeOwnTarget(const Element& model, bool classification, MCVeltrane_90
 /// Looks at the Targets of a model before the library reads them into the dictionary. A level that a Target states over
 /// that of its field becomes the field's; of several default values the first one comes first, as the library takes it.
 /// @param dictionary that of the data, as it was read
-/// @throws VTException 260153 for a category that the field doesn't list, for a prior probability below 0 or above 1
-///         and for a level that the field's type doesn't have; 260214 for a minimum above the maximum
+/// @throws VTException 260153 for a level that the field's type doesn't have
 void PrepareTargets(const Element& model, bool classification, MCVeltrane_900::ScoreDictionary& dictionary);
 
 /// The Target of a field, or no element.
