@@ -150,6 +150,7 @@ TEST(StandardFunctions, GiveTheSameBitsForColumns) {
         const std::vector<std::vector<double>> columns = Combinations(count);
         std::vector<double> results = columns.back(); // which they may stand in
         std::vector<const double*> read;
+        read.reserve(count);
         for (const std::vector<double>& column : columns) {
             read.push_back(column.data());
         }
@@ -173,6 +174,7 @@ TEST(StandardFunctionsThreads, AreCalledSideBySide) {
     const std::vector<std::vector<std::string>> rows = ReadTable("rows.tsv");
     std::vector<int> wrong(4);
     std::vector<std::thread> threads;
+    threads.reserve(wrong.size());
     for (int& each : wrong) {
         threads.emplace_back([&each, &rows] {
             for (const std::vector<std::string>& row : rows) {

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 using namespace veltrane::tests;
-using veltrane::DataType;
 using veltrane::Value;
 
 namespace {

@@ -225,6 +225,7 @@ TEST(FunctionLibraryThreads, ReadSideBySide) {
     }
     std::vector<int> found(4);
     std::vector<std::thread> threads;
+    threads.reserve(found.size());
     for (int& each : found) {
         threads.emplace_back([&each, &library] {
             for (int i = 0; i < 1000; ++i) {
