@@ -71,6 +71,37 @@ constexpr FaultyChange kExpressionFaults[] = {
      Failure(DUPLICATE_DEFINITION, "row", "a, 2", "InlineTable")},
 };
 
+constexpr FaultyChange kTypeFaults[] = {
+    {"BinOfNoNumber", "<Discretize field='x' dataType='string' mapMissingTo='m' defaultValue='d'>",
+     "<Discretize field='x' dataType='double'>",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "low", "binValue", "DiscretizeBin")},
+    {"EmptyBinOfANumber",
+     "<Discretize field='x' dataType='string' mapMissingTo='m' defaultValue='d'><DiscretizeBin binValue='low'>",
+     "<Discretize field='x' dataType='float'><DiscretizeBin binValue=''>",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "", "binValue", "DiscretizeBin")},
+    {"MissingBinOfNoNumber", "dataType='string' mapMissingTo='m' defaultValue='d'><DiscretizeBin binValue='low'>",
+     "dataType='integer' mapMissingTo='m'><DiscretizeBin binValue='5'>",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "m", "mapMissingTo", "Discretize")},
+    {"OtherBinOfNoNumber", "dataType='string' mapMissingTo='m' defaultValue='d'><DiscretizeBin binValue='low'>",
+     "dataType='integer' mapMissingTo='' defaultValue='d'><DiscretizeBin binValue='5'>",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "d", "defaultValue", "Discretize")},
+    {"BinOfANumericField",
+     "<DerivedField name='bin' optype='categorical' dataType='string'><Discretize field='x' dataType='string' "
+     "mapMissingTo='m' defaultValue='d'>",
+     "<DerivedField name='bin' optype='continuous' dataType='double'><Discretize field='x'>",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "low", "binValue", "DiscretizeBin")},
+    {"CellOfNoNumber", "outputColumn='o' dataType='string' mapMissingTo='m' defaultValue='d'",
+     "outputColumn='o' dataType='double'", Failure(INVALID_CONTENT, "A", "o")},
+    {"MissingCellOfNoNumber", "outputColumn='o' dataType='string' mapMissingTo='m' defaultValue='d'",
+     "outputColumn='o' dataType='double' mapMissingTo='m'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "m", "mapMissingTo", "MapValues")},
+    {"OtherCellOfNoNumber", "outputColumn='o' dataType='string' mapMissingTo='m' defaultValue='d'",
+     "outputColumn='o' dataType='double' defaultValue='d'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "d", "defaultValue", "MapValues")},
+    {"ResultOfNoNumber", "<NormDiscrete field='t' value='a' mapMissingTo='0'/>",
+     "<Apply function='+' defaultValue='none'/>", Failure(INVALID_ATTRIBUTE_VALUE_IN, "none", "defaultValue", "Apply")},
+};
+
 constexpr FaultyChange kTableFaults[] = {
     {"KeyColumnOfNoRow", "column='k'", "column='kk'",
      Failure(INVALID_ATTRIBUTE_VALUE_IN, "kk", "column", "FieldColumnPair")},
@@ -99,6 +130,7 @@ constexpr FaultyChange kModelFaults[] = {
 
 INSTANTIATE_TEST_SUITE_P(Dictionary, DocumentRule, testing::ValuesIn(kDictionaryFaults), NameOfRow());
 INSTANTIATE_TEST_SUITE_P(Expressions, DocumentRule, testing::ValuesIn(kExpressionFaults), NameOfRow());
+INSTANTIATE_TEST_SUITE_P(Types, DocumentRule, testing::ValuesIn(kTypeFaults), NameOfRow());
 INSTANTIATE_TEST_SUITE_P(Tables, DocumentRule, testing::ValuesIn(kTableFaults), NameOfRow());
 INSTANTIATE_TEST_SUITE_P(Model, DocumentRule, testing::ValuesIn(kModelFaults), NameOfRow());
 
@@ -141,6 +173,15 @@ constexpr LawfulChange kLawful[] = {
     {"OutputThatIsAKey", "outputColumn='o'", "outputColumn='k'"},
     {"OneColumnOfTwoFields", "<FieldColumnPair field='t' column='k'/>",
      "<FieldColumnPair field='t' column='k'/><FieldColumnPair field='x' column='k'/>"},
+    {"BinsOfNumbers", "dataType='string' mapMissingTo='m' defaultValue='d'><DiscretizeBin binValue='low'>",
+     "dataType='double' mapMissingTo='-1.' defaultValue=' 7 '><DiscretizeBin binValue='+5'>"},
+    {"TextsWithinAnotherExpression", "<NormDiscrete field='t' value='a' mapMissingTo='0'/>",
+     "<Apply function='if'><Apply function='equal' defaultValue='none'/><Constant>1</Constant></Apply>"},
+    {"EmptyCellOfANumber",
+     "outputColumn='o' dataType='string' mapMissingTo='m' defaultValue='d'><FieldColumnPair field='t' column='k'/>"
+     "<InlineTable><row><k>a</k><o>A</o></row><row><k>b</k><o>B</o></row>",
+     "outputColumn='o' dataType='double'><FieldColumnPair field='t' column='k'/>"
+     "<InlineTable><row><k>a</k><o/></row><row><k>b</k><o>2</o></row>"},
     {"InvalidValueOfNoNumber", "<Value value='1'/>", "<Value value='-' property='invalid'/>"},
     {"TextStoredForANumber", "dataType='integer'><Value value='1'/>",
      "dataType='integer' x-storageType='string'><Value value='one'/>"},

@@ -1,5 +1,6 @@
 #include "kit/document/checks/element_rules.h"
 
+#include "kit/document/checks/typed_values.h"
 #include "kit/document/raise.h"
 
 #include <algorithm>
@@ -23,10 +24,6 @@ std::u16string Lowered(const XMLCh* text) {
         c = c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c - u'A' + u'a') : c;
     }
     return lowered;
-}
-
-bool IsNumberType(const XMLCh* type) {
-    return Same(type, u"integer") || Same(type, u"float") || Same(type, u"double");
 }
 
 bool IsTruthValue(const XMLCh* text) {

@@ -28,8 +28,13 @@ void CheckPoints(const Element& normContinuous);
 /// A DiscretizeBin has one Interval.
 void CheckBin(const Element& bin);
 
-/// A table has no two rows with the same keys and different values.
-void CheckKeys(const Element& mapValues);
+/// Where an expression gives numbers, what it gives in a bin, in a row of its table or instead of a value is one.
+void CheckBinValues(const Element& discretize);
+void CheckResult(const Element& apply);
+
+/// The same of a table; and it has no two rows with the same keys and different values, and all columns that it is
+/// asked for.
+void CheckTable(const Element& mapValues);
 
 /// The lower bound isn't above the upper one.
 void CheckOutlierBounds(const Element& miningField);

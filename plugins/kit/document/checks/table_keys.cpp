@@ -1,4 +1,5 @@
 #include "kit/document/checks/element_rules.h"
+#include "kit/document/checks/typed_values.h"
 #include "kit/document/raise.h"
 
 #include <string>
@@ -40,11 +41,13 @@ public:
             }
         }
         fOutput = NumberOf(mapValues, u"outputColumn");
+        fGivesNumbers = GivesNumbers(mapValues);
     }
 
     /// A row without one of the keys is the row of no case.
     void Add(const Element& row) {
         ReadCells(row);
+        CheckOutput(row);
         std::u16string key;
         for (const std::size_t column : fKeys) {
             if (fCells[column] == nullptr) {
@@ -100,6 +103,16 @@ private:
         }
     }
 
+    /// An empty cell gives nothing.
+    void CheckOutput(const Element& row) const {
+        const XMLCh* text = fCells[fOutput];
+        double number = 0.0;
+        if (fGivesNumbers && text != nullptr && *text != 0 && !ReadNumber(text, number)) {
+            Raise<Message::INVALID_CONTENT>(row.Reader()(text),
+                                            row.Reader()(fColumns[fOutput].named.Raw(fColumns[fOutput].attribute)));
+        }
+    }
+
     /// @return the number of columns for one that isn't asked for
     std::size_t ColumnAt(std::size_t place, const XMLCh* tag) {
         if (place >= fPlaces.size()) {
@@ -125,6 +138,7 @@ private:
     std::unordered_map<std::u16string_view, std::size_t> fNumbers; ///< of columns, by name
     std::vector<std::size_t> fKeys;
     std::size_t fOutput = 0;
+    bool fGivesNumbers = false;
     std::vector<Place> fPlaces;
     std::vector<const XMLCh*> fCells; ///< of a row, by columns; null for one that it doesn't have
     std::unordered_map<std::u16string, const XMLCh*> fOutputs;
@@ -132,7 +146,10 @@ private:
 
 } // namespace
 
-void CheckKeys(const Element& mapValues) {
+void CheckTable(const Element& mapValues) {
+    if (GivesNumbers(mapValues)) {
+        CheckReplacements(mapValues);
+    }
     KeyedRows rows(mapValues);
     for (const Element child : mapValues.Children()) {
         if (!child.Is(u"InlineTable")) {
