@@ -2,17 +2,17 @@
 #include "kit/document/checks/typed_values.h"
 #include "kit/document/raise.h"
 
+#include <algorithm>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace veltrane_kit {
 
 namespace {
-
-/// What no text holds.
-constexpr char16_t kEndOfKey = 0xFFFF;
 
 /// The name of a cell without the prefix of its namespace.
 std::u16string_view LocalName(const XMLCh* name) {
@@ -34,6 +34,9 @@ const XMLCh* TextOf(const Element& cell) {
 /// the row before: the place of a cell tells its column nearly always.
 class KeyedRows {
 public:
+    KeyedRows(const KeyedRows&) = delete;
+    KeyedRows& operator=(const KeyedRows&) = delete;
+
     explicit KeyedRows(const Element& mapValues) {
         for (const Element child : mapValues.Children()) {
             if (child.Is(u"FieldColumnPair")) {
@@ -46,19 +49,17 @@ public:
 
     /// A row without one of the keys is the row of no case.
     void Add(const Element& row) {
-        ReadCells(row);
-        CheckOutput(row);
-        std::u16string key;
+        const std::size_t number = fRowCount++;
+        ReadCells(row, number);
+        CheckOutput(row, number);
         for (const std::size_t column : fKeys) {
-            if (fCells[column] == nullptr) {
+            if (Cell(number, column) == nullptr) {
                 return;
             }
-            key += fCells[column];
-            key += kEndOfKey;
         }
-        const auto [known, isNew] = fOutputs.emplace(std::move(key), fCells[fOutput]);
-        if (!isNew && !Same(known->second, fCells[fOutput])) {
-            Raise<Message::DUPLICATE_DEFINITION>(row.Tag(), KeysOf(row), "InlineTable");
+        const auto [known, isNew] = fByKeys.insert(number);
+        if (!isNew && !Same(Cell(*known, fOutput), Cell(number, fOutput))) {
+            Raise<Message::DUPLICATE_DEFINITION>(row.Tag(), KeysOf(row, number), "InlineTable");
         }
     }
 
@@ -91,12 +92,17 @@ private:
         return known->second;
     }
 
-    void ReadCells(const Element& row) {
-        fCells.assign(fColumns.size() + 1, nullptr);
+    const XMLCh* Cell(std::size_t row, std::size_t column) const { return fCells[row * Width() + column]; }
+
+    /// One cell for each column, and one for all that isn't asked for.
+    std::size_t Width() const { return fColumns.size() + 1; }
+
+    void ReadCells(const Element& row, std::size_t number) {
+        fCells.resize((number + 1) * Width(), nullptr);
         std::size_t place = 0;
         for (const Element cell : row.Children()) {
             const std::size_t column = ColumnAt(place++, cell.Dom()->getTagName());
-            fCells[column] = TextOf(cell);
+            fCells[number * Width() + column] = TextOf(cell);
             if (column < fColumns.size()) {
                 fColumns[column].isMet = true;
             }
@@ -104,12 +110,12 @@ private:
     }
 
     /// An empty cell gives nothing.
-    void CheckOutput(const Element& row) const {
-        const XMLCh* text = fCells[fOutput];
-        double number = 0.0;
-        if (fGivesNumbers && text != nullptr && *text != 0 && !ReadNumber(text, number)) {
-            Raise<Message::INVALID_CONTENT>(row.Reader()(text),
-                                            row.Reader()(fColumns[fOutput].named.Raw(fColumns[fOutput].attribute)));
+    void CheckOutput(const Element& row, std::size_t number) const {
+        const XMLCh* text = Cell(number, fOutput);
+        double value = 0.0;
+        if (fGivesNumbers && text != nullptr && *text != 0 && !ReadNumber(text, value)) {
+            const Column& output = fColumns[fOutput];
+            Raise<Message::INVALID_CONTENT>(row.Reader()(text), row.Reader()(output.named.Raw(output.attribute)));
         }
     }
 
@@ -126,13 +132,32 @@ private:
         return known.column;
     }
 
-    std::string KeysOf(const Element& row) const {
+    std::string KeysOf(const Element& row, std::size_t number) const {
         std::string keys;
         for (const std::size_t column : fKeys) {
-            keys += (column == fKeys.front() ? "" : ", ") + row.Reader()(fCells[column]);
+            keys += (column == fKeys.front() ? "" : ", ") + row.Reader()(Cell(number, column));
         }
         return keys;
     }
+
+    /// The keys of a row, which are looked up by its number: nothing of a large table is copied.
+    struct KeyHash {
+        const KeyedRows* rows;
+        std::size_t operator()(std::size_t row) const {
+            std::size_t hash = 0;
+            for (const std::size_t column : rows->fKeys) {
+                hash = hash * 31 + std::hash<std::u16string_view>()(rows->Cell(row, column));
+            }
+            return hash;
+        }
+    };
+    struct KeysSame {
+        const KeyedRows* rows;
+        bool operator()(std::size_t a, std::size_t b) const {
+            return std::all_of(rows->fKeys.begin(), rows->fKeys.end(),
+                               [&](std::size_t column) { return Same(rows->Cell(a, column), rows->Cell(b, column)); });
+        }
+    };
 
     std::vector<Column> fColumns;
     std::unordered_map<std::u16string_view, std::size_t> fNumbers; ///< of columns, by name
@@ -140,8 +165,9 @@ private:
     std::size_t fOutput = 0;
     bool fGivesNumbers = false;
     std::vector<Place> fPlaces;
-    std::vector<const XMLCh*> fCells; ///< of a row, by columns; null for one that it doesn't have
-    std::unordered_map<std::u16string, const XMLCh*> fOutputs;
+    std::vector<const XMLCh*> fCells; ///< row by row; null for one that a row doesn't have
+    std::size_t fRowCount = 0;
+    std::unordered_set<std::size_t, KeyHash, KeysSame> fByKeys{16, KeyHash{this}, KeysSame{this}};
 };
 
 } // namespace
