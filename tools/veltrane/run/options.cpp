@@ -19,6 +19,7 @@ namespace {
 
 std::string ExitCodes() {
     std::vector<std::string> codes;
+    codes.reserve(kExitCodes.size());
     for (const auto& [code, meaning] : kExitCodes) {
         codes.push_back(fmt::format("{} {}", static_cast<int>(code), meaning));
     }
