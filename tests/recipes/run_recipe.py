@@ -4,19 +4,20 @@
 A recipe is a folder with
 
     change.patch   what its steps change by hand
-    recipe.json    "heading" of the recipe in CONTRIBUTING.md, the "copy" of files and folders that it needs, and what
-                   follows the change: the scripts that "generate" pages and tables, with the files that they have to
-                   change; the sources of the library to "rebuild", which are all that read the table that the change
-                   extends; the "targets" that the build has with it and not without it; a "plugin" with its "name" and
-                   the sources to rebuild or, "like" another source, to build; a "program" with its "source", built
-                   "like" another one, and its "libraries"; the "tests" that are written, by their sources, each with
-                   one that it is compiled like; the test programs that "run" over the table, with the sources to rebuild
-                   and the tests that have to pass
+    recipe.json    "heading" of the recipe in CONTRIBUTING.md, and what follows the change: the scripts that "generate"
+                   pages and tables, with the files that they have to change; the sources of the library to "rebuild",
+                   which are all that read the table that the change extends; the "targets" that the build has with it
+                   and not without it; a "plugin" with its "name" and the sources to rebuild or, "like" another source,
+                   to build; a "program" with its "source", built "like" another one, and its "libraries"; the "tests"
+                   that are written as files of their own, each with one that it is compiled like; the test programs
+                   to "run", with the sources to rebuild and the tests that have to pass, the new ones and those that
+                   go over the table
     check.py       shows that the result works: it is run in the copy with the command of a library that has the change
 
 The page says how many places in how many files the steps touch, in the line "**N places in M files**" below its heading;
-the patch has to touch exactly these. The library and the plug-in are linked from the objects of this build, but for the
-rebuilt sources. The check has to fail without the change.
+the patch has to touch exactly these. With the change and the generated files the checks of tests/structure have to pass,
+so a recipe can't leave out a place that they ask for. The library and the plug-in are linked from the objects of this
+build, but for the rebuilt sources. The check has to fail without the change.
 
 OBJECTS is a file that lists the objects of the library, LIBRARIES one that lists what it is linked with; COMMAND is the
 command `veltrane` of this build.
@@ -35,6 +36,8 @@ import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 PAGE = ROOT / "CONTRIBUTING.md"
+# The checks that look at a build.
+OF_THE_BUILD = {"exported_symbols.py", "vtable_layout.py"}
 STATED = re.compile(r"\*\*(\d+) places? in (\d+) files?\*\*")
 
 
@@ -81,14 +84,23 @@ def stated_places(heading):
     return int(stated[1]), int(stated[2])
 
 
-def copy_tree(parts, to):
-    for part in parts:
-        source, target = ROOT / part, to / part
-        target.parent.mkdir(parents=True, exist_ok=True)
+def copy_tree(to):
+    """What belongs to the tree; builds, the history and what other tools left behind stay."""
+    for source in ROOT.iterdir():
+        if source.name.startswith("build") or source.name == ".git":
+            continue
         if source.is_dir():
-            shutil.copytree(source, target, ignore=shutil.ignore_patterns("__pycache__"))
+            shutil.copytree(source, to / source.name, ignore=shutil.ignore_patterns("__pycache__"))
         else:
-            shutil.copy(source, target)
+            shutil.copy(source, to)
+
+
+def check_structure(copy):
+    """Runs the checks that need nothing but the tree."""
+    checks = [*sorted((copy / "tests/structure").glob("*.py")), *sorted((copy / "tools/docs").glob("*_page.py"))]
+    for check in checks:
+        if check.name not in OF_THE_BUILD:
+            must([sys.executable, check, *(["--check"] if check.parent.name == "docs" else [])], cwd=copy)
 
 
 def generate(scripts, copy):
@@ -230,7 +242,7 @@ def follow(recipe, folder, options, copy):
     if found != stated:
         raise Fault(f"the change touches {found[0]} places in {found[1]} files, the page says {stated[0]} in {stated[1]}: "
                     f"{places}")
-    copy_tree(recipe["copy"], copy)
+    copy_tree(copy)
     check = [sys.executable, folder / "check.py", options.command]
     environment = dict(os.environ, LD_LIBRARY_PATH=f"{copy}/lib:{copy}/lib/veltrane", PYTHONDONTWRITEBYTECODE="1")
     if run(check, cwd=copy, env=environment).returncode == 0:
@@ -244,6 +256,7 @@ def follow(recipe, folder, options, copy):
     else:
         patch()
     generate(recipe.get("generate", []), copy)
+    check_structure(copy)
     link_library(recipe, options, copy)
     compile_tests(recipe.get("tests", {}), copy, options.build)
     if "plugin" in recipe:
