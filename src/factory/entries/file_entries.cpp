@@ -1,10 +1,10 @@
 #include "diagnostics/raise.h"
 #include "diagnostics/trace.h"
-#include "factory/documents/host_path.h"
 #include "factory/documents/xml_platform_guard.h"
 #include "factory/entries/model_names.h"
 
 #include <MCVeltrane_900/ModelFactory.h>
+#include <MCXML_900/ExtNameStr.h>
 
 #include <xercesc/util/PlatformUtils.hpp>
 
@@ -18,6 +18,15 @@ namespace diagnostics = veltrane::diagnostics;
 using namespace veltrane::factory;
 
 namespace {
+
+/// The form in which the system's file operations take a path that a host gives in UTF-8: that of the code page, where
+/// a character that it hasn't is a '?'. A path without such a form stays as it is.
+std::string HostPath(const std::string& path) {
+    MCXML_900::ExtNameStr name;
+    name.SetU8(path);
+    const std::string& form = name.GetCP();
+    return form.empty() ? path : form;
+}
 
 std::vector<std::string> NamesInFile(const std::string& path) {
     std::vector<std::string> names;

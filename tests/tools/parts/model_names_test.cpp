@@ -1,4 +1,4 @@
-#include "commands/model_names_command.h"
+#include "commands/commands.h"
 
 #include <gtest/gtest.h>
 

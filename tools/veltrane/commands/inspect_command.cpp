@@ -1,5 +1,4 @@
-#include "commands/inspect_command.h"
-
+#include "commands/commands.h"
 #include "descriptions/describe.h"
 #include "descriptions/document_facts.h"
 #include "descriptions/model_description.h"

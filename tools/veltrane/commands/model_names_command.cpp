@@ -1,5 +1,4 @@
-#include "commands/model_names_command.h"
-
+#include "commands/commands.h"
 #include "documents/document.h"
 #include "documents/document_file.h"
 #include "documents/model_list.h"

@@ -1,6 +1,5 @@
-#include "commands/score_command.h"
-
 #include "commands/case_run.h"
+#include "commands/commands.h"
 #include "documents/score_model.h"
 #include "files/failure.h"
 #include "files/file_identity.h"

@@ -1,6 +1,5 @@
-#include "commands/transform_command.h"
-
 #include "commands/case_run.h"
+#include "commands/commands.h"
 #include "documents/document.h"
 #include "files/file_identity.h"
 #include "results/result_columns.h"

@@ -1,7 +1,6 @@
-#include "commands/verify_command.h"
-
 #include "cases/case_row.h"
 #include "cases/cell_parser.h"
+#include "commands/commands.h"
 #include "commands/verification_report.h"
 #include "documents/score_model.h"
 #include "files/byte_stream.h"

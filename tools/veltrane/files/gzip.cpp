@@ -1,6 +1,5 @@
-#include "files/gzip.h"
-
 #include "files/failure.h"
+#include "files/packed_formats.h"
 
 #include <algorithm>
 #include <array>

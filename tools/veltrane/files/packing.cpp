@@ -1,7 +1,6 @@
 #include "files/packing.h"
 
-#include "files/gzip.h"
-#include "files/zstd_frames.h"
+#include "files/packed_formats.h"
 
 #include <algorithm>
 #include <string_view>

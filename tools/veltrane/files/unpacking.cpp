@@ -3,8 +3,7 @@
 #include "factory/documents/document_limits.h"
 #include "files/byte_stream.h"
 #include "files/failure.h"
-#include "files/gzip.h"
-#include "files/zstd_frames.h"
+#include "files/packed_formats.h"
 
 #include <fmt/format.h>
 

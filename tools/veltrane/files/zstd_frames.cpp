@@ -1,6 +1,5 @@
-#include "files/zstd_frames.h"
-
 #include "files/failure.h"
+#include "files/packed_formats.h"
 
 #include <new>
 #include <vector>

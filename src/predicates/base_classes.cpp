@@ -1,7 +1,11 @@
 #include <MCVeltrane_900/ScoreDictVar.h>
+#include <MCVeltrane_900/ScorePredicate.h>
 #include <MCVeltrane_900/ScoreSplitVar.h>
 
 namespace MCVeltrane_900 {
+
+// It stands here so that the library alone holds the virtual table and type information, which plug-ins share.
+ScorePredicate::~ScorePredicate() = default;
 
 ScoreSplitVar::ScoreSplitVar() = default;
 ScoreSplitVar::ScoreSplitVar(const ScoreDictVar* var) : fSplitVar(var) {}
