@@ -6,9 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <cmath>
-#include <cstdint>
 #include <limits>
 #include <string>
 
@@ -19,10 +17,6 @@ using MCCommon_900::MCMV;
 using MCMath_900::MCPower;
 
 constexpr double kTiny = std::numeric_limits<double>::denorm_min();
-
-std::uint64_t Bits(double value) {
-    return std::bit_cast<std::uint64_t>(value);
-}
 
 TEST(MissingNumber, HasTheBitsOfMinusTheLargestDouble) {
     EXPECT_EQ(Bits(MCMV::Missing()), 0xFFEFFFFFFFFFFFFFu);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 namespace veltrane::tests {
@@ -12,6 +13,15 @@ struct NameOfRow {
     template <class Row>
     std::string operator()(const testing::TestParamInfo<Row>& row) const {
         return row.param.name;
+    }
+};
+
+/// The same for tests whose parameters are names of files.
+struct NameOfFile {
+    std::string operator()(const testing::TestParamInfo<const char*>& file) const {
+        std::string name = file.param;
+        std::replace(name.begin(), name.end(), '-', '_');
+        return name;
     }
 };
 

@@ -8,7 +8,6 @@
 
 #include <bit>
 #include <clocale>
-#include <cstdint>
 #include <cstdlib>
 #include <iostream>
 #include <locale>
@@ -19,10 +18,6 @@ namespace {
 
 using namespace MCVeltrane_900;
 using namespace veltrane::tests;
-
-std::uint64_t Bits(double value) {
-    return std::bit_cast<std::uint64_t>(value);
-}
 
 /// What a stream in the classic locale extracts; false when it fails.
 bool StreamReads(const std::string& text, double& out) {

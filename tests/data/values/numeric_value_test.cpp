@@ -8,9 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <cmath>
-#include <cstdint>
 #include <limits>
 #include <locale>
 #include <memory>
@@ -20,10 +18,6 @@ namespace {
 
 using namespace MCVeltrane_900;
 using namespace veltrane::tests;
-
-std::uint64_t Bits(double value) {
-    return std::bit_cast<std::uint64_t>(value);
-}
 
 // Built while this program loads: they read the constant at a moment when other modules may not be set up yet.
 const NumericValue gCopiedAtLoad = NumericValue::SYSMIS;

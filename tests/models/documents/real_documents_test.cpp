@@ -3,6 +3,7 @@
 // apart.
 #include "models/kit/scoring.h"
 #include "support/folders.h"
+#include "support/rows.h"
 
 #include <MCVeltrane_900/ScoreDictVar.h>
 
@@ -48,12 +49,6 @@ void ExpectDocument(const std::string& base) {
     }
 }
 
-std::string TestName(const testing::TestParamInfo<const char*>& info) {
-    std::string name = info.param;
-    std::replace(name.begin(), name.end(), '-', '_');
-    return name;
-}
-
 class RealDocument : public testing::TestWithParam<const char*> {};
 
 TEST_P(RealDocument, GivesTheAnswersOfItsTool) {
@@ -67,7 +62,7 @@ TEST_P(RealDocument, GivesTheAnswersOfItsTool) {
 INSTANTIATE_TEST_SUITE_P(Documents, RealDocument,
                          testing::Values("rattle-regression-iris", "rattle-regression-ozone", "sklearn-linear-housing",
                                          "rattle-tree-iris", "rattle-tree-audit", "knime-tree-iris"),
-                         TestName);
+                         NameOfFile{});
 
 class OwnDocument : public testing::TestWithParam<const char*> {};
 
@@ -79,6 +74,6 @@ TEST_P(OwnDocument, GivesTheAnswersComputedApart) {
 INSTANTIATE_TEST_SUITE_P(Documents, OwnDocument,
                          testing::Values("grain-multinomial", "dough-linear", "stall-scaled", "mushroom-surrogates",
                                          "parcel-sets", "apple-binary"),
-                         TestName);
+                         NameOfFile{});
 
 } // namespace

@@ -17,14 +17,6 @@ namespace {
 const Case kComplete = {{"x", "2"}, {"z", "3"}, {"c", "a"}};
 constexpr double kCompleteAnswer = 1 + 3 * 4 + 4 + 5 * 6;
 
-/// The small regression with other attributes of the schema's field x.
-std::string WithTreatment(const std::string& attributes) {
-    return Replaced(kSmallRegression,
-                    "outliers='asIs' lowValue='1' highValue='50' missingValueTreatment='asIs' "
-                    "invalidValueTreatment='returnInvalid'",
-                    attributes);
-}
-
 double AnswerOf(const std::string& document, const std::string& field, const std::string& text) {
     Scored scored(document);
     Case row = kComplete;

@@ -1,6 +1,8 @@
 #ifndef VELTRANE_TESTS_MODELS_SMALL_DOCUMENTS_H
 #define VELTRANE_TESTS_MODELS_SMALL_DOCUMENTS_H
 
+#include "models/kit/scoring.h"
+
 #include <string>
 
 /// Documents that tests change at one place with Replaced.
@@ -31,6 +33,14 @@ inline const std::string kSmallRegression = R"(<PMML version='4.3'><Header/>
   <PredictorTerm name='xz' coefficient='5'><FieldRef field='x'/><FieldRef field='z'/></PredictorTerm>
  </RegressionTable>
 </RegressionModel></PMML>)";
+
+/// It with other attributes of the schema's field x.
+inline std::string WithTreatment(const std::string& attributes) {
+    return Replaced(kSmallRegression,
+                    "outliers='asIs' lowValue='1' highValue='50' missingValueTreatment='asIs' "
+                    "invalidValueTreatment='returnInvalid'",
+                    attributes);
+}
 
 /// A classification of two categories by one number: P(yes) is the logistic function of x.
 inline const std::string kSmallClassification = R"(<PMML version='4.3'><Header/>

@@ -47,13 +47,6 @@ std::string ReasonOf(const std::string& document, const Case& values) {
     return TextOf(status, scored.Model());
 }
 
-std::string WithTreatment(const std::string& attributes) {
-    return Replaced(kSmallRegression,
-                    "outliers='asIs' lowValue='1' highValue='50' missingValueTreatment='asIs' "
-                    "invalidValueTreatment='returnInvalid'",
-                    attributes);
-}
-
 TEST(UnscoredReason, IsNotTold) {
     EXPECT_EQ(ReasonOf(kSmallRegression, {{"x", "2"}, {"z", "3"}, {"c", "a"}}), "not told");
     EXPECT_EQ(UnscoredReason::ReadFrom(MCScore::MCStatus(kNoPrediction, false)).kind, UnscoredReason::NOT_TOLD);

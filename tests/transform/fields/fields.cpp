@@ -20,6 +20,12 @@ std::string Digits(double number) {
 
 } // namespace
 
+std::string Shown(const TransformVar& field) {
+    std::ostringstream out;
+    field.Display(out);
+    return out.str();
+}
+
 std::string Written(const ScoreValue* value) {
     if (value == nullptr) {
         return "null";

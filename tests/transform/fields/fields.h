@@ -37,6 +37,9 @@ inline ScoreValue* Txt(const std::string& text) {
 /// A value as one text: its kind, then its content. "null" for none.
 std::string Written(const ScoreValue* value);
 
+/// What Display writes of a field.
+std::string Shown(const TransformVar& field);
+
 class DerivedFields : public ::testing::Test {
 protected:
     /// An input field in the data dictionary, and its value in the record unless that is null.

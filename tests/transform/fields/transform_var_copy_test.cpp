@@ -3,17 +3,9 @@
 
 #include <MCVeltrane_900/MapValues.h>
 
-#include <sstream>
-
 using namespace veltrane::tests;
 
 namespace {
-
-std::string Shown(const TransformVar& field) {
-    std::ostringstream out;
-    field.Display(out);
-    return out.str();
-}
 
 /// Both ways to a copy: the copy constructor, which Clone() uses, and assignment to a field that was new.
 class TransformVarCopy : public DerivedFields, public ::testing::WithParamInterface<bool> {

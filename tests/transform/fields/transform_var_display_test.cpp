@@ -7,12 +7,6 @@ using namespace veltrane::tests;
 
 namespace {
 
-std::string Shown(const TransformVar& field) {
-    std::ostringstream out;
-    field.Display(out);
-    return out.str();
-}
-
 /// What a field without content shows, by the text of its expression, with `more` ahead of the end.
 std::string Framed(const TransformVar& field, const std::string& more) {
     std::ostringstream out;

@@ -13,10 +13,6 @@ namespace {
 
 const char* const kX = "<FieldRef field='x'/>";
 
-std::string Apply(const std::string& function, const std::string& arguments) {
-    return "<Apply function='" + function + "'>" + arguments + "</Apply>";
-}
-
 class RefusedApply : public testing::TestWithParam<Fault> {};
 
 TEST_P(RefusedApply, EndsInItsMessage) {

@@ -14,10 +14,6 @@ namespace {
 
 const char* const kFfd = "\xEF\xBF\xBD"; // the replacement character
 
-std::string Apply(const std::string& function, const std::string& arguments) {
-    return "<Apply function='" + function + "'>" + arguments + "</Apply>";
-}
-
 const std::string kT = "<FieldRef field='t'/>";
 const std::string kS = "<FieldRef field='s'/>";
 

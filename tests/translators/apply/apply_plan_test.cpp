@@ -21,10 +21,6 @@ const char* const kY = "<FieldRef field='y'/>";
 const char* const kOne = "<Constant>1</Constant>";
 const char* const kTwo = "<Constant>2</Constant>";
 
-std::string Apply(const std::string& function, const std::string& arguments) {
-    return "<Apply function='" + function + "'>" + arguments + "</Apply>";
-}
-
 std::string Numbers(double x, double y, DerivedFields& fields) {
     const auto text = [](double number) {
         return NumericValue::IsSystemMissingValue(number) ? std::string() : std::to_string(number);

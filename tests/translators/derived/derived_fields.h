@@ -57,6 +57,11 @@ private:
 /// One DerivedField with this content; attributes such as "optype='continuous' dataType='double'".
 std::string DerivedField(const std::string& name, const std::string& attributes, const std::string& content);
 
+/// An Apply of a function to these arguments.
+inline std::string Apply(const std::string& function, const std::string& arguments) {
+    return "<Apply function='" + function + "'>" + arguments + "</Apply>";
+}
+
 /// The two usual kinds of field, named "z".
 std::string NumericField(const std::string& content);
 std::string TextField(const std::string& content);

@@ -1,4 +1,5 @@
 #include "support/folders.h"
+#include "support/rows.h"
 #include "translators/derived/derived_fields.h"
 
 #include <MCVeltrane_900/NumericValue.h>
@@ -115,16 +116,10 @@ TEST_P(DerivedSample, GivesTheExpectedValues) {
     ExpectSample(fs::path(SamplesFolder()) / GetParam());
 }
 
-std::string TestName(const testing::TestParamInfo<const char*>& info) {
-    std::string name = info.param;
-    std::replace(name.begin(), name.end(), '-', '_');
-    return name;
-}
-
 INSTANTIATE_TEST_SUITE_P(Expressions, DerivedSample,
                          testing::Values("constants", "field-references", "norm-continuous", "norm-discrete",
                                          "discretize", "map-values", "lag", "chain"),
-                         TestName);
+                         NameOfFile{});
 
 class ToolDocument : public testing::TestWithParam<const char*> {};
 
@@ -136,7 +131,7 @@ TEST_P(ToolDocument, GivesTheKnownAnswers) {
     ExpectSample(cases / GetParam());
 }
 
-INSTANTIATE_TEST_SUITE_P(Documents, ToolDocument, testing::Values("iris-scale", "ozone-scale"), TestName);
+INSTANTIATE_TEST_SUITE_P(Documents, ToolDocument, testing::Values("iris-scale", "ozone-scale"), NameOfFile{});
 
 class OwnDocument : public testing::TestWithParam<const char*> {};
 
@@ -145,7 +140,7 @@ TEST_P(OwnDocument, GivesTheAnswersComputedApart) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, OwnDocument, testing::Values("grain-scale", "tide-minmax", "stall-components"),
-                         TestName);
+                         NameOfFile{});
 
 } // namespace
 } // namespace veltrane::tests

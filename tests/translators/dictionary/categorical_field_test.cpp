@@ -10,10 +10,6 @@ using Texts = std::vector<std::string>;
 
 constexpr const char* kString = "dataType='string'";
 
-std::string Extension(const std::string& name, const std::string& value) {
-    return "<Extension name='" + name + "' value='" + value + "'/>";
-}
-
 class CategoricalField : public DictionaryReading {};
 
 TEST_F(CategoricalField, ValuesBecomeLabelsInOrder) {

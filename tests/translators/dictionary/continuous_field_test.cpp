@@ -6,10 +6,6 @@ using namespace veltrane::tests;
 
 using Texts = std::vector<std::string>;
 
-std::string Extension(const std::string& name, const std::string& value) {
-    return "<Extension name='" + name + "' value='" + value + "'/>";
-}
-
 std::string Valid(const std::string& value) {
     return "<Value property='valid' value='" + value + "'/>";
 }

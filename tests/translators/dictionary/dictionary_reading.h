@@ -49,6 +49,10 @@ private:
 std::string Categorical(const std::string& children, const std::string& attributes = "");
 std::string Continuous(const std::string& children, const std::string& attributes = "");
 
+inline std::string Extension(const std::string& name, const std::string& value) {
+    return "<Extension name='" + name + "' value='" + value + "'/>";
+}
+
 } // namespace veltrane::tests
 
 #endif
