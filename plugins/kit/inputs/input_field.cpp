@@ -9,15 +9,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace veltrane_kit {
 
 using namespace MCVeltrane_900;
 
 namespace {
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 ScoreValue::ValueType KindOf(const ScoreDictVar& var) {
     switch (var.GetVarType()) {

@@ -2,8 +2,6 @@
 
 #include "kit/document/raise.h"
 
-#include <limits>
-
 namespace veltrane_kit {
 
 namespace {
@@ -21,7 +19,6 @@ constexpr Word<Closure> kClosures[] = {
 };
 
 ValidInterval ReadInterval(const Element& element) {
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
     if (!element.Has(u"leftMargin") && !element.Has(u"rightMargin")) {
         Raise<Message::REQUIRES_ONE_OF>("rightMargin", "leftMargin");
     }

@@ -3,11 +3,15 @@
 
 #include "kit/document/element.h"
 
+#include <limits>
 #include <map>
 #include <string>
 #include <vector>
 
 namespace veltrane_kit {
+
+/// The bound of a range that has none.
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 /// A range of numbers, each end open or closed.
 struct ValidInterval {
