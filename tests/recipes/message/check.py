@@ -20,7 +20,7 @@ def complaint(command, n):
 def main():
     command = sys.argv[1]
     page = pathlib.Path("docs/messages.md").read_text(encoding="utf-8")
-    holds = [f"error 260307: {MESSAGE}" in complaint(command, 1000001), complaint(command, 1000000) == "", "260307" in page]
+    holds = [f"error 260324: {MESSAGE}" in complaint(command, 1000001), complaint(command, 1000000) == "", "260324" in page]
     print(holds)
     return 0 if all(holds) else 1
 
