@@ -66,6 +66,7 @@ ModelParts ModelTranslator::ReadParts(const Element& root, const Element& model)
     if (target.empty()) {
         own = TakeOwnTarget(model, parts.IsClassification(), *this);
     }
+    const bool isListed = !target.empty() && ListsValues(*parts.dictionary->GetVar(target));
     const Element targets = model.Child(u"Targets");
     HandleTargets(targets ? targets.Dom() : nullptr, parts.dictionary.get());
     parts.derived.reset(HandleTransformationDictionary(completed.derivedFields.Dom(), parts.dictionary.get()));
@@ -77,7 +78,7 @@ ModelParts ModelTranslator::ReadParts(const Element& root, const Element& model)
     if (target.empty()) {
         parts.target = std::make_unique<Target>(std::move(own));
     } else {
-        parts.target = std::make_unique<Target>(target, *parts.dictionary->GetVar(target));
+        parts.target = std::make_unique<Target>(target, *parts.dictionary->GetVar(target), isListed);
         parts.target->Read(FindTarget(model, target));
     }
     return parts;

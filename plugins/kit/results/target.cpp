@@ -122,6 +122,11 @@ void PrepareTargets(const Element& model, bool classification, ScoreDictionary& 
     }
 }
 
+bool ListsValues(const ScoreDictVar& var) {
+    const ScoreValueLabelSet* labels = var.GetValueLabels();
+    return labels != nullptr && labels->Size() > 0;
+}
+
 Element FindTarget(const Element& model, const std::string& field) {
     const Element targets = model.Child(u"Targets");
     if (!targets) {
@@ -135,9 +140,9 @@ Element FindTarget(const Element& model, const std::string& field) {
     return {};
 }
 
-Target::Target(std::string name, const ScoreDictVar& var) : fName(std::move(name)), fVar(&var), fCategories(*fVar) {
+Target::Target(std::string name, const ScoreDictVar& var, bool isListed)
+    : fName(std::move(name)), fVar(&var), fCategories(*fVar), fIsListed(isListed) {
     AddListed();
-    fIsListed = CategoryCount() > 0;
 }
 
 Target::Target(OwnTarget own) : fOwn(std::move(own.var)), fVar(fOwn.get()), fCategories(*fVar) {
@@ -223,13 +228,14 @@ double Target::Adjust(double number) const {
         number = std::min(number, *fMax);
     }
     number = number * fFactor + fConstant;
+    // There is one zero among the whole numbers.
     switch (fCast) {
     case Cast::ROUND:
-        return RoundUp(number);
+        return RoundUp(number) + 0.0;
     case Cast::CEILING:
-        return std::ceil(number);
+        return std::ceil(number) + 0.0;
     case Cast::FLOOR:
-        return std::floor(number);
+        return std::floor(number) + 0.0;
     default:
         return number;
     }

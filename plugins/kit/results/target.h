@@ -35,6 +35,10 @@ OwnTarget TakeOwnTarget(const Element& model, bool classification, MCVeltrane_90
 /// @throws VTException 260153 for a level that the field's type doesn't have
 void PrepareTargets(const Element& model, bool classification, MCVeltrane_900::ScoreDictionary& dictionary);
 
+/// Whether a field lists its values. To be asked before Targets is read into the dictionary, which adds those that a
+/// Target has something to say of: they need not be all.
+bool ListsValues(const MCVeltrane_900::ScoreDictVar& var);
+
 /// The Target of a field, or no element.
 Element FindTarget(const Element& model, const std::string& field);
 
@@ -43,9 +47,10 @@ Element FindTarget(const Element& model, const std::string& field);
 class Target {
 public:
     /// A field of the document.
-    /// @param name the target's name
-    /// @param var  the target in the data dictionary, when Targets has been read into it; borrowed
-    Target(std::string name, const MCVeltrane_900::ScoreDictVar& var);
+    /// @param name     the target's name
+    /// @param var      the target in the data dictionary, when Targets has been read into it; borrowed
+    /// @param isListed whether the dictionary lists its categories, so that there are no others
+    Target(std::string name, const MCVeltrane_900::ScoreDictVar& var, bool isListed);
 
     /// The target of a model whose document has no field for it; its name is empty.
     explicit Target(OwnTarget own);

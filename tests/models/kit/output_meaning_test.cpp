@@ -315,6 +315,21 @@ TEST(DefaultValue, IsTheFirstThatThereIs) {
     EXPECT_EQ(scored.Number(), 7);
 }
 
+// Only the dictionary lists all categories of a field.
+TEST(TargetValues, NeedNotBeAllCategories) {
+    const std::string document = Shares(Field("feature='predictedDisplayValue'"),
+                                        "<Targets><Target field='t'><TargetValue value='d' displayValue='the last' "
+                                        "priorProbability='0.5'/></Target></Targets>");
+    const std::string listed =
+        "<Value value='a' displayValue='A'/><Value value='b'/><Value value='c'/><Value value='d'/>";
+    Scored scored(Replaced(document, listed, ""));
+    scored.Score({{"x", "1"}});
+    EXPECT_EQ(scored.Text("v"), "a");
+    scored.Score({{"x", "-1"}});
+    EXPECT_EQ(scored.Text(), "d");
+    EXPECT_EQ(scored.Text("v"), "the last");
+}
+
 TEST(TargetLevel, OverridesThatOfTheField) {
     const std::string document =
         Number(Field(""), "<Targets><Target field='y' optype='continuous' rescaleFactor='2'/></Targets>",

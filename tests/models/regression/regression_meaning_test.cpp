@@ -111,6 +111,18 @@ constexpr Rounded kRounded[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Numbers, RoundedTarget, testing::ValuesIn(kRounded), NameOfRow());
 
+TEST(RoundedTargetSign, AWholeNumberIsNeverMinusZero) {
+    for (const char* cast : {"round", "ceiling", "floor"}) {
+        Scored scored(
+            Replaced(Regression("none", "<NumericPredictor name='x' coefficient='1'/>"), "</MiningSchema>",
+                     "</MiningSchema><Targets><Target field='t' castInteger='" + std::string(cast) + "'/></Targets>"));
+        for (const char* x : {"-0.25", "-0.0", "0"}) {
+            scored.Score({{"x", x}});
+            EXPECT_TRUE(scored.Number() != 0 || !std::signbit(scored.Number())) << cast << " of " << x;
+        }
+    }
+}
+
 TEST(RegressionTerm, AReferenceMapsItsMissingValue) {
     const auto term = [](const std::string& attribute) {
         return Regression("none", "<PredictorTerm coefficient='2'><FieldRef field='x'/><FieldRef field='z'" +
