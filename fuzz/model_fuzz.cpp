@@ -1,5 +1,6 @@
 // Any bytes as a document of a model: they end in a catalogued failure, or in a model that scores cases of every kind,
 // shows itself and is freed whole.
+#include "kit/model/transformations.h"
 #include "kit/model/verification.h"
 #include "run.h"
 
@@ -51,6 +52,21 @@ void ScoreCases(ScoreModel& model) {
     model.Display(text);
 }
 
+/// The derived fields of a document that the factory has accepted, by themselves.
+void Transform(const std::string& document) {
+    std::istringstream in(document);
+    const std::unique_ptr<veltrane_kit::Transformations> transformations =
+        veltrane_kit::Transformations::Read(in, "UTF-8");
+    for (std::size_t round = 0; transformations != nullptr && round <= kKinds; ++round) {
+        CaseRecord record;
+        std::size_t at = round;
+        for (const ScoreDictVar* field : transformations->Dictionary().GetScoreDictVars()) {
+            record.Add(field->GetName(), round == kKinds ? nullptr : MakeValue(*field, at++ % kKinds));
+        }
+        transformations->Compute(record);
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -63,6 +79,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             ScoreCases(*model);
             std::istringstream again(document);
             veltrane_kit::ReadVerification(again, kNames, "UTF-8");
+            Transform(document);
         }
     });
     return 0;

@@ -29,7 +29,7 @@ const XMLCh* FieldAttribute(const Element& predictor) {
 int RequireNumericSlot(const Element& element, const XMLCh* attribute, Inputs& inputs) {
     const int slot = inputs.RequireSlot(element, attribute);
     if (!inputs.IsNumeric(slot)) {
-        Raise<Message::REQUIRES_NUMERIC>(inputs.Var(slot).GetName());
+        Raise<Message::REQUIRES_NUMERIC>(inputs.NameOf(slot));
     }
     return slot;
 }
@@ -75,7 +75,7 @@ void RegressionTable::ReadNumeric(const Element& element, Inputs& inputs, Known&
     const NumericPredictor predictor{RequireNumericSlot(element, FieldAttribute(element), inputs),
                                      ReadExponent(element), element.Number(u"coefficient")};
     if (!known.numeric.insert({predictor.slot, predictor.exponent}).second) {
-        Raise<Message::DUPLICATE_DEFINITION>(element.Tag(), inputs.Var(predictor.slot).GetName(), "RegressionTable");
+        Raise<Message::DUPLICATE_DEFINITION>(element.Tag(), inputs.NameOf(predictor.slot), "RegressionTable");
     }
     fNumeric.push_back(predictor);
 }

@@ -1,24 +1,17 @@
 #include "condition_reader.h"
 
 #include "kit/document/raise.h"
-#include "kit/inputs/dictionary_completion.h"
 
-#include <MCVeltrane_900/ScoreValueLabel.h>
-#include <MCVeltrane_900/ScoreValueLabelSet.h>
-
-#include <charconv>
-#include <memory>
 #include <utility>
 
 namespace veltrane_tree {
 
-using MCVeltrane_900::ScoreDictVar;
-using MCVeltrane_900::ScoreValue;
-using veltrane_kit::Categories;
+using veltrane_kit::DataType;
 using veltrane_kit::Element;
 using veltrane_kit::Message;
 using veltrane_kit::Raise;
-using veltrane_kit::TruthOf;
+using veltrane_kit::Value;
+using veltrane_kit::ValueCodes;
 using veltrane_kit::Word;
 
 namespace {
@@ -47,34 +40,6 @@ constexpr Word<Test> kCompoundOperators[] = {
 Test OfPlaces(Test test) {
     const int distance = static_cast<int>(Test::PLACE_LESS) - static_cast<int>(Test::LESS);
     return static_cast<Test>(static_cast<int>(test) + distance);
-}
-
-/// Whether a field has an order of its own: that of the values that it lists.
-bool HasOrder(const ScoreDictVar& var) {
-    return var.GetMLevel() == ScoreDictVar::LEVEL_ORDINAL && var.GetVarType() != ScoreDictVar::DATETIME_VAR &&
-           var.GetNumberOfCats() > 0;
-}
-
-/// The text of a listed value, with all its digits.
-std::string ListedText(const ScoreValue& value) {
-    if (value.GetType() == ScoreValue::STRING_VALUE) {
-        return value.GetString();
-    }
-    char digits[32];
-    return std::string(digits, std::to_chars(digits, digits + sizeof(digits), value.GetDouble()).ptr);
-}
-
-bool Holds(Test test, double x, double operand) {
-    switch (test) {
-    case Test::LESS:
-        return x < operand;
-    case Test::LESS_OR_EQUAL:
-        return x <= operand;
-    case Test::GREATER:
-        return x > operand;
-    default:
-        return x >= operand;
-    }
 }
 
 Condition OnSlot(Test test, int slot) {
@@ -118,10 +83,7 @@ Condition ConditionReader::ReadSimple(const Element& element) {
         return OnSlot(test, slot);
     }
     const bool isOrder = test != Test::EQUAL && test != Test::NOT_EQUAL;
-    if (isOrder && fInputs.IsBoolean(slot) && !TruthTexts(slot).empty()) {
-        return CompareTruth(element, slot, test);
-    }
-    if (isOrder && HasOrder(fInputs.Var(slot))) {
+    if (isOrder && HasOrder(slot)) {
         return ComparePlace(element, slot, test);
     }
     if (fInputs.IsNumeric(slot)) {
@@ -139,7 +101,7 @@ Condition ConditionReader::ReadSimple(const Element& element) {
 /// The slot of the field. One with an order gets its codes before a condition mentions a single value.
 int ConditionReader::RequireSlot(const Element& element) {
     const int slot = fInputs.RequireSlot(element, u"field");
-    if (HasOrder(fInputs.Var(slot)) && fListed.count(slot) == 0) {
+    if (HasOrder(slot) && fListed.count(slot) == 0) {
         fListed.emplace(slot, LearnListed(slot));
     }
     return slot;
@@ -149,42 +111,6 @@ Condition ConditionReader::CompareNumber(const Element& element, int slot, Test 
     Condition condition = OnSlot(test, slot);
     condition.number = ReadNumber(element, slot);
     return condition;
-}
-
-/// The order of truth values: false is below true, and a number lies where 0 and 1 put it. It holds for the texts of
-/// the field that it holds for as numbers; other texts are neither below nor above.
-Condition ConditionReader::CompareTruth(const Element& element, int slot, Test test) {
-    double operand = 0.0;
-    if (const auto truth = TruthOf(element.AnyText(kValue))) {
-        operand = *truth;
-    } else if (!veltrane_kit::ReadNumber(element.Raw(kValue), operand)) {
-        element.RaiseInvalid(kValue);
-    }
-    std::vector<int> codes;
-    for (const std::string& text : TruthTexts(slot)) {
-        if (Holds(test, *TruthOf(text), operand)) {
-            codes.push_back(fInputs.CategoryOf(slot, text));
-        }
-    }
-    Condition condition = OnSlot(test, slot);
-    fConditions.SetCategories(condition, codes, true);
-    return condition;
-}
-
-/// The spellings of a truth value that a boolean field can hold: those that it lists, or all where it lists nothing.
-std::vector<std::string> ConditionReader::TruthTexts(int slot) const {
-    const auto* labels = fInputs.Var(slot).GetValueLabels();
-    if (labels == nullptr || labels->Size() == 0) {
-        return {"true", "false", "TRUE", "FALSE", "True", "False", "1", "0"};
-    }
-    std::vector<std::string> texts;
-    for (const auto* label : labels->GetAllValueLabels()) {
-        const std::string text = label->GetValue()->GetString();
-        if (TruthOf(text)) {
-            texts.push_back(text);
-        }
-    }
-    return texts;
 }
 
 /// @throws VTException 260153 for a value that the field doesn't list: it has no place in the order
@@ -200,35 +126,35 @@ Condition ConditionReader::ComparePlace(const Element& element, int slot, Test t
 
 double ConditionReader::ReadNumber(const Element& element, int slot) {
     double number = 0.0;
-    if (fInputs.Var(slot).GetVarType() == ScoreDictVar::kNUMERIC_VAR &&
-        veltrane_kit::ReadNumber(element.Raw(kValue), number)) {
-        return number;
-    }
     if (!NumberOf(slot, element.AnyText(kValue), number)) {
         element.RaiseInvalid(kValue);
     }
     return number;
 }
 
-/// What a document writes for a number or a date-time; a boolean is 1 or 0.
+/// What a document writes for a value of the field. Numbers lie anywhere, also between those of an integer field and
+/// between false and true.
 bool ConditionReader::NumberOf(int slot, const std::string& text, double& number) const {
-    const ScoreDictVar& var = fInputs.Var(slot);
-    const std::unique_ptr<ScoreValue> value(veltrane_kit::MakeValue(var, text));
-    if (value != nullptr) {
-        number = value->GetDouble();
-        return true;
+    const DataType type = fInputs.Type(slot);
+    Value value = veltrane_kit::IsNumber(type) ? Value() : fInputs.ValueIn(slot, text);
+    if (value.isMissing && !veltrane_kit::IsMoment(type)) {
+        value = veltrane_kit::ReadValue(text, DataType::DOUBLE);
     }
-    number = text == "true" ? 1.0 : 0.0;
-    return var.GetVarType() == ScoreDictVar::kNUMERIC_VAR && (text == "true" || text == "false");
+    number = value.number;
+    return !value.isMissing;
+}
+
+/// Whether a field has an order of its own: that of the values that it lists.
+bool ConditionReader::HasOrder(int slot) {
+    return !fInputs.Listed(slot).empty();
 }
 
 /// Gives the values that a field lists the first codes, in their order.
 /// @return how many there are
 int ConditionReader::LearnListed(int slot) {
-    const auto* labels = fInputs.Var(slot).GetValueLabels();
     int listed = 0;
-    for (const auto* label : labels->GetAllValueLabels()) {
-        const int code = fInputs.CategoryOf(slot, ListedText(*label->GetValue()));
+    for (const Value& value : fInputs.Listed(slot)) {
+        const int code = fInputs.CategoryOf(slot, value);
         listed = code >= listed ? code + 1 : listed;
     }
     return listed;
@@ -243,8 +169,8 @@ Condition ConditionReader::ReadSet(const Element& element) {
     std::vector<int> codes;
     for (const std::string& item : fTranslator.GetArrayElements(array.Dom(), array.Raw(u"type"), nullptr)) {
         double number = 0.0;
-        const int code = isNumeric ? Categories::kUnknown : fInputs.CategoryOf(slot, item);
-        if (isNumeric ? !NumberOf(slot, item, number) : code == Categories::kUnknown) {
+        const int code = isNumeric ? ValueCodes::kUnknown : fInputs.CategoryOf(slot, item);
+        if (isNumeric ? !NumberOf(slot, item, number) : code == ValueCodes::kUnknown) {
             Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(item, array.Tag(), element.Tag());
         }
         numbers.push_back(number);

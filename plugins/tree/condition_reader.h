@@ -36,11 +36,10 @@ private:
     Condition ReadCompound(const veltrane_kit::Element& element);
     int RequireSlot(const veltrane_kit::Element& element);
     Condition CompareNumber(const veltrane_kit::Element& element, int slot, Test test);
-    Condition CompareTruth(const veltrane_kit::Element& element, int slot, Test test);
-    std::vector<std::string> TruthTexts(int slot) const;
     Condition ComparePlace(const veltrane_kit::Element& element, int slot, Test test);
     double ReadNumber(const veltrane_kit::Element& element, int slot);
     bool NumberOf(int slot, const std::string& text, double& number) const;
+    bool HasOrder(int slot);
     int LearnListed(int slot);
 
     Conditions& fConditions;

@@ -1,15 +1,19 @@
 #include "kit/inputs/dictionary_completion.h"
 
+#include "kit/values/values.h"
+
+#include <MCVeltrane_900/ScoreDictVar.h>
+
 #include <xercesc/dom/DOMDocument.hpp>
 
+#include <set>
 #include <string>
 
 namespace veltrane_kit {
 
-namespace {
+using MCVeltrane_900::ScoreDictVar;
 
-/// An attribute that no document has, left on boolean fields for the expressions that refer to them.
-constexpr const XMLCh* kBooleanMark = u"veltrane-boolean";
+namespace {
 
 void Remove(const Element& element) {
     element.Dom()->getParentNode()->removeChild(element.Dom())->release();
@@ -26,6 +30,10 @@ void AddValue(const Element& field, const XMLCh* value, const XMLCh* property) {
 
 bool IsContinuous(const Element& field) {
     return Same(field.Raw(u"optype"), u"continuous");
+}
+
+bool HoldsText(const Element& field) {
+    return Same(field.Raw(u"dataType"), u"string") || Same(field.Raw(u"x-storageType"), u"string");
 }
 
 bool HasValue(const Element& field, const XMLCh* value) {
@@ -47,11 +55,10 @@ bool ListsValues(const Element& field) {
 }
 
 void CompleteBoolean(const Element& field) {
-    if (!IsBoolean(field)) {
+    if (!Same(field.Raw(u"dataType"), u"boolean")) {
         return;
     }
     field.Dom()->setAttribute(u"dataType", u"string");
-    MarkBoolean(field);
     if (IsContinuous(field)) {
         field.Dom()->setAttribute(u"optype", u"categorical");
     }
@@ -61,49 +68,61 @@ void CompleteBoolean(const Element& field) {
     }
 }
 
-/// Takes the intervals and the invalid values out of a field, which the dictionary would make missing values of.
-void DropValidity(const Element& field) {
+/// Writes the number of a Value in a way that everybody reads.
+/// @return false for one that is no number
+bool PlainNumber(const Element& value) {
+    const std::optional<double> number = NumberIn(Narrow(value.Raw(u"value")));
+    if (!number || !std::isfinite(*number)) {
+        return false;
+    }
+    std::string buffer;
+    value.Dom()->setAttribute(u"value",
+                              Widen(std::string(TextOf(MakeNumber(*number, DataType::DOUBLE), buffer))).c_str());
+    return true;
+}
+
+std::u16string WithoutTrailingBlanks(std::u16string text) {
+    while (!text.empty() && text.back() == u' ') {
+        text.pop_back();
+    }
+    return text;
+}
+
+bool IsKept(const Element& field, const Element& value, std::set<std::u16string>& seen) {
+    const bool isMissing = Same(value.Raw(u"property"), u"missing");
+    if (Same(value.Raw(u"property"), u"invalid") || (!HoldsText(field) && isMissing)) {
+        return false;
+    }
+    const std::optional<DataType> type = DataTypeOf(field.Raw(u"dataType"));
+    if (type && (IsMoment(*type) || IsCounting(*type))) {
+        return false;
+    }
+    if (!HoldsText(field) && !PlainNumber(value)) {
+        return false;
+    }
+    return seen.insert(WithoutTrailingBlanks(value.Raw(u"value"))).second;
+}
+
+void DropOthers(const Element& field) {
+    std::set<std::u16string> seen;
     for (Element child = field.FirstChild(); child;) {
         const Element next = child.NextSibling();
-        const bool isInterval = child.Is(u"Interval") && IsContinuous(field);
-        if (isInterval || (child.Is(u"Value") && Same(child.Raw(u"property"), u"invalid"))) {
+        if ((child.Is(u"Interval") && IsContinuous(field)) || (child.Is(u"Value") && !IsKept(field, child, seen))) {
             Remove(child);
         }
         child = next;
     }
 }
 
+const XMLCh* LevelWord(ScoreDictVar::MeasureLevel level) {
+    return level == ScoreDictVar::LEVEL_CONTINUOUS ? u"continuous"
+           : level == ScoreDictVar::LEVEL_ORDINAL  ? u"ordinal"
+                                                   : u"categorical";
+}
+
 } // namespace
 
-bool IsBoolean(const Element& element) {
-    return Same(element.Raw(u"dataType"), u"boolean");
-}
-
-bool IsCompletedBoolean(const Element& field) {
-    return field.Has(kBooleanMark);
-}
-
-void MarkBoolean(const Element& field) {
-    field.Dom()->setAttribute(kBooleanMark, u"true");
-}
-
-std::optional<double> TruthOf(const std::string& text) {
-    std::string word = text;
-    for (char& c : word) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    if (word == "true" || word == "1") {
-        return 1.0;
-    }
-    return word == "false" || word == "0" ? std::optional<double>(0.0) : std::nullopt;
-}
-
-bool HoldsText(const Element& field) {
-    return Same(field.Raw(u"dataType"), u"string") || Same(field.Raw(u"x-storageType"), u"string");
-}
-
-DeclaredValidities CompleteDictionary(const Element& dictionary) {
-    DeclaredValidities validities;
+void CompleteDictionary(const Element& dictionary) {
     int count = 0;
     for (Element child = dictionary.FirstChild(); child;) {
         const Element next = child.NextSibling();
@@ -112,8 +131,7 @@ DeclaredValidities CompleteDictionary(const Element& dictionary) {
         } else if (child.Is(u"DataField")) {
             ++count;
             CompleteBoolean(child);
-            validities[child.TextOr(u"name", "")] = ReadValidity(child);
-            DropValidity(child);
+            DropOthers(child);
             if (HoldsText(child) && !IsContinuous(child) && !HasValue(child, u"")) {
                 AddValue(child, u"", u"missing");
             }
@@ -123,7 +141,24 @@ DeclaredValidities CompleteDictionary(const Element& dictionary) {
     if (!dictionary.Has(u"numberOfFields")) {
         dictionary.Dom()->setAttribute(u"numberOfFields", Widen(std::to_string(count)).c_str());
     }
-    return validities;
+}
+
+void CompleteTargets(const Element& model, const std::string& name, const MCVeltrane_900::ScoreDictionary& dictionary) {
+    const Element targets = model.Child(u"Targets");
+    if (!targets) {
+        return;
+    }
+    for (const Element target : targets.Children()) {
+        const std::string field = target.TextOr(u"field", name);
+        const ScoreDictVar* var = target.Is(u"Target") && !field.empty() ? dictionary.GetVar(field) : nullptr;
+        if (var == nullptr) {
+            continue;
+        }
+        if (!target.Has(u"field")) {
+            target.Dom()->setAttribute(u"field", Widen(field).c_str());
+        }
+        target.Dom()->setAttribute(u"optype", LevelWord(var->GetMLevel()));
+    }
 }
 
 } // namespace veltrane_kit

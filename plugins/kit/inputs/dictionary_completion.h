@@ -2,29 +2,26 @@
 #define VELTRANE_PLUGINS_KIT_DICTIONARY_COMPLETION_H
 
 #include "kit/document/element.h"
-#include "kit/inputs/validity.h"
 
-#include <optional>
-#include <string>
+#include <MCVeltrane_900/ScoreDictionary.h>
 
 namespace veltrane_kit {
 
-/// The part of Complete() that concerns the data dictionary.
-/// @return what the fields declare of their values, by name
-DeclaredValidities CompleteDictionary(const Element& dictionary);
+/// Completes a DataDictionary in place, so that the library's reader takes what producers of models write. What the
+/// fields say of their values has been read before (ReadDataFields); the library's dictionary tells hosts the names,
+/// the kinds and the categories:
+///
+/// - the number of fields, where there is none, and a Taxonomy is dropped;
+/// - boolean fields become texts with the categories "true" and "false";
+/// - the empty text becomes a missing value of text fields that don't list it;
+/// - intervals and invalid values are dropped, as the dictionary would take them for missing, and so are missing values
+///   of fields that hold no texts, values that aren't of the field's type, and those that come twice.
+void CompleteDictionary(const Element& dictionary);
 
-/// Whether a field or a constant is boolean by its type.
-bool IsBoolean(const Element& element);
-
-/// Whether a DataField or a DerivedField was boolean before it was completed to a text, and what marks it as one.
-bool IsCompletedBoolean(const Element& field);
-void MarkBoolean(const Element& field);
-
-/// The truth value that a text stands for, in any case of its letters: 1 for "true" and "1", 0 for "false" and "0".
-std::optional<double> TruthOf(const std::string& text);
-
-/// Whether the values of a DataField or DerivedField are texts.
-bool HoldsText(const Element& field);
+/// Gives each Target what documents leave to the mining schema and the dictionary: the name of the target field, and
+/// the level that its field has.
+/// @param name of the target field; empty for none
+void CompleteTargets(const Element& model, const std::string& name, const MCVeltrane_900::ScoreDictionary& dictionary);
 
 } // namespace veltrane_kit
 

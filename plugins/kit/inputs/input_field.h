@@ -1,47 +1,30 @@
 #ifndef VELTRANE_PLUGINS_KIT_INPUT_FIELD_H
 #define VELTRANE_PLUGINS_KIT_INPUT_FIELD_H
 
-#include "kit/document/categories.h"
-#include "kit/document/mining_schema.h"
-#include "kit/inputs/validity.h"
+#include "kit/inputs/data_field.h"
+#include "kit/inputs/mining_schema.h"
+#include "kit/inputs/value_codes.h"
 
-#include <MCVeltrane_900/NumericValue.h>
-
-#include <limits>
-#include <memory>
-#include <string>
-#include <vector>
+#include <MCVeltrane_900/ScoreValue.h>
 
 namespace veltrane_kit {
-
-/// What a model reads of one field for the case at hand. Borrowed until the next case.
-struct FieldValue {
-    static constexpr double kMissingNumber = -std::numeric_limits<double>::max();
-
-    const MCVeltrane_900::ScoreValue* value = nullptr; ///< null for a missing value
-    double number = kMissingNumber;      ///< of numbers and date-times; SYSMIS for a missing value and texts
-    int category = Categories::kUnknown; ///< code, in fields that the model asks codes of
-
-    bool IsMissing() const { return value == nullptr; }
-};
 
 /// One input field of a model and the treatment of its values: missing, invalid, outlying ones and their replacements.
 class InputField {
 public:
-    /// @param var      the field in the data dictionary, borrowed for the life of this object
-    /// @param schema   how the model uses it; null for a field that the schema doesn't treat
-    /// @param validity what the document declares; null for nothing
-    InputField(const MCVeltrane_900::ScoreDictVar& var, const MiningField* schema, const DeclaredValidity* validity);
+    /// @param field  as the document has it, borrowed for the life of this object
+    /// @param schema how the model uses it; null for a field that the schema doesn't treat
+    InputField(const DataField& field, const MiningField* schema);
 
-    const MCVeltrane_900::ScoreDictVar& Var() const { return *fVar; }
+    const DataField& Definition() const { return *fField; }
 
-    /// The code of a category that the model mentions, learned if need be. Cases have a code from the first call on.
-    int CategoryOf(const MCVeltrane_900::ScoreValue& category);
+    /// The code of a value that the model mentions, learned if need be. Cases have a code from the first call on.
+    int CodeOf(const Value& value);
 
     /// Reads a case's value and treats it.
     /// @param raw the value in the case; null for none
-    /// @return false for a value with which the case can't be scored; `field` is then of no use
-    bool Read(const MCVeltrane_900::ScoreValue* raw, FieldValue& field) const;
+    /// @return false for a value with which the case can't be scored; `value` is then missing
+    bool Read(const MCVeltrane_900::ScoreValue* raw, FieldValue& value) const;
 
     /// Whether a case lacks a value: none, a missing one, or what the field takes for that. Anything else is a value,
     /// allowed or not.
@@ -51,37 +34,29 @@ public:
     /// Whether a case without the field is the same as any with it: its only value stands in for a missing one.
     bool SaysNothing() const;
 
-    /// What derived fields find in the place of a missing value: never a value that they would take for a present one.
-    const MCVeltrane_900::ScoreValue* MissingPlaceholder() const { return fPlaceholder.get(); }
-
 private:
     /// A value that stands in for others, with what is known of it.
     struct StandIn {
-        std::unique_ptr<MCVeltrane_900::ScoreValue> value;
-        FieldValue field;
+        OwnedValue kept;
+        FieldValue value; ///< missing for none
     };
 
-    void DeclareValid(const DeclaredValidity& validity);
-    void SetStandIn(StandIn& standIn, const MCVeltrane_900::ScoreValue* value);
-    bool ReadNumber(const MCVeltrane_900::ScoreValue& raw, FieldValue& field) const;
-    bool ReadText(const MCVeltrane_900::ScoreValue& raw, FieldValue& field) const;
-    bool IsMissingNumber(const MCVeltrane_900::ScoreValue& raw, double number) const;
-    bool IsMissingText(const MCVeltrane_900::ScoreValue& raw, const std::string& text) const;
-    bool IsBlank(const std::string& text) const;
-    bool GiveMissing(FieldValue& field) const;
-    bool GiveInvalid(FieldValue& field, bool& goesOn) const;
-    bool IsAllowedNumber(double number, int category) const;
-    bool IsAllowedCategory(int category) const;
+    void SetStandIn(StandIn& standIn, const std::optional<std::string>& text);
+    void SetBound(StandIn& standIn, double bound);
+    void RenewCodes();
+    Value ValueOf(const MCVeltrane_900::ScoreValue* raw) const;
+    bool Treat(const MCVeltrane_900::ScoreValue* raw, FieldValue& value) const;
+    bool IsMissingValue(const Value& value, const MCVeltrane_900::ScoreValue* raw) const;
+    bool IsAllowed(const Value& value, int code) const;
+    bool GiveMissing(FieldValue& value) const;
+    bool GiveInvalid(FieldValue& value) const;
 
-    const MCVeltrane_900::ScoreDictVar* fVar;
-    MCVeltrane_900::ScoreValue::ValueType fKind;
-    Categories fCategories;
-    Categories fInvalid;
-    int fDeclaredCategories = 0; ///< codes below this are those that the document lists as valid
-    std::vector<ValidInterval> fIntervals;
-    bool fNeedsCategory = false;
-    bool fChecksNumbers = false; ///< whether the document says which numbers are allowed
-    bool fHasMissingSet = false;
+    const DataField* fField;
+    ValueCodes fCodes; ///< the valid values that the document lists come first
+    int fListed = 0;
+    bool fNeedsCode = false;
+    bool fChecksValues = false; ///< whether the document says which values are allowed
+    bool fHasMissing = false;   ///< whether it says which are missing
     bool fEmptyIsMissing = true;
     bool fMissingRefused = false;
     InvalidTreatment fInvalidTreatment = InvalidTreatment::AS_IS;
@@ -92,7 +67,6 @@ private:
     StandIn fInvalidReplacement;
     StandIn fLowest;
     StandIn fHighest;
-    std::unique_ptr<MCVeltrane_900::ScoreValue> fPlaceholder;
 };
 
 } // namespace veltrane_kit

@@ -1,10 +1,7 @@
 #include "kit/inputs/inputs.h"
 
 #include "kit/document/raise.h"
-
-#include <cmath>
-#include <limits>
-#include <utility>
+#include "kit/inputs/inputs_reason.h"
 
 namespace veltrane_kit {
 
@@ -18,118 +15,134 @@ constexpr bool kChecksLayout = false;
 constexpr bool kChecksLayout = true;
 #endif
 
-constexpr int kTargetPlace = std::numeric_limits<int>::max();
-
 } // namespace
 
-Inputs::Inputs(const MiningSchema& schema, const DeclaredValidities& validities, const ScoreDictionary& dictionary,
-               TransformationDictionary* derived)
-    : fDictionary(dictionary), fDerived(derived) {
+Inputs::Inputs(const MiningSchema& schema, const DataFields& fields, const ScoreDictionary& dictionary,
+               const std::string& encoding)
+    : fFields(fields), fDictionary(dictionary), fDerived(fLayout, *this) {
+    fLayout.encoding = encoding;
     for (const MiningField& field : schema.fields) {
         if (field.role == ScoreModel::ROLE_INPUT) {
-            fInputs.push_back(MakeSource(field.name, &field, validities));
-            fPlaces.push_back(static_cast<int>(fInputs.size()) - 1);
-            fSlots.emplace(field.name, fInputs.back().slot);
+            fPlaces.emplace(field.name, fInputs.size());
+            fInputs.push_back(MakeSource(field.name, &field));
+            fLevels.emplace(fInputs.back().slot, field.level);
             fNames.push_back(field.name);
         }
     }
     if (!schema.target.empty()) {
-        fTarget = MakeSource(schema.target, schema.Find(schema.target), validities);
-        fPlaces.push_back(kTargetPlace);
+        fTarget = MakeSource(schema.target, nullptr);
     }
 }
 
-Inputs::Source Inputs::MakeSource(const std::string& name, const MiningField* schema,
-                                  const DeclaredValidities& validities) {
+Inputs::~Inputs() = default;
+
+Inputs::Source Inputs::MakeSource(const std::string& name, const MiningField* schema) {
     Source source{};
     source.name = name;
-    source.var = fDictionary.GetVar(name);
-    const auto validity = validities.find(name);
-    source.field =
-        std::make_unique<InputField>(*source.var, schema, validity == validities.end() ? nullptr : &validity->second);
-    source.slot = static_cast<int>(fValues.size());
+    source.field = std::make_unique<InputField>(fFields.find(name)->second, schema);
+    source.slot = fLayout.AddField();
     source.position = -1;
-    source.recordPosition = fRecord.AddField(name);
-    fValues.emplace_back();
     return source;
 }
 
-int Inputs::Slot(const std::string& name) {
-    if (const auto found = fSlots.find(name); found != fSlots.end()) {
-        return found->second;
-    }
-    const ScoreDictVar* var = fDerived == nullptr ? nullptr : std::as_const(*fDerived).GetVar(name);
-    return var == nullptr ? kNoSlot : AddDerived(name, *var);
+void Inputs::ReadDerivedFields(const Element& shared, const Element& local) {
+    fDerived.Add(shared);
+    fDerived.Add(local);
+    fDerived.Read();
 }
 
-int Inputs::AddDerived(const std::string& name, const ScoreDictVar& var) {
-    Source source{};
-    source.name = name;
-    source.var = &var;
-    source.holdsText = var.GetVarType() == ScoreDictVar::STRING_VAR;
-    source.holdsNumber = var.GetVarType() == ScoreDictVar::kNUMERIC_VAR;
-    source.slot = static_cast<int>(fValues.size());
-    source.position = var.GetValueIndex();
-    fValues.emplace_back();
-    fSlots.emplace(name, source.slot);
-    fPlaces.push_back(-1 - static_cast<int>(fDerivedFields.size()));
-    fDerivedFields.push_back(std::move(source));
-    return fDerivedFields.back().slot;
+std::optional<FieldScope::Found> Inputs::FindData(const std::string& name) {
+    const auto found = fPlaces.find(name);
+    if (found == fPlaces.end()) {
+        return std::nullopt;
+    }
+    const Source& source = fInputs[found->second];
+    return FieldScope::Found{source.slot, source.field->Definition().type};
+}
+
+bool Inputs::IsClosed(const std::string& name) const {
+    return fFields.count(name) > 0;
+}
+
+int Inputs::Slot(const std::string& name) {
+    const std::optional<FieldScope::Found> found = fDerived.Find(name);
+    if (!found) {
+        return kNoSlot;
+    }
+    fDerived.Need(found->slot);
+    return found->slot;
 }
 
 int Inputs::RequireSlot(const Element& element, const XMLCh* attribute) {
-    const std::string name = element.Text(attribute);
-    const int slot = Slot(name);
-    if (slot == kNoSlot) {
-        if (fDictionary.GetVar(name) != nullptr) {
-            Raise<Message::NO_PREDICTOR>(name);
-        }
-        Raise<Message::MISSING_VARIABLE_IN_BOTH>(name, "DataDictionary", "TransformationDictionary");
-    }
+    const int slot = fDerived.Require(element, attribute).slot;
+    fDerived.Need(slot);
     return slot;
 }
 
-Inputs::Source& Inputs::SourceOf(int slot) {
-    return const_cast<Source&>(std::as_const(*this).SourceOf(slot));
-}
-
-const Inputs::Source& Inputs::SourceOf(int slot) const {
-    const int place = fPlaces[static_cast<std::size_t>(slot)];
-    if (place == kTargetPlace) {
-        return fTarget;
+const Inputs::Source* Inputs::SourceOf(int slot) const {
+    if (fTarget.field != nullptr && slot == fTarget.slot) {
+        return &fTarget;
     }
-    return place >= 0 ? fInputs[static_cast<std::size_t>(place)] : fDerivedFields[static_cast<std::size_t>(-1 - place)];
+    // The slots of the input fields come first, in their order.
+    return static_cast<std::size_t>(slot) < fInputs.size() ? &fInputs[static_cast<std::size_t>(slot)] : nullptr;
 }
 
-bool Inputs::IsNumeric(int slot) const {
-    return Var(slot).GetVarType() != ScoreDictVar::STRING_VAR;
+Inputs::Source* Inputs::SourceOf(int slot) {
+    return const_cast<Source*>(std::as_const(*this).SourceOf(slot));
+}
+
+const std::string& Inputs::NameOf(int slot) const {
+    const Source* source = SourceOf(slot);
+    return source != nullptr ? source->name : fDerived.NameOf(slot);
+}
+
+DataType Inputs::Type(int slot) const {
+    const Source* source = SourceOf(slot);
+    return source != nullptr ? source->field->Definition().type : fDerived.TypeOf(slot).value_or(DataType::STRING);
+}
+
+const std::vector<Value>& Inputs::Listed(int slot) {
+    const auto found = fListed.find(slot);
+    return found != fListed.end() ? found->second : fListed.emplace(slot, ListedOf(slot)).first->second;
+}
+
+std::vector<Value> Inputs::ListedOf(int slot) const {
+    const Source* source = SourceOf(slot);
+    if (source == nullptr) {
+        return fDerived.ListedOf(slot);
+    }
+    const DataField& definition = source->field->Definition();
+    const auto stated = fLevels.find(slot);
+    const auto level = stated == fLevels.end() ? definition.level : stated->second.value_or(definition.level);
+    std::vector<Value> listed;
+    for (const OwnedValue& value : definition.valid) {
+        if (level == ScoreDictVar::LEVEL_ORDINAL) {
+            listed.push_back(value.value);
+        }
+    }
+    return listed;
 }
 
 int Inputs::CategoryOf(int slot, const Element& element, const XMLCh* attribute) {
-    const int code = CategoryOf(slot, element.AnyText(attribute));
-    if (code == Categories::kUnknown) {
+    const int code = CategoryOf(slot, std::string_view(element.AnyText(attribute)));
+    if (code == ValueCodes::kUnknown) {
         element.RaiseInvalid(attribute);
     }
     return code;
 }
 
-int Inputs::CategoryOf(int slot, const std::string& text) {
-    Source& source = SourceOf(slot);
-    std::unique_ptr<ScoreValue> value(MakeValue(*source.var, text));
-    if (value == nullptr && source.field == nullptr && (text == "true" || text == "false")) {
-        // What a function computes is true as the number 1.
-        value = std::make_unique<NumericValue>(text == "true" ? 1.0 : 0.0);
+int Inputs::CategoryOf(int slot, std::string_view text) {
+    return CategoryOf(slot, ValueIn(slot, text));
+}
+
+int Inputs::CategoryOf(int slot, const Value& value) {
+    if (value.isMissing) {
+        return ValueCodes::kUnknown;
     }
-    if (value == nullptr) {
-        return Categories::kUnknown;
+    if (Source* source = SourceOf(slot)) {
+        return source->field->CodeOf(value);
     }
-    if (source.field != nullptr) {
-        return source.field->CategoryOf(*value);
-    }
-    if (source.categories == nullptr) {
-        source.categories = std::make_unique<Categories>(*source.var);
-    }
-    return source.categories->Add(*value);
+    return fDerivedCodes.try_emplace(slot, Type(slot)).first->second.Add(value);
 }
 
 std::vector<std::string> Inputs::NeededNames() const {
@@ -143,14 +156,29 @@ std::vector<std::string> Inputs::NeededNames() const {
 }
 
 int Inputs::WatchTarget() {
-    fTargetWatched = fTarget.var != nullptr;
+    fTargetWatched = fTarget.field != nullptr;
     return fTargetWatched ? fTarget.slot : kNoSlot;
+}
+
+/// Everything is known when the first case comes.
+void Inputs::Start() {
+    for (const FrameLayout::History& history : fLayout.histories) {
+        fDerived.Need(history.field);
+        for (const int block : history.blocks) {
+            fDerived.Need(block);
+        }
+    }
+    fDerived.Settle();
+    fFrame = std::make_unique<Frame>(fLayout);
 }
 
 bool Inputs::Read(const ScoreCaseRecord& record) {
     fCase = &record;
     fRefused = nullptr;
     fMoved = nullptr;
+    if (fFrame == nullptr) {
+        Start();
+    }
     if (record.Size() != fLayoutSize) {
         FindPositions(record);
     } else if (kChecksLayout) {
@@ -160,9 +188,11 @@ bool Inputs::Read(const ScoreCaseRecord& record) {
         }
     }
     const bool isScorable = ReadInputs(record);
-    if (fDerived != nullptr) {
-        // Also for a case that isn't scored: lags count the cases.
-        ReadDerived();
+    // Also for a case that isn't scored: lags count the cases.
+    fDerived.Compute(*fFrame);
+    for (const auto& [slot, codes] : fDerivedCodes) {
+        FieldValue& value = fFrame->Field(slot);
+        value.category = codes.Find(value);
     }
     return isScorable;
 }
@@ -189,58 +219,19 @@ const Inputs::Source* Inputs::FindMoved(const ScoreCaseRecord& record) const {
 }
 
 bool Inputs::ReadInputs(const ScoreCaseRecord& record) {
-    bool isScorable = true;
+    const Source* refused = nullptr;
     for (const Source& source : fInputs) {
-        FieldValue& value = fValues[static_cast<std::size_t>(source.slot)];
         const ScoreValue* raw = source.position < 0 ? nullptr : record.Get(source.position);
-        if (!source.field->Read(raw, value)) {
-            value = FieldValue();
-            fRefused = isScorable ? &source : fRefused;
-            isScorable = false;
+        if (!source.field->Read(raw, fFrame->Field(source.slot)) && refused == nullptr) {
+            refused = &source;
         }
-        fRecord.Borrow(source.recordPosition, value.IsMissing() ? source.field->MissingPlaceholder() : value.value);
     }
+    fRefused = refused;
     if (fTargetWatched) {
-        FieldValue& value = fValues[static_cast<std::size_t>(fTarget.slot)];
         const ScoreValue* raw = fTarget.position < 0 ? nullptr : record.Get(fTarget.position);
-        if (!fTarget.field->Read(raw, value)) {
-            value = FieldValue();
-        }
+        fTarget.field->Read(raw, fFrame->Field(fTarget.slot));
     }
-    return isScorable;
-}
-
-void Inputs::ReadDerived() {
-    fDerivedRecord = fDerived->GetValuesForDerivedVars(&fRecord, &fDictionary);
-    for (const Source& source : fDerivedFields) {
-        const ScoreValue* value = fDerivedRecord == nullptr ? nullptr : fDerivedRecord->Get(source.position);
-        ReadDerivedValue(value, source, fValues[static_cast<std::size_t>(source.slot)]);
-    }
-}
-
-void Inputs::ReadDerivedValue(const ScoreValue* value, const Source& source, FieldValue& field) {
-    field = FieldValue();
-    if (value == nullptr) {
-        return;
-    }
-    if (source.holdsText) {
-        std::string buffer;
-        const std::string& text = TextOf(*value, buffer);
-        if (!text.empty()) {
-            field.value = value;
-            field.category =
-                source.categories == nullptr ? Categories::kUnknown : source.categories->Find(std::string_view(text));
-        }
-        return;
-    }
-    const double number = value->GetDouble();
-    const bool isMissing = source.holdsNumber ? number == FieldValue::kMissingNumber : value->IsSystemMissingValue();
-    if (isMissing || std::isnan(number)) {
-        return;
-    }
-    field.value = value;
-    field.number = number;
-    field.category = source.categories == nullptr ? Categories::kUnknown : source.categories->Find(number);
+    return refused == nullptr;
 }
 
 } // namespace veltrane_kit

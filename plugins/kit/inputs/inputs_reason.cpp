@@ -1,8 +1,6 @@
 // Why a case isn't scored. Nothing here is on the way of a case that is.
-#include "kit/document/field_references.h"
-#include "kit/inputs/inputs.h"
+#include "kit/inputs/inputs_reason.h"
 
-#include <unordered_map>
 #include <utility>
 
 namespace veltrane_kit {
@@ -28,22 +26,14 @@ long PlaceOf(const std::string& name, const Places& places) {
 
 } // namespace
 
-/// What only cases that aren't scored ask for.
-struct Inputs::Explanations {
-    Places fields;                                      ///< of the data dictionary
-    Places derived;                                     ///< of the derived fields
-    std::map<int, std::vector<const Source*>> inputsOf; ///< by the slot of a derived field, those that it reads
-};
-
 UnscoredReason Inputs::WhyUnscored(int lacking) {
     if (fCase == nullptr) {
         return {UnscoredReason::NO_PREDICTION};
     }
     if (fExplanations == nullptr) {
-        fExplanations = std::make_shared<Explanations>();
+        fExplanations = std::make_unique<Explanations>();
         fExplanations->fields = PlacesOf(fDictionary.GetVarNames());
-        fExplanations->derived =
-            PlacesOf(fDerived == nullptr ? std::vector<std::string>() : fDerived->GetDerivedVarNames());
+        fExplanations->derived = PlacesOf(fDerived.Names());
     }
     if (fMoved != nullptr) {
         return {UnscoredReason::OTHER_LAYOUT, PlaceOf(fMoved->name, fExplanations->fields)};
@@ -54,35 +44,29 @@ UnscoredReason Inputs::WhyUnscored(int lacking) {
     if (lacking == kNoSlot) {
         return {UnscoredReason::NO_PREDICTION};
     }
-    const Source& source = SourceOf(lacking);
-    return source.field != nullptr ? WhyInputLacks(source) : WhyDerivedLacks(source);
-}
-
-const ScoreValue* Inputs::RawValueOf(const Source& source) const {
-    return source.position < 0 ? nullptr : fCase->Get(source.position);
+    const Source* source = SourceOf(lacking);
+    return source != nullptr ? WhyInputLacks(*source) : WhyDerivedLacks(lacking);
 }
 
 /// A value that is there was refused, or counts as missing.
 UnscoredReason Inputs::WhyInputLacks(const Source& source) const {
-    const bool isMissing = source.field->IsMissing(RawValueOf(source));
+    const ScoreValue* raw = source.position < 0 ? nullptr : fCase->Get(source.position);
+    const bool isMissing = source.field->IsMissing(raw);
     return {isMissing ? UnscoredReason::MISSING : UnscoredReason::INVALID, PlaceOf(source.name, fExplanations->fields)};
 }
 
-UnscoredReason Inputs::WhyDerivedLacks(const Source& source) {
-    const auto [found, isNew] = fExplanations->inputsOf.try_emplace(source.slot);
+UnscoredReason Inputs::WhyDerivedLacks(int slot) {
+    const auto [found, isNew] = fExplanations->inputsOf.try_emplace(slot);
     if (isNew) {
-        for (const std::string& name : CaseFieldsOf({source.name}, *fDerived)) {
-            if (const auto slot = fSlots.find(name); slot != fSlots.end()) {
-                found->second.push_back(&SourceOf(slot->second));
-            }
+        found->second = fDerived.DataSlotsOf(slot);
+    }
+    for (const int input : found->second) {
+        const Source* source = SourceOf(input);
+        if (source != nullptr && fFrame->Field(input).IsMissing()) {
+            return WhyInputLacks(*source);
         }
     }
-    for (const Source* input : found->second) {
-        if (input->field != nullptr && fValues[static_cast<std::size_t>(input->slot)].IsMissing()) {
-            return WhyInputLacks(*input);
-        }
-    }
-    return {UnscoredReason::DERIVED, PlaceOf(source.name, fExplanations->derived)};
+    return {UnscoredReason::DERIVED, PlaceOf(fDerived.NameOf(slot), fExplanations->derived)};
 }
 
 } // namespace veltrane_kit

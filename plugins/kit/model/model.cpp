@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <ostream>
-#include <stdexcept>
 #include <typeinfo>
 #include <utility>
 
@@ -18,6 +17,7 @@ using namespace MCVeltrane_900;
 namespace {
 
 constexpr const char* kPolicyOption = "missingValuePolicy";
+constexpr const char* kUnreadableOption = "unreadableValues";
 
 /// A result takes its values by a pointer to non-const, and clones them.
 ScoreValue* Lend(const ScoreValue& value) {
@@ -50,6 +50,7 @@ void Model::Adopt(ModelParts parts) {
     if (!parts.schema.target.empty()) {
         SetVarRole(parts.schema.target, ROLE_TARGET);
     }
+    fFields = std::move(parts.fields);
     fInputs = std::move(parts.inputs);
     fTarget = std::move(parts.target);
     fOutputs = std::move(parts.outputs);
@@ -63,6 +64,9 @@ void Model::Adopt(ModelParts parts) {
 }
 
 bool Model::SetOption(const std::string& name, const std::string& value) {
+    if (name == kUnreadableOption) {
+        return value == "invalid";
+    }
     if (name != kPolicyOption) {
         return SetModelOption(name, value);
     }
@@ -93,11 +97,14 @@ MCScore::MCStatus Model::Score(const ScoreCaseRecord* record, ScoreResult* resul
         return NoPrediction();
     }
     fPrediction.Clear(fLayout->categories.size());
-    if (!PredictCase(*record)) {
-        return PredictDefault(*result);
+    MCScore::MCStatus status;
+    if (PredictCase(*record)) {
+        Report(*result);
+    } else {
+        status = PredictDefault(*result);
     }
-    Report(*result);
-    return MCScore::MCStatus();
+    fInputs->EndCase();
+    return status;
 }
 
 /// A case without a prediction, and why.
@@ -107,14 +114,8 @@ MCScore::MCStatus Model::Unscored(int lacking) const {
     return status;
 }
 
-/// A derived field that imputes from more means than it has labels throws std::out_of_range, and gives the case no
-/// value. Whatever else is thrown isn't of the case, and the host gets it.
 bool Model::PredictCase(const ScoreCaseRecord& record) {
-    try {
-        if (!fInputs->Read(record) || !Predict(*fInputs, fPrediction)) {
-            return false;
-        }
-    } catch (const std::out_of_range&) {
+    if (!fInputs->Read(record) || !Predict(*fInputs, fPrediction)) {
         return false;
     }
     if (fIsClassification) {

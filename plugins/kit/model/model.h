@@ -26,6 +26,7 @@ struct ModelParts {
     std::string version; ///< of PMML, as the document has it
     std::unique_ptr<MCVeltrane_900::ScoreDictionary> dictionary;
     std::unique_ptr<MCVeltrane_900::TransformationDictionary> derived; ///< null for none
+    std::unique_ptr<DataFields> fields; ///< as the document has them; the inputs borrow them
     MiningSchema schema;
     std::unique_ptr<Inputs> inputs;
     std::unique_ptr<Target> target;
@@ -41,7 +42,8 @@ public:
     ~Model() override;
 
     /// The option "missingValuePolicy" is "noPrediction" or "defaultPrediction", which is the start: what becomes of a
-    /// case that can't be scored. Others are the plug-in's.
+    /// case that can't be scored. By "unreadableValues" with the value "invalid" a host asks whether a text in the
+    /// place of a number or of a date is an invalid value, as it always is here. Others are the plug-in's.
     bool SetOption(const std::string& name, const std::string& value) override;
     std::vector<std::string> GetInputNames() const override;
     MCVeltrane_900::ScoreResult* CreateResult() const override;
@@ -91,6 +93,7 @@ private:
     std::string fTag;
     std::string fName;
     bool fIsClassification = false;
+    std::unique_ptr<DataFields> fFields;
     std::unique_ptr<Inputs> fInputs;
     std::unique_ptr<Target> fTarget;
     std::unique_ptr<Outputs> fOutputs;

@@ -35,7 +35,7 @@ protected:
 
 private:
     Element FindModel(const Element& root) const;
-    ModelParts ReadParts(const Element& root, const Element& model);
+    ModelParts ReadParts(const Element& root, const Element& model, const std::string& encoding);
 
     const XMLCh* fTag;
 };

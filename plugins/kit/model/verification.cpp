@@ -1,18 +1,8 @@
 #include "kit/model/verification.h"
 
 #include "kit/document/meaningless.h"
+#include "kit/document/parsed_document.h"
 #include "kit/document/raise.h"
-
-#include <MCVeltrane_900/ModelFactory.h>
-#include <MCXML_900/MCXInputSource.h>
-
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMException.hpp>
-#include <xercesc/parsers/XercesDOMParser.hpp>
-#include <xercesc/sax/SAXException.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/SecurityManager.hpp>
-#include <xercesc/util/XMLUni.hpp>
 
 #include <cmath>
 #include <map>
@@ -21,14 +11,6 @@
 namespace veltrane_kit {
 
 namespace {
-
-/// Keeps the XML platform running while it lives.
-struct XmlPlatform {
-    XmlPlatform() { xercesc::XMLPlatformUtils::Initialize(); }
-    ~XmlPlatform() { xercesc::XMLPlatformUtils::Terminate(); }
-    XmlPlatform(const XmlPlatform&) = delete;
-    XmlPlatform& operator=(const XmlPlatform&) = delete;
-};
 
 /// The tag without its prefix.
 std::string LocalName(const std::string& tag) {
@@ -107,31 +89,6 @@ Element FindModel(const Element& root, const std::vector<std::string>& names) {
     return {};
 }
 
-/// Parses without a look at anything outside the document.
-void Parse(xercesc::XercesDOMParser& parser, std::istream& in) {
-    xercesc::SecurityManager limits;
-    limits.setEntityExpansionLimit(MCVeltrane_900::ModelFactory::MAX_ENTITY_EXPANSIONS);
-    parser.setSecurityManager(&limits);
-    parser.setValidationScheme(xercesc::XercesDOMParser::Val_Never);
-    parser.setLoadExternalDTD(false);
-    parser.setDisableDefaultEntityResolution(true);
-    parser.setCreateEntityReferenceNodes(false);
-    const MCXML_900::MCXInputSource source(in);
-    try {
-        parser.parse(source);
-    } catch (const xercesc::XMLException&) {
-        Raise<Message::CANNOT_OPEN_DOCUMENT>();
-    } catch (const xercesc::SAXException&) {
-        Raise<Message::CANNOT_OPEN_DOCUMENT>();
-    } catch (const xercesc::DOMException&) {
-        Raise<Message::CANNOT_OPEN_DOCUMENT>();
-    }
-    parser.setSecurityManager(nullptr);
-    if (parser.getErrorCount() > 0) {
-        Raise<Message::CANNOT_OPEN_DOCUMENT>();
-    }
-}
-
 } // namespace
 
 bool VerificationField::Agrees(double expected, double actual) const {
@@ -166,15 +123,11 @@ std::optional<Verification> ReadVerification(const Element& model) {
 
 std::optional<Verification> ReadVerification(std::istream& in, const std::vector<std::string>& names,
                                              const std::string& encoding) {
-    const XmlPlatform platform;
-    xercesc::XercesDOMParser parser;
-    Parse(parser, in);
-    const xercesc::DOMDocument* document = parser.getDocument();
-    if (document == nullptr || document->getDocumentElement() == nullptr) {
+    const ParsedDocument document(in, encoding);
+    if (!document.Root()) {
         return std::nullopt;
     }
-    const DocumentText text(encoding);
-    const Element model = FindModel(Element(document->getDocumentElement(), text), names);
+    const Element model = FindModel(document.Root(), names);
     if (!model) {
         return std::nullopt;
     }

@@ -10,7 +10,7 @@ namespace {
 
 using Kind = OutputFeature::Kind;
 using OfCategory = OutputFeature::OfCategory;
-using Expression = OutputFeature::Expression;
+using ByExpression = OutputFeature::Expression;
 using RF = ScoreResultField;
 
 void FillPredicted(const OutputCase& scored, int /*category*/, OutputValues& outputs, int position) {
@@ -77,7 +77,7 @@ void FillResidual(const OutputCase& scored, int category, OutputValues& outputs,
 constexpr OutputFeature OfOtherModels(ScoreResultField::ResultFeature feature) {
     return {feature, Kind::STATED, FillMissing};
 }
-constexpr OutputFeature Transformed(Expression expression) {
+constexpr OutputFeature Transformed(ByExpression expression) {
     return {RF::RF_NONE, Kind::NUMBER, FillMissing, OfCategory::NEVER, false, expression};
 }
 
@@ -90,8 +90,8 @@ constexpr Word<OutputFeature> kFeatures[] = {
     {u"confidence", {RF::RF_NONE, Kind::NUMBER, FillConfidence, OfCategory::ALWAYS}},
     {u"entityId", {RF::RF_ENTITY_ID, Kind::TEXT, FillEntity}},
     {u"residual", {RF::RF_RESIDUAL, Kind::NUMBER, FillResidual, OfCategory::OF_CLASSIFICATION, true}},
-    {u"transformedValue", Transformed(Expression::REQUIRED)},
-    {u"decision", Transformed(Expression::OPTIONAL)},
+    {u"transformedValue", Transformed(ByExpression::REQUIRED)},
+    {u"decision", Transformed(ByExpression::OPTIONAL)},
     {u"standardError", OfOtherModels(RF::RF_STANDARD_ERROR)},
     {u"standardDeviation", OfOtherModels(RF::RF_STANDARD_DEVIATION)},
     {u"clusterId", OfOtherModels(RF::RF_CLUSTER_ID)},
@@ -123,8 +123,8 @@ bool HasExpression(const Element& outputField) {
 
 OutputFeature ReadOutputFeature(const Element& outputField) {
     OutputFeature feature = outputField.OneOfOr(u"feature", kFeatures, kPredictedValue);
-    if (feature.expression == Expression::OPTIONAL) {
-        feature = HasExpression(outputField) ? Transformed(Expression::REQUIRED) : OfOtherModels(RF::RF_NONE);
+    if (feature.expression == ByExpression::OPTIONAL) {
+        feature = HasExpression(outputField) ? Transformed(ByExpression::REQUIRED) : OfOtherModels(RF::RF_NONE);
     }
     return feature;
 }

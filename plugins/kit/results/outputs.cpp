@@ -1,17 +1,16 @@
 #include "kit/results/outputs.h"
 
 #include "kit/document/raise.h"
+#include "kit/expressions/leaves.h"
+#include "kit/inputs/host_values.h"
 #include "kit/results/typed_value.h"
 
-#include <MCVeltrane_900/DictVar.h>
 #include <MCVeltrane_900/ResultVar.h>
-#include <MCVeltrane_900/ScoreMissingValueSet.h>
-
-#include <xercesc/dom/DOMDocument.hpp>
 
 #include <algorithm>
+#include <map>
+#include <optional>
 #include <set>
-#include <stdexcept>
 
 namespace veltrane_kit {
 
@@ -73,52 +72,58 @@ bool NamesCategory(const OutputFeature& feature, bool classification) {
            (feature.ofCategory == OutputFeature::OfCategory::OF_CLASSIFICATION && classification);
 }
 
-/// Makes a derived field of an output field with an expression, and moves the expression there. The Decisions say to
-/// people what its values mean.
-void MoveExpression(const Element& outputField, xercesc::DOMElement& fields) {
-    xercesc::DOMElement* derived = fields.getOwnerDocument()->createElement(u"DerivedField");
-    const XMLCh* type = outputField.Raw(u"dataType");
-    const bool isText = Same(type, u"string");
-    const XMLCh* level = outputField.Raw(u"optype");
-    derived->setAttribute(u"name", outputField.Raw(u"name"));
-    derived->setAttribute(u"dataType", *type == 0 ? u"double" : type);
-    derived->setAttribute(u"optype", *level != 0 ? level : isText ? u"categorical" : u"continuous");
-    for (Element child = outputField.FirstChild(); child;) {
-        const Element next = child.NextSibling();
-        if (!child.Is(u"Extension") && !child.Is(u"Decisions")) {
-            derived->appendChild(child.Dom());
-        }
-        child = next;
-    }
-    fields.appendChild(derived);
+/// The type of an output field's value: the stated one, else what its kind keeps.
+DataType ValueTypeOf(const Element& element, ScoreValue::ValueType kind) {
+    const std::optional<DataType> stated = ReadDataType(element, u"dataType");
+    return stated ? *stated : kind == ScoreValue::STRING_VALUE ? DataType::STRING : DataType::DOUBLE;
 }
+
+/// What the expression of an output field can refer to: the output fields before it, derived fields, input fields.
+class OutputScope : public FieldScope {
+public:
+    explicit OutputScope(Inputs& inputs) : fInputs(inputs) {}
+
+    void Add(const std::string& name, const Found& found) { fOutputs.emplace(name, found); }
+
+    Found Require(const Element& element, const XMLCh* attribute) override {
+        const auto output = fOutputs.find(element.Text(attribute));
+        if (output != fOutputs.end()) {
+            return output->second;
+        }
+        const Found found = fInputs.Derived().Require(element, attribute);
+        fInputs.Derived().Need(found.slot);
+        return found;
+    }
+
+private:
+    Inputs& fInputs;
+    std::map<std::string, Found> fOutputs;
+};
 
 } // namespace
 
-Outputs::Outputs(const Element& model, bool classification, Inputs& inputs, Target& target, PMMLTranslator& translator)
+Outputs::Outputs(const Element& model, bool classification, Inputs& inputs, Target& target)
     : fIsClassification(classification) {
     const Element output = model.Child(u"Output");
     if (!output) {
         return;
     }
-    bool transforms = false;
+    OutputScope scope(inputs);
     std::set<std::string> names;
     for (const Element child : output.Children()) {
-        if (child.Is(u"Extension")) {
-            continue;
-        }
         if (!child.Is(u"OutputField")) {
             child.RaiseMisplaced();
         }
         Field field = ReadField(child, classification, inputs, target);
-        transforms = transforms || field.IsTransformed();
         if (!names.insert(field.name).second) {
             Raise<Message::DUPLICATE_DEFINITION>("OutputField", field.name, "Output");
         }
+        if (field.IsTransformed()) {
+            ReadExpression(child, field, inputs, scope);
+        }
+        field.slot = inputs.Layout().AddField();
+        scope.Add(field.name, {field.slot, field.valueType});
         fFields.push_back(std::move(field));
-    }
-    if (transforms) {
-        ReadExpressions(output, inputs, translator);
     }
     if (classification && fTargetSlot != Inputs::kNoSlot) {
         LearnActualCodes(inputs, target);
@@ -173,10 +178,20 @@ Outputs::Field Outputs::ReadField(const Element& element, bool classification, I
     if (field.feature.needsTarget) {
         fTargetSlot = inputs.WatchTarget();
     }
-    if (field.IsTransformed()) {
-        RequireExpression(element);
-    }
+    field.valueType = ValueTypeOf(element, field.kind);
     return field;
+}
+
+/// The kind and the level of a transformed value become known with its expression.
+void Outputs::ReadExpression(const Element& element, Field& field, Inputs& inputs, FieldScope& scope) {
+    const std::optional<DataType> stated = ReadDataType(element, u"dataType");
+    field.expression = AsType(inputs.Derived().ReadExpression(scope, element, stated), stated, inputs.Layout());
+    field.valueType = field.expression->Type().value_or(DataType::STRING);
+    field.expression = AsType(std::move(field.expression), field.valueType, inputs.Layout());
+    field.kind = HostKindOf(field.valueType);
+    if (!element.Has(u"optype") && field.kind != ScoreValue::NUMERIC_VALUE) {
+        field.level = ScoreDictVar::LEVEL_NOMINAL;
+    }
 }
 
 std::unique_ptr<ScoreDictionary> Outputs::MakeDictionary() const {
@@ -206,27 +221,32 @@ std::vector<ResultLayout::Output> Outputs::Layout() const {
     return layout;
 }
 
+/// Each field sees the values of those before it.
 void Outputs::Fill(const ScoreValue* value, const Prediction& prediction, const Inputs& inputs, const Target& target,
-                   OutputValues& outputs) {
+                   OutputValues& outputs) const {
     const OutputCase scored{value, prediction, inputs, target, fTargetSlot, fActualCodes, fIsClassification};
     int position = 0;
     for (const Field& field : fFields) {
-        if (field.isOfOthers) {
-            outputs.SetMissing(position++);
-        } else if (field.rank > 1) {
-            FillRanked(field, scored, outputs, position++);
+        Value& known = inputs.Case().Field(field.slot);
+        if (field.expression != nullptr && !field.isOfOthers) {
+            known = field.expression->Evaluate(inputs.Case());
+            SetValue(known, position, outputs);
         } else {
-            const int category = field.category == Prediction::kNoCategory ? prediction.category : field.category;
-            field.feature.fill(scored, category, outputs, position++);
+            FillFeature(field, scored, outputs, position);
+            known = FromHost(outputs.At(position), field.valueType);
         }
+        ++position;
     }
-    if (fExpressions == nullptr) {
-        return;
-    }
-    try {
-        Transform(inputs, outputs);
-    } catch (const std::out_of_range&) {
-        // An imputation from more means than labels. The transformed values of this case stay missing.
+}
+
+void Outputs::FillFeature(const Field& field, const OutputCase& scored, OutputValues& outputs, int position) const {
+    if (field.isOfOthers) {
+        outputs.SetMissing(position);
+    } else if (field.rank > 1) {
+        FillRanked(field, scored, outputs, position);
+    } else {
+        const int category = field.category == Prediction::kNoCategory ? scored.prediction.category : field.category;
+        field.feature.fill(scored, category, outputs, position);
     }
 }
 
@@ -238,89 +258,15 @@ void Outputs::FillRanked(const Field& field, OutputCase scored, OutputValues& ou
     field.feature.fill(scored, field.category == Prediction::kNoCategory ? ranked : field.category, outputs, position);
 }
 
-void Outputs::ReadExpressions(const Element& output, const Inputs& inputs, PMMLTranslator& translator) {
-    fExpressions = std::make_unique<Expressions>();
-    AddKnownFields(inputs);
-    xercesc::DOMElement* fields = output.Dom()->getOwnerDocument()->createElement(u"TransformationDictionary");
-    output.Dom()->appendChild(fields);
-    std::size_t next = 0;
-    for (const Element child : output.Children()) {
-        if (!child.Is(u"OutputField")) {
-            continue;
-        }
-        const Field& field = fFields[next++];
-        if (field.IsTransformed()) {
-            MoveExpression(child, *fields);
-            fExpressions->outputPositions.push_back(-1);
-        } else {
-            DictVar var(field.name, TypeOf(field.kind));
-            var.SetMLevel(field.level);
-            AddKnownField(field.name, var);
-            fExpressions->outputPositions.push_back(fExpressions->record.GetIndex(field.name));
-        }
-    }
-    fExpressions->fields.reset(translator.HandleTransformationDictionary(fields, &fExpressions->dictionary));
-    fExpressions->fields->SetUpDerivedCaseRecord();
-    for (Field& field : fFields) {
-        if (field.IsTransformed()) {
-            const ScoreDictVar& var = *fExpressions->fields->GetVar(field.name);
-            field.kind = KindOf(var.GetVarType());
-            field.level = var.GetMLevel();
-        }
-    }
-}
-
-/// The input fields and the derived fields, in the order of their records. A derived field is no derived field here:
-/// its value is there already.
-void Outputs::AddKnownFields(const Inputs& inputs) {
-    for (const std::string& name : inputs.Record().GetVarNames(true)) {
-        AddKnownField(name, *inputs.Dictionary().GetVar(name));
-    }
-    fExpressions->inputCount = fExpressions->record.Size();
-    if (inputs.Derived() == nullptr) {
-        return;
-    }
-    for (const std::string& name : inputs.Derived()->GetDerivedVarNames()) {
-        AddKnownField(name, *inputs.Derived()->GetVar(name));
-    }
-    fExpressions->derivedCount = fExpressions->record.Size() - fExpressions->inputCount;
-}
-
-void Outputs::AddKnownField(const std::string& name, const ScoreDictVar& var) {
-    auto known = std::make_unique<DictVar>(name, var.GetVarType());
-    known->SetMLevel(var.GetMLevel());
-    known->SetDateTimeType(var.GetDateTimeType());
-    known->SetNumericDataType(var.GetNumericDataType());
-    known->SetWidth(var.GetWidth());
-    if (const ScoreMissingValueSet* missing = var.GetMissingValues(); missing != nullptr) {
-        known->SetMissingValues(missing->Clone());
-    }
-    if (fExpressions->dictionary.GetVar(name) == nullptr) {
-        fExpressions->dictionary.AddVar(name, known.release());
-        fExpressions->record.AddField(name);
-    }
-}
-
-void Outputs::Transform(const Inputs& inputs, OutputValues& outputs) {
-    Expressions& at = *fExpressions;
-    for (int i = 0; i < at.inputCount; ++i) {
-        at.record.Borrow(i, inputs.Record().Get(i));
-    }
-    for (int i = 0; i < at.derivedCount; ++i) {
-        const ScoreCaseRecord* derived = inputs.DerivedRecord();
-        at.record.Borrow(at.inputCount + i, derived == nullptr ? nullptr : derived->Get(i));
-    }
-    for (std::size_t i = 0; i < fFields.size(); ++i) {
-        if (at.outputPositions[i] >= 0) {
-            at.record.Borrow(at.outputPositions[i], outputs.At(static_cast<int>(i)));
-        }
-    }
-    const ScoreCaseRecord* transformed = at.fields->GetValuesForDerivedVars(&at.record, &at.dictionary);
-    int next = 0;
-    for (std::size_t i = 0; i < fFields.size(); ++i) {
-        if (at.outputPositions[i] < 0) {
-            outputs.Set(static_cast<int>(i), transformed->Get(next++));
-        }
+void Outputs::SetValue(const Value& value, int position, OutputValues& outputs) {
+    if (value.isMissing) {
+        outputs.SetMissing(position);
+    } else if (IsText(value.type)) {
+        outputs.SetText(position, std::string(value.text));
+    } else if (IsMoment(value.type) || value.type == DataType::BOOLEAN) {
+        outputs.Set(position, ToHost(value).get());
+    } else {
+        outputs.SetNumber(position, value.number);
     }
 }
 

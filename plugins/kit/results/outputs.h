@@ -2,7 +2,7 @@
 #define VELTRANE_PLUGINS_KIT_OUTPUTS_H
 
 #include "kit/document/element.h"
-#include "kit/inputs/borrowed_record.h"
+#include "kit/expressions/expression_reader.h"
 #include "kit/inputs/inputs.h"
 #include "kit/results/output_features.h"
 #include "kit/results/prediction.h"
@@ -10,8 +10,6 @@
 #include "kit/results/target.h"
 
 #include <MCVeltrane_900/BaseDictionary.h>
-#include <MCVeltrane_900/PMMLTranslator.h>
-#include <MCVeltrane_900/TransformationDictionary.h>
 
 #include <memory>
 #include <optional>
@@ -25,12 +23,10 @@ class Outputs {
 public:
     /// Reads the only Output among a model's children, when its categories are all known.
     /// @param classification whether the predicted value is a category
-    /// @param translator     reads the expressions of transformed values
     /// @throws VTException 260272, 260120, 260285, 260153 for elements and attributes, a target that the document
     ///         doesn't have among them, 260203 for a name that comes twice, 260115 for a transformed value without an
-    ///         expression, and what reading derived fields throws
-    Outputs(const Element& model, bool classification, Inputs& inputs, Target& target,
-            MCVeltrane_900::PMMLTranslator& translator);
+    ///         expression, and what reading expressions throws
+    Outputs(const Element& model, bool classification, Inputs& inputs, Target& target);
 
     /// The variables of the output fields, in the order of the document; null when there are none. The caller owns it.
     std::unique_ptr<MCVeltrane_900::ScoreDictionary> MakeDictionary() const;
@@ -43,7 +39,7 @@ public:
     /// Fills the output fields for one case.
     /// @param value the predicted value; null for none
     void Fill(const MCVeltrane_900::ScoreValue* value, const Prediction& prediction, const Inputs& inputs,
-              const Target& target, OutputValues& outputs);
+              const Target& target, OutputValues& outputs) const;
 
 private:
     struct Field {
@@ -58,6 +54,9 @@ private:
         int rank = 1;                           ///< of the prediction; 1 for the predicted one
         bool isOfOthers = false;                ///< of a target or a segment that the model doesn't have
         bool isFinal = true;
+        DataType valueType = DataType::DOUBLE; ///< of its value in the expressions of other output fields
+        int slot = 0;                          ///< of that value
+        ExpressionPtr expression;              ///< of a transformed value
 
         bool IsTransformed() const { return feature.expression != OutputFeature::Expression::NONE; }
     };
@@ -66,26 +65,14 @@ private:
     static void ReadDestination(const Element& element, const Inputs& inputs, const Target& target, Field& field);
     void FillRanked(const Field& field, OutputCase scored, OutputValues& outputs, int position) const;
     void LearnActualCodes(Inputs& inputs, const Target& target);
-    void ReadExpressions(const Element& output, const Inputs& inputs, MCVeltrane_900::PMMLTranslator& translator);
-    void AddKnownFields(const Inputs& inputs);
-    void AddKnownField(const std::string& name, const MCVeltrane_900::ScoreDictVar& var);
-    void Transform(const Inputs& inputs, OutputValues& outputs);
+    void FillFeature(const Field& field, const OutputCase& scored, OutputValues& outputs, int position) const;
+    static void ReadExpression(const Element& element, Field& field, Inputs& inputs, FieldScope& scope);
+    static void SetValue(const Value& value, int position, OutputValues& outputs);
 
     std::vector<Field> fFields;
     bool fIsClassification;
     int fTargetSlot = Inputs::kNoSlot;
     std::vector<int> fActualCodes; ///< by category of the target, its code in that slot
-
-    /// Of transformed values: what they can refer to, the expressions, and the case that they see.
-    struct Expressions {
-        MCVeltrane_900::BaseDictionary dictionary;
-        std::unique_ptr<MCVeltrane_900::TransformationDictionary> fields;
-        BorrowedRecord record;
-        int inputCount = 0;
-        int derivedCount = 0;
-        std::vector<int> outputPositions; ///< in the record, by output field; -1 for one that has an expression
-    };
-    std::unique_ptr<Expressions> fExpressions;
 };
 
 } // namespace veltrane_kit

@@ -40,11 +40,11 @@ TEST(Cases, AMissingNumberGivesTheDefault) {
 
 TEST(Cases, AMissingCategoryAddsNothing) {
     EXPECT_EQ(AnswerOf(kSmallRegression, "c", ""), kCompleteAnswer - 4);
-    EXPECT_EQ(AnswerOf(kSmallRegression, "c", "   "), kCompleteAnswer - 4);
 }
 
-TEST(Cases, ACategoryIsEqualButForTrailingBlanks) {
-    EXPECT_EQ(AnswerOf(kSmallRegression, "c", "a  "), kCompleteAnswer);
+TEST(Cases, BlanksMakeAnotherCategory) {
+    EXPECT_EQ(AnswerOf(kSmallRegression, "c", "   "), -7);
+    EXPECT_EQ(AnswerOf(kSmallRegression, "c", "a  "), -7);
     EXPECT_EQ(AnswerOf(kSmallRegression, "c", " a"), -7);
 }
 
@@ -142,8 +142,9 @@ TEST_F(OddValue, InfinityIsOutsideOfTheInterval) {
     EXPECT_EQ(Score(new NumericValue(kInfinity)), -7);
 }
 
-TEST_F(OddValue, ATextInPlaceOfANumberIsInvalid) {
-    EXPECT_EQ(Score(new StringValue("2")), -7);
+TEST_F(OddValue, ATextInPlaceOfANumberIsReadAsOne) {
+    EXPECT_EQ(Score(new StringValue("2")), kCompleteAnswer);
+    EXPECT_EQ(Score(new StringValue("two")), -7);
 }
 
 TEST(OddValueOfText, ANumberInPlaceOfATextIsInvalid) {

@@ -2,8 +2,7 @@
 #include "kit/document/categories.h"
 #include "kit/document/document_text.h"
 #include "kit/document/element.h"
-#include "kit/document/mining_schema.h"
-#include "kit/inputs/borrowed_record.h"
+#include "kit/inputs/mining_schema.h"
 #include "kit/results/results.h"
 #include "support/dom.h"
 #include "support/foreign_value.h"
@@ -160,48 +159,6 @@ TEST(KitValue, IsOfTheFieldsKind) {
     EXPECT_EQ(MakeValue(date, ""), nullptr);
 }
 
-TEST(KitRecord, LendsWhatItBorrowed) {
-    BorrowedRecord record;
-    EXPECT_EQ(record.AddField("b"), 0);
-    EXPECT_EQ(record.AddField("a"), 1);
-    EXPECT_EQ(record.AddField("b"), 0);
-    const NumericValue one(1);
-    record.Borrow(1, &one);
-    const ScoreCaseRecord& read = record;
-    EXPECT_EQ(read.Get(1), &one);
-    EXPECT_EQ(read.Get("a"), &one);
-    EXPECT_EQ(read.Get(0), nullptr);
-    EXPECT_EQ(read.Get(2), nullptr);
-    EXPECT_EQ(read.Get(-1), nullptr);
-    EXPECT_EQ(read.Get("c"), nullptr);
-    EXPECT_EQ(read.GetVarNames(true), (std::vector<std::string>{"b", "a"}));
-    EXPECT_EQ(read.GetVarNames(false), (std::vector<std::string>{"a", "b"}));
-    EXPECT_EQ(read.GetAllValues().size(), 2U);
-    EXPECT_TRUE(read.HasMap());
-    std::ostringstream out;
-    read.Display(out);
-    EXPECT_EQ(out.str(), "a: 1\nb: none\n");
-}
-
-TEST(KitRecord, CantBeChangedAsARecord) {
-    BorrowedRecord record;
-    record.AddField("a");
-    record.Add("c", new NumericValue(1));
-    record.SetUpNameIndexMap(std::vector<std::string>{"d"});
-    record.SetUpNameIndexMap(std::vector<ScoreDictVar*>());
-    record.Remove("a");
-    EXPECT_FALSE(record.SetValue(0, 1.0));
-    EXPECT_FALSE(record.SetValue("a", 1.0));
-    EXPECT_FALSE(record.SetValue(0, std::string("x")));
-    EXPECT_FALSE(record.SetValue("a", std::string("x")));
-    EXPECT_FALSE(record.SetValue(0, 1.0, ScoreDictVar::DT_DATE));
-    EXPECT_FALSE(record.SetValue("a", 1.0, ScoreDictVar::DT_DATE));
-    EXPECT_FALSE(record.SetMissingValue(0));
-    EXPECT_FALSE(record.SetMissingValue("a"));
-    EXPECT_EQ(record.Size(), 1);
-}
-
-/// What a case gives may be of a host's own class that only reports to be a date-time.
 TEST(KitResults, KeepAForeignDateTime) {
     const ForeignValue first(ScoreValue::DATETIME_VALUE, 5.0);
     const ForeignValue second(ScoreValue::DATETIME_VALUE, 7.0);

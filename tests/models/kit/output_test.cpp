@@ -204,7 +204,7 @@ TEST(Decision, CanBeABooleanOrANumber) {
                              "<Apply function='greaterThan'><FieldRef field='p'/><Constant>40</Constant></Apply>"
                              "</OutputField>"));
     scored.Score(kComplete);
-    EXPECT_EQ(scored.Number("v"), 1);
+    EXPECT_EQ(scored.Text("v"), "true");
 }
 
 TEST(Decision, WithoutAnExpressionIsMissing) {
@@ -305,40 +305,14 @@ TEST(TransformedValue, OfARefusedCaseSeesNothingOfTheCaseBefore) {
     EXPECT_EQ(scored.Number("v"), kMissing);
 }
 
-constexpr const char* kImputation =
-    "<Value value='low'/><Apply function='imputeCatFieldMissingAgainstConTarget'><FieldRef field='c'/>"
-    "<FieldRef field='x'/><Extension><Array n='2'>0 10</Array></Extension>"
-    "<Extension><Array n='2'>1 1</Array></Extension></Apply>";
-
-// Near the second mean, for which there is no label.
-TEST(OutputExpression, ImputationBeyondItsLabelsIsMissing) {
-    Scored scored(WithOutput(std::string("<OutputField name='p' feature='predictedValue'/><OutputField name='i' "
-                                         "feature='transformedValue' dataType='string' optype='categorical'>") +
-                             kImputation + "</OutputField>"));
-    EXPECT_FALSE(scored.Score({{"x", "2"}, {"z", "3"}, {"c", "a"}}).IsError());
-    EXPECT_EQ(scored.Text("i"), "low");
-    EXPECT_FALSE(scored.Score({{"x", "9"}, {"z", "0"}, {"c", "a"}}).IsError());
-    EXPECT_EQ(scored.Text("i"), "");
-    EXPECT_EQ(scored.Number("p"), 1 + 3 * 81 + 4);
-    EXPECT_FALSE(scored.Score({{"x", "2"}, {"z", "3"}, {"c", "a"}}).IsError());
-    EXPECT_EQ(scored.Text("i"), "low");
-}
-
-TEST(DerivedField, ImputationBeyondItsLabelsLeavesTheCaseUnscored) {
-    const std::string fields = std::string("<TransformationDictionary><DerivedField name='i' dataType='string' "
-                                           "optype='categorical'>") +
-                               kImputation + "</DerivedField></TransformationDictionary><RegressionModel ";
-    std::string document = Replaced(kSmallRegression, "<RegressionModel ", fields);
-    document =
-        Replaced(document, "<CategoricalPredictor name='c' value='a'", "<CategoricalPredictor name='i' value='low'");
-    Scored scored(document);
-    scored.Model().SetOption("missingValuePolicy", "noPrediction");
-    EXPECT_FALSE(scored.Score({{"x", "2"}, {"z", "3"}, {"c", "a"}}).IsError());
-    EXPECT_EQ(scored.Number(), kCompleteAnswer);
-    const MCScore::MCStatus status = scored.Score({{"x", "9"}, {"z", "3"}, {"c", "a"}});
-    EXPECT_TRUE(status.IsError());
-    EXPECT_EQ(status.GetErrorCode(), kNoPrediction);
-    EXPECT_FALSE(scored.Score({{"x", "2"}, {"z", "3"}, {"c", "a"}}).IsError());
+/// The library's own functions mean nothing to PMML.
+TEST(OutputExpression, KnowsNoFunctionsButThoseOfPmml) {
+    ExpectFailure(
+        [] {
+            ReadModel(WithOutput("<OutputField name='i' feature='transformedValue'>"
+                                 "<Apply function='rtrim'><FieldRef field='c'/></Apply></OutputField>"));
+        },
+        {INVALID_ATTRIBUTE_VALUE_IN, "rtrim", "function", "Apply"});
 }
 
 /// A record whose host fails while it is read.

@@ -85,7 +85,7 @@ TEST(UnscoredReason, IsAMissingValueThatTheSchemaRefuses) {
     const std::string document = Replaced(kSmallRegression, "<MiningField name='c'/>",
                                           "<MiningField name='c' missingValueTreatment='returnInvalid'/>");
     EXPECT_EQ(ReasonOf(document, {{"x", "2"}, {"z", "3"}}), "c is missing");
-    EXPECT_EQ(ReasonOf(document, {{"x", "2"}, {"z", "3"}, {"c", "  "}}), "c is missing");
+    EXPECT_EQ(ReasonOf(document, {{"x", "2"}, {"z", "3"}, {"c", "  "}}), "c is invalid");
 }
 
 TEST(UnscoredReason, IsAValueThatCountsAsMissing) {
@@ -99,7 +99,7 @@ TEST(UnscoredReason, IsAValueOfAnotherKind) {
     Scored scored(WithTreatment(""));
     scored.Model().SetOption("missingValuePolicy", "noPrediction");
     CaseRecord record;
-    record.Add("x", new StringValue("2"));
+    record.Add("x", new StringValue("two"));
     EXPECT_EQ(TextOf(scored.Model().Score(&record, &scored.Result()), scored.Model()), "x is invalid");
 }
 

@@ -304,7 +304,7 @@ TEST(TreeBooleans, HaveAnOrderInTheirOwnSpelling) {
     for (const auto& values : {std::pair("FALSE", "TRUE"), std::pair("False", "True"), std::pair("0", "1")}) {
         std::string document = ConditionDocument("<SimplePredicate field='b' operator='lessThan' value='0.5'/>");
         document = Replaced(document, "<DataField name='b' optype='categorical' dataType='boolean'/>",
-                            std::string("<DataField name='b' optype='ordinal' dataType='boolean'><Value value='") +
+                            std::string("<DataField name='b' optype='categorical' dataType='boolean'><Value value='") +
                                 values.second + "'/><Value value='" + values.first + "'/></DataField>");
         Scored scored(document);
         scored.Score({{"b", values.first}});
@@ -314,13 +314,12 @@ TEST(TreeBooleans, HaveAnOrderInTheirOwnSpelling) {
     }
 }
 
-TEST(TreeBooleans, ThatListOtherValuesHaveNoOrder) {
-    std::string document = ConditionDocument("<SimplePredicate field='b' operator='lessThan' value='0.5'/>");
-    document = Replaced(document, "<DataField name='b' optype='categorical' dataType='boolean'/>",
-                        "<DataField name='b' optype='categorical' dataType='boolean'><Value value='Y'/>"
-                        "<Value value='N'/></DataField>");
-    ExpectFailure([&] { ReadModel(document); }, {UNSUPPORTED_VALUE_IN, "lessThan", "operator", "SimplePredicate",
-                                                 "equal, notEqual, isMissing, isNotMissing"});
+TEST(TreeBooleans, ListTruthValuesAlone) {
+    const std::string document =
+        Replaced(ConditionDocument("<SimplePredicate field='b' operator='equal' value='true'/>"),
+                 "<DataField name='b' optype='categorical' dataType='boolean'/>",
+                 "<DataField name='b' optype='categorical' dataType='boolean'><Value value='Y'/></DataField>");
+    ExpectFailure([&] { ReadModel(document); }, {INVALID_ATTRIBUTE_VALUE_IN, "Y", "value", "Value"});
 }
 
 TEST(TreeBooleans, AreComparedWithANumberOrATruthValue) {

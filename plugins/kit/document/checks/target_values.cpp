@@ -1,6 +1,6 @@
 #include "kit/document/checks/element_rules.h"
-#include "kit/document/mining_schema.h"
 #include "kit/document/raise.h"
+#include "kit/document/target_name.h"
 
 #include <xercesc/dom/DOMDocument.hpp>
 

@@ -1,6 +1,5 @@
-#include "kit/document/mining_schema.h"
+#include "kit/inputs/mining_schema.h"
 
-#include "kit/document/categories.h"
 #include "kit/document/raise.h"
 
 #include <set>
@@ -48,12 +47,13 @@ constexpr Word<ScoreDictVar::MeasureLevel> kLevels[] = {
     {u"ordinal", ScoreDictVar::LEVEL_ORDINAL},
 };
 
-std::unique_ptr<ScoreValue> ReadReplacement(const Element& element, const XMLCh* name, const ScoreDictVar& var) {
-    std::unique_ptr<ScoreValue> value(MakeValue(var, element.Text(name)));
-    if (value == nullptr) {
+/// The text of a value of the field's type.
+std::string ReadReplacement(const Element& element, const XMLCh* name, DataType type) {
+    const std::string text = element.Text(name);
+    if (ReadValue(text, type).isMissing) {
         element.RaiseInvalid(name);
     }
-    return value;
+    return text;
 }
 
 std::optional<double> ReadBound(const Element& element, const XMLCh* name) {
@@ -69,34 +69,37 @@ void ReadOutliers(const Element& element, MiningField& field) {
     }
 }
 
-void ReadLevel(const Element& element, ScoreDictVar& var) {
+void ReadLevel(const Element& element, ScoreDictVar& var, MiningField& field) {
     if (!element.Has(u"optype")) {
         return;
     }
     const ScoreDictVar::MeasureLevel level = element.OneOf(u"optype", kLevels);
+    field.level = level;
     if (level == ScoreDictVar::LEVEL_CONTINUOUS && var.GetVarType() == ScoreDictVar::STRING_VAR) {
         Raise<Message::CONFLICTING_VALUES>("continuous", "optype", "string", "dataType");
     }
     var.SetMLevel(level);
 }
 
-MiningField ReadMiningField(const Element& element, ScoreDictionary& dictionary) {
+MiningField ReadMiningField(const Element& element, const DataFields& fields, ScoreDictionary& dictionary) {
     MiningField field;
     field.name = element.Text(u"name");
     ScoreDictVar* var = dictionary.GetVar(field.name);
-    if (var == nullptr) {
+    const auto definition = fields.find(field.name);
+    if (var == nullptr || definition == fields.end()) {
         Raise<Message::MISSING_VARIABLE>(field.name, "DataDictionary");
     }
+    const DataType type = definition->second.type;
     field.role = element.OneOfOr(u"usageType", kUsageTypes, ScoreModel::ROLE_INPUT);
-    ReadLevel(element, *var);
+    ReadLevel(element, *var, field);
     ReadOutliers(element, field);
     field.missingRefused = element.OneOfOr(u"missingValueTreatment", kMissingTreatments, false);
     if (element.Has(u"missingValueReplacement")) {
-        field.missingReplacement = ReadReplacement(element, u"missingValueReplacement", *var);
+        field.missingReplacement = ReadReplacement(element, u"missingValueReplacement", type);
     }
     field.invalid = element.OneOfOr(u"invalidValueTreatment", kInvalidTreatments, InvalidTreatment::REFUSE);
     if (field.invalid == InvalidTreatment::REPLACE) {
-        field.invalidReplacement = ReadReplacement(element, u"invalidValueReplacement", *var);
+        field.invalidReplacement = ReadReplacement(element, u"invalidValueReplacement", type);
     }
     return field;
 }
@@ -125,7 +128,7 @@ const MiningField* MiningSchema::Find(const std::string& name) const {
     return nullptr;
 }
 
-MiningSchema ReadMiningSchema(const Element& model, ScoreDictionary& dictionary) {
+MiningSchema ReadMiningSchema(const Element& model, const DataFields& fields, ScoreDictionary& dictionary) {
     MiningSchema schema;
     std::set<std::string> names;
     for (const Element child : model.RequireChild(u"MiningSchema").Children()) {
@@ -135,7 +138,7 @@ MiningSchema ReadMiningSchema(const Element& model, ScoreDictionary& dictionary)
         if (!child.Is(u"MiningField")) {
             child.RaiseMisplaced();
         }
-        MiningField field = ReadMiningField(child, dictionary);
+        MiningField field = ReadMiningField(child, fields, dictionary);
         if (!names.insert(field.name).second) {
             Raise<Message::DUPLICATE_VARIABLE_IN>(field.name, "MiningSchema");
         }
@@ -150,23 +153,6 @@ MiningSchema ReadMiningSchema(const Element& model, ScoreDictionary& dictionary)
         schema.target = named;
     }
     return schema;
-}
-
-std::string FirstTargetName(const Element& model) {
-    if (const std::string named = model.TextOr(u"targetFieldName", ""); !named.empty()) {
-        return named;
-    }
-    const Element schema = model.Child(u"MiningSchema");
-    if (!schema) {
-        return {};
-    }
-    for (const Element field : schema.Children()) {
-        const XMLCh* usage = field.Is(u"MiningField") ? field.Raw(u"usageType") : nullptr;
-        if (Same(usage, u"predicted") || Same(usage, u"target")) {
-            return field.TextOr(u"name", "");
-        }
-    }
-    return {};
 }
 
 } // namespace veltrane_kit

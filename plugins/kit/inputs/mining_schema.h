@@ -2,13 +2,12 @@
 #define VELTRANE_PLUGINS_KIT_MINING_SCHEMA_H
 
 #include "kit/document/element.h"
+#include "kit/inputs/data_field.h"
 
 #include <MCVeltrane_900/ScoreDictVar.h>
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/ScoreModel.h>
-#include <MCVeltrane_900/ScoreValue.h>
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -34,9 +33,10 @@ struct MiningField {
     std::optional<double> low;
     std::optional<double> high;
     InvalidTreatment invalid = InvalidTreatment::REFUSE;
-    bool missingRefused = false;                                    ///< a missing value can't be scored
-    std::unique_ptr<MCVeltrane_900::ScoreValue> missingReplacement; ///< null for none
-    std::unique_ptr<MCVeltrane_900::ScoreValue> invalidReplacement; ///< null unless invalid values are replaced
+    bool missingRefused = false; ///< a missing value can't be scored, though a replacement stands beside
+    std::optional<std::string> missingReplacement;
+    std::optional<std::string> invalidReplacement;                   ///< none unless invalid values are replaced
+    std::optional<MCVeltrane_900::ScoreDictVar::MeasureLevel> level; ///< instead of the dictionary's
 };
 
 /// The MiningSchema of a model.
@@ -49,15 +49,13 @@ struct MiningSchema {
 
 /// Reads the only MiningSchema among a model's children. Both the older usage type "predicted" and the newer "target"
 /// make a target; the attribute targetFieldName decides between several.
-/// @param dictionary the data dictionary; an `optype` of a field is set there
+/// @param fields     of the data dictionary
+/// @param dictionary the data dictionary as the library has it; an `optype` of a field is set there
 /// @throws VTException 260115, 260272, 260120, 260285, 260153 for words and numbers, 260124 for a field that the
 ///         dictionary doesn't have, 260202 for one that comes twice, 260188 for outliers without bounds, 260273 for two
 ///         targets, 260211 for a continuous text
-MiningSchema ReadMiningSchema(const Element& model, MCVeltrane_900::ScoreDictionary& dictionary);
-
-/// The name of the target field that a schema marks first; empty for none. It reads nothing else, for those who need
-/// the name before there is a dictionary.
-std::string FirstTargetName(const Element& model);
+MiningSchema ReadMiningSchema(const Element& model, const DataFields& fields,
+                              MCVeltrane_900::ScoreDictionary& dictionary);
 
 } // namespace veltrane_kit
 

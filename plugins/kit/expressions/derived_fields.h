@@ -1,0 +1,123 @@
+#ifndef VELTRANE_PLUGINS_KIT_DERIVED_FIELDS_H
+#define VELTRANE_PLUGINS_KIT_DERIVED_FIELDS_H
+
+#include "kit/expressions/expression_reader.h"
+
+#include <deque>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace veltrane_kit {
+
+/// The fields behind the derived ones.
+class DataScope {
+public:
+    virtual ~DataScope() = default;
+
+    /// @return none for a name that there is no field of
+    virtual std::optional<FieldScope::Found> FindData(const std::string& name) = 0;
+
+    /// Whether the document has such a field, though it can't be referred to here.
+    virtual bool IsClosed(const std::string& name) const = 0;
+};
+
+/// The derived fields of a document: compiled when the document is read, computed case by case into the fields of a
+/// frame. Only those that are needed are computed, each before those that refer to it.
+class DerivedFields {
+public:
+    /// How many fields that stand behind it in the document a field may refer to, one through the other.
+    static constexpr int kDeepestForward = 500;
+
+    /// Both are borrowed for the life of this object.
+    DerivedFields(FrameLayout& layout, DataScope& data) : fLayout(layout), fData(data) {}
+
+    /// Takes note of the DerivedFields and DefineFunctions among an element's children.
+    /// @throws VTException 260120 and 260285 for a name, 260203 for one that comes twice
+    void Add(const Element& parent);
+
+    /// Reads the expressions of all. What fails throws as ExpressionReader tells, and 260297 for fields that refer to
+    /// one another in a circle, 260125 for a reference to a field that isn't there.
+    void Read();
+
+    /// A derived field, or a data field for a name that no derived field has.
+    /// @return none for a name of neither
+    std::optional<FieldScope::Found> Find(const std::string& name);
+
+    /// The same for an attribute.
+    /// @throws VTException 260120, 260285; 260161 for a field that can't be referred to, 260125 for one that isn't
+    /// there
+    FieldScope::Found Require(const Element& element, const XMLCh* attribute);
+
+    /// Has a derived field computed from now on, and those that it refers to.
+    /// @throws VTException 260161 when it refers to a field that can't be referred to
+    void Need(int slot);
+    void NeedAll();
+
+    /// To be called when all is needed that will be, before the first case.
+    void Settle();
+
+    bool IsEmpty() const { return fFields.empty(); }
+    std::vector<std::string> Names() const;
+
+    /// Of the derived field of a slot.
+    const std::string& NameOf(int slot) const { return FieldAt(slot).name; }
+    std::optional<DataType> TypeOf(int slot) const { return FieldAt(slot).type; }
+
+    /// The values that an ordinal derived field lists, in their order.
+    std::vector<Value> ListedOf(int slot) const;
+
+    /// The slot of each, in the order of the document.
+    std::vector<int> Slots() const;
+
+    /// Whether a slot is that of a derived field.
+    bool IsDerived(int slot) const { return fPlaces.count(slot) > 0; }
+
+    /// The slots of the data fields that a derived field reads, itself or through others, in the order in which they
+    /// are met.
+    std::vector<int> DataSlotsOf(int slot) const;
+
+    /// Computes those that are needed.
+    void Compute(Frame& frame) const;
+
+    /// Reads an expression that isn't a derived field's, with the fields of this document and others before them.
+    /// @param scope    where fields are looked up
+    /// @param parent   of the expression
+    ExpressionPtr ReadExpression(FieldScope& scope, const Element& parent, std::optional<DataType> type);
+
+private:
+    enum class State { UNREAD, BEING_READ, READ };
+    struct Field {
+        std::string name;
+        Element element;
+        std::optional<DataType> type;
+        int slot;
+        State state = State::UNREAD;
+        ExpressionPtr expression;
+        std::vector<int> slots; ///< that its expression refers to
+        std::vector<OwnedValue> listed;
+        std::string closed; ///< the first field that it refers to and can't
+        bool isNeeded = false;
+    };
+    class Scope;
+
+    const Field& FieldAt(int slot) const { return fFields[fPlaces.at(slot)]; }
+    Field* FieldOf(const std::string& name);
+    void ReadField(Field& field);
+    static void ReadListed(Field& field);
+
+    FrameLayout& fLayout;
+    DataScope& fData;
+    DefinedFunctions fFunctions;
+    std::deque<Field> fFields; ///< in the order of the document
+    std::map<std::string, std::size_t, std::less<>> fNames;
+    std::map<int, std::size_t> fPlaces; ///< by slot
+    std::vector<const Field*> fOrder;   ///< each behind those that it refers to
+    std::vector<const Field*> fNeeded;  ///< of these, what is computed
+    int fDepth = 0;
+};
+
+} // namespace veltrane_kit
+
+#endif

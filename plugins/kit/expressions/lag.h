@@ -1,0 +1,48 @@
+#ifndef VELTRANE_PLUGINS_KIT_LAG_H
+#define VELTRANE_PLUGINS_KIT_LAG_H
+
+#include "kit/expressions/expression.h"
+
+#include <string>
+
+namespace veltrane_kit {
+
+/// Lag: the value that a field had some cases ago, or one number of all values since then.
+class LagExpression final : public Expression {
+public:
+    enum class Aggregate { NONE, AVG, MAX, MEDIAN, MIN, PRODUCT, SUM, STDDEV };
+
+    /// @param history of the field, in the frame
+    /// @param type    of the field
+    LagExpression(std::size_t history, std::size_t cases, Aggregate aggregate, std::optional<DataType> type);
+
+    Value Evaluate(Frame& frame) const override;
+
+private:
+    double Of(std::vector<double> numbers) const;
+
+    std::size_t fHistory;
+    std::size_t fCases;
+    Aggregate fAggregate;
+};
+
+/// Aggregate over a field that has one value in a case: that is its collection.
+class AggregateExpression final : public Expression {
+public:
+    AggregateExpression(ExpressionPtr field, bool counts)
+        : Expression(counts ? DataType::INTEGER : field->Type()), fField(std::move(field)), fCounts(counts) {}
+
+    Value Evaluate(Frame& frame) const override {
+        const Value value = fField->Evaluate(frame);
+        return fCounts ? MakeNumber(value.isMissing ? 0.0 : 1.0, DataType::INTEGER) : value;
+    }
+    bool PassesFieldOn() const override { return !fCounts; }
+
+private:
+    ExpressionPtr fField;
+    bool fCounts;
+};
+
+} // namespace veltrane_kit
+
+#endif
