@@ -23,10 +23,11 @@ class Documents(HostTest):
         self.fails("error 260125: Missing variable:'Income' definition in the 'DataDictionary' and "
                    "'TransformationDictionary'.")
 
-    def test_the_failure_that_has_no_number_of_its_own(self):
+    def test_a_field_that_the_document_does_not_have(self):
         self.document([AGE], '<DerivedField name="M" optype="continuous" dataType="double"><MapValues outputColumn="o">'
                              '<FieldColumnPair field="Income" column="i"/></MapValues></DerivedField>')
-        self.fails("error 1: Income: not predefined!")
+        self.fails("error 260125: Missing variable:'Income' definition in the 'DataDictionary' and "
+                   "'TransformationDictionary'.")
 
     def test_a_document_without_transformations(self):
         self.write("document.pmml", document([AGE], "").replace("<TransformationDictionary></TransformationDictionary>", ""))

@@ -120,8 +120,10 @@ class Functions(HostTest):
         derived = "".join(f'<DerivedField name="{name}" optype="categorical" dataType="string">'
                           f'{apply(name, "<FieldRef field=%sName%s/>" % (chr(34), chr(34)))}</DerivedField>'
                           for name in ("lowercase", "uppercase"))
-        self.expect(self.transform("Name\nÄpfel ÀÉ é\n", fields=[NAME], derived=derived), 0,
+        self.expect(self.transform("Name\nÄpfel ÀÉ é\n", "--plain", fields=[NAME], derived=derived), 0,
                     "lowercase,uppercase\nÄpfel ÀÉ é,ÄPFEL ÀÉ é\n", "")
+        self.expect(self.transform("Name\nÄpfel ÀÉ é\n", fields=[NAME], derived=derived), 0,
+                    "lowercase,uppercase\näpfel àé é,ÄPFEL ÀÉ É\n", "")
 
     def test_nothing_else_is_taken(self):
         self.assertEqual(self.run_host("functions", "more").returncode, 2)

@@ -75,8 +75,8 @@ class Transform(HostTest):
             '<Apply function="max"><FieldRef field="x6"/><Constant>3</Constant></Apply></Apply></DerivedField>'
             '<DerivedField name="d6" optype="continuous" dataType="double"><Lag field="x7">'
             '<BlockIndicator field="x8"/></Lag></DerivedField>'
-            '<DerivedField name="d7" optype="continuous" dataType="double"><Apply function="year-from-date">'
-            '<FieldRef field="Day"/></Apply></DerivedField>')
+            '<DerivedField name="d7" optype="continuous" dataType="double"><Apply function="dateDaysSinceYear">'
+            '<FieldRef field="Day"/><Constant>2000</Constant></Apply></DerivedField>')
         names = ", ".join(f'"{name}"' for name in ("x1", "Name", "x2", "x3", "x4", "x5", "x6", "x7", "x8", "Day"))
         self.refuse("id\n1\n", SEVERAL + names + NONE + TAKEN, fields=fields, derived=derived)
         header = "x1,x2,x3,x4,x5,x6,x7,x8,Name,Day\n"

@@ -32,14 +32,14 @@ class Rows(HostTest):
 
     CASES = ("Housing,Income\nown,1\nrent,\nrent,NA\ntent,5\nown,-5\nown,abc\nown,0\n\"so,\n\"\"so\",9\nown\n")
     ROWS = ("2,Income,,is missing\n3,Income,NA,is missing\n4,Housing,tent,is invalid\n5,Income,-5,is invalid\n"
-            "6,Income,abc,is not a number\n6,Income,abc,is missing\n"
+            "6,Income,abc,is not a number\n6,Income,abc,is invalid\n"
             '7,Log,,"is missing, a derived field whose inputs are there"\n'
             '8,Housing,"so,\n""so",is invalid\n'
             '9,,,"1 cell, but the header has 2"\n9,Income,,is missing\n')
     TOTALS = ("veltrane: 2 cells could not be read\n"
-              "veltrane: 4 rows could not be scored: Income is missing\n"
+              "veltrane: 3 rows could not be scored: Income is missing\n"
               "veltrane: 2 rows could not be scored: Housing is invalid\n"
-              "veltrane: 1 row could not be scored: Income is invalid\n"
+              "veltrane: 2 rows could not be scored: Income is invalid\n"
               "veltrane: 1 row could not be scored: Log is missing, a derived field whose inputs are there\n")
 
     def test_each_row_says_which_field_which_value_and_why(self):
@@ -50,7 +50,7 @@ class Rows(HostTest):
                     'cases.csv:5: not scored: Housing: "tent" is invalid\n'
                     'cases.csv:6: not scored: Income: "-5" is invalid\n'
                     'cases.csv:7: Income: "abc" is not a number\n'
-                    'cases.csv:7: not scored: Income: "abc" is missing\n'
+                    'cases.csv:7: not scored: Income: "abc" is invalid\n'
                     "cases.csv:8: not scored: Log is missing, a derived field whose inputs are there\n"
                     'cases.csv:9: not scored: Housing: "so,\\n"so" is invalid\n'
                     "cases.csv:11: 1 cell, but the header has 2\n"
@@ -114,7 +114,7 @@ class Rows(HostTest):
         self.assertEqual(len([line for line in more if line.endswith("is not a number")]), 20)
         self.assertEqual(len([line for line in more if ": not scored: " in line]), 20)
         self.assertEqual(more[-4:], ["veltrane: 20 cells could not be read",
-                                     "veltrane: 20 rows could not be scored: Income is missing",
+                                     "veltrane: 20 rows could not be scored: Income is invalid",
                                      "veltrane: 1 row could not be scored: Housing is invalid",
                                      "veltrane: the first 20 are shown; --rejects FILE takes all"])
         self.assertEqual(len(more), 44)

@@ -157,7 +157,9 @@ void CompleteTargets(const Element& model, const std::string& name, const MCVelt
         if (!target.Has(u"field")) {
             target.Dom()->setAttribute(u"field", Widen(field).c_str());
         }
-        target.Dom()->setAttribute(u"optype", LevelWord(var->GetMLevel()));
+        if (!target.Has(u"optype")) {
+            target.Dom()->setAttribute(u"optype", LevelWord(var->GetMLevel()));
+        }
     }
 }
 

@@ -89,12 +89,12 @@ ModelParts ModelTranslator::ReadParts(const Element& root, const Element& model,
     parts.dictionary.reset(ParseDictionary(dictionary.Dom(), false));
     parts.schema = ReadMiningSchema(model, *parts.fields, *parts.dictionary);
     const std::string& target = parts.schema.target;
+    CompleteTargets(model, target, *parts.dictionary);
     PrepareTargets(model, parts.IsClassification(), *parts.dictionary);
     OwnTarget own;
     if (target.empty()) {
         own = TakeOwnTarget(model, parts.IsClassification(), *this);
     }
-    CompleteTargets(model, target, *parts.dictionary);
     const bool isListed = !target.empty() && ListsValues(*parts.dictionary->GetVar(target));
     const Element targets = model.Child(u"Targets");
     HandleTargets(targets ? targets.Dom() : nullptr, parts.dictionary.get());

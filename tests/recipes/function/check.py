@@ -18,7 +18,7 @@ def run(command, apply):
         "</TransformationDictionary></PMML>", encoding="utf-8")
     cases = pathlib.Path("cases.csv")
     cases.write_text("a,b\n3,4\n5,\n-5,12\n-8,-15\n", encoding="utf-8")
-    return subprocess.run([command, "transform", document, cases, "--quiet"], text=True, capture_output=True, check=False)
+    return subprocess.run([command, "transform", document, cases, "--quiet", "--plain"], text=True, capture_output=True, check=False)
 
 
 def main():

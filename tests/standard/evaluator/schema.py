@@ -5,7 +5,7 @@ missing or replaced; a number beyond the bounds of outliers stays, becomes missi
 
 Decision: returnInvalid for missing values refuses the case although a replacement stands beside it.
 Decision: a value that counts as missing by another rule gets the missing treatment.
-Decision: a replacement is neither invalid nor an outlier.
+Decision: a replacement is neither invalid nor an outlier; an invalid value that is taken as it is can be one.
 Decision: a cell that can't be read as the field's type is invalid; taken as it is, it is missing.
 """
 from . import tables
@@ -104,5 +104,6 @@ def treat(field, mining, cell):
             return _replacement(field, mining)
         if treatment == "asValue":
             return constant(mining.get("invalidValueReplacement"), field.type)
-        return _as_it_is(field, cell)
+        value = _as_it_is(field, cell)
+        return value if value is MISSING else _outlier(field, mining, value)
     return _outlier(field, mining, read(cell, field.type))

@@ -38,48 +38,70 @@ void CaseRow::AddField(const ScoreDictVar& variable) {
         break;
     }
     fSlots.push_back(slot);
-    fIsMissingText.push_back(field.type == ScoreDictVar::STRING_VAR);
+    fState.push_back(field.type == ScoreDictVar::STRING_VAR ? State::MISSING_TEXT : State::READ);
+    fUnreadable.emplace_back();
     fFields.push_back(field);
 }
 
 const MCVeltrane_900::ScoreValue* CaseRow::Get(int index) const {
-    if (index >= 0 && index < static_cast<int>(fIsMissingText.size()) &&
-        fIsMissingText[static_cast<std::size_t>(index)]) {
-        return nullptr;
+    const auto slot = static_cast<std::size_t>(index);
+    if (index >= 0 && slot < fState.size() && fState[slot] != State::READ) {
+        return fState[slot] == State::UNREADABLE ? fUnreadable[slot].get() : nullptr;
     }
     return CaseRecord::Get(index);
 }
 
 void CaseRow::SetNumber(const Field& field, double number) {
-    fSlots[static_cast<std::size_t>(field.slot)].number->SetDoubleValue(number);
+    const auto slot = static_cast<std::size_t>(field.slot);
+    fSlots[slot].number->SetDoubleValue(number);
+    fState[slot] = State::READ;
 }
 
 void CaseRow::SetText(const Field& field, std::string_view text) {
     const auto slot = static_cast<std::size_t>(field.slot);
     fText.assign(text);
     fSlots[slot].text->SetString(fText);
-    fIsMissingText[slot] = 0;
+    fState[slot] = State::READ;
 }
 
 void CaseRow::SetDateNumber(const Field& field, double number) {
-    fSlots[static_cast<std::size_t>(field.slot)].date->SetDateTimeValue(number, field.dateTimeType);
+    const auto slot = static_cast<std::size_t>(field.slot);
+    fSlots[slot].date->SetDateTimeValue(number, field.dateTimeType);
+    fState[slot] = State::READ;
 }
 
 bool CaseRow::SetDateText(const Field& field, const std::string& text) {
-    DateTimeValue& date = *fSlots[static_cast<std::size_t>(field.slot)].date;
+    const auto slot = static_cast<std::size_t>(field.slot);
+    DateTimeValue& date = *fSlots[slot].date;
+    fState[slot] = State::READ;
     date = DateTimeValue(text, field.dateTimeType);
     return !date.IsSystemMissingValue();
 }
 
 void CaseRow::SetMissing(const Field& field) {
     const auto slot = static_cast<std::size_t>(field.slot);
+    fState[slot] = State::READ;
     if (field.type == ScoreDictVar::STRING_VAR) {
-        fIsMissingText[slot] = 1;
+        fState[slot] = State::MISSING_TEXT;
     } else if (field.type == ScoreDictVar::DATETIME_VAR) {
         fSlots[slot].date->SetDateTimeValue(NumericValue::GetSysmisValue(), DateTimeValue::VAL_DATETIME);
     } else {
         SetMissingValue(field.slot);
     }
+}
+
+void CaseRow::SetUnreadable(const Field& field, std::string_view text) {
+    SetMissing(field);
+    const auto slot = static_cast<std::size_t>(field.slot);
+    if (!fKeepsUnreadable || field.type == ScoreDictVar::STRING_VAR) {
+        return;
+    }
+    if (fUnreadable[slot] == nullptr) {
+        fUnreadable[slot] = std::make_unique<StringValue>("");
+    }
+    fText.assign(text);
+    fUnreadable[slot]->SetString(fText);
+    fState[slot] = State::UNREADABLE;
 }
 
 } // namespace veltrane::host

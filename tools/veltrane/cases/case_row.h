@@ -3,7 +3,9 @@
 
 #include <MCVeltrane_900/CaseRecord.h>
 #include <MCVeltrane_900/ScoreDictVar.h>
+#include <MCVeltrane_900/StringValue.h>
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,7 +14,6 @@ namespace MCVeltrane_900 {
 class DateTimeValue;
 class NumericValue;
 class ScoreDictionary;
-class StringValue;
 } // namespace MCVeltrane_900
 
 namespace veltrane::host {
@@ -50,6 +51,13 @@ public:
 
     void SetMissing(const Field& field);
 
+    /// Has the cells that can't be read stand as texts in the record from now on, for those who tell them from missing
+    /// ones; else they are missing.
+    void KeepUnreadable() { fKeepsUnreadable = true; }
+
+    /// Takes note of a cell that can't be read as the field's value.
+    void SetUnreadable(const Field& field, std::string_view text);
+
     const MCVeltrane_900::ScoreValue* Get(int index) const override;
     using CaseRecord::Get;
 
@@ -61,11 +69,16 @@ private:
         MCVeltrane_900::DateTimeValue* date;
     };
 
+    /// What the record gives for a field: the value in its slot, nothing, or the text of the cell.
+    enum class State : char { READ, MISSING_TEXT, UNREADABLE };
+
     void AddField(const MCVeltrane_900::ScoreDictVar& variable);
 
     std::vector<Field> fFields;
     std::vector<Slot> fSlots;
-    std::vector<char> fIsMissingText;
+    std::vector<State> fState; ///< by slot
+    bool fKeepsUnreadable = false;
+    std::vector<std::unique_ptr<MCVeltrane_900::StringValue>> fUnreadable; ///< by slot, made when one comes
     std::string fText;
 };
 

@@ -104,7 +104,7 @@ const char* CellParser::Read(std::string_view cell, const CaseRow::Field& field,
         }
     }
     if (problem) {
-        row.SetMissing(field);
+        row.SetUnreadable(field, content);
     }
     return problem;
 }

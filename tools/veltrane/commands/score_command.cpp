@@ -70,6 +70,9 @@ int RunScore(const ScoreOptions& options) {
     ScoreModel& model = *loaded.model;
     SetOptions(model, options);
     CaseRow row(*model.GetDictionary());
+    if (model.SetOption("unreadableValues", "invalid")) {
+        row.KeepUnreadable();
+    }
     Predictions predictions(model, options.document);
     CaseRun run(options, row, predictions);
     if (!loaded.choiceText.empty()) {

@@ -7,7 +7,9 @@
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
 
+#include <algorithm>
 #include <kit/document/field_references.h>
+#include <kit/model/transformations.h>
 
 namespace veltrane::host {
 namespace {
@@ -38,6 +40,61 @@ private:
     ResultColumns fColumns;
 };
 
+/// The same with the meaning of PMML.
+class StandardFields : public CaseResults {
+public:
+    explicit StandardFields(veltrane_kit::Transformations& transformations)
+        : fTransformations(transformations), fNames(transformations.Derived().Names()),
+          fSlots(transformations.Derived().Slots()) {}
+
+    bool Has(const std::string& name) const override {
+        return std::find(fNames.begin(), fNames.end(), name) != fNames.end();
+    }
+    const char* ColumnKind() const override { return "a derived field"; }
+
+    void GiveWayTo(const std::unordered_set<std::string>&) override {}
+
+    std::vector<std::string> NeededFields() const override { return fTransformations.NeededNames(); }
+
+    void WriteHeader(CsvWriter& writer) const override {
+        for (const std::string& name : fNames) {
+            writer.Text(name);
+        }
+    }
+
+    const RowFault* WriteCase(const CaseRow& row, CsvWriter& writer) override {
+        fTransformations.Compute(row);
+        for (const int slot : fSlots) {
+            Write(fTransformations[slot], writer);
+        }
+        return nullptr;
+    }
+
+private:
+    void Write(const veltrane_kit::Value& value, CsvWriter& writer) {
+        if (value.isMissing) {
+            writer.Empty();
+        } else if (veltrane_kit::IsNumber(value.type) || veltrane_kit::IsCounting(value.type)) {
+            writer.Number(value.number);
+        } else {
+            writer.Text(veltrane_kit::TextOf(value, fText));
+        }
+    }
+
+    veltrane_kit::Transformations& fTransformations;
+    std::vector<std::string> fNames;
+    std::vector<int> fSlots;
+    std::string fText;
+};
+
+int TransformPlain(const TransformOptions& options) {
+    const Document document = ReadDocument(options.document, options.encoding);
+    RequireDerivedFields(document, options.document);
+    CaseRow row(*document.fields);
+    DerivedFields derivedFields(document);
+    return CaseRun(options, row, derivedFields).Run();
+}
+
 } // namespace
 
 int RunTransform(const TransformOptions& options) {
@@ -45,11 +102,14 @@ int RunTransform(const TransformOptions& options) {
     if (options.rejects) {
         RefuseRejectsOn(*options.rejects, options.output, {options.document, options.cases});
     }
-    const Document document = ReadDocument(options.document, options.encoding);
-    RequireDerivedFields(document, options.document);
-    CaseRow row(*document.fields);
-    DerivedFields derivedFields(document);
-    return CaseRun(options, row, derivedFields).Run();
+    if (options.plain) {
+        return TransformPlain(options);
+    }
+    const auto transformations = ReadTransformations(options.document, options.encoding);
+    CaseRow row(transformations->Dictionary());
+    row.KeepUnreadable();
+    StandardFields fields(*transformations);
+    return CaseRun(options, row, fields).Run();
 }
 
 } // namespace veltrane::host

@@ -14,6 +14,8 @@
 
 #include <fmt/format.h>
 
+#include <kit/model/transformations.h>
+
 namespace veltrane::host {
 
 namespace {
@@ -86,6 +88,28 @@ Document ReadAnyDocument(DocumentFile& file, const std::string& encoding) {
         throw AnotherRoot(file, "neither PMML nor kord-ml");
     }
     return document;
+}
+
+std::unique_ptr<veltrane_kit::Transformations> ReadTransformations(const std::string& path,
+                                                                   const std::string& encoding) {
+    StartLibrary();
+    DocumentFile file(path, kCannotOpenDocument);
+    if (ReadOutline(file.Stream()).fault) {
+        ReadPmml(file, encoding); // which refuses it in the library's words
+    }
+    std::unique_ptr<veltrane_kit::Transformations> read;
+    try {
+        read = veltrane_kit::Transformations::Read(file.Stream(), encoding);
+    } catch (const MCVeltrane_900::VTException& failure) {
+        throw ExplainedFailure(ToldText(failure), Explain(failure, file, {}));
+    }
+    if (read == nullptr) {
+        throw AnotherRoot(file, "no PMML");
+    }
+    if (read->Derived().IsEmpty()) {
+        RequireDerivedFields(ReadPmml(file, encoding), path);
+    }
+    return read;
 }
 
 void RequireDerivedFields(const Document& document, const std::string& path) {

@@ -11,6 +11,10 @@ class ScoreDictionary;
 class TransformationDictionary;
 } // namespace MCVeltrane_900
 
+namespace veltrane_kit {
+class Transformations;
+}
+
 namespace veltrane::host {
 
 class DocumentFile;
@@ -36,6 +40,11 @@ Document ReadDocument(const std::string& path, const std::string& encoding);
 /// The same for a document in memory, and reads the fields of one with the root "kord-ml" too. The library has been
 /// started.
 Document ReadAnyDocument(DocumentFile& file, const std::string& encoding);
+
+/// Reads the derived fields of a document with the meaning of PMML. Throws a `VTException` for a document that cannot
+/// be read, and a `Failure` for one that is no PMML or has no derived fields.
+std::unique_ptr<veltrane_kit::Transformations> ReadTransformations(const std::string& path,
+                                                                   const std::string& encoding);
 
 /// Throws a `Failure` when there are no derived fields.
 /// @param path of the document, for the message

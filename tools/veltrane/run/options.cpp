@@ -106,10 +106,15 @@ void AddCases(CLI::App& command, CaseOptions& options, std::string& delimiter, c
     command.add_flag("--quiet", options.quiet, "no progress bar, no warnings, no report of single cells and rows");
 }
 
+void AddPlain(CLI::App& command, bool& plain) {
+    command.add_flag("--plain", plain, "read the derived fields as the library alone does, not by the meaning of PMML");
+}
+
 CLI::App& AddTransform(CLI::App& app, TransformOptions& options, std::string& delimiter) {
     CLI::App& command = *app.add_subcommand("transform", "Compute a document's derived fields for rows of cases");
     AddDocument(command, options.document, "PMML document with a TransformationDictionary");
     AddCases(command, options, delimiter, "derived fields");
+    AddPlain(command, options.plain);
     return command;
 }
 

@@ -38,6 +38,7 @@ struct CaseOptions {
 /// `veltrane transform`.
 struct TransformOptions : CaseOptions {
     std::string document;
+    bool plain = false; ///< whether the document means what the library alone takes it for
 };
 
 /// `veltrane score`.
