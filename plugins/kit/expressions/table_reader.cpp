@@ -5,14 +5,11 @@
 #include "kit/expressions/leaves.h"
 #include "kit/expressions/tables.h"
 
-#include <limits>
 #include <set>
 
 namespace veltrane_kit {
 
 namespace {
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 constexpr Word<Outliers> kOutliers[] = {
     {u"asIs", Outliers::AS_IS},

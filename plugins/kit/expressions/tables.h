@@ -4,6 +4,7 @@
 #include "kit/expressions/expression.h"
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -48,6 +49,8 @@ private:
     Value fValue; ///< of the field's type, where that is known
     double fMapMissingTo;
 };
+
+inline constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 /// A range of numbers, each end open or closed; without an end it is infinite there.
 struct Interval {

@@ -13,8 +13,6 @@ using namespace MCVeltrane_900;
 
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
 bool IsEmptyText(const ScoreValue* raw) {
     const auto* text = dynamic_cast<const StringValue*>(raw);
     return text != nullptr && text->GetText().empty();
