@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 
 namespace veltrane_kit {
 
@@ -13,7 +12,6 @@ namespace {
 
 using veltrane::Function;
 
-constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 constexpr std::size_t kFew = 8;
 
 std::optional<DataType> TypeOfCall(const Function& function, const Expressions& arguments, const Value* mapMissingTo) {

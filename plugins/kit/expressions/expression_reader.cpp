@@ -5,7 +5,6 @@
 #include "kit/expressions/numbers.h"
 #include "kit/functions/standard_functions.h"
 
-#include <limits>
 #include <utility>
 
 namespace veltrane_kit {
@@ -14,8 +13,6 @@ namespace {
 
 using veltrane::Function;
 using veltrane::FunctionLibrary;
-
-constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 
 enum class Kind {
     CONSTANT,

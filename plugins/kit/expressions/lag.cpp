@@ -2,14 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numeric>
 
 namespace veltrane_kit {
 
 namespace {
-
-constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 
 std::optional<DataType> TypeOf(LagExpression::Aggregate aggregate, std::optional<DataType> field) {
     using Aggregate = LagExpression::Aggregate;

@@ -6,13 +6,10 @@
 #include <array>
 #include <cmath>
 #include <functional>
-#include <limits>
 
 namespace veltrane_kit {
 
 namespace {
-
-constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 
 struct Quotient {
     double operator()(double a, double b) const { return b == 0.0 ? kMissing : a / b; }

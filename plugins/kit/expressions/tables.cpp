@@ -5,14 +5,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <limits>
 #include <queue>
 
 namespace veltrane_kit {
 
 namespace {
 
-constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 constexpr std::int32_t kNoBin = -1;
 
 /// The type of what a table gives: that of its values, where they share one.

@@ -4,7 +4,6 @@
 #include "kit/values/values.h"
 
 #include <cmath>
-#include <limits>
 
 namespace veltrane_kit::standard {
 
@@ -13,7 +12,6 @@ namespace {
 using veltrane::FunctionCall;
 
 constexpr double kMostYears = 999999999.0;
-constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 
 /// A moment as one of another type without its fraction; not a number where there is none.
 double WholeMoment(const Value& value, DataType type) {

@@ -5,7 +5,6 @@
 #include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/StringValue.h>
 
-#include <limits>
 #include <typeinfo>
 
 namespace veltrane_kit {
@@ -13,8 +12,6 @@ namespace veltrane_kit {
 using namespace MCVeltrane_900;
 
 namespace {
-
-constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 
 ScoreDictVar::DateTimeType CountingTypeOf(DataType type) {
     const int distance =

@@ -10,7 +10,6 @@ namespace veltrane_kit {
 
 namespace {
 
-constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 constexpr std::string_view kBlanks = " \t\r\n";
 
 std::string_view Stripped(std::string_view text) {
@@ -34,7 +33,7 @@ double TruthIn(std::string_view text) {
     if (text == "true" || text == "1" || text == "TRUE" || text == "True") {
         return 1.0;
     }
-    return text == "false" || text == "0" || text == "FALSE" || text == "False" ? 0.0 : kNone;
+    return text == "false" || text == "0" || text == "FALSE" || text == "False" ? 0.0 : kMissing;
 }
 
 bool IsWhole(double number) {
@@ -63,10 +62,10 @@ Value CastNumber(const Value& value, DataType type) {
     Value cast = MakeNumber(value.number, type);
     cast.isInvalid = value.isInvalid;
     if (type == DataType::BOOLEAN && value.number != 0.0 && value.number != 1.0) {
-        return MakeNumber(kNone, type);
+        return MakeNumber(kMissing, type);
     }
     if (type == DataType::INTEGER && !IsWhole(value.number)) {
-        return MakeNumber(kNone, type);
+        return MakeNumber(kMissing, type);
     }
     if (type == DataType::INTEGER || type == DataType::BOOLEAN) {
         cast.number += 0.0; // there is one zero
@@ -106,9 +105,9 @@ Value ReadValue(std::string_view text, DataType type) {
         return MakeNumber(TruthIn(Stripped(text)), type);
     }
     if (IsMoment(type)) {
-        return MakeNumber(ReadMoment(Stripped(text), type).value_or(kNone), type);
+        return MakeNumber(ReadMoment(Stripped(text), type).value_or(kMissing), type);
     }
-    return CastNumber(MakeNumber(NumberIn(text).value_or(kNone), DataType::DOUBLE), type);
+    return CastNumber(MakeNumber(NumberIn(text).value_or(kMissing), DataType::DOUBLE), type);
 }
 
 Value ReadUntyped(std::string_view text) {
@@ -136,7 +135,7 @@ std::string_view TextOf(const Value& value, std::string& buffer) {
 }
 
 double NumberOf(const Value& value) {
-    return IsText(value.type) && !value.isMissing ? NumberIn(value.text).value_or(kNone) : value.number;
+    return IsText(value.type) && !value.isMissing ? NumberIn(value.text).value_or(kMissing) : value.number;
 }
 
 Value CastValue(const Value& value, DataType type, std::string& buffer) {
@@ -144,7 +143,7 @@ Value CastValue(const Value& value, DataType type, std::string& buffer) {
         return value;
     }
     if (value.isMissing) {
-        return MakeNumber(kNone, type);
+        return MakeNumber(kMissing, type);
     }
     if (IsText(type)) {
         Value text = MakeText(TextOf(value, buffer));
@@ -156,10 +155,10 @@ Value CastValue(const Value& value, DataType type, std::string& buffer) {
     }
     const bool fromDate = IsMoment(value.type) || IsCounting(value.type);
     if (fromDate && (IsMoment(type) || IsCounting(type))) {
-        return MakeNumber(ConvertMoment(value.number, value.type, type).value_or(kNone), type);
+        return MakeNumber(ConvertMoment(value.number, value.type, type).value_or(kMissing), type);
     }
     if (IsMoment(type) || IsMoment(value.type)) {
-        return MakeNumber(kNone, type);
+        return MakeNumber(kMissing, type);
     }
     return CastNumber(value, type);
 }

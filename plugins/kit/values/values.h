@@ -4,12 +4,16 @@
 #include "kit/values/data_types.h"
 
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
 
 /// Typed values: how they are made, read from text, cast and compared.
 namespace veltrane_kit {
+
+/// The number of a missing value. Arithmetic spreads it.
+inline constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 
 /// A value of a type that keeps numbers; one that is not a number is missing.
 inline Value MakeNumber(double number, DataType type) {
