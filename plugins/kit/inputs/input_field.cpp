@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <typeinfo>
 
 namespace veltrane_kit {
 
@@ -18,10 +19,24 @@ bool IsEmptyText(const ScoreValue* raw) {
     return text != nullptr && text->GetText().empty();
 }
 
+std::vector<double> NumbersOf(const std::vector<OwnedValue>& values) {
+    std::vector<double> numbers;
+    for (const OwnedValue& value : values) {
+        numbers.push_back(value.value.number);
+    }
+    return numbers;
+}
+
+bool Has(const std::vector<double>& numbers, double number) {
+    return std::find(numbers.begin(), numbers.end(), number) != numbers.end();
+}
+
 } // namespace
 
 InputField::InputField(const DataField& field, const MiningField* schema)
-    : fField(&field), fCodes(field.type), fLow(-kInfinity), fHigh(kInfinity) {
+    : fField(&field), fHoldsNumbers(IsNumber(field.type)), fHoldsWholeNumbers(field.type == DataType::INTEGER),
+      fMissingNumbers(NumbersOf(field.missing)), fInvalidNumbers(NumbersOf(field.invalid)), fCodes(field.type),
+      fLow(-kInfinity), fHigh(kInfinity) {
     for (const OwnedValue& value : field.valid) {
         fCodes.Add(value.value);
     }
@@ -78,12 +93,61 @@ bool InputField::SaysNothing() const {
     return hasOneValue && admitsNoOther && !fMissingRefused && fMissingReplacement.value.category == 0;
 }
 
+/// Nearly all values are of the kind that the field keeps; they are read at once. Treat() says the same of any.
 bool InputField::Read(const ScoreValue* raw, FieldValue& value) const {
-    if (!Treat(raw, value)) {
-        value = FieldValue();
-        return false;
+    bool isScorable = false;
+    if (fHoldsNumbers && raw != nullptr && raw->GetType() == ScoreValue::NUMERIC_VALUE) {
+        isScorable = ReadNumber(raw->GetDouble(), value);
+    } else if (IsText(fField->type) && raw != nullptr && typeid(*raw) == typeid(StringValue)) {
+        isScorable = ReadText(static_cast<const StringValue*>(raw)->GetText(), value);
+    } else {
+        isScorable = Treat(raw, value);
     }
-    return true;
+    if (!isScorable) {
+        value = FieldValue();
+    }
+    return isScorable;
+}
+
+bool InputField::ReadNumber(double number, FieldValue& value) const {
+    if (number == FieldValue::kMissingNumber || std::isnan(number) ||
+        (!fMissingNumbers.empty() && Has(fMissingNumbers, number))) {
+        return GiveMissing(value);
+    }
+    value.type = fField->type;
+    value.number = number;
+    value.isMissing = false;
+    value.category = ValueCodes::kUnknown;
+    bool isInvalid = false;
+    if (fHoldsWholeNumbers && !(std::isfinite(number) && number == std::trunc(number))) {
+        value.number = kMissing;
+        value.isMissing = true;
+        isInvalid = true;
+    } else {
+        value.category = fNeedsCode ? fCodes.Find(value) : ValueCodes::kUnknown;
+        isInvalid = fChecksValues && !IsAllowedNumber(number, value.category);
+    }
+    if (isInvalid && fInvalidTreatment != InvalidTreatment::AS_IS) {
+        return GiveInvalid(value);
+    }
+    value.isInvalid = isInvalid && !value.isMissing;
+    return fOutliers == OutlierTreatment::AS_IS || TreatOutlier(value);
+}
+
+bool InputField::ReadText(const std::string& text, FieldValue& value) const {
+    if (text.empty() && fEmptyIsMissing) {
+        return GiveMissing(value);
+    }
+    value.type = DataType::STRING;
+    value.number = kMissing;
+    value.text = text;
+    value.isMissing = false;
+    if (fHasMissing && IsMissingValue(value, nullptr)) {
+        return GiveMissing(value);
+    }
+    value.category = fNeedsCode ? fCodes.Find(value) : ValueCodes::kUnknown;
+    value.isInvalid = fChecksValues && !IsAllowed(value, value.category);
+    return !value.isInvalid || fInvalidTreatment == InvalidTreatment::AS_IS || GiveInvalid(value);
 }
 
 /// The empty text is missing unless the field lists it.
@@ -105,7 +169,11 @@ bool InputField::Treat(const ScoreValue* raw, FieldValue& value) const {
         return GiveInvalid(value);
     }
     value.isInvalid = isInvalid && !value.isMissing;
-    if (fOutliers == OutlierTreatment::AS_IS || !(value.number < fLow || value.number > fHigh)) {
+    return fOutliers == OutlierTreatment::AS_IS || TreatOutlier(value);
+}
+
+bool InputField::TreatOutlier(FieldValue& value) const {
+    if (!(value.number < fLow || value.number > fHigh)) {
         return true;
     }
     if (fOutliers == OutlierTreatment::AS_MISSING) {
@@ -146,6 +214,18 @@ bool InputField::IsAllowed(const Value& value, int code) const {
     }
     return std::any_of(fField->intervals.begin(), fField->intervals.end(),
                        [&value](const Interval& interval) { return interval.Holds(value.number); });
+}
+
+bool InputField::IsAllowedNumber(double number, int code) const {
+    if (!fInvalidNumbers.empty() && Has(fInvalidNumbers, number)) {
+        return false;
+    }
+    const bool isListed = code >= 0 && code < fListed;
+    if (isListed || (fListed == 0 && fField->intervals.empty())) {
+        return true;
+    }
+    return std::any_of(fField->intervals.begin(), fField->intervals.end(),
+                       [number](const Interval& interval) { return interval.Holds(number); });
 }
 
 bool InputField::GiveMissing(FieldValue& value) const {

@@ -7,6 +7,9 @@
 
 #include <MCVeltrane_900/ScoreValue.h>
 
+#include <string>
+#include <vector>
+
 namespace veltrane_kit {
 
 /// One input field of a model and the treatment of its values: missing, invalid, outlying ones and their replacements.
@@ -41,6 +44,10 @@ private:
         FieldValue value; ///< missing for none
     };
 
+    bool ReadNumber(double number, FieldValue& value) const;
+    bool ReadText(const std::string& text, FieldValue& value) const;
+    bool TreatOutlier(FieldValue& value) const;
+    bool IsAllowedNumber(double number, int code) const;
     void SetStandIn(StandIn& standIn, const std::optional<std::string>& text);
     void SetBound(StandIn& standIn, double bound);
     void RenewCodes();
@@ -52,7 +59,11 @@ private:
     bool GiveInvalid(FieldValue& value) const;
 
     const DataField* fField;
-    ValueCodes fCodes; ///< the valid values that the document lists come first
+    bool fHoldsNumbers;                  ///< of a type of numbers
+    bool fHoldsWholeNumbers;             ///< of these, integers
+    std::vector<double> fMissingNumbers; ///< of a field of numbers, those that count as missing
+    std::vector<double> fInvalidNumbers; ///< and those that it lists as invalid
+    ValueCodes fCodes;                   ///< the valid values that the document lists come first
     int fListed = 0;
     bool fNeedsCode = false;
     bool fChecksValues = false; ///< whether the document says which values are allowed

@@ -170,6 +170,7 @@ void Inputs::Start() {
     }
     fDerived.Settle();
     fFrame = std::make_unique<Frame>(fLayout);
+    fSlots = fLayout.fields == 0 ? nullptr : &fFrame->Field(0);
 }
 
 bool Inputs::Read(const ScoreCaseRecord& record) {
@@ -222,14 +223,14 @@ bool Inputs::ReadInputs(const ScoreCaseRecord& record) {
     const Source* refused = nullptr;
     for (const Source& source : fInputs) {
         const ScoreValue* raw = source.position < 0 ? nullptr : record.Get(source.position);
-        if (!source.field->Read(raw, fFrame->Field(source.slot)) && refused == nullptr) {
+        if (!source.field->Read(raw, fSlots[source.slot]) && refused == nullptr) {
             refused = &source;
         }
     }
     fRefused = refused;
     if (fTargetWatched) {
         const ScoreValue* raw = fTarget.position < 0 ? nullptr : record.Get(fTarget.position);
-        fTarget.field->Read(raw, fFrame->Field(fTarget.slot));
+        fTarget.field->Read(raw, fSlots[fTarget.slot]);
     }
     return refused == nullptr;
 }

@@ -122,7 +122,7 @@ public:
     /// Whether the case that was read last was refused for its layout. It has no default prediction: the host is wrong.
     bool HasOtherLayout() const { return fMoved != nullptr; }
 
-    const FieldValue& operator[](int slot) const { return fFrame->Field(slot); }
+    const FieldValue& operator[](int slot) const { return fSlots[slot]; }
 
 private:
     /// A field that is read from the case.
@@ -153,6 +153,7 @@ private:
     FrameLayout fLayout;
     DerivedFields fDerived;
     std::unique_ptr<Frame> fFrame; ///< made for the first case
+    FieldValue* fSlots = nullptr;  ///< its fields
     std::vector<Source> fInputs;
     std::map<std::string, std::size_t, std::less<>> fPlaces; ///< of the input fields
     std::vector<std::string> fNames;

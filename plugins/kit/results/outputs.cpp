@@ -119,6 +119,7 @@ Outputs::Outputs(const Element& model, bool classification, Inputs& inputs, Targ
             Raise<Message::DUPLICATE_DEFINITION>("OutputField", field.name, "Output");
         }
         if (field.IsTransformed()) {
+            fTransforms = true;
             ReadExpression(child, field, inputs, scope);
         }
         field.slot = inputs.Layout().AddField();
@@ -227,13 +228,15 @@ void Outputs::Fill(const ScoreValue* value, const Prediction& prediction, const 
     const OutputCase scored{value, prediction, inputs, target, fTargetSlot, fActualCodes, fIsClassification};
     int position = 0;
     for (const Field& field : fFields) {
-        Value& known = inputs.Case().Field(field.slot);
         if (field.expression != nullptr && !field.isOfOthers) {
+            Value& known = inputs.Case().Field(field.slot);
             known = field.expression->Evaluate(inputs.Case());
             SetValue(known, position, outputs);
         } else {
             FillFeature(field, scored, outputs, position);
-            known = FromHost(outputs.At(position), field.valueType);
+            if (fTransforms) {
+                static_cast<Value&>(inputs.Case().Field(field.slot)) = FromHost(outputs.At(position), field.valueType);
+            }
         }
         ++position;
     }

@@ -72,6 +72,7 @@ private:
     std::vector<Field> fFields;
     bool fIsClassification;
     int fTargetSlot = Inputs::kNoSlot;
+    bool fTransforms = false;      ///< whether an expression may ask for the value of an output field
     std::vector<int> fActualCodes; ///< by category of the target, its code in that slot
 };
 
