@@ -1,5 +1,6 @@
 #include "condition_reader.h"
 
+#include "kit/document/array_words.h"
 #include "kit/document/raise.h"
 
 #include <utility>
@@ -167,7 +168,7 @@ Condition ConditionReader::ReadSet(const Element& element) {
     const bool isNumeric = fInputs.IsNumeric(slot);
     std::vector<double> numbers;
     std::vector<int> codes;
-    for (const std::string& item : fTranslator.GetArrayElements(array.Dom(), array.Raw(u"type"), nullptr)) {
+    for (const std::string& item : veltrane_kit::ArrayWords(array)) {
         double number = 0.0;
         const int code = isNumeric ? ValueCodes::kUnknown : fInputs.CategoryOf(slot, item);
         if (isNumeric ? !NumberOf(slot, item, number) : code == ValueCodes::kUnknown) {

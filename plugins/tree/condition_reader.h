@@ -4,8 +4,6 @@
 #include "condition.h"
 #include "kit/document/element.h"
 
-#include <MCVeltrane_900/PMMLTranslator.h>
-
 #include <map>
 #include <string>
 #include <vector>
@@ -16,9 +14,8 @@ namespace veltrane_tree {
 /// category holds for all the others, and a set's complement holds for values that the document doesn't list.
 class ConditionReader {
 public:
-    /// All are borrowed. The translator reads arrays.
-    ConditionReader(Conditions& conditions, veltrane_kit::Inputs& inputs, MCVeltrane_900::PMMLTranslator& translator)
-        : fConditions(conditions), fInputs(inputs), fTranslator(translator) {}
+    /// Both are borrowed.
+    ConditionReader(Conditions& conditions, veltrane_kit::Inputs& inputs) : fConditions(conditions), fInputs(inputs) {}
 
     /// Whether an element is a predicate.
     static bool IsPredicate(const veltrane_kit::Element& element);
@@ -44,7 +41,6 @@ private:
 
     Conditions& fConditions;
     veltrane_kit::Inputs& fInputs;
-    MCVeltrane_900::PMMLTranslator& fTranslator;
     std::map<int, int> fListed; ///< by the slots of fields with an order, how many values they list
 };
 

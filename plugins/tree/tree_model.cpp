@@ -47,7 +47,7 @@ double ReadPenalty(const Element& element) {
 
 } // namespace
 
-TreeModel::TreeModel(const Element& element, ModelParts& parts, MCVeltrane_900::PMMLTranslator& translator)
+TreeModel::TreeModel(const Element& element, ModelParts& parts)
     : fStrategy(element.OneOfOr(u"missingValueStrategy", kStrategies, MissingStrategy::NONE)),
       fPenalty(ReadPenalty(element)), fAnswersFromLast(element.OneOfOr(u"noTrueChildStrategy", kNoTrueChild, false)) {
     element.OneOfOr(u"splitCharacteristic", kSplits, false);
@@ -58,7 +58,7 @@ TreeModel::TreeModel(const Element& element, ModelParts& parts, MCVeltrane_900::
     }
     const bool weighs = fStrategy == MissingStrategy::WEIGHTED_CONFIDENCE ||
                         (fStrategy == MissingStrategy::AGGREGATE_NODES && !parts.IsClassification());
-    TreeReader(fTree, parts, translator, {weighs}).Read(element.RequireChild(u"Node"));
+    TreeReader(fTree, parts, {weighs}).Read(element.RequireChild(u"Node"));
     if (fAnswersFromLast || fStrategy == MissingStrategy::LAST_PREDICTION) {
         fTree.SetLastPredicting();
     }

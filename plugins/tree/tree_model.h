@@ -22,11 +22,9 @@ enum class MissingStrategy {
 /// A TreeModel: a case goes from the root to the first child whose condition holds, and so on.
 class TreeModel : public veltrane_kit::Model {
 public:
-    /// @param translator reads arrays
     /// @throws VTException what reading nodes throws; 260115 for a model without a Node, 260272 for two of them;
     ///         260285, 260153 for the model's attributes
-    TreeModel(const veltrane_kit::Element& element, veltrane_kit::ModelParts& parts,
-              MCVeltrane_900::PMMLTranslator& translator);
+    TreeModel(const veltrane_kit::Element& element, veltrane_kit::ModelParts& parts);
 
 protected:
     bool Predict(const veltrane_kit::Inputs& inputs, veltrane_kit::Prediction& prediction) override;

@@ -20,8 +20,8 @@ public:
     };
 
     /// All are borrowed.
-    TreeReader(Tree& tree, veltrane_kit::ModelParts& parts, MCVeltrane_900::PMMLTranslator& translator, Needs needs)
-        : fTree(tree), fParts(parts), fConditions(tree.conditions, *parts.inputs, translator), fNeeds(needs) {}
+    TreeReader(Tree& tree, veltrane_kit::ModelParts& parts, Needs needs)
+        : fTree(tree), fParts(parts), fConditions(tree.conditions, *parts.inputs), fNeeds(needs) {}
 
     /// Nodes nest at most as deep as the factory lets a document nest.
     /// @param root the only Node of a TreeModel

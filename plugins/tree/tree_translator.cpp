@@ -12,7 +12,7 @@ public:
 protected:
     std::unique_ptr<veltrane_kit::Model> BuildModel(const veltrane_kit::Element& element,
                                                     veltrane_kit::ModelParts& parts) override {
-        return std::make_unique<TreeModel>(element, parts, *this);
+        return std::make_unique<TreeModel>(element, parts);
     }
 };
 

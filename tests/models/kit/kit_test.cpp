@@ -1,4 +1,5 @@
 // The small parts of the kit: texts and numbers of documents, categories, records.
+#include "kit/document/array_words.h"
 #include "kit/document/categories.h"
 #include "kit/document/document_text.h"
 #include "kit/document/element.h"
@@ -16,6 +17,8 @@
 
 #include <memory>
 #include <sstream>
+#include <string>
+#include <vector>
 
 using namespace veltrane::tests;
 using namespace veltrane_kit;
@@ -157,6 +160,23 @@ TEST(KitValue, IsOfTheFieldsKind) {
     EXPECT_EQ(MakeValue(number, "three"), nullptr);
     EXPECT_EQ(MakeValue(date, "never"), nullptr);
     EXPECT_EQ(MakeValue(date, ""), nullptr);
+}
+
+std::vector<std::string> WordsOf(const std::string& content) {
+    const ParsedXml document = ParseXml("<Array n='7'>" + content + "</Array>");
+    const DocumentText text("UTF-8");
+    return ArrayWords(Element(document.Root(), text));
+}
+
+TEST(KitArray, IsPartedByWhiteSpaceOutsideOfQuotes) {
+    using Words = std::vector<std::string>;
+    EXPECT_EQ(WordsOf(""), Words());
+    EXPECT_EQ(WordsOf(" \t\n"), Words());
+    EXPECT_EQ(WordsOf("1\n 2.\t-3 "), (Words{"1", "2.", "-3"}));
+    EXPECT_EQ(WordsOf(R"("a b" "" c "d")"), (Words{"a b", "", "c", "d"}));
+    EXPECT_EQ(WordsOf(R"("say \"x\" \ y")"), (Words{R"(say "x" \ y)"}));
+    EXPECT_EQ(WordsOf(R"("a""b"c")"), (Words{"a", "b", "c\""}));
+    EXPECT_EQ(WordsOf(R"("open)"), Words{"open"});
 }
 
 TEST(KitResults, KeepAForeignDateTime) {

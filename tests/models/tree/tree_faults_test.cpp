@@ -115,7 +115,6 @@ constexpr FaultyChange kPredicateFaults[] = {
      Failure(MISSING_NODE_IN, "Array", "SimpleSetPredicate")},
     {"ArrayDoubled", "<Array n='2'", "<Array>u</Array><Array n='2'",
      Failure(MORE_THAN_ONE, "Array", "SimpleSetPredicate")},
-    {"ArrayOfAnotherSize", "<Array n='2'", "<Array n='3'", Failure(ARRAY_SIZE_MISMATCH, "2", "n", "3")},
     {"ArrayOfNumbersHoldsAText", "<SimpleSetPredicate field='c' booleanOperator='isIn'><Array n='2' type='string'>",
      "<SimpleSetPredicate field='x' booleanOperator='isIn'><Array n='2'>",
      Failure(INVALID_ATTRIBUTE_VALUE_IN, "u", "Array", "SimpleSetPredicate")},
