@@ -38,7 +38,8 @@ struct DefinedFunction {
 
     std::vector<Parameter> parameters;
     ExpressionPtr body;
-    std::size_t cost = 0; ///< expressions that a call evaluates at most
+    std::size_t cost = 0;  ///< expressions that a call evaluates at most
+    std::size_t depth = 0; ///< how many of them within one another
 };
 
 /// The call of a function that the document defines.

@@ -87,10 +87,6 @@ void DerivedFields::ReadField(Field& field) {
     if (field.state == State::READ) {
         return;
     }
-    if (fDepth == kDeepestForward) {
-        Raise<Message::PROCESSING_VARIABLE_FAILED>("DerivedField", field.name);
-    }
-    ++fDepth;
     field.state = State::BEING_READ;
     Scope scope(*this, field);
     field.expression = AsType(ReadExpression(scope, field.element, field.type), field.type, fLayout);
@@ -100,7 +96,6 @@ void DerivedFields::ReadField(Field& field) {
     ReadListed(field);
     field.state = State::READ;
     fOrder.push_back(&field);
-    --fDepth;
 }
 
 ExpressionPtr DerivedFields::ReadExpression(FieldScope& scope, const Element& parent, std::optional<DataType> type) {

@@ -27,9 +27,6 @@ public:
 /// frame. Only those that are needed are computed, each before those that refer to it.
 class DerivedFields {
 public:
-    /// How many fields that stand behind it in the document a field may refer to, one through the other.
-    static constexpr int kDeepestForward = 500;
-
     /// Both are borrowed for the life of this object.
     DerivedFields(FrameLayout& layout, DataScope& data) : fLayout(layout), fData(data) {}
 
@@ -115,7 +112,6 @@ private:
     std::map<int, std::size_t> fPlaces; ///< by slot
     std::vector<const Field*> fOrder;   ///< each behind those that it refers to
     std::vector<const Field*> fNeeded;  ///< of these, what is computed
-    int fDepth = 0;
 };
 
 } // namespace veltrane_kit

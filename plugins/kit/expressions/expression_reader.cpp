@@ -5,6 +5,7 @@
 #include "kit/expressions/numbers.h"
 #include "kit/functions/standard_functions.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace veltrane_kit {
@@ -133,6 +134,8 @@ bool ExpressionReader::IsExpression(const Element& element) {
 
 ExpressionPtr ExpressionReader::ReadOnly(const Element& parent, std::optional<DataType> type) {
     const Exchanged<std::size_t> evaluations(fEvaluations, 0);
+    const Exchanged<std::size_t> level(fLevel, 0);
+    const Exchanged<std::size_t> lowest(fLowest, 0);
     return ReadAmong(parent, type);
 }
 
@@ -158,7 +161,9 @@ ExpressionPtr ExpressionReader::Read(const Element& element, std::optional<DataT
     if (kind == nullptr) {
         element.RaiseMisplaced();
     }
-    Count(element, 1);
+    const Exchanged<std::size_t> level(fLevel, fLevel + 1);
+    const Exchanged<std::size_t> depth(fFunctions.fDepth, fFunctions.fDepth + 1);
+    Count(element, 1, 0);
     switch (kind->meaning) {
     case Kind::CONSTANT:
         return ReadConstant(element, type);
@@ -183,9 +188,11 @@ ExpressionPtr ExpressionReader::Read(const Element& element, std::optional<DataT
     }
 }
 
-void ExpressionReader::Count(const Element& element, std::size_t evaluations) {
+/// @param levels below the one that is being read
+void ExpressionReader::Count(const Element& element, std::size_t evaluations, std::size_t levels) {
     fEvaluations += evaluations;
-    if (fEvaluations > kMostEvaluations) {
+    fLowest = std::max(fLowest, fLevel + levels);
+    if (fEvaluations > kMostEvaluations || fLowest > kDeepest || fFunctions.fDepth > kDeepest) {
         Raise<Message::PROCESSING_VARIABLE_FAILED>(element.Tag(), element.TextOr(u"function", ""));
     }
 }
@@ -293,7 +300,7 @@ ExpressionPtr ExpressionReader::ReadDefinedCall(const Element& element, DefinedF
     if (arguments.size() != function.parameters.size()) {
         RaiseArguments(element, arguments.size());
     }
-    Count(element, function.cost);
+    Count(element, function.cost, function.depth);
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         arguments[i] = AsType(std::move(arguments[i]), function.parameters[i].type, fLayout);
     }
@@ -315,9 +322,12 @@ void ExpressionReader::ReadDefined(DefinedFunctions::Entry& entry) {
     }
     const Exchanged<FieldScope*> inside(fScope, &scope);
     const Exchanged<std::size_t> evaluations(fEvaluations, 0);
+    const Exchanged<std::size_t> level(fLevel, 0);
+    const Exchanged<std::size_t> lowest(fLowest, 0);
     const std::optional<DataType> type = ReadDataType(entry.element, u"dataType");
     entry.function.body = AsType(ReadAmong(entry.element, type), type, fLayout);
     entry.function.cost = fEvaluations;
+    entry.function.depth = fLowest;
     entry.state = DefinedFunctions::State::READ;
 }
 

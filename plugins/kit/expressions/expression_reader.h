@@ -55,6 +55,7 @@ private:
         DefinedFunction function;
     };
     std::map<std::string, Entry, std::less<>> fEntries;
+    std::size_t fDepth = 0; ///< of the expression that is being read, those that asked for it included
 };
 
 /// Makes expressions of the elements of a document.
@@ -63,11 +64,15 @@ private:
 /// that are absent or empty, 260153 for words and numbers that are none, for unknown functions and for functions that
 /// call themselves, 260246 for a number of arguments that a function doesn't take, 260115 and 260274 where there is not
 /// exactly one expression, 260159 for an element that is none, 260227 for an expression that would take more than
-/// kMostEvaluations.
+/// kMostEvaluations or lies deeper than kDeepest.
 class ExpressionReader {
 public:
     /// How many expressions may be evaluated for one of them, through the functions that the document defines.
     static constexpr std::size_t kMostEvaluations = 1000000;
+
+    /// How deep expressions may lie within one another, through the functions that the document defines and while they
+    /// are read through the fields that refer to fields behind them: reading and evaluation take the stack.
+    static constexpr std::size_t kDeepest = 2000;
 
     /// How many cases a Lag may look back.
     static constexpr std::size_t kLongestLag = 1000000;
@@ -104,12 +109,14 @@ private:
     Value ReadText(const Element& element, const XMLCh* attribute, const TextType& type, std::string& text);
     double NumberOrMissing(const Element& element, const XMLCh* attribute);
     [[noreturn]] static void RaiseArguments(const Element& element, std::size_t count);
-    void Count(const Element& element, std::size_t evaluations);
+    void Count(const Element& element, std::size_t evaluations, std::size_t levels);
 
     FrameLayout& fLayout;
     FieldScope* fScope;
     DefinedFunctions& fFunctions;
     std::size_t fEvaluations = 0; ///< of the expression that is being read, so far
+    std::size_t fLevel = 0;       ///< in it, of what is being read
+    std::size_t fLowest = 0;      ///< in it, the lowest level so far
 };
 
 /// The rows of an InlineTable, each with its cells by the column's name without a prefix.
