@@ -87,7 +87,7 @@ private:
     }
 
     constexpr void AddRows() {
-        ElementRow* row = nullptr;
+        ElementRow* row = fRows.data(); // the first line is that of an element
         const AttributeRow* attribute = kAttributes;
         for (const Line& line : kLines) {
             if (line.tag != nullptr) {
