@@ -25,7 +25,7 @@ CallExpression::CallExpression(const Function& function, Expressions arguments, 
                                FrameLayout& layout)
     : Expression(TypeOfCall(function, arguments, mapMissingTo)), fFunction(function), fArguments(std::move(arguments)),
       fMapsMissing(mapMissingTo != nullptr), fText(layout.AddText()), fMemory(layout.AddMemory()) {
-    if (fMapsMissing) {
+    if (mapMissingTo != nullptr) {
         fMapMissingTo.Keep(*mapMissingTo);
     }
 }
@@ -113,7 +113,7 @@ DefinedCallExpression::DefinedCallExpression(const DefinedFunction& function, Ex
                                          : CommonType(function.body->Type(), mapMissingTo->type)),
       fFunction(function), fArguments(std::move(arguments)), fMapsMissing(mapMissingTo != nullptr),
       fText(layout.AddText()) {
-    if (fMapsMissing) {
+    if (mapMissingTo != nullptr) {
         fMapMissingTo.Keep(*mapMissingTo);
     }
 }
