@@ -21,6 +21,7 @@ bool IsEmptyText(const ScoreValue* raw) {
 
 std::vector<double> NumbersOf(const std::vector<OwnedValue>& values) {
     std::vector<double> numbers;
+    numbers.reserve(values.size());
     for (const OwnedValue& value : values) {
         numbers.push_back(value.value.number);
     }
