@@ -155,6 +155,7 @@ void DerivedFields::NeedAll() {
 
 std::vector<std::string> DerivedFields::Names() const {
     std::vector<std::string> names;
+    names.reserve(fFields.size());
     for (const Field& field : fFields) {
         names.push_back(field.name);
     }
@@ -163,6 +164,7 @@ std::vector<std::string> DerivedFields::Names() const {
 
 std::vector<int> DerivedFields::Slots() const {
     std::vector<int> slots;
+    slots.reserve(fFields.size());
     for (const Field& field : fFields) {
         slots.push_back(field.slot);
     }
@@ -171,6 +173,7 @@ std::vector<int> DerivedFields::Slots() const {
 
 std::vector<Value> DerivedFields::ListedOf(int slot) const {
     std::vector<Value> listed;
+    listed.reserve(FieldAt(slot).listed.size());
     for (const OwnedValue& value : FieldAt(slot).listed) {
         listed.push_back(value.value);
     }

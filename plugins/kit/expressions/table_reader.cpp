@@ -156,6 +156,7 @@ ExpressionPtr ExpressionReader::ReadMapValues(const Element& element, std::optio
     for (const auto& row : rows) {
         const auto result = row.find(output);
         std::vector<Value> key;
+        key.reserve(columns.size());
         for (std::size_t i = 0; i < columns.size(); ++i) {
             const auto cell = row.find(columns[i]);
             key.push_back(cell == row.end() ? Value() : ReadValue(cell->second, types[i]));

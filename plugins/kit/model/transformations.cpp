@@ -73,6 +73,7 @@ std::optional<FieldScope::Found> Transformations::FindData(const std::string& na
 
 std::vector<std::string> Transformations::NeededNames() const {
     std::vector<std::string> names;
+    names.reserve(fSources.size());
     for (const Source& source : fSources) {
         names.push_back(source.name);
     }
