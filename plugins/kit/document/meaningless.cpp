@@ -15,12 +15,7 @@ using xercesc::DOMNode;
 
 /// Whether something that counts stands in the Extensions of an element.
 bool NeedsExtensions(const DOMNode* parent) {
-    if (Same(parent->getNodeName(), u"BayesInputs")) {
-        return true;
-    }
-    return Same(parent->getNodeName(), u"Apply") &&
-           Same(static_cast<const DOMElement*>(parent)->getAttribute(u"function"),
-                u"imputeCatFieldMissingAgainstConTarget");
+    return Same(parent->getNodeName(), u"BayesInputs");
 }
 
 bool IsMeaningless(const DOMElement* element) {

@@ -17,8 +17,8 @@ public:
 /// processing instructions. Texts that were parted by them are joined, sections of CDATA become text, and the content
 /// of an entity stands where it was referred to, so that readers of children and of texts find nothing but what counts.
 ///
-/// Two kinds of Extension stay, since there is no other place for what they hold: those of a BayesInputs, in which
-/// producers put continuous inputs before version 4.2, and the arrays of imputeCatFieldMissingAgainstConTarget.
+/// One kind of Extension stays, since there is no other place for what it holds: those of a BayesInputs, in which
+/// producers put continuous inputs before version 4.2.
 ///
 /// Linear in the size of the document, and no recursion over it. A visitor goes the same way, for documents are large
 /// and a way through them takes its time; what stands in an element is as it should be when it leaves that.
