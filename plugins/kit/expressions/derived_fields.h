@@ -68,9 +68,6 @@ public:
     /// The slot of each, in the order of the document.
     std::vector<int> Slots() const;
 
-    /// Whether a slot is that of a derived field.
-    bool IsDerived(int slot) const { return fPlaces.count(slot) > 0; }
-
     /// The slots of the data fields that a derived field reads, itself or through others, in the order in which they
     /// are met.
     std::vector<int> DataSlotsOf(int slot) const;

@@ -1,7 +1,5 @@
 #include "kit/results/output_features.h"
 
-#include "kit/document/raise.h"
-
 namespace veltrane_kit {
 
 using namespace MCVeltrane_900;
@@ -127,12 +125,6 @@ OutputFeature ReadOutputFeature(const Element& outputField) {
         feature = HasExpression(outputField) ? Transformed(ByExpression::REQUIRED) : OfOtherModels(RF::RF_NONE);
     }
     return feature;
-}
-
-void RequireExpression(const Element& outputField) {
-    if (!HasExpression(outputField)) {
-        Raise<Message::MISSING_NODE_IN>("EXPRESSION", "OutputField");
-    }
 }
 
 } // namespace veltrane_kit

@@ -54,9 +54,6 @@ struct OutputFeature {
 /// @throws VTException 260285, 260153
 OutputFeature ReadOutputFeature(const Element& outputField);
 
-/// @throws VTException 260115 when an output field has no expression
-void RequireExpression(const Element& outputField);
-
 } // namespace veltrane_kit
 
 #endif
