@@ -2,7 +2,6 @@
 
 #include "kit/values/calendar.h"
 
-#include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/StringValue.h>
 
 #include <typeinfo>
@@ -89,6 +88,17 @@ ScoreValue::ValueType HostKindOf(DataType type) {
     return IsMoment(type) ? ScoreValue::DATETIME_VALUE : ScoreValue::NUMERIC_VALUE;
 }
 
+DateTimeValue MakeMoment(const Value& value) {
+    switch (value.type) {
+    case DataType::DATE:
+        return DateTimeValue(value.number * kSecondsOfDay, DateTimeValue::VAL_DATE);
+    case DataType::TIME:
+        return DateTimeValue(value.number, DateTimeValue::VAL_TIME);
+    default:
+        return DateTimeValue(value.number, DateTimeValue::VAL_DATETIME);
+    }
+}
+
 std::unique_ptr<ScoreValue> ToHost(const Value& value) {
     if (value.isMissing) {
         return nullptr;
@@ -99,11 +109,9 @@ std::unique_ptr<ScoreValue> ToHost(const Value& value) {
     case DataType::BOOLEAN:
         return std::make_unique<StringValue>(std::string(TextOf(value, buffer)));
     case DataType::DATE:
-        return std::make_unique<DateTimeValue>(value.number * kSecondsOfDay, DateTimeValue::VAL_DATE);
     case DataType::TIME:
-        return std::make_unique<DateTimeValue>(value.number, DateTimeValue::VAL_TIME);
     case DataType::DATE_TIME:
-        return std::make_unique<DateTimeValue>(value.number, DateTimeValue::VAL_DATETIME);
+        return std::make_unique<DateTimeValue>(MakeMoment(value));
     default:
         return std::make_unique<NumericValue>(value.number);
     }

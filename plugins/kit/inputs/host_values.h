@@ -3,6 +3,7 @@
 
 #include "kit/values/values.h"
 
+#include <MCVeltrane_900/DateTimeValue.h>
 #include <MCVeltrane_900/ScoreDictVar.h>
 #include <MCVeltrane_900/ScoreValue.h>
 
@@ -21,6 +22,9 @@ Value FromHost(const MCVeltrane_900::ScoreValue* raw, DataType type);
 /// The kind of the values that a host gets for values of a type: texts, booleans as "true" and "false" too; date-times
 /// for dates and times; numbers, also for what counts days or seconds.
 MCVeltrane_900::ScoreValue::ValueType HostKindOf(DataType type);
+
+/// A date, a time or both as a host gets it.
+MCVeltrane_900::DateTimeValue MakeMoment(const Value& value);
 
 /// A value as a host gets it.
 /// @return null for a missing one

@@ -1,5 +1,6 @@
 #include "kit/results/results.h"
 
+#include "kit/inputs/host_values.h"
 #include "kit/inputs/missing_value.h"
 #include "kit/results/typed_value.h"
 

@@ -51,17 +51,6 @@ std::string ValueText(const ScoreValue& value) {
     return typed.isMissing ? std::string() : std::string(TextOf(typed, text));
 }
 
-DateTimeValue MakeMoment(const Value& value) {
-    switch (value.type) {
-    case DataType::DATE:
-        return DateTimeValue(value.number * kSecondsOfDay, DateTimeValue::VAL_DATE);
-    case DataType::TIME:
-        return DateTimeValue(value.number, DateTimeValue::VAL_TIME);
-    default:
-        return DateTimeValue(value.number, DateTimeValue::VAL_DATETIME);
-    }
-}
-
 ScoreValue::ValueType KindOf(DataType type, ScoreValue::ValueType natural) {
     if (IsText(type) || (type == DataType::BOOLEAN && natural == ScoreValue::STRING_VALUE)) {
         return ScoreValue::STRING_VALUE;

@@ -20,9 +20,6 @@ Value TypedValue(const MCVeltrane_900::ScoreValue& value, std::string& buffer);
 /// it, a text as it is.
 std::string ValueText(const MCVeltrane_900::ScoreValue& value);
 
-/// A date, a time or both.
-MCVeltrane_900::DateTimeValue MakeMoment(const Value& value);
-
 /// The kind of the library's values for a type.
 /// @param natural the kind of a value before it is cast; a boolean stays a text where that is one
 MCVeltrane_900::ScoreValue::ValueType KindOf(DataType type, MCVeltrane_900::ScoreValue::ValueType natural);
