@@ -90,7 +90,12 @@ set(VELTRANE_PUBLIC_HEADERS
     ScoreContext/IErrorFormater.h
     ScoreContext/VTErrorFormater.h
     veltrane.h
+    veltrane/arrow.h
+    veltrane/c_api.h
+    veltrane/column_scorer.h
+    veltrane/document.h
     veltrane/functions.h
+    veltrane/subtrees.h
     veltrane/value.h
     veltrane_export.h
 )

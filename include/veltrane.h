@@ -1,7 +1,10 @@
 #ifndef VELTRANE_H
 #define VELTRANE_H
 
-// Every public header of the library.
+/* Every public header of the library; for C, its columns alone. */
+#include <veltrane/arrow.h>
+#include <veltrane/c_api.h>
+#ifdef __cplusplus
 // clang-format off
 #include <MCCommon_900/MCMV.h>
 #include <MCMath_900/MCDistFun.h>
@@ -87,9 +90,13 @@
 #include <MCXML_900/SystemEncoding.h>
 #include <ScoreContext/IErrorFormater.h>
 #include <ScoreContext/VTErrorFormater.h>
+#include <veltrane/column_scorer.h>
+#include <veltrane/document.h>
 #include <veltrane/functions.h>
+#include <veltrane/subtrees.h>
 #include <veltrane/value.h>
 #include <veltrane_export.h>
 // clang-format on
+#endif
 
 #endif

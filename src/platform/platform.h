@@ -16,6 +16,9 @@ extern const char* const kSharedLibrarySuffix;
 /// The separator between a folder and a file name.
 extern const char kPathSeparator;
 
+/// The folder of this library, with the separator at its end; empty when it isn't known.
+const std::string& LibraryFolder();
+
 /// Opens a shared library by file name with the system's own search. A bare name is searched for beside this library
 /// and in its folder veltrane/ first. Opening the same file again gives the same module; modules are never closed.
 /// @param fileName file name or path, in the system's encoding

@@ -20,9 +20,6 @@ namespace veltrane::platform {
 const char* const kSharedLibrarySuffix = ".so";
 const char kPathSeparator = '/';
 
-namespace {
-
-/// The folder of this library, with a slash at its end; empty when it isn't known.
 const std::string& LibraryFolder() {
     // Found once: looking an address up walks the symbols of the library.
     static const std::string folder = [] {
@@ -32,6 +29,8 @@ const std::string& LibraryFolder() {
     }();
     return folder;
 }
+
+namespace {
 
 /// Where a bare name lies: beside this library or in its folder veltrane/, else as the system searches. The run path
 /// says the same, but a sanitizer opens libraries in this library's place, and then it doesn't count.

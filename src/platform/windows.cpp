@@ -29,6 +29,20 @@ std::string SystemText(DWORD error) {
 
 } // namespace
 
+const std::string& LibraryFolder() {
+    static const std::string folder = [] {
+        constexpr DWORD kFlags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+        HMODULE self = nullptr;
+        char path[MAX_PATH] = "";
+        if (GetModuleHandleExA(kFlags, &kPathSeparator, &self) != 0) {
+            GetModuleFileNameA(self, path, MAX_PATH);
+        }
+        const std::string whole = path;
+        return whole.substr(0, whole.find_last_of(kPathSeparator) + 1);
+    }();
+    return folder;
+}
+
 void* OpenSharedLibrary(const std::string& fileName, int& error, std::string& errorText) {
     error = 0;
     errorText.clear();

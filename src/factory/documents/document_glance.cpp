@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <functional>
+#include <ios>
+#include <istream>
 #include <memory>
 
 namespace veltrane::factory {
@@ -14,6 +16,9 @@ namespace {
 
 /// What the XML parser asks of a stream at a time.
 constexpr std::size_t kBlock = std::size_t{48} * 1024;
+
+/// What is kept of any document, and before which a stream isn't asked where it stands.
+constexpr std::size_t kKept = std::size_t{1} << 20;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kBlanks = " \t\r\n";
@@ -59,31 +64,70 @@ bool HasPlainAscii(std::string_view head) {
            std::find(std::begin(kEncodings), std::end(kEncodings), encoding) != std::end(kEncodings);
 }
 
-/// The first letters of what is looked for stand everywhere in a document, so the search goes by the last one.
-bool Holds(std::string_view text, std::string_view searched) {
-    const std::boyer_moore_horspool_searcher searcher(searched.begin(), searched.end());
+bool HoldsDoctype(std::string_view text) {
+    // Its second letter stands nearly nowhere else.
+    for (std::size_t at = text.find('!'); at != std::string_view::npos; at = text.find('!', at + 1)) {
+        if (at > 0 && text.substr(at - 1).starts_with(kDoctype)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The first letters of an element's name stand everywhere in a document, so the search goes by the last one.
+bool HoldsName(std::string_view text, std::string_view name) {
+    const std::boyer_moore_horspool_searcher searcher(name.begin(), name.end());
     return std::search(text.begin(), text.end(), searcher) != text.end();
+}
+
+/// -1 for a stream that can't tell.
+std::streamoff PlaceOf(std::istream& in) {
+    try {
+        return in.tellg();
+    } catch (const std::ios_base::failure&) {
+        return -1;
+    }
+}
+
+void GoTo(std::istream& in, std::streamoff place) {
+    try {
+        in.clear();
+        in.seekg(place);
+    } catch (const std::ios_base::failure&) {
+        // a stream that is set to throw counts as one that is not
+    }
 }
 
 } // namespace
 
 DocumentGlance::DocumentGlance(std::istream& in, std::string_view element) {
+    const std::size_t overlap = std::max(element.size(), kDoctype.size());
     const std::unique_ptr<xercesc::BinInputStream> stream(MCXML_900::MCXInputSource(in).makeStream());
+    std::size_t known = 0;
+    std::streamoff start = -1;                                      // known when something isn't kept
     for (XMLSize_t count = kBlock; count == kBlock && !fMayHold;) { // less is the end
         const std::size_t before = fHead.size();
         fHead.resize(before + kBlock);
         count = stream->readBytes(reinterpret_cast<XMLByte*>(fHead.data() + before), kBlock);
         fHead.resize(before + count);
-        fMayHold = IsDoubtful(before, element);
+        const std::size_t from = before - std::min(before, overlap); // what is looked for may have begun before
+        fMayHold = (known == 0 && !HasPlainAscii(fHead)) || IsDoubtful(std::string_view(fHead).substr(from), element);
+        known += count;
+        if (start < 0 && fHead.size() > kKept) {
+            start = PlaceOf(in) - static_cast<std::streamoff>(known);
+        }
+        if (start >= 0 && !fMayHold) {
+            fHead.erase(0, fHead.size() - std::min(fHead.size(), overlap));
+        }
+    }
+    if (fMayHold && known > fHead.size() && !in.bad()) {
+        GoTo(in, start);
+        fHead.clear();
     }
 }
 
-/// @param from where the bytes start that are new; what was looked for may have begun before
-bool DocumentGlance::IsDoubtful(std::size_t from, std::string_view element) const {
-    const std::string_view head = fHead;
-    const std::string_view fresh = head.substr(from - std::min(from, std::max(element.size(), kDoctype.size())));
-    return (from == 0 && !HasPlainAscii(head)) || fresh.find('\0') != std::string_view::npos ||
-           Holds(fresh, kDoctype) || Holds(fresh, element);
+bool DocumentGlance::IsDoubtful(std::string_view bytes, std::string_view element) {
+    return bytes.find('\0') != std::string_view::npos || HoldsDoctype(bytes) || HoldsName(bytes, element);
 }
 
 } // namespace veltrane::factory

@@ -13,7 +13,8 @@ namespace veltrane::factory {
 /// A name can only stand in a document without its letters standing there too when the document has an encoding in
 /// which ASCII isn't itself, or a document type declaration, whose entities spell it by numbers. What isn't sure to be
 /// neither, or holds the letters anywhere, is left to the scan. The bytes are read as the XML parser reads them, and no
-/// further than up to where they leave a doubt, so that the scan goes on from there.
+/// further than up to where they leave a doubt. There a stream that can is brought back to where it stood, so that
+/// large documents needn't be kept; of another one the scan goes on from there.
 class DocumentGlance {
 public:
     /// Reads the stream from where it stands: to its end, or to where it can't be told.
@@ -22,11 +23,11 @@ public:
     /// False when the document surely has no element of that name.
     bool MayHoldElement() const { return fMayHold; }
 
-    /// What was read of the stream.
+    /// What was read of the stream and stands in front of what is left in it.
     std::string_view Head() const { return fHead; }
 
 private:
-    bool IsDoubtful(std::size_t from, std::string_view element) const;
+    static bool IsDoubtful(std::string_view bytes, std::string_view element);
 
     std::string fHead;
     bool fMayHold = false;

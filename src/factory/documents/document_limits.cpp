@@ -61,22 +61,30 @@ xercesc::MemoryManager* MeteredMemory::getExceptionMemoryManager() {
     return fSource->getExceptionMemoryManager();
 }
 
-void* MeteredMemory::allocate(XMLSize_t size) {
-    const std::uint64_t held = fHeld + size;
-    const std::uint64_t total = fTotal + size;
-    if (held > kHeldMemory + kHeldMemoryPerByte * fInput + fGrace ||
-        total > kTotalMemory + kTotalMemoryPerByte * fInput + fGrace) {
+void MeteredMemory::RequireRoom(XMLSize_t size) {
+    if (fHeld + size > kHeldMemory + kHeldMemoryPerByte * fInput + fGrace ||
+        fTotal + size > kTotalMemory + kTotalMemoryPerByte * fInput + fGrace) {
         fGrace += kCleanUpGrace;
         throw DocumentRefused();
     }
+}
+
+void* MeteredMemory::allocate(XMLSize_t size) {
+    RequireRoom(size);
     auto* block = new (fSource->allocate(sizeof(Block) + size)) Block{nullptr, fBlocks, size};
     if (fBlocks != nullptr) {
         fBlocks->previous = block;
     }
     fBlocks = block;
-    fHeld = held;
-    fTotal = total;
+    fHeld += size;
+    fTotal += size;
     return block + 1;
+}
+
+void MeteredMemory::CountHeld(XMLSize_t size) {
+    RequireRoom(size);
+    fHeld += size;
+    fTotal += size;
 }
 
 void MeteredMemory::deallocate(void* memory) {

@@ -14,8 +14,9 @@
 /// a bound that real model documents stay far below.
 namespace veltrane::factory {
 
-/// Levels of elements. Every recursion over a document in the library and in plug-ins rests on it.
-inline constexpr std::size_t kMaxElementDepth = 1000;
+/// Levels of elements. Every recursion over a document in the library and in plug-ins rests on it. There is room for
+/// 1,000 of one kind within each other, an Apply for one, below those that stand around them.
+inline constexpr std::size_t kMaxElementDepth = 1100;
 
 /// Levels of entities within entities, in content.
 inline constexpr std::size_t kMaxEntityDepth = 32;
@@ -59,12 +60,19 @@ public:
     void* allocate(XMLSize_t size) override;
     void deallocate(void* memory) override;
 
+    /// Counts memory that others hold for the document as the parser's own.
+    /// @throws DocumentRefused beyond the bounds
+    void CountHeld(XMLSize_t size);
+    void CountReleased(XMLSize_t size) { fHeld -= size; }
+
     /// Tells how many bytes of the document were read.
     void CountInput(XMLSize_t bytes);
     std::uint64_t InputBytes() const;
 
 private:
     struct Block;
+
+    void RequireRoom(XMLSize_t size);
 
     xercesc::MemoryManager* fSource;
     Block* fBlocks = nullptr;

@@ -21,7 +21,7 @@
 
 namespace veltrane::factory {
 
-DocumentParser::DocumentParser() : TreeBuildingParser(&fMemory) {
+DocumentParser::DocumentParser() : RecordingParser(fMemory) {
     fSecurity.setEntityExpansionLimit(MCVeltrane_900::ModelFactory::MAX_ENTITY_EXPANSIONS);
     setSecurityManager(&fSecurity);
     setXMLEntityResolver(this);
@@ -38,12 +38,32 @@ void DocumentParser::startElement(const xercesc::XMLElementDecl& element, const 
     if (++fElementDepth > kMaxElementDepth) {
         throw DocumentRefused();
     }
+    const bool wasRecording = IsRecording();
+    if (!wasRecording) {
+        CountNames(element, attributes, attributeCount);
+    }
+    // An empty element is ended from within.
+    RecordingParser::startElement(element, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
+    if (wasRecording && IsRecording()) {
+        CountRecordedNames();
+    } else if (wasRecording) {
+        CountNames(element, attributes, attributeCount);
+    }
+}
+
+void DocumentParser::CountNames(const xercesc::XMLElementDecl& element,
+                                const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount) {
     CountName(element.getFullName());
     for (XMLSize_t i = 0; i < attributeCount; ++i) {
         CountName(attributes.elementAt(i)->getQName());
     }
-    // An empty element is ended from within.
-    TreeBuildingParser::startElement(element, uriId, prefix, attributes, attributeCount, isEmpty, isRoot);
+}
+
+/// Records have each name once, which spares counting it with each element.
+void DocumentParser::CountRecordedNames() {
+    for (; fCountedNames < Store().NameCount(); ++fCountedNames) {
+        CountName(Store().Name(fCountedNames));
+    }
 }
 
 void DocumentParser::CountName(const XMLCh* name) {
@@ -60,19 +80,19 @@ bool DocumentParser::MayHaveName(std::u16string_view name) const {
 void DocumentParser::endElement(const xercesc::XMLElementDecl& element, const unsigned int uriId, const bool isRoot,
                                 const XMLCh* const prefix) {
     --fElementDepth;
-    TreeBuildingParser::endElement(element, uriId, isRoot, prefix);
+    RecordingParser::endElement(element, uriId, isRoot, prefix);
 }
 
 void DocumentParser::startEntityReference(const xercesc::XMLEntityDecl& entity) {
     if (++fEntityDepth > kMaxEntityDepth) {
         throw DocumentRefused();
     }
-    TreeBuildingParser::startEntityReference(entity);
+    RecordingParser::startEntityReference(entity);
 }
 
 void DocumentParser::endEntityReference(const xercesc::XMLEntityDecl& entity) {
     --fEntityDepth;
-    TreeBuildingParser::endEntityReference(entity);
+    RecordingParser::endEntityReference(entity);
 }
 
 void DocumentParser::doctypeDecl(const xercesc::DTDElementDecl& root, const XMLCh* const publicId,

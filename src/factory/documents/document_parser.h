@@ -2,7 +2,7 @@
 #define VELTRANE_FACTORY_DOCUMENT_PARSER_H
 
 #include "factory/documents/document_limits.h"
-#include "factory/documents/tree_building_parser.h"
+#include "factory/documents/recording_parser.h"
 
 #include <xercesc/util/SecurityManager.hpp>
 #include <xercesc/util/XMLEntityResolver.hpp>
@@ -21,7 +21,7 @@ struct ParserMemory {
 
 /// A DOM parser that keeps the bounds of a document and reads nothing but the document and, unless external DTDs are
 /// switched off, the document's own external DTD. It owns the DOM document. It serves one parse.
-class DocumentParser : private ParserMemory, public TreeBuildingParser, private xercesc::XMLEntityResolver {
+class DocumentParser : private ParserMemory, public RecordingParser, private xercesc::XMLEntityResolver {
 public:
     DocumentParser();
     ~DocumentParser() override;
@@ -53,10 +53,14 @@ public:
                const XMLFileLoc column) override;
 
 private:
+    void CountNames(const xercesc::XMLElementDecl& element, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                    XMLSize_t attributeCount);
+    void CountRecordedNames();
     void CountName(const XMLCh* name);
 
     xercesc::SecurityManager fSecurity;
     std::unordered_set<std::size_t> fNames; ///< hashes of the names of elements and attributes
+    std::size_t fCountedNames = 0;          ///< of those that the records have
     std::size_t fElementDepth = 0;
     std::size_t fEntityDepth = 0;
     bool fDtdExpected = false;

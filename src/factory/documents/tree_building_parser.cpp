@@ -41,14 +41,18 @@ void TreeBuildingParser::FinishText() {
         return;
     }
     fHasText = false;
-    if (IsInElement() && fCurrentNode->getNodeType() != xercesc::DOMNode::TEXT_NODE) {
-        xercesc::DOMText* text = createText(fText.getRawBuffer(), fText.getLen());
-        AppendText(fCurrentParent, text);
-        fCurrentNode = text;
-    } else {
-        XercesDOMParser::docCharacters(fText.getRawBuffer(), fText.getLen(), false);
-    }
+    AddText(fText.getRawBuffer(), fText.getLen());
     fText.reset();
+}
+
+void TreeBuildingParser::AddText(const XMLCh* text, XMLSize_t length) {
+    if (IsInElement() && fCurrentNode->getNodeType() != xercesc::DOMNode::TEXT_NODE) {
+        xercesc::DOMText* node = createText(text, length);
+        AppendText(fCurrentParent, node);
+        fCurrentNode = node;
+    } else {
+        XercesDOMParser::docCharacters(text, length, false);
+    }
 }
 
 /// Whether an element has no more than its name and the attributes that stand in the document.

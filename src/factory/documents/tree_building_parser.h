@@ -32,12 +32,15 @@ public:
     void endDocument() override;
     void resetDocument() override;
 
-private:
+protected:
     /// Makes a node of the text that was gathered.
     void FinishText();
-    bool IsInElement() const;
+    virtual void AddText(const XMLCh* text, XMLSize_t length);
     bool IsOrdinary(const xercesc::XMLElementDecl& element, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                     XMLSize_t attributeCount) const;
+
+private:
+    bool IsInElement() const;
     xercesc::DOMElement* MakeElement(const XMLCh* name, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                                      XMLSize_t attributeCount);
 

@@ -25,17 +25,25 @@ void KeepForever(const Object* object) {
     Keep(object, [](const void* kept) { delete static_cast<const Object*>(kept); });
 }
 
-/// Owns an object while a plug-in works with it. When the plug-in throws, the object is not deleted but kept to the end
-/// of the process, since what the plug-in has made may still refer to it.
+/// What becomes of an object with which a plug-in works when the plug-in throws.
+enum class OnFailure {
+    KEEP,  ///< it stays to the end of the process, since what the plug-in has made may still refer to it
+    DELETE ///< for hosts that open documents all day and let go of all that a plug-in has made
+};
+
+/// Owns an object while a plug-in works with it.
 template <typename Object>
 class KeptOnFailure {
 public:
-    explicit KeptOnFailure(Object* object) : fObject(object) {}
+    explicit KeptOnFailure(Object* object, OnFailure onFailure = OnFailure::KEEP)
+        : fObject(object), fOnFailure(onFailure) {}
     KeptOnFailure(const KeptOnFailure&) = delete;
     KeptOnFailure& operator=(const KeptOnFailure&) = delete;
 
     ~KeptOnFailure() {
-        if (fObject != nullptr) {
+        if (fOnFailure == OnFailure::DELETE) {
+            delete fObject;
+        } else if (fObject != nullptr) {
             KeepForever(fObject);
         }
     }
@@ -54,6 +62,7 @@ public:
 
 private:
     Object* fObject;
+    OnFailure fOnFailure;
 };
 
 } // namespace veltrane::factory

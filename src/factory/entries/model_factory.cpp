@@ -1,5 +1,7 @@
 #include "diagnostics/raise.h"
 #include "diagnostics/trace.h"
+#include "factory/documents/document_limits.h"
+#include "factory/documents/subtree_nodes.h"
 #include "factory/documents/xml_platform_guard.h"
 #include "factory/documents/xml_text.h"
 #include "factory/entries/kept_on_failure.h"
@@ -62,47 +64,6 @@ ScoreModel* MakeNearestNeighborModel(std::istream& in, const std::vector<std::st
     return model;
 }
 
-/// Parses a document and finds its root, whose tag is not empty.
-DocumentRoute OpenDocument(std::unique_ptr<DocumentParser> parser, std::istream& in,
-                           const std::vector<std::string>& names, const std::string& encoding) {
-    xercesc::DOMDocument* document = ParseDocument(parser, in);
-    xercesc::DOMElement* root = document->getDocumentElement();
-    if (root == nullptr) {
-        parser.reset();
-        diagnostics::Raise<diagnostics::Message::NO_ROOT>();
-    }
-    const XMLCh* tag = root->getTagName();
-    if (tag == nullptr || *tag == 0) {
-        parser.reset();
-        diagnostics::Raise<diagnostics::Message::EMPTY_ROOT_TAG>();
-    }
-    return {names, encoding, std::move(parser), document, root};
-}
-
-/// What a root's tag says about the model in the document.
-struct RootKind {
-    const char* tag;
-    const char16_t* descendant; ///< an element that must stand below the root; null for none
-    const char* modelName;      ///< null when the list of names is searched
-};
-
-/// In the order in which they are tried.
-constexpr RootKind kRootKinds[] = {
-    {"PMML", nullptr, nullptr},         {"kord-ml", u"regression-model", "GeneralRegressionModel"},
-    {"kord-ml", nullptr, nullptr},      {"Tree", nullptr, "TreeModel"},
-    {"AssocLattice", nullptr, nullptr}, {"SequentialAssociationLattice", nullptr, nullptr},
-};
-
-const RootKind* FindRootKind(xercesc::DOMElement& root) {
-    for (const RootKind& kind : kRootKinds) {
-        if (HasTag(&root, kind.tag) &&
-            (kind.descendant == nullptr || root.getElementsByTagName(kind.descendant)->getLength() > 0)) {
-            return &kind;
-        }
-    }
-    return nullptr;
-}
-
 std::string ElementModelName(const xercesc::DOMElement* element) {
     if (element == nullptr) {
         return std::string();
@@ -113,10 +74,21 @@ std::string ElementModelName(const xercesc::DOMElement* element) {
     return HasTag(element, "Regression") ? "RegressionModel" : ToUtf8(element->getNodeName());
 }
 
+/// Whatever plug-in an element comes to, it finds all that is in it.
+void Restore(xercesc::DOMElement* element) {
+    if (element == nullptr) {
+        return;
+    }
+    try {
+        RestoreSubtrees(*element);
+    } catch (const DocumentRefused&) {
+        diagnostics::Raise<diagnostics::Message::CANNOT_OPEN_DOCUMENT>();
+    }
+}
+
 /// Builds a model from an element by `parse`.
 template <typename Parse>
-ScoreModel* MakeModelFromElement(const xercesc::DOMElement* element, const std::vector<std::string>& names,
-                                 Parse parse) {
+ScoreModel* MakeModelFromElement(xercesc::DOMElement* element, const std::vector<std::string>& names, Parse parse) {
     const XMLPlatformGuard guard;
     Trace(TRACE_PROGRESS, "Enter:%s", kTraceName);
     const std::string modelName = ElementModelName(element);
@@ -125,6 +97,7 @@ ScoreModel* MakeModelFromElement(const xercesc::DOMElement* element, const std::
     KeptOnFailure<BaseTranslator> translator(MakeTranslator(searched, modelName));
     ScoreModel* model = nullptr;
     if (translator.Get() != nullptr) {
+        Restore(element);
         model = parse(*translator.Get());
         translator.Delete();
     }
@@ -153,7 +126,7 @@ ScoreModel* ModelFactory::MakeModelFromXML(std::istream& in, const std::vector<s
     auto parser = std::make_unique<DocumentParser>();
     parser->setLoadExternalDTD(false);
     parser->setValidationScheme(xercesc::XercesDOMParser::Val_Never);
-    DocumentRoute route = OpenDocument(std::move(parser), in, names, encoding);
+    DocumentRoute route = OpenRoute(std::move(parser), in, names, encoding);
     const RootKind* kind = FindRootKind(*route.root);
     if (kind == nullptr) {
         const std::string tag = ToUtf8(route.root->getTagName());
@@ -179,7 +152,7 @@ ScoreModel* ModelFactory::MakeModelFromXML(std::istream& in, ScoreDictionary* di
     parser->setValidationScheme(xercesc::XercesDOMParser::Val_Never);
     parser->setDoSchema(false);
     parser->setLoadExternalDTD(false);
-    DocumentRoute route = OpenDocument(std::move(parser), in, names, encoding);
+    DocumentRoute route = OpenRoute(std::move(parser), in, names, encoding);
     const RootKind* kind = FindRootKind(*route.root);
     if (kind != nullptr && !HasTag(route.root, PMMLModelTags::XML_ELE_PMML)) {
         return GetLibraryPath(route, kind->modelName);

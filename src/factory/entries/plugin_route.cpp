@@ -2,13 +2,16 @@
 
 #include "diagnostics/raise.h"
 #include "diagnostics/trace.h"
+#include "factory/documents/subtree_nodes.h"
 #include "factory/documents/xml_text.h"
-#include "factory/entries/kept_on_failure.h"
+#include "platform/platform.h"
+#include "translators/frame/element_walk.h"
 
 #include <MCVeltrane_900/BaseTranslator.h>
 #include <MCVeltrane_900/ScoreModel.h>
 #include <MCVeltrane_900/VTDynamicLoadedLibrary.h>
 
+#include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/dom/DOMNodeList.hpp>
 
@@ -26,8 +29,10 @@ using MCVeltrane_900::ScoreDictionary;
 using MCVeltrane_900::ScoreModel;
 using MCVeltrane_900::ScoreTranslator;
 using MCVeltrane_900::VTDynamicLoadedLibrary;
+using translators::HasTag;
 
 using GiveMyTranslator = ScoreTranslator* (*)();
+using NameMySubtrees = const SubtreeKind* (*)(int);
 using PassModelNames = void (*)(ScoreTranslator*, const std::vector<std::string>&);
 
 VTDynamicLoadedLibrary LibraryOf(const std::string& modelName) {
@@ -59,8 +64,123 @@ bool HasElements(const xercesc::DOMNodeList& list) {
     return list.item(0) != nullptr || list.getLength() > 0;
 }
 
-/// The node name of the element that decides which model the document holds.
+/// The plug-in of a lattice is that of the association model; only the library is named differently.
+std::string LibraryNameOf(const std::string& modelName) {
+    return modelName == "AssociationModelLattice" ? "AssociationModel" : modelName;
+}
+
+/// The kinds of subtree that the plug-in of a model reads by itself; null for none. The trace follows the documents,
+/// not this, so the library's own operations are passed by.
+const SubtreeKind* SubtreeKindsOf(const std::string& modelName) {
+    int error = 0;
+    std::string text;
+    const std::string file = VTDynamicLoadedLibrary::MakeLibraryFileName(LibraryNameOf(modelName) + "900" + "r");
+    void* module = platform::OpenSharedLibrary(file, error, text);
+    if (module == nullptr) {
+        return nullptr;
+    }
+    const auto name = reinterpret_cast<NameMySubtrees>(platform::FindSymbol(module, "NameMySubtrees", text));
+    return name == nullptr ? nullptr : name(SubtreeKind::kVersion);
+}
+
+/// Puts nodes in place of all records of the document.
+void Restore(DocumentRoute& route) {
+    try {
+        RestoreSubtrees(*route.root);
+    } catch (const DocumentRefused&) {
+        route.parser.reset();
+        Raise<Message::CANNOT_OPEN_DOCUMENT>();
+    }
+}
+
+/// Only the plug-in that was asked for its kinds of subtree reads records of them.
+void RestoreForeignSubtrees(DocumentRoute& route, const std::string& modelName) {
+    if (route.parser->HasSubtrees() && route.parser->HasSubtreesBeside(SubtreeKindsOf(modelName))) {
+        Restore(route);
+    }
+}
+
+/// Opens the plug-in and lets its translator build the model by `parse`. The parser stays the route's unless the
+/// plug-in throws.
+template <typename Parse>
+ScoreModel* BuildModel(DocumentRoute& route, const std::string& modelName, Parse parse) {
+    VTDynamicLoadedLibrary library = LibraryOf(LibraryNameOf(modelName));
+    const auto give = FindFunction<GiveMyTranslator>(library, "GiveMyTranslator");
+    if (give == nullptr) {
+        Fail<Message::NO_MODEL_LIBRARY>(route, modelName);
+    }
+    RestoreForeignSubtrees(route, modelName);
+    KeptOnFailure<BaseTranslator> translator(AskForTranslator(give), route.onFailure);
+    if (translator.Get() == nullptr) {
+        Fail<Message::NO_MODEL_LIBRARY>(route, modelName);
+    }
+    // Where nothing is kept the translator goes first, as it does when all goes well.
+    const bool keeps = route.onFailure == OnFailure::KEEP;
+    KeptOnFailure<DocumentParser> parser(keeps ? route.parser.release() : nullptr);
+    if (const auto pass = FindFunction<PassModelNames>(library, "PassModelNames"); pass != nullptr) {
+        pass(translator.Get(), route.names);
+    }
+    ScoreModel* model = parse(*translator.Get());
+    translator.Delete();
+    if (keeps) {
+        route.parser.reset(parser.Release());
+    }
+    return model;
+}
+
+constexpr const char* kTraceName = "MCVeltrane_900::GetLibraryPath";
+
+/// In the order in which they are tried.
+constexpr RootKind kRootKinds[] = {
+    {"PMML", nullptr, nullptr},         {"kord-ml", u"regression-model", "GeneralRegressionModel"},
+    {"kord-ml", nullptr, nullptr},      {"Tree", nullptr, "TreeModel"},
+    {"AssocLattice", nullptr, nullptr}, {"SequentialAssociationLattice", nullptr, nullptr},
+};
+
+} // namespace
+
+void* FindPluginSymbol(const std::string& modelName, const char* symbol) {
+    return LibraryOf(LibraryNameOf(modelName)).GetSymbolAddress(symbol);
+}
+
+DocumentRoute OpenRoute(std::unique_ptr<DocumentParser> parser, std::istream& in, const std::vector<std::string>& names,
+                        const std::string& encoding) {
+    parser->RecordSubtrees([&names](const std::string& model) -> const SubtreeKind* {
+        const bool isListed = std::find(names.begin(), names.end(), model) != names.end();
+        return isListed ? SubtreeKindsOf(model) : nullptr;
+    });
+    xercesc::DOMDocument* document = ParseDocument(parser, in);
+    xercesc::DOMElement* root = document->getDocumentElement();
+    if (root == nullptr) {
+        parser.reset();
+        Raise<Message::NO_ROOT>();
+    }
+    const XMLCh* tag = root->getTagName();
+    if (tag == nullptr || *tag == 0) {
+        parser.reset();
+        Raise<Message::EMPTY_ROOT_TAG>();
+    }
+    return {names, encoding, std::move(parser), document, root};
+}
+
+const RootKind* FindRootKind(xercesc::DOMElement& root) {
+    for (const RootKind& kind : kRootKinds) {
+        if (HasTag(&root, kind.tag) &&
+            (kind.descendant == nullptr || root.getElementsByTagName(kind.descendant)->getLength() > 0)) {
+            return &kind;
+        }
+    }
+    return nullptr;
+}
+
 std::string FindModelName(DocumentRoute& route) {
+    const auto mayBeRecorded = [&](const std::string& name) {
+        const std::u16string tag = ToUtf16(name);
+        return tag == kEveryTag || route.parser->MayHaveRecorded(tag);
+    };
+    if (route.parser->HasSubtrees() && std::any_of(route.names.begin(), route.names.end(), mayBeRecorded)) {
+        Restore(route);
+    }
     const xercesc::DOMNodeList* found = nullptr;
     for (auto name = route.names.begin(); name != route.names.end() && found == nullptr; ++name) {
         const std::u16string tag = ToUtf16(*name);
@@ -79,38 +199,6 @@ std::string FindModelName(DocumentRoute& route) {
     }
     return ToUtf8(node->getNodeName());
 }
-
-/// The plug-in of a lattice is that of the association model; only the library is named differently.
-std::string LibraryNameOf(const std::string& modelName) {
-    return modelName == "AssociationModelLattice" ? "AssociationModel" : modelName;
-}
-
-/// Opens the plug-in and lets its translator build the model by `parse`. The parser stays the route's unless the
-/// plug-in throws.
-template <typename Parse>
-ScoreModel* BuildModel(DocumentRoute& route, const std::string& modelName, Parse parse) {
-    VTDynamicLoadedLibrary library = LibraryOf(LibraryNameOf(modelName));
-    const auto give = FindFunction<GiveMyTranslator>(library, "GiveMyTranslator");
-    if (give == nullptr) {
-        Fail<Message::NO_MODEL_LIBRARY>(route, modelName);
-    }
-    KeptOnFailure<BaseTranslator> translator(AskForTranslator(give));
-    if (translator.Get() == nullptr) {
-        Fail<Message::NO_MODEL_LIBRARY>(route, modelName);
-    }
-    KeptOnFailure<DocumentParser> parser(route.parser.release());
-    if (const auto pass = FindFunction<PassModelNames>(library, "PassModelNames"); pass != nullptr) {
-        pass(translator.Get(), route.names);
-    }
-    ScoreModel* model = parse(*translator.Get());
-    translator.Delete();
-    route.parser.reset(parser.Release());
-    return model;
-}
-
-constexpr const char* kTraceName = "MCVeltrane_900::GetLibraryPath";
-
-} // namespace
 
 BaseTranslator* MakeTranslator(const std::vector<std::string>& names, const std::string& modelName) {
     if (std::find(names.begin(), names.end(), modelName) == names.end()) {

@@ -116,7 +116,9 @@ ApplyPlan::Added ApplyPlan::AddLeaf(FunctionTree& leaf) {
 
 ApplyPlan::Added ApplyPlan::AddFunction(FunctionTree& node, int depth) {
     const int count = node.GetChildCount();
+    std::size_t last = fSteps.size(); // the first step of the last argument
     for (int i = 0; i < count; ++i) {
+        last = fSteps.size();
         FunctionTree* child = node.GetChildAt(i);
         if (child == nullptr || AddChild(node, *child, depth) == Added::NOTHING) {
             return Added::NOTHING;
@@ -124,7 +126,14 @@ ApplyPlan::Added ApplyPlan::AddFunction(FunctionTree& node, int depth) {
     }
     const FunctionDispatch& dispatch = DispatchOf(node.GetNodeStats().GetTransformFunction());
     const bool hasKernel = dispatch.array != nullptr || (dispatch.pair != nullptr && count == 2);
+    // The last argument of a kernel is often a constant, which then needs no step of its own.
+    const bool endsInConstant = hasKernel && last + 1 == fSteps.size() && fSteps.back().kind == Kind::CONSTANT;
+    const NumericValue* const constant = endsInConstant ? fSteps.back().constant : nullptr;
+    if (endsInConstant) {
+        fSteps.pop_back();
+    }
     AddCall(hasKernel ? Kind::KERNEL : Kind::FUNCTION, node, count);
+    fSteps.back().constant = constant;
     return Added::NUMBER;
 }
 

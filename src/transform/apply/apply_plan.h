@@ -41,7 +41,7 @@ private:
 
     struct Step {
         Kind kind;
-        const MCVeltrane_900::NumericValue* constant = nullptr;
+        const MCVeltrane_900::NumericValue* constant = nullptr; ///< of a kernel, its last argument; null for others
         MCVeltrane_900::FunctionTree* node = nullptr;
         const MCVeltrane_900::ScoreDictVar* variable = nullptr;
         int position = -1; ///< of the field in the record
@@ -77,8 +77,8 @@ private:
     double RunRare(const Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase,
                    const double* arguments);
     bool IsComputed(const Step& step) const;
-    const MCVeltrane_900::ScoreValue* ReadComputed(Step& step) const;
-    double ReadField(Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase) const;
+    const MCVeltrane_900::ScoreValue* ReadComputed(Step& step);
+    double ReadField(Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase);
     double Walk(const Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase) const;
     double TestMissing(const Step& step, MCVeltrane_900::TransformVar& var, const ApplyCase& oneCase) const;
     static double CallKernel(const Step& step, double* arguments);
@@ -94,6 +94,7 @@ private:
     std::vector<const MCVeltrane_900::FunctionTree*> fUnresolved; ///< leaves that no case has reached yet
     bool fReadsDerived = false;
     const MCVeltrane_900::TransformationDictionary* fDerived = nullptr; ///< the derived fields of the case
+    DictionaryEvaluation::StoredValues fStored;                         ///< and their values
     std::vector<double> fStack;
     std::vector<double> fArguments; ///< of functions that take a vector
 };

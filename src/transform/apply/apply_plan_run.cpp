@@ -24,6 +24,13 @@ const ScoreValue* ValueInRecord(int position, const ApplyCase& oneCase) {
     return position >= 0 && oneCase.record != nullptr ? oneCase.record->Get(position) : nullptr;
 }
 
+/// DoubleOf(), at once for the library's own class, which describes itself at one place.
+double NumberIn(const ScoreValue* value) {
+    return value != nullptr && &typeid(*value) == &typeid(NumericValue)
+               ? data::StoredNumber::Of(static_cast<const NumericValue&>(*value))
+               : DoubleOf(value);
+}
+
 double Truth(bool condition) {
     return condition ? 1.0 : 0.0;
 }
@@ -36,6 +43,7 @@ const ScoreValue* ApplyPlan::Evaluate(TransformVar& var, const ApplyCase& oneCas
     }
     if (fReadsDerived) {
         fDerived = DictionaryEvaluation::DictionaryOf(oneCase);
+        fStored = {};
     }
     if (!fOperands.empty() && !HoldsNumbers(oneCase)) {
         return nullptr;
@@ -107,6 +115,9 @@ double ApplyPlan::Run(TransformVar& var, const ApplyCase& oneCase) {
         } else if (step->kind == Kind::FIELD) {
             *top++ = ReadField(*step, var, oneCase);
         } else if (step->kind == Kind::KERNEL) {
+            if (step->constant != nullptr) {
+                *top++ = data::StoredNumber::Of(*step->constant);
+            }
             top -= step->count;
             const double result = CallKernel(*step, top);
             *top = IsMissing(result) || step->treatsInvalid ? Treat(*step, var, top, result) : result;
@@ -149,16 +160,16 @@ inline bool ApplyPlan::IsComputed(const Step& step) const {
 }
 
 /// That value, by the field's name, which is looked up once.
-inline const ScoreValue* ApplyPlan::ReadComputed(Step& step) const {
+inline const ScoreValue* ApplyPlan::ReadComputed(Step& step) {
     if (step.storedIn != fDerived->GetRevision()) {
         step.stored =
             DictionaryEvaluation::StoredPosition(*fDerived, FieldEvaluation::NameOfField(step.node->GetNodeStats()));
         step.storedIn = step.stored < 0 ? 0 : fDerived->GetRevision();
     }
-    return DictionaryEvaluation::StoredValue(*fDerived, step.stored);
+    return DictionaryEvaluation::StoredValue(*fDerived, step.stored, fStored);
 }
 
-double ApplyPlan::ReadField(Step& step, TransformVar& var, const ApplyCase& oneCase) const {
+double ApplyPlan::ReadField(Step& step, TransformVar& var, const ApplyCase& oneCase) {
     if (const ScoreValue* value = ValueInRecord(step.position, oneCase)) {
         if (!step.variable->IsMissingValue(value)) {
             return value->GetDouble();
@@ -169,7 +180,7 @@ double ApplyPlan::ReadField(Step& step, TransformVar& var, const ApplyCase& oneC
     if (!step.isDerived) {
         return kMissing;
     }
-    return DoubleOf(IsComputed(step) ? ReadComputed(step)
+    return NumberIn(IsComputed(step) ? ReadComputed(step)
                                      : FieldEvaluation::Of(var).EvaluateField(*step.variable, oneCase));
 }
 

@@ -52,6 +52,22 @@ public:
     static int StoredPosition(const Dictionary& dictionary, const std::string& name);
     static const Value* StoredValue(const Dictionary& dictionary, int position);
 
+    /// The values of a derived record of the library's own class, for as long as a field is evaluated.
+    struct StoredValues {
+        const Record* record = nullptr;
+        const std::vector<Value*>* values = nullptr; ///< null for another class
+    };
+    /// The same, with no call for each value.
+    /// @param stored of the record that was asked before
+    static const Value* StoredValue(const Dictionary& dictionary, int position, StoredValues& stored) {
+        if (dictionary.fDerivedRecord != stored.record) {
+            FindStoredValues(dictionary, stored);
+        }
+        const auto at = static_cast<std::size_t>(position);
+        return stored.values != nullptr && at < stored.values->size() ? (*stored.values)[at]
+                                                                      : StoredValue(dictionary, position);
+    }
+
     /// The value of a field in the derived record, which is read by its name. Its value index, which anyone can set, is
     /// where the name is looked for first: positions in the record never change.
     static const Value* StoredValue(const Dictionary& dictionary, int index, const std::string& name);
@@ -74,6 +90,8 @@ public:
     std::string text;                     ///< scratch of the text form
 
 private:
+    static void FindStoredValues(const Dictionary& dictionary, StoredValues& stored);
+
     Dictionary& fDictionary;
     std::vector<std::shared_ptr<Record>> fRecords;
 

@@ -27,6 +27,14 @@ const ScoreValue* DictionaryEvaluation::StoredValue(const Dictionary& dictionary
     return record == nullptr ? nullptr : record->Get(position);
 }
 
+void DictionaryEvaluation::FindStoredValues(const Dictionary& dictionary, StoredValues& stored) {
+    stored.record = dictionary.fDerivedRecord;
+    const auto* own = stored.record != nullptr && typeid(*stored.record) == typeid(CaseRecord)
+                          ? static_cast<const CaseRecord*>(stored.record)
+                          : nullptr;
+    stored.values = own == nullptr ? nullptr : &own->GetAllValues();
+}
+
 const ScoreValue* DictionaryEvaluation::StoredValue(const Dictionary& dictionary, int index, const std::string& name) {
     const std::vector<std::string>& names = Of(dictionary).storedNames;
     const auto position = static_cast<std::size_t>(index);

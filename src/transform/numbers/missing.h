@@ -3,14 +3,18 @@
 
 #include "data/values/number_tests.h"
 
+#include <bit>
+#include <cstdint>
+
 namespace veltrane::functions {
 
 /// The system-missing number.
 inline constexpr double kMissing = data::kMissingNumber;
 
-/// Exact: a NaN is no missing number.
+/// Exact: a NaN is no missing number. No other number equals the missing one, so that its bits tell, without the second
+/// question that a comparison of doubles asks for a NaN.
 constexpr bool IsMissing(double x) {
-    return x == kMissing;
+    return std::bit_cast<std::uint64_t>(x) == std::bit_cast<std::uint64_t>(kMissing);
 }
 
 /// Whether a number truncates into 32 bits. Both ends are excluded; a NaN does not fit.
