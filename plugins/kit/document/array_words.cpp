@@ -1,5 +1,7 @@
 #include "kit/document/array_words.h"
 
+#include "kit/document/raise.h"
+
 #include <algorithm>
 #include <string_view>
 
@@ -11,16 +13,15 @@ constexpr std::string_view kBlanks = " \t\r\n";
 
 /// What stands between quotes.
 /// @param place behind the first quote, then behind the last
-std::string TakeQuoted(std::string_view text, std::size_t& place) {
-    std::string word;
+/// @return false where no quote closes it
+bool TakeQuoted(std::string_view text, std::size_t& place, std::string& word) {
     for (; place < text.size() && text[place] != '"'; ++place) {
         if (text[place] == '\\' && place + 1 < text.size() && text[place + 1] == '"') {
             ++place;
         }
         word.push_back(text[place]);
     }
-    ++place;
-    return word;
+    return place++ < text.size();
 }
 
 } // namespace
@@ -32,7 +33,9 @@ std::vector<std::string> ArrayWords(const Element& array) {
     std::size_t place = text.find_first_not_of(kBlanks);
     while (place < text.size()) {
         if (text[place] == '"') {
-            words.push_back(TakeQuoted(text, ++place));
+            if (!TakeQuoted(text, ++place, words.emplace_back())) {
+                Raise<Message::INVALID_CONTENT>(content, array.Tag());
+            }
         } else {
             const std::size_t end = std::min(text.find_first_of(kBlanks, place), text.size());
             words.emplace_back(text.substr(place, end - place));

@@ -11,7 +11,8 @@ void RequireCommonElement(const Element& child) {
                                              u"Targets",
                                              u"LocalTransformations",
                                              u"ModelVerification",
-                                             u"TransformationDictionary"};
+                                             u"TransformationDictionary",
+                                             u"ResultField"};
     for (const XMLCh* tag : kTags) {
         if (child.Is(tag)) {
             return;

@@ -93,6 +93,10 @@ std::u16string Widen(const std::string& text) {
     return wide;
 }
 
+std::string LocalName(const std::string& name) {
+    return name.substr(name.find(':') + 1);
+}
+
 bool ReadNumber(const XMLCh* text, double& number) {
     char buffer[kLongestNumber];
     double read = 0.0;

@@ -30,6 +30,9 @@ std::string Narrow(const XMLCh* text);
 /// ASCII text as UTF-16.
 std::u16string Widen(const std::string& text);
 
+/// A name without the prefix of a name space.
+std::string LocalName(const std::string& name);
+
 /// Reads a decimal number, the point as decimal sign under every locale. White space around it is allowed.
 /// @return false, and `number` untouched, for anything else: infinity, a NaN and what no double can hold, too
 bool ReadNumber(const XMLCh* text, double& number);

@@ -3,10 +3,13 @@
 
 #include "kit/document/document_text.h"
 
+#include <veltrane/subtrees.h>
+
 #include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace veltrane_kit {
@@ -26,15 +29,36 @@ const XMLCh* ValueOf(const xercesc::DOMAttr& attribute);
 /// message names the element and the attribute. A plain value, valid while the document is read. Names are UTF-16
 /// literals: element.Number(u"intercept").
 ///
-/// The factory bounds the nesting of documents at 1000 levels, and all recursion over elements rests on that.
+/// It stands in the DOM, or in one of the subtrees that the plug-in has named as its own, which are records. There an
+/// Extension isn't among the children, nor its text in the content: in the DOM it is taken out before anybody reads.
+///
+/// The factory bounds the nesting of documents at 1100 levels, and all recursion over elements rests on that.
 class Element {
 public:
     /// No element.
     Element() = default;
     Element(xercesc::DOMElement* element, const DocumentText& text) : fElement(element), fText(&text) {}
 
-    explicit operator bool() const { return fElement != nullptr; }
+    /// An element of a subtree that is held in records.
+    Element(const veltrane::SubtreeRecords& records, std::uint32_t node, const DocumentText& text)
+        : fText(&text), fRecords(&records), fNode(node) {}
+
+    explicit operator bool() const { return fElement != nullptr || fRecords != nullptr; }
+
+    /// Whether both are the same element of one document, or no element.
+    bool operator==(const Element& other) const {
+        return fElement == other.fElement && fRecords == other.fRecords && fNode == other.fNode;
+    }
+
+    /// Null for an element among records.
     xercesc::DOMElement* Dom() const { return fElement; }
+
+    /// Null for an element in the DOM.
+    const veltrane::SubtreeNode* Record() const { return fRecords == nullptr ? nullptr : fRecords->nodes + fNode; }
+    const veltrane::SubtreeRecords* Records() const { return fRecords; }
+
+    /// The name. The elements of one document that have the same name share its text.
+    const XMLCh* TagText() const { return fRecords != nullptr ? TagOf(*Record()) : fElement->getTagName(); }
     const DocumentText& Reader() const { return *fText; }
 
     std::string Tag() const;
@@ -97,6 +121,9 @@ public:
     /// All text in the element.
     std::string Content() const;
 
+    /// How many elements of its own name stand in one whose content is held in records; 0 for one that has DOM nodes.
+    std::size_t CountRecordedLike() const;
+
     /// @throws VTException 260153 with the attribute's text, its name and the tag
     [[noreturn]] void RaiseInvalid(const XMLCh* name) const;
 
@@ -111,9 +138,16 @@ private:
     /// Null when the attribute is absent.
     const XMLCh* Find(const XMLCh* name) const;
     const XMLCh* Filled(const XMLCh* name) const;
+    const XMLCh* ParentTag() const;
+
+    const XMLCh* TagOf(const veltrane::SubtreeNode& node) const { return fRecords->names[node.tag]; }
+    Element FirstRecord(std::uint32_t from, std::uint32_t end) const;
+    std::string RecordedContent(std::uint32_t from, std::uint32_t end) const;
 
     xercesc::DOMElement* fElement = nullptr;
     const DocumentText* fText = nullptr;
+    const veltrane::SubtreeRecords* fRecords = nullptr;
+    std::uint32_t fNode = 0;
 };
 
 class Element::ChildRange {
@@ -126,7 +160,7 @@ public:
             fAt = fAt.NextSibling();
             return *this;
         }
-        bool operator!=(const Iterator& other) const { return fAt.Dom() != other.fAt.Dom(); }
+        bool operator!=(const Iterator& other) const { return !(fAt == other.fAt); }
 
     private:
         Element fAt;

@@ -69,7 +69,7 @@ DOMNode* Unfold(DOMNode* reference) {
 /// call inside the other for each level of it.
 class Sweep {
 public:
-    explicit Sweep(ElementVisitor* visitor) : fVisitor(visitor) {}
+    Sweep(ElementVisitor* visitor, const DocumentText& text) : fVisitor(visitor), fText(text) {}
 
     void Run(DOMElement* root) {
         DOMNode* node = Enter(root);
@@ -84,9 +84,13 @@ private:
         fTexts.End();
         fPath.push_back(element);
         if (fVisitor != nullptr) {
-            fVisitor->Enter(element);
+            fVisitor->Enter(Element(element, fText));
         }
-        return element->getFirstChild();
+        DOMNode* child = element->getFirstChild();
+        if (child == nullptr && fVisitor != nullptr) {
+            PassRecords(Element(element, fText));
+        }
+        return child;
     }
 
     /// @return the node behind the element that was entered last
@@ -95,7 +99,7 @@ private:
         DOMElement* element = fPath.back();
         fPath.pop_back();
         if (fVisitor != nullptr) {
-            fVisitor->Leave(element);
+            fVisitor->Leave(Element(element, fText));
         }
         return fPath.empty() ? nullptr : element->getNextSibling();
     }
@@ -119,6 +123,24 @@ private:
         }
     }
 
+    /// Goes through what an element of the tree holds as records.
+    void PassRecords(const Element& element) {
+        std::vector<Element> path;
+        Element at = element.FirstChild();
+        while (at || !path.empty()) {
+            if (at) {
+                fVisitor->Enter(at);
+                path.push_back(at);
+                at = at.FirstChild();
+            } else {
+                const Element left = path.back();
+                path.pop_back();
+                fVisitor->Leave(left);
+                at = left.NextSibling();
+            }
+        }
+    }
+
     DOMNode* Remove(DOMNode* node) {
         DOMNode* next = node->getNextSibling();
         fPath.back()->removeChild(node);
@@ -126,6 +148,7 @@ private:
     }
 
     ElementVisitor* fVisitor;
+    const DocumentText& fText;
     std::vector<DOMElement*> fPath; ///< the elements that are entered and not left
     TextRun fTexts;                 ///< at the end of what was passed in the last of them
 };
@@ -133,7 +156,7 @@ private:
 } // namespace
 
 void DropMeaningless(const Element& root, ElementVisitor* visitor) {
-    Sweep(visitor).Run(root.Dom());
+    Sweep(visitor, root.Reader()).Run(root.Dom());
 }
 
 } // namespace veltrane_kit

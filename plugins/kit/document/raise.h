@@ -29,6 +29,18 @@ template <Message kMessage, typename... Parameters>
     throw failure;
 }
 
+/// The same for a message without a place for element and attribute: a detail behind its text names both.
+/// @param attribute may be null
+template <Message kMessage, typename... Parameters>
+    requires MCVeltrane_900::FillsPlaceholders<kMessage, Parameters...>
+[[noreturn]] void RaiseAt(const std::string& element, const char* attribute, const Parameters&... parameters) {
+    MCVeltrane_900::VTException failure;
+    failure.PutErrorMessage(static_cast<int>(kMessage), detail::Bytes(parameters)...);
+    const std::string place = attribute == nullptr ? "Element" : "Attribute '" + std::string(attribute) + "' of";
+    failure.SetDetailMessage((" " + place + " '" + element + "'.").c_str());
+    throw failure;
+}
+
 } // namespace veltrane_kit
 
 #endif

@@ -2,6 +2,7 @@
 #define VELTRANE_PLUGINS_KIT_CALL_H
 
 #include "kit/expressions/expression.h"
+#include "kit/functions/texts/views.h"
 
 namespace veltrane_kit {
 
@@ -13,11 +14,19 @@ public:
     CallExpression(const veltrane::Function& function, Expressions arguments, const Value* mapMissingTo,
                    FrameLayout& layout);
 
+    using Expression::Evaluate;
     Value Evaluate(Frame& frame) const override;
     bool PassesFieldOn() const override;
 
+protected:
+    Column ComputeColumn(Block& block) const override;
+
 private:
-    Value Call(Frame& frame, Value* arguments) const;
+    class Room;
+
+    template <typename ArgumentAt>
+    Value Call(Frame& frame, Value* arguments, ArgumentAt argumentAt) const;
+    void ComputeRow(Block& block, Room& room, std::size_t row, ColumnBuilder& builder) const;
     Value Run(Frame& frame, const Value* arguments, std::size_t count) const;
     DataType TypeOf(const Value* arguments, std::size_t count) const;
 
@@ -25,6 +34,7 @@ private:
     Expressions fArguments;
     bool fMapsMissing;
     OwnedValue fMapMissingTo;
+    std::unique_ptr<const standard::ViewFunction> fOfViews; ///< null for none
     std::size_t fText;
     std::size_t fMemory;
 };
@@ -50,12 +60,18 @@ public:
     DefinedCallExpression(const DefinedFunction& function, Expressions arguments, const Value* mapMissingTo,
                           FrameLayout& layout);
 
+    using Expression::Evaluate;
     Value Evaluate(Frame& frame) const override;
     double Number(Frame& frame) const override;
     bool PassesFieldOn() const override { return fFunction.body->PassesFieldOn(); }
 
+protected:
+    Column ComputeColumn(Block& block) const override;
+    NumberColumn ComputeNumbers(Block& block) const override;
+
 private:
     bool SetParameters(Frame& frame) const;
+    const std::uint8_t* SetParameters(Block& block) const;
 
     const DefinedFunction& fFunction;
     Expressions fArguments; ///< of the parameters' types

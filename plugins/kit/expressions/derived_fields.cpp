@@ -15,27 +15,28 @@ public:
 
     Found Require(const Element& element, const XMLCh* attribute) override {
         const std::string name = element.Text(attribute);
-        const std::optional<Found> found = Find(name);
+        const std::optional<Found> found = Find(element, attribute, name);
         if (found) {
             fField.slots.push_back(found->slot);
             return *found;
         }
         if (!fFields.fData.IsClosed(name)) {
-            Raise<Message::MISSING_VARIABLE_IN_BOTH>(name, "DataDictionary", "TransformationDictionary");
+            RaiseAt<Message::MISSING_VARIABLE_IN_BOTH>(element.Tag(), Narrow(attribute).c_str(), name, "DataDictionary",
+                                                       "TransformationDictionary");
         }
-        if (fField.closed.empty()) {
-            fField.closed = name;
+        if (fField.closed.name.empty()) {
+            fField.closed = {name, element.Tag(), Narrow(attribute)};
         }
-        return {fFields.fLayout.AddField(), std::nullopt};
+        return {fFields.fLayout.AddField(), std::nullopt, nullptr};
     }
 
 private:
     /// Within itself the name of a derived field is that of a data field.
-    std::optional<Found> Find(const std::string& name) {
+    std::optional<Found> Find(const Element& element, const XMLCh* attribute, const std::string& name) {
         if (name == fField.name) {
             const std::optional<Found> data = fFields.fData.FindData(name);
             if (!data) {
-                Raise<Message::SOURCE_IS_DESTINATION>(name, "DerivedField");
+                RaiseAt<Message::SOURCE_IS_DESTINATION>(element.Tag(), Narrow(attribute).c_str(), name, "DerivedField");
             }
             return data;
         }
@@ -44,10 +45,10 @@ private:
             return fFields.fData.FindData(name);
         }
         if (other->state == State::BEING_READ) {
-            Raise<Message::SOURCE_IS_DESTINATION>(name, "DerivedField");
+            RaiseAt<Message::SOURCE_IS_DESTINATION>(element.Tag(), Narrow(attribute).c_str(), name, "DerivedField");
         }
         fFields.ReadField(*other);
-        return Found{other->slot, other->type};
+        return Found{other->slot, other->type, other->order};
     }
 
     DerivedFields& fFields;
@@ -55,7 +56,7 @@ private:
 };
 
 void DerivedFields::Add(const Element& parent) {
-    fFunctions.Add(parent);
+    fFunctions->Add(parent);
     if (!parent) {
         return;
     }
@@ -77,6 +78,17 @@ void DerivedFields::Add(const Element& parent) {
     }
 }
 
+int DerivedFields::AddUnnamed(const Element& parent, DataType type) {
+    Field& field = fFields.emplace_back();
+    field.element = parent;
+    field.type = type;
+    field.slot = fLayout.AddField();
+    fPlaces.emplace(field.slot, fFields.size() - 1);
+    ReadField(field);
+    Need(field.slot);
+    return field.slot;
+}
+
 void DerivedFields::Read() {
     for (Field& field : fFields) {
         ReadField(field);
@@ -94,12 +106,13 @@ void DerivedFields::ReadField(Field& field) {
         field.type = field.expression->Type();
     }
     ReadListed(field);
+    field.order = MakeOrder(field.type, ListedOf(field.slot));
     field.state = State::READ;
     fOrder.push_back(&field);
 }
 
 ExpressionPtr DerivedFields::ReadExpression(FieldScope& scope, const Element& parent, std::optional<DataType> type) {
-    return ExpressionReader(fLayout, scope, fFunctions).ReadOnly(parent, type);
+    return ExpressionReader(fLayout, scope, *fFunctions).ReadOnly(parent, type);
 }
 
 DerivedFields::Field* DerivedFields::FieldOf(const std::string& name) {
@@ -107,19 +120,25 @@ DerivedFields::Field* DerivedFields::FieldOf(const std::string& name) {
     return found == fNames.end() ? nullptr : &fFields[found->second];
 }
 
-std::optional<FieldScope::Found> DerivedFields::Find(const std::string& name) {
+std::optional<FieldScope::Found> DerivedFields::FindDerived(const std::string& name) {
     const Field* field = FieldOf(name);
-    return field == nullptr ? fData.FindData(name) : FieldScope::Found{field->slot, field->type};
+    return field == nullptr ? std::nullopt : std::optional(FieldScope::Found{field->slot, field->type, field->order});
+}
+
+std::optional<FieldScope::Found> DerivedFields::Find(const std::string& name) {
+    const std::optional<FieldScope::Found> derived = FindDerived(name);
+    return derived ? derived : fData.FindData(name);
 }
 
 FieldScope::Found DerivedFields::Require(const Element& element, const XMLCh* attribute) {
     const std::string name = element.Text(attribute);
     const std::optional<FieldScope::Found> found = Find(name);
     if (!found && fData.IsClosed(name)) {
-        Raise<Message::NO_PREDICTOR>(name);
+        RaiseAt<Message::NO_PREDICTOR>(element.Tag(), Narrow(attribute).c_str(), name);
     }
     if (!found) {
-        Raise<Message::MISSING_VARIABLE_IN_BOTH>(name, "DataDictionary", "TransformationDictionary");
+        RaiseAt<Message::MISSING_VARIABLE_IN_BOTH>(element.Tag(), Narrow(attribute).c_str(), name, "DataDictionary",
+                                                   "TransformationDictionary");
     }
     return *found;
 }
@@ -127,14 +146,19 @@ FieldScope::Found DerivedFields::Require(const Element& element, const XMLCh* at
 void DerivedFields::Need(int slot) {
     std::vector<int> pending{slot};
     while (!pending.empty()) {
-        const auto place = fPlaces.find(pending.back());
+        const int next = pending.back();
         pending.pop_back();
-        if (place == fPlaces.end() || fFields[place->second].isNeeded) {
+        const auto place = fPlaces.find(next);
+        if (place == fPlaces.end()) {
+            fData.NeedData(next);
+            continue;
+        }
+        if (fFields[place->second].isNeeded) {
             continue;
         }
         Field& field = fFields[place->second];
-        if (!field.closed.empty()) {
-            Raise<Message::NO_PREDICTOR>(field.closed);
+        if (!field.closed.name.empty()) {
+            RaiseAt<Message::NO_PREDICTOR>(field.closed.element, field.closed.attribute.c_str(), field.closed.name);
         }
         field.isNeeded = true;
         pending.insert(pending.end(), field.slots.begin(), field.slots.end());
@@ -157,7 +181,9 @@ std::vector<std::string> DerivedFields::Names() const {
     std::vector<std::string> names;
     names.reserve(fFields.size());
     for (const Field& field : fFields) {
-        names.push_back(field.name);
+        if (!field.name.empty()) {
+            names.push_back(field.name);
+        }
     }
     return names;
 }
@@ -166,7 +192,9 @@ std::vector<int> DerivedFields::Slots() const {
     std::vector<int> slots;
     slots.reserve(fFields.size());
     for (const Field& field : fFields) {
-        slots.push_back(field.slot);
+        if (!field.name.empty()) {
+            slots.push_back(field.slot);
+        }
     }
     return slots;
 }

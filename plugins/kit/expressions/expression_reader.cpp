@@ -63,29 +63,24 @@ const Function* FindFunction(std::string_view name) {
     return function != nullptr ? function : FunctionLibrary::OfHost().Find(name);
 }
 
-/// What a replacement of a function's result is read as: its own type, where that isn't left to the arguments.
-std::optional<DataType> TypeOfReplacement(const Function& function) {
-    return function.result == Function::Result::TEXT ? std::optional<DataType>(DataType::STRING) : std::nullopt;
+bool IsMissingConstant(const Expression& expression) {
+    const Value* constant = expression.Constant();
+    return constant != nullptr && constant->isMissing;
 }
 
-/// The parameters of a function that the document defines: nothing else is known inside it.
-class ParameterScope : public FieldScope {
-public:
-    void Add(const std::string& name, const DefinedFunction::Parameter& parameter) {
-        fParameters.insert_or_assign(name, Found{parameter.slot, parameter.type});
+/// What a replacement of a function's result is read as: its type. Where that is an argument's, and arguments of
+/// several types or missing constants alone don't tell it, it is the one that the result is wanted for.
+std::optional<DataType> TypeOfReplacement(const Function& function, const Expressions& arguments,
+                                          std::optional<DataType> wanted) {
+    const std::optional<DataType> type = ResultType(function, arguments);
+    if (function.result != Function::Result::ARGUMENT) {
+        return type;
     }
-
-    Found Require(const Element& element, const XMLCh* attribute) override {
-        const auto found = fParameters.find(element.Text(attribute));
-        if (found == fParameters.end()) {
-            Raise<Message::MISSING_VARIABLE>(element.Text(attribute), "DefineFunction");
-        }
-        return found->second;
-    }
-
-private:
-    std::map<std::string, Found> fParameters;
-};
+    const std::ptrdiff_t first = function.name == "if" ? 1 : 0;
+    const bool isTold = type && std::any_of(arguments.begin() + first, arguments.end(),
+                                            [](const auto& argument) { return !IsMissingConstant(*argument); });
+    return isTold ? type : wanted;
+}
 
 /// For as long as a function is read, another scope and no expressions that were counted before.
 template <typename T>
@@ -102,6 +97,26 @@ private:
 };
 
 } // namespace
+
+/// The parameters of a function that the document defines: nothing else is known inside it.
+class ExpressionReader::ParameterScope : public FieldScope {
+public:
+    void Add(const std::string& name, const DefinedFunction::Parameter& parameter) {
+        fParameters.insert_or_assign(name, Found{parameter.slot, parameter.type, nullptr});
+    }
+
+    Found Require(const Element& element, const XMLCh* attribute) override {
+        const auto found = fParameters.find(element.Text(attribute));
+        if (found == fParameters.end()) {
+            RaiseAt<Message::MISSING_VARIABLE>(element.Tag(), Narrow(attribute).c_str(), element.Text(attribute),
+                                               "DefineFunction");
+        }
+        return found->second;
+    }
+
+private:
+    std::map<std::string, Found> fParameters;
+};
 
 Value TextType::Read(std::string_view text) const {
     if (stated) {
@@ -139,7 +154,9 @@ ExpressionPtr ExpressionReader::ReadOnly(const Element& parent, std::optional<Da
     return ReadAmong(parent, type);
 }
 
-ExpressionPtr ExpressionReader::ReadAmong(const Element& parent, std::optional<DataType> type) {
+/// The only expression among the children of an element. Here and below, what reading calls itself through keeps little
+/// on the stack: its own data and that of the steps that don't lead further down are apart.
+Element ExpressionReader::FindAmong(const Element& parent) {
     Element found;
     for (const Element child : parent.Children()) {
         if (!IsExpression(child)) {
@@ -153,7 +170,11 @@ ExpressionPtr ExpressionReader::ReadAmong(const Element& parent, std::optional<D
     if (!found) {
         Raise<Message::MISSING_NODE_IN>("EXPRESSION", parent.Tag());
     }
-    return Read(found, type);
+    return found;
+}
+
+ExpressionPtr ExpressionReader::ReadAmong(const Element& parent, std::optional<DataType> type) {
+    return Read(FindAmong(parent), type);
 }
 
 ExpressionPtr ExpressionReader::Read(const Element& element, std::optional<DataType> type) {
@@ -184,7 +205,7 @@ ExpressionPtr ExpressionReader::Read(const Element& element, std::optional<DataT
     case Kind::LAG:
         return ReadLag(element);
     default:
-        return ReadApply(element);
+        return ReadApply(element, type);
     }
 }
 
@@ -211,7 +232,7 @@ ExpressionPtr ExpressionReader::ReadConstant(const Element& element, std::option
 
 ExpressionPtr ExpressionReader::ReadField(const Element& element, const XMLCh* attribute) {
     const FieldScope::Found found = fScope->Require(element, attribute);
-    return std::make_unique<FieldExpression>(found.slot, found.type);
+    return std::make_unique<FieldExpression>(found.slot, found.type, found.order);
 }
 
 /// A text of an attribute as a value of a type, or of the type that it writes.
@@ -243,25 +264,46 @@ ExpressionPtr ExpressionReader::ReadFieldRef(const Element& element) {
                                  : std::make_unique<DefaultExpression>(std::move(field), replacement);
 }
 
-ExpressionPtr ExpressionReader::ReadApply(const Element& element) {
+ExpressionPtr ExpressionReader::ReadApply(const Element& element, std::optional<DataType> type) {
     Expressions arguments;
     for (const Element child : element.Children()) {
         arguments.push_back(Read(child, std::nullopt));
     }
     element.OneOfOr(u"invalidValueTreatment", kTreatments, Treatment::RETURN_INVALID);
-    ExpressionPtr call = ReadCall(element, std::move(arguments));
-    const Function* function = FindFunction(element.Text(u"function"));
+    TextType ofReplacement{{}, type};
+    return WithDefault(element, ReadCall(element, std::move(arguments), ofReplacement), ofReplacement);
+}
+
+ExpressionPtr ExpressionReader::WithDefault(const Element& element, ExpressionPtr call, const TextType& ofReplacement) {
     std::string text;
-    const Value replacement = ReadText(element, u"defaultValue",
-                                       {function == nullptr ? std::nullopt : TypeOfReplacement(*function), {}}, text);
+    const Value replacement = ReadText(element, u"defaultValue", ofReplacement, text);
     return replacement.isMissing ? std::move(call) : std::make_unique<DefaultExpression>(std::move(call), replacement);
 }
 
-ExpressionPtr ExpressionReader::ReadCall(const Element& element, Expressions arguments) {
-    const std::string name = element.Text(u"function");
-    if (const auto defined = fFunctions.fEntries.find(name); defined != fFunctions.fEntries.end()) {
-        return ReadDefinedCall(element, defined->second, std::move(arguments));
+/// @param ofReplacement with what its value is wanted for; becomes what a value that stands in for the result is read
+/// as
+ExpressionPtr ExpressionReader::ReadCall(const Element& element, Expressions arguments, TextType& ofReplacement) {
+    DefinedFunctions::Entry* const defined = FindDefined(element);
+    if (defined == nullptr) {
+        return ReadBuiltInCall(element, std::move(arguments), ofReplacement);
     }
+    if (defined->state == DefinedFunctions::State::BEING_READ) {
+        element.RaiseInvalid(u"function");
+    }
+    if (defined->state == DefinedFunctions::State::UNREAD) {
+        ReadDefined(*defined);
+    }
+    return MakeDefinedCall(element, defined->function, std::move(arguments), ofReplacement);
+}
+
+DefinedFunctions::Entry* ExpressionReader::FindDefined(const Element& element) {
+    const auto found = fFunctions.fEntries.find(element.Text(u"function"));
+    return found == fFunctions.fEntries.end() ? nullptr : &found->second;
+}
+
+ExpressionPtr ExpressionReader::ReadBuiltInCall(const Element& element, Expressions arguments,
+                                                TextType& ofReplacement) {
+    const std::string name = element.Text(u"function");
     const Function* function = FindFunction(name);
     if (function == nullptr) {
         element.RaiseInvalid(u"function");
@@ -269,8 +311,13 @@ ExpressionPtr ExpressionReader::ReadCall(const Element& element, Expressions arg
     if (arguments.size() < function->fewest || arguments.size() > function->most) {
         RaiseArguments(element, arguments.size());
     }
+    ComparePlaces(name, arguments, fLayout);
+    if (name == "if") {
+        TypeMissingBranch(arguments);
+    }
+    ofReplacement.wanted = TypeOfReplacement(*function, arguments, ofReplacement.wanted);
     std::string text;
-    const Value mapMissingTo = ReadText(element, u"mapMissingTo", {TypeOfReplacement(*function), {}}, text);
+    const Value mapMissingTo = ReadText(element, u"mapMissingTo", ofReplacement, text);
     if (!mapMissingTo.isMissing) {
         return std::make_unique<CallExpression>(*function, std::move(arguments), &mapMissingTo, fLayout);
     }
@@ -283,20 +330,22 @@ ExpressionPtr ExpressionReader::ReadCall(const Element& element, Expressions arg
     return std::make_unique<CallExpression>(*function, std::move(arguments), nullptr, fLayout);
 }
 
+/// A missing constant has no type of its own, so that it doesn't take the other branch's away.
+void ExpressionReader::TypeMissingBranch(Expressions& arguments) {
+    for (std::size_t i = 1; arguments.size() == 3 && i < 3; ++i) {
+        if (IsMissingConstant(*arguments[i])) {
+            arguments[i] = AsType(std::move(arguments[i]), arguments[3 - i]->Type(), fLayout);
+        }
+    }
+}
+
 void ExpressionReader::RaiseArguments(const Element& element, std::size_t count) {
     Raise<Message::ELEMENT_NUMBER_MISMATCH>(element.Text(u"function"), "function", std::to_string(count), "EXPRESSION",
                                             element.Tag());
 }
 
-ExpressionPtr ExpressionReader::ReadDefinedCall(const Element& element, DefinedFunctions::Entry& entry,
-                                                Expressions arguments) {
-    if (entry.state == DefinedFunctions::State::BEING_READ) {
-        element.RaiseInvalid(u"function");
-    }
-    if (entry.state == DefinedFunctions::State::UNREAD) {
-        ReadDefined(entry);
-    }
-    const DefinedFunction& function = entry.function;
+ExpressionPtr ExpressionReader::MakeDefinedCall(const Element& element, const DefinedFunction& function,
+                                                Expressions arguments, TextType& ofReplacement) {
     if (arguments.size() != function.parameters.size()) {
         RaiseArguments(element, arguments.size());
     }
@@ -304,15 +353,14 @@ ExpressionPtr ExpressionReader::ReadDefinedCall(const Element& element, DefinedF
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         arguments[i] = AsType(std::move(arguments[i]), function.parameters[i].type, fLayout);
     }
+    ofReplacement.stated = function.body->Type();
     std::string text;
-    const Value mapMissingTo = ReadText(element, u"mapMissingTo", {function.body->Type(), {}}, text);
+    const Value mapMissingTo = ReadText(element, u"mapMissingTo", ofReplacement, text);
     return std::make_unique<DefinedCallExpression>(function, std::move(arguments),
                                                    mapMissingTo.isMissing ? nullptr : &mapMissingTo, fLayout);
 }
 
-void ExpressionReader::ReadDefined(DefinedFunctions::Entry& entry) {
-    entry.state = DefinedFunctions::State::BEING_READ;
-    ParameterScope scope;
+void ExpressionReader::ReadParameters(DefinedFunctions::Entry& entry, ParameterScope& scope) {
     for (const Element child : entry.element.Children()) {
         if (child.Is(u"ParameterField")) {
             const DefinedFunction::Parameter parameter{fLayout.AddField(), ReadDataType(child, u"dataType")};
@@ -320,7 +368,14 @@ void ExpressionReader::ReadDefined(DefinedFunctions::Entry& entry) {
             entry.function.parameters.push_back(parameter);
         }
     }
+}
+
+void ExpressionReader::ReadDefined(DefinedFunctions::Entry& entry) {
+    entry.state = DefinedFunctions::State::BEING_READ;
+    ParameterScope scope;
+    ReadParameters(entry, scope);
     const Exchanged<FieldScope*> inside(fScope, &scope);
+    const Exchanged<bool> inFunction(fIsInFunction, true);
     const Exchanged<std::size_t> evaluations(fEvaluations, 0);
     const Exchanged<std::size_t> level(fLevel, 0);
     const Exchanged<std::size_t> lowest(fLowest, 0);

@@ -20,6 +20,7 @@ public:
     struct Found {
         int slot;
         std::optional<DataType> type; ///< none for a field that may have values of any
+        OrderPtr order = nullptr;     ///< of an ordinal field of texts that lists them
     };
 
     virtual ~FieldScope() = default;
@@ -61,10 +62,11 @@ private:
 /// Makes expressions of the elements of a document.
 ///
 /// What fails throws a VTException whose message names element, attribute and value: 260120 and 260285 for attributes
-/// that are absent or empty, 260153 for words and numbers that are none, for unknown functions and for functions that
-/// call themselves, 260246 for a number of arguments that a function doesn't take, 260115 and 260274 where there is not
-/// exactly one expression, 260159 for an element that is none, 260227 for an expression that would take more than
-/// kMostEvaluations or lies deeper than kDeepest.
+/// that are absent or empty, 260153 for words and numbers that are none, for values that aren't of their field's type,
+/// for unknown functions and for functions that call themselves, 260187 for a text that is asked for its number, 260246
+/// for a number of arguments that a function doesn't take, 260115 and 260274 where there is not exactly one expression,
+/// 260159 for an element that is none, 260227 for an expression that would take more than kMostEvaluations or lies
+/// deeper than kDeepest.
 class ExpressionReader {
 public:
     /// How many expressions may be evaluated for one of them, through the functions that the document defines.
@@ -89,14 +91,24 @@ public:
     ExpressionPtr ReadOnly(const Element& parent, std::optional<DataType> type);
 
 private:
+    class ParameterScope;
+
+    static Element FindAmong(const Element& parent);
     ExpressionPtr ReadAmong(const Element& parent, std::optional<DataType> type);
     ExpressionPtr Read(const Element& element, std::optional<DataType> type);
     ExpressionPtr ReadConstant(const Element& element, std::optional<DataType> type);
     ExpressionPtr ReadField(const Element& element, const XMLCh* attribute);
+    ExpressionPtr ReadNumericField(const Element& element);
     ExpressionPtr ReadFieldRef(const Element& element);
-    ExpressionPtr ReadApply(const Element& element);
-    ExpressionPtr ReadCall(const Element& element, Expressions arguments);
-    ExpressionPtr ReadDefinedCall(const Element& element, DefinedFunctions::Entry& entry, Expressions arguments);
+    ExpressionPtr ReadApply(const Element& element, std::optional<DataType> type);
+    ExpressionPtr ReadCall(const Element& element, Expressions arguments, TextType& ofReplacement);
+    ExpressionPtr WithDefault(const Element& element, ExpressionPtr call, const TextType& ofReplacement);
+    DefinedFunctions::Entry* FindDefined(const Element& element);
+    ExpressionPtr ReadBuiltInCall(const Element& element, Expressions arguments, TextType& ofReplacement);
+    ExpressionPtr MakeDefinedCall(const Element& element, const DefinedFunction& function, Expressions arguments,
+                                  TextType& ofReplacement);
+    void ReadParameters(DefinedFunctions::Entry& entry, ParameterScope& scope);
+    void TypeMissingBranch(Expressions& arguments);
     void ReadDefined(DefinedFunctions::Entry& entry);
     ExpressionPtr ReadNormContinuous(const Element& element);
     ExpressionPtr ReadNormDiscrete(const Element& element);
@@ -114,6 +126,7 @@ private:
     FrameLayout& fLayout;
     FieldScope* fScope;
     DefinedFunctions& fFunctions;
+    bool fIsInFunction = false;   ///< that the document defines
     std::size_t fEvaluations = 0; ///< of the expression that is being read, so far
     std::size_t fLevel = 0;       ///< in it, of what is being read
     std::size_t fLowest = 0;      ///< in it, the lowest level so far

@@ -22,6 +22,11 @@ ExpressionPtr MakeKernelExpression(const veltrane::Function& function, Expressio
 /// The type of the results of a function.
 std::optional<DataType> ResultType(const veltrane::Function& function, const Expressions& arguments);
 
+/// Puts the arguments' places where a comparison asks which is less and one of them is an ordinal field of texts; the
+/// other one counts as a text. What isn't listed is put where the comparison doesn't hold. Two fields that list
+/// different texts have no order in common and stay as they are, as all arguments of other functions do.
+void ComparePlaces(std::string_view function, Expressions& arguments, FrameLayout& layout);
+
 } // namespace veltrane_kit
 
 #endif

@@ -41,17 +41,12 @@ constexpr Word<bool> kAggregates[] = {
     {u"count", true}, {u"sum", false}, {u"average", false}, {u"min", false}, {u"max", false},
 };
 
-std::string LocalName(const xercesc::DOMElement& element) {
-    const std::string name = Narrow(element.getTagName());
-    return name.substr(name.find(':') + 1);
-}
-
 } // namespace
 
 Interval ReadInterval(const Element& element) {
     const Closure closure = element.OneOf(u"closure", kClosures);
     if (!element.Has(u"leftMargin") && !element.Has(u"rightMargin")) {
-        Raise<Message::REQUIRES_ONE_OF>("rightMargin", "leftMargin");
+        Raise<Message::MISSING_VALUES_OF_BOTH>("leftMargin", "rightMargin", element.Tag());
     }
     Interval interval{element.NumberOr(u"leftMargin", -kInfinity), element.NumberOr(u"rightMargin", kInfinity),
                       closure.left || !element.Has(u"leftMargin"), closure.right || !element.Has(u"rightMargin")};
@@ -69,14 +64,24 @@ std::vector<std::map<std::string, std::string>> ReadRows(const Element& parent) 
         }
         std::map<std::string, std::string>& cells = rows.emplace_back();
         for (const Element cell : row.Children()) {
-            cells.emplace(LocalName(*cell.Dom()), cell.Content());
+            cells.emplace(LocalName(cell.Reader()(cell.Dom()->getTagName())), cell.Content());
         }
     }
     return rows;
 }
 
-ExpressionPtr ExpressionReader::ReadNormContinuous(const Element& element) {
+/// A field whose values are numbers, or count as such: booleans, dates and times do, texts don't. One that may have
+/// values of any type is read as numbers case by case.
+ExpressionPtr ExpressionReader::ReadNumericField(const Element& element) {
     ExpressionPtr field = ReadField(element, u"field");
+    if (field->IsOf(DataType::STRING)) {
+        RaiseAt<Message::REQUIRES_NUMERIC>(element.Tag(), "field", element.Text(u"field"));
+    }
+    return field;
+}
+
+ExpressionPtr ExpressionReader::ReadNormContinuous(const Element& element) {
+    ExpressionPtr field = ReadNumericField(element);
     const Outliers outliers = element.OneOfOr(u"outliers", kOutliers, Outliers::AS_IS);
     std::vector<NormContinuousExpression::Point> points;
     for (const Element child : element.Children()) {
@@ -97,13 +102,16 @@ ExpressionPtr ExpressionReader::ReadNormContinuous(const Element& element) {
 
 ExpressionPtr ExpressionReader::ReadNormDiscrete(const Element& element) {
     ExpressionPtr field = ReadField(element, u"field");
-    return std::make_unique<NormDiscreteExpression>(std::move(field), element.AnyText(u"value"),
-                                                    NumberOrMissing(element, u"mapMissingTo"));
+    const std::string value = element.AnyText(u"value");
+    if (field->Type() && ReadValue(value, *field->Type()).isMissing) {
+        element.RaiseInvalid(u"value");
+    }
+    return std::make_unique<NormDiscreteExpression>(std::move(field), value, NumberOrMissing(element, u"mapMissingTo"));
 }
 
 ExpressionPtr ExpressionReader::ReadDiscretize(const Element& element, std::optional<DataType> type) {
     const TextType valueType{ReadDataType(element, u"dataType"), type};
-    ExpressionPtr field = ReadField(element, u"field");
+    ExpressionPtr field = ReadNumericField(element);
     std::vector<DiscretizeExpression::Bin> bins;
     for (const Element child : element.Children()) {
         if (!child.Is(u"DiscretizeBin")) {
@@ -140,12 +148,12 @@ ExpressionPtr ExpressionReader::ReadMapValues(const Element& element, std::optio
         }
         types.push_back(*field->Type());
         fields.push_back(std::move(field));
-        columns.push_back(child.Text(u"column"));
+        columns.push_back(LocalName(child.Text(u"column")));
     }
     if (fields.empty()) {
         Raise<Message::MISSING_NODE_IN>("FieldColumnPair", element.Tag());
     }
-    const std::string output = element.Text(u"outputColumn");
+    const std::string output = LocalName(element.Text(u"outputColumn"));
     const std::vector<std::map<std::string, std::string>> rows = ReadRows(element);
     std::string missingText;
     std::string defaultText;
@@ -165,7 +173,7 @@ ExpressionPtr ExpressionReader::ReadMapValues(const Element& element, std::optio
         if (result != row.end()) {
             value = valueType.Read(result->second);
             if (value.isMissing) {
-                Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(result->second, output, "row");
+                Raise<Message::INVALID_CONTENT>(result->second, output);
             }
         }
         table.Add(key, value);
@@ -180,7 +188,7 @@ ExpressionPtr ExpressionReader::ReadLag(const Element& element) {
     if (cases < 1 || static_cast<std::size_t>(cases) > kLongestLag) {
         element.RaiseInvalid(u"n");
     }
-    FrameLayout::History history{field.slot, static_cast<std::size_t>(cases), {}};
+    FrameLayout::History history{field.slot, static_cast<std::size_t>(cases), {}, fIsInFunction};
     for (const Element child : element.Children()) {
         if (!child.Is(u"BlockIndicator")) {
             child.RaiseMisplaced();
@@ -189,7 +197,8 @@ ExpressionPtr ExpressionReader::ReadLag(const Element& element) {
     }
     fLayout.histories.push_back(std::move(history));
     return std::make_unique<LagExpression>(fLayout.histories.size() - 1, static_cast<std::size_t>(cases),
-                                           element.OneOfOr(u"aggregate", kLagAggregates, Aggregate::NONE), field.type);
+                                           element.OneOfOr(u"aggregate", kLagAggregates, Aggregate::NONE), field.type,
+                                           fLayout);
 }
 
 ExpressionPtr ExpressionReader::ReadAggregate(const Element& element) {

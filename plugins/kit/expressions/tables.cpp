@@ -1,6 +1,6 @@
 #include "kit/expressions/tables.h"
 
-#include "kit/expressions/leaves.h"
+#include "kit/columns/number_loops.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,6 +12,24 @@ namespace veltrane_kit {
 namespace {
 
 constexpr std::int32_t kNoBin = -1;
+
+/// The fields of a table for a block.
+struct Columns : Block::Memory {
+    explicit Columns(std::size_t count) : columns(count) {}
+
+    std::vector<Column> columns;
+};
+
+/// The numbers of a field of another kind.
+NumberColumn NumbersRead(Block& block, const Expression& field) {
+    double* const numbers = block.Numbers().Take();
+    const Block::Scratch scratch(block);
+    const Column column = field.Evaluate(block);
+    for (std::size_t row = 0; row < block.Count(); ++row) {
+        numbers[row] = NumberOf(column.At(row));
+    }
+    return NumberColumn::Own(numbers);
+}
 
 /// The type of what a table gives: that of its values, where they share one.
 class SharedType {
@@ -46,10 +64,12 @@ std::optional<DataType> TypeOfBins(const std::vector<DiscretizeExpression::Bin>&
 NormContinuousExpression::NormContinuousExpression(ExpressionPtr field, std::vector<Point> points, Outliers outliers,
                                                    double mapMissingTo)
     : NumberExpression(DataType::DOUBLE), fField(std::move(field)), fPoints(std::move(points)), fOutliers(outliers),
-      fMapMissingTo(mapMissingTo) {}
+      fMapMissingTo(mapMissingTo) {
+    DependOn(*fField);
+    AddCost(fPoints.size());
+}
 
-double NormContinuousExpression::Number(Frame& frame) const {
-    const double x = fField->KeepsNumbers() ? fField->Number(frame) : NumberOf(fField->Evaluate(frame));
+double NormContinuousExpression::Of(double x) const {
     if (std::isnan(x)) {
         return fMapMissingTo;
     }
@@ -66,16 +86,33 @@ double NormContinuousExpression::Number(Frame& frame) const {
     return left.norm + (x - left.orig) / (right.orig - left.orig) * (right.norm - left.norm);
 }
 
+NumberColumn NormContinuousExpression::ComputeNumbers(Block& block) const {
+    ResultRoom room(block);
+    const NumberColumn numbers = fField->KeepsNumbers() ? fField->Numbers(block) : NumbersRead(block, *fField);
+    if (fPoints.size() > 2 || fOutliers != Outliers::AS_IS) {
+        return OfOne(numbers, block.Count(), room, [this](double x) { return Of(x); });
+    }
+    const Point left = fPoints[0];
+    const double width = fPoints[1].orig - left.orig;
+    const double height = fPoints[1].norm - left.norm;
+    const double missing = fMapMissingTo;
+    return OfOne(numbers, block.Count(), room, [left, width, height, missing](double x) {
+        const double y = left.norm + (x - left.orig) / width * height;
+        return std::isnan(x) ? missing : y;
+    });
+}
+
 NormDiscreteExpression::NormDiscreteExpression(ExpressionPtr field, std::string value, double mapMissingTo)
     : NumberExpression(DataType::DOUBLE), fField(std::move(field)), fText(std::move(value)),
       fMapMissingTo(mapMissingTo) {
     if (fField->Type()) {
         fValue = ReadValue(fText, *fField->Type());
     }
+    DependOn(*fField);
+    AddCost(fField->KeepsNumbers() ? 1 : kCostOfText);
 }
 
-double NormDiscreteExpression::Number(Frame& frame) const {
-    const Value value = fField->Evaluate(frame);
+double NormDiscreteExpression::Of(const Value& value) const {
     if (value.isMissing) {
         return fMapMissingTo;
     }
@@ -85,12 +122,33 @@ double NormDiscreteExpression::Number(Frame& frame) const {
     return !fValue.isMissing && AreEqual(value, fValue) ? 1.0 : 0.0;
 }
 
+NumberColumn NormDiscreteExpression::ComputeNumbers(Block& block) const {
+    if (fField->KeepsNumbers()) {
+        ResultRoom room(block);
+        const double wanted = fValue.isMissing ? kMissing : fValue.number;
+        const double missing = fMapMissingTo;
+        return OfOne(fField->Numbers(block), block.Count(), room, [wanted, missing](double x) {
+            const double hit = x == wanted ? 1.0 : 0.0;
+            return std::isnan(x) ? missing : hit;
+        });
+    }
+    double* const results = block.Numbers().Take();
+    const Block::Scratch scratch(block);
+    const Column field = fField->Evaluate(block);
+    for (std::size_t row = 0; row < block.Count(); ++row) {
+        results[row] = Of(field.At(row));
+    }
+    return NumberColumn::Own(results);
+}
+
 DiscretizeExpression::DiscretizeExpression(ExpressionPtr field, std::vector<Bin> bins, const Value& mapMissingTo,
                                            const Value& defaultValue)
     : Expression(TypeOfBins(bins, mapMissingTo, defaultValue)), fField(std::move(field)), fBins(std::move(bins)) {
     fMapMissingTo.Keep(mapMissingTo);
     fDefault.Keep(defaultValue);
     FindFirstBins();
+    DependOn(*fField);
+    AddCost(kCostOfText);
 }
 
 /// A sweep over the ends: a bin is open from its left one to its right one, and of the open ones the first counts.
@@ -145,15 +203,24 @@ void DiscretizeExpression::FindFirstBins() {
     }
 }
 
-Value DiscretizeExpression::Evaluate(Frame& frame) const {
-    const double x = fField->KeepsNumbers() ? fField->Number(frame) : NumberOf(fField->Evaluate(frame));
+const Value& DiscretizeExpression::Of(double x) const {
     if (std::isnan(x)) {
-        return AsCommon(fMapMissingTo.value, Type());
+        return fMapMissingTo.value;
     }
     const auto at = std::lower_bound(fEnds.begin(), fEnds.end(), x);
     const auto place = static_cast<std::size_t>(at - fEnds.begin());
     const std::int32_t bin = at != fEnds.end() && *at == x ? fFirstAt[place] : fFirstBetween[place];
-    return AsCommon(bin == kNoBin ? fDefault.value : fBins[static_cast<std::size_t>(bin)].value.value, Type());
+    return bin == kNoBin ? fDefault.value : fBins[static_cast<std::size_t>(bin)].value.value;
+}
+
+Column DiscretizeExpression::ComputeColumn(Block& block) const {
+    ColumnBuilder builder(block, Type());
+    const Block::Scratch scratch(block);
+    const NumberColumn numbers = fField->KeepsNumbers() ? fField->Numbers(block) : NumbersRead(block, *fField);
+    for (std::size_t row = 0; row < block.Count(); ++row) {
+        builder.Set(row, AsCommon(Of(numbers.At(row)), Type()));
+    }
+    return builder.Get();
 }
 
 void MapRows::AppendKey(const Value& value, std::string& key) {
@@ -201,13 +268,21 @@ MapValuesExpression::MapValuesExpression(Expressions fields, MapRows rows, const
       fKey(layout.AddText()) {
     fMapMissingTo.Keep(mapMissingTo);
     fDefault.Keep(defaultValue);
+    DependOn(fFields);
+    AddCost(kCostOfText);
 }
 
 Value MapValuesExpression::Evaluate(Frame& frame) const {
-    std::string& key = frame.Text(fKey);
+    return Find(frame.Text(fKey), [this, &frame](std::size_t i) { return fFields[i]->Evaluate(frame); });
+}
+
+/// @param key     room for the key of a row
+/// @param valueAt gives the value of each field
+template <typename ValueAt>
+Value MapValuesExpression::Find(std::string& key, ValueAt valueAt) const {
     key.clear();
-    for (const ExpressionPtr& field : fFields) {
-        const Value value = field->Evaluate(frame);
+    for (std::size_t i = 0; i < fFields.size(); ++i) {
+        const Value value = valueAt(i);
         if (value.isMissing) {
             return AsCommon(fMapMissingTo.value, Type());
         }
@@ -215,6 +290,24 @@ Value MapValuesExpression::Evaluate(Frame& frame) const {
     }
     const OwnedValue* found = fRows.Find(key);
     return AsCommon(found == nullptr ? fDefault.value : found->value, Type());
+}
+
+Column MapValuesExpression::ComputeColumn(Block& block) const {
+    ColumnBuilder builder(block, Type());
+    const Block::Scratch scratch(block);
+    std::unique_ptr<Block::Memory>& memory = block.MemoryOf(&fFields);
+    if (memory == nullptr) {
+        memory = std::make_unique<Columns>(fFields.size());
+    }
+    std::vector<Column>& columns = static_cast<Columns&>(*memory).columns;
+    for (std::size_t i = 0; i < fFields.size(); ++i) {
+        columns[i] = fFields[i]->Evaluate(block);
+    }
+    std::string& key = block.Case().Text(fKey);
+    for (std::size_t row = 0; row < block.Count(); ++row) {
+        builder.Set(row, Find(key, [&columns, row](std::size_t i) { return columns[i].At(row); }));
+    }
+    return builder.Get();
 }
 
 } // namespace veltrane_kit

@@ -1,7 +1,7 @@
 #ifndef VELTRANE_PLUGINS_KIT_TABLES_H
 #define VELTRANE_PLUGINS_KIT_TABLES_H
 
-#include "kit/expressions/expression.h"
+#include "kit/expressions/leaves.h"
 
 #include <cstdint>
 #include <limits>
@@ -11,6 +11,11 @@
 
 /// Expressions that look a field's value up.
 namespace veltrane_kit {
+
+/// The number of a field, which a text may write.
+inline double NumberOfField(const Expression& field, Frame& frame) {
+    return field.KeepsNumbers() ? field.Number(frame) : NumberOf(field.Evaluate(frame));
+}
 
 /// What a field's value has to be for a line between points.
 enum class Outliers { AS_IS, AS_MISSING, AS_EXTREME };
@@ -27,9 +32,14 @@ public:
     /// @param mapMissingTo not a number for none
     NormContinuousExpression(ExpressionPtr field, std::vector<Point> points, Outliers outliers, double mapMissingTo);
 
-    double Number(Frame& frame) const override;
+    double Number(Frame& frame) const override { return Of(NumberOfField(*fField, frame)); }
+
+protected:
+    NumberColumn ComputeNumbers(Block& block) const override;
 
 private:
+    double Of(double x) const;
+
     ExpressionPtr fField;
     std::vector<Point> fPoints;
     Outliers fOutliers;
@@ -41,9 +51,14 @@ class NormDiscreteExpression final : public NumberExpression {
 public:
     NormDiscreteExpression(ExpressionPtr field, std::string value, double mapMissingTo);
 
-    double Number(Frame& frame) const override;
+    double Number(Frame& frame) const override { return Of(fField->Evaluate(frame)); }
+
+protected:
+    NumberColumn ComputeNumbers(Block& block) const override;
 
 private:
+    double Of(const Value& value) const;
+
     ExpressionPtr fField;
     std::string fText;
     Value fValue; ///< of the field's type, where that is known
@@ -76,10 +91,15 @@ public:
     DiscretizeExpression(ExpressionPtr field, std::vector<Bin> bins, const Value& mapMissingTo,
                          const Value& defaultValue);
 
-    Value Evaluate(Frame& frame) const override;
+    using Expression::Evaluate;
+    Value Evaluate(Frame& frame) const override { return AsCommon(Of(NumberOfField(*fField, frame)), Type()); }
+
+protected:
+    Column ComputeColumn(Block& block) const override;
 
 private:
     void FindFirstBins();
+    const Value& Of(double x) const;
 
     ExpressionPtr fField;
     std::vector<Bin> fBins;
@@ -122,9 +142,16 @@ public:
     MapValuesExpression(Expressions fields, MapRows rows, const Value& mapMissingTo, const Value& defaultValue,
                         FrameLayout& layout);
 
+    using Expression::Evaluate;
     Value Evaluate(Frame& frame) const override;
 
+protected:
+    Column ComputeColumn(Block& block) const override;
+
 private:
+    template <typename ValueAt>
+    Value Find(std::string& key, ValueAt valueAt) const;
+
     Expressions fFields;
     MapRows fRows;
     OwnedValue fMapMissingTo;

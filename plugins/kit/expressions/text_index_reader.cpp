@@ -26,10 +26,27 @@ public:
     TextIndexExpression(const TextIndex::Settings& settings, const std::string& encoding, ExpressionPtr text,
                         ExpressionPtr term)
         : Expression(TypeOf(settings.weight)), fIndex(settings, encoding), fText(std::move(text)),
-          fTerm(std::move(term)) {}
+          fTerm(std::move(term)) {
+        DependOn(*fText);
+        DependOn(*fTerm);
+        AddCost(kCostOfText);
+    }
 
+    using Expression::Evaluate;
     Value Evaluate(Frame& frame) const override {
         return fIndex.Evaluate(fText->Evaluate(frame), fTerm->Evaluate(frame));
+    }
+
+protected:
+    Column ComputeColumn(Block& block) const override {
+        ColumnBuilder builder(block, Type());
+        const Block::Scratch scratch(block);
+        const Column text = fText->Evaluate(block);
+        const Column term = fTerm->Evaluate(block);
+        for (std::size_t row = 0; row < block.Count(); ++row) {
+            builder.Set(row, fIndex.Evaluate(text.At(row), term.At(row)));
+        }
+        return builder.Get();
     }
 
 private:
@@ -54,9 +71,9 @@ TextIndex::Normalization ReadNormalization(const Element& element, const TextInd
     TextIndex::Normalization normalization;
     normalization.comparison = ReadComparison(element, above);
     normalization.isRecursive = element.FlagOr(u"recursive", false);
-    const std::string what = element.TextOr(u"inField", "string");
-    const std::string by = element.TextOr(u"outField", "stem");
-    const std::string regex = element.TextOr(u"regexField", "regex");
+    const std::string what = LocalName(element.TextOr(u"inField", "string"));
+    const std::string by = LocalName(element.TextOr(u"outField", "stem"));
+    const std::string regex = LocalName(element.TextOr(u"regexField", "regex"));
     for (std::map<std::string, std::string>& row : ReadRows(element)) {
         normalization.rows.push_back({row[what], row[by], row[regex] == "true" || row[regex] == "1"});
     }

@@ -42,6 +42,9 @@ void ReadListed(const Element& element, DataField& field) {
                                     : property == Property::INVALID ? field.invalid
                                                                     : field.missing;
     list.emplace_back().Keep(value);
+    if (property == Property::VALID) {
+        field.labels.push_back(element.TextOr(u"displayValue", ""));
+    }
 }
 
 DataField ReadDataField(const Element& element) {
@@ -68,6 +71,16 @@ bool DataField::IsListed(const Value& value) const {
                        [&value](const OwnedValue& each) { return AreEqual(each.value, value); });
 }
 
+std::vector<Value> DataField::InOrder(ScoreDictVar::MeasureLevel ofLevel) const {
+    std::vector<Value> ordered;
+    for (const OwnedValue& value : valid) {
+        if (ofLevel == ScoreDictVar::LEVEL_ORDINAL) {
+            ordered.push_back(value.value);
+        }
+    }
+    return ordered;
+}
+
 DataFields ReadDataFields(const Element& dictionary) {
     DataFields fields;
     for (const Element child : dictionary.Children()) {
@@ -77,7 +90,7 @@ DataFields ReadDataFields(const Element& dictionary) {
         DataField field = ReadDataField(child);
         const std::string name = field.name;
         if (!fields.emplace(name, std::move(field)).second) {
-            Raise<Message::DUPLICATE_VARIABLE_IN>(name, "DataDictionary");
+            RaiseAt<Message::DUPLICATE_VARIABLE_IN>(child.Tag(), "name", name, "DataDictionary");
         }
     }
     return fields;

@@ -114,10 +114,52 @@ void DropOthers(const Element& field) {
     }
 }
 
+/// Whether the library's reader can keep a value of a target, as far as it doesn't know it yet.
+bool IsReadable(const Element& value, const ScoreDictVar& var, std::set<std::u16string>& seen) {
+    if (*value.Raw(u"value") == 0 || var.GetVarType() == ScoreDictVar::DATETIME_VAR) {
+        return false;
+    }
+    if (var.GetVarType() == ScoreDictVar::kNUMERIC_VAR && !PlainNumber(value)) {
+        return false;
+    }
+    return seen.insert(WithoutTrailingBlanks(value.Raw(u"value"))).second;
+}
+
+void KeepReadable(const Element& target, const ScoreDictVar& var) {
+    const bool isContinuous = var.GetMLevel() == ScoreDictVar::LEVEL_CONTINUOUS;
+    bool hasDefault = false;
+    std::set<std::u16string> seen;
+    for (Element child = target.FirstChild(); child;) {
+        const Element next = child.NextSibling();
+        bool isKept = false;
+        if (child.Is(u"TargetValue") && isContinuous) {
+            isKept = !hasDefault && child.Has(u"defaultValue");
+            hasDefault = hasDefault || isKept;
+        } else if (child.Is(u"TargetValue")) {
+            isKept = IsReadable(child, var, seen);
+        }
+        if (!isKept) {
+            Remove(child);
+        }
+        child = next;
+    }
+}
+
 const XMLCh* LevelWord(ScoreDictVar::MeasureLevel level) {
     return level == ScoreDictVar::LEVEL_CONTINUOUS ? u"continuous"
            : level == ScoreDictVar::LEVEL_ORDINAL  ? u"ordinal"
                                                    : u"categorical";
+}
+
+/// The name of a model's target field as the document writes it, where the schema names it or the model itself.
+const XMLCh* WrittenTargetName(const Element& model, const std::string& name) {
+    const Element schema = model.Child(u"MiningSchema");
+    for (Element field = schema ? schema.FirstChild() : Element(); field; field = field.NextSibling()) {
+        if (field.TextOr(u"name", "") == name) {
+            return field.Raw(u"name");
+        }
+    }
+    return model.Raw(u"targetFieldName");
 }
 
 } // namespace
@@ -154,13 +196,31 @@ void CompleteTargets(const Element& model, const std::string& name, const MCVelt
         if (var == nullptr) {
             continue;
         }
-        if (!target.Has(u"field")) {
-            target.Dom()->setAttribute(u"field", Widen(field).c_str());
+        if (!target.Has(u"field") && model.Child(u"MiningSchema")) {
+            target.Dom()->setAttribute(u"field", WrittenTargetName(model, name));
         }
         if (!target.Has(u"optype")) {
             target.Dom()->setAttribute(u"optype", LevelWord(var->GetMLevel()));
         }
     }
+}
+
+xercesc::DOMElement* CopyOfTargets(const Element& model, const MCVeltrane_900::ScoreDictionary& dictionary) {
+    const Element targets = model.Child(u"Targets");
+    if (!targets) {
+        return nullptr;
+    }
+    const Element copy(static_cast<xercesc::DOMElement*>(targets.Dom()->cloneNode(true)), targets.Reader());
+    for (Element target = copy.FirstChild(); target;) {
+        const Element next = target.NextSibling();
+        if (!target.Is(u"Target") || !target.Has(u"field")) {
+            Remove(target);
+        } else if (const ScoreDictVar* var = dictionary.GetVar(target.Text(u"field"))) {
+            KeepReadable(target, *var);
+        }
+        target = next;
+    }
+    return copy.Dom();
 }
 
 } // namespace veltrane_kit

@@ -23,6 +23,11 @@ void CompleteDictionary(const Element& dictionary);
 /// @param name of the target field; empty for none
 void CompleteTargets(const Element& model, const std::string& name, const MCVeltrane_900::ScoreDictionary& dictionary);
 
+/// The Targets of fields as the library's reader takes them, to be read into the dictionary: of a continuous field the
+/// first default value alone, of others the values that the reader has a way to keep. The model goes by its own Target.
+/// @return an element of the same document; null for none
+xercesc::DOMElement* CopyOfTargets(const Element& model, const MCVeltrane_900::ScoreDictionary& dictionary);
+
 } // namespace veltrane_kit
 
 #endif

@@ -37,6 +37,11 @@ Value OrUnreadable(const Value& value) {
     return value.isMissing ? Unreadable(value.type) : value;
 }
 
+/// A TIME beyond a day is none.
+Value OfMoment(double number, DataType type) {
+    return type == DataType::TIME && !IsTimeOfDay(number) ? Unreadable(type) : MakeNumber(number, type);
+}
+
 Value FromNumber(double number, DataType type) {
     if (number == NumericValue::GetSysmisValue() || std::isnan(number)) {
         return MakeNumber(kMissing, type);
@@ -45,7 +50,7 @@ Value FromNumber(double number, DataType type) {
         return Unreadable(type);
     }
     if (IsMoment(type)) {
-        return MakeNumber(number, type);
+        return OfMoment(number, type);
     }
     std::string unused;
     return OrUnreadable(CastValue(MakeNumber(number, DataType::DOUBLE), type, unused));
@@ -74,7 +79,7 @@ Value FromHost(const ScoreValue* raw, DataType type) {
             return moment == nullptr ? Unreadable(type) : MakeNumber(kMissing, type);
         }
         const bool isDate = IsMoment(type) || IsCounting(type);
-        return isDate ? MakeNumber(NumberOfMoment(*moment, type), type) : Unreadable(type);
+        return isDate ? OfMoment(NumberOfMoment(*moment, type), type) : Unreadable(type);
     }
     default:
         return FromNumber(raw->GetDouble(), type);

@@ -2,6 +2,7 @@
 
 #include "kit/inputs/host_values.h"
 
+#include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/StringValue.h>
 
 #include <algorithm>
@@ -35,9 +36,9 @@ bool Has(const std::vector<double>& numbers, double number) {
 } // namespace
 
 InputField::InputField(const DataField& field, const MiningField* schema)
-    : fField(&field), fHoldsNumbers(IsNumber(field.type)), fHoldsWholeNumbers(field.type == DataType::INTEGER),
-      fMissingNumbers(NumbersOf(field.missing)), fInvalidNumbers(NumbersOf(field.invalid)), fCodes(field.type),
-      fLow(-kInfinity), fHigh(kInfinity) {
+    : fField(&field), fType(field.type), fHoldsNumbers(IsNumber(field.type)),
+      fHoldsWholeNumbers(field.type == DataType::INTEGER), fMissingNumbers(NumbersOf(field.missing)),
+      fInvalidNumbers(NumbersOf(field.invalid)), fCodes(field.type), fLow(-kInfinity), fHigh(kInfinity) {
     for (const OwnedValue& value : field.valid) {
         fCodes.Add(value.value);
     }
@@ -45,22 +46,26 @@ InputField::InputField(const DataField& field, const MiningField* schema)
     fNeedsCode = fListed > 0;
     fChecksValues = fListed > 0 || !field.invalid.empty() || !field.intervals.empty();
     fHasMissing = !field.missing.empty() || !field.missingTexts.empty();
+    fHasPlainTexts = IsText(field.type) && !fHasMissing && field.invalid.empty();
     fEmptyIsMissing = !IsText(field.type) || !field.IsListed(MakeText(""));
-    if (schema == nullptr) {
-        return;
+    if (schema != nullptr) {
+        SetTreatment(*schema);
     }
-    fMissingRefused = schema->missingRefused;
-    fInvalidTreatment = schema->invalid;
-    SetStandIn(fMissingReplacement, schema->missingReplacement);
-    SetStandIn(fInvalidReplacement, schema->invalidReplacement);
-    const bool isNumeric = IsNumber(field.type) || IsCounting(field.type);
-    const bool isContinuous = schema->level.value_or(field.level) == ScoreDictVar::LEVEL_CONTINUOUS;
-    fOutliers = isNumeric && isContinuous ? schema->outliers : OutlierTreatment::AS_IS;
-    fLow = schema->low.value_or(-kInfinity);
-    fHigh = schema->high.value_or(kInfinity);
+    RenewCodes();
+}
+
+void InputField::SetTreatment(const MiningField& schema) {
+    fMissingRefused = schema.missingRefused;
+    fInvalidTreatment = schema.invalid;
+    SetStandIn(fMissingReplacement, schema.missingReplacement);
+    SetStandIn(fInvalidReplacement, schema.invalidReplacement);
+    const bool isNumeric = IsNumber(fField->type) || IsCounting(fField->type);
+    const bool isContinuous = schema.level.value_or(fField->level) == ScoreDictVar::LEVEL_CONTINUOUS;
+    fOutliers = isNumeric && isContinuous ? schema.outliers : OutlierTreatment::AS_IS;
+    fLow = schema.low.value_or(-kInfinity);
+    fHigh = schema.high.value_or(kInfinity);
     SetBound(fLowest, fLow);
     SetBound(fHighest, fHigh);
-    RenewCodes();
 }
 
 void InputField::SetStandIn(StandIn& standIn, const std::optional<std::string>& text) {
@@ -78,6 +83,7 @@ void InputField::RenewCodes() {
     for (StandIn* standIn : {&fMissingReplacement, &fInvalidReplacement, &fLowest, &fHighest}) {
         standIn->value.category = fCodes.Find(standIn->value);
     }
+    fPlain = FindPlainNumbers();
 }
 
 int InputField::CodeOf(const Value& value) {
@@ -94,8 +100,65 @@ bool InputField::SaysNothing() const {
     return hasOneValue && admitsNoOther && !fMissingRefused && fMissingReplacement.value.category == 0;
 }
 
-/// Nearly all values are of the kind that the field keeps; they are read at once. Treat() says the same of any.
+bool InputField::ReadTreated(const FieldValue& outer, FieldValue& value) const {
+    bool isScorable = true;
+    if (outer.isMissing) {
+        isScorable = GiveMissing(value);
+    } else {
+        static_cast<Value&>(value) = outer;
+        value.category = fNeedsCode ? fCodes.Find(value) : ValueCodes::kUnknown;
+        if (outer.isInvalid && fInvalidTreatment != InvalidTreatment::AS_IS) {
+            isScorable = GiveInvalid(value);
+        } else if (fOutliers != OutlierTreatment::AS_IS) {
+            isScorable = TreatOutlier(value);
+        }
+    }
+    if (!isScorable) {
+        value = FieldValue();
+    }
+    return isScorable;
+}
+
+/// Nearly all values are numbers and texts that stay what they are; ReadAny() says the same of any value.
 bool InputField::Read(const ScoreValue* raw, FieldValue& value) const {
+    // The library has each class once, so its description is at one place.
+    const std::type_info* const kind = raw == nullptr ? nullptr : &typeid(*raw);
+    if (kind == &typeid(NumericValue)) {
+        const double number = static_cast<const NumericValue*>(raw)->NumericValue::GetDouble();
+        if (fPlain.Hold(number)) {
+            value.type = fType;
+            value.number = number;
+            value.isMissing = false;
+            value.isInvalid = false;
+            value.category = ValueCodes::kUnknown;
+            return true;
+        }
+    } else if (kind == &typeid(StringValue) && ReadPlainText(static_cast<const StringValue*>(raw)->GetText(), value)) {
+        return true;
+    }
+    return ReadAny(raw, value);
+}
+
+/// @return false for a text that has to be treated
+bool InputField::ReadPlainText(std::string_view text, FieldValue& value) const {
+    if (!fHasPlainTexts || text.empty()) {
+        return false;
+    }
+    const int code = fNeedsCode ? fCodes.FindText(text) : ValueCodes::kUnknown;
+    if (fChecksValues && (code < 0 || code >= fListed)) {
+        return false;
+    }
+    value.type = DataType::STRING;
+    value.number = kMissing;
+    value.text = text;
+    value.isMissing = false;
+    value.isInvalid = false;
+    value.category = code;
+    return true;
+}
+
+/// Values of the kind that the field keeps are read at once. Treat() says the same of any.
+bool InputField::ReadAny(const ScoreValue* raw, FieldValue& value) const {
     bool isScorable = false;
     if (fHoldsNumbers && raw != nullptr && raw->GetType() == ScoreValue::NUMERIC_VALUE) {
         isScorable = ReadNumber(raw->GetDouble(), value);
@@ -135,7 +198,7 @@ bool InputField::ReadNumber(double number, FieldValue& value) const {
     return fOutliers == OutlierTreatment::AS_IS || TreatOutlier(value);
 }
 
-bool InputField::ReadText(const std::string& text, FieldValue& value) const {
+bool InputField::ReadText(std::string_view text, FieldValue& value) const {
     if (text.empty() && fEmptyIsMissing) {
         return GiveMissing(value);
     }

@@ -3,6 +3,10 @@
 #include "kit/document/raise.h"
 #include "kit/inputs/inputs_reason.h"
 
+#include <MCVeltrane_900/CaseRecord.h>
+
+#include <typeinfo>
+
 namespace veltrane_kit {
 
 using namespace MCVeltrane_900;
@@ -19,7 +23,8 @@ constexpr bool kChecksLayout = true;
 
 Inputs::Inputs(const MiningSchema& schema, const DataFields& fields, const ScoreDictionary& dictionary,
                const std::string& encoding)
-    : fFields(fields), fDictionary(dictionary), fDerived(fLayout, *this) {
+    : fFields(fields), fDictionary(dictionary), fLayout(fOwnLayout), fDerived(fLayout, *this),
+      fTargetName(schema.target) {
     fLayout.encoding = encoding;
     for (const MiningField& field : schema.fields) {
         if (field.role == ScoreModel::ROLE_INPUT) {
@@ -27,6 +32,8 @@ Inputs::Inputs(const MiningSchema& schema, const DataFields& fields, const Score
             fInputs.push_back(MakeSource(field.name, &field));
             fLevels.emplace(fInputs.back().slot, field.level);
             fNames.push_back(field.name);
+            Source& source = fInputs.back();
+            source.order = MakeOrder(source.field->Definition().type, ListedOf(source.slot));
         }
     }
     if (!schema.target.empty()) {
@@ -41,7 +48,6 @@ Inputs::Source Inputs::MakeSource(const std::string& name, const MiningField* sc
     source.name = name;
     source.field = std::make_unique<InputField>(fFields.find(name)->second, schema);
     source.slot = fLayout.AddField();
-    source.position = -1;
     return source;
 }
 
@@ -54,10 +60,10 @@ void Inputs::ReadDerivedFields(const Element& shared, const Element& local) {
 std::optional<FieldScope::Found> Inputs::FindData(const std::string& name) {
     const auto found = fPlaces.find(name);
     if (found == fPlaces.end()) {
-        return std::nullopt;
+        return FindBeyond(name);
     }
     const Source& source = fInputs[found->second];
-    return FieldScope::Found{source.slot, source.field->Definition().type};
+    return FieldScope::Found{source.slot, source.field->Definition().type, source.order};
 }
 
 bool Inputs::IsClosed(const std::string& name) const {
@@ -83,22 +89,34 @@ const Inputs::Source* Inputs::SourceOf(int slot) const {
     if (fTarget.field != nullptr && slot == fTarget.slot) {
         return &fTarget;
     }
-    // The slots of the input fields come first, in their order.
-    return static_cast<std::size_t>(slot) < fInputs.size() ? &fInputs[static_cast<std::size_t>(slot)] : nullptr;
-}
-
-Inputs::Source* Inputs::SourceOf(int slot) {
-    return const_cast<Source*>(std::as_const(*this).SourceOf(slot));
+    // The slots of the input fields come one after the other, in their order.
+    const auto place = static_cast<std::size_t>(slot - fFirstSlot);
+    return slot >= fFirstSlot && place < fInputs.size() ? &fInputs[place] : nullptr;
 }
 
 const std::string& Inputs::NameOf(int slot) const {
-    const Source* source = SourceOf(slot);
-    return source != nullptr ? source->name : fDerived.NameOf(slot);
+    if (const Source* source = SourceOf(slot)) {
+        return source->name;
+    }
+    for (const auto& [name, told] : fTold) {
+        if (told.slot == slot) {
+            return name;
+        }
+    }
+    return fOuter != nullptr && !fDerived.Has(slot) ? fOuter->NameOf(slot) : fDerived.NameOf(slot);
 }
 
 DataType Inputs::Type(int slot) const {
-    const Source* source = SourceOf(slot);
-    return source != nullptr ? source->field->Definition().type : fDerived.TypeOf(slot).value_or(DataType::STRING);
+    if (const Source* source = SourceOf(slot)) {
+        return source->field->Definition().type;
+    }
+    if (fDerived.Has(slot)) {
+        return fDerived.TypeOf(slot).value_or(DataType::STRING);
+    }
+    if (const auto told = fToldTypes.find(slot); told != fToldTypes.end()) {
+        return told->second.value_or(DataType::STRING);
+    }
+    return fOuter != nullptr ? fOuter->Type(slot) : DataType::STRING;
 }
 
 const std::vector<Value>& Inputs::Listed(int slot) {
@@ -108,19 +126,16 @@ const std::vector<Value>& Inputs::Listed(int slot) {
 
 std::vector<Value> Inputs::ListedOf(int slot) const {
     const Source* source = SourceOf(slot);
-    if (source == nullptr) {
+    if (source == nullptr && fDerived.Has(slot)) {
         return fDerived.ListedOf(slot);
+    }
+    if (source == nullptr) {
+        return fOuter != nullptr && fToldTypes.count(slot) == 0 ? fOuter->ListedOf(slot) : std::vector<Value>();
     }
     const DataField& definition = source->field->Definition();
     const auto stated = fLevels.find(slot);
     const auto level = stated == fLevels.end() ? definition.level : stated->second.value_or(definition.level);
-    std::vector<Value> listed;
-    for (const OwnedValue& value : definition.valid) {
-        if (level == ScoreDictVar::LEVEL_ORDINAL) {
-            listed.push_back(value.value);
-        }
-    }
-    return listed;
+    return definition.InOrder(level);
 }
 
 int Inputs::CategoryOf(int slot, const Element& element, const XMLCh* attribute) {
@@ -139,8 +154,11 @@ int Inputs::CategoryOf(int slot, const Value& value) {
     if (value.isMissing) {
         return ValueCodes::kUnknown;
     }
-    if (Source* source = SourceOf(slot)) {
+    if (const Source* source = SourceOf(slot)) {
         return source->field->CodeOf(value);
+    }
+    if (fOuter != nullptr && !fDerived.Has(slot) && fToldTypes.count(slot) == 0) {
+        return fOuter->CategoryOf(slot, value);
     }
     return fDerivedCodes.try_emplace(slot, Type(slot)).first->second.Add(value);
 }
@@ -156,83 +174,115 @@ std::vector<std::string> Inputs::NeededNames() const {
 }
 
 int Inputs::WatchTarget() {
+    if (fOuter != nullptr) {
+        return fTargetName == fOuter->fTargetName ? fOuter->WatchTarget() : kNoSlot;
+    }
     fTargetWatched = fTarget.field != nullptr;
     return fTargetWatched ? fTarget.slot : kNoSlot;
 }
 
-/// Everything is known when the first case comes.
-void Inputs::Start() {
-    for (const FrameLayout::History& history : fLayout.histories) {
-        fDerived.Need(history.field);
-        for (const int block : history.blocks) {
+void Inputs::Settle() {
+    for (std::size_t i = fFirstHistory; i < fLayout.histories.size(); ++i) {
+        fDerived.Need(fLayout.histories[i].field);
+        for (const int block : fLayout.histories[i].blocks) {
             fDerived.Need(block);
         }
     }
     fDerived.Settle();
-    fFrame = std::make_unique<Frame>(fLayout);
-    fSlots = fLayout.fields == 0 ? nullptr : &fFrame->Field(0);
+    FindOuterSlots();
+    fPassed.clear();
+    fListed.clear();
 }
 
-bool Inputs::Read(const ScoreCaseRecord& record) {
-    fCase = &record;
-    fRefused = nullptr;
-    fMoved = nullptr;
-    if (fFrame == nullptr) {
-        Start();
-    }
-    if (record.Size() != fLayoutSize) {
-        FindPositions(record);
+InputState::InputState(const Inputs& inputs)
+    : fFrame(inputs.fLayout), fPositions(inputs.fInputs.size() + (inputs.fTargetWatched ? 1 : 0), -1) {}
+
+InputState::~InputState() = default;
+
+bool Inputs::Read(const ScoreCaseRecord& record, InputState& state) const {
+    state.fCase = &record;
+    state.fRefused = nullptr;
+    state.fMoved = nullptr;
+    if (record.Size() != state.fLayoutSize) {
+        FindPositions(record, state);
     } else if (kChecksLayout) {
-        fMoved = FindMoved(record);
-        if (fMoved != nullptr) {
+        state.fMoved = FindMoved(record, state);
+        if (state.fMoved != nullptr) {
             return false;
         }
     }
-    const bool isScorable = ReadInputs(record);
+    const bool isScorable = ReadInputs(record, state);
     // Also for a case that isn't scored: lags count the cases.
-    fDerived.Compute(*fFrame);
-    for (const auto& [slot, codes] : fDerivedCodes) {
-        FieldValue& value = fFrame->Field(slot);
-        value.category = codes.Find(value);
-    }
+    fDerived.Compute(state.fFrame);
+    SetDerivedCodes(state.fFrame);
     return isScorable;
 }
 
-void Inputs::FindPositions(const ScoreCaseRecord& record) {
-    for (Source& source : fInputs) {
-        source.position = record.GetIndex(source.name);
+void Inputs::SetDerivedCodes(Frame& frame) const {
+    for (const auto& [slot, codes] : fDerivedCodes) {
+        FieldValue& value = frame.Field(slot);
+        value.category = codes.Find(value);
+    }
+}
+
+void Inputs::FindPositions(const ScoreCaseRecord& record, InputState& state) const {
+    for (const Source& source : fInputs) {
+        state.fPositions[static_cast<std::size_t>(source.slot)] = record.GetIndex(source.name);
     }
     if (fTargetWatched) {
-        fTarget.position = record.GetIndex(fTarget.name);
+        state.fPositions[static_cast<std::size_t>(fTarget.slot)] = record.GetIndex(fTarget.name);
     }
-    fLayoutSize = record.Size();
+    state.fLayoutSize = record.Size();
 }
 
 /// The first field that a record has at another position than the one that was looked up; null for none.
-const Inputs::Source* Inputs::FindMoved(const ScoreCaseRecord& record) const {
+const Inputs::Source* Inputs::FindMoved(const ScoreCaseRecord& record, const InputState& state) const {
+    const auto hasMoved = [&](const Source& source) {
+        return record.GetIndex(source.name) != state.fPositions[static_cast<std::size_t>(source.slot)];
+    };
     for (const Source& source : fInputs) {
-        if (record.GetIndex(source.name) != source.position) {
+        if (hasMoved(source)) {
             return &source;
         }
     }
-    const bool targetMoved = fTargetWatched && record.GetIndex(fTarget.name) != fTarget.position;
-    return targetMoved ? &fTarget : nullptr;
+    return fTargetWatched && hasMoved(fTarget) ? &fTarget : nullptr;
 }
 
-bool Inputs::ReadInputs(const ScoreCaseRecord& record) {
-    const Source* refused = nullptr;
+const ScoreValue* Inputs::RawOf(const Source& source, const InputState& state) const {
+    const int position = state.fPositions[static_cast<std::size_t>(source.slot)];
+    return position < 0 ? nullptr : state.fCase->Get(position);
+}
+
+bool Inputs::ReadInputs(const ScoreCaseRecord& record, InputState& state) const {
+    // The library's own record shows all its values at once.
+    if (typeid(record) == typeid(CaseRecord)) {
+        const std::vector<ScoreValue*>& values = static_cast<const CaseRecord&>(record).CaseRecord::GetAllValues();
+        const auto at = [&values](int position) {
+            return static_cast<std::size_t>(position) < values.size() ? values[static_cast<std::size_t>(position)]
+                                                                      : nullptr;
+        };
+        ReadInputs(at, state);
+    } else {
+        ReadInputs([&record](int position) { return record.Get(position); }, state);
+    }
+    if (fTargetWatched) {
+        fTarget.field->Read(RawOf(fTarget, state), state.fFrame.Field(fTarget.slot));
+    }
+    return state.fRefused == nullptr;
+}
+
+/// @param at gives the value of the case at a position; null where it has none
+template <typename At>
+void Inputs::ReadInputs(const At& at, InputState& state) const {
+    const int* position = state.fPositions.data();
     for (const Source& source : fInputs) {
-        const ScoreValue* raw = source.position < 0 ? nullptr : record.Get(source.position);
-        if (!source.field->Read(raw, fSlots[source.slot]) && refused == nullptr) {
-            refused = &source;
+        // The slots of the input fields come first, in their order.
+        const ScoreValue* const raw = *position < 0 ? nullptr : at(*position);
+        ++position;
+        if (!source.field->Read(raw, state.fFrame.Field(source.slot)) && state.fRefused == nullptr) {
+            state.fRefused = &source;
         }
     }
-    fRefused = refused;
-    if (fTargetWatched) {
-        const ScoreValue* raw = fTarget.position < 0 ? nullptr : record.Get(fTarget.position);
-        fTarget.field->Read(raw, fSlots[fTarget.slot]);
-    }
-    return refused == nullptr;
 }
 
 } // namespace veltrane_kit

@@ -26,47 +26,50 @@ long PlaceOf(const std::string& name, const Places& places) {
 
 } // namespace
 
-UnscoredReason Inputs::WhyUnscored(int lacking) {
-    if (fCase == nullptr) {
+UnscoredReason Inputs::WhyUnscored(int lacking, InputState& state) const {
+    if (state.fCase == nullptr) {
         return {UnscoredReason::NO_PREDICTION};
     }
-    if (fExplanations == nullptr) {
-        fExplanations = std::make_unique<Explanations>();
-        fExplanations->fields = PlacesOf(fDictionary.GetVarNames());
-        fExplanations->derived = PlacesOf(fDerived.Names());
+    if (state.fExplanations == nullptr) {
+        state.fExplanations = std::make_unique<Explanations>();
+        state.fExplanations->fields = PlacesOf(fDictionary.GetVarNames());
+        state.fExplanations->derived = PlacesOf(fDerived.Names());
     }
-    if (fMoved != nullptr) {
-        return {UnscoredReason::OTHER_LAYOUT, PlaceOf(fMoved->name, fExplanations->fields)};
+    if (state.fMoved != nullptr) {
+        return {UnscoredReason::OTHER_LAYOUT, PlaceOf(state.fMoved->name, state.fExplanations->fields)};
     }
-    if (fRefused != nullptr) {
-        return WhyInputLacks(*fRefused);
+    if (state.fRefused != nullptr) {
+        return WhyInputLacks(*state.fRefused, state);
     }
-    if (lacking == kNoSlot) {
+    const Source* source = lacking == kNoSlot ? nullptr : SourceOf(lacking);
+    if (source == nullptr && !fDerived.Has(lacking)) {
         return {UnscoredReason::NO_PREDICTION};
     }
-    const Source* source = SourceOf(lacking);
-    return source != nullptr ? WhyInputLacks(*source) : WhyDerivedLacks(lacking);
+    return source != nullptr ? WhyInputLacks(*source, state) : WhyDerivedLacks(lacking, state);
 }
 
 /// A value that is there was refused, or counts as missing.
-UnscoredReason Inputs::WhyInputLacks(const Source& source) const {
-    const ScoreValue* raw = source.position < 0 ? nullptr : fCase->Get(source.position);
-    const bool isMissing = source.field->IsMissing(raw);
-    return {isMissing ? UnscoredReason::MISSING : UnscoredReason::INVALID, PlaceOf(source.name, fExplanations->fields)};
+UnscoredReason Inputs::WhyInputLacks(const Source& source, const InputState& state) const {
+    const bool isMissing = source.field->IsMissing(RawOf(source, state));
+    return {isMissing ? UnscoredReason::MISSING : UnscoredReason::INVALID,
+            PlaceOf(source.name, state.fExplanations->fields)};
 }
 
-UnscoredReason Inputs::WhyDerivedLacks(int slot) {
-    const auto [found, isNew] = fExplanations->inputsOf.try_emplace(slot);
+UnscoredReason Inputs::WhyDerivedLacks(int slot, InputState& state) const {
+    const auto [found, isNew] = state.fExplanations->inputsOf.try_emplace(slot);
     if (isNew) {
         found->second = fDerived.DataSlotsOf(slot);
     }
     for (const int input : found->second) {
         const Source* source = SourceOf(input);
-        if (source != nullptr && fFrame->Field(input).IsMissing()) {
-            return WhyInputLacks(*source);
+        if (source != nullptr && state.fFrame.Field(input).IsMissing()) {
+            return WhyInputLacks(*source, state);
         }
     }
-    return {UnscoredReason::DERIVED, PlaceOf(fDerived.NameOf(slot), fExplanations->derived)};
+    if (fDerived.NameOf(slot).empty()) {
+        return {UnscoredReason::NO_PREDICTION};
+    }
+    return {UnscoredReason::DERIVED, PlaceOf(fDerived.NameOf(slot), state.fExplanations->derived)};
 }
 
 } // namespace veltrane_kit

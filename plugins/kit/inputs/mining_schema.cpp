@@ -1,6 +1,7 @@
 #include "kit/inputs/mining_schema.h"
 
 #include "kit/document/raise.h"
+#include "kit/inputs/inputs.h"
 
 #include <set>
 #include <utility>
@@ -69,42 +70,57 @@ void ReadOutliers(const Element& element, MiningField& field) {
     }
 }
 
-void ReadLevel(const Element& element, ScoreDictVar& var, MiningField& field) {
+/// @param var null for a field of an outer model
+void ReadLevel(const Element& element, ScoreDictVar* var, MiningField& field) {
     if (!element.Has(u"optype")) {
         return;
     }
     const ScoreDictVar::MeasureLevel level = element.OneOf(u"optype", kLevels);
     field.level = level;
-    if (level == ScoreDictVar::LEVEL_CONTINUOUS && var.GetVarType() == ScoreDictVar::STRING_VAR) {
-        Raise<Message::CONFLICTING_VALUES>("continuous", "optype", "string", "dataType");
+    if (var == nullptr) {
+        return;
     }
-    var.SetMLevel(level);
+    if (level == ScoreDictVar::LEVEL_CONTINUOUS && var->GetVarType() == ScoreDictVar::STRING_VAR) {
+        Raise<Message::CONFLICTING_VALUES_IN>("continuous", "optype", element.Tag(), "string", "dataType", "DataField");
+    }
+    var->SetMLevel(level);
 }
 
-MiningField ReadMiningField(const Element& element, const DataFields& fields, ScoreDictionary& dictionary) {
+/// The type of a field that a schema names: of the dictionary, else of an outer model.
+DataType TypeOf(const Element& element, const std::string& name, const DataFields& fields, Inputs* outer) {
+    if (const auto definition = fields.find(name); definition != fields.end()) {
+        return definition->second.type;
+    }
+    const std::optional<FieldScope::Found> found = outer == nullptr ? std::nullopt : outer->FindForPart(name);
+    if (!found) {
+        RaiseAt<Message::MISSING_VARIABLE>(element.Tag(), "name", name, "DataDictionary");
+    }
+    return found->type.value_or(DataType::STRING);
+}
+
+MiningField ReadMiningField(const Element& element, const DataFields& fields, ScoreDictionary& dictionary,
+                            Inputs* outer) {
     MiningField field;
     field.name = element.Text(u"name");
-    ScoreDictVar* var = dictionary.GetVar(field.name);
-    const auto definition = fields.find(field.name);
-    if (var == nullptr || definition == fields.end()) {
-        Raise<Message::MISSING_VARIABLE>(field.name, "DataDictionary");
-    }
-    const DataType type = definition->second.type;
     field.role = element.OneOfOr(u"usageType", kUsageTypes, ScoreModel::ROLE_INPUT);
-    ReadLevel(element, *var, field);
+    const bool isTarget = field.role == ScoreModel::ROLE_TARGET;
+    const DataType type = TypeOf(element, field.name, fields, isTarget ? nullptr : outer);
+    ReadLevel(element, dictionary.GetVar(field.name), field);
     ReadOutliers(element, field);
     field.missingRefused = element.OneOfOr(u"missingValueTreatment", kMissingTreatments, false);
     if (element.Has(u"missingValueReplacement")) {
         field.missingReplacement = ReadReplacement(element, u"missingValueReplacement", type);
     }
     field.invalid = element.OneOfOr(u"invalidValueTreatment", kInvalidTreatments, InvalidTreatment::REFUSE);
+    field.statesInvalid = element.Has(u"invalidValueTreatment");
     if (field.invalid == InvalidTreatment::REPLACE) {
         field.invalidReplacement = ReadReplacement(element, u"invalidValueReplacement", type);
     }
     return field;
 }
 
-/// Keeps the first target, or the one that the model names.
+/// Keeps the first target, or the one that the model names. A network may tell of others too, and neighbours answer for
+/// all of them.
 void NoteTarget(const Element& model, const MiningField& field, MiningSchema& schema) {
     if (field.role != ScoreModel::ROLE_TARGET) {
         return;
@@ -112,8 +128,10 @@ void NoteTarget(const Element& model, const MiningField& field, MiningSchema& sc
     const std::string wanted = model.TextOr(u"targetFieldName", "");
     if (schema.target.empty() || field.name == wanted) {
         schema.target = field.name;
-    } else if (schema.target != wanted) {
-        Raise<Message::MULTIPLE_TARGETS>(schema.target, field.name);
+    } else if (model.Is(u"NearestNeighborModel")) {
+        schema.otherTargets.push_back(field.name);
+    } else if (schema.target != wanted && !model.Is(u"NeuralNetwork")) {
+        RaiseAt<Message::MULTIPLE_TARGETS>("MiningField", "usageType", schema.target, field.name);
     }
 }
 
@@ -128,7 +146,8 @@ const MiningField* MiningSchema::Find(const std::string& name) const {
     return nullptr;
 }
 
-MiningSchema ReadMiningSchema(const Element& model, const DataFields& fields, ScoreDictionary& dictionary) {
+MiningSchema ReadMiningSchema(const Element& model, const DataFields& fields, ScoreDictionary& dictionary,
+                              Inputs* outer) {
     MiningSchema schema;
     std::set<std::string> names;
     for (const Element child : model.RequireChild(u"MiningSchema").Children()) {
@@ -138,9 +157,9 @@ MiningSchema ReadMiningSchema(const Element& model, const DataFields& fields, Sc
         if (!child.Is(u"MiningField")) {
             child.RaiseMisplaced();
         }
-        MiningField field = ReadMiningField(child, fields, dictionary);
+        MiningField field = ReadMiningField(child, fields, dictionary, outer);
         if (!names.insert(field.name).second) {
-            Raise<Message::DUPLICATE_VARIABLE_IN>(field.name, "MiningSchema");
+            RaiseAt<Message::DUPLICATE_VARIABLE_IN>(child.Tag(), "name", field.name, "MiningSchema");
         }
         NoteTarget(model, field, schema);
         schema.fields.push_back(std::move(field));
@@ -148,7 +167,7 @@ MiningSchema ReadMiningSchema(const Element& model, const DataFields& fields, Sc
     const std::string named = model.TextOr(u"targetFieldName", "");
     if (schema.target.empty() && !named.empty()) {
         if (dictionary.GetVar(named) == nullptr) {
-            Raise<Message::MISSING_VARIABLE>(named, "DataDictionary");
+            RaiseAt<Message::MISSING_VARIABLE>(model.Tag(), "targetFieldName", named, "DataDictionary");
         }
         schema.target = named;
     }

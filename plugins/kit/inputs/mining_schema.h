@@ -14,6 +14,8 @@
 
 namespace veltrane_kit {
 
+class Inputs;
+
 /// What becomes of a case with a value that its field does not allow.
 enum class InvalidTreatment {
     REFUSE,     ///< the case can't be scored
@@ -33,6 +35,7 @@ struct MiningField {
     std::optional<double> low;
     std::optional<double> high;
     InvalidTreatment invalid = InvalidTreatment::REFUSE;
+    bool statesInvalid = false;  ///< whether the document says so
     bool missingRefused = false; ///< a missing value can't be scored, though a replacement stands beside
     std::optional<std::string> missingReplacement;
     std::optional<std::string> invalidReplacement;                   ///< none unless invalid values are replaced
@@ -42,20 +45,22 @@ struct MiningField {
 /// The MiningSchema of a model.
 struct MiningSchema {
     std::vector<MiningField> fields;
-    std::string target; ///< the name of the target field; empty for none
+    std::string target;                    ///< the name of the target field; empty for none
+    std::vector<std::string> otherTargets; ///< of a model of neighbours, which may have several
 
     const MiningField* Find(const std::string& name) const;
 };
 
 /// Reads the only MiningSchema among a model's children. Both the older usage type "predicted" and the newer "target"
-/// make a target; the attribute targetFieldName decides between several.
+/// make a target; the attribute targetFieldName decides between several, of which a network has the first without it.
 /// @param fields     of the data dictionary
 /// @param dictionary the data dictionary as the library has it; an `optype` of a field is set there
+/// @param outer      of the model that this one is a part of, whose fields may be named too; null for a whole model
 /// @throws VTException 260115, 260272, 260120, 260285, 260153 for words and numbers, 260124 for a field that the
 ///         dictionary doesn't have, 260202 for one that comes twice, 260188 for outliers without bounds, 260273 for two
 ///         targets, 260211 for a continuous text
 MiningSchema ReadMiningSchema(const Element& model, const DataFields& fields,
-                              MCVeltrane_900::ScoreDictionary& dictionary);
+                              MCVeltrane_900::ScoreDictionary& dictionary, Inputs* outer = nullptr);
 
 } // namespace veltrane_kit
 

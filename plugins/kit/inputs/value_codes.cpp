@@ -16,8 +16,11 @@ int ValueCodes::Add(const Value& value) {
         return code;
     }
     if (fHoldsTexts) {
-        fTexts.emplace_back(value.text);
-        fTextCodes.emplace(fTexts.back(), Size() - 1);
+        if (fTexts.Size() < TextCodes::kMost) {
+            fTexts.Add(value.text);
+        } else {
+            fMoreTexts.emplace(value.text, Size());
+        }
     } else {
         fNumbers.push_back(value.number);
         fNumberCodes.emplace(value.number, Size() - 1);
@@ -29,17 +32,9 @@ int ValueCodes::Find(const Value& value) const {
     return value.isMissing ? kUnknown : fHoldsTexts ? FindText(value.text) : FindNumber(value.number);
 }
 
-int ValueCodes::FindText(std::string_view text) const {
-    if (fTexts.size() > kFew) {
-        const auto found = fTextCodes.find(text);
-        return found == fTextCodes.end() ? kUnknown : found->second;
-    }
-    for (std::size_t code = 0; code < fTexts.size(); ++code) {
-        if (fTexts[code] == text) {
-            return static_cast<int>(code);
-        }
-    }
-    return kUnknown;
+int ValueCodes::FindMore(std::string_view text) const {
+    const auto found = fMoreTexts.find(text);
+    return found == fMoreTexts.end() ? kUnknown : found->second;
 }
 
 int ValueCodes::FindNumber(double number) const {

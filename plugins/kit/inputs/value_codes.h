@@ -1,6 +1,7 @@
 #ifndef VELTRANE_PLUGINS_KIT_VALUE_CODES_H
 #define VELTRANE_PLUGINS_KIT_VALUE_CODES_H
 
+#include "kit/values/text_codes.h"
 #include "kit/values/values.h"
 
 #include <functional>
@@ -15,7 +16,7 @@ namespace veltrane_kit {
 /// finding allocates nothing.
 class ValueCodes {
 public:
-    static constexpr int kUnknown = -1;
+    static constexpr int kUnknown = TextCodes::kUnknown;
 
     explicit ValueCodes(DataType type) : fHoldsTexts(IsText(type)) {}
 
@@ -25,7 +26,13 @@ public:
     /// The code of a value, or kUnknown.
     int Find(const Value& value) const;
 
-    int Size() const { return static_cast<int>(fHoldsTexts ? fTexts.size() : fNumbers.size()); }
+    /// The code of a text, where the type is one of texts.
+    int FindText(std::string_view text) const {
+        const int code = fTexts.Find(text);
+        return code == kUnknown && !fMoreTexts.empty() ? FindMore(text) : code;
+    }
+
+    int Size() const { return static_cast<int>(fHoldsTexts ? fTexts.Size() + fMoreTexts.size() : fNumbers.size()); }
 
 private:
     struct Hash {
@@ -33,13 +40,13 @@ private:
         std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
     };
 
-    int FindText(std::string_view text) const;
+    int FindMore(std::string_view text) const;
     int FindNumber(double number) const;
 
     bool fHoldsTexts;
-    std::vector<std::string> fTexts;
+    TextCodes fTexts;
     std::vector<double> fNumbers;
-    std::unordered_map<std::string, int, Hash, std::equal_to<>> fTextCodes;
+    std::unordered_map<std::string, int, Hash, std::equal_to<>> fMoreTexts; ///< those that `fTexts` doesn't take
     std::unordered_map<double, int> fNumberCodes;
 };
 

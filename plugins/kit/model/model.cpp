@@ -1,7 +1,7 @@
 #include "kit/model/model.h"
 
-#include <MCVeltrane_900/ScoreValueProbability.h>
-#include <MCVeltrane_900/ScoreValueProbabilitySet.h>
+#include <MCVeltrane_900/TransformVar.h>
+#include <MCVeltrane_900/TransformationDictionary.h>
 #include <MCVeltrane_900/VersionInfo.h>
 
 #include <algorithm>
@@ -28,20 +28,40 @@ MCScore::MCStatus NoPrediction() {
     return MCScore::MCStatus(ScoreModel::NO_PREDICTION, false);
 }
 
+ScoreDictVar::VariableType KindOf(DataType type) {
+    if (IsText(type)) {
+        return ScoreDictVar::STRING_VAR;
+    }
+    return IsMoment(type) || IsCounting(type) ? ScoreDictVar::DATETIME_VAR : ScoreDictVar::kNUMERIC_VAR;
+}
+
+/// The derived fields by name, for hosts that ask which there are. They are computed by the model alone, so there is no
+/// record of them to ask for.
+/// @return null for none
+std::unique_ptr<TransformationDictionary> ListDerivedFields(const Inputs& inputs) {
+    const DerivedFields& fields = inputs.Derived();
+    if (fields.IsEmpty()) {
+        return nullptr;
+    }
+    auto list = std::make_unique<TransformationDictionary>();
+    for (const int slot : fields.Slots()) {
+        const std::string& name = fields.NameOf(slot);
+        list->AddVar(name, std::make_unique<TransformVar>(name, KindOf(inputs.Type(slot))).release());
+        list->AddDerievedVarName(name);
+    }
+    return list;
+}
+
 } // namespace
 
-Model::~Model() = default;
-
-void Model::Adopt(ModelParts parts) {
-    fTag = std::move(parts.tag);
-    fName = std::move(parts.name);
+Model::Model(std::shared_ptr<const ModelPlan> plan) : fPlan(std::move(plan)), fState(*fPlan) {
+    const ModelParts& parts = fPlan->Parts();
     SetAlgorithmName(parts.algorithm);
     SetMiningFunction(parts.function);
-    fIsClassification = parts.function == FUNC_CLASSIFICATION;
     SetVersionInfo(new VersionInfo(parts.version));
-    SetScoreDictionary(parts.dictionary.release());
-    SetTransformationScoreDictionary(parts.derived.release());
-    SetResultScoreDictionary(parts.outputs->MakeDictionary().release());
+    SetScoreDictionary(parts.dictionary.get(), false);
+    SetTransformationScoreDictionary(ListDerivedFields(fPlan->GetInputs()).release());
+    SetResultScoreDictionary(fPlan->GetOutputs().MakeDictionary().release());
     for (const MiningField& field : parts.schema.fields) {
         if (field.role != ROLE_TARGET || field.name == parts.schema.target) {
             SetVarRole(field.name, field.role);
@@ -50,25 +70,16 @@ void Model::Adopt(ModelParts parts) {
     if (!parts.schema.target.empty()) {
         SetVarRole(parts.schema.target, ROLE_TARGET);
     }
-    fFields = std::move(parts.fields);
-    fInputs = std::move(parts.inputs);
-    fTarget = std::move(parts.target);
-    fOutputs = std::move(parts.outputs);
-
-    auto layout = std::make_shared<ResultLayout>();
-    for (int code = 0; fIsClassification && code < fTarget->CategoryCount(); ++code) {
-        layout->categories.emplace_back(fTarget->Category(code).Clone());
-    }
-    layout->outputs = fOutputs->Layout();
-    fLayout = std::move(layout);
 }
+
+Model::~Model() = default;
 
 bool Model::SetOption(const std::string& name, const std::string& value) {
     if (name == kUnreadableOption) {
         return value == "invalid";
     }
     if (name != kPolicyOption) {
-        return SetModelOption(name, value);
+        return false;
     }
     if (value != "noPrediction" && value != "defaultPrediction") {
         return false;
@@ -77,55 +88,38 @@ bool Model::SetOption(const std::string& name, const std::string& value) {
     return true;
 }
 
-bool Model::SetModelOption(const std::string&, const std::string&) {
-    return false;
-}
-
 std::vector<std::string> Model::GetInputNames() const {
-    return fInputs->NeededNames();
+    return fPlan->GetInputs().NeededNames();
 }
 
 ScoreResult* Model::CreateResult() const {
-    if (fIsClassification) {
-        return new ClassificationResult(fLayout);
+    if (fPlan->IsClassification()) {
+        return new ClassificationResult(fPlan->Layout(), fPlan->Parts().IsClustering()
+                                                             ? ClassificationResult::kClustering
+                                                             : ClassificationResult::kKind);
     }
-    return new RegressionResult(fLayout);
+    return new RegressionResult(fPlan->Layout());
 }
 
 MCScore::MCStatus Model::Score(const ScoreCaseRecord* record, ScoreResult* result) {
     if (record == nullptr || result == nullptr) {
         return NoPrediction();
     }
-    fPrediction.Clear(fLayout->categories.size());
     MCScore::MCStatus status;
-    if (PredictCase(*record)) {
+    if (fPlan->Predict(*record, fState)) {
         Report(*result);
     } else {
         status = PredictDefault(*result);
     }
-    fInputs->EndCase();
+    fState.inputs.EndCase();
     return status;
 }
 
 /// A case without a prediction, and why.
-MCScore::MCStatus Model::Unscored(int lacking) const {
+MCScore::MCStatus Model::Unscored(int lacking) {
     MCScore::MCStatus status = NoPrediction();
-    fInputs->WhyUnscored(lacking).WriteTo(status);
+    fPlan->GetInputs().WhyUnscored(lacking, fState.inputs).WriteTo(status);
     return status;
-}
-
-bool Model::PredictCase(const ScoreCaseRecord& record) {
-    if (!fInputs->Read(record) || !Predict(*fInputs, fPrediction)) {
-        return false;
-    }
-    if (fIsClassification) {
-        return fPrediction.category != Prediction::kNoCategory;
-    }
-    if (fPrediction.number == Prediction::kNone) {
-        return false;
-    }
-    fPrediction.number = fTarget->Adjust(fPrediction.number);
-    return std::isfinite(fPrediction.number);
 }
 
 void Model::Report(ScoreResult& result) {
@@ -134,138 +128,92 @@ void Model::Report(ScoreResult& result) {
         ReportToForeign(result);
         return;
     }
-    if (fIsClassification) {
+    if (fPlan->IsClassification()) {
         auto& own = static_cast<ClassificationResult&>(result);
-        own.Clear();
-        own.Value().Set(&fTarget->Category(fPrediction.category));
-        own.SetProbabilities(fPrediction.probabilities);
-        own.SetResultConfidence(fPrediction.ProbabilityOf(fPrediction.category));
+        own.SetPrediction(fState.prediction.category, fState.prediction.probabilities,
+                          fState.prediction.ResultConfidence());
     } else {
         auto& own = static_cast<RegressionResult&>(result);
         own.Clear();
-        own.Value().SetNumber(fPrediction.number);
+        own.Value().SetNumber(fState.prediction.number);
+        own.SetStandardError(fState.prediction.standardError);
     }
-    fOutputs->Fill(result.GetResultValue(), fPrediction, *fInputs, *fTarget, *outputs);
+    fPlan->GetOutputs().Fill(result.GetResultValue(), fState.prediction, fState.inputs.Case(), fPlan->GetTarget(),
+                             *outputs);
 }
 
 /// A result that this model didn't make: everything goes by its operations, outputs by name.
 void Model::ReportToForeign(ScoreResult& result) {
     Clear(result);
-    if (fIsClassification) {
-        result.SetResultValue(Lend(fTarget->Category(fPrediction.category)));
-        result.SetResultConfidence(fPrediction.ProbabilityOf(fPrediction.category));
+    if (fPlan->IsClassification()) {
+        result.SetResultValue(Lend(fPlan->GetTarget().Category(fState.prediction.category)));
+        result.SetResultConfidence(fState.prediction.ResultConfidence());
         auto* categories = dynamic_cast<ScoreClsResult*>(&result);
-        for (int code = 0; categories != nullptr && code < fTarget->CategoryCount(); ++code) {
-            categories->SetCategoryProbability(Lend(fTarget->Category(code)), fPrediction.ProbabilityOf(code));
+        for (int code = 0; categories != nullptr && code < fPlan->GetTarget().CategoryCount(); ++code) {
+            categories->SetCategoryProbability(Lend(fPlan->GetTarget().Category(code)),
+                                               fState.prediction.ProbabilityOf(code));
         }
     } else {
-        NumericValue value(fPrediction.number);
+        NumericValue value(fState.prediction.number);
         result.SetResultValue(&value);
+        if (auto* regression = dynamic_cast<ScoreRegResult*>(&result); regression != nullptr) {
+            regression->SetStandardError(fState.prediction.standardError);
+        }
     }
     FillOutputs(result.GetResultValue(), result);
 }
 
 /// What a case gets that can't be scored: by the policy the target's default, or nothing.
 MCScore::MCStatus Model::PredictDefault(ScoreResult& result) {
-    const int lacking = fPrediction.lacking;
-    fPrediction.Clear(fLayout->categories.size());
+    const int lacking = fState.prediction.lacking;
+    fState.prediction.Clear(fPlan->Probabilities());
+    const bool wantsDefault = GetMissingValuePolicy() == MV_DEFAULT_PREDICTION && !fState.inputs.HasOtherLayout();
+    if (wantsDefault && fPlan->GetTarget().PredictDefault(fPlan->IsClassification(), fState.prediction)) {
+        Report(result);
+        return MCScore::MCStatus();
+    }
     Clear(result);
-    MCScore::MCStatus status = NoPrediction();
-    if (GetMissingValuePolicy() == MV_DEFAULT_PREDICTION && !fInputs->HasOtherLayout()) {
-        status = fTarget->IsOwn() ? TakeOwnDefault(result) : HandleMissingValue(&result);
-        TakeDefault(result);
-    }
-    FillOutputs(result.GetResultValue(), result);
-    return status.IsError() ? Unscored(lacking) : status;
-}
-
-/// What HandleMissingValue gives for a target in the dictionary, for one that no field holds.
-MCScore::MCStatus Model::TakeOwnDefault(ScoreResult& result) const {
-    if (fIsClassification) {
-        return TakeOwnPriors(result);
-    }
-    const ScoreValue* value = fTarget->Var().GetDefValue();
-    if (value == nullptr) {
-        return NoPrediction();
-    }
-    result.SetResultValue(Lend(*value));
-    return MCScore::MCStatus();
-}
-
-MCScore::MCStatus Model::TakeOwnPriors(ScoreResult& result) const {
-    const ScoreValueProbabilitySet* priors = fTarget->Var().GetValueProbabilities();
-    if (priors == nullptr) {
-        return NoPrediction();
-    }
-    auto* categories = dynamic_cast<ScoreClsResult*>(&result);
-    double best = 0.0;
-    for (const ScoreValueProbability* prior : priors->GetAllValueProbabilities()) {
-        if (categories != nullptr) {
-            categories->SetCategoryProbability(Lend(*prior->GetValue()), prior->GetProbability());
-        }
-        if (prior->GetProbability() > best) {
-            best = prior->GetProbability();
-            result.SetResultValue(Lend(*prior->GetValue()));
-            result.SetResultConfidence(best);
-        }
-    }
-    return MCScore::MCStatus();
-}
-
-/// Makes a prediction of what the result holds, for the output fields. A category without a prior has no share.
-void Model::TakeDefault(ScoreResult& result) {
-    const ScoreValue* value = result.GetResultValue();
-    if (value == nullptr) {
-        return;
-    }
-    if (!fIsClassification) {
-        fPrediction.number = value->GetDouble();
-        return;
-    }
-    fPrediction.category = fTarget->Find(*value);
-    std::vector<double>& probabilities = fPrediction.probabilities;
-    const auto* categories = dynamic_cast<ScoreClsResult*>(&result);
-    if (OwnOutputs(result) != nullptr) {
-        const std::vector<double>& own = static_cast<const ClassificationResult&>(result).Probabilities();
-        std::copy_n(own.begin(), probabilities.size(), probabilities.begin());
-    } else if (categories != nullptr) {
-        for (std::size_t code = 0; code < probabilities.size(); ++code) {
-            probabilities[code] = categories->GetCategoryProbability(&fTarget->Category(static_cast<int>(code)));
-        }
-    }
-    if (std::any_of(probabilities.begin(), probabilities.end(), [](double p) { return p != Prediction::kNone; })) {
-        std::replace(probabilities.begin(), probabilities.end(), Prediction::kNone, 0.0);
-    }
+    FillOutputs(nullptr, result);
+    return Unscored(lacking);
 }
 
 /// The output fields of a result that this model has made; null for any other result.
 OutputValues* Model::OwnOutputs(ScoreResult& result) const {
-    if (fIsClassification) {
+    if (fPlan->IsClassification()) {
         auto* own =
             typeid(result) == typeid(ClassificationResult) ? static_cast<ClassificationResult*>(&result) : nullptr;
-        return own != nullptr && own->IsOf(*fLayout) ? &own->Outputs() : nullptr;
+        return own != nullptr && own->IsOf(*fPlan->Layout()) ? &own->Outputs() : nullptr;
     }
     auto* own = typeid(result) == typeid(RegressionResult) ? static_cast<RegressionResult*>(&result) : nullptr;
-    return own != nullptr && own->IsOf(*fLayout) ? &own->Outputs() : nullptr;
+    return own != nullptr && own->IsOf(*fPlan->Layout()) ? &own->Outputs() : nullptr;
 }
 
 void Model::FillOutputs(const ScoreValue* value, ScoreResult& result) {
-    if (fOutputs->IsEmpty()) {
+    if (fPlan->GetOutputs().IsEmpty()) {
         return;
     }
     if (OutputValues* own = OwnOutputs(result); own != nullptr) {
-        fOutputs->Fill(value, fPrediction, *fInputs, *fTarget, *own);
+        FillOutputs(value, *own);
         return;
     }
     if (fForeignOutputs == nullptr) {
-        fForeignOutputs = std::make_unique<OutputValues>(*fLayout);
+        fForeignOutputs = std::make_unique<OutputValues>(*fPlan->Layout());
     }
-    fOutputs->Fill(value, fPrediction, *fInputs, *fTarget, *fForeignOutputs);
+    FillOutputs(value, *fForeignOutputs);
     ScoreResultField* fields = result.GetResultFields();
     for (const auto& [name, output] : fForeignOutputs->GetMapResultValue()) {
         if (fields != nullptr) {
             fields->SetResultValue(name, output);
         }
+    }
+}
+
+/// Of a case that was refused for its layout nothing was read: what is known are the values of the one before it.
+void Model::FillOutputs(const ScoreValue* value, OutputValues& outputs) {
+    if (fState.inputs.HasOtherLayout()) {
+        outputs.Clear();
+    } else {
+        fPlan->GetOutputs().Fill(value, fState.prediction, fState.inputs.Case(), fPlan->GetTarget(), outputs);
     }
 }
 
@@ -281,20 +229,23 @@ void Model::Clear(ScoreResult& result) {
 }
 
 void Model::Display(std::ostream& out) const {
-    out << fTag << (fName.empty() ? "" : " \"" + fName + "\"") << "\n";
-    out << "function: " << (fIsClassification ? "classification" : "regression") << "\n";
+    const ModelParts& parts = fPlan->Parts();
+    out << parts.tag << (parts.name.empty() ? "" : " \"" + parts.name + "\"") << "\n";
+    out << "function: "
+        << (parts.IsClustering()        ? "clustering"
+            : fPlan->IsClassification() ? "classification"
+                                        : "regression")
+        << "\n";
     if (!GetAlgorithmName().empty()) {
         out << "algorithm: " << GetAlgorithmName() << "\n";
     }
-    out << "target: " << (fTarget->Name().empty() ? "none" : fTarget->Name()) << "\n";
+    out << "target: " << (fPlan->GetTarget().Name().empty() ? "none" : fPlan->GetTarget().Name()) << "\n";
     out << "inputs:";
-    for (const std::string& name : fInputs->Names()) {
+    for (const std::string& name : fPlan->GetInputs().Names()) {
         out << " " << name;
     }
     out << "\n";
-    DisplayModel(out);
+    fPlan->GetScorer().Display(out, fPlan->GetTarget());
 }
-
-void Model::DisplayModel(std::ostream&) const {}
 
 } // namespace veltrane_kit

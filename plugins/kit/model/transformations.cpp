@@ -61,14 +61,15 @@ std::optional<FieldScope::Found> Transformations::FindData(const std::string& na
     }
     const auto [known, isNew] = fPlaces.try_emplace(name, fSources.size());
     if (!isNew) {
-        return FieldScope::Found{fSources[known->second].slot, definition->second.type};
+        return FieldScope::Found{fSources[known->second].slot, definition->second.type, fSources[known->second].order};
     }
     Source source;
     source.name = name;
     source.field = std::make_unique<InputField>(definition->second, nullptr);
     source.slot = fLayout.AddField();
+    source.order = MakeOrder(definition->second.type, definition->second.InOrder(definition->second.level));
     fSources.push_back(std::move(source));
-    return FieldScope::Found{fSources.back().slot, definition->second.type};
+    return FieldScope::Found{fSources.back().slot, definition->second.type, fSources.back().order};
 }
 
 std::vector<std::string> Transformations::NeededNames() const {

@@ -33,6 +33,20 @@ public:
     const MCVeltrane_900::ScoreDictionary& Dictionary() const { return *fDictionary; }
     const DerivedFields& Derived() const { return fDerived; }
 
+    /// A data field that a derived field refers to.
+    struct Source {
+        std::string name;
+        std::unique_ptr<InputField> field;
+        int slot;
+        OrderPtr order;    ///< of an ordinal field of texts
+        int position = -1; ///< in the records that Compute() gets
+    };
+
+    /// In the order in which the derived fields ask for them.
+    const std::vector<Source>& Sources() const { return fSources; }
+
+    const FrameLayout& Layout() const { return fLayout; }
+
     /// The names of the fields that have to come from a case, in the order in which the derived fields ask for them.
     std::vector<std::string> NeededNames() const;
 
@@ -44,13 +58,6 @@ public:
     const Value& operator[](int slot) const { return fFrame->Field(slot); }
 
 private:
-    struct Source {
-        std::string name;
-        std::unique_ptr<InputField> field;
-        int slot;
-        int position = -1;
-    };
-
     explicit Transformations(const std::string& encoding);
     std::optional<FieldScope::Found> FindData(const std::string& name) override;
     bool IsClosed(const std::string&) const override { return false; }

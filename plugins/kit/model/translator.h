@@ -3,19 +3,24 @@
 
 #include "kit/document/element.h"
 #include "kit/model/model.h"
+#include "kit/model/scorer.h"
 
 #include <MCVeltrane_900/PMMLTranslator.h>
 
-#include <memory>
 #include <string>
+#include <vector>
 
 namespace veltrane_kit {
 
-/// The base of a plug-in's translator. It reads all that models have in common and asks the plug-in for the rest.
+/// The translator of a plug-in: it reads all that models have in common, and has the kind's own part made.
 class ModelTranslator : public MCVeltrane_900::PMMLTranslator {
 public:
-    /// @param tag of the model's element, a literal
-    explicit ModelTranslator(const XMLCh* tag) : fTag(tag) {}
+    /// @param tag        of the model's element, a literal
+    /// @param makeScorer of the kind
+    ModelTranslator(const XMLCh* tag, MakeScorer makeScorer) : fTag(tag), fMakeScorer(makeScorer) {}
+
+    /// Takes the model list that is in force, for models that hold others.
+    void SetModelNames(const std::vector<std::string>& names) { fModelNames = names; }
 
     using PMMLTranslator::ParseFromTree;
 
@@ -26,18 +31,12 @@ public:
     ///         readers throw
     MCVeltrane_900::ScoreModel* ParseFromTree(xercesc::DOMDocument* document, const std::string& encoding) override;
 
-protected:
-    /// Builds the model from its own elements.
-    /// @param element the model's element
-    /// @param parts   dictionaries, mining schema, inputs and target, read; outputs are read later, when the target's
-    ///                categories are known
-    virtual std::unique_ptr<Model> BuildModel(const Element& element, ModelParts& parts) = 0;
-
 private:
     Element FindModel(const Element& root) const;
-    ModelParts ReadParts(const Element& root, const Element& model, const std::string& encoding);
 
     const XMLCh* fTag;
+    MakeScorer fMakeScorer;
+    std::vector<std::string> fModelNames;
 };
 
 } // namespace veltrane_kit

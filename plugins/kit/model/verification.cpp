@@ -12,12 +12,6 @@ namespace veltrane_kit {
 
 namespace {
 
-/// The tag without its prefix.
-std::string LocalName(const std::string& tag) {
-    const std::size_t colon = tag.find(':');
-    return colon == std::string::npos ? tag : tag.substr(colon + 1);
-}
-
 void CheckCount(const Element& element, const XMLCh* attribute, std::size_t count, const char* tag, const char* in) {
     const int declared = element.IntegerOr(attribute, static_cast<int>(count));
     if (declared != static_cast<int>(count)) {

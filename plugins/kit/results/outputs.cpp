@@ -5,6 +5,7 @@
 #include "kit/inputs/host_values.h"
 #include "kit/results/typed_value.h"
 
+#include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ResultVar.h>
 
 #include <algorithm>
@@ -72,18 +73,30 @@ bool NamesCategory(const OutputFeature& feature, bool classification) {
            (feature.ofCategory == OutputFeature::OfCategory::OF_CLASSIFICATION && classification);
 }
 
-/// The type of an output field's value: the stated one, else what its kind keeps.
-DataType ValueTypeOf(const Element& element, ScoreValue::ValueType kind) {
+/// The type of an output field's value: the stated one, else that of the target's categories, or what its kind keeps.
+DataType ValueTypeOf(const Element& element, ScoreValue::ValueType kind, bool isCategory, const Target& target) {
     const std::optional<DataType> stated = ReadDataType(element, u"dataType");
-    return stated ? *stated : kind == ScoreValue::STRING_VALUE ? DataType::STRING : DataType::DOUBLE;
+    if (stated || isCategory) {
+        return stated.value_or(target.Type());
+    }
+    return kind == ScoreValue::STRING_VALUE ? DataType::STRING : DataType::DOUBLE;
 }
 
-/// What the expression of an output field can refer to: the output fields before it, derived fields, input fields.
-class OutputScope : public FieldScope {
+} // namespace
+
+/// What the expression of an output field can refer to: the output fields before it, derived fields, input fields, and
+/// what the parts of the model tell.
+class Outputs::OutputScope : public FieldScope {
 public:
     explicit OutputScope(Inputs& inputs) : fInputs(inputs) {}
 
     void Add(const std::string& name, const Found& found) { fOutputs.emplace(name, found); }
+
+    /// An output field alone.
+    std::optional<Found> Find(const std::string& name) const {
+        const auto output = fOutputs.find(name);
+        return output == fOutputs.end() ? std::nullopt : std::optional(output->second);
+    }
 
     Found Require(const Element& element, const XMLCh* attribute) override {
         const auto output = fOutputs.find(element.Text(attribute));
@@ -100,45 +113,152 @@ private:
     std::map<std::string, Found> fOutputs;
 };
 
-} // namespace
-
-Outputs::Outputs(const Element& model, bool classification, Inputs& inputs, Target& target)
-    : fIsClassification(classification) {
-    const Element output = model.Child(u"Output");
-    if (!output) {
-        return;
-    }
+Outputs::Outputs(const Element& model, bool classification, Inputs& inputs, Target& target,
+                 const std::vector<Told>& parts, const std::vector<Element>& asked, const More& more)
+    : fIsClassification(classification), fMore(more) {
     OutputScope scope(inputs);
-    std::set<std::string> names;
-    for (const Element child : output.Children()) {
-        if (!child.Is(u"OutputField")) {
-            child.RaiseMisplaced();
-        }
-        Field field = ReadField(child, classification, inputs, target);
-        if (!names.insert(field.name).second) {
-            Raise<Message::DUPLICATE_DEFINITION>("OutputField", field.name, "Output");
-        }
-        if (field.IsTransformed()) {
-            fTransforms = true;
-            ReadExpression(child, field, inputs, scope);
-        }
-        field.slot = inputs.Layout().AddField();
-        scope.Add(field.name, {field.slot, field.valueType});
-        fFields.push_back(std::move(field));
+    if (const Element output = model ? model.Child(u"Output") : Element()) {
+        ReadFields(output, inputs, target, scope);
+    }
+    if (model) {
+        ReadResults(model, inputs, target, scope);
+    }
+    for (const Told& told : parts) {
+        AddTold(told, inputs);
+    }
+    for (const Element& element : asked) {
+        ReadAsked(element, inputs, target, scope);
     }
     if (classification && fTargetSlot != Inputs::kNoSlot) {
         LearnActualCodes(inputs, target);
     }
 }
 
-void Outputs::LearnActualCodes(Inputs& inputs, const Target& target) {
-    for (int category = 0; category < target.CategoryCount(); ++category) {
-        fActualCodes.push_back(inputs.CategoryOf(fTargetSlot, ValueText(target.Category(category))));
+Outputs::~Outputs() = default;
+
+void Outputs::ReadFields(const Element& output, Inputs& inputs, Target& target, OutputScope& scope) {
+    for (const Element child : output.Children()) {
+        if (!child.Is(u"OutputField")) {
+            child.RaiseMisplaced();
+        }
+        const std::optional<FieldScope::Found> answer =
+            child.Has(u"segmentId") ? inputs.FindAnswer(child.Text(u"name")) : std::nullopt;
+        AddField(answer ? ReadAnswered(child, *answer, inputs) : ReadField(child, fIsClassification, inputs, target),
+                 child, inputs, scope);
     }
 }
 
+void Outputs::AddField(Field field, const Element& element, Inputs& inputs, OutputScope& scope) {
+    if (scope.Find(field.name)) {
+        Raise<Message::DUPLICATE_DEFINITION>(element.Tag(), field.name, "Output");
+    }
+    if (field.IsTransformed() && field.expression == nullptr) {
+        fTransforms = true;
+        ReadExpression(element, field, inputs, scope);
+    }
+    field.slot = inputs.Layout().AddField();
+    scope.Add(field.name, {field.slot, field.valueType, nullptr});
+    fFields.push_back(std::move(field));
+}
+
+/// The results of an older model, which are output fields by another name.
+void Outputs::ReadResults(const Element& model, Inputs& inputs, Target& target, OutputScope& scope) {
+    for (const Element child : model.Children()) {
+        if (child.Is(u"ResultField")) {
+            AddField(ReadField(child, fIsClassification, inputs, target), child, inputs, scope);
+        }
+    }
+}
+
+/// An output field whose value a part of the model tells.
+Outputs::Field Outputs::ReadAnswered(const Element& element, const FieldScope::Found& answer, Inputs& inputs) {
+    Field field{};
+    field.name = element.Text(u"name");
+    field.label = element.TextOr(u"displayName", field.name);
+    field.feature = ReadOutputFeature(element);
+    field.feature.expression = OutputFeature::Expression::REQUIRED;
+    field.feature.inRows = OutputFeature::InRows::MISSING;
+    field.isFinal = element.FlagOr(u"isFinalResult", true);
+    field.level = element.OneOfOr(u"optype", kLevels, ScoreDictVar::LEVEL_CONTINUOUS);
+    TakeExpression(element, std::make_unique<FieldExpression>(answer.slot, answer.type), inputs, field);
+    return field;
+}
+
+/// An output field of a part of the model, as one of the whole.
+void Outputs::AddTold(const Told& told, Inputs& inputs) {
+    if (std::any_of(fFields.begin(), fFields.end(), [&](const Field& field) { return field.name == told.name; })) {
+        return;
+    }
+    Field field{};
+    field.name = told.name;
+    field.label = told.label;
+    field.feature.resultFeature = told.feature;
+    field.feature.expression = OutputFeature::Expression::REQUIRED;
+    field.feature.inRows = OutputFeature::InRows::MISSING;
+    field.level = told.level;
+    field.valueType = told.found.type.value_or(DataType::STRING);
+    field.kind = HostKindOf(field.valueType);
+    field.dateTimeType = DateTimeTypeOf(field.valueType);
+    field.expression = std::make_unique<FieldExpression>(told.found.slot, field.valueType);
+    field.slot = inputs.Layout().AddField();
+    fFields.push_back(std::move(field));
+}
+
+/// An output field of the outer model, as if it stood among those of this one. A transformed value without an
+/// expression is the output field that it names.
+void Outputs::ReadAsked(const Element& element, Inputs& inputs, Target& target, OutputScope& scope) {
+    Field field = ReadField(element, fIsClassification, inputs, target);
+    if (field.IsTransformed() && element.Has(u"value")) {
+        const std::optional<FieldScope::Found> named = scope.Find(element.Text(u"value"));
+        if (!named) {
+            element.RaiseInvalid(u"value");
+        }
+        TakeExpression(element, std::make_unique<FieldExpression>(named->slot, named->type), inputs, field);
+        fTransforms = true;
+    } else if (field.IsTransformed()) {
+        fTransforms = true;
+        ReadExpression(element, field, inputs, scope);
+    }
+    field.isOfOthers = false;
+    field.isFinal = false;
+    field.isAsked = true;
+    field.slot = inputs.Layout().AddField();
+    fFields.push_back(std::move(field));
+}
+
+std::vector<Outputs::Told> Outputs::AllTold() const {
+    std::vector<Told> told;
+    for (const Field& field : fFields) {
+        told.push_back({field.name,
+                        {field.slot, field.valueType, nullptr},
+                        field.isAsked,
+                        field.isFinal,
+                        field.label,
+                        field.feature.resultFeature,
+                        field.level});
+    }
+    return told;
+}
+
+void Outputs::LearnActualCodes(Inputs& inputs, const Target& target) {
+    for (int category = 0; category < target.CategoryCount(); ++category) {
+        fActualCodes.push_back(inputs.CategoryOf(fTargetSlot, target.CategoryValue(category)));
+    }
+}
+
+/// The further target that a field tells of; what is known of entities doesn't go by targets.
+int Outputs::OtherTargetOf(const Element& element, const OutputFeature& feature) const {
+    const std::string name = element.TextOr(u"targetField", "");
+    for (std::size_t i = 0; i < fMore.targets.size() && !feature.isOfEntities && !name.empty(); ++i) {
+        if (fMore.targets[i].target->Name() == name) {
+            return static_cast<int>(i);
+        }
+    }
+    return kOwnTarget;
+}
+
 /// What of a field says to whom its value belongs and what becomes of it.
-void Outputs::ReadDestination(const Element& element, const Inputs& inputs, const Target& target, Field& field) {
+void Outputs::ReadDestination(const Element& element, const Inputs& inputs, const Target& target, Field& field) const {
     field.isFinal = element.FlagOr(u"isFinalResult", true);
     field.rank = element.IntegerOr(u"rank", 1);
     if (field.rank < 1) {
@@ -150,7 +270,8 @@ void Outputs::ReadDestination(const Element& element, const Inputs& inputs, cons
         if (inputs.Dictionary().GetVar(name) == nullptr) {
             element.RaiseInvalid(u"targetField");
         }
-        field.isOfOthers = field.isOfOthers || (!target.IsOwn() && name != target.Name());
+        const bool isOwn = target.IsOwn() || name == target.Name() || field.feature.isOfEntities;
+        field.isOfOthers = field.isOfOthers || !isOwn;
     }
     field.type = field.IsTransformed() ? std::nullopt : ReadDataType(element, u"dataType");
     if (field.type) {
@@ -164,32 +285,53 @@ Outputs::Field Outputs::ReadField(const Element& element, bool classification, I
     field.name = element.Text(u"name");
     field.label = element.TextOr(u"displayName", field.name);
     field.feature = ReadOutputFeature(element);
+    field.other = OtherTargetOf(element, field.feature);
+    if (field.other != kOwnTarget) {
+        const OtherTarget& other = fMore.targets[static_cast<std::size_t>(field.other)];
+        ReadPredicted(element, other.isCategory, inputs, *other.target, field);
+        return field;
+    }
+    ReadPredicted(element, classification, inputs, target, field);
+    if (field.feature.isOfEntities && element.Has(u"value") && AsksForAffinity(element)) {
+        field.named = fMore.entities.PlaceOf(element.AnyText(u"value"));
+    }
+    if (field.feature.needsTarget) {
+        fTargetSlot = inputs.WatchTarget();
+    }
+    return field;
+}
+
+/// What of a field goes by the target that it tells of.
+void Outputs::ReadPredicted(const Element& element, bool classification, const Inputs& inputs, Target& target,
+                            Field& field) const {
     field.kind = KindOf(field.feature, element, classification, target);
     if (field.kind == ScoreValue::DATETIME_VALUE) {
         field.dateTimeType = target.Var().GetDateTimeType();
     }
     ReadDestination(element, inputs, target, field);
-    const bool isCategory = field.kind != ScoreValue::NUMERIC_VALUE ||
-                            (field.feature.kind == OutputFeature::Kind::PREDICTED && classification);
+    const bool isPredictedCategory = field.feature.kind == OutputFeature::Kind::PREDICTED && classification;
+    const bool isCategory = field.kind != ScoreValue::NUMERIC_VALUE || isPredictedCategory;
     field.level =
         element.OneOfOr(u"optype", kLevels, isCategory ? ScoreDictVar::LEVEL_NOMINAL : ScoreDictVar::LEVEL_CONTINUOUS);
     if (NamesCategory(field.feature, classification) && element.Has(u"value")) {
         field.category = target.CategoryOf(element, u"value");
     }
-    if (field.feature.needsTarget) {
-        fTargetSlot = inputs.WatchTarget();
-    }
-    field.valueType = ValueTypeOf(element, field.kind);
-    return field;
+    field.valueType = ValueTypeOf(element, field.kind, isPredictedCategory, target);
 }
 
-/// The kind and the level of a transformed value become known with its expression.
 void Outputs::ReadExpression(const Element& element, Field& field, Inputs& inputs, FieldScope& scope) {
     const std::optional<DataType> stated = ReadDataType(element, u"dataType");
-    field.expression = AsType(inputs.Derived().ReadExpression(scope, element, stated), stated, inputs.Layout());
+    TakeExpression(element, inputs.Derived().ReadExpression(scope, element, stated), inputs, field);
+}
+
+/// The kind, the type and the level of a transformed value become known with its expression.
+void Outputs::TakeExpression(const Element& element, ExpressionPtr expression, Inputs& inputs, Field& field) {
+    const std::optional<DataType> stated = ReadDataType(element, u"dataType");
+    field.expression = AsType(std::move(expression), stated, inputs.Layout());
     field.valueType = field.expression->Type().value_or(DataType::STRING);
     field.expression = AsType(std::move(field.expression), field.valueType, inputs.Layout());
     field.kind = HostKindOf(field.valueType);
+    field.dateTimeType = DateTimeTypeOf(field.valueType);
     if (!element.Has(u"optype") && field.kind != ScoreValue::NUMERIC_VALUE) {
         field.level = ScoreDictVar::LEVEL_NOMINAL;
     }
@@ -223,19 +365,19 @@ std::vector<ResultLayout::Output> Outputs::Layout() const {
 }
 
 /// Each field sees the values of those before it.
-void Outputs::Fill(const ScoreValue* value, const Prediction& prediction, const Inputs& inputs, const Target& target,
+void Outputs::Fill(const ScoreValue* value, const Prediction& prediction, Frame& fields, const Target& target,
                    OutputValues& outputs) const {
-    const OutputCase scored{value, prediction, inputs, target, fTargetSlot, fActualCodes, fIsClassification};
+    const OutputCase scored{value, prediction, CaseView(fields), target, fTargetSlot, fActualCodes, fIsClassification};
     int position = 0;
     for (const Field& field : fFields) {
         if (field.expression != nullptr && !field.isOfOthers) {
-            Value& known = inputs.Case().Field(field.slot);
-            known = field.expression->Evaluate(inputs.Case());
+            Value& known = fields.Field(field.slot);
+            known = field.expression->Evaluate(fields);
             SetValue(known, position, outputs);
         } else {
             FillFeature(field, scored, outputs, position);
             if (fTransforms) {
-                static_cast<Value&>(inputs.Case().Field(field.slot)) = FromHost(outputs.At(position), field.valueType);
+                static_cast<Value&>(fields.Field(field.slot)) = FromHost(outputs.At(position), field.valueType);
             }
         }
         ++position;
@@ -245,18 +387,52 @@ void Outputs::Fill(const ScoreValue* value, const Prediction& prediction, const 
 void Outputs::FillFeature(const Field& field, const OutputCase& scored, OutputValues& outputs, int position) const {
     if (field.isOfOthers) {
         outputs.SetMissing(position);
-    } else if (field.rank > 1) {
+    } else if (field.other != kOwnTarget) {
+        FillOther(field, scored, outputs, position);
+    } else {
+        FillOwn(field, scored, outputs, position);
+    }
+}
+
+/// From the prediction that the case has.
+void Outputs::FillOwn(const Field& field, const OutputCase& scored, OutputValues& outputs, int position) const {
+    if (field.rank > 1) {
         FillRanked(field, scored, outputs, position);
+    } else if (field.named != AskedEntities::kNone) {
+        OutputCase named = scored;
+        named.named = field.named;
+        field.feature.fill(named, Prediction::kNoCategory, outputs, position);
     } else {
         const int category = field.category == Prediction::kNoCategory ? scored.prediction.category : field.category;
         field.feature.fill(scored, category, outputs, position);
     }
 }
 
+/// From the prediction of a further target. Whether the case has its value isn't asked.
+void Outputs::FillOther(const Field& field, const OutputCase& scored, OutputValues& outputs, int position) const {
+    const auto at = static_cast<std::size_t>(field.other);
+    const OtherTarget& other = fMore.targets[at];
+    if (at >= scored.prediction.others.size()) {
+        outputs.SetMissing(position);
+        return;
+    }
+    const Prediction& prediction = scored.prediction.others[at];
+    const bool isPredicted =
+        other.isCategory ? prediction.category != Prediction::kNoCategory : prediction.number != Prediction::kNone;
+    const NumericValue number(prediction.number);
+    const ScoreValue* value = !isPredicted       ? nullptr
+                              : other.isCategory ? &other.target->Category(prediction.category)
+                                                 : static_cast<const ScoreValue*>(&number);
+    FillOwn(field,
+            {value, prediction, scored.fields, *other.target, OutputCase::kNoSlot, fActualCodes, other.isCategory},
+            outputs, position);
+}
+
 /// A regression has no prediction behind the first one. A field that names its category has it, whatever the rank.
 void Outputs::FillRanked(const Field& field, OutputCase scored, OutputValues& outputs, int position) const {
-    const int ranked = fIsClassification ? scored.prediction.Ranked(field.rank) : Prediction::kNoCategory;
+    const int ranked = scored.isClassification ? scored.prediction.Ranked(field.rank) : Prediction::kNoCategory;
     scored.rank = field.rank;
+    scored.named = field.named;
     scored.value = ranked == Prediction::kNoCategory ? nullptr : &scored.target.Category(ranked);
     field.feature.fill(scored, field.category == Prediction::kNoCategory ? ranked : field.category, outputs, position);
 }

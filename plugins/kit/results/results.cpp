@@ -26,10 +26,10 @@ const DateTimeValue* FindDateTime(const ScoreValue& value) {
 /// Stores a value in one of the same kind; SetValue would take a date's days for seconds.
 /// @param to of the same class as `from`, or of the library's own for its kind
 void Store(const ScoreValue& from, ScoreValue& to) {
-    if (const DateTimeValue* dateTime = FindDateTime(from)) {
-        static_cast<DateTimeValue&>(to) = *dateTime;
-    } else if (typeid(from) == typeid(StringValue)) {
+    if (typeid(from) == typeid(StringValue)) {
         static_cast<StringValue&>(to).SetString(static_cast<const StringValue&>(from).GetText());
+    } else if (const DateTimeValue* dateTime = FindDateTime(from)) {
+        static_cast<DateTimeValue&>(to) = *dateTime;
     } else {
         to.SetValue(&from);
     }
@@ -54,6 +54,16 @@ void OutputValues::SetMapResultValue(const std::map<std::string, ScoreValue*>& v
         fByPosition[at] = fLayout.outputs[at].isFinal ? nullptr : fByPosition[at];
     }
     ResultField::SetMapResultValue(values);
+}
+
+const ScoreValue* OutputValues::GetResultValue(const std::string& name) const {
+    const ScoreValue* known = ResultField::GetResultValue(name);
+    for (std::size_t at = 0; known == nullptr && at < fByPosition.size(); ++at) {
+        if (!fLayout.outputs[at].isFinal && fLayout.outputs[at].name == name) {
+            known = fByPosition[at];
+        }
+    }
+    return known;
 }
 
 void OutputValues::Clear() {
@@ -90,6 +100,15 @@ void OutputValues::SetText(int position, const std::string& text) {
         PutText(at, text);
     } else {
         PutCast(at, text.empty() ? Value() : MakeText(text));
+    }
+}
+
+void OutputValues::SetTyped(int position, const Value& typed, const ScoreValue& host) {
+    const auto at = static_cast<std::size_t>(position);
+    if (fLayout.outputs[at].takesItsKind && host.GetType() == fLayout.outputs[at].kind) {
+        Set(position, &host);
+    } else {
+        PutCast(at, typed);
     }
 }
 
@@ -178,19 +197,40 @@ void KeptValue::SetNumber(double number) {
     }
 }
 
-ClassificationResult::ClassificationResult(std::shared_ptr<const ResultLayout> layout)
-    : CommonResult(std::move(layout)), fProbabilities(Layout().categories.size(), NumericValue::GetSysmisValue()) {}
+ClassificationResult::ClassificationResult(std::shared_ptr<const ResultLayout> layout, int kind)
+    : CommonResult(std::move(layout)), fKind(kind),
+      fProbabilities(Layout().categories.size(), NumericValue::GetSysmisValue()) {}
 
-bool ClassificationResult::IsAt(std::size_t index, const ScoreValue& category) const {
+const ScoreValue& ClassificationResult::At(std::size_t index) const {
     const std::size_t known = Layout().categories.size();
-    return (index < known ? *Layout().categories[index] : *fOthers[index - known]) == category;
+    return index < known ? *Layout().categories[index] : *fOthers[index - known];
 }
 
+/// The category that has a text with all its blanks.
+int ClassificationResult::FindExact(const std::string& text) const {
+    const std::size_t count = fProbabilities.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t index = (fNext + i) % count;
+        const ScoreValue& at = At(index);
+        if (typeid(at) == typeid(StringValue) && static_cast<const StringValue&>(at).GetText() == text) {
+            fNext = index + 1;
+            return static_cast<int>(index);
+        }
+    }
+    return -1;
+}
+
+/// Texts that differ by trailing blanks are different categories; hosts may leave blanks out where there is but one.
 int ClassificationResult::Find(const ScoreValue* category) const {
+    if (category != nullptr && typeid(*category) == typeid(StringValue)) {
+        if (const int exact = FindExact(static_cast<const StringValue*>(category)->GetText()); exact >= 0) {
+            return exact;
+        }
+    }
     const std::size_t count = fProbabilities.size();
     for (std::size_t i = 0; category != nullptr && i < count; ++i) {
         const std::size_t index = (fNext + i) % count;
-        if (IsAt(index, *category)) {
+        if (At(index) == *category) {
             fNext = index + 1;
             return static_cast<int>(index);
         }
@@ -229,14 +269,15 @@ std::vector<const ScoreValue*> ClassificationResult::GetCategories() const {
 
 void ClassificationResult::Clear() {
     ClearCommon();
-    for (double& probability : fProbabilities) {
-        probability = NumericValue::GetSysmisValue();
-    }
+    fProbabilities.assign(fProbabilities.size(), NumericValue::GetSysmisValue());
 }
 
-void ClassificationResult::SetProbabilities(const std::vector<double>& probabilities) {
-    for (std::size_t i = 0; i < probabilities.size() && i < Layout().categories.size(); ++i) {
-        fProbabilities[i] = probabilities[i];
+void ClassificationResult::SetPrediction(int category, const std::vector<double>& probabilities, double confidence) {
+    const std::size_t known = Layout().categories.size();
+    Value().Set(Layout().categories[static_cast<std::size_t>(category)].get());
+    SetResultConfidence(confidence);
+    for (std::size_t i = 0; i < fProbabilities.size(); ++i) {
+        fProbabilities[i] = i < known && i < probabilities.size() ? probabilities[i] : NumericValue::GetSysmisValue();
     }
 }
 

@@ -25,7 +25,7 @@ struct ResultLayout {
         MCVeltrane_900::ScoreValue::ValueType kind; ///< one that the type can have
         std::optional<DataType> type = {};          ///< to which values are cast
         bool takesItsKind = true;                   ///< whether a value of the kind is one of the type, whatever it is
-        bool isFinal = true;                        ///< others are for output fields behind them, and no host sees them
+        bool isFinal = true; ///< others are for output fields behind them, and hosts don't see them among the fields
     };
 
     std::vector<std::unique_ptr<MCVeltrane_900::ScoreValue>> categories; ///< of the target, in their order
@@ -41,10 +41,16 @@ public:
     /// The entries are then the host's, so positions hold no more and the model goes by the names of final outputs.
     void SetMapResultValue(const std::map<std::string, MCVeltrane_900::ScoreValue*>& values) override;
 
+    /// Also of an output that isn't final, for who knows its name; no list of the fields has it.
+    const MCVeltrane_900::ScoreValue* GetResultValue(const std::string& name) const override;
+
     void Clear();
     void SetMissing(int position);
     void SetNumber(int position, double number);
     void SetText(int position, const std::string& text);
+    /// @param typed the value with its own type, which is cast where the output wants another
+    /// @param host  the same, of the kind that hosts know it by
+    void SetTyped(int position, const Value& typed, const MCVeltrane_900::ScoreValue& host);
     /// @param value of any kind; null for a missing one
     void Set(int position, const MCVeltrane_900::ScoreValue* value);
 
@@ -113,27 +119,33 @@ private:
 class ClassificationResult final : public CommonResult<MCVeltrane_900::ScoreClsResult> {
 public:
     static constexpr int kKind = 0;
+    static constexpr int kClustering = 5; ///< whose categories are the clusters
 
-    explicit ClassificationResult(std::shared_ptr<const ResultLayout> layout);
+    explicit ClassificationResult(std::shared_ptr<const ResultLayout> layout, int kind = kKind);
 
     void SetCategoryProbability(MCVeltrane_900::ScoreValue* category, double probability) override;
     double GetCategoryProbability(const MCVeltrane_900::ScoreValue* category) const override;
     std::vector<const MCVeltrane_900::ScoreValue*> GetCategories() const override;
-    int GetResultKind() override { return kKind; }
+    int GetResultKind() override { return fKind; }
 
     /// Empties the result for the next case.
     void Clear();
 
-    /// Sets the probabilities of the layout's categories, in their order; the missing number for none.
-    void SetProbabilities(const std::vector<double>& probabilities);
+    /// Puts the prediction of a case in the place of the one before.
+    /// @param category      the place of the predicted one in the layout
+    /// @param probabilities of the layout's categories, in their order; the missing number for none
+    /// @param confidence    the missing number for none
+    void SetPrediction(int category, const std::vector<double>& probabilities, double confidence);
 
     /// The probabilities of the layout's categories, then of others that a host has set.
     const std::vector<double>& Probabilities() const { return fProbabilities; }
 
 private:
     int Find(const MCVeltrane_900::ScoreValue* category) const;
-    bool IsAt(std::size_t index, const MCVeltrane_900::ScoreValue& category) const;
+    int FindExact(const std::string& text) const;
+    const MCVeltrane_900::ScoreValue& At(std::size_t index) const;
 
+    int fKind;
     std::vector<double> fProbabilities; ///< of the layout's categories, then of the others
     std::vector<std::unique_ptr<MCVeltrane_900::ScoreValue>> fOthers;
     mutable std::size_t fNext = 0; ///< where the next category is expected: they are asked for in their order

@@ -1,17 +1,16 @@
 #include "kit/results/target.h"
 
 #include "kit/document/raise.h"
+#include "kit/inputs/host_values.h"
 #include "kit/results/typed_value.h"
 
-#include <MCVeltrane_900/BaseDictionary.h>
-#include <MCVeltrane_900/ScoreValueLabel.h>
-#include <MCVeltrane_900/ScoreValueLabelSet.h>
-
-#include <xercesc/dom/DOMDocument.hpp>
+#include <MCVeltrane_900/DateTimeValue.h>
+#include <MCVeltrane_900/NumericValue.h>
+#include <MCVeltrane_900/StringValue.h>
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
+#include <set>
 
 namespace veltrane_kit {
 
@@ -47,84 +46,44 @@ void TakeLevel(const Element& target, ScoreDictVar& var) {
     var.SetMLevel(level);
 }
 
-void PutDefaultFirst(const Element& target) {
-    for (const Element value : target.Children()) {
-        if (value.Is(u"TargetValue") && value.Has(u"defaultValue")) {
-            target.Dom()->insertBefore(value.Dom(), target.Dom()->getFirstChild());
-            return;
-        }
-    }
-}
-
-/// The name of the variable while its Target is read.
+/// The name of the variable of a target that no field holds.
 constexpr const char* kOwnName = "target";
 
-/// Gives the Target without a field one, and a level, and reads it as the library reads those of fields.
-std::unique_ptr<DictVar> ReadOwn(const Element& element, const DictVar& plain, PMMLTranslator& translator) {
-    const bool isContinuous = plain.GetMLevel() == ScoreDictVar::LEVEL_CONTINUOUS;
-    BaseDictionary dictionary;
-    dictionary.AddVar(kOwnName, plain.Clone());
-    ScoreDictVar& var = *dictionary.GetVar(kOwnName);
-    element.Dom()->setAttribute(u"field", Widen(kOwnName).c_str());
-    if (!element.Has(u"optype")) {
-        element.Dom()->setAttribute(u"optype", isContinuous ? u"continuous" : u"categorical");
-    } else if (!isContinuous && Same(element.Raw(u"optype"), u"ordinal")) {
-        var.SetMLevel(ScoreDictVar::LEVEL_ORDINAL);
+/// @throws VTException 260214 for a level that doesn't suit the function
+std::unique_ptr<DictVar> MakeOwnVar(const Element& target, bool classification) {
+    auto var =
+        std::make_unique<DictVar>(kOwnName, classification ? ScoreDictVar::STRING_VAR : ScoreDictVar::kNUMERIC_VAR);
+    var->SetMLevel(classification ? ScoreDictVar::LEVEL_NOMINAL : ScoreDictVar::LEVEL_CONTINUOUS);
+    if (!target || !target.Has(u"optype")) {
+        return var;
     }
-    xercesc::DOMElement* targets = element.Dom()->getOwnerDocument()->createElement(u"Targets");
-    targets->appendChild(element.Dom());
-    translator.HandleTargets(targets, &dictionary);
-    return std::make_unique<DictVar>(static_cast<const DictVar&>(var));
+    const ScoreDictVar::MeasureLevel level = target.OneOf(u"optype", kLevels);
+    if ((level == ScoreDictVar::LEVEL_CONTINUOUS) == classification) {
+        Raise<Message::CONFLICTING_VALUES_IN>(target.Text(u"optype"), "optype", "DataDictionary",
+                                              classification ? "categorical" : "continuous", "optype", "Target");
+    }
+    var->SetMLevel(level);
+    return var;
 }
 
 } // namespace
 
-OwnTarget TakeOwnTarget(const Element& model, bool classification, PMMLTranslator& translator) {
-    OwnTarget own;
-    own.var =
-        std::make_unique<DictVar>(kOwnName, classification ? ScoreDictVar::STRING_VAR : ScoreDictVar::kNUMERIC_VAR);
-    own.var->SetMLevel(classification ? ScoreDictVar::LEVEL_NOMINAL : ScoreDictVar::LEVEL_CONTINUOUS);
-    const Element targets = model.Child(u"Targets");
-    if (!targets) {
-        return own;
-    }
-    for (const Element target : targets.Children()) {
-        if (target.Is(u"Target") && !target.Has(u"field")) {
-            if (own.element) {
-                Raise<Message::MORE_THAN_ONE>("Target", "Targets");
-            }
-            own.element = target;
-        }
-    }
-    if (own.element) {
-        own.var = ReadOwn(own.element, *own.var, translator);
-    }
-    return own;
-}
-
-void PrepareTargets(const Element& model, bool classification, ScoreDictionary& dictionary) {
+void TakeTargetLevels(const Element& model, ScoreDictionary& dictionary) {
     const Element targets = model.Child(u"Targets");
     if (!targets) {
         return;
     }
     for (const Element target : targets.Children()) {
-        if (!target.Is(u"Target")) {
+        if (!target.Is(u"Target") || !target.Has(u"field")) {
             continue;
         }
-        ScoreDictVar* var = target.Has(u"field") ? dictionary.GetVar(target.Text(u"field")) : nullptr;
-        if (var != nullptr) {
-            TakeLevel(target, *var);
+        const std::string field = target.Text(u"field");
+        ScoreDictVar* var = dictionary.GetVar(field);
+        if (var == nullptr) {
+            RaiseAt<Message::MISSING_VARIABLE>(target.Tag(), "field", field, "DataDictionary");
         }
-        const bool isContinuous = var == nullptr ? !classification : var->GetMLevel() == ScoreDictVar::LEVEL_CONTINUOUS;
-        if (isContinuous) {
-            PutDefaultFirst(target);
-        }
+        TakeLevel(target, *var);
     }
-}
-
-bool ListsValues(const ScoreDictVar& var) {
-    const ScoreValueLabelSet* labels = var.GetValueLabels();
-    return labels != nullptr && labels->Size() > 0;
 }
 
 Element FindTarget(const Element& model, const std::string& field) {
@@ -140,70 +99,164 @@ Element FindTarget(const Element& model, const std::string& field) {
     return {};
 }
 
-Target::Target(std::string name, const ScoreDictVar& var, bool isListed)
-    : fName(std::move(name)), fVar(&var), fCategories(*fVar), fIsListed(isListed) {
-    AddListed();
+Target::Target(const ScoreDictVar& var, const DataField& field)
+    : fName(field.name), fVar(&var), fType(field.type), fCodes(fType) {
+    AddListed(field);
 }
 
-Target::Target(OwnTarget own) : fOwn(std::move(own.var)), fVar(fOwn.get()), fCategories(*fVar) {
-    // The values of a Target are those that it has something to say of, and need not be all.
-    AddListed();
-    Read(own.element);
+Target::Target(const Element& element, bool classification)
+    : fOwn(MakeOwnVar(element, classification)), fVar(fOwn.get()),
+      fType(classification ? DataType::STRING : DataType::DOUBLE), fCodes(fType) {
+    Read(element);
 }
 
-void Target::AddListed() {
-    if (const ScoreValueLabelSet* labels = fVar->GetValueLabels(); labels != nullptr) {
-        for (const ScoreValueLabel* label : labels->GetAllValueLabels()) {
-            Add(*label->GetValue());
+/// A boolean field has its two values, whether it lists them or not.
+void Target::AddListed(const DataField& field) {
+    for (std::size_t i = 0; i < field.valid.size(); ++i) {
+        const int code = Add(field.valid[i].value);
+        if (!field.labels[i].empty()) {
+            fCategories[static_cast<std::size_t>(code)].label = field.labels[i];
         }
     }
+    if (fCategories.empty() && fType == DataType::BOOLEAN) {
+        Add(MakeTruth(true));
+        Add(MakeTruth(false));
+    }
+    fIsListed = !fCategories.empty();
 }
 
-int Target::Add(const ScoreValue& value) {
-    const int code = fCategories.Add(value);
+int Target::Add(const Value& value) {
+    const int code = fCodes.Add(value);
     if (code == CategoryCount()) {
-        fValues.emplace_back(value.Clone());
-        const std::string label = fVar->GetLabelOfValue(&value);
-        fLabels.push_back(label.empty() ? ValueText(value) : label);
+        Known& known = fCategories.emplace_back();
+        known.typed.Keep(value);
+        known.host = HostValueOf(value);
+        std::string buffer;
+        known.label = TextOf(known.typed.value, buffer);
     }
     return code;
 }
 
+/// Of the kind that the dictionary tells hosts.
+std::unique_ptr<ScoreValue> Target::HostValueOf(const Value& value) const {
+    std::string buffer;
+    switch (fVar->GetVarType()) {
+    case ScoreDictVar::STRING_VAR:
+        return std::make_unique<StringValue>(std::string(TextOf(value, buffer)));
+    case ScoreDictVar::DATETIME_VAR:
+        return IsMoment(value.type) ? std::make_unique<DateTimeValue>(MakeMoment(value))
+                                    : std::make_unique<DateTimeValue>(value.number, fVar->GetDateTimeType());
+    default:
+        return std::make_unique<NumericValue>(value.number);
+    }
+}
+
 int Target::CategoryOf(const Element& element, const XMLCh* attribute) {
-    const int code = CategoryOf(element.AnyText(attribute));
-    if (code == Categories::kUnknown) {
+    const int code = CategoryOf(std::string_view(element.AnyText(attribute)));
+    if (code == ValueCodes::kUnknown) {
         element.RaiseInvalid(attribute);
     }
     return code;
 }
 
-int Target::CategoryOf(const std::string& text) {
-    const std::unique_ptr<ScoreValue> value(MakeValue(*fVar, text));
-    if (value == nullptr) {
-        return Categories::kUnknown;
+int Target::CategoryOf(std::string_view text) {
+    const Value value = ReadValue(text, fType);
+    return value.isMissing ? ValueCodes::kUnknown : fIsListed ? fCodes.Find(value) : Add(value);
+}
+
+void Target::ShowAs(int code, const std::string& label) {
+    Known& known = fCategories[static_cast<std::size_t>(code)];
+    std::string buffer;
+    if (known.label == TextOf(known.typed.value, buffer)) {
+        known.label = label;
     }
-    return fIsListed ? fCategories.Find(*value) : Add(*value);
+}
+
+int Target::CategoryOf(const Target& part, int code) {
+    const Value& known = part.CategoryValue(code);
+    std::string buffer;
+    const Value value = part.Type() == fType ? known : ReadValue(TextOf(known, buffer), fType);
+    return value.isMissing ? ValueCodes::kUnknown : fIsListed ? fCodes.Find(value) : Add(value);
+}
+
+void Target::Learn(const ScoreValue& value) {
+    const Value known = FromHost(&value, fType);
+    if (!fIsListed && !known.isMissing) {
+        Add(known);
+    }
+}
+
+int Target::Find(const ScoreValue& value) const {
+    return fCodes.Find(FromHost(&value, fType));
 }
 
 void Target::Read(const Element& element) {
-    if (element) {
-        ReadAdjustment(element);
-        ReadLabels(element);
+    if (!element) {
+        return;
+    }
+    ReadAdjustment(element);
+    std::set<int> codes;
+    for (const Element child : element.Children()) {
+        if (!child.Is(u"TargetValue")) {
+            continue;
+        }
+        if (!fDefault && child.Has(u"defaultValue")) {
+            fDefault = child.Number(u"defaultValue");
+        }
+        if (child.Has(u"value") && !codes.insert(ReadTargetValue(child)).second) {
+            Raise<Message::DUPLICATE_DEFINITION>(child.Tag(), child.AnyText(u"value"), element.Tag());
+        }
     }
 }
 
-/// The library's labels are those of the dictionary where it has some.
-void Target::ReadLabels(const Element& element) {
-    for (const Element child : element.Children()) {
-        const std::string label = child.TextOr(u"displayValue", "");
-        if (!child.Is(u"TargetValue") || label.empty() || !child.Has(u"value")) {
-            continue;
-        }
-        const std::unique_ptr<ScoreValue> value(MakeValue(*fVar, child.AnyText(u"value")));
-        if (value != nullptr) {
-            fLabels[static_cast<std::size_t>(Add(*value))] = label;
+/// What a TargetValue says of one value. Those of a Target are what it has something to say of, and need not be all.
+/// @return its code
+int Target::ReadTargetValue(const Element& element) {
+    const std::string text = element.AnyText(u"value");
+    const Value value = ReadValue(text, fType);
+    if (value.isMissing) {
+        element.RaiseInvalid(u"value");
+    }
+    const int code = Add(value);
+    Known& known = fCategories[static_cast<std::size_t>(code)];
+    if (const std::string label = element.TextOr(u"displayValue", ""); !label.empty()) {
+        known.label = label;
+    }
+    if (element.Has(u"priorProbability")) {
+        known.prior = element.Number(u"priorProbability");
+    }
+    return code;
+}
+
+int Target::MostProbable() const {
+    int chosen = Prediction::kNoCategory;
+    double best = 0.0;
+    for (int code = 0; code < CategoryCount(); ++code) {
+        if (At(code).prior != Prediction::kNone && At(code).prior > best) {
+            best = At(code).prior;
+            chosen = code;
         }
     }
+    return chosen;
+}
+
+bool Target::PredictDefault(bool classification, Prediction& prediction) const {
+    const int category = MostProbable();
+    if (!classification) {
+        prediction.number = fDefault                              ? *fDefault
+                            : category == Prediction::kNoCategory ? Prediction::kNone
+                                                                  : CategoryValue(category).number;
+        return prediction.number != Prediction::kNone && !std::isnan(prediction.number);
+    }
+    if (category == Prediction::kNoCategory) {
+        return false;
+    }
+    prediction.category = category;
+    for (std::size_t code = 0; code < prediction.probabilities.size(); ++code) {
+        const double prior = fCategories[code].prior;
+        prediction.probabilities[code] = prior == Prediction::kNone ? 0.0 : prior;
+    }
+    return true;
 }
 
 void Target::ReadAdjustment(const Element& element) {

@@ -1,14 +1,18 @@
 #include "kit/results/typed_value.h"
 
-#include "kit/document/categories.h"
 #include "kit/inputs/missing_value.h"
 #include "kit/values/calendar.h"
+
+#include <MCVeltrane_900/StringValue.h>
+
+#include <typeinfo>
 
 namespace veltrane_kit {
 
 using MCVeltrane_900::DateTimeValue;
 using MCVeltrane_900::ScoreDictVar;
 using MCVeltrane_900::ScoreValue;
+using MCVeltrane_900::StringValue;
 
 namespace {
 
@@ -24,6 +28,14 @@ Value TypedMoment(const DateTimeValue& value) {
 }
 
 } // namespace
+
+const std::string& TextOf(const ScoreValue& value, std::string& buffer) {
+    if (typeid(value) == typeid(StringValue)) {
+        return static_cast<const StringValue&>(value).GetText();
+    }
+    buffer = value.GetString();
+    return buffer;
+}
 
 Value TypedValue(const ScoreValue& value, std::string& buffer) {
     if (IsMissing(&value)) {
@@ -42,13 +54,6 @@ Value TypedValue(const ScoreValue& value, std::string& buffer) {
     }
     const std::string& text = TextOf(value, buffer);
     return text.empty() ? Value() : MakeText(text);
-}
-
-std::string ValueText(const ScoreValue& value) {
-    std::string buffer;
-    std::string text;
-    const Value typed = TypedValue(value, buffer);
-    return typed.isMissing ? std::string() : std::string(TextOf(typed, text));
 }
 
 ScoreValue::ValueType KindOf(DataType type, ScoreValue::ValueType natural) {

@@ -12,13 +12,12 @@
 /// The library's values as typed ones and back.
 namespace veltrane_kit {
 
+/// The text of a value without a copy where it is a StringValue, else through `buffer`.
+const std::string& TextOf(const MCVeltrane_900::ScoreValue& value, std::string& buffer);
+
 /// A number is a double, a date-time a date, a time or both, and an empty text is missing.
 /// @param buffer keeps the text of a value that is no StringValue
 Value TypedValue(const MCVeltrane_900::ScoreValue& value, std::string& buffer);
-
-/// A value as a text from which the same value is read: a number with all its digits, a date-time as ISO 8601 writes
-/// it, a text as it is.
-std::string ValueText(const MCVeltrane_900::ScoreValue& value);
 
 /// The kind of the library's values for a type.
 /// @param natural the kind of a value before it is cast; a boolean stays a text where that is one

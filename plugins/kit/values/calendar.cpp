@@ -112,7 +112,16 @@ bool TakeTime(std::string_view& text, double& seconds) {
     return true;
 }
 
+/// Seconds from midnight as one of the types of times: a time of day is one, a count of seconds may be any.
+std::optional<double> AsTime(double seconds, DataType to) {
+    return to != DataType::TIME || IsTimeOfDay(seconds) ? std::optional<double>(seconds) : std::nullopt;
+}
+
 } // namespace
+
+bool IsTimeOfDay(double seconds) {
+    return seconds >= 0.0 && seconds < kSecondsOfDay;
+}
 
 std::int64_t DaysOf(const Day& day) {
     // Years are counted from March, so that the leap day is the last one.
@@ -194,21 +203,22 @@ std::optional<double> ConvertMoment(double number, DataType from, DataType to) {
         }
     }
     if (source.part == Part::TIME) {
-        return target.part == Part::TIME ? std::optional<double>(number) : std::nullopt;
+        return target.part == Part::TIME ? AsTime(number, to) : std::nullopt;
     }
     number += source.days * kSecondsOfDay;
     switch (target.part) {
     case Part::DAY:
         return std::floor(number / kSecondsOfDay) - target.days;
     case Part::TIME:
-        return number - std::floor(number / kSecondsOfDay) * kSecondsOfDay;
+        return AsTime(number - std::floor(number / kSecondsOfDay) * kSecondsOfDay, to);
     default:
         return number - target.days * kSecondsOfDay;
     }
 }
 
+/// Times are brought to their seconds, of which there may be more than a day has.
 void BringTogether(double& left, DataType leftType, double& right, DataType rightType) {
-    for (const DataType scale : {DataType::TIME, DataType::DATE_TIME}) {
+    for (const DataType scale : {DataType::TIME_SECONDS, DataType::DATE_TIME}) {
         const auto first = ConvertMoment(left, leftType, scale);
         const auto second = ConvertMoment(right, rightType, scale);
         if (first && second) {

@@ -26,6 +26,9 @@ struct Day {
 std::int64_t DaysOf(const Day& day);
 Day DayOf(std::int64_t days);
 
+/// Whether seconds from midnight are less than a day's; a TIME has no others.
+bool IsTimeOfDay(double seconds);
+
 /// The number of a DATE, TIME or DATE_TIME that is written in the form of ISO 8601; a blank may stand for the T.
 std::optional<double> ReadMoment(std::string_view text, DataType type);
 
@@ -33,7 +36,7 @@ std::optional<double> ReadMoment(std::string_view text, DataType type);
 std::string WriteMoment(double number, DataType type);
 
 /// A number of one of these types as one of another; none where the other one lacks what it would take, as a time
-/// lacks the day of a date.
+/// lacks the day of a date, and for a TIME beyond a day.
 std::optional<double> ConvertMoment(double number, DataType from, DataType to);
 
 /// Two numbers of different types brought to the same scale, where there is one.

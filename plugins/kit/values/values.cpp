@@ -40,19 +40,18 @@ bool IsWhole(double number) {
     return std::isfinite(number) && number == std::trunc(number);
 }
 
-/// The fewest digits that read back: plain from 0.0001 up to 1e16, else with an exponent.
+/// The fewest digits that read back: plain from 0.0001 up to 1e16, else with an exponent. A whole number has no point.
 void WriteNumber(double number, DataType type, std::string& text) {
     char digits[352]; // all digits of the greatest integer that a double keeps
     char* const end = digits + sizeof digits;
     const bool isInteger = type == DataType::INTEGER;
     const double size = std::abs(number);
-    if (IsWhole(number) && (isInteger || size < 1e15)) {
+    if (IsWhole(number) && (isInteger || size < 1e16)) {
         text.assign(digits, std::to_chars(digits, end, number + 0.0, std::chars_format::fixed, 0).ptr);
     } else if (!std::isfinite(number)) {
         text = std::isnan(number) ? "nan" : number < 0.0 ? "-inf" : "inf";
     } else if (size >= 1e-4 && size < 1e16) {
         text.assign(digits, std::to_chars(digits, end, number, std::chars_format::fixed).ptr);
-        text.append(text.find('.') == text.npos ? ".0" : "");
     } else {
         text.assign(digits, std::to_chars(digits, end, number, std::chars_format::scientific).ptr);
     }

@@ -93,36 +93,72 @@ bool IsOfKind(const AttributeRow& row, const XMLCh* text) {
     }
 }
 
+bool IsWrong(const AttributeRow& row, const XMLCh* text) {
+    return *text == 0 || !IsOfKind(row, text);
+}
+
+[[noreturn]] void RaiseWrong(const Element& element, const XMLCh* name) {
+    if (*element.Raw(name) == 0) {
+        Raise<Message::NULL_ATTRIBUTE>(Narrow(name), element.Tag());
+    }
+    element.RaiseInvalid(name);
+}
+
 } // namespace
 
-AttributeCheck::AttributeCheck(const Element& root) : fRoot(root), fIsOld(IsOld(root)) {}
+AttributeCheck::AttributeCheck(const Element& root) : fIsOld(IsOld(root)) {}
 
-void AttributeCheck::Check(xercesc::DOMElement* element, const ElementRow& row) {
-    const xercesc::DOMNamedNodeMap* attributes = element->getAttributes();
+void AttributeCheck::Check(const Element& element, const ElementRow& row) {
+    const std::uint32_t seen = element.Record() == nullptr ? CheckInTree(element, row) : CheckRecorded(element, row);
+    if ((row.required & ~seen) != 0) {
+        CheckLacking(row, seen);
+    }
+}
+
+/// @return a bit for each attribute of the row that is there, by its place
+std::uint32_t AttributeCheck::CheckInTree(const Element& element, const ElementRow& row) {
+    const xercesc::DOMNamedNodeMap* attributes = element.Dom()->getAttributes();
     std::uint32_t seen = 0;
     for (XMLSize_t i = 0, count = attributes->getLength(); i < count; ++i) {
         const auto& attribute = *static_cast<const xercesc::DOMAttr*>(attributes->item(i));
-        const XMLCh* name = attribute.getName();
+        const std::size_t place = PlaceOf(attribute.getName(), row);
+        if (place == kNoRow) {
+            continue;
+        }
+        seen |= std::uint32_t(1) << place;
+        const AttributeRow& about = row.attributes[place];
+        if (about.kind != AttributeKind::TEXT && IsWrong(about, ValueOf(attribute))) {
+            RaiseWrong(element, attribute.getName());
+        }
+    }
+    return seen;
+}
+
+/// The tree has attributes in the order of their names, so of several that are wrong it is the first by name that a
+/// document is refused for.
+std::uint32_t AttributeCheck::CheckRecorded(const Element& element, const ElementRow& row) {
+    const veltrane::SubtreeRecords& records = *element.Records();
+    const veltrane::SubtreeAttribute* at = records.attributes + element.Record()->first;
+    const veltrane::SubtreeAttribute* const end = at + element.Record()->attributeCount;
+    const XMLCh* wrong = nullptr;
+    std::uint32_t seen = 0;
+    for (; at != end; ++at) {
+        const XMLCh* name = records.names[at->name];
         const std::size_t place = PlaceOf(name, row);
         if (place == kNoRow) {
             continue;
         }
         seen |= std::uint32_t(1) << place;
         const AttributeRow& about = row.attributes[place];
-        if (about.kind == AttributeKind::TEXT) {
-            continue;
-        }
-        const XMLCh* text = ValueOf(attribute);
-        if (*text == 0) {
-            Raise<Message::NULL_ATTRIBUTE>(Narrow(name), Narrow(row.tag));
-        }
-        if (!IsOfKind(about, text)) {
-            Element(element, fRoot.Reader()).RaiseInvalid(name);
+        if (about.kind != AttributeKind::TEXT && IsWrong(about, records.texts + at->value) &&
+            (wrong == nullptr || std::u16string_view(name) < std::u16string_view(wrong))) {
+            wrong = name;
         }
     }
-    if ((row.required & ~seen) != 0) {
-        CheckLacking(row, seen);
+    if (wrong != nullptr) {
+        RaiseWrong(element, wrong);
     }
+    return seen;
 }
 
 std::size_t AttributeCheck::PlaceOf(const XMLCh* name, const ElementRow& row) {

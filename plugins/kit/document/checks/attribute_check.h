@@ -15,11 +15,13 @@ public:
     explicit AttributeCheck(const Element& root);
 
     /// @throws VTException 260120, 260285 or 260153
-    void Check(xercesc::DOMElement* element, const ElementRow& row);
+    void Check(const Element& element, const ElementRow& row);
 
 private:
     static constexpr std::size_t kNoRow = 32; ///< more attributes than a row has
 
+    std::uint32_t CheckInTree(const Element& element, const ElementRow& row);
+    std::uint32_t CheckRecorded(const Element& element, const ElementRow& row);
     std::size_t PlaceOf(const XMLCh* name, const ElementRow& row);
     void CheckLacking(const ElementRow& row, std::uint32_t seen) const;
 
@@ -31,7 +33,6 @@ private:
     };
     static constexpr std::size_t kKnown = 256;
 
-    Element fRoot;
     bool fIsOld;
     Known fKnown[kKnown];
 };

@@ -63,6 +63,19 @@ void CheckOrder(const Element& element, const XMLCh* low, const XMLCh* high) {
     }
 }
 
+/// Priors are shares of one whole. Rounded to two places they may come to a little more.
+void CheckPriors(const Element& target) {
+    constexpr double kMostOfAll = 1.01;
+    constexpr double kRounding = 1e-9; // of the sum
+    double sum = 0.0;
+    for (const Element value : target.Children()) {
+        sum += value.Is(u"TargetValue") ? value.NumberOr(u"priorProbability", 0.0) : 0.0;
+        if (sum > kMostOfAll + kRounding) {
+            value.RaiseInvalid(u"priorProbability");
+        }
+    }
+}
+
 } // namespace
 
 void CheckListedNumbers(const Element& dataField) {
@@ -96,6 +109,16 @@ void CheckAnyExpression(const Element& field) {
 
 void CheckOneTerm(const Element& textIndex) {
     RequireOneExpression(textIndex, u"textField");
+}
+
+void CheckFunction(const Element& defineFunction) {
+    CheckOneExpression(defineFunction);
+    std::set<std::string> names;
+    for (const Element child : defineFunction.Children()) {
+        if (child.Is(u"ParameterField") && !names.insert(child.Text(u"name")).second) {
+            Raise<Message::DUPLICATE_DEFINITION>(child.Tag(), child.Text(u"name"), defineFunction.Tag());
+        }
+    }
 }
 
 void CheckContent(const Element& constant) {
@@ -137,8 +160,9 @@ void CheckOutlierBounds(const Element& miningField) {
     CheckOrder(miningField, u"lowValue", u"highValue");
 }
 
-void CheckTargetBounds(const Element& target) {
+void CheckTarget(const Element& target) {
     CheckOrder(target, u"min", u"max");
+    CheckPriors(target);
 }
 
 } // namespace veltrane_kit

@@ -19,6 +19,9 @@ void CheckOneExpression(const Element& field);
 void CheckAnyExpression(const Element& field);
 void CheckOneTerm(const Element& textIndex);
 
+/// A function has one expression, and no two parameters of the same name.
+void CheckFunction(const Element& defineFunction);
+
 /// The text of a Constant is of its type. An empty one is, and so is any where the Constant stands for what is missing.
 void CheckContent(const Element& constant);
 
@@ -38,7 +41,9 @@ void CheckTable(const Element& mapValues);
 
 /// The lower bound isn't above the upper one.
 void CheckOutlierBounds(const Element& miningField);
-void CheckTargetBounds(const Element& target);
+
+/// The same of its bounds, and its prior probabilities aren't more than the whole.
+void CheckTarget(const Element& target);
 
 /// There is one Target for a field, and its values are among those that the dictionary lists for it.
 void CheckTargets(const Element& targets);

@@ -28,7 +28,7 @@ using ElementRule = void (*)(const Element&);
 
 /// A number for each name of an element that Elements.def mentions.
 using TagNumber = std::size_t;
-constexpr TagNumber kMostTags = 128;
+constexpr TagNumber kMostTags = 256;
 constexpr TagNumber kOtherTag = kMostTags;
 
 /// A set of tags.

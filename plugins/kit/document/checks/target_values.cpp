@@ -1,49 +1,58 @@
 #include "kit/document/checks/element_rules.h"
 #include "kit/document/raise.h"
 #include "kit/document/target_name.h"
+#include "kit/values/values.h"
 
 #include <xercesc/dom/DOMDocument.hpp>
 
 #include <set>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 
 namespace veltrane_kit {
 
 namespace {
 
-/// The values that a field of the dictionary lists. Numbers are the same however they are written.
+/// The type of the values of a field of the dictionary.
+DataType TypeOf(const Element& dataField) {
+    const bool hasOldType = !dataField.Has(u"dataType") && dataField.Has(u"x-storageType");
+    return ReadDataType(dataField, hasOldType ? u"x-storageType" : u"dataType").value_or(DataType::DOUBLE);
+}
+
+/// The values that a field of the dictionary lists: the same however they are written.
 class ListedValues {
 public:
-    explicit ListedValues(const Element& dataField) {
-        fIsNumeric = !Same(dataField.Raw(u"dataType"), u"string");
+    explicit ListedValues(const Element& dataField) : fType(TypeOf(dataField)) {
         for (const Element child : dataField.Children()) {
             const XMLCh* property = child.Raw(u"property");
             if (child.Is(u"Value") && (*property == 0 || Same(property, u"valid"))) {
-                Add(child.Raw(u"value"));
+                Add(child.AnyText(u"value"));
             }
+        }
+        if (fType == DataType::BOOLEAN && IsEmpty()) {
+            fNumbers = {0.0, 1.0};
         }
     }
 
-    bool IsEmpty() const { return fTexts.empty(); }
+    bool IsEmpty() const { return fTexts.empty() && fNumbers.empty(); }
 
-    bool Has(const XMLCh* text) const {
-        double number = 0.0;
-        return fTexts.count(text) > 0 || (fIsNumeric && ReadNumber(text, number) && fNumbers.count(number) > 0);
+    bool Has(const std::string& text) const {
+        const Value value = ReadValue(text, fType);
+        return IsText(fType) ? fTexts.count(text) > 0 : !value.isMissing && fNumbers.count(value.number) > 0;
     }
 
 private:
-    void Add(const XMLCh* text) {
-        double number = 0.0;
-        fTexts.insert(text);
-        if (fIsNumeric && ReadNumber(text, number)) {
-            fNumbers.insert(number);
+    void Add(const std::string& text) {
+        const Value value = ReadValue(text, fType);
+        if (IsText(fType)) {
+            fTexts.insert(text);
+        } else if (!value.isMissing) {
+            fNumbers.insert(value.number);
         }
     }
 
-    bool fIsNumeric;
-    std::set<std::u16string_view> fTexts;
+    DataType fType;
+    std::set<std::string> fTexts;
     std::set<double> fNumbers;
 };
 
@@ -59,20 +68,23 @@ DataFields DataFieldsOf(const Element& targets) {
     return fields;
 }
 
-/// Whether the values of a field are the same when their texts are, or the numbers that these write.
-bool IsTextOrNumber(const Element& dataField) {
-    const XMLCh* type = dataField.Raw(u"dataType");
-    return Same(type, u"string") || Same(type, u"integer") || Same(type, u"float") || Same(type, u"double");
+/// Of a number a TargetValue may be there for its default alone; of a category it is nothing without its value.
+void RequireValues(const Element& target) {
+    for (const Element value : target.Children()) {
+        if (value.Is(u"TargetValue") && !value.Has(u"value")) {
+            Raise<Message::MISSING_ATTRIBUTE_OF>("value", value.Tag());
+        }
+    }
 }
 
 void CheckValues(const Element& target, const std::string& name, const DataFields& fields) {
     const auto field = fields.find(name);
-    if (field == fields.end() || !IsTextOrNumber(field->second)) {
+    if (field == fields.end()) {
         return;
     }
     const ListedValues listed(field->second);
     for (const Element value : target.Children()) {
-        if (!listed.IsEmpty() && value.Is(u"TargetValue") && value.Has(u"value") && !listed.Has(value.Raw(u"value"))) {
+        if (!listed.IsEmpty() && value.Is(u"TargetValue") && !listed.Has(value.AnyText(u"value"))) {
             Raise<Message::VALUE_TARGET_MISMATCH>(value.AnyText(u"value"), "value", value.Tag(), name,
                                                   "DataDictionary");
         }
@@ -100,6 +112,7 @@ void CheckTargets(const Element& targets) {
             Raise<Message::DUPLICATE_DEFINITION>(target.Tag(), name, targets.Tag());
         }
         if (hasCategories) {
+            RequireValues(target);
             CheckValues(target, name, fields);
         }
     }

@@ -58,6 +58,7 @@ void CheckBinValues(const Element& discretize) {
 
 void CheckResult(const Element& apply) {
     if (GivesNumbers(apply)) {
+        CheckReplacement(apply, u"mapMissingTo");
         CheckReplacement(apply, u"defaultValue");
     }
 }

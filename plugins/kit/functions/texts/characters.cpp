@@ -2,6 +2,7 @@
 
 #include "kit/functions/texts/bounds.h"
 #include "kit/functions/texts/text_memory.h"
+#include "kit/functions/texts/utf8.h"
 #include "kit/values/values.h"
 
 #include <unicode/locid.h>
@@ -21,10 +22,6 @@ using Turn = void (*)(UnicodeString& characters);
 
 bool IsUtf8(const FunctionCall& call) {
     return call.encoding == "UTF-8";
-}
-
-bool IsAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char byte) { return static_cast<signed char>(byte) >= 0; });
 }
 
 /// Letter by letter, so that one whose counterpart can't be written stays.
@@ -58,34 +55,9 @@ Value TurnedAscii(FunctionCall& call, char first, char other, Turn turn) {
     if (!IsUtf8(call) || !IsAscii(text)) {
         return Turned(call, turn);
     }
-    constexpr int kLetters = 26;
-    call.text.resize(text.size());
-    std::transform(text.begin(), text.end(), call.text.begin(), [first, other](char byte) {
-        return byte >= first && byte < first + kLetters ? static_cast<char>(byte - first + other) : byte;
-    });
+    call.text.assign(text);
+    TurnLetters(call.text.data(), call.text.size(), first, other);
     return MakeText(call.text);
-}
-
-/// Whether a byte of UTF-8 goes on with the character before it.
-bool GoesOn(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
-std::size_t CountUtf8(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) { return !GoesOn(byte); }));
-}
-
-/// The bytes before a character.
-/// @param characters at least so many bytes; beyond the last it is the size of the text
-std::size_t BytesOf(std::string_view text, double characters) {
-    std::size_t at = 0;
-    for (double passed = 0.0; at < text.size(); ++at) {
-        passed += GoesOn(text[at]) ? 0.0 : 1.0;
-        if (passed > characters) {
-            break;
-        }
-    }
-    return at;
 }
 
 } // namespace
@@ -132,12 +104,8 @@ Value Substring(FunctionCall& call) {
 }
 
 Value TrimBlanks(FunctionCall& call) {
-    constexpr std::string_view kBlanks = " \t\r\n";
     std::string buffer;
-    const std::string_view text = TextOf(call.arguments[0], buffer);
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    call.text.assign(first == text.npos ? std::string_view()
-                                        : text.substr(first, text.find_last_not_of(kBlanks) - first + 1));
+    call.text.assign(WithoutBlanks(TextOf(call.arguments[0], buffer)));
     return MakeText(call.text);
 }
 

@@ -33,18 +33,23 @@ struct FrameLayout {
         int field;               ///< whose values are kept
         std::size_t length;      ///< how many cases
         std::vector<int> blocks; ///< fields whose change forgets the cases before
+        bool isInFunction;       ///< whether the fields are parameters, which have a value only while one is called
     };
 
     std::size_t fields = 0;
     std::size_t texts = 0;
     std::size_t memories = 0;
     std::vector<History> histories;
+    bool needsOrder = false;        ///< whether something else than a Lag may look back on the cases before
     std::string encoding = "UTF-8"; ///< of all texts
 
     int AddField() { return static_cast<int>(fields++); }
     std::size_t AddText() { return texts++; }
     std::size_t AddMemory() { return memories++; }
 };
+
+/// Whether two values are equal, or both missing.
+bool AreSameOrMissing(const Value& left, const Value& right);
 
 /// A value that stays when its text is gone.
 struct OwnedValue {
@@ -75,6 +80,9 @@ public:
     FieldValue& Field(int slot) { return fFields[static_cast<std::size_t>(slot)]; }
     const FieldValue& Field(int slot) const { return fFields[static_cast<std::size_t>(slot)]; }
 
+    /// All of them, by slot; null where there are none.
+    const FieldValue* Fields() const { return fFields.data(); }
+
     /// A text that an expression makes; it stays until the same expression makes the next one.
     std::string& Text(std::size_t place) { return fTexts[place]; }
     std::unique_ptr<veltrane::FunctionCall::Memory>& Memory(std::size_t place) { return fMemories[place]; }
@@ -85,12 +93,18 @@ public:
 
     /// Takes the values of the case at hand for those of the last one.
     void EndCase();
+    /// The same for one history.
+    void EndCase(std::size_t history);
 
-private:
+    /// What is kept of the cases before.
     struct History {
         std::deque<OwnedValue> values;  ///< the nearest first
         std::vector<OwnedValue> blocks; ///< of the nearest case
     };
+    const History& Kept(std::size_t history) const { return fHistories[history]; }
+    const FrameLayout& Layout() const { return fLayout; }
+
+private:
     bool IsSameBlock(const FrameLayout::History& layout, const History& history) const;
 
     const FrameLayout& fLayout;

@@ -1,0 +1,79 @@
+#include "kit/conditions/condition.h"
+
+#include <algorithm>
+
+namespace veltrane_kit {
+
+namespace {
+
+constexpr int kWordBits = 64;
+
+} // namespace
+
+bool Conditions::HasNumber(Condition::Span set, double number) const {
+    const double* const first = fNumbers.data() + set.first;
+    return std::binary_search(first, first + set.count, number);
+}
+
+bool Conditions::HasCategory(Condition::Span set, int code) const {
+    const std::uint64_t* const words = fWords.data() + set.first;
+    return code >= 0 && code / kWordBits < set.count && (words[code / kWordBits] >> (code % kWordBits) & 1U) != 0;
+}
+
+std::vector<double> Conditions::NumbersOf(const Condition& set) const {
+    const auto first = fNumbers.begin() + set.span.first;
+    return {first, first + set.span.count};
+}
+
+std::vector<int> Conditions::CategoriesOf(const Condition& set) const {
+    std::vector<int> codes;
+    if (set.test == Test::IN_FEW_CATEGORIES || set.test == Test::NOT_IN_FEW_CATEGORIES) {
+        for (const double number : NumbersOf(set)) {
+            codes.push_back(static_cast<int>(number));
+        }
+        return codes;
+    }
+    for (int code = 0; code < set.span.count * kWordBits; ++code) {
+        if (HasCategory(set.span, code)) {
+            codes.push_back(code);
+        }
+    }
+    return codes;
+}
+
+Condition::Span Conditions::AddNumbers(std::vector<double> numbers) {
+    std::sort(numbers.begin(), numbers.end());
+    const Condition::Span span{static_cast<std::int32_t>(fNumbers.size()), static_cast<std::int32_t>(numbers.size())};
+    fNumbers.insert(fNumbers.end(), numbers.begin(), numbers.end());
+    return span;
+}
+
+void Conditions::SetCategories(Condition& condition, const std::vector<int>& codes, bool isIn) {
+    const auto highest = std::max_element(codes.begin(), codes.end());
+    const int words = highest == codes.end() ? 0 : *highest / kWordBits + 1;
+    if (static_cast<std::size_t>(words) > codes.size()) {
+        condition.test = isIn ? Test::IN_FEW_CATEGORIES : Test::NOT_IN_FEW_CATEGORIES;
+        condition.span = AddNumbers(std::vector<double>(codes.begin(), codes.end()));
+        return;
+    }
+    condition.test = isIn ? Test::IN_CATEGORIES : Test::NOT_IN_CATEGORIES;
+    condition.span = {static_cast<std::int32_t>(fWords.size()), words};
+    fWords.resize(fWords.size() + static_cast<std::size_t>(words));
+    std::uint64_t* const bits = fWords.data() + condition.span.first;
+    for (const int code : codes) {
+        bits[code / kWordBits] |= std::uint64_t{1} << (code % kWordBits);
+    }
+}
+
+Condition::Span Conditions::AddParts(int count) {
+    const Condition::Span span{static_cast<std::int32_t>(fParts.size()), count};
+    fParts.resize(fParts.size() + static_cast<std::size_t>(count));
+    return span;
+}
+
+std::size_t Conditions::Bytes() const {
+    return fParts.capacity() * sizeof(Condition) + fNumbers.capacity() * sizeof(double) +
+           fWords.capacity() * sizeof(std::uint64_t);
+}
+
+} // namespace veltrane_kit
