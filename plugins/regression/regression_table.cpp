@@ -11,6 +11,7 @@
 
 namespace veltrane_regression {
 
+using veltrane_kit::CaseView;
 using veltrane_kit::Element;
 using veltrane_kit::FieldValue;
 using veltrane_kit::Inputs;
@@ -29,7 +30,8 @@ const XMLCh* FieldAttribute(const Element& predictor) {
 int RequireNumericSlot(const Element& element, const XMLCh* attribute, Inputs& inputs) {
     const int slot = inputs.RequireSlot(element, attribute);
     if (!inputs.IsNumeric(slot)) {
-        Raise<Message::REQUIRES_NUMERIC>(inputs.NameOf(slot));
+        veltrane_kit::RaiseAt<Message::REQUIRES_NUMERIC>(element.Tag(), veltrane_kit::Narrow(attribute).c_str(),
+                                                         inputs.NameOf(slot));
     }
     return slot;
 }
@@ -105,17 +107,17 @@ void RegressionTable::ReadTerm(const Element& element, Inputs& inputs) {
     fTerms.push_back(std::move(term));
 }
 
-bool RegressionTable::Sum(const Inputs& inputs, double& sum) const {
+bool RegressionTable::Sum(const CaseView& fields, double& sum) const {
     sum = fIntercept;
     for (const NumericPredictor& predictor : fNumeric) {
-        const FieldValue& x = inputs[predictor.slot];
+        const FieldValue& x = fields[predictor.slot];
         if (x.IsMissing()) {
             return false;
         }
         sum += predictor.coefficient * (predictor.exponent == 1.0 ? x.number : std::pow(x.number, predictor.exponent));
     }
     for (const CategoricalField& field : fCategorical) {
-        const FieldValue& x = inputs[field.slot];
+        const FieldValue& x = fields[field.slot];
         if (x.IsMissing()) {
             continue;
         }
@@ -126,18 +128,18 @@ bool RegressionTable::Sum(const Inputs& inputs, double& sum) const {
             sum += found->coefficient;
         }
     }
-    return AddTerms(inputs, sum);
+    return AddTerms(fields, sum);
 }
 
-int RegressionTable::LackingSlot(const Inputs& inputs) const {
+int RegressionTable::LackingSlot(const CaseView& fields) const {
     for (const NumericPredictor& predictor : fNumeric) {
-        if (inputs[predictor.slot].IsMissing()) {
+        if (fields[predictor.slot].IsMissing()) {
             return predictor.slot;
         }
     }
     for (const Term& term : fTerms) {
         for (const Factor& factor : term.factors) {
-            if (inputs[factor.slot].IsMissing() && !factor.ifMissing) {
+            if (fields[factor.slot].IsMissing() && !factor.ifMissing) {
                 return factor.slot;
             }
         }
@@ -150,11 +152,11 @@ void RegressionTable::Display(std::ostream& out) const {
         << fCategorical.size() << ", terms " << fTerms.size() << "\n";
 }
 
-bool RegressionTable::AddTerms(const Inputs& inputs, double& sum) const {
+bool RegressionTable::AddTerms(const CaseView& fields, double& sum) const {
     for (const Term& term : fTerms) {
         double product = term.coefficient;
         for (const Factor& factor : term.factors) {
-            const FieldValue& x = inputs[factor.slot];
+            const FieldValue& x = fields[factor.slot];
             if (!x.IsMissing()) {
                 product *= x.number;
             } else if (factor.ifMissing) {

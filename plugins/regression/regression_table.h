@@ -2,8 +2,10 @@
 #define VELTRANE_PLUGINS_REGRESSION_REGRESSION_TABLE_H
 
 #include "kit/document/element.h"
+#include "kit/inputs/case_view.h"
 #include "kit/inputs/inputs.h"
 
+#include <cstdint>
 #include <iosfwd>
 #include <optional>
 #include <vector>
@@ -23,10 +25,15 @@ public:
 
     /// The sum for a case. A missing category adds nothing.
     /// @return false when a number that the sum needs is missing and nothing stands in for it
-    bool Sum(const veltrane_kit::Inputs& inputs, double& sum) const;
+    bool Sum(const veltrane_kit::CaseView& fields, double& sum) const;
+
+    /// The same for the rows of a block.
+    /// @param sums   room for one of each row
+    /// @param lacks  set to 1 for each row for which Sum() is false; the others are left alone
+    void Sum(const veltrane_kit::Block& block, double* sums, std::uint8_t* lacks) const;
 
     /// The slot of the first missing number that the sum needs; kNoSlot when none is missing.
-    int LackingSlot(const veltrane_kit::Inputs& inputs) const;
+    int LackingSlot(const veltrane_kit::CaseView& fields) const;
 
     /// Writes the number of its parts.
     void Display(std::ostream& out) const;
@@ -61,7 +68,11 @@ private:
     void ReadNumeric(const veltrane_kit::Element& element, veltrane_kit::Inputs& inputs, Known& known);
     void ReadCategorical(const veltrane_kit::Element& element, veltrane_kit::Inputs& inputs, Known& known);
     void ReadTerm(const veltrane_kit::Element& element, veltrane_kit::Inputs& inputs);
-    bool AddTerms(const veltrane_kit::Inputs& inputs, double& sum) const;
+    bool AddTerms(const veltrane_kit::CaseView& fields, double& sum) const;
+    static void AddNumeric(const NumericPredictor& predictor, const veltrane_kit::Block& block, double* sums,
+                           std::uint8_t* lacks);
+    static void AddCategorical(const CategoricalField& field, const veltrane_kit::Block& block, double* sums);
+    static void AddTerm(const Term& term, const veltrane_kit::Block& block, double* sums, std::uint8_t* lacks);
 
     double fIntercept = 0.0;
     std::vector<NumericPredictor> fNumeric;

@@ -7,6 +7,7 @@
 
 namespace veltrane_tree {
 
+using veltrane_kit::ConditionReader;
 using veltrane_kit::Element;
 using veltrane_kit::Message;
 using veltrane_kit::Prediction;
@@ -17,6 +18,24 @@ namespace {
 constexpr const XMLCh* kRecordCount = u"recordCount";
 constexpr const XMLCh* kScore = u"score";
 constexpr const XMLCh* kDefaultChild = u"defaultChild";
+
+/// Reads an id that is a number as it is written everywhere, of nine digits at most.
+/// @return false, and the number untouched, for any other one
+bool ReadPlainNumber(const std::string& text, std::int32_t& number) {
+    constexpr std::size_t kDigits = 9;
+    if (text.empty() || text.size() > kDigits || (text.front() == '0' && text.size() > 1)) {
+        return false;
+    }
+    std::int32_t read = 0;
+    for (const char c : text) {
+        if (c < '0' || c > '9') {
+            return false;
+        }
+        read = read * 10 + (c - '0');
+    }
+    number = read;
+    return true;
+}
 
 /// A number that must not be negative, as the counts of records; none when it is absent.
 double ReadCount(const Element& element, const XMLCh* name) {
@@ -42,9 +61,11 @@ double ReadFraction(const Element& element, const XMLCh* name) {
 } // namespace
 
 void TreeReader::Read(const Element& root) {
-    fTree.nodes.resize(1);
-    fTree.scores.resize(1);
+    fTree.Reserve(1 + root.CountRecordedLike());
+    fTree.AddNodes(1);
     ReadNode(root, 0);
+    fTree.Settle();
+    fModels.Settle();
 }
 
 TreeReader::Parts TreeReader::Survey(const Element& element) const {
@@ -59,6 +80,11 @@ TreeReader::Parts TreeReader::Survey(const Element& element) const {
                 Raise<Message::MORE_THAN_ONE>("predicate", element.Tag());
             }
             parts.predicate = child;
+        } else if (LeafModels::IsModel(child)) {
+            if (parts.model) {
+                Raise<Message::MORE_THAN_ONE>(child.Tag(), element.Tag());
+            }
+            parts.model = child;
         } else if (!child.Is(u"Extension") && !child.Is(u"Partition")) {
             child.RaiseMisplaced();
         }
@@ -66,16 +92,23 @@ TreeReader::Parts TreeReader::Survey(const Element& element) const {
     if (!parts.predicate) {
         Raise<Message::MISSING_NODE_IN>("predicate", element.Tag());
     }
+    if (parts.model && parts.nodes + parts.shares > 0) {
+        parts.model.RaiseMisplaced();
+    }
     return parts;
 }
 
 void TreeReader::ReadNode(const Element& element, std::size_t index) {
     const Parts parts = Survey(element);
     fTree.nodes[index].condition = fConditions.Read(parts.predicate);
-    ReadScore(element, index);
-    ReadShares(element, parts.shares, fTree.scores[index]);
+    NodeScore score = ReadScore(element);
+    ReadShares(element, parts.shares, score);
     if (index > 0) {
-        RequireRecordCount(element, fTree.scores[index]);
+        RequireRecordCount(element, score);
+    }
+    fTree.SetScore(index, score);
+    if (parts.model) {
+        fModels.Read(parts.model, static_cast<int>(index), fParts);
     }
     if (parts.nodes > 0) {
         ReadChildren(element, index, parts.nodes);
@@ -84,8 +117,8 @@ void TreeReader::ReadNode(const Element& element, std::size_t index) {
     }
 }
 
-void TreeReader::ReadScore(const Element& element, std::size_t index) {
-    NodeScore& score = fTree.scores[index];
+NodeScore TreeReader::ReadScore(const Element& element) {
+    NodeScore score;
     score.place = ++fPlace;
     score.recordCount = ReadCount(element, kRecordCount);
     if (element.Has(kScore)) {
@@ -96,19 +129,30 @@ void TreeReader::ReadScore(const Element& element, std::size_t index) {
         }
     }
     if (element.Has(u"id")) {
-        score.id = static_cast<std::int32_t>(fTree.ids.size());
-        fTree.ids.push_back(element.AnyText(u"id"));
+        ReadId(element, score);
+    }
+    return score;
+}
+
+void TreeReader::ReadId(const Element& element, NodeScore& score) {
+    const std::string id = element.AnyText(u"id");
+    if (ReadPlainNumber(id, score.place)) {
+        return;
+    }
+    score.id = fTree.KeepId(id);
+    if (score.id == NodeScore::kNone) {
+        element.RaiseInvalid(u"id");
     }
 }
 
 void TreeReader::ReadShares(const Element& element, int count, NodeScore& score) {
     score.firstShare = static_cast<std::int32_t>(fTree.shares.size());
-    for (const Element child : element.Children()) {
-        if (count > 0 && child.Is(u"ScoreDistribution")) {
+    for (const Element child : count > 0 ? element.Children() : Element().Children()) {
+        if (child.Is(u"ScoreDistribution")) {
             if (!fParts.IsClassification()) {
                 child.RaiseMisplaced();
             }
-            ReadShare(child, score);
+            ReadShare(child);
             ++score.shareCount;
         }
     }
@@ -118,17 +162,17 @@ void TreeReader::ReadShares(const Element& element, int count, NodeScore& score)
     }
 }
 
-void TreeReader::ReadShare(const Element& element, const NodeScore& score) {
+void TreeReader::ReadShare(const Element& element) {
     Share share;
     share.category = fParts.target->CategoryOf(element, u"value");
     const auto category = static_cast<std::size_t>(share.category);
     if (category >= fSharedAt.size()) {
         fSharedAt.resize(std::max(category + 1, 2 * fSharedAt.size()));
     }
-    if (fSharedAt[category] == score.place) {
+    if (fSharedAt[category] == fPlace) {
         Raise<Message::DUPLICATE_DEFINITION>(element.Tag(), element.AnyText(u"value"), "Node");
     }
-    fSharedAt[category] = score.place;
+    fSharedAt[category] = fPlace;
     if (!element.Has(kRecordCount)) {
         Raise<Message::MISSING_ATTRIBUTE_OF>(veltrane_kit::Narrow(kRecordCount), element.Tag());
     }
@@ -184,9 +228,7 @@ void TreeReader::RequireRecordCount(const Element& element, NodeScore& score) co
 }
 
 void TreeReader::ReadChildren(const Element& element, std::size_t index, int count) {
-    const std::size_t first = fTree.nodes.size();
-    fTree.nodes.resize(first + static_cast<std::size_t>(count));
-    fTree.scores.resize(fTree.nodes.size());
+    const std::size_t first = fTree.AddNodes(static_cast<std::size_t>(count));
     fTree.nodes[index].firstChild = static_cast<std::int32_t>(first);
     fTree.nodes[index].childCount = count;
     const bool hasDefault = element.Has(kDefaultChild);
@@ -197,11 +239,11 @@ void TreeReader::ReadChildren(const Element& element, std::size_t index, int cou
             continue;
         }
         if (hasDefault && node.Has(u"id") && node.AnyText(u"id") == defaultChild) {
-            fTree.scores[index].defaultChild = static_cast<std::int32_t>(child);
+            fTree.SetDefaultChild(index, child);
         }
         ReadNode(node, child++);
     }
-    if (hasDefault && fTree.scores[index].defaultChild == NodeScore::kNone) {
+    if (hasDefault && fTree.DefaultChildOf(static_cast<int>(index)) == NodeScore::kNone) {
         element.RaiseInvalid(kDefaultChild);
     }
 }

@@ -1,9 +1,10 @@
 #ifndef VELTRANE_PLUGINS_TREE_TREE_READER_H
 #define VELTRANE_PLUGINS_TREE_TREE_READER_H
 
-#include "condition_reader.h"
+#include "kit/conditions/condition_reader.h"
 #include "kit/document/element.h"
-#include "kit/model/model.h"
+#include "kit/model/model_plan.h"
+#include "leaf_models.h"
 #include "tree.h"
 
 #include <cstdint>
@@ -20,8 +21,8 @@ public:
     };
 
     /// All are borrowed.
-    TreeReader(Tree& tree, veltrane_kit::ModelParts& parts, Needs needs)
-        : fTree(tree), fParts(parts), fConditions(tree.conditions, *parts.inputs), fNeeds(needs) {}
+    TreeReader(Tree& tree, LeafModels& models, veltrane_kit::ModelParts& parts, Needs needs)
+        : fTree(tree), fModels(models), fParts(parts), fConditions(tree.conditions, *parts.inputs), fNeeds(needs) {}
 
     /// Nodes nest at most as deep as the factory lets a document nest.
     /// @param root the only Node of a TreeModel
@@ -34,23 +35,26 @@ private:
     /// What is among the children of a node.
     struct Parts {
         veltrane_kit::Element predicate;
+        veltrane_kit::Element model; ///< that predicts for the node
         int nodes = 0;
         int shares = 0;
     };
 
     Parts Survey(const veltrane_kit::Element& element) const;
     void ReadNode(const veltrane_kit::Element& element, std::size_t index);
-    void ReadScore(const veltrane_kit::Element& element, std::size_t index);
+    NodeScore ReadScore(const veltrane_kit::Element& element);
+    void ReadId(const veltrane_kit::Element& element, NodeScore& score);
     void ReadShares(const veltrane_kit::Element& element, int count, NodeScore& score);
-    void ReadShare(const veltrane_kit::Element& element, const NodeScore& score);
+    void ReadShare(const veltrane_kit::Element& element);
     void CompleteProbabilities(const NodeScore& score);
     std::int32_t WinnerOf(const NodeScore& score) const;
     void ReadChildren(const veltrane_kit::Element& element, std::size_t index, int count);
     void RequireRecordCount(const veltrane_kit::Element& element, NodeScore& score) const;
 
     Tree& fTree;
+    LeafModels& fModels;
     veltrane_kit::ModelParts& fParts;
-    ConditionReader fConditions;
+    veltrane_kit::ConditionReader fConditions;
     Needs fNeeds;
     std::int32_t fPlace = 0;
     std::vector<std::int32_t> fSharedAt; ///< by category, the place of the last node with a share of it; 0 for none

@@ -1,0 +1,104 @@
+#include "feature.h"
+
+#include <algorithm>
+
+namespace veltrane_forest {
+
+using veltrane_kit::Block;
+using veltrane_kit::FieldColumn;
+using veltrane_kit::RowView;
+
+namespace {
+
+/// So many numbers are looked up at once.
+constexpr std::size_t kAbreast = 8;
+
+/// How many of some sorted numbers lie below others. Each step takes half of what is left, whatever the numbers are,
+/// and no step depends on a jump, so that the searches for several go on at once.
+template <std::size_t kCount>
+void CountBelow(const double* numbers, std::size_t count, const double* bounds, std::size_t* below) {
+    const double* first[kCount];
+    std::fill_n(first, kCount, numbers);
+    // All bits where a number lies below, else none.
+    const auto mask = [](bool isBelow) { return std::size_t{0} - static_cast<std::size_t>(isBelow); };
+    std::size_t left = count;
+    while (left > 1) {
+        const std::size_t half = left / 2;
+        for (std::size_t i = 0; i < kCount; ++i) {
+            first[i] += half & mask(first[i][half - 1] < bounds[i]);
+        }
+        left -= half;
+    }
+    for (std::size_t i = 0; i < kCount; ++i) {
+        below[i] = static_cast<std::size_t>(first[i] - numbers) + (left == 1 && *first[i] < bounds[i] ? 1 : 0);
+    }
+}
+
+} // namespace
+
+bool Feature::Settle(std::uint32_t most) {
+    std::sort(fBounds.begin(), fBounds.end());
+    fBounds.erase(std::unique(fBounds.begin(), fBounds.end()), fBounds.end());
+    fBounds.shrink_to_fit();
+    if (fBounds.size() >= most - 2) {
+        return false;
+    }
+    if (fKind == Kind::CODE) {
+        ++fMarks;
+    } else {
+        fMarks = fKind == Kind::PRESENCE ? 1 : static_cast<std::uint32_t>(fBounds.size()) + 1;
+    }
+    // A range of ranks that a missing value belongs to goes on beyond the highest number.
+    const bool hasBits = fKind != Kind::RANK && fMarks < kMostBits;
+    fMissing = hasBits ? kMostBits - 1 : most;
+    return fMarks < most;
+}
+
+std::uint32_t Feature::PlaceOf(double bound) const {
+    std::size_t place = 0;
+    CountBelow<1>(fBounds.data(), fBounds.size(), &bound, &place);
+    return static_cast<std::uint32_t>(place);
+}
+
+std::uint32_t Feature::MarkOf(double number) const {
+    const std::uint32_t place = PlaceOf(number);
+    const bool isOther = fKind == Kind::MEMBER && (place == fBounds.size() || fBounds[place] != number);
+    return isOther ? Other() : place;
+}
+
+template <typename Mark>
+void Feature::MarkRows(const Block& block, Mark* marks, std::size_t stride, std::uint8_t* unplain) const {
+    const FieldColumn& field = block.Field(fSlot);
+    if (fKind == Kind::RANK && field.numbers != nullptr) {
+        RankRows(field.numbers, block.Rows(), marks, stride, unplain);
+        return;
+    }
+    for (std::size_t row = 0; row < block.Rows(); ++row) {
+        const std::optional<std::uint32_t> mark = MarkIn(RowView(block, row));
+        unplain[row] |= mark ? 0 : 1;
+        marks[row * stride] = static_cast<Mark>(mark.value_or(0));
+    }
+}
+
+/// Not a number is missing.
+template <typename Mark>
+void Feature::RankRows(const double* numbers, std::size_t rows, Mark* marks, std::size_t stride,
+                       std::uint8_t* unplain) const {
+    for (std::size_t first = 0; first < rows; first += kAbreast) {
+        const std::size_t count = std::min(kAbreast, rows - first);
+        double some[kAbreast] = {};
+        std::size_t ranks[kAbreast];
+        std::copy_n(numbers + first, count, some);
+        CountBelow<kAbreast>(fBounds.data(), fBounds.size(), some, ranks);
+        for (std::size_t i = 0; i < count; ++i) {
+            const bool isMissing = std::isnan(some[i]);
+            marks[(first + i) * stride] = static_cast<Mark>(isMissing ? fMissing : ranks[i]);
+            unplain[first + i] |= isMissing && fRefusesMissing ? 1 : 0;
+        }
+    }
+}
+
+template void Feature::MarkRows(const Block&, std::uint16_t*, std::size_t, std::uint8_t*) const;
+template void Feature::MarkRows(const Block&, std::uint32_t*, std::size_t, std::uint8_t*) const;
+
+} // namespace veltrane_forest

@@ -1,0 +1,71 @@
+#ifndef VELTRANE_PLUGINS_FOREST_FOREST_H
+#define VELTRANE_PLUGINS_FOREST_FOREST_H
+
+#include "kit/columns/block.h"
+#include "kit/inputs/case_view.h"
+#include "tree/tree_scorer.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace veltrane_forest {
+
+/// Many trees over the same fields, laid out flat. Each field of a case is looked at once, whatever number of nodes ask
+/// for it, and no step of the way through a tree depends on a jump that would have to be guessed.
+///
+/// It tells to which leaf of each tree a case comes; a leaf is a node of the tree whose prediction the case gets. Some
+/// cases it leaves to the trees themselves: those that a tree has no prediction for, and those with a missing or
+/// unheard of value for which some tree makes neither of two ways, see Feature.
+class Forest {
+public:
+    /// The leaf of a case that goes tree by tree.
+    static constexpr std::uint32_t kNoLeaf = 0;
+
+    /// What one thread needs. It may be used with one forest alone.
+    struct Room {
+        std::vector<std::uint16_t> smallMarks;
+        std::vector<std::uint32_t> wideMarks;
+        std::vector<std::uint32_t> leaves; ///< by tree of the last case, or by row of the last tree
+        std::vector<std::uint8_t> unplain; ///< 1 for a row that goes tree by tree
+    };
+
+    /// How a forest goes through its trees. All ways come to the same leaves.
+    enum class Walk : std::uint8_t { FASTEST, ONE_BY_ONE };
+
+    /// @param trees borrowed while the forest is made
+    /// @return null where some condition asks for more than one field, or for more than a range or a set of its values
+    static std::unique_ptr<Forest> Plant(const std::vector<const veltrane_tree::TreeScorer*>& trees,
+                                         Walk walk = Walk::FASTEST);
+
+    virtual ~Forest() = default;
+
+    std::size_t Trees() const { return fLeaves.size(); }
+    /// The nodes that the leaves of a tree are; none of kNoLeaf.
+    const std::vector<std::int32_t>& LeavesOf(std::size_t tree) const { return fLeaves[tree]; }
+    /// To be called when the leaves are known to whoever asks the forest.
+    void ForgetLeaves() { fLeaves = std::vector<std::vector<std::int32_t>>(fLeaves.size()); }
+
+    /// Finds the leaf of each tree for a case.
+    /// @return false for a case that goes tree by tree
+    virtual bool FindLeaves(const veltrane_kit::CaseView& fields, Room& room) const = 0;
+
+    /// Looks at the fields of a block.
+    /// @param room its `unplain` has a flag for each row; it is set for those that go tree by tree, else left alone
+    virtual void Look(const veltrane_kit::Block& block, Room& room) const = 0;
+    /// Finds the leaf of each row in one tree, after Look().
+    virtual void FindLeaves(std::size_t tree, std::size_t rows, Room& room) const = 0;
+
+    /// How many bytes a node takes that isn't a leaf.
+    virtual std::size_t NodeBytes() const = 0;
+    /// The memory that is taken, in bytes.
+    virtual std::size_t Bytes() const = 0;
+
+protected:
+    std::vector<std::vector<std::int32_t>> fLeaves; ///< by tree
+};
+
+} // namespace veltrane_forest
+
+#endif

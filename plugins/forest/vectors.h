@@ -1,0 +1,23 @@
+#ifndef VELTRANE_PLUGINS_FOREST_VECTORS_H
+#define VELTRANE_PLUGINS_FOREST_VECTORS_H
+
+#include "node.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace veltrane_forest {
+
+/// Whether the processor has the vectors that WalkVectors() takes.
+bool HasVectors();
+
+/// Walks rows through a tree, sixteen at once.
+/// @param sets  NONE or OF_BITS
+/// @param marks of the first row; one mark behind those of the last row is read too
+/// @return how many rows were walked; the rest is less than sixteen
+std::size_t WalkVectors(const SmallNode* nodes, std::uint32_t depth, Sets sets, const SmallNode::Mark* marks,
+                        std::size_t stride, std::size_t rows, std::uint32_t* leaves);
+
+} // namespace veltrane_forest
+
+#endif
