@@ -5,6 +5,7 @@
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/StringValue.h>
 
+#include <algorithm>
 #include <memory>
 
 namespace veltrane::host {
@@ -14,14 +15,26 @@ using MCVeltrane_900::NumericValue;
 using MCVeltrane_900::ScoreDictVar;
 using MCVeltrane_900::StringValue;
 
-CaseRow::CaseRow(const MCVeltrane_900::ScoreDictionary& dictionary) : CaseRecord(dictionary.Size()) {
+CaseRow::CaseRow(const MCVeltrane_900::ScoreDictionary& dictionary, const std::vector<std::string>& computed)
+    : CaseRecord(dictionary.Size()) {
     for (const std::string& name : dictionary.GetVarNames()) {
-        AddField(*dictionary.GetVar(name));
+        const ScoreDictVar& variable = *dictionary.GetVar(name);
+        AddField({variable.GetName(), variable.GetVarType(), variable.GetDateTimeType(), 0});
+        if (std::find(computed.begin(), computed.end(), name) != computed.end()) {
+            fFields.pop_back();
+            fState.back() = State::COMPUTED;
+        }
     }
 }
 
-void CaseRow::AddField(const ScoreDictVar& variable) {
-    const Field field{variable.GetName(), variable.GetVarType(), variable.GetDateTimeType(), Size()};
+CaseRow::CaseRow(const std::vector<Field>& fields) : CaseRecord(static_cast<int>(fields.size())) {
+    for (const Field& field : fields) {
+        AddField(field);
+    }
+}
+
+void CaseRow::AddField(Field field) {
+    field.slot = Size();
     Slot slot{};
     switch (field.type) {
     case ScoreDictVar::kNUMERIC_VAR:
@@ -40,15 +53,35 @@ void CaseRow::AddField(const ScoreDictVar& variable) {
     fSlots.push_back(slot);
     fState.push_back(field.type == ScoreDictVar::STRING_VAR ? State::MISSING_TEXT : State::READ);
     fUnreadable.emplace_back();
+    fComputed.push_back(nullptr);
     fFields.push_back(field);
 }
 
 const MCVeltrane_900::ScoreValue* CaseRow::Get(int index) const {
     const auto slot = static_cast<std::size_t>(index);
     if (index >= 0 && slot < fState.size() && fState[slot] != State::READ) {
-        return fState[slot] == State::UNREADABLE ? fUnreadable[slot].get() : nullptr;
+        return fState[slot] == State::UNREADABLE ? fUnreadable[slot].get() : Readable(index);
     }
     return CaseRecord::Get(index);
+}
+
+const MCVeltrane_900::ScoreValue* CaseRow::Readable(int index) const {
+    const auto slot = static_cast<std::size_t>(index);
+    if (index < 0 || slot >= fState.size()) {
+        return nullptr;
+    }
+    switch (fState[slot]) {
+    case State::MISSING_TEXT:
+        return nullptr;
+    case State::COMPUTED:
+        return fComputed[slot];
+    default:
+        return CaseRecord::Get(index);
+    }
+}
+
+void CaseRow::SetComputed(int slot, const MCVeltrane_900::ScoreValue* value) {
+    fComputed[static_cast<std::size_t>(slot)] = value;
 }
 
 void CaseRow::SetNumber(const Field& field, double number) {
@@ -87,6 +120,15 @@ void CaseRow::SetMissing(const Field& field) {
         fSlots[slot].date->SetDateTimeValue(NumericValue::GetSysmisValue(), DateTimeValue::VAL_DATETIME);
     } else {
         SetMissingValue(field.slot);
+    }
+}
+
+void CaseRow::SetMissingTexts(const std::map<std::string, std::vector<std::string>>& texts) {
+    for (Field& field : fFields) {
+        const auto found = texts.find(field.name);
+        if (found != texts.end() && field.type != ScoreDictVar::STRING_VAR) {
+            field.missingTexts = found->second;
+        }
     }
 }
 

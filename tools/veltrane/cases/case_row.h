@@ -5,6 +5,7 @@
 #include <MCVeltrane_900/ScoreDictVar.h>
 #include <MCVeltrane_900/StringValue.h>
 
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -33,11 +34,17 @@ public:
         VariableType type;
         DateTimeType dateTimeType; ///< for a field of type `DATETIME_VAR`
         int slot;
+        std::vector<std::string> missingTexts = {}; ///< what cells may say for a missing value though it can't be read
     };
 
     /// All fields start missing.
-    explicit CaseRow(const MCVeltrane_900::ScoreDictionary& dictionary);
+    /// @param computed the names of fields that no cell holds: somebody computes them for each case
+    explicit CaseRow(const MCVeltrane_900::ScoreDictionary& dictionary, const std::vector<std::string>& computed = {});
 
+    /// A row with the fields of another one that has no computed ones, for another thread.
+    explicit CaseRow(const std::vector<Field>& fields);
+
+    /// Those that cells hold.
     const std::vector<Field>& Fields() const { return fFields; }
 
     void SetNumber(const Field& field, double number);
@@ -54,11 +61,24 @@ public:
     /// Has the cells that can't be read stand as texts in the record from now on, for those who tell them from missing
     /// ones; else they are missing.
     void KeepUnreadable() { fKeepsUnreadable = true; }
+    bool KeepsUnreadable() const { return fKeepsUnreadable; }
+
+    /// Has cells that can't be read be missing where they say what their field lists for that; of texts all can be
+    /// read.
+    /// @param texts by the names of fields
+    void SetMissingTexts(const std::map<std::string, std::vector<std::string>>& texts);
 
     /// Takes note of a cell that can't be read as the field's value.
     void SetUnreadable(const Field& field, std::string_view text);
 
+    /// Sets a computed field.
+    /// @param value borrowed until the next one; null for a missing one
+    void SetComputed(int slot, const MCVeltrane_900::ScoreValue* value);
+
     const MCVeltrane_900::ScoreValue* Get(int index) const override;
+
+    /// The same for those who take a cell that can't be read for missing, whatever stands for it in the record.
+    const MCVeltrane_900::ScoreValue* Readable(int index) const;
     using CaseRecord::Get;
 
 private:
@@ -69,16 +89,17 @@ private:
         MCVeltrane_900::DateTimeValue* date;
     };
 
-    /// What the record gives for a field: the value in its slot, nothing, or the text of the cell.
-    enum class State : char { READ, MISSING_TEXT, UNREADABLE };
+    /// What the record gives for a field: the value in its slot, nothing, the text of the cell, or what is computed.
+    enum class State : char { READ, MISSING_TEXT, UNREADABLE, COMPUTED };
 
-    void AddField(const MCVeltrane_900::ScoreDictVar& variable);
+    void AddField(Field field);
 
     std::vector<Field> fFields;
     std::vector<Slot> fSlots;
     std::vector<State> fState; ///< by slot
     bool fKeepsUnreadable = false;
     std::vector<std::unique_ptr<MCVeltrane_900::StringValue>> fUnreadable; ///< by slot, made when one comes
+    std::vector<const MCVeltrane_900::ScoreValue*> fComputed;              ///< by slot, null for other fields
     std::string fText;
 };
 

@@ -44,6 +44,10 @@ bool BeginsLikeANumber(std::string_view text) {
     return !text.empty() && ((text.front() >= '0' && text.front() <= '9') || text.front() == '.');
 }
 
+bool IsListed(std::string_view content, const std::vector<std::string>& texts) {
+    return std::find(texts.begin(), texts.end(), content) != texts.end();
+}
+
 /// Beyond the range of doubles the library has its own answers: infinity upwards, no number downwards.
 const char* ReadExtremeNumber(std::string_view text, double& number) {
     const NumericValue value{std::string(text)};
@@ -76,24 +80,36 @@ const char* ReadNumber(std::string_view text, double& number) {
     return nullptr;
 }
 
-bool CellParser::IsMissing(std::string_view cell) const {
-    return cell.empty() || std::find(fMissingTokens.begin(), fMissingTokens.end(), cell) != fMissingTokens.end();
+std::string_view CellContent(std::string_view cell, const CaseRow::Field& field) {
+    return field.type == ScoreDictVar::STRING_VAR ? cell : WithoutBlanks(cell);
+}
+
+bool CellParser::IsMissing(std::string_view content) const {
+    return content.empty() || IsListed(content, fMissingTokens);
+}
+
+const char* CellParser::ProblemOfText(std::string_view content) const {
+    if (content.find('\0') != content.npos) {
+        return kHoldsNul;
+    }
+    return fEncoding && !fEncoding->Holds(content) ? fEncoding->Problem() : nullptr;
 }
 
 const char* CellParser::Read(std::string_view cell, const CaseRow::Field& field, CaseRow& row) {
     const bool text = field.type == ScoreDictVar::STRING_VAR;
-    const std::string_view content = text ? cell : WithoutBlanks(cell);
+    const std::string_view content = CellContent(cell, field);
     if (IsMissing(content)) {
         row.SetMissing(field);
         return nullptr;
     }
     const char* problem = nullptr;
-    if (content.find('\0') != content.npos) {
+    if (text) {
+        problem = ProblemOfText(content);
+        if (!problem) {
+            row.SetText(field, content);
+        }
+    } else if (content.find('\0') != content.npos) {
         problem = kHoldsNul;
-    } else if (text && fEncoding && !fEncoding->Holds(content)) {
-        problem = fEncoding->Problem();
-    } else if (text) {
-        row.SetText(field, content);
     } else if (field.type == ScoreDictVar::DATETIME_VAR) {
         problem = ReadDate(content, field, row);
     } else {
@@ -102,6 +118,10 @@ const char* CellParser::Read(std::string_view cell, const CaseRow::Field& field,
         if (!problem) {
             row.SetNumber(field, number);
         }
+    }
+    if (problem && IsListed(content, field.missingTexts)) {
+        row.SetMissing(field);
+        return nullptr;
     }
     if (problem) {
         row.SetUnreadable(field, content);

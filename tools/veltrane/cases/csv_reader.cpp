@@ -1,12 +1,10 @@
 #include "cases/csv_reader.h"
 
+#include "cases/csv_start.h"
 #include "files/byte_stream.h"
 #include "files/failure.h"
 
 #include <fmt/format.h>
-
-#include <algorithm>
-#include <array>
 
 extern "C" {
 #include <csv.h>
@@ -16,17 +14,10 @@ namespace veltrane::host {
 namespace {
 
 constexpr std::size_t kCellBlockSize = std::size_t{1} << 20;
-constexpr std::size_t kLongestFirstLine = std::size_t{64} << 10;
 
 /// No blank is special: the parser would drop those around a cell that is not quoted.
 int NoBlank(unsigned char) {
     return 0;
-}
-
-/// Whether a file begins as UTF-16 does: with its mark, or with one of the zero bytes that it has beside ASCII.
-bool IsUtf16(std::string_view bytes) {
-    return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF") ||
-           bytes.substr(0, 2).find('\0') != bytes.npos;
 }
 
 } // namespace
@@ -51,8 +42,7 @@ struct CsvReader::State {
     bool afterCarriageReturn = false;
     bool started = false;
     bool ended = false;
-    std::string firstLine;
-    bool hasFirstLine = false;
+    host::FirstLine firstLine;
     std::string malformed; ///< what is wrong behind the records; told when they have been given
 
     State(char delimiter) {
@@ -120,15 +110,6 @@ struct CsvReader::State {
         return count;
     }
 
-    void NoteFirstLine(std::string_view bytes) {
-        if (firstLine.empty()) {
-            bytes.remove_prefix(std::min(bytes.find_first_not_of("\r\n"), bytes.size()));
-        }
-        const std::size_t end = bytes.find_first_of("\r\n");
-        firstLine.append(bytes.substr(0, std::min(end, kLongestFirstLine - firstLine.size())));
-        hasFirstLine = end != bytes.npos || firstLine.size() == kLongestFirstLine;
-    }
-
     static void OnCell(void* bytes, std::size_t size, void* self) noexcept {
         static_cast<State*>(self)->AddCell({static_cast<const char*>(bytes), size});
     }
@@ -162,7 +143,7 @@ bool CsvReader::HasRecord() const {
 }
 
 std::string_view CsvReader::FirstLine() const {
-    return fState->firstLine;
+    return fState->firstLine.Text();
 }
 
 /// Parses chunks until there is a record; false when there is none any more.
@@ -194,29 +175,13 @@ bool CsvReader::Fill() {
 void CsvReader::ReadStart() {
     State& state = *fState;
     state.started = true;
-    std::size_t size = 0;
-    while (size < 3) {
-        const std::size_t more = fSource.Read(state.chunk.data() + size, state.chunk.size() - size);
-        if (more == 0) {
-            break;
-        }
-        size += more;
-    }
-    std::string_view bytes(state.chunk.data(), size);
-    if (IsUtf16(bytes)) {
-        throw Failure(fName + ": the file is UTF-16; convert it to UTF-8 first");
-    }
-    if (bytes.starts_with("\xEF\xBB\xBF")) {
-        bytes.remove_prefix(3);
-    }
-    Parse(bytes);
+    const std::size_t size = ReadFirstBytes(fSource, state.chunk.data(), state.chunk.size());
+    Parse(WithoutByteOrderMark({state.chunk.data(), size}, fName));
 }
 
 void CsvReader::Parse(std::string_view bytes) {
     State& state = *fState;
-    if (!state.hasFirstLine) {
-        state.NoteFirstLine(bytes);
-    }
+    state.firstLine.Note(bytes);
     const std::size_t parsed =
         csv_parse(&state.parser, bytes.data(), bytes.size(), State::OnCell, State::OnLineEnd, &state);
     if (parsed != bytes.size()) {

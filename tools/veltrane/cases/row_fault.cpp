@@ -1,6 +1,7 @@
 #include "cases/row_fault.h"
 
 #include <MCScore/MCStatus.h>
+#include <MCVeltrane_900/ScoreDictionary.h>
 #include <MCVeltrane_900/ScoreModel.h>
 #include <MCVeltrane_900/TransformationDictionary.h>
 
@@ -43,6 +44,16 @@ bool IsPlace(long place, std::size_t count) {
     return place >= 0 && static_cast<std::size_t>(place) < count;
 }
 
+/// A field that no cell holds is told by its name.
+RowFault FaultOf(const std::string& name, const CaseRow& row, const char* reason) {
+    for (const CaseRow::Field& field : row.Fields()) {
+        if (field.name == name) {
+            return {&field, name, reason};
+        }
+    }
+    return {nullptr, name, reason};
+}
+
 } // namespace
 
 RowFault ExplainUnscored(const MCScore::MCStatus& status, const ScoreModel& model, const CaseRow& row) {
@@ -53,8 +64,9 @@ RowFault ExplainUnscored(const MCScore::MCStatus& status, const ScoreModel& mode
         return Untold(status);
     case UnscoredReason::MISSING:
     case UnscoredReason::INVALID:
-        if (IsPlace(reason.place, row.Fields().size())) {
-            return {&row.Fields()[place], row.Fields()[place].name, ReasonOf(reason.kind)};
+        if (const std::vector<std::string> names = model.GetDictionary()->GetVarNames();
+            IsPlace(reason.place, names.size())) {
+            return FaultOf(names[place], row, ReasonOf(reason.kind));
         }
         break;
     case UnscoredReason::DERIVED:

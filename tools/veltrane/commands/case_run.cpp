@@ -1,5 +1,7 @@
 #include "commands/case_run.h"
 
+#include "blocks/block_plan.h"
+#include "blocks/block_run.h"
 #include "cases/needed_columns.h"
 #include "files/failure.h"
 
@@ -10,10 +12,39 @@
 
 namespace veltrane::host {
 
+namespace {
+
+/// Keeps nothing.
+class NoSink : public ByteSink {
+public:
+    void Write(std::string_view) override {}
+};
+
+const ColumnScorer* UsableColumns(const CaseOptions& options, const CaseRow& row, const CaseResults& results) {
+    const ColumnScorer* const scorer = options.byCase ? nullptr : results.Columns();
+    return scorer != nullptr && BlockPlan::CanRead(*scorer, row) ? scorer : nullptr;
+}
+
+} // namespace
+
+const RowFault& CaseResults::Explain(const CaseRow& row) {
+    static const RowFault kNone{nullptr, {}, "there are no results"};
+    NoSink none;
+    CsvWriter writer(none, ',');
+    const RowFault* const fault = WriteCase(row, writer);
+    return fault == nullptr ? kNone : *fault;
+}
+
 CaseRun::CaseRun(const CaseOptions& options, CaseRow& row, CaseResults& results)
     : fOptions(options), fCase(row), fResults(results), fReport(options.cases, options.quiet), fInput(options.cases),
-      fUnpacked(fInput, options.cases), fReader(fUnpacked, options.cases, options.delimiter),
-      fEncoding(options.encoding), fCells(options.missingTokens, &fEncoding) {}
+      fUnpacked(fInput, options.cases), fScorer(UsableColumns(options, row, results)), fEncoding(options.encoding),
+      fCells(options.missingTokens, &fEncoding) {
+    if (fScorer != nullptr) {
+        fChunks.emplace(fUnpacked, options.cases, options.delimiter);
+    } else {
+        fReader.emplace(fUnpacked, options.cases, options.delimiter);
+    }
+}
 
 int CaseRun::Run() {
     if (fOptions.rejects) {
@@ -30,7 +61,11 @@ int CaseRun::Run() {
     }
     CsvWriter writer(output.Sink(), fOptions.delimiter);
     WriteHeader(writer);
-    WriteCases(writer);
+    if (fScorer != nullptr) {
+        WriteBlocks(writer);
+    } else {
+        WriteCases(writer);
+    }
     writer.Flush();
     Commit(output);
     if (fBar) {
@@ -52,11 +87,12 @@ void CaseRun::Commit(CaseOutput& output) {
 
 void CaseRun::ReadHeader() {
     try {
-        if (!fReader.Next(fRow)) {
+        const bool isThere = fChunks ? fChunks->ReadHeader(fRow.cells, fRow.line) : fReader->Next(fRow);
+        if (!isThere) {
             throw Failure(fOptions.cases + ": the file is empty; a header of field names is needed");
         }
     } catch (const Failure& failure) {
-        throw Failure(failure.what() + NeededColumns::DelimiterHint(fReader.FirstLine(), fOptions.delimiter, fCase));
+        throw Failure(failure.what() + NeededColumns::DelimiterHint(FirstLine(), fOptions.delimiter, fCase));
     }
     fColumns.emplace(fRow.cells, fCase, fmt::format("{}:{}", fOptions.cases, fRow.line));
     fReport.BeginHeader(fRow.line);
@@ -68,7 +104,7 @@ void CaseRun::ReadHeader() {
 void CaseRun::CheckNeededColumns() {
     const NeededColumns needed(fResults.NeededFields(), *fColumns, fCase);
     if (!needed.AreThere() && !fOptions.missingColumns) {
-        throw Failure(fOptions.cases + ": " + needed.Complaint(fReader.FirstLine(), fOptions.delimiter));
+        throw Failure(fOptions.cases + ": " + needed.Complaint(FirstLine(), fOptions.delimiter));
     }
     const std::string ignored = fColumns->IgnoredNames();
     if (!ignored.empty()) {
@@ -108,13 +144,23 @@ void CaseRun::WriteHeader(CsvWriter& writer) {
     writer.EndRow();
 }
 
+std::string_view CaseRun::FirstLine() const {
+    return fChunks ? fChunks->FirstLine() : fReader->FirstLine();
+}
+
+void CaseRun::WriteBlocks(CsvWriter& writer) {
+    const BlockPlan plan(fOptions, *fColumns, *fKept, fCase, *fScorer, fResults.DateForms());
+    const BlockRun::Streams streams{fInput, fUnpacked, *fChunks, writer, fReport, fBar ? &*fBar : nullptr};
+    BlockRun(plan, streams, fCase, [this]() -> const RowFault& { return fResults.Explain(fCase); }).Run();
+}
+
 void CaseRun::WriteCases(CsvWriter& writer) {
     const bool mayBlock = !fInput.Size();
     for (std::uint64_t rows = 1;; ++rows) {
-        if (mayBlock && !fReader.HasRecord()) {
+        if (mayBlock && !fReader->HasRecord()) {
             writer.Flush();
         }
-        if (!fReader.Next(fRow)) {
+        if (!fReader->Next(fRow)) {
             return;
         }
         fReport.BeginRow(fRow.line);

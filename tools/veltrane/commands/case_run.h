@@ -1,10 +1,12 @@
 #ifndef VELTRANE_HOST_CASE_RUN_H
 #define VELTRANE_HOST_CASE_RUN_H
 
+#include "blocks/chunk_reader.h"
 #include "cases/case_columns.h"
 #include "cases/case_row.h"
 #include "cases/cell_parser.h"
 #include "cases/csv_reader.h"
+#include "cases/date_text.h"
 #include "cases/row_fault.h"
 #include "files/byte_stream.h"
 #include "files/csv_writer.h"
@@ -16,9 +18,12 @@
 #include "run/rejects.h"
 #include "run/report.h"
 
+#include <veltrane/column_scorer.h>
+
 #include <optional>
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 namespace veltrane::host {
 
@@ -45,10 +50,20 @@ public:
     /// Computes the results of a case and writes one cell for each column.
     /// @return why there are none and the cells are empty, until the next call; null where there are
     virtual const RowFault* WriteCase(const CaseRow& row, CsvWriter& writer) = 0;
+
+    /// What computes the same results in columns, in the order of the output's columns; null where nothing does.
+    virtual const ColumnScorer* Columns() const { return nullptr; }
+
+    /// The forms of the date-times that the columns give; none where their texts are those of the standard.
+    virtual std::vector<DateForm> DateForms() const { return {}; }
+
+    /// Why a case has no results in columns.
+    virtual const RowFault& Explain(const CaseRow& row);
 };
 
-/// One pass over a file of cases: reads them row by row, has the results computed, writes them. Memory does not grow
-/// with the number of cases.
+/// One pass over a file of cases: reads them, has the results computed, writes them. Memory does not grow with the
+/// number of cases. Where the results can be computed in columns, the rows go through blocks, else one by one; what
+/// comes out is the same.
 class CaseRun {
 public:
     /// @param options borrowed, like the others
@@ -68,7 +83,9 @@ private:
     void ChooseKeptColumns();
     void ShowBar();
     void WriteHeader(CsvWriter& writer);
+    void WriteBlocks(CsvWriter& writer);
     void WriteCases(CsvWriter& writer);
+    std::string_view FirstLine() const;
     void ReadCase();
     void ReportUnscored(const RowFault& fault);
     void CheckText(const std::string& name, std::string_view text);
@@ -82,7 +99,9 @@ private:
     Report fReport;
     InputFile fInput;
     UnpackedSource fUnpacked;
-    CsvReader fReader;
+    const ColumnScorer* fScorer; ///< null where the rows go one by one
+    std::optional<CsvReader> fReader;
+    std::optional<ChunkReader> fChunks; ///< instead of the other where the rows go through blocks
     EncodingCheck fEncoding;
     CellParser fCells;
     CsvRow fRow;

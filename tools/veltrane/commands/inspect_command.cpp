@@ -1,5 +1,6 @@
 #include "commands/commands.h"
 #include "descriptions/describe.h"
+#include "descriptions/document_description.h"
 #include "descriptions/document_facts.h"
 #include "descriptions/model_description.h"
 #include "documents/document.h"
@@ -21,6 +22,7 @@
 #include <algorithm>
 #include <array>
 #include <exception>
+#include <kit/model/transformations.h>
 #include <unistd.h>
 
 namespace veltrane::host {
@@ -36,10 +38,12 @@ class Inspection {
 public:
     explicit Inspection(const InspectOptions& options)
         : fOptions(options), fEncoding(options.encoding), fFile(options.document, kCannotOpenDocument),
-          fOutline(ReadOutline(fFile.Stream())) {}
+          fOutline(options.plain ? ReadOutline(fFile.Stream()) : ReadPmmlOutline(fFile)) {}
 
     void Run() {
-        if (fOutline.fault || (fOutline.models.empty() && !MayHoldModel())) {
+        if (fOptions.plain) {
+            ShowPlainFields();
+        } else if (fOutline.fault || (fOutline.models.empty() && !MayHoldModel())) {
             ShowFields();
         } else if (fOutline.models.empty()) {
             ShowBuiltModel();
@@ -62,16 +66,24 @@ private:
                            [&](const std::string& name) { return fOutline.elements.contains(name); });
     }
 
+    /// Of what isn't PMML only the library can tell.
     void ShowFields() {
         if (fOptions.model && !fOutline.fault) {
             ChooseModel(fOutline, {}, fOptions.model, fFile.Name());
         }
-        const Document document = ReadAnyDocument(fFile, fOptions.encoding);
-        const Json description = Describe(*document.fields, document.derivedFields.get(), fEncoding);
-        Write(description, DescriptionTables);
-        if (document.isPmml) {
-            RequireDerivedFields(document, fFile.Name());
+        if (!fOutline.IsPmml()) {
+            ShowPlainFields();
+            return;
         }
+        const auto transformations = ReadTransformations(fFile, fOutline, fOptions.encoding);
+        Write(DescribeFields(ReadFacts(fFile.Stream(), 0)), DocumentTables);
+        RequireDerivedFields(!transformations->Derived().IsEmpty(), fFile.Name());
+    }
+
+    void ShowPlainFields() {
+        const Document document = ReadAnyDocument(fFile, fOptions.encoding);
+        Write(Describe(*document.fields, document.derivedFields.get(), fEncoding), DescriptionTables);
+        RequireDerivedFields(document.derivedFields != nullptr || !document.isPmml, fFile.Name());
     }
 
     void ShowBuiltModel() {

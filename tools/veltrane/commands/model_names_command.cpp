@@ -44,7 +44,7 @@ std::string ModelNames(const DocumentOutline& outline) {
 int RunModelNames(const ModelNamesOptions& options) {
     StartLibrary();
     DocumentFile file(options.document, kCannotOpenDocument);
-    DescriptorSink(STDOUT_FILENO, "standard output").Write(ModelNames(ReadOutline(file.Stream())));
+    DescriptorSink(STDOUT_FILENO, "standard output").Write(ModelNames(ReadPmmlOutline(file)));
     return EXIT_DONE;
 }
 

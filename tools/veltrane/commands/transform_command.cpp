@@ -9,7 +9,10 @@
 
 #include <algorithm>
 #include <kit/document/field_references.h>
+#include <kit/model/transformation_columns.h>
 #include <kit/model/transformations.h>
+#include <memory>
+#include <utility>
 
 namespace veltrane::host {
 namespace {
@@ -41,11 +44,11 @@ private:
 };
 
 /// The same with the meaning of PMML.
-class StandardFields : public CaseResults {
+class ComputedFields : public CaseResults {
 public:
-    explicit StandardFields(veltrane_kit::Transformations& transformations)
-        : fTransformations(transformations), fNames(transformations.Derived().Names()),
-          fSlots(transformations.Derived().Slots()) {}
+    explicit ComputedFields(std::shared_ptr<veltrane_kit::Transformations> transformations)
+        : fTransformations(*transformations), fNames(fTransformations.Derived().Names()),
+          fSlots(fTransformations.Derived().Slots()), fScorer(std::move(transformations)) {}
 
     bool Has(const std::string& name) const override {
         return std::find(fNames.begin(), fNames.end(), name) != fNames.end();
@@ -65,31 +68,39 @@ public:
     const RowFault* WriteCase(const CaseRow& row, CsvWriter& writer) override {
         fTransformations.Compute(row);
         for (const int slot : fSlots) {
-            Write(fTransformations[slot], writer);
+            WriteValue(fTransformations[slot], writer, fText);
         }
         return nullptr;
     }
 
-private:
-    void Write(const veltrane_kit::Value& value, CsvWriter& writer) {
-        if (value.isMissing) {
-            writer.Empty();
-        } else if (veltrane_kit::IsNumber(value.type) || veltrane_kit::IsCounting(value.type)) {
-            writer.Number(value.number);
-        } else {
-            writer.Text(veltrane_kit::TextOf(value, fText));
-        }
+    /// A field whose values are of several types gives texts in columns, and here what each value is.
+    const ColumnScorer* Columns() const override {
+        const veltrane_kit::DerivedFields& derived = fTransformations.Derived();
+        const bool areTyped =
+            std::all_of(fSlots.begin(), fSlots.end(), [&](int slot) { return derived.TypeOf(slot).has_value(); });
+        return areTyped ? &fScorer : nullptr;
     }
 
+    std::vector<DateForm> DateForms() const override {
+        std::vector<DateForm> forms;
+        forms.reserve(fSlots.size());
+        for (const int slot : fSlots) {
+            forms.push_back(DateFormOf(fTransformations.Derived().TypeOf(slot).value_or(DataType::STRING)));
+        }
+        return forms;
+    }
+
+private:
     veltrane_kit::Transformations& fTransformations;
     std::vector<std::string> fNames;
     std::vector<int> fSlots;
+    veltrane_kit::TransformationColumns fScorer;
     std::string fText;
 };
 
 int TransformPlain(const TransformOptions& options) {
     const Document document = ReadDocument(options.document, options.encoding);
-    RequireDerivedFields(document, options.document);
+    RequireDerivedFields(document.derivedFields != nullptr, options.document);
     CaseRow row(*document.fields);
     DerivedFields derivedFields(document);
     return CaseRun(options, row, derivedFields).Run();
@@ -105,10 +116,11 @@ int RunTransform(const TransformOptions& options) {
     if (options.plain) {
         return TransformPlain(options);
     }
-    const auto transformations = ReadTransformations(options.document, options.encoding);
-    CaseRow row(transformations->Dictionary());
+    const StandardFields read = ReadStandardFields(options.document, options.encoding);
+    CaseRow row(read.transformations->Dictionary());
     row.KeepUnreadable();
-    StandardFields fields(*transformations);
+    row.SetMissingTexts(read.missingTexts);
+    ComputedFields fields(read.transformations);
     return CaseRun(options, row, fields).Run();
 }
 

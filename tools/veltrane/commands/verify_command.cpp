@@ -36,7 +36,9 @@ public:
     explicit VerifyRun(const VerifyOptions& options)
         : fOptions(options), fLoaded(LoadModel(options.document, options.models, options.model, options.encoding)),
           fModel(*fLoaded.model), fResult(MakeResult(fModel, options.document)), fColumns(fModel, *fResult),
-          fVerification(ReadRecords()), fRow(*fModel.GetDictionary()) {}
+          fVerification(ReadRecords()), fRow(*fModel.GetDictionary()) {
+        fRow.SetMissingTexts(fLoaded.missingTexts);
+    }
 
     int Run();
 
@@ -52,6 +54,7 @@ private:
     void WarnOfMissingInputs() const;
     void ReadCase(std::size_t record);
     void CompareCase(std::size_t record);
+    bool IsComputed(const std::string& name) const;
     const MCVeltrane_900::ScoreValue* ResultOf(const std::string& name) const;
     int Report() const;
 
@@ -103,6 +106,8 @@ void VerifyRun::SortFields() {
             sorted.result.emplace(field);
         } else if (const auto input = inputs.find(field.field); input != inputs.end()) {
             sorted.input = input->second;
+        } else if (IsComputed(field.field)) {
+            sorted.result.emplace(field);
         }
         if (!sorted.result && !sorted.input) {
             throw Failure(fmt::format("{}: the verification field \"{}\" is neither a field nor a result",
@@ -110,6 +115,12 @@ void VerifyRun::SortFields() {
         }
         fFields.push_back(std::move(sorted));
     }
+}
+
+/// Whether a result has the value of an output field that is no column of scores.
+bool VerifyRun::IsComputed(const std::string& name) const {
+    const auto* fields = fResult->GetResultFields();
+    return fields && fields->GetResultValue(name);
 }
 
 /// Records may leave an input out; where results differ then, that is the first thing to look at.

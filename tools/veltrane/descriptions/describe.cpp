@@ -19,6 +19,7 @@
 #include <fmt/format.h>
 
 #include <cmath>
+#include <kit/values/data_types.h>
 
 namespace veltrane::host {
 namespace {
@@ -33,19 +34,6 @@ using MCVeltrane_900::TransformVar;
 
 constexpr const char* kLevels[] = {"continuous", "ordinal", "categorical"};
 constexpr const char* kNumericTypes[] = {"number", "integer", "double"};
-constexpr const char* kDateTimeTypes[] = {"",
-                                          "date",
-                                          "time",
-                                          "dateTime",
-                                          "dateDaysSince[0]",
-                                          "dateDaysSince[1960]",
-                                          "dateDaysSince[1970]",
-                                          "dateDaysSince[1980]",
-                                          "timeSeconds",
-                                          "dateTimeSecondsSince[0]",
-                                          "dateTimeSecondsSince[1960]",
-                                          "dateTimeSecondsSince[1970]",
-                                          "dateTimeSecondsSince[1980]"};
 /// By the number of `TransExpression`.
 constexpr const char* kExpressions[] = {"Constant",   "FieldRef",  "NormContinuous", "NormDiscrete",
                                         "Discretize", "MapValues", "Apply",          "Lag"};
@@ -55,6 +43,17 @@ std::string Word(const char* const (&words)[size], int number) {
     return number >= 0 && number < static_cast<int>(size) ? words[number] : "";
 }
 
+/// The types of moments and counts go by the same order in the library and in the kit.
+std::string DateTimeWord(ScoreDictVar::DateTimeType type) {
+    using veltrane_kit::DataType;
+    constexpr int kBeforeDates = static_cast<int>(DataType::DATE) - ScoreDictVar::DT_DATE;
+    static_assert(static_cast<int>(DataType::DATE_TIME_SECONDS_SINCE_1980) ==
+                  ScoreDictVar::DT_SECONDS_SINCE_1980 + kBeforeDates);
+    return type < ScoreDictVar::DT_DATE || type > ScoreDictVar::DT_SECONDS_SINCE_1980
+               ? ""
+               : std::string(veltrane_kit::WordOf(static_cast<DataType>(type + kBeforeDates)));
+}
+
 std::string TypeOf(const ScoreDictVar& variable) {
     switch (variable.GetVarType()) {
     case ScoreDictVar::kNUMERIC_VAR:
@@ -62,7 +61,7 @@ std::string TypeOf(const ScoreDictVar& variable) {
     case ScoreDictVar::STRING_VAR:
         return "string";
     case ScoreDictVar::DATETIME_VAR:
-        return Word(kDateTimeTypes, variable.GetDateTimeType());
+        return DateTimeWord(variable.GetDateTimeType());
     }
     return "";
 }

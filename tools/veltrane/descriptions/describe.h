@@ -14,7 +14,7 @@ namespace veltrane::host {
 
 class Encoding;
 
-/// Describes a document's fields and derived fields, both in document order:
+/// Describes the fields and derived fields of a document as the library alone reads them, both in document order:
 ///
 ///     {"fields": [{"name": "Age", "label": "Age", "type": "double", "level": "continuous",
 ///                  "missingValues": [-1, {"low": null, "lowIncluded": true, "high": 0, "highIncluded": false}],

@@ -1,29 +1,19 @@
 #include "descriptions/field_description.h"
 
-#include "descriptions/expression_text.h"
-
-#include <algorithm>
-#include <charconv>
-#include <cmath>
-#include <cstdint>
-#include <string_view>
+#include "formulas/expression_text.h"
+#include "formulas/stated_values.h"
 
 namespace veltrane::host {
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// Up to here every whole number is a double.
-constexpr double kWholeNumbers = 9007199254740992.0;
-
-constexpr std::string_view kTextTypes[] = {"string", "boolean", "date", "time", "dateTime"};
-
-bool HoldsTexts(const std::string& type) {
-    return std::find(std::begin(kTextTypes), std::end(kTextTypes), type) != std::end(kTextTypes);
-}
-
 Json ValueOf(const std::string& text, const std::string& type) {
     return HoldsTexts(type) ? Json(text) : NumberOrText(text);
+}
+
+const std::string& LabelOf(const XmlNode& field) {
+    return field[field.Has("displayName") ? "displayName" : "name"];
 }
 
 Json BoundOf(const XmlNode& interval, const char* attribute) {
@@ -39,7 +29,7 @@ Json DescribeInterval(const XmlNode& interval) {
 }
 
 void AddValues(const XmlNode& field, Json& described) {
-    const std::string& type = field["dataType"];
+    const std::string& type = StatedType(field);
     for (const XmlNode* value : field.Children("Value")) {
         const Json content = ValueOf((*value)["value"], type);
         const std::string& property = (*value)["property"];
@@ -96,22 +86,10 @@ std::string RoleOf(const XmlNode& mining, const std::string& otherRole) {
 
 } // namespace
 
-Json NumberOrText(const std::string& text) {
-    double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size() || !std::isfinite(number)) {
-        return text;
-    }
-    const bool isWhole = std::abs(number) < kWholeNumbers && number == std::trunc(number);
-    return isWhole ? Json(static_cast<std::int64_t>(number)) : Json(number);
-}
-
 Json DescribeDataField(const XmlNode& field) {
-    Json described = {
-        {"name", field["name"]},          {"label", field.Has("displayName") ? field["displayName"] : field["name"]},
-        {"type", field["dataType"]},      {"level", field["optype"]},
-        {"missingValues", Json::array()}, {"categories", Json::array()},
-        {"invalidValues", Json::array()}, {"ranges", Json::array()}};
+    Json described = {{"name", field["name"]},          {"label", LabelOf(field)},        {"type", StatedType(field)},
+                      {"level", field["optype"]},       {"missingValues", Json::array()}, {"categories", Json::array()},
+                      {"invalidValues", Json::array()}, {"ranges", Json::array()}};
     AddValues(field, described);
     return described;
 }
@@ -126,7 +104,7 @@ Json DescribeInput(const XmlNode& field, const XmlNode& mining, const std::strin
     }
     described["role"] = RoleOf(mining, otherRole);
     if (!mining.name.empty()) {
-        described["treatments"] = DescribeTreatments(mining, field["dataType"]);
+        described["treatments"] = DescribeTreatments(mining, StatedType(field));
     }
     AddAttribute(mining, "importance", "importance", described);
     return described;
@@ -141,7 +119,7 @@ Json DescribeTarget(const XmlNode& field, const XmlNode& mining, const XmlNode& 
     for (const XmlNode* value : target.Children("TargetValue")) {
         Json one = Json::object();
         if (value->Has("value")) {
-            one["value"] = ValueOf((*value)["value"], field["dataType"]);
+            one["value"] = ValueOf((*value)["value"], StatedType(field));
         }
         for (const char* attribute : {"displayValue", "priorProbability", "defaultValue"}) {
             AddAttribute(*value, attribute, attribute, one);
@@ -151,14 +129,31 @@ Json DescribeTarget(const XmlNode& field, const XmlNode& mining, const XmlNode& 
     return described;
 }
 
-Json DescribeDerivedField(const XmlNode& field, bool isLocal) {
+Json DescribeDerivedField(const XmlNode& field, bool isLocal, const StatedTypes& types) {
     Json described = DescribeDataField(field);
     const XmlNode& expression = ExpressionOf(field);
     described["expression"] = expression.name;
     described["source"] = SourceOf(expression);
-    described["formula"] = ExpressionText(expression);
+    described["formula"] = ExpressionText(expression, types, StatedType(field));
     described["local"] = isLocal;
     return described;
+}
+
+Json DescribeFunction(const XmlNode& function, StatedTypes types) {
+    types.fields.clear();
+    Json parameters = Json::array();
+    for (const XmlNode* parameter : function.Children("ParameterField")) {
+        parameters.push_back({{"name", (*parameter)["name"]},
+                              {"label", LabelOf(*parameter)},
+                              {"type", StatedType(*parameter)},
+                              {"level", (*parameter)["optype"]}});
+        types.fields.emplace((*parameter)["name"], StatedType(*parameter));
+    }
+    return {{"name", function["name"]},
+            {"type", StatedType(function)},
+            {"level", function["optype"]},
+            {"parameters", parameters},
+            {"formula", ExpressionText(ExpressionOf(function), types, StatedType(function))}};
 }
 
 } // namespace veltrane::host

@@ -2,6 +2,7 @@
 #define VELTRANE_HOST_FIELD_DESCRIPTION_H
 
 #include "documents/xml_tree.h"
+#include "formulas/expression_text.h"
 
 #include <nlohmann/json.hpp>
 
@@ -26,10 +27,11 @@ nlohmann::ordered_json DescribeTarget(const XmlNode& field, const XmlNode& minin
 
 /// A DerivedField with its expression as a formula.
 /// @param isLocal whether it belongs to one model
-nlohmann::ordered_json DescribeDerivedField(const XmlNode& field, bool isLocal);
+nlohmann::ordered_json DescribeDerivedField(const XmlNode& field, bool isLocal, const StatedTypes& types);
 
-/// An attribute as a number where the text is one, else as the text.
-nlohmann::ordered_json NumberOrText(const std::string& text);
+/// A DefineFunction: name, type, level, parameters, and its expression as a formula.
+/// @param types of the document; inside, a function knows its parameters alone
+nlohmann::ordered_json DescribeFunction(const XmlNode& function, StatedTypes types);
 
 } // namespace veltrane::host
 

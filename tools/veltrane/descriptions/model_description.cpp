@@ -1,7 +1,9 @@
 #include "descriptions/model_description.h"
 
-#include "descriptions/expression_text.h"
+#include "descriptions/document_description.h"
 #include "descriptions/field_description.h"
+#include "formulas/expression_text.h"
+#include "formulas/stated_values.h"
 
 #include <algorithm>
 #include <set>
@@ -98,12 +100,13 @@ public:
         : fFacts(facts), fFace(face), fData(facts.dictionary.Children("DataField")),
           fMining(facts.model.Child("MiningSchema").Children("MiningField")), fTarget(TargetName()) {}
 
+    /// Further targets are none.
     Json Inputs() const {
         Json inputs = Json::array();
         std::set<std::string> names;
         for (const XmlNode* mining : fMining) {
             const std::string& name = (*mining)["name"];
-            if (name == fTarget || !names.insert(name).second) {
+            if (name == fTarget || IsTarget(*mining) || !names.insert(name).second) {
                 continue;
             }
             inputs.push_back(DescribeInput(Named(fData, "name", name), *mining, "active"));
@@ -147,7 +150,7 @@ private:
     std::string fTarget;
 };
 
-Json DescribeOutput(const XmlNode& field) {
+Json DescribeOutput(const XmlNode& field, const StatedTypes& types) {
     Json described = {{"name", field["name"]}, {"column", nullptr}};
     described["label"] = field.Has("displayName") ? field["displayName"] : field["name"];
     described["type"] = field["dataType"];
@@ -159,7 +162,7 @@ Json DescribeOutput(const XmlNode& field) {
         }
     }
     if (const XmlNode& expression = ExpressionOf(field); !expression.name.empty()) {
-        described["formula"] = ExpressionText(expression);
+        described["formula"] = ExpressionText(expression, types, StatedType(field));
     }
     return described;
 }
@@ -173,8 +176,10 @@ Json DescribeOutputs(const DocumentFacts& facts, const ModelFace& face) {
         left.erase(face.columns.front());
         outputs.push_back({{"name", nullptr}, {"column", face.columns.front()}, {"feature", "prediction"}});
     }
+    StatedTypes types = TypesOf(facts);
     for (const XmlNode* field : facts.model.Child("Output").Children("OutputField")) {
-        outputs.push_back(DescribeOutput(*field));
+        outputs.push_back(DescribeOutput(*field, types));
+        types.fields.emplace((*field)["name"], StatedType(*field));
         if (left.erase((*field)["name"]) > 0) {
             outputs.back()["column"] = (*field)["name"];
         }
@@ -185,17 +190,6 @@ Json DescribeOutputs(const DocumentFacts& facts, const ModelFace& face) {
         }
     }
     return outputs;
-}
-
-Json DescribeDerivedFields(const DocumentFacts& facts) {
-    Json derived = Json::array();
-    for (const XmlNode* field : facts.transformations.Children("DerivedField")) {
-        derived.push_back(DescribeDerivedField(*field, false));
-    }
-    for (const XmlNode* field : facts.model.Child("LocalTransformations").Children("DerivedField")) {
-        derived.push_back(DescribeDerivedField(*field, true));
-    }
-    return derived;
 }
 
 } // namespace
@@ -226,11 +220,7 @@ Json DescribeModel(const DocumentFacts& facts, const DocumentOutline& outline, s
     description["inputs"] = fields.Inputs();
     description["target"] = fields.Target();
     description["outputs"] = DescribeOutputs(facts, face);
-    description["fields"] = Json::array();
-    for (const XmlNode* field : facts.dictionary.Children("DataField")) {
-        description["fields"].push_back(DescribeDataField(*field));
-    }
-    description["derivedFields"] = DescribeDerivedFields(facts);
+    description.update(DescribeFields(facts));
     return description;
 }
 

@@ -1,3 +1,4 @@
+#include "descriptions/field_tables.h"
 #include "descriptions/model_description.h"
 #include "descriptions/shown_values.h"
 #include "run/table.h"
@@ -18,17 +19,6 @@ constexpr std::string_view kMissing = "missing";
 std::string TextOf(const Json& object, const char* key) {
     const auto found = object.find(key);
     return found == object.end() ? "" : ValueText(*found);
-}
-
-/// Texts one behind the other, without the empty ones.
-std::string Joined(const std::vector<std::string>& texts, const char* separator) {
-    std::string joined;
-    for (const std::string& text : texts) {
-        if (!text.empty()) {
-            joined += (joined.empty() ? "" : separator) + text;
-        }
-    }
-    return joined;
 }
 
 std::string SizeText(const Json& size) {
@@ -128,56 +118,6 @@ std::string TreatmentsText(const Json& field) {
                   "; ");
 }
 
-std::string PrefixedList(const char* prefix, const Json& list) {
-    return list.empty() ? "" : prefix + ListText(list, RangeText);
-}
-
-/// All that a field says of its values.
-std::string ValuesText(const Json& field) {
-    return Joined({ListText(field["categories"], CategoryText), ListText(field["ranges"], RangeText),
-                   PrefixedList("missing: ", field["missingValues"]),
-                   PrefixedList("invalid: ", field["invalidValues"])},
-                  "; ");
-}
-
-/// Whether one of the fields is called otherwise than it is named, so that the table has a column for it.
-bool HaveLabels(const Json& fields) {
-    return std::any_of(fields.begin(), fields.end(), [](const Json& field) { return field["label"] != field["name"]; });
-}
-
-/// A table of fields: what all fields have, then more.
-class FieldsTable {
-public:
-    FieldsTable(const Json& fields, const std::vector<std::string>& more)
-        : fHasLabels(HaveLabels(fields)), fTable(Headings(fHasLabels, more)) {}
-
-    void Add(const Json& field, const std::vector<std::string>& more) {
-        std::vector<std::string> cells{field["name"]};
-        if (fHasLabels) {
-            cells.push_back(field["label"]);
-        }
-        cells.insert(cells.end(), {field["type"], field["level"]});
-        cells.insert(cells.end(), more.begin(), more.end());
-        fTable.AddRow(std::move(cells));
-    }
-
-    const Table& Get() const { return fTable; }
-
-private:
-    static std::vector<std::string> Headings(bool hasLabels, const std::vector<std::string>& more) {
-        std::vector<std::string> headings{"name"};
-        if (hasLabels) {
-            headings.emplace_back("label");
-        }
-        headings.insert(headings.end(), {"type", "level"});
-        headings.insert(headings.end(), more.begin(), more.end());
-        return headings;
-    }
-
-    bool fHasLabels;
-    Table fTable;
-};
-
 Table InputsTable(const Json& inputs) {
     FieldsTable table(inputs, {"role", "values", "treatments"});
     for (const Json& field : inputs) {
@@ -219,18 +159,6 @@ Table OutputsTable(const Json& outputs) {
     return table;
 }
 
-Table DerivedTable(const Json& derivedFields) {
-    FieldsTable table(derivedFields, {"values", "formula"});
-    for (const Json& field : derivedFields) {
-        table.Add(field, {ValuesText(field), field["formula"]});
-    }
-    return table.Get();
-}
-
-std::string Section(const char* title, const Table& table) {
-    return fmt::format("{}\n\n{}\n", title, table.Text());
-}
-
 } // namespace
 
 std::string ModelTables(const Json& description) {
@@ -247,6 +175,9 @@ std::string ModelTables(const Json& description) {
     }
     if (!description["derivedFields"].empty()) {
         text += Section("Derived fields", DerivedTable(description["derivedFields"]));
+    }
+    if (!description["functions"].empty()) {
+        text += Section("Functions", FunctionsTable(description["functions"]));
     }
     text.pop_back();
     return text;

@@ -23,6 +23,10 @@ using factory::DocumentRefused;
 
 namespace {
 
+constexpr std::u16string_view kPrefixDeclaration = u"xmlns:";
+/// What the name spaces of all versions of PMML begin with.
+constexpr std::u16string_view kPmmlNameSpace = u"http://www.dmg.org/PMML-";
+
 constexpr const char* kTooMuchMemory = "the document takes more memory than one of its size may";
 
 } // namespace
@@ -90,7 +94,37 @@ void BoundedHandlers::startElement(const XMLCh*, const XMLCh*, const XMLCh* name
     }
     CountName(name);
     CountItems(attributes);
+    DeclarePrefixes(attributes);
     OnElement(name, attributes);
+}
+
+void BoundedHandlers::DeclarePrefixes(const xercesc::Attributes& attributes) {
+    for (XMLSize_t at = 0; at < attributes.getLength(); ++at) {
+        const std::u16string_view name = attributes.getQName(at);
+        if (name.starts_with(kPrefixDeclaration)) {
+            const std::u16string prefix(name.substr(kPrefixDeclaration.size()));
+            fArePmmls[prefix].push_back(std::u16string_view(attributes.getValue(at)).starts_with(kPmmlNameSpace));
+            fPrefixes.push_back({prefix, fDepth});
+        }
+    }
+}
+
+void BoundedHandlers::ForgetPrefixes() {
+    while (!fPrefixes.empty() && fPrefixes.back().depth == fDepth) {
+        fArePmmls[fPrefixes.back().text].pop_back();
+        fPrefixes.pop_back();
+    }
+}
+
+const XMLCh* BoundedHandlers::WithoutPrefix(const XMLCh* name) const {
+    const std::u16string_view whole(name);
+    const std::size_t colon = fPrefixes.empty() ? whole.npos : whole.find(u':');
+    if (colon == whole.npos) {
+        return name;
+    }
+    const auto declared = fArePmmls.find(std::u16string(whole.substr(0, colon)));
+    const bool isPmml = declared != fArePmmls.end() && !declared->second.empty() && declared->second.back();
+    return isPmml ? name + colon + 1 : name;
 }
 
 /// Declared defaults and elements within entities cost the document nothing, however many there are.
@@ -114,6 +148,7 @@ void BoundedHandlers::CountName(const XMLCh* name) {
 
 void BoundedHandlers::endElement(const XMLCh*, const XMLCh*, const XMLCh* name) {
     OnElementEnd(name);
+    ForgetPrefixes();
     --fDepth;
 }
 

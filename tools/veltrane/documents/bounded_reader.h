@@ -8,7 +8,9 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 namespace veltrane::host {
 
@@ -27,6 +29,9 @@ protected:
     /// The level of the element at hand; 1 is the root.
     std::size_t Depth() const { return fDepth; }
 
+    /// The name of the element at hand without its prefix where that stands for PMML, else the name as it is.
+    const XMLCh* WithoutPrefix(const XMLCh* name) const;
+
     virtual void OnElement(const XMLCh* name, const xercesc::Attributes& attributes) = 0;
     virtual void OnElementEnd(const XMLCh*) {}
     virtual void OnText(std::u16string_view) {}
@@ -38,6 +43,8 @@ private:
     void Parse(std::istream& in);
     void CountItems(const xercesc::Attributes& attributes);
     void CountName(const XMLCh* name);
+    void DeclarePrefixes(const xercesc::Attributes& attributes);
+    void ForgetPrefixes();
     [[noreturn]] void Refuse(const std::string& reason);
 
     void startElement(const XMLCh*, const XMLCh*, const XMLCh* name, const xercesc::Attributes& attributes) final;
@@ -54,6 +61,13 @@ private:
     factory::MeteredMemory fMemory;
     std::unordered_set<std::size_t> fNames; ///< hashes of the names of elements and attributes
     std::size_t fDepth = 0;
+    /// A prefix and the level of the element that declares it.
+    struct Prefix {
+        std::u16string text;
+        std::size_t depth;
+    };
+    std::vector<Prefix> fPrefixes;                                   ///< on the way down to the element at hand
+    std::unordered_map<std::u16string, std::vector<bool>> fArePmmls; ///< by prefix; the last declaration counts
     std::size_t fEntityDepth = 0;
     std::uint64_t fItems = 0;
     const xercesc::Locator* fLocator = nullptr;

@@ -20,6 +20,9 @@ namespace veltrane::host {
 
 namespace {
 
+constexpr int kMissingNode = static_cast<int>(MCVeltrane_900::Message::MISSING_NODE);
+constexpr const char* kDerivedFields = "TransformationDictionary";
+
 /// Receives an object through a pointer argument. It is owned even where the call that made it throws in the end.
 template <typename T>
 struct OutPointer {
@@ -90,11 +93,18 @@ Document ReadAnyDocument(DocumentFile& file, const std::string& encoding) {
     return document;
 }
 
-std::unique_ptr<veltrane_kit::Transformations> ReadTransformations(const std::string& path,
-                                                                   const std::string& encoding) {
+StandardFields ReadStandardFields(const std::string& path, const std::string& encoding) {
     StartLibrary();
     DocumentFile file(path, kCannotOpenDocument);
-    if (ReadOutline(file.Stream()).fault) {
+    const DocumentOutline outline = ReadPmmlOutline(file);
+    StandardFields read{ReadTransformations(file, outline, encoding), MissingTextsIn(encoding, outline)};
+    RequireDerivedFields(!read.transformations->Derived().IsEmpty(), path);
+    return read;
+}
+
+std::unique_ptr<veltrane_kit::Transformations> ReadTransformations(DocumentFile& file, const DocumentOutline& outline,
+                                                                   const std::string& encoding) {
+    if (outline.fault) {
         ReadPmml(file, encoding); // which refuses it in the library's words
     }
     std::unique_ptr<veltrane_kit::Transformations> read;
@@ -106,14 +116,14 @@ std::unique_ptr<veltrane_kit::Transformations> ReadTransformations(const std::st
     if (read == nullptr) {
         throw AnotherRoot(file, "no PMML");
     }
-    if (read->Derived().IsEmpty()) {
-        RequireDerivedFields(ReadPmml(file, encoding), path);
+    if (!outline.elements.contains(kDerivedFields)) {
+        throw ExplainedFailure(ToldText(kMissingNode, kDerivedFields), ExplainMissingNode(file, outline));
     }
     return read;
 }
 
-void RequireDerivedFields(const Document& document, const std::string& path) {
-    if (!document.derivedFields) {
+void RequireDerivedFields(bool hasDerivedFields, const std::string& path) {
+    if (!hasDerivedFields) {
         throw Failure(path + ": the document has no derived fields");
     }
 }

@@ -3,8 +3,10 @@
 
 #include <MCVeltrane_900/Messages.h>
 
+#include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace MCVeltrane_900 {
 class ScoreDictionary;
@@ -18,6 +20,7 @@ class Transformations;
 namespace veltrane::host {
 
 class DocumentFile;
+struct DocumentOutline;
 
 /// Code of the message with which the library tells of a document that it cannot open on this road.
 inline constexpr int kCannotOpenDocument = static_cast<int>(MCVeltrane_900::Message::CANNOT_OPEN_FILE);
@@ -41,14 +44,24 @@ Document ReadDocument(const std::string& path, const std::string& encoding);
 /// started.
 Document ReadAnyDocument(DocumentFile& file, const std::string& encoding);
 
+/// What a document with the meaning of PMML gives for cases.
+struct StandardFields {
+    std::shared_ptr<veltrane_kit::Transformations> transformations;
+    std::map<std::string, std::vector<std::string>> missingTexts; ///< in the encoding
+};
+
 /// Reads the derived fields of a document with the meaning of PMML. Throws a `VTException` for a document that cannot
 /// be read, and a `Failure` for one that is no PMML or has no derived fields.
-std::unique_ptr<veltrane_kit::Transformations> ReadTransformations(const std::string& path,
+StandardFields ReadStandardFields(const std::string& path, const std::string& encoding);
+
+/// The derived fields of a document in memory. There may be no derived fields, but there is the place for them. The
+/// library has been started.
+std::unique_ptr<veltrane_kit::Transformations> ReadTransformations(DocumentFile& file, const DocumentOutline& outline,
                                                                    const std::string& encoding);
 
 /// Throws a `Failure` when there are no derived fields.
 /// @param path of the document, for the message
-void RequireDerivedFields(const Document& document, const std::string& path);
+void RequireDerivedFields(bool hasDerivedFields, const std::string& path);
 
 } // namespace veltrane::host
 

@@ -2,6 +2,7 @@
 
 #include "documents/document_file.h"
 #include "documents/document_outline.h"
+#include "documents/library_functions.h"
 #include "documents/model_list.h"
 #include "run/report.h"
 
@@ -146,24 +147,22 @@ std::string SearchedModel(const DocumentOutline& outline, const ModelList& list)
     return name == list.names.end() ? "" : *name;
 }
 
-/// Who wants the derived fields of a document of another kind may want its predictions.
-std::string ExplainMissingNode(const DocumentFile& document, const DocumentOutline& outline) {
-    if (outline.elements.contains("TransformationDictionary")) {
-        return {};
-    }
-    if (outline.models.empty()) {
-        return document.Name() + ": the document has no derived fields, and no model either";
-    }
-    return fmt::format("{}: the document has no derived fields outside of its model; \"veltrane score\" scores that",
-                       document.Name());
-}
-
 /// The function that an Apply names may be one of the document's own.
 std::string ExplainUnknownFunction(const DocumentFile& document, const DocumentOutline& outline) {
     if (!outline.elements.contains("DefineFunction")) {
         return {};
     }
-    return document.Name() + ": functions that a document defines itself (DefineFunction) are not read";
+    return document.Name() + ": the library alone reads no functions that a document defines itself (DefineFunction)";
+}
+
+/// A function that is none in PMML may be one of the library's.
+std::string ExplainForeignFunction(const DocumentFile& document, std::string_view function) {
+    if (function.empty()) {
+        return {};
+    }
+    return fmt::format("{}: PMML has no function \"{}\", but the library alone does: \"veltrane transform --plain\" "
+                       "computes it",
+                       document.Name(), function);
 }
 
 } // namespace
@@ -223,6 +222,18 @@ std::string ExplainUnsupported(const DocumentFile& document, const DocumentOutli
     return fmt::format("{}: the document's model is {}; {}", document.Name(), KindsText(outline), PluginsText(list));
 }
 
+// Who wants the derived fields of a document of another kind may want its predictions.
+std::string ExplainMissingNode(const DocumentFile& document, const DocumentOutline& outline) {
+    if (outline.elements.contains("TransformationDictionary")) {
+        return {};
+    }
+    if (outline.models.empty()) {
+        return document.Name() + ": the document has no derived fields, and no model either";
+    }
+    return fmt::format("{}: the document has no derived fields outside of its model; \"veltrane score\" scores that",
+                       document.Name());
+}
+
 std::string ExplainMissingPlugin(const std::string& model) {
     if (model.empty()) {
         return {};
@@ -250,6 +261,9 @@ std::string Explain(const VTException& failure, DocumentFile& document, const Mo
     }
     if (message == Message::UNSUPPORTED_VALUE && failure.GetErrorMessage().find("'function'") != std::string::npos) {
         return ExplainUnknownFunction(document, ReadOutline(document.Stream()));
+    }
+    if (message == Message::INVALID_ATTRIBUTE_VALUE_IN) {
+        return ExplainForeignFunction(document, LibraryFunctionIn(failure.GetErrorMessage()));
     }
     return {};
 }

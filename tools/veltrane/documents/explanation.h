@@ -31,6 +31,9 @@ std::string PluginsText(const ModelList& list);
 /// What a document has in the place of a model for which there is a plug-in.
 std::string ExplainUnsupported(const DocumentFile& document, const DocumentOutline& outline, const ModelList& list);
 
+/// What there is in a document without a TransformationDictionary; empty for one that has it.
+std::string ExplainMissingNode(const DocumentFile& document, const DocumentOutline& outline);
+
 /// Why the plug-in for a model cannot be used, with the words of the system's loader.
 std::string ExplainMissingPlugin(const std::string& model);
 

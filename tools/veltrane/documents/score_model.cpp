@@ -60,6 +60,18 @@ void TakeModel(LoadedModel& loaded, const DocumentOutline& outline, std::size_t 
     }
 }
 
+/// Most documents have one model, of a kind in the list: then a look at their bytes tells what a parser would, and what
+/// is wrong in them the library tells as well.
+DocumentOutline OutlineOf(DocumentFile& document, const ModelList& list, const std::optional<std::string>& wanted) {
+    if (!wanted) {
+        const std::optional<DocumentOutline> glance = GlanceAtOutline(document.Bytes());
+        if (glance && glance->models.size() == 1 && list.Has(glance->models.front().element)) {
+            return *glance;
+        }
+    }
+    return ReadPmmlOutline(document);
+}
+
 std::unique_ptr<ScoreModel> BuildModel(LoadedModel& loaded, const std::string& encoding) {
     try {
         return std::unique_ptr<ScoreModel>(
@@ -72,13 +84,18 @@ std::unique_ptr<ScoreModel> BuildModel(LoadedModel& loaded, const std::string& e
 } // namespace
 
 LoadedModel LoadModel(const std::string& document, const std::optional<std::string>& models,
-                      const std::optional<std::string>& wanted, const std::string& encoding) {
+                      const std::optional<std::string>& wanted, const std::string& encoding,
+                      const DocumentChange& change) {
     const ModelList list = StartLibrary(models);
     DocumentFile file(document, kCannotOpen);
-    const DocumentOutline outline = ReadOutline(file.Stream());
+    // What a caller changes for the library alone has names as they are written.
+    const DocumentOutline outline = change ? ReadOutline(file.Stream()) : OutlineOf(file, list, wanted);
     std::optional<std::size_t> place;
     if (!outline.fault) { // else the library tells it
         place = ChooseModel(outline, list, wanted, document);
+    }
+    if (place && change) {
+        change(file, *place);
     }
     LoadedModel loaded = LoadModel(std::move(file), list, outline, place, encoding);
     if (place && !wanted && outline.models.size() > 1) {
@@ -89,7 +106,7 @@ LoadedModel LoadModel(const std::string& document, const std::optional<std::stri
 
 LoadedModel LoadModel(DocumentFile document, ModelList list, const DocumentOutline& outline,
                       std::optional<std::size_t> place, const std::string& encoding) {
-    LoadedModel loaded{nullptr, std::move(document), std::move(list), {}};
+    LoadedModel loaded{nullptr, std::move(document), std::move(list), MissingTextsIn(encoding, outline), {}};
     if (place) {
         TakeModel(loaded, outline, *place);
     }

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -29,6 +30,11 @@ InputFile::~InputFile() {
     if (fDescriptor != STDIN_FILENO) {
         ::close(fDescriptor);
     }
+}
+
+bool InputFile::IsReady() const {
+    pollfd input{fDescriptor, POLLIN, 0};
+    return fSize || ::poll(&input, 1, 0) > 0;
 }
 
 std::size_t InputFile::Read(char* buffer, std::size_t size) {

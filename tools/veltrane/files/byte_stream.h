@@ -53,6 +53,9 @@ public:
     std::optional<std::uint64_t> Size() const { return fSize; }
     std::uint64_t BytesRead() const { return fBytesRead; }
 
+    /// Whether the next `Read` gives bytes, or tells the end, without waiting for them.
+    bool IsReady() const;
+
 private:
     std::string fName;
     int fDescriptor;

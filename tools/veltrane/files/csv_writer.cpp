@@ -16,10 +16,17 @@ void AppendNumber(std::string& text, double number) {
     text.append(digits.data(), end);
 }
 
-CsvWriter::CsvWriter(ByteSink& sink, char delimiter) : fSink(sink), fDelimiter(delimiter) {
+CsvQuoting::CsvQuoting(char delimiter) {
     for (const char special : {delimiter, '"', '\r', '\n'}) {
         fNeedsQuotes[static_cast<unsigned char>(special)] = true;
     }
+}
+
+bool CsvQuoting::Needs(std::string_view text) const {
+    return std::any_of(text.begin(), text.end(), [this](unsigned char c) { return fNeedsQuotes[c]; });
+}
+
+CsvWriter::CsvWriter(ByteSink& sink, char delimiter) : fSink(sink), fDelimiter(delimiter), fQuoting(delimiter) {
     fBuffer.reserve(2 * kFlushSize);
 }
 
@@ -31,22 +38,11 @@ void CsvWriter::BeginCell() {
 
 void CsvWriter::Text(std::string_view text) {
     BeginCell();
-    if (std::any_of(text.begin(), text.end(), [this](unsigned char c) { return fNeedsQuotes[c]; })) {
-        Quoted(text);
+    if (fQuoting.Needs(text)) {
+        CsvQuoting::Quote(text, [this](char c) { fBuffer.push_back(c); });
     } else {
         fBuffer.append(text);
     }
-}
-
-void CsvWriter::Quoted(std::string_view text) {
-    fBuffer.push_back('"');
-    for (const char c : text) {
-        if (c == '"') {
-            fBuffer.push_back('"');
-        }
-        fBuffer.push_back(c);
-    }
-    fBuffer.push_back('"');
 }
 
 void CsvWriter::Number(double number) {
@@ -56,13 +52,31 @@ void CsvWriter::Number(double number) {
 
 void CsvWriter::EndRow() {
     if (fCells == 1 && fBuffer.size() == fRowStart) {
-        fBuffer.append("\"\"");
+        fBuffer.append(kEmptyRow);
     }
     fBuffer.push_back('\n');
     fCells = 0;
     fRowStart = fBuffer.size();
     if (fRowStart >= kFlushSize) {
         Flush();
+    }
+}
+
+/// Flushes behind the same rows as if they came one by one.
+void CsvWriter::Rows(std::string_view rows, std::span<const std::uint32_t> ends, std::size_t start) {
+    auto next = ends.begin();
+    while (next != ends.end()) {
+        const std::size_t wanted = start + kFlushSize - fRowStart;
+        const auto full = std::lower_bound(next, ends.end(), wanted);
+        const auto last = full == ends.end() ? full - 1 : full;
+        fBuffer.append(rows.substr(0, *last - start));
+        rows.remove_prefix(*last - start);
+        start = *last;
+        next = last + 1;
+        fRowStart = fBuffer.size();
+        if (fRowStart >= kFlushSize) {
+            Flush();
+        }
     }
 }
 

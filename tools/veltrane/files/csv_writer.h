@@ -5,10 +5,39 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
 namespace veltrane::host {
+
+/// Which cells are quoted: those that hold the delimiter, a quote or a line end.
+class CsvQuoting {
+public:
+    explicit CsvQuoting(char delimiter);
+
+    bool Needs(std::string_view text) const;
+
+    /// Hands over the text between quotes, its own ones doubled, byte by byte.
+    template <typename Put>
+    static void Quote(std::string_view text, const Put& put) {
+        put('"');
+        for (const char c : text) {
+            if (c == '"') {
+                put('"');
+            }
+            put(c);
+        }
+        put('"');
+    }
+
+private:
+    std::array<bool, 256> fNeedsQuotes{};
+};
+
+/// The row that stands for a single empty cell: many readers skip an empty line.
+inline constexpr std::string_view kEmptyRow = "\"\"";
 
 /// Writes CSV, cell by cell, with LF behind each row. A cell is quoted where RFC 4180 asks for it. Whole rows are
 /// gathered and go to the sink together.
@@ -26,19 +55,23 @@ public:
     /// A missing value: an empty cell.
     void Empty() { BeginCell(); }
 
-    /// Ends the row. One with a single empty cell is written as `""`: many readers skip an empty line.
+    /// Ends the row. One with a single empty cell is written as kEmptyRow.
     void EndRow();
+
+    /// Takes rows that are written already. Between two rows only.
+    /// @param ends where each of them ends, its LF included, counted from some place
+    /// @param start of the first one, counted from there
+    void Rows(std::string_view rows, std::span<const std::uint32_t> ends, std::size_t start);
 
     /// Hands on what has been gathered. Rows that have not ended stay behind.
     void Flush();
 
 private:
     void BeginCell();
-    void Quoted(std::string_view text);
 
     ByteSink& fSink;
     char fDelimiter;
-    std::array<bool, 256> fNeedsQuotes{};
+    CsvQuoting fQuoting;
     std::string fBuffer;
     std::size_t fRowStart = 0;
     std::size_t fCells = 0; ///< of the row under way

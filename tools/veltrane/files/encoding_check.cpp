@@ -42,7 +42,7 @@ bool IsUtf8(std::string_view bytes) {
 }
 
 /// Whether ASCII bytes mean themselves whatever stands in front of them: not where an escape changes their meaning.
-bool KeepsAscii(const UConverter* converter) {
+bool MeansAsciiBytes(const UConverter* converter) {
     switch (ucnv_getType(converter)) {
     case UCNV_SBCS:
     case UCNV_DBCS:
@@ -81,7 +81,7 @@ EncodingCheck::EncodingCheck(const std::string& name) : fProblem("is not text in
         throw std::invalid_argument("unknown encoding \"" + name + "\"");
     }
     fIsUtf8 = ucnv_getType(fConverter.get()) == UCNV_UTF8;
-    fKeepsAscii = KeepsAscii(fConverter.get());
+    fKeepsAscii = MeansAsciiBytes(fConverter.get());
     fHasHighControls = !IsWindowsPage(fConverter.get());
 }
 

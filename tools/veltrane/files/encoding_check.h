@@ -22,6 +22,9 @@ public:
     /// Whether all bytes are characters of the encoding, the last one whole. ASCII costs a look at each eight bytes.
     bool Holds(std::string_view bytes) const;
 
+    /// Whether every text of ASCII bytes is that text.
+    bool KeepsAscii() const { return fKeepsAscii; }
+
     /// What is wrong with bytes that are not, as the end of a sentence that begins with them.
     const char* Problem() const { return fProblem.c_str(); }
 
@@ -35,7 +38,7 @@ private:
     std::unique_ptr<UConverter, Closer> fConverter;
     std::string fProblem;
     bool fIsUtf8 = false;
-    bool fKeepsAscii = false;     ///< whether every text of ASCII bytes is that text
+    bool fKeepsAscii = false;
     bool fHasHighControls = true; ///< whether the control characters from 0x80 on are characters of the encoding
 };
 

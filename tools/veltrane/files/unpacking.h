@@ -37,6 +37,9 @@ public:
 
     std::size_t Read(char* buffer, std::size_t size) override;
 
+    /// Whether the file is packed, from the first `Read` on.
+    bool IsPacked() const { return fUnpacker != nullptr; }
+
 private:
     void ReadStart();
     void ReadMore();

@@ -17,6 +17,7 @@ const std::map<std::string, Values> kValues{
     {"-o", Values::FILES},        {"--rejects", Values::FILES},   {"--models", Values::FILES},
     {"--model", Values::MODELS},  {"--encoding", Values::LISTED}, {"--delimiter", Values::LISTED},
     {"--option", Values::LISTED}, {"--missing", Values::FREE},    {"--max-errors", Values::FREE},
+    {"--threads", Values::FREE},
 };
 
 /// An option is looked up by its last name.
@@ -53,7 +54,7 @@ CommandWord WordOf(const CLI::Option& option) {
 std::vector<CommandWord> Words(const CLI::App& command, bool files) {
     std::vector<CommandWord> words;
     for (const CLI::Option* option : command.get_options()) {
-        if (option->get_positional() == files) {
+        if (option->get_positional() == files && !option->get_group().empty()) {
             words.push_back(WordOf(*option));
         }
     }

@@ -85,6 +85,14 @@ std::vector<std::string> PredictionColumns::Names() const {
     return names;
 }
 
+std::vector<DateForm> PredictionColumns::DateForms() const {
+    std::vector<DateForm> forms{fPredicted.dateForm};
+    for (const Column& output : fOutputs) {
+        forms.push_back(output.dateForm);
+    }
+    return forms;
+}
+
 void PredictionColumns::WriteHeader(CsvWriter& writer) const {
     writer.Text(fPredicted.name);
     for (const std::string& output : fOutputNames) {

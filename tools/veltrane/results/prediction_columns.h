@@ -32,6 +32,9 @@ public:
 
     /// The names of all columns, in their order.
     std::vector<std::string> Names() const;
+    /// In which form each column has date-times.
+    std::vector<DateForm> DateForms() const;
+
     void WriteHeader(CsvWriter& writer) const;
 
     /// @param result of a case that was scored

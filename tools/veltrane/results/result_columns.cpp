@@ -6,6 +6,7 @@
 #include <MCVeltrane_900/TransformationDictionary.h>
 
 #include <algorithm>
+#include <kit/inputs/host_values.h>
 #include <kit/inputs/missing_value.h>
 #include <typeinfo>
 
@@ -24,6 +25,27 @@ DateForm DateFormOf(const ScoreDictVar& variable) {
         return DateForm::TIME;
     default:
         return DateForm::DATE_TIME;
+    }
+}
+
+DateForm DateFormOf(veltrane_kit::DataType type) {
+    return type == veltrane_kit::DataType::DATE   ? DateForm::DATE
+           : type == veltrane_kit::DataType::TIME ? DateForm::TIME
+                                                  : DateForm::DATE_TIME;
+}
+
+void WriteValue(const veltrane_kit::Value& value, CsvWriter& writer, std::string& scratch) {
+    if (value.isMissing) {
+        writer.Empty();
+    } else if (veltrane_kit::IsNumber(value.type) || veltrane_kit::IsCounting(value.type)) {
+        writer.Number(value.number);
+    } else if (veltrane_kit::IsMoment(value.type)) {
+        scratch.clear();
+        AppendDate(scratch, veltrane_kit::MakeMoment(value).GetDoubleValue(ScoreDictVar::DT_DATETIME),
+                   DateFormOf(value.type));
+        writer.Text(scratch);
+    } else {
+        writer.Text(veltrane_kit::TextOf(value, scratch));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "cases/date_text.h"
 #include "files/csv_writer.h"
 
+#include <kit/values/values.h>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,12 @@ namespace veltrane::host {
 
 /// The textual form in which the date-times of a field are written, whatever its storage type counts.
 DateForm DateFormOf(const MCVeltrane_900::ScoreDictVar& variable);
+
+/// The same of a date, a time, or any other type for both.
+DateForm DateFormOf(veltrane_kit::DataType type);
+
+/// Writes a value of a type of the standard, a date or a time too.
+void WriteValue(const veltrane_kit::Value& value, CsvWriter& writer, std::string& scratch);
 
 /// Writes a value as a cell: a number, a text, or a date-time in the given form; null and a missing value, whatever its
 /// type, as an empty cell.

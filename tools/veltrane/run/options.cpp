@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <stdexcept>
 #include <string_view>
+#include <thread>
 
 namespace veltrane::host {
 namespace {
@@ -37,6 +38,8 @@ std::string CheckEncoding(const std::string& name) {
         return problem.what();
     }
 }
+
+constexpr const char* kByCase = "--by-case";
 
 constexpr std::string_view kWrittenTab = "\\t";
 
@@ -73,6 +76,16 @@ std::string CheckErrorLimit(const std::string& text) {
     return ErrorLimit::Parse(text) ? "" : "a limit of errors is a number of rows, or a percentage up to 100%";
 }
 
+/// How rows are worked on, which doesn't change what comes out. No help shows the reference that tests compare with.
+void AddRoads(CLI::App& command, CaseOptions& options) {
+    constexpr std::size_t kMostThreads = 1024;
+    options.threads = std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kMostThreads);
+    command.add_option("--threads", options.threads, "work on the rows with so many threads; all cores without it")
+        ->type_name("N")
+        ->check(CLI::Range(std::size_t{1}, kMostThreads, "number of threads"));
+    command.add_flag(kByCase, options.byCase, "work on the rows one by one")->group("");
+}
+
 /// @param results what the output holds, for the help
 void AddCases(CLI::App& command, CaseOptions& options, std::string& delimiter, const std::string& results) {
     NamesFile(command.add_option("CASES", options.cases, "CSV file with a header of field names; - is standard input"))
@@ -104,10 +117,12 @@ void AddCases(CLI::App& command, CaseOptions& options, std::string& delimiter, c
         ->type_name("N|P%")
         ->check(CLI::Validator(CheckErrorLimit, "", "error limit"));
     command.add_flag("--quiet", options.quiet, "no progress bar, no warnings, no report of single cells and rows");
+    AddRoads(command, options);
 }
 
-void AddPlain(CLI::App& command, bool& plain) {
-    command.add_flag("--plain", plain, "read the derived fields as the library alone does, not by the meaning of PMML");
+CLI::Option& AddPlain(CLI::App& command, bool& plain) {
+    return *command.add_flag("--plain", plain,
+                             "read the derived fields as the library alone does, not by the meaning of PMML");
 }
 
 CLI::App& AddTransform(CLI::App& app, TransformOptions& options, std::string& delimiter) {
@@ -118,15 +133,15 @@ CLI::App& AddTransform(CLI::App& app, TransformOptions& options, std::string& de
     return command;
 }
 
-void AddModels(CLI::App& command, std::optional<std::string>& models) {
-    NamesFile(command.add_option("--models", models,
-                                 "list of the models for which there are plug-ins; the installed one without"))
-        ->type_name("LIST");
+CLI::Option& AddModels(CLI::App& command, std::optional<std::string>& models) {
+    return *NamesFile(command.add_option("--models", models,
+                                         "list of the models for which there are plug-ins; the installed one without"))
+                ->type_name("LIST");
 }
 
-void AddModel(CLI::App& command, std::optional<std::string>& model) {
-    command.add_option("--model", model, "which of several models, by its name or its number in the document")
-        ->type_name("NAME-OR-NUMBER");
+CLI::Option& AddModel(CLI::App& command, std::optional<std::string>& model) {
+    return *command.add_option("--model", model, "which of several models, by its name or its number in the document")
+                ->type_name("NAME-OR-NUMBER");
 }
 
 std::string CheckModelOption(const std::string& text) {
@@ -145,6 +160,7 @@ CLI::App& AddScore(CLI::App& app, ScoreOptions& options, std::string& delimiter,
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false)
         ->check(CLI::Validator(CheckModelOption, "", "model option"));
+    AddPlain(command, options.plain);
     return command;
 }
 
@@ -171,10 +187,11 @@ CLI::App& AddInspect(CLI::App& app, InspectOptions& options) {
     CLI::App& command = *app.add_subcommand("inspect", "Show a document's model, fields and derived fields");
     AddDocument(command, options.document,
                 "document with a model or a TransformationDictionary, or one with the root kord-ml");
-    AddModels(command, options.models);
-    AddModel(command, options.model);
+    CLI::Option& models = AddModels(command, options.models);
+    CLI::Option& model = AddModel(command, options.model);
     AddEncoding(command, options.encoding, "encoding that the texts are read into and the tables are written in");
     command.add_flag("--json", options.json, "write JSON (UTF-8) instead of tables");
+    AddPlain(command, options.plain).excludes(&models, &model); // which the library alone doesn't read
     return command;
 }
 
@@ -196,10 +213,14 @@ std::vector<std::string> CommandNames(const CLI::App& app) {
     return names;
 }
 
+bool IsShown(const CLI::Option* option) {
+    return !option->get_group().empty();
+}
+
 /// The long names of a command's options.
 std::vector<std::string> OptionNames(const CLI::App& command) {
     std::vector<std::string> names;
-    for (const CLI::Option* option : command.get_options()) {
+    for (const CLI::Option* option : command.get_options(IsShown)) {
         for (const std::string& name : option->get_lnames()) {
             names.push_back("--" + name);
         }

@@ -3,6 +3,7 @@
 
 #include "run/error_limit.h"
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -24,15 +25,17 @@ struct CaseOptions {
     std::string cases;
     std::string output = kStandardStream;
     std::string encoding = "UTF-8";
-    char delimiter = ',';
     std::vector<std::string> missingTokens;
-    bool missingColumns = false;          ///< whether the file may lack columns that the document needs
-    bool keep = false;                    ///< whether input columns are kept
-    std::vector<std::string> keptColumns; ///< those, in UTF-8; all of them where none is named
+    std::vector<std::string> keptColumns; ///< where input columns are kept: those, in UTF-8; all without any
+    std::optional<std::string> rejects;   ///< the file that takes what could not be read or scored; none without it
+    ErrorLimit maxErrors;                 ///< how many rows may have errors before the exit code tells of them
+    std::size_t threads = 1;              ///< at least one
+    char delimiter = ',';
+    bool missingColumns = false; ///< whether the file may lack columns that the document needs
+    bool keep = false;           ///< whether input columns are kept
     bool strict = false;
-    std::optional<std::string> rejects; ///< the file that takes what could not be read or scored; none without it
-    ErrorLimit maxErrors;               ///< how many rows may have errors before the exit code tells of them
     bool quiet = false;
+    bool byCase = false; ///< whether rows go one by one that could go through blocks
 };
 
 /// `veltrane transform`.
@@ -47,7 +50,8 @@ struct ScoreOptions : CaseOptions {
     std::optional<std::string> models; ///< the file with the list of models; the installed one without it
     std::optional<std::string> model;  ///< the name or the number of the model; the first that can be scored without it
     std::vector<std::pair<std::string, std::string>>
-        modelOptions; ///< names and values, in the order of the command line
+        modelOptions;   ///< names and values, in the order of the command line
+    bool plain = false; ///< whether shared derived fields mean what the library alone takes them for
 };
 
 /// `veltrane verify`.
@@ -65,6 +69,7 @@ struct InspectOptions {
     std::optional<std::string> model;
     std::string encoding = "UTF-8";
     bool json = false;
+    bool plain = false; ///< whether the document is shown as the library alone reads it
 };
 
 /// `veltrane functions`.

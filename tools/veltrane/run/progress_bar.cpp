@@ -75,11 +75,17 @@ ProgressBar::~ProgressBar() {
 }
 
 void ProgressBar::Update(std::uint64_t rows, std::uint64_t bytes) {
+    if (++fUpdates % kUpdatesPerClockReading == 0) {
+        UpdateMany(rows, bytes);
+    } else {
+        fProgress.rows = rows;
+        fProgress.bytes = bytes;
+    }
+}
+
+void ProgressBar::UpdateMany(std::uint64_t rows, std::uint64_t bytes) {
     fProgress.rows = rows;
     fProgress.bytes = bytes;
-    if (++fUpdates % kUpdatesPerClockReading != 0) {
-        return;
-    }
     const Clock::time_point now = Clock::now();
     if (now >= fNextDrawing) {
         Draw(now);

@@ -31,6 +31,9 @@ public:
     /// Notes how far the run is; draws when it is time to. Cheap enough to be called for each row.
     void Update(std::uint64_t rows, std::uint64_t bytes);
 
+    /// The same for many rows at once.
+    void UpdateMany(std::uint64_t rows, std::uint64_t bytes);
+
     /// Takes the bar off the terminal, so that something else can be written. The next drawing brings it back.
     void Hide();
 

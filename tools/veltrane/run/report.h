@@ -44,6 +44,9 @@ public:
         fRowIsFaulty = false;
     }
 
+    /// Passes rows of which nothing is told.
+    void PassRows(std::uint64_t count) { fRows += count; }
+
     /// Begins the header, which is no row.
     void BeginHeader(std::size_t line) { fLine = line; }
 

@@ -1,0 +1,1 @@
+"""The documents of the corpus, a module a family of models."""

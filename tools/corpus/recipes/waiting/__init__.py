@@ -1,0 +1,1 @@
+"""Documents of kinds of model that no plug-in reads yet."""
