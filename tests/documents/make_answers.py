@@ -13,8 +13,8 @@ HERE = pathlib.Path(__file__).parent
 
 def rows(name):
     with open(HERE / f"{name}.csv", newline="", encoding="utf-8") as file:
-        return [{field: cell if field in ("place", "Carrier", "Zone") else number(cell)
-                 for field, cell in row.items() if field not in ("Grain", "Use", "Press", "rise")}
+        return [{field: cell if field in ("place", "Carrier", "Zone", "Milk") else number(cell)
+                 for field, cell in row.items() if field not in ("Grain", "Use", "Press", "Kind", "rise")}
                 for row in csv.DictReader(file)]
 
 
@@ -96,6 +96,17 @@ def apple(row):
     return ["juice" if row["Sugar"] <= 12.25 else "shop"]
 
 
+def cheese(row):
+    """The confidence of a kind is that of its first rule that holds; the last rule always does."""
+    sure = {"soft": 0.65}
+    if row["Months"] is not None and row["Months"] > 5.5 and row["Salt"] is not None and row["Salt"] <= 2.125 \
+            and row["Milk"] == "cow":
+        sure = {"hard": 23 / 27, **sure}
+    if row["Months"] is not None and row["Months"] <= 0.75:
+        sure = {"fresh": 0.96875, **sure}
+    return [next(iter(sure)), *[sure.get(kind, 0.0) for kind in ("fresh", "soft", "hard")]]
+
+
 def line(value, first, second):
     """The line through two points (value, result)."""
     if value is None:
@@ -129,6 +140,7 @@ DOCUMENTS = {
     "models/mushroom-surrogates": (mushroom, ["Use", *shares(["dye", "food", "none"])]),
     "models/parcel-sets": (parcel, ["Late", *shares(["0", "1"])]),
     "models/apple-binary": (apple, ["Press"]),
+    "models/cheese-rules": (cheese, ["Kind", *("Confidence_" + kind for kind in ("fresh", "soft", "hard"))]),
     "transform/grain-scale": (grain_scale, ["derived_Kernel.Length", "derived_Kernel.Width"]),
     "transform/tide-minmax": (tide, ["level*", "wind*"]),
     "transform/stall-components": (components, ["standard_scaler(visitors)", "standard_scaler(hours)", "pca@1[0]"]),

@@ -119,12 +119,15 @@ public:
                                     {"auxPath", auxPath}});
     }
 
+protected:
+    virtual ScoreModel* NewModel(Lines lines) const { return new RecordingModel(std::move(lines)); }
+
 private:
     ScoreModel* Make(const std::string& operation, Lines lines) {
         lines.insert(lines.begin(), {{"plugin", fPlugin}, {"operation", operation}});
         lines.emplace_back("names", fListTaken ? fNames : "not passed");
         lines.emplace_back("namesAt", Text(fNamesAt));
-        return new RecordingModel(lines);
+        return NewModel(std::move(lines));
     }
 
     std::string fPlugin;

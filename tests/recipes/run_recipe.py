@@ -10,8 +10,8 @@ A recipe is a folder with
                    and not without it; a "plugin" with its "name" and the sources to rebuild or, "like" another source,
                    to build; a "program" with its "source", built "like" another one, and its "libraries"; the "tests"
                    that are written as files of their own, each with one that it is compiled like; the test programs
-                   to "run", with the sources to rebuild and the tests that have to pass, the new ones and those that
-                   go over the table
+                   to "run", with the sources to rebuild, those of static libraries to link "before" these, and the
+                   tests that have to pass, the new ones and those that go over the table
     check.py       shows that the result works: it is run in the copy with the command of a library that has the change
 
 The page says how many places in how many files the steps touch, in the line "**N places in M files**" below its heading;
@@ -188,10 +188,10 @@ def link_library(recipe, options, copy):
 def link_plugin(plugin, options, copy):
     """Objects of the change come first: of what else the plug-in and the kit define nothing more is taken."""
     objects = compile_all(plugin["sources"], plugin.get("like"), copy, options.build)
-    own = options.build.glob(f"plugins/*/CMakeFiles/veltrane_plugin_{plugin['name']}.dir/*.o")
-    kit = options.build / "lib/libveltrane_kit.a"
+    own = options.build.glob(f"plugins/*/CMakeFiles/veltrane_plugin_{plugin['name']}.dir/plugin.cpp.o")
+    archives = [*sorted(options.build.glob("lib/libveltrane_*_core.a")), options.build / "lib/libveltrane_kit.a"]
     link(copy / "lib/veltrane" / f"{plugin['name']}900r.so",
-         ["-shared", *objects, *own, kit, copy / "lib/libveltrane.so.9", *options.libraries.read_text().split()])
+         ["-shared", *objects, *own, *archives, copy / "lib/libveltrane.so.9", *options.libraries.read_text().split()])
 
 
 def link_program(program, options, copy):
@@ -208,7 +208,9 @@ def run_tests(name, program, options, copy, environment):
     words = without(shlex.split(words.removeprefix(": && ").removesuffix(" && :")), program["rebuild"])
     target = copy / "bin" / name
     target.parent.mkdir(exist_ok=True)
-    words[words.index("-o") + 1] = str(target)
+    place = words.index("-o")
+    words[place + 1] = str(target)
+    words[place:place] = compile_all(program.get("before", []), None, copy, options.build)
     must([*words, *compile_all(program["rebuild"], None, copy, options.build)], cwd=options.build)
     for test in program["tests"]:
         if "\n  " not in must([target, "--gtest_list_tests", f"--gtest_filter={test}"], env=environment):

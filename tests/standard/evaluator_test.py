@@ -12,6 +12,7 @@ from evaluator.values import Value
 
 FIELDS = {"a": ("continuous", "double"), "b": ("continuous", "double"), "s": ("categorical", "string"),
           "t": ("categorical", "string"), "f": ("categorical", "boolean"), "d": ("ordinal", "date")}
+LISTED = ("small", "big", "vast")
 DEFINED = """<DefineFunction name="twice" optype="continuous" dataType="double"><ParameterField name="x" dataType="double"/>
 <Apply function="*"><Constant>2</Constant><FieldRef field="x"/></Apply></DefineFunction>
 <DefineFunction name="four" optype="continuous" dataType="double"><ParameterField name="x"/>
@@ -35,6 +36,8 @@ def value_of(thing):
 def document_of(expression, type_):
     fields = "".join(f'<DataField name="{name}" optype="{optype}" dataType="{data_type}"/>'
                      for name, (optype, data_type) in FIELDS.items())
+    fields += ('<DataField name="o" optype="ordinal" dataType="string">' + "".join(f'<Value value="{each}"/>' for each in LISTED) +
+               "</DataField>")
     return (f'<PMML version="4.4" xmlns="http://www.dmg.org/PMML-4_4"><Header/><DataDictionary>{fields}</DataDictionary>'
             f'<TransformationDictionary>{DEFINED}<DerivedField name="r" optype="continuous" dataType="{type_}">{expression}'
             "</DerivedField></TransformationDictionary></PMML>")
@@ -80,6 +83,16 @@ class EvaluatorTest(unittest.TestCase):
         self.assertFalse(functions.call("isValid", [invalid]).data)
         self.assertTrue(functions.call("isNotValid", [invalid]).data)
         self.assertTrue(functions.call("isNotMissing", [invalid]).data)
+
+    def test_an_invalid_argument_counts_as_its_value(self):
+        for name, arguments, wanted, *_ in function_rows.ROWS:
+            for place, argument in enumerate(arguments):
+                if argument is None or wanted is function_rows.UNDEFINED or name in function_rows.OF_VALIDITY:
+                    continue
+                with self.subTest(function=name, arguments=arguments, place=place):
+                    spoilt = [value_of(each) for each in arguments]
+                    spoilt[place].invalid = True
+                    self.expect(functions.call(name, spoilt), wanted)
 
     def test_exclusive_or_is_unknown_where_a_part_is(self):
         self.assertIs(logic.odd_number_of([True, False]), True)

@@ -167,7 +167,8 @@ MORE_TEXTS = [
     ("substring", ["abc", 0.9, 1], UNDEFINED), ("substring", ["abc", 1, -0.5], ""), ("substring", ["abc", "x", 1], UNDEFINED),
     ("trimBlanks", [" \t\r\n x y\n"], "x y"), ("trimBlanks", ["x"], "x"), ("trimBlanks", ["\u00a0x"], "\u00a0x"),
     ("concat", ["a", "b", "ü", 1, True], "abü1true"), ("concat", ["date:2000-01-02", "x"], "2000-01-02x"),
-    ("concat", [1e21, "x"], "1e+21x"), ("concat", [Invalid("x"), "a"], "xa"),
+    ("concat", [1e21, "x"], "1e+21x"), ("concat", [1234567890123456.0, 1e16], "12345678901234561e+16"),
+    ("concat", [Invalid("x"), "a"], "xa"),
     ("replace", ["abc", "", "-"], "-a-b-c-"), ("replace", ["axb", "x*", "-"], "-a--b-"), ("replace", ["a.b", "\\.", "\\$"], "a$b"),
     ("replace", ["ab", "(a)|(b)", "[$1$2]"], "[a][b]"), ("replace", ["ab", "a", "$1"], UNDEFINED), ("replace", ["ab", "(", "x"], UNDEFINED),
     ("replace", ["price", "e", "\\\\"], "pric\\"), ("replace", ["abc", "b", "\\d$"], "a\\d$c"), ("replace", ["abc", "b", "<$0>"], "a<b>c"),
@@ -205,6 +206,7 @@ MORE_DATES = [
     ("formatDatetime", ["date:2005-01-01", "%G %g %V %U %W %u %w %C%n%t"], "2004 04 53 00 00 6 6 20\n\t"),
     ("formatDatetime", ["date:2008-12-29", "%G-W%V-%u"], "2009-W01-1"), ("formatDatetime", ["date:2023-01-01", "%U %W"], "01 00"),
     ("formatDatetime", ["time:13:05:09", "%H.%M"], "13.05"), ("formatDatetime", ["timeSeconds:61", "%M:%S"], "01:01"),
+    ("formatDatetime", ["timeSeconds:86400", "%M:%S"], UNDEFINED),
     ("formatDatetime", ["dateDaysSince[1960]:1", "%d/%m/%Y"], "02/01/1960"), ("formatDatetime", ["date:2000-01-02", "%Ey %Od"], "00 02"),
     ("formatDatetime", ["dateTimeSecondsSince[1970]:0.5", "%S"], "00"), ("formatDatetime", ["date:2000-01-02", "100% %%"], UNDEFINED),
     ("formatDatetime", ["date:2000-01-02", "ü %%d 50%"], "ü %d 50%"), ("formatDatetime", ["date:2000-01-02", "%Q"], UNDEFINED),
@@ -220,11 +222,19 @@ MORE_DATES = [
     ("dateDaysSinceYear", ["dateTimeSecondsSince[1970]:-1", 1970], -1, I),
     ("dateSecondsSinceYear", ["date:1960-01-02", 1960], 86400, I), ("dateSecondsSinceYear", ["time:01:00:00", 1960], UNDEFINED),
     ("dateSecondsSinceYear", ["dateTimeSecondsSince[1980]:5.5", 1980], 5, I), ("dateSecondsSinceYear", [True, 1980], UNDEFINED),
+    ("dateSecondsSinceMidnight", ["timeSeconds:86399"], 86399, I), ("dateSecondsSinceMidnight", ["timeSeconds:86400"], UNDEFINED),
+    ("dateSecondsSinceMidnight", ["timeSeconds:-1"], UNDEFINED),
     ("dateSecondsSinceMidnight", ["timeSeconds:61"], 61, I), ("dateSecondsSinceMidnight", ["date:2000-01-01"], UNDEFINED),
     ("dateSecondsSinceMidnight", ["dateTime:1969-12-31T23:59:58"], 86398, I), ("dateSecondsSinceMidnight", ["x"], UNDEFINED),
 ]
 
 ROWS = ARITHMETIC + ANGLES + NORMAL + LOGIC + TEXTS + DATES + LIMITS + MORE_LOGIC + MORE_TEXTS + MORE_DATES
+
+# What asks whether a value is valid. To everything else an invalid one is what it is.
+OF_VALIDITY = ("isValid", "isNotValid")
+
+# What passes an argument on, with all that is known of it: the place of that argument in its first row.
+PASSED_ON = {"if": 1}
 
 # What the standard lists.
 NAMES = """+ - * / min max sum avg median product log10 ln ln1p exp expm1 sqrt abs pow hypot threshold floor ceil round rint

@@ -117,6 +117,11 @@ TARGETS = [
     ("floor", target('castInteger="floor"'), [({"x": "-0.25"}, {"y": -1})]),
     ("ceiling", target('castInteger="ceiling"'), [({"x": "-0.25"}, {"y": 0})]),
     ("default", target("", '<TargetValue defaultValue="42"/>'), [({}, {"y": 42.0}), ({"x": "1"}, {"y": 2.0})]),
+    ("outputs of single precision", regression(
+        '<Output><OutputField name="p" feature="predictedValue" dataType="float"/><OutputField name="d" dataType="float" '
+        'feature="transformedValue"><FieldRef field="p"/></OutputField><OutputField name="f" dataType="float" '
+        'feature="transformedValue"><FieldRef field="x"/></OutputField></Output>' + TWICE, fields=("x",)),
+     [({"x": "0.35"}, {"p": 0.7, "d": 0.7, "f": 0.3499999940395355})]),
     ("outputs", regression(OUTPUTS + TWICE, fields=("x",)),
      [({"x": "3", "y": "7"}, {"y": 6.0, "p": "6", "t": 21.0, "r": 1.0, "d": "yes"}), ({"x": "1"}, {"r": None, "d": "no"})]),
     ("residual and display", regression(RESIDUALS, 'normalizationMethod="simplemax"', "k", (), "classification"),
@@ -187,6 +192,10 @@ TREES = [
         '<ScoreDistribution value="A" recordCount="2" probability="0.5"/><ScoreDistribution value="B" recordCount="5" probability="0.5"/>')),
      [({}, {"k": "B", "pA": 0.5})]),
     ("set", chosen(SET), [({"c": "v"}, {"k": "A"}), ({"c": "u"}, {"k": "B"}), ({}, {"k": "B"})]),
+    ("single precision", chosen(simple("x", "lessOrEqual", 0.7)).replace('name="x" optype="continuous" dataType="double"',
+                                                                         'name="x" optype="continuous" dataType="float"'),
+     [({"x": "0.70000001"}, {"k": "A"}), ({"x": "0.7000001"}, {"k": "B"})]),
+    ("infinite bound", chosen(simple("x", "lessOrEqual", "INF")), [({"x": "9"}, {"k": "A"}), ({}, {"k": "B"})]),
     ("regression", tree("", node(node("", simple("x", "lessThan", 0), 'score="-1.5"') + node("", "<True/>", 'score="2"')),
                         "regression", "y"), [({"x": "-1"}, {"y": -1.5}), ({"x": "1"}, {"y": 2.0})]),
 ]

@@ -1,5 +1,5 @@
 """Rows of rules: what a field with this expression is, for values of the fields a, b (numbers), s, t (texts), f (boolean)
-and d (date). name, expression, type of the result, values, result; None is missing."""
+d (date) and o (small, big, vast). name, expression, type of the result, values, result; None is missing."""
 
 BIN = '<DiscretizeBin binValue="{}"><Interval closure="{}" {}/></DiscretizeBin>'
 BINS = BIN.format("low", "openClosed", 'rightMargin="0"') + BIN.format("mid", "openOpen", 'leftMargin="0" rightMargin="10"') + \
@@ -9,7 +9,7 @@ TABLE = ('<FieldColumnPair field="s" column="k"/><FieldColumnPair field="a" colu
          "<row><k>x</k><n>1</n><v>one</v></row><row><k>x</k><n>2.0</n><v>two</v></row><row><k>y </k><n>1</n><v>yes</v></row>"
          "</InlineTable>")
 CALL = '<Apply function="{}" {}>{}</Apply>'
-A, B, S, F = ('<FieldRef field="%s"/>' % name for name in "absf")
+A, B, S, T, F, O = ('<FieldRef field="%s"/>' % name for name in "abstfo")
 
 
 def apply(name, *arguments, more=""):
@@ -31,9 +31,15 @@ CONSTANTS = [
     ("count of another epoch", const("0", "dateDaysSince[1970]"), "dateDaysSince[1960]", {}, 3653),
     ("year 0", const("0", "dateDaysSince[1970]"), "dateDaysSince[0]", {}, 719528),
     ("time as count", const("01:00:01", "time"), "timeSeconds", {}, 3601),
+    ("count as time", const("86399", "timeSeconds"), "string", {}, "86399"),
+    ("last time of a day", const("86399", "timeSeconds"), "time", {}, "time:23:59:59"),
+    ("time beyond a day", const("86400", "timeSeconds"), "time", {}, None), ("time below 0", const("-1", "timeSeconds"), "time", {}, None),
+    ("beyond a day, compared", apply("greaterThan", const("86400", "timeSeconds"), const("23:59:59", "time")), "boolean", {}, True),
     ("dateTime as count", const("1980-01-02T00:00:01", "dateTime"), "dateTimeSecondsSince[1980]", {}, 86401),
     ("leap day", const("2024-02-29", "date"), "string", {}, "2024-02-29"), ("no day", const("2023-02-29", "string"), "date", {}, None),
     ("number as text", const("2.0", "double"), "string", {}, "2"), ("text as number", const("2.5e1", "string"), "double", {}, 25.0),
+    ("great whole number as text", const("1234567890123456", "double"), "string", {}, "1234567890123456"),
+    ("greater number as text", const("1e16", "double"), "string", {}, "1e+16"),
     ("no number", const("2,5", "string"), "double", {}, None), ("comment inside", "<Constant>1<!-- x -->2</Constant>", "integer", {}, 12),
     ("no integer", const("1.5"), "integer", {}, None),
 ]
@@ -50,6 +56,19 @@ APPLIES = [
     ("mapMissingTo is the result", apply("+", A, B, more='mapMissingTo="5"'), "double", {"a": "1"}, 5.0),
     ("mapMissingTo before defaultValue", apply("+", A, B, more='mapMissingTo="5" defaultValue="9"'), "double", {"a": "1"}, 5.0),
     ("defaultValue of a missing result", apply("+", A, B, more='defaultValue="9"'), "double", {"a": "1"}, 9.0),
+    ("mapMissingTo of a text", apply("if", F, S, T, more='mapMissingTo="007"'), "string", {"f": "true", "t": "y"}, "007"),
+    ("defaultValue of a text", apply("if", F, S, T, more='defaultValue="007"'), "string", {"f": "true", "t": "y"}, "007"),
+    ("of a text, nested", apply("concat", apply("if", F, S, more='defaultValue=" 1.50"'), const("!")), "string", {"f": "true"}, " 1.50!"),
+    ("of a text or a missing constant", apply("if", F, '<Constant missing="true"/>', S, more='defaultValue="007"'), "string",
+     {"f": "true", "s": "y"}, "007"),
+    ("of a text or a number", apply("if", F, S, A, more='defaultValue="007"'), "string", {"f": "true", "a": "2"}, "007"),
+    ("of a text or a number, nested", apply("concat", apply("if", F, S, A, more='defaultValue="007"'), const("!")), "string",
+     {"f": "true", "a": "2"}, "7!"),
+    ("of a number as a text", apply("+", A, B, more='defaultValue="007"'), "string", {"a": "1"}, "7"),
+    ("of a truth value", apply("equal", A, B, more='mapMissingTo="0"'), "string", {"a": "1"}, "false"),
+    ("of a date", apply("concat", apply("if", F, '<FieldRef field="d"/>', more='defaultValue="2020-1-2"'), const("!")), "string",
+     {"f": "true"}, "2020-01-02!"),
+    ("no text of its type", apply("concat", apply("+", A, B, more='defaultValue="none"'), const("!")), "string", {"a": "1"}, "none!"),
     ("neither acts", apply("+", A, B, more='mapMissingTo="5" defaultValue="9"'), "double", {"a": "1", "b": "2"}, 3.0),
     ("outside the domain", apply("ln", A), "double", {"a": "-1"}, None),
     ("outside the domain, default", apply("ln", A, more='defaultValue="0"'), "double", {"a": "-1"}, 0.0),
@@ -64,6 +83,19 @@ APPLIES = [
     ("defined function", apply("twice", A), "double", {"a": "1.5"}, 3.0),
     ("defined function of a missing value", apply("twice", A), "double", {}, None),
     ("nested defined function", apply("four", A), "double", {"a": "1.5"}, 6.0),
+    ("order of the list", apply("lessThan", O, const("vast")), "boolean", {"o": "big"}, True),
+    ("order of the list, the other way", apply("greaterThan", const("small"), O), "boolean", {"o": "big"}, False),
+    ("order of the list, the same", apply("greaterOrEqual", O, O), "boolean", {"o": "big"}, True),
+    ("order of the list, another field", apply("greaterThan", S, O), "boolean", {"o": "small", "s": "big"}, True),
+    ("order of the list, unlisted", apply("lessOrEqual", O, const("zero")), "boolean", {"o": "big"}, False),
+    ("order of the list, unlisted below", apply("lessOrEqual", S, O), "boolean", {"o": "big", "s": "a"}, False),
+    ("order of the list, number", apply("greaterThan", O, const("1")), "boolean", {"o": "big"}, False),
+    ("order of the list, missing", apply("lessThan", O, const("vast")), "boolean", {}, None),
+    ("order of the list, missing mapped", apply("lessThan", O, const("vast"), more='mapMissingTo="1"'), "integer", {}, 1),
+    ("order of the list, missing reference mapped", apply("lessThan", '<FieldRef field="o" mapMissingTo="big"/>', const("vast")),
+     "boolean", {}, True),
+    ("boolean in capitals", const("TRUE", "boolean"), "boolean", {}, True),
+    ("boolean with a capital", const("False", "boolean"), "boolean", {}, False),
     ("date", apply("dateDaysSinceYear", '<FieldRef field="d"/>', const("1960")), "integer", {"d": "1960-01-11"}, 10),
 ]
 

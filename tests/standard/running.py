@@ -61,35 +61,30 @@ def expected(trial):
 
 
 def same(value, cell, tolerance, absolute=0.0):
-    """Whether a cell of the output is a value. Booleans may be written as words or as 1 and 0, and counts of days and
-    seconds as numbers or as the moments that they are."""
+    """Whether a cell of the output is a value. Booleans may be written as words or as 1 and 0; a date, a time and a
+    dateTime are written as such, counts of days and seconds as numbers or as the dates, times or dateTimes that they are."""
     if value is MISSING or value.type == "string":
         return cell == ("" if value is MISSING else value.data)
     if value.type == "boolean":
         return cell in (("true", "1") if value.data else ("false", "0"))
     if cell == "":
         return False
-    if value.type in dates.ALL:
+    if value.type in dates.MOMENTS:
         return _same_moment(value, cell)
     try:
         number = float(cell)
     except ValueError:
-        return False
+        return value.type in dates.COUNTING and _same_moment(value, cell)
     data = float(value.data)
     return number == data or (tolerance > 0 and math.isclose(number, data, rel_tol=tolerance, abs_tol=absolute))
 
 
 def _same_moment(value, cell):
-    for type_ in (value.type, *dates.MOMENTS):
-        try:
-            written = read(cell, type_)
-            if type_ == value.type:
-                return written.data == value.data
-            return dates.common(written.data, type_, value.data, value.type)[0] == \
-                dates.common(written.data, type_, value.data, value.type)[1]
-        except NotOfType:
-            continue
-    return False
+    type_ = dates.kind(value.type)
+    try:
+        return read(cell, type_).data == dates.convert(value.data, value.type, type_)
+    except NotOfType:
+        return False
 
 
 def differences(trial, folder):

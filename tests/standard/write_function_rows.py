@@ -3,8 +3,9 @@
 --check it writes nothing and fails when the table is not current.
 
 A line is a function, its result and its arguments, each a type with a text or "missing"; "invalid:" stands before a value
-that its field excludes. Behind the rows stands, for each function that a missing argument makes missing, a row for each
-place of its arguments."""
+that its field excludes. Behind the rows stand, for each function, a row for each place of its arguments where one is
+invalid, which counts as its value unless validity is what is asked for, and, for each that a missing argument makes
+missing, a row for each place where one is."""
 import argparse
 import difflib
 import pathlib
@@ -28,10 +29,18 @@ def cell(thing):
 
 
 def lines():
-    first = {}
+    first, whole = {}, {}
     for name, arguments, wanted, *_ in function_rows.ROWS:
         first.setdefault(name, arguments)
+        if None not in arguments:
+            whole.setdefault(name, (arguments, wanted))
         yield "\t".join([name, cell(wanted), *map(cell, arguments)])
+    for name, (arguments, wanted) in whole.items():
+        for place, argument in enumerate(arguments):
+            if name not in function_rows.OF_VALIDITY and not isinstance(argument, function_rows.Invalid):
+                spoilt = [function_rows.Invalid(each) if i == place else each for i, each in enumerate(arguments)]
+                result = function_rows.Invalid(wanted) if function_rows.PASSED_ON.get(name) == place else wanted
+                yield "\t".join([name, cell(result), *map(cell, spoilt)])
     for name, arguments in first.items():
         for place in range(len(arguments)) if name in functions.NEEDS_ALL else ():
             holed = [None if i == place else each for i, each in enumerate(arguments)]

@@ -11,6 +11,7 @@ LAYERS = [
     ["predicates", "transform"],
     ["translators"],
     ["factory"],
+    ["columns"],
 ]
 LAYER_OF = {name: depth for depth, names in enumerate(LAYERS) for name in names}
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)

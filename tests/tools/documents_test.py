@@ -2,7 +2,7 @@
 import os
 import unittest
 
-from host_command import AGE, HostTest, document, field_ref, model_document
+from host_command import AGE, X, HostTest, document, field_ref, model_document
 
 LINE = document([AGE], field_ref("Out", "Age"))
 REGRESSION = ('<RegressionModel functionName="regression"><MiningSchema><MiningField name="x"/>'
@@ -116,9 +116,50 @@ class Unreadable(Complaints):
                                                    "last tag started is 'PMML'")
 
 
+class ForeignFunctions(DocumentTest):
+    """Functions that PMML hasn't."""
+
+    def derived(self, function, arguments=3):
+        return ('<DerivedField name="d" optype="continuous" dataType="double">'
+                f'<Apply function="{function}"><FieldRef field="x"/>{"<Constant>1</Constant>" * (arguments - 1)}</Apply>'
+                "</DerivedField>")
+
+    def told(self, function):
+        return f"veltrane: error 260153: Invalid value: '{function}' of attribute 'function' in 'Apply'.\n"
+
+    def hint(self, function):
+        return (f'veltrane: d.pmml: PMML has no function "{function}", but the library alone does: "veltrane transform '
+                '--plain" computes it\n')
+
+    def test_one_that_the_library_alone_has_is_told_with_the_road_to_it(self):
+        for function, arguments in (("cdf.normal", 3), ("lg10", 1)):
+            self.write("d.pmml", document([X], self.derived(function, arguments)))
+            for command in (("transform", "cases.csv"), ("inspect",)):
+                self.expect(self.run_command(command, "d.pmml"), 1, "", self.told(function) + self.hint(function))
+            self.expect(self.run_host("transform", "d.pmml", "cases.csv", "--plain", "--quiet"), 0, err="")
+            self.expect(self.run_host("inspect", "d.pmml", "--plain"), 0, err="")
+
+    def test_so_it_is_in_a_model(self):
+        local = f'<LocalTransformations>{self.derived("cdf.normal")}</LocalTransformations><RegressionTable '
+        self.write("d.pmml", model_document(REGRESSION.format("").replace("<RegressionTable ", local)))
+        for command in (("score", "cases.csv"), ("verify",), ("inspect",)):
+            self.expect(self.run_command(command, "d.pmml"), 1, err=self.told("cdf.normal") + self.hint("cdf.normal"))
+
+    def test_no_road_is_told_for_the_function_of_an_aggregate(self):
+        self.write("d.pmml", document([X], '<DerivedField name="d" optype="continuous" dataType="double">'
+                                           '<Aggregate field="x" function="mean"/></DerivedField>'))
+        self.expect(self.run_host("transform", "d.pmml", "cases.csv"), 1, "",
+                    "veltrane: error 260153: Invalid value: 'mean' of attribute 'function' in 'Aggregate'.\n")
+
+    def test_one_that_nobody_has_is_told_alone(self):
+        self.write("d.pmml", document([X], self.derived("cdf.none")))
+        for command in (("transform", "cases.csv"), ("inspect",)):
+            self.expect(self.run_command(command, "d.pmml"), 1, "", self.told("cdf.none"))
+
+
 class BeyondTheBounds(Complaints):
     def test_a_document_that_is_nested_too_deeply(self):
-        self.everywhere("<PMML>" + "<a>" * 1000, "d.pmml:1:3007: elements are nested too deeply")
+        self.everywhere("<PMML>" + "<a>" * 1100, "d.pmml:1:3307: elements are nested too deeply")
 
     def test_entities_that_multiply(self):
         entities = "<!DOCTYPE PMML [<!ENTITY a 'x'>" + "".join(

@@ -1,9 +1,18 @@
-"""Cases in another encoding than the one that was told."""
+"""Cases in another encoding than the one that was told, and documents whose elements are written with a prefix."""
+import re
 import unittest
 
-from host_command import AGE, NAME, HostTest, field_ref, text_ref
+from host_command import AGE, NAME, PROJECT, HostTest, document, field_ref, number_field, text_ref
 
 TOTAL = "veltrane: 1 cell could not be read\n"
+LOAN = (PROJECT / "examples" / "loan" / "default.pmml").read_text()
+CASES = "Age,Income,Amount,Housing\n34,52000,12000,own\n22,18000,20000,rent\n"
+
+
+def prefixed(text, prefix="p"):
+    """The document with a prefix on each element, declared where its name space was."""
+    text = re.sub(r'\sxmlns="', f' xmlns:{prefix}="', text)
+    return re.sub(r"<(/?)([A-Za-z])", rf"<\1{prefix}:\2", text)
 
 
 class Cells(HostTest):
@@ -80,6 +89,78 @@ class Header(HostTest):
     def test_strict_ends_there(self):
         self.expect(self.transform("Age,Größe\n1,2\n".encode("cp1252"), "--strict"), 1, "",
                     'cases.csv:1: column 2: "Gr\\xF6\\xDFe" is not text in UTF-8\n')
+
+
+class PrefixedNames(HostTest):
+    """Elements with a prefix for PMML's name space mean what they mean without it."""
+
+    def same(self, text, *arguments, plain=LOAN):
+        """The command says of both documents the same."""
+        self.write("m.pmml", plain)
+        expected = self.run_host(*arguments)
+        self.assertEqual(expected.returncode, 0, expected.stderr)
+        self.write("m.pmml", text)
+        self.expect(self.run_host(*arguments), 0, expected.stdout.decode(), expected.stderr.decode())
+
+    def test_a_model_is_scored_verified_and_shown(self):
+        self.write("cases.csv", CASES)
+        self.assertIn("<p:PMML", prefixed(LOAN))
+        for command in (("score", "m.pmml", "cases.csv"), ("verify", "m.pmml"), ("inspect", "m.pmml")):
+            self.same(prefixed(LOAN), *command)
+
+    def test_derived_fields_are_computed(self):
+        self.write("cases.csv", "x\n1.5\n")
+        plain = document([number_field("x")], field_ref("d", "x")).replace(
+            "<PMML ", '<PMML xmlns="http://www.dmg.org/PMML-3_0" ')
+        self.same(prefixed(plain), "transform", "m.pmml", "cases.csv", plain=plain)
+
+    def test_a_prefix_may_be_declared_within_and_mean_something_else_there(self):
+        inner = LOAN.replace("<DataDictionary", '<q:DataDictionary xmlns:q="http://www.dmg.org/PMML-4_4"', 1)
+        inner = inner.replace("</DataDictionary>", "</q:DataDictionary>", 1)
+        other = '<q:Extension xmlns:q="http://example.org/"><q:DataField name="no"/></q:Extension></q:DataDictionary>'
+        self.write("cases.csv", CASES)
+        self.same(inner, "score", "m.pmml", "cases.csv")
+        self.write("m.pmml", inner.replace("</q:DataDictionary>", other, 1))
+        result = self.run_host("score", "m.pmml", "cases.csv")
+        self.expect(result, 1, "", "veltrane: error 260159: Invalid node 'q:Extension' in 'DataDictionary'.\n")
+
+    def test_other_prefixes_stay(self):
+        self.write("cases.csv", CASES)
+        for space in ("http://example.org/", "http://www.dmg.org/"):
+            self.write("m.pmml", prefixed(LOAN).replace("http://www.dmg.org/PMML-", space + "pmml-"))
+            result = self.run_host("score", "m.pmml", "cases.csv")
+            self.assertEqual((result.returncode, result.stdout), (1, b""))
+            self.assertIn(b"error 260301: Unsupported model: 'p:PMML'.", result.stderr)
+
+    def test_characters_of_any_encoding_stay(self):
+        self.write("cases.csv", "größe\n2\n")
+        text = document([number_field("größe")], field_ref("a&lt;&#9;\"".replace('"', "&quot;"), "größe"), "ISO-8859-1")
+        text = text.replace("<PMML ", '<PMML xmlns="http://www.dmg.org/PMML-4_4" ')
+        for document_text in (text, prefixed(text)):
+            (self.folder / "m.pmml").write_bytes(document_text.encode("iso-8859-1"))
+            self.expect(self.run_host("transform", "m.pmml", "cases.csv", "--encoding", "UTF-8"), 0,
+                        '"a<\t"""\n2\n', "")
+
+    def test_the_library_alone_takes_names_as_they_are_written(self):
+        plain = document([number_field("x")], field_ref("d", "x")).replace(
+            "<PMML ", '<PMML xmlns="http://www.dmg.org/PMML-4_4" ')
+        self.write("m.pmml", prefixed(plain))
+        self.write("cases.csv", "x\n1\n")
+        for command in (("transform", "m.pmml", "cases.csv", "--plain"), ("inspect", "m.pmml", "--plain")):
+            result = self.run_host(*command)
+            self.assertEqual((result.returncode, result.stdout), (1, b""))
+            self.assertIn(b'its root element is "p:PMML"', result.stderr)
+        self.write("m.pmml", prefixed(LOAN))
+        self.write("cases.csv", CASES)
+        result = self.run_host("score", "m.pmml", "cases.csv", "--plain")
+        self.assertEqual((result.returncode, result.stdout), (1, b""))
+        self.assertIn(b"error 260301: Unsupported model: 'p:PMML'.", result.stderr)
+
+    def test_a_fault_is_told_where_it_stands_in_the_document(self):
+        self.write("m.pmml", prefixed(LOAN) + "\n<more/>")
+        result = self.run_host("verify", "m.pmml")
+        self.assertEqual(result.returncode, 1)
+        self.assertRegex(result.stderr, rb"veltrane: m\.pmml:\d+:\d+: ")
 
 
 if __name__ == "__main__":

@@ -21,13 +21,13 @@ class Documents(HostTest):
     def test_a_catalogued_failure_is_told_with_its_number(self):
         self.document([AGE], field_ref("Out", "Income"))
         self.fails("error 260125: Missing variable:'Income' definition in the 'DataDictionary' and "
-                   "'TransformationDictionary'.")
+                   "'TransformationDictionary'. Attribute 'field' of 'FieldRef'.")
 
     def test_a_field_that_the_document_does_not_have(self):
         self.document([AGE], '<DerivedField name="M" optype="continuous" dataType="double"><MapValues outputColumn="o">'
                              '<FieldColumnPair field="Income" column="i"/></MapValues></DerivedField>')
         self.fails("error 260125: Missing variable:'Income' definition in the 'DataDictionary' and "
-                   "'TransformationDictionary'.")
+                   "'TransformationDictionary'. Attribute 'field' of 'FieldColumnPair'.")
 
     def test_a_document_without_transformations(self):
         self.write("document.pmml", document([AGE], "").replace("<TransformationDictionary></TransformationDictionary>", ""))

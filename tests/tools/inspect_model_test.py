@@ -209,7 +209,7 @@ class Everything(HostTest):
         self.write("d.pmml", EVERYTHING)
         shown = json.loads(self.expect(self.run_host("inspect", "d.pmml", "--json"), 0, err="").stdout)
         self.assertEqual(list(shown), ["document", "models", "model", "inputs", "target", "outputs", "fields",
-                                       "derivedFields"])
+                                       "derivedFields", "functions"])
         self.assertEqual(shown["document"], {
             "format": "PMML", "version": "4.4", "producer": "A tool 1.5", "description": "all that can be said",
             "copyright": "nobody", "modelVersion": "7", "timestamp": "2024-02-29"})
@@ -258,8 +258,8 @@ class Formulas(HostTest):
 
     def formula(self, expression):
         field = f'<DerivedField name="d" optype="continuous" dataType="double">{expression}</DerivedField>'
-        self.write("d.pmml", model_document('<Scorecard functionName="regression"><MiningSchema/><LocalTransformations>'
-                                            f"{field}</LocalTransformations></Scorecard>", fields=[X], version="4.4"))
+        self.write("d.pmml", model_document('<TimeSeriesModel functionName="regression"><MiningSchema/><LocalTransformations>'
+                                            f"{field}</LocalTransformations></TimeSeriesModel>", fields=[X], version="4.4"))
         result = self.run_host("inspect", "d.pmml", "--json")
         return json.loads(result.stdout)["derivedFields"][0]["formula"]
 
@@ -282,7 +282,7 @@ class Formulas(HostTest):
             '<Lag field="x"/>': "lag(x, 1)",
             '<Lag field="x" n="3" aggregate="avg"><BlockIndicator field="g"/></Lag>': "lag(x, 3, avg within g)",
             '<Aggregate field="x" function="sum" groupField="g"/>': "sum(x by g)",
-            "<TextIndex/>": "TextIndex(...)",
+            '<TextIndex textField="t"><FieldRef field="x"/></TextIndex>': "textIndex(t, x)",
             "": "",
         }.items():
             self.assertEqual(self.formula(expression), formula)
@@ -299,7 +299,7 @@ class Formulas(HostTest):
             f'<Apply function="/"><Extension/>{difference}<Constant>2</Constant></Apply>': "(x - 1) / 2",
             f'<Apply function="max">{difference}{self.X}</Apply>': "max(x - 1, x)",
             f'<Apply function="-">{self.X}</Apply>': "-(x)",
-            f'<Apply function="+" mapMissingTo="0">{self.X}{difference}</Apply>': "ifMissing((x + (x - 1)), 0)",
+            f'<Apply function="+" mapMissingTo="0">{self.X}{difference}</Apply>': "(x + (x - 1); missing 0)",
             '<Apply function="today"/>': "today()",
         }.items():
             self.assertEqual(self.formula(expression), formula)
@@ -309,14 +309,14 @@ class SeveralModels(HostTest):
     def setUp(self):
         super().setUp()
         second = EVERYTHING[EVERYTHING.index("  <RegressionModel"):EVERYTHING.index("</PMML>")]
-        first = '  <Scorecard modelName="card" functionName="regression"><MiningSchema/><Characteristic/></Scorecard>\n'
+        first = '  <TextModel modelName="card" functionName="regression"><MiningSchema/><Characteristic/></TextModel>\n'
         self.write("d.pmml", EVERYTHING.replace(second, first + second + second.replace('"all"', '"2"')))
 
     def test_the_one_that_score_takes_is_shown_and_all_are_listed(self):
         shown = self.expect(self.run_host("inspect", "d.pmml"), 0, err="").stdout.decode()
         self.assertIn("number         2 of 3 in the document\n", shown)
         self.assertIn("\nModels\n\nnumber  kind             name  scorable\n------  ---------------  ----  --------\n"
-                      "1       Scorecard        card  yes\n2       RegressionModel  all   yes\n"
+                      "1       TextModel        card  yes\n2       RegressionModel  all   yes\n"
                       "3       RegressionModel  2     yes\n\nInputs\n", shown)
 
     def test_another_may_be_chosen(self):
@@ -326,7 +326,7 @@ class SeveralModels(HostTest):
         result = self.run_host("inspect", "d.pmml", "--json", "--model", "card")
         self.assertEqual(json.loads(result.stdout)["model"]["size"], {"characteristics": 1})
         self.expect(result, 1)
-        self.assertIn(b"veltrane: error 260301: Unsupported model: 'Scorecard'.\n", result.stderr)
+        self.assertIn(b"veltrane: error 260301: Unsupported model: 'TextModel'.\n", result.stderr)
 
     def test_one_that_is_not_there(self):
         self.expect(self.run_host("inspect", "d.pmml", "--model", "4"), 1, "")

@@ -2,7 +2,7 @@
 import json
 import unittest
 
-from host_command import AGE, NAME, PROJECT, HostTest, field_ref, number_field, text_ref
+from host_command import AGE, NAME, PROJECT, HostTest, document, field_ref, number_field, text_ref
 
 FIELDS = [
     '<DataField name="Age" displayName="Age in years" optype="continuous" dataType="integer">'
@@ -30,6 +30,30 @@ DERIVED = (field_ref("Copy", "Age", more=' mapMissingTo="-1"') + text_ref("日�
 TABLES = """\
 Fields
 
+name  label         type                 level       values
+----  ------------  -------------------  ----------  ----------------------
+Age   Age in years  integer              continuous  [0, 120)
+Size  Size          string               ordinal     S=small, L; missing: ?
+Day   Day           dateDaysSince[1960]  continuous  missing: 3653
+
+Derived fields
+
+name  label   type    level        values  expression      formula
+----  ------  ------  -----------  ------  --------------  -----------------------------
+Copy  Copy    double  continuous           FieldRef        ifMissing(Age, -1)
+日本  日本    string  categorical          FieldRef        Size
+C     C       double  continuous           Constant        1.5
+N     scaled  double  continuous           NormContinuous  linear(Age: 0 -> 0, 120 -> 1)
+I     I       double  continuous           NormDiscrete    indicator(Size = "S")
+B     B       string  categorical          Discretize      bins(Age: > 1 -> "x")
+M     M       double  continuous           MapValues       map(Size: "S" -> 1)
+A     A       double  continuous           Apply           Age + 1
+L     L       double  continuous           Lag             lag(Age, 1)
+"""
+
+PLAIN_TABLES = """\
+Fields
+
 name  label         type                 level       missing values  categories
 ----  ------------  -------------------  ----------  --------------  ----------
 Age   Age in years  integer              continuous  < 0, >= 120
@@ -50,37 +74,6 @@ M     M       double  continuous                               MapValues       S
 A     A       double  continuous                               Apply           Age + 1
 L     L       double  continuous                               Lag             Age
 """
-
-
-def apply(function, *arguments):
-    return f'<Apply function="{function}">{"".join(arguments)}</Apply>'
-
-
-def constant(text, kind="double"):
-    return f'<Constant dataType="{kind}">{text}</Constant>'
-
-
-class Formulas(HostTest):
-    X = '<FieldRef field="Age"/>'
-    T = '<FieldRef field="Size"/>'
-
-    def expect_formula(self, expression, formula, kind="double", level="continuous"):
-        self.document(FIELDS, f'<DerivedField name="d" optype="{level}" dataType="{kind}">{expression}</DerivedField>')
-        result = self.expect(self.run_host("inspect", "document.pmml", "--json"), 0, err="")
-        self.assertEqual(json.loads(result.stdout)["derivedFields"][0]["formula"], formula)
-
-    def test_operators_stand_between_their_arguments(self):
-        self.expect_formula(apply("/", apply("-", self.X, constant("2.5")), constant("3")), "(Age - 2.5) / 3")
-
-    def test_functions_stand_in_front_of_theirs(self):
-        self.expect_formula(apply("sum", self.X, apply("*", self.X, self.X), constant("1")), "sum(Age, Age * Age, 1)")
-
-    def test_texts_are_quoted(self):
-        self.expect_formula(apply("if", apply("equal", self.T, constant("S", "string")), constant("a", "string"),
-                                  constant("b", "string")), 'if(equal(Size, "S"), "a", "b")', "string", "categorical")
-
-    def test_a_function_without_arguments(self):
-        self.expect_formula(apply("sum"), "sum()")
 
 
 class Functions(HostTest):
@@ -118,7 +111,7 @@ class Functions(HostTest):
             self.assertRegex(shown, rf"(?m)^{name} .* the text with its ASCII letters in {form} case; other letters stay as "
                                     "they are ")
         derived = "".join(f'<DerivedField name="{name}" optype="categorical" dataType="string">'
-                          f'{apply(name, "<FieldRef field=%sName%s/>" % (chr(34), chr(34)))}</DerivedField>'
+                          f'<Apply function="{name}"><FieldRef field="Name"/></Apply></DerivedField>'
                           for name in ("lowercase", "uppercase"))
         self.expect(self.transform("Name\nÄpfel ÀÉ é\n", "--plain", fields=[NAME], derived=derived), 0,
                     "lowercase,uppercase\nÄpfel ÀÉ é,ÄPFEL ÀÉ é\n", "")
@@ -138,23 +131,25 @@ class Inspect(HostTest):
         self.document(FIELDS, DERIVED)
         result = self.expect(self.run_host("inspect", "document.pmml", "--json"), 0, err="")
         shown = json.loads(result.stdout)
-        self.assertEqual(list(shown), ["fields", "derivedFields"])
+        self.assertEqual(list(shown), ["fields", "derivedFields", "functions"])
         self.assertEqual(shown["fields"], [
-            {"name": "Age", "label": "Age in years", "type": "integer", "level": "continuous",
-             "missingValues": [{"low": None, "lowIncluded": True, "high": 0, "highIncluded": False},
-                               {"low": 120, "lowIncluded": True, "high": None, "highIncluded": True}],
-             "categories": []},
+            {"name": "Age", "label": "Age in years", "type": "integer", "level": "continuous", "missingValues": [],
+             "categories": [], "invalidValues": [],
+             "ranges": [{"low": 0, "lowIncluded": True, "high": 120, "highIncluded": False}]},
             {"name": "Size", "label": "Size", "type": "string", "level": "ordinal", "missingValues": ["?"],
-             "categories": [{"value": "S", "label": "small"}, {"value": "L", "label": "L"}]},
+             "categories": [{"value": "S", "label": "small"}, {"value": "L", "label": "L"}], "invalidValues": [],
+             "ranges": []},
             {"name": "Day", "label": "Day", "type": "dateDaysSince[1960]", "level": "continuous",
-             "missingValues": ["1970-01-01"], "categories": []}])
+             "missingValues": [3653], "categories": [], "invalidValues": [], "ranges": []}])
         self.assertEqual([(field["name"], field["expression"], field["source"]) for field in shown["derivedFields"]], [
             ("Copy", "FieldRef", "Age"), ("日本", "FieldRef", "Size"), ("C", "Constant", "1.5"),
             ("N", "NormContinuous", "Age"), ("I", "NormDiscrete", "Size"), ("B", "Discretize", "Age"),
             ("M", "MapValues", "Size"), ("A", "Apply", ""), ("L", "Lag", "Age")])
-        self.assertEqual([field.get("formula") for field in shown["derivedFields"]], [None] * 7 + ["Age + 1", None])
         self.assertEqual(list(shown["derivedFields"][0]), ["name", "label", "type", "level", "missingValues",
-                                                           "categories", "expression", "source"])
+                                                           "categories", "invalidValues", "ranges", "expression",
+                                                           "source", "formula", "local"])
+        self.assertEqual({field["local"] for field in shown["derivedFields"]}, {False})
+        self.assertEqual(shown["functions"], [])
 
     def test_long_lists_are_cut_in_tables_and_whole_in_json(self):
         values = "".join(f'<Value value="v{i}"/>' for i in range(40))
@@ -165,21 +160,16 @@ class Inspect(HostTest):
         shown = json.loads(self.run_host("inspect", "document.pmml", "--json").stdout)
         self.assertEqual(len(shown["fields"][0]["categories"]), 40)
 
-    def test_a_field_without_an_expression(self):
-        self.document([AGE], '<DerivedField name="E" optype="continuous" dataType="double"/>')
-        shown = json.loads(self.run_host("inspect", "document.pmml", "--json").stdout)
-        self.assertEqual((shown["derivedFields"][0]["expression"], shown["derivedFields"][0]["source"]), ("", ""))
-
     def test_types_without_a_kind_of_number(self):
-        self.document([AGE.replace("double", "float"), NAME], field_ref("E", "Age"))
+        self.document([AGE.replace("double", "float"), NAME.replace("string", "boolean")], field_ref("E", "Age"))
         shown = json.loads(self.run_host("inspect", "document.pmml", "--json").stdout)
-        self.assertEqual([field["type"] for field in shown["fields"]], ["number", "string"])
+        self.assertEqual([field["type"] for field in shown["fields"]], ["float", "boolean"])
 
     def test_a_document_without_derived_fields_is_shown_and_fails(self):
         self.document([AGE], "")
         result = self.run_host("inspect", "document.pmml")
         self.expect(result, 1, err="veltrane: document.pmml: the document has no derived fields\n")
-        self.assertIn("Age   Age    double  continuous", result.stdout.decode())
+        self.assertIn("Age   double  continuous", result.stdout.decode())
         result = self.run_host("inspect", "document.pmml", "--json")
         self.expect(result, 1, err="veltrane: document.pmml: the document has no derived fields\n")
         self.assertEqual(json.loads(result.stdout)["derivedFields"], [])
@@ -228,9 +218,122 @@ class Inspect(HostTest):
     def test_tables_are_written_in_the_encoding_and_json_in_utf_8(self):
         self.document([number_field("Größe")], field_ref("Maß", "Größe"))
         tables = self.expect(self.run_host("inspect", "document.pmml", "--encoding", "CP1252"), 0, err="")
-        self.assertIn("Größe  Größe  double", tables.stdout.decode("cp1252"))
+        self.assertIn("Größe  double", tables.stdout.decode("cp1252"))
         shown = json.loads(self.run_host("inspect", "document.pmml", "--encoding", "CP1252", "--json").stdout.decode())
         self.assertEqual(shown["derivedFields"][0]["source"], "Größe")
+
+
+class Plain(HostTest):
+    """A document as the library alone reads it."""
+
+    def test_tables_are_aligned_in_terminal_columns(self):
+        self.document(FIELDS, DERIVED)
+        self.expect(self.run_host("inspect", "--plain", "document.pmml"), 0, PLAIN_TABLES, "")
+
+    def test_json_shows_the_same(self):
+        self.document(FIELDS, DERIVED)
+        result = self.expect(self.run_host("inspect", "--plain", "document.pmml", "--json"), 0, err="")
+        shown = json.loads(result.stdout)
+        self.assertEqual(list(shown), ["fields", "derivedFields"])
+        self.assertEqual(shown["fields"], [
+            {"name": "Age", "label": "Age in years", "type": "integer", "level": "continuous",
+             "missingValues": [{"low": None, "lowIncluded": True, "high": 0, "highIncluded": False},
+                               {"low": 120, "lowIncluded": True, "high": None, "highIncluded": True}],
+             "categories": []},
+            {"name": "Size", "label": "Size", "type": "string", "level": "ordinal", "missingValues": ["?"],
+             "categories": [{"value": "S", "label": "small"}, {"value": "L", "label": "L"}]},
+            {"name": "Day", "label": "Day", "type": "dateDaysSince[1960]", "level": "continuous",
+             "missingValues": ["1970-01-01"], "categories": []}])
+        self.assertEqual([(field["name"], field["expression"], field["source"]) for field in shown["derivedFields"]], [
+            ("Copy", "FieldRef", "Age"), ("日本", "FieldRef", "Size"), ("C", "Constant", "1.5"),
+            ("N", "NormContinuous", "Age"), ("I", "NormDiscrete", "Size"), ("B", "Discretize", "Age"),
+            ("M", "MapValues", "Size"), ("A", "Apply", ""), ("L", "Lag", "Age")])
+        self.assertEqual([field.get("formula") for field in shown["derivedFields"]], [None] * 7 + ["Age + 1", None])
+        self.assertEqual(list(shown["derivedFields"][0]), ["name", "label", "type", "level", "missingValues",
+                                                           "categories", "expression", "source"])
+
+    def test_a_field_without_an_expression(self):
+        self.document([AGE], '<DerivedField name="E" optype="continuous" dataType="double"/>')
+        shown = json.loads(self.run_host("inspect", "--plain", "document.pmml", "--json").stdout)
+        self.assertEqual((shown["derivedFields"][0]["expression"], shown["derivedFields"][0]["source"]), ("", ""))
+
+    def test_types_without_a_kind_of_number(self):
+        self.document([AGE.replace("double", "float"), NAME], field_ref("E", "Age"))
+        shown = json.loads(self.run_host("inspect", "--plain", "document.pmml", "--json").stdout)
+        self.assertEqual([field["type"] for field in shown["fields"]], ["number", "string"])
+
+    def test_a_document_without_derived_fields_is_shown_and_fails(self):
+        self.document([AGE], "")
+        result = self.run_host("inspect", "--plain", "document.pmml")
+        self.expect(result, 1, err="veltrane: document.pmml: the document has no derived fields\n")
+        self.assertIn("Age   Age    double  continuous", result.stdout.decode())
+        result = self.run_host("inspect", "--plain", "document.pmml", "--json")
+        self.expect(result, 1, err="veltrane: document.pmml: the document has no derived fields\n")
+        self.assertEqual(json.loads(result.stdout)["derivedFields"], [])
+
+    def test_a_document_with_a_model_is_shown_without_it(self):
+        model = '<TreeModel functionName="regression"><MiningSchema/></TreeModel>'
+        self.write("d.pmml", document([AGE], field_ref("Out", "Age")).replace("</PMML>", model + "</PMML>"))
+        shown = json.loads(self.expect(self.run_host("inspect", "d.pmml", "--plain", "--json"), 0, err="").stdout)
+        self.assertEqual(list(shown), ["fields", "derivedFields"])
+        for option in ("--model", "--models"):
+            self.expect(self.run_host("inspect", "d.pmml", "--plain", option, "1"), 2, "",
+                        f"veltrane: {option} excludes --plain\nRun with --help for more information.\n")
+
+    def test_a_document_with_the_root_kord_ml_is_shown_the_same(self):
+        self.write("old.xml", "<kord-ml><dictionary><variable name='v' storage-type='STRING' measurement-level='ORDINAL'/>"
+                              "</dictionary></kord-ml>")
+        shown = self.expect(self.run_host("inspect", "old.xml"), 0, err="").stdout
+        self.expect(self.run_host("inspect", "old.xml", "--plain"), 0, shown, "")
+
+
+class Roads(HostTest):
+    """What `inspect` takes and refuses is what `transform` does, in the same words, by either road."""
+
+    EXPRESSIONS = {
+        "a function of PMML alone": '<Apply function="hypot"><FieldRef field="Age"/><FieldRef field="Age"/></Apply>',
+        "an expression in an expression": '<Apply function="+"><Constant>1</Constant><NormContinuous field="Age">'
+                                          '<LinearNorm orig="0" norm="0"/><LinearNorm orig="1" norm="2"/></NormContinuous>'
+                                          "</Apply>",
+        "a word count": '<TextIndex textField="Name"><Constant>a</Constant></TextIndex>',
+        "a sum of cases before": '<Lag field="Age" n="3" aggregate="sum"/>',
+        "a function of the document": '<Apply function="twice"><FieldRef field="Age"/></Apply>',
+        "a told function": '<Apply function="cdf.normal"><FieldRef field="Age"/><Constant>0</Constant>'
+                           "<Constant>1</Constant></Apply>",
+        "a misspelt function": '<Apply function="sqroot"><FieldRef field="Age"/></Apply>',
+        "too few arguments": '<Apply function="if"><FieldRef field="Age"/></Apply>',
+        "no arguments": '<Apply function="sum"/>',
+        "no expression": "",
+        "a field that isn't there": '<FieldRef field="none"/>',
+        "points that go down": '<NormContinuous field="Age"><LinearNorm orig="1" norm="0"/><LinearNorm orig="0" norm="1"/>'
+                               "</NormContinuous>",
+        "an unknown word": '<Lag field="Age" aggregate="mode"/>',
+        "a misplaced element": '<FieldRef field="Age"/><Array/>',
+    }
+    TWICE = ('<DefineFunction name="twice"><ParameterField name="a"/><Apply function="*"><FieldRef field="a"/>'
+             "<Constant>2</Constant></Apply></DefineFunction>")
+    REFUSED_BY_PMML = {"a told function", "a misspelt function", "too few arguments", "no arguments", "no expression",
+                       "a field that isn't there", "points that go down", "an unknown word", "a misplaced element"}
+
+    def answers(self, expression, *options):
+        field = f'<DerivedField name="d" optype="continuous" dataType="double">{expression}</DerivedField>'
+        self.document([AGE, NAME], self.TWICE * ("twice" in expression) + field)
+        self.write("cases.csv", "Age,Name\n1,a\n")
+        transformed = self.run_host("transform", "document.pmml", "cases.csv", *options)
+        inspected = self.run_host("inspect", "document.pmml", *options)
+        self.assertEqual((inspected.returncode, inspected.stderr), (transformed.returncode, transformed.stderr))
+        return inspected
+
+    def test_the_meaning_of_pmml(self):
+        refused = {name for name, expression in self.EXPRESSIONS.items() if self.answers(expression).returncode == 1}
+        self.assertEqual(refused, self.REFUSED_BY_PMML)
+
+    def test_the_library_alone(self):
+        refused = {name for name, expression in self.EXPRESSIONS.items()
+                   if self.answers(expression, "--plain").returncode == 1}
+        self.assertEqual(set(self.EXPRESSIONS) - refused,
+                         {"a told function", "too few arguments", "no arguments", "no expression",
+                          "points that go down", "a sum of cases before", "an unknown word"})
 
 
 if __name__ == "__main__":

@@ -98,11 +98,13 @@ class Progress(HostTest):
         self.expect(self.run_host("transform", "document.pmml", "cases.csv", "-o", "out.csv"), 0, "", "")
 
     def test_the_bar_moves(self):
-        self.write("cases.csv", "Age\n" + "1.5\n" * 3_000_000)
-        _, shown = self.on_terminal("cases.csv")
-        shares = [int(share) for share in re.findall(r"(\d+)%", shown)]
-        self.assertEqual(shares, sorted(shares))
-        self.assertGreater(len(set(shares)), 3)
+        self.write("cases.csv", "Age\n" + "".join(f"{row * 7919 % 900007}.5\n" for row in range(900_000)))
+        for options in (("--by-case",), ()):
+            with self.subTest(options=options):  # packing takes a while
+                _, shown = self.on_terminal("cases.csv", "-o", "out.csv.gz", *options)
+                shares = [int(share) for share in re.findall(r"(\d+)%", shown)]
+                self.assertEqual(shares, sorted(shares))
+                self.assertGreater(len(set(shares)), 3)
 
 
 if __name__ == "__main__":

@@ -55,6 +55,14 @@ class Verify(HostTest):
         self.expect(self.verify('field="Age" column="age"', 'field="Years" column="age"'), 1, "",
                     'veltrane: model.pmml: the verification field "Years" is neither a field nor a result\n')
 
+    def test_an_output_field_that_is_not_written_is_verified(self):
+        hidden = DEFAULT.replace('name="Risk"', 'name="Risk" isFinalResult="false"', 1)
+        self.assertNotEqual(hidden, DEFAULT)
+        self.write("model.pmml", hidden)
+        self.expect(self.run_host("verify", "model.pmml"), 0, HEAD + "Default  3        3      -\nRisk     3        3      0\n", "")
+        self.write("model.pmml", hidden.replace("0.1383184753107612", "0.6383184753107612", 1))
+        self.expect(self.run_host("verify", "model.pmml"), 4, HEAD + "Default  3        3      -\nRisk     3        2      0.5\n", "")
+
     def test_a_cell_that_cannot_be_read(self):
         self.expect(self.verify("<age>22</age>", "<age>young</age>"), 1, "",
                     'veltrane: model.pmml: record 2: Age: "young" is not a number\n')

@@ -51,14 +51,23 @@ std::string PlainTree(const std::string& document) {
 }
 
 /// The tree that a plug-in is given.
-std::string TreeForAPlugin(const std::string& document) {
+/// @param names with SubtreeModel behind its own, what is in the branches of that model was records before
+std::string TreeForAPlugin(const std::string& document, const Names& names = {"DumpModel"}) {
     try {
-        return Build(document, {"DumpModel"}).at("tree");
+        return Build(document, names).at("tree");
     } catch (const MCVeltrane_900::VTException& failure) {
         EXPECT_EQ(failure.GetErrorCode(), static_cast<int>(CANNOT_OPEN_DOCUMENT)) << document;
         return kNoTree;
     }
 }
+
+/// A document with this content where the plug-in of another model reads records.
+std::string InABranch(const std::string& content) {
+    return "<PMML><DumpModel/><SubtreeModel><Branch x='1'>" + content + "</Branch> <Branch>" + content +
+           "</Branch></SubtreeModel></PMML>";
+}
+
+const Names kBesideRecords = {"DumpModel", "SubtreeModel"};
 
 const std::string kDeclarations =
     "<!DOCTYPE PMML [<!ENTITY t 'text'><!ENTITY q '&#34;'><!ENTITY n '&t;&t;'><!ENTITY m 'a<b/>c&t;'><!ENTITY v ''>"
@@ -86,6 +95,13 @@ TEST_P(TreeOfText, IsThePlainOne) {
     const std::string expected = PlainTree(document);
     ASSERT_NE(expected, kNoTree);
     EXPECT_EQ(TreeForAPlugin(document), expected);
+}
+
+TEST_P(TreeOfText, IsThePlainOneWhereRecordsWere) {
+    const std::string document = kDeclarations + InABranch(GetParam().content);
+    const std::string expected = PlainTree(document);
+    ASSERT_NE(expected, kNoTree);
+    EXPECT_EQ(TreeForAPlugin(document, kBesideRecords), expected);
 }
 
 const TextRow kTexts[] = {
@@ -127,6 +143,8 @@ TEST_F(DocumentTree, OfLongTextsIsThePlainOne) {
         const std::string document = "<PMML><DumpModel>" + Repeat("&quot;a \xC3\xA4&quot; ", count) + "</DumpModel>" +
                                      Repeat("abcdefg\n", count) + "<b/>" + Repeat("&#65;", count) + "</PMML>";
         EXPECT_TRUE(TreeForAPlugin(document) == PlainTree(document)) << count;
+        const std::string branches = InABranch(Repeat("<e a='" + Repeat("x", count) + "'>&lt;y</e>\n", count / 40));
+        EXPECT_TRUE(TreeForAPlugin(branches, kBesideRecords) == PlainTree(branches)) << count;
     }
 }
 
@@ -194,6 +212,8 @@ TEST_F(DocumentTree, OfRandomContentIsThePlainOne) {
         const std::string expected = PlainTree(document);
         wellFormed += expected != kNoTree ? 1 : 0;
         ASSERT_EQ(TreeForAPlugin(document), expected) << document;
+        const std::string branches = kDeclarations + InABranch(content);
+        ASSERT_EQ(TreeForAPlugin(branches, kBesideRecords), PlainTree(branches)) << branches;
     }
     EXPECT_GT(wellFormed, 500);
 }

@@ -82,16 +82,16 @@ TEST_P(Hostile, DocumentForDictionaries) {
 
 INSTANTIATE_TEST_SUITE_P(Rows, Hostile, testing::ValuesIn(HostileDocuments()), NameOfRow());
 
-TEST(NestingBound, IsAThousandElements) {
+TEST(NestingBound, LeavesRoomForAThousandOfAKind) {
     const auto nested = [](std::size_t levels) {
         return "<PMML><TreeModel/>" + Repeat("<a>", levels - 1) + Repeat("</a>", levels - 1) + "</PMML>";
     };
-    EXPECT_EQ(Build(nested(1000), {"TreeModel"}).at("plugin"), "TreeModel");
-    ExpectFailure([&] { Build(nested(1001), {"TreeModel"}); }, {CANNOT_OPEN_DOCUMENT});
+    EXPECT_EQ(Build(nested(1100), {"TreeModel"}).at("plugin"), "TreeModel");
+    ExpectFailure([&] { Build(nested(1101), {"TreeModel"}); }, {CANNOT_OPEN_DOCUMENT});
 }
 
 TEST(NestingBound, HoldsForANearestNeighborModelToo) {
-    ExpectFailure([] { Build(Repeat("<a>", 1000) + "<NearestNeighborModel/>" + Repeat("</a>", 1000), {"TreeModel"}); },
+    ExpectFailure([] { Build(Repeat("<a>", 1100) + "<NearestNeighborModel/>" + Repeat("</a>", 1100), {"TreeModel"}); },
                   {CANNOT_OPEN_DOCUMENT});
 }
 

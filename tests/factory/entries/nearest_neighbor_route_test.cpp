@@ -1,9 +1,14 @@
+#include "columns/support/test_batch.h"
 #include "factory/entries/factory_support.h"
 #include "support/faults/failure.h"
+
+#include <veltrane/document.h>
 
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <streambuf>
+#include <utility>
 
 using namespace veltrane::tests;
 
@@ -59,6 +64,52 @@ TEST(NearestNeighborRoute, IgnoresTextAndAttributes) {
               "TreeModel");
 }
 
+/// A buffer that gives its bytes once.
+class OneWayBuffer : public std::streambuf {
+public:
+    explicit OneWayBuffer(std::string bytes) : fBytes(std::move(bytes)) {
+        setg(fBytes.data(), fBytes.data(), fBytes.data() + fBytes.size());
+    }
+
+private:
+    std::string fBytes;
+};
+
+/// Documents of several blocks of reading, with the element at their end, at the border of two and over it.
+TEST(NearestNeighborRoute, WinsInLargeDocumentsToo) {
+    constexpr std::size_t kBlock = std::size_t{48} * 1024;
+    const std::string element = "<NearestNeighborModel/>";
+    const std::string start = "<PMML><TreeModel/>";
+    for (const std::size_t ahead :
+         {3 * kBlock, 3 * kBlock - element.size() / 2, 3 * kBlock - element.size(), 100 * kBlock + 7}) {
+        const std::string document = start + std::string(ahead - start.size(), ' ') + element + "</PMML>";
+        const Record record = Build(document, kNames);
+        EXPECT_EQ(record.at("plugin"), "NearestNeighborModel");
+        EXPECT_EQ(record.at("position"), "0");
+        std::string other = document;
+        other[other.find("Nearest")] = 'n';
+        EXPECT_EQ(Build(other, kNames).at("plugin"), "TreeModel");
+    }
+}
+
+TEST(NearestNeighborRoute, WinsFromAStreamThatStandsFurtherOn) {
+    std::istringstream in("<" + Pmml("<TreeModel/>" + std::string(2000000, ' ') + "<NearestNeighborModel/>"));
+    in.seekg(1);
+    try {
+        const ModelPointer model(ModelFactory::MakeModelFromXML(in, {"TreeModel"}, ""));
+        ADD_FAILURE() << "read";
+    } catch (const MCVeltrane_900::VTException& failure) {
+        EXPECT_EQ(failure.GetErrorCode(), static_cast<int>(NO_MODEL_LIBRARY));
+    }
+}
+
+TEST(NearestNeighborRoute, WinsFromAStreamThatCannotGoBack) {
+    OneWayBuffer buffer(Pmml("<TreeModel/>" + std::string(2000000, ' ') + "<NearestNeighborModel/>"));
+    std::istream in(&buffer);
+    const ModelPointer model(ModelFactory::MakeModelFromXML(in, kNames, ""));
+    EXPECT_NE(model, nullptr);
+}
+
 TEST(NearestNeighborRoute, NeedsTheNameInTheList) {
     ExpectFailure([] { Build(Pmml("<NearestNeighborModel/>"), {"TreeModel"}); },
                   {NO_MODEL_LIBRARY, "NearestNeighborModel"});
@@ -93,6 +144,33 @@ TEST(StreamPosition, IsLeftInABadStream) {
     in.setstate(std::ios::badbit);
     ExpectFailure([&] { ModelFactory::MakeModelFromXML(in, kNames, ""); }, {CANNOT_OPEN_DOCUMENT});
     EXPECT_TRUE(in.bad());
+}
+
+/// In columns its models are scored row by row, each state with one of its own.
+TEST(NearestNeighborRoute, IsThatOfColumnsToo) {
+    const TemporaryFolder folder;
+    folder.Write("models.txt", "TreeModel\nNearestNeighborModel\n");
+    veltrane::DocumentOptions options;
+    options.modelList = (folder.Path() / "models.txt").string();
+    const std::string text = Pmml("<DataDictionary/><NearestNeighborModel/>");
+    const int made = Counter("NearestNeighborModel", "TranslatorsMade");
+    {
+        const veltrane::Document document = veltrane::Document::OfBytes(text, options);
+        ASSERT_EQ(document.Inputs().size(), 1U);
+        EXPECT_EQ(document.Inputs()[0].name, "x");
+        EXPECT_FALSE(document.NeedsOrder());
+        for (int state = 0; state < 2; ++state) {
+            veltrane::Document::State own = document.NewState();
+            TestBatch batch({Doubles("x", {1.5, -2})});
+            TestResults results;
+            document.Score(&batch.array, &batch.schema, own, &results.array, &results.schema);
+            const double size = static_cast<double>(text.size());
+            EXPECT_EQ(results.Cells("prediction"), (std::vector<std::string>{Digits(size + 1.5), Digits(size - 2)}));
+        }
+    }
+    EXPECT_EQ(Counter("NearestNeighborModel", "TranslatorsMade"), made + 2);
+    EXPECT_EQ(Counter("NearestNeighborModel", "TranslatorsDeleted"), made + 2);
+    EXPECT_EQ(Counter("NearestNeighborModel", "ListsPassed"), 0);
 }
 
 } // namespace

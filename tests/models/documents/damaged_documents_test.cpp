@@ -63,7 +63,7 @@ std::vector<Place> Elements(const std::string& document) {
     std::vector<std::size_t> open;
     for (std::size_t begin = document.find('<'); begin != std::string::npos; begin = document.find('<', begin + 1)) {
         const std::size_t end = document.find('>', begin) + 1;
-        if (document[begin + 1] == '?') {
+        if (document[begin + 1] == '?' || document[begin + 1] == '!') {
             continue;
         }
         if (document[begin + 1] == '/') {
@@ -139,7 +139,10 @@ TEST_P(DamagedDocument, CutOffIsNoneAtAll) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Samples, DamagedDocument, testing::Values("prices", "health"),
+INSTANTIATE_TEST_SUITE_P(Samples, DamagedDocument,
+                         testing::Values("prices", "health", "ensemble", "chain", "credit", "sorting", "traffic",
+                                         "lanes", "vintage", "cider", "pears", "syrup", "seedlings", "lunch", "marks",
+                                         "pumps", "fruit", "meadow", "pollen", "plums", "twigs"),
                          [](const auto& info) { return std::string(info.param); });
 
 } // namespace

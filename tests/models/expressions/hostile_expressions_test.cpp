@@ -104,9 +104,16 @@ TEST(HostileExpressions, ACircleOfFieldsIsRefused) {
 }
 
 TEST(HostileExpressions, ADeepOneIsEvaluated) {
-    Scored scored(Replaced(WithFields(Derived("d", Nested(900, "<FieldRef field='x'/>"))), "<NumericPredictor name='x'",
-                           "<NumericPredictor name='d'"));
-    EXPECT_TRUE(scored.Score({{"x", "2"}, {"z", "3"}, {"c", "a"}}).IsOK());
+    for (const bool isLocal : {false, true}) {
+        const std::string field = Derived("d", Nested(1000, "<FieldRef field='x'/>"));
+        const std::string document =
+            isLocal
+                ? Replaced(kSmallRegression, " <RegressionTable intercept='1'>",
+                           "<LocalTransformations>" + field + "</LocalTransformations><RegressionTable intercept='1'>")
+                : WithFields(field);
+        Scored scored(Replaced(document, "<NumericPredictor name='x'", "<NumericPredictor name='d'"));
+        EXPECT_TRUE(scored.Score({{"x", "2"}, {"z", "3"}, {"c", "a"}}).IsOK());
+    }
 }
 
 } // namespace

@@ -54,7 +54,57 @@ TEST(StandardFunctions, AreAllReachedByARow) {
         names.insert(function.name);
     }
     EXPECT_EQ(reached, names);
-    EXPECT_EQ(names.size(), 71U); // as many as the standard has
+}
+
+/// The arguments of a function's rows.
+std::vector<std::vector<std::string>> RowsOf(const std::vector<std::vector<std::string>>& table,
+                                             const std::string& name) {
+    std::vector<std::vector<std::string>> rows;
+    for (const std::vector<std::string>& row : table) {
+        if (row[0] == name) {
+            rows.emplace_back(row.begin() + 2, row.end());
+        }
+    }
+    return rows;
+}
+
+bool IsMissingCell(const std::string& cell) {
+    return cell == "missing";
+}
+bool IsInvalidCell(const std::string& cell) {
+    return cell.starts_with("invalid:");
+}
+
+/// Whether one of the rows has such a cell at a place.
+bool HasAt(const std::vector<std::vector<std::string>>& rows, std::size_t place, bool (*is)(const std::string&)) {
+    return std::any_of(rows.begin(), rows.end(),
+                       [&](const std::vector<std::string>& row) { return row.size() > place && is(row[place]); });
+}
+
+// Each argument missing and invalid; where missing ones are skipped, all of them missing and some; and none of it.
+TEST(StandardFunctions, HaveARowForEachRuleOfMissingAndInvalidValues) {
+    const std::vector<std::vector<std::string>> table = ReadTable("rows.tsv");
+    for (const Function& function : veltrane_kit::StandardFunctions().All()) {
+        const std::vector<std::vector<std::string>> rows = RowsOf(table, function.name);
+        for (std::size_t place = 0; place < function.fewest; ++place) {
+            EXPECT_TRUE(HasAt(rows, place, IsMissingCell)) << function.name << ": none is missing at " << place;
+            EXPECT_TRUE(HasAt(rows, place, IsInvalidCell)) << function.name << ": none is invalid at " << place;
+        }
+        int whole = 0;
+        int empty = 0;
+        int partial = 0;
+        for (const std::vector<std::string>& row : rows) {
+            const auto missing = std::count_if(row.begin(), row.end(), IsMissingCell);
+            const auto invalid = std::count_if(row.begin(), row.end(), IsInvalidCell);
+            whole += missing == 0 && invalid == 0 ? 1 : 0;
+            empty += missing == static_cast<long>(row.size()) ? 1 : 0;
+            partial += missing > 0 && missing < static_cast<long>(row.size()) ? 1 : 0;
+        }
+        EXPECT_GT(whole, 0) << function.name;
+        if (function.missing == Function::Missing::IS_SKIPPED) {
+            EXPECT_TRUE(empty > 0 && partial > 0) << function.name;
+        }
+    }
 }
 
 TEST(StandardFunctions, KeepTheDigitsOfManyPoints) {

@@ -250,4 +250,24 @@ TEST(ListedValues, TheEmptyTextCanBeListed) {
     EXPECT_EQ(scored.Number(), kCompleteAnswer);
 }
 
+/// Of a class that the library doesn't know, so that it is asked value by value.
+struct HostRecord : MCVeltrane_900::CaseRecord {
+    explicit HostRecord(const CaseRecord& other) : CaseRecord(other) {}
+};
+
+TEST(Cases, OfAHostsOwnRecordAreTheSame) {
+    Scored scored(kSmallRegression);
+    for (const char* const x : {"2", "", "100", "-0.5"}) {
+        for (const char* const c : {"a", "b", "", "moon"}) {
+            const std::unique_ptr<MCVeltrane_900::CaseRecord> record =
+                MakeRecord(scored.Model(), {{"x", x}, {"z", "3"}, {"c", c}});
+            const HostRecord host(*record);
+            const MCScore::MCStatus status = scored.Model().Score(record.get(), &scored.Result());
+            const double answer = scored.Number();
+            EXPECT_EQ(scored.Model().Score(&host, &scored.Result()).GetErrorCode(), status.GetErrorCode());
+            EXPECT_EQ(scored.Number(), answer) << x << ", " << c;
+        }
+    }
+}
+
 } // namespace

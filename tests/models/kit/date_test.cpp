@@ -1,5 +1,8 @@
+#include "models/columns/column_document.h"
 #include "models/kit/scoring.h"
 
+#include <MCVeltrane_900/CaseRecord.h>
+#include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreDictVar.h>
 
 #include <gtest/gtest.h>
@@ -27,6 +30,65 @@ TEST(Dates, CanBePredictorsAndCategories) {
     ASSERT_TRUE(scored.Score({{"from", "1970-01-02"}}).IsOK());
     EXPECT_EQ(scored.Number(), 18808);
     EXPECT_EQ(scored.Number("best"), 18808);
+}
+
+std::string TimesOf(const std::string& type) {
+    return "<PMML version='4.4'><DataDictionary><DataField name='e' optype='continuous' dataType='" + type +
+           "'/></DataDictionary><TransformationDictionary><DerivedField name='time' optype='ordinal' dataType='time'>"
+           "<FieldRef field='e'/></DerivedField><DerivedField name='passed' optype='continuous' dataType='integer'>"
+           "<Apply function='dateSecondsSinceMidnight'><FieldRef field='e'/></Apply></DerivedField>"
+           "<DerivedField name='shown' optype='categorical' dataType='string'><Apply function='concat'>"
+           "<FieldRef field='time'/><Constant dataType='string'>!</Constant></Apply></DerivedField>"
+           "</TransformationDictionary>";
+}
+
+std::string ModelOfTimes(const std::string& type) {
+    return TimesOf(type) +
+           "<RegressionModel functionName='regression'><MiningSchema><MiningField name='e'/></MiningSchema><Output>"
+           "<OutputField name='text' feature='transformedValue' dataType='string'><FieldRef field='shown'/>"
+           "</OutputField><OutputField name='seconds' feature='transformedValue' dataType='integer'>"
+           "<FieldRef field='passed'/></OutputField></Output><RegressionTable intercept='1'/></RegressionModel></PMML>";
+}
+
+struct Seconds {
+    const char* name;
+    double count;
+    const char* text; ///< empty for no time of a day
+    double passed;
+};
+
+class SecondsAsTime : public testing::TestWithParam<Seconds> {};
+
+TEST_P(SecondsAsTime, AreLessThanADay) {
+    const auto& [name, count, text, passed] = GetParam();
+    for (const char* type : {"timeSeconds", "time"}) {
+        Scored scored(ModelOfTimes(type));
+        MCVeltrane_900::CaseRecord record;
+        record.Add("e", new MCVeltrane_900::NumericValue(count));
+        const bool isRefused = std::string(type) == "time" && *text == '\0';
+        ASSERT_EQ(scored.Model().Score(&record, &scored.Result()).IsOK(), !isRefused) << type;
+        EXPECT_EQ(scored.Text("text"), text) << type;
+        EXPECT_EQ(scored.Number("seconds"), passed) << type;
+    }
+}
+
+constexpr Seconds kSeconds[] = {
+    {"Midnight", 0.0, "00:00:00!", 0.0},
+    {"LastOfADay", 86399.0, "23:59:59!", 86399.0},
+    {"Fraction", 86399.75, "23:59:59!", 86399.0},
+    {"NextMidnight", 86400.0, "", kMissing},
+    {"BelowZero", -1.0, "", kMissing},
+    {"FarBeyond", 1e300, "", kMissing},
+};
+INSTANTIATE_TEST_SUITE_P(Dates, SecondsAsTime, testing::ValuesIn(kSeconds), NameOfRow());
+
+TEST(SecondsAsTimes, AreTheSameInColumns) {
+    Random random(20282);
+    for (const char* type : {"timeSeconds", "time"}) {
+        ColumnDocument document(TimesOf(type) + "</PMML>");
+        document.Fill(random, 60);
+        document.Check(7, 3, false);
+    }
 }
 
 TEST(Dates, CanBeReplacements) {

@@ -41,6 +41,8 @@ constexpr FaultyChange kExpressionFaults[] = {
      Failure(MISSING_DEFINITION_OF, "EXPRESSION", "g", "DefineFunction")},
     {"FunctionWithTwoExpressions", "</DefineFunction>", "<Constant>1</Constant></DefineFunction>",
      Failure(MORE_THAN_ONE_EXPRESSION_IN, "DefineFunction", "f")},
+    {"ParameterTwice", "<Apply function='+' mapMissingTo='0'", "<ParameterField name='p'/><Apply function='+'",
+     Failure(DUPLICATE_DEFINITION, "ParameterField", "p", "DefineFunction")},
     {"OutputWithTwoExpressions", "<FieldRef field='p'/><Value", "<FieldRef field='p'/><FieldRef field='p'/><Value",
      Failure(MORE_THAN_ONE_EXPRESSION_IN, "OutputField", "q")},
     {"IndexWithoutTerm", "<Constant>a</Constant></TextIndex>", "</TextIndex>",
@@ -100,6 +102,8 @@ constexpr FaultyChange kTypeFaults[] = {
      Failure(INVALID_ATTRIBUTE_VALUE_IN, "d", "defaultValue", "MapValues")},
     {"ResultOfNoNumber", "<NormDiscrete field='t' value='a' mapMissingTo='0'/>",
      "<Apply function='+' defaultValue='none'/>", Failure(INVALID_ATTRIBUTE_VALUE_IN, "none", "defaultValue", "Apply")},
+    {"MissingResultOfNoNumber", "<NormDiscrete field='t' value='a' mapMissingTo='0'/>",
+     "<Apply function='+' mapMissingTo='none'/>", Failure(INVALID_ATTRIBUTE_VALUE_IN, "none", "mapMissingTo", "Apply")},
 };
 
 constexpr FaultyChange kTableFaults[] = {

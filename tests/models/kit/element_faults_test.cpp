@@ -57,7 +57,7 @@ constexpr FaultyChange kSchemaFaults[] = {
     {"LevelWrong", "optype='continuous' outliers", "optype='nominal' outliers",
      Failure(INVALID_ATTRIBUTE_VALUE_IN, "nominal", "optype", "MiningField")},
     {"LevelOfText", "<MiningField name='c'/>", "<MiningField name='c' optype='continuous'/>",
-     Failure(CONFLICTING_VALUES, "continuous", "optype", "string", "dataType")},
+     Failure(CONFLICTING_VALUES_IN, "continuous", "optype", "MiningField", "string", "dataType", "DataField")},
     {"OutliersEmpty", "outliers='asIs'", "outliers=''", Failure(NULL_ATTRIBUTE, "outliers", "MiningField")},
     {"OutliersWrong", "outliers='asIs'", "outliers='asMissing'",
      Failure(INVALID_ATTRIBUTE_VALUE_IN, "asMissing", "outliers", "MiningField")},
@@ -274,9 +274,9 @@ TEST(ModelFault, ATargetThatOnlyTheModelNamesHasToBeInTheDictionary) {
 }
 
 TEST(ModelFault, AModelInsideOfAnotherOneIsNotScoredAlone) {
-    const std::string document = "<PMML><DataDictionary/><MiningModel><Segmentation><Segment>"
+    const std::string document = "<PMML><DataDictionary/><TextModel><Segment>"
                                  "<RegressionModel functionName='regression'/>"
-                                 "</Segment></Segmentation></MiningModel></PMML>";
+                                 "</Segment></TextModel></PMML>";
     ExpectFailure([&document] { ReadModel(document); }, {UNSUPPORTED_MODEL, "RegressionModel"});
 }
 

@@ -1,11 +1,11 @@
 // The small parts of the kit: texts and numbers of documents, categories, records.
 #include "kit/document/array_words.h"
-#include "kit/document/categories.h"
 #include "kit/document/document_text.h"
 #include "kit/document/element.h"
 #include "kit/inputs/mining_schema.h"
 #include "kit/results/results.h"
 #include "support/dom.h"
+#include "support/faults/fault.h"
 #include "support/foreign_value.h"
 
 #include <MCVeltrane_900/DateTimeValue.h>
@@ -102,66 +102,6 @@ TEST(KitElement, TellsAbsentFromEmpty) {
     EXPECT_TRUE(root.FlagOr(u"absent", true));
 }
 
-TEST(KitCategories, TextsHaveCodesInTheOrderOfAddition) {
-    Categories categories(DictVar("t", ScoreDictVar::STRING_VAR));
-    for (int i = 0; i < 20; ++i) {
-        EXPECT_EQ(categories.Add(StringValue("c" + std::to_string(i))), i);
-        EXPECT_EQ(categories.Add(StringValue("c" + std::to_string(i) + "  ")), i);
-    }
-    EXPECT_EQ(categories.Size(), 20);
-    EXPECT_EQ(categories.Find(StringValue("c19 ")), 19);
-    EXPECT_EQ(categories.Find(std::string_view("c7")), 7);
-    EXPECT_EQ(categories.Find(StringValue("c20")), Categories::kUnknown);
-    EXPECT_EQ(categories.Find(StringValue("")), Categories::kUnknown);
-}
-
-TEST(KitCategories, BlanksCountWhereTheFieldSaysSo) {
-    DictVar var("t", ScoreDictVar::STRING_VAR);
-    var.SetNoSpaceTrim(true);
-    Categories categories(var);
-    EXPECT_EQ(categories.Add(StringValue("a")), 0);
-    EXPECT_EQ(categories.Add(StringValue("a ")), 1);
-}
-
-TEST(KitCategories, NumbersAreEqualWithinTheTolerance) {
-    Categories categories(DictVar("n", ScoreDictVar::kNUMERIC_VAR));
-    EXPECT_EQ(categories.Add(NumericValue(0.1)), 0);
-    EXPECT_EQ(categories.Add(NumericValue(0.1 * (1 + 1e-15))), 0);
-    EXPECT_EQ(categories.Add(NumericValue(0.2)), 1);
-    EXPECT_EQ(categories.Find(0.2), 1);
-    EXPECT_EQ(categories.Find(0.3), Categories::kUnknown);
-}
-
-TEST(KitCategories, ManyNumbersAreFoundByAnIndex) {
-    Categories categories(DictVar("n", ScoreDictVar::kNUMERIC_VAR));
-    for (int i = 0; i < 100; ++i) {
-        EXPECT_EQ(categories.Add(NumericValue(100 - i * 0.5)), i);
-    }
-    for (int i = 0; i < 100; ++i) {
-        const double number = 100 - i * 0.5;
-        EXPECT_EQ(categories.Find(number), i);
-        EXPECT_EQ(categories.Find(number * (1 + 1e-15)), i);
-        EXPECT_EQ(categories.Find(number * (1 - 1e-15)), i);
-        EXPECT_EQ(categories.Find(number + 0.25), Categories::kUnknown);
-    }
-    EXPECT_EQ(categories.Find(-1e9), Categories::kUnknown);
-    EXPECT_EQ(categories.Find(1e9), Categories::kUnknown);
-}
-
-TEST(KitValue, IsOfTheFieldsKind) {
-    DictVar number("n", ScoreDictVar::kNUMERIC_VAR);
-    DictVar date("d", ScoreDictVar::DATETIME_VAR);
-    date.SetDateTimeType(ScoreDictVar::DT_DATE);
-    const std::unique_ptr<ScoreValue> three(MakeValue(number, "3"));
-    EXPECT_EQ(three->GetDouble(), 3);
-    const std::unique_ptr<ScoreValue> day(MakeValue(date, "1970-01-03"));
-    EXPECT_EQ(day->GetType(), ScoreValue::DATETIME_VALUE);
-    EXPECT_EQ(day->GetDouble(), 2);
-    EXPECT_EQ(MakeValue(number, "three"), nullptr);
-    EXPECT_EQ(MakeValue(date, "never"), nullptr);
-    EXPECT_EQ(MakeValue(date, ""), nullptr);
-}
-
 std::vector<std::string> WordsOf(const std::string& content) {
     const ParsedXml document = ParseXml("<Array n='7'>" + content + "</Array>");
     const DocumentText text("UTF-8");
@@ -176,7 +116,12 @@ TEST(KitArray, IsPartedByWhiteSpaceOutsideOfQuotes) {
     EXPECT_EQ(WordsOf(R"("a b" "" c "d")"), (Words{"a b", "", "c", "d"}));
     EXPECT_EQ(WordsOf(R"("say \"x\" \ y")"), (Words{R"(say "x" \ y)"}));
     EXPECT_EQ(WordsOf(R"("a""b"c")"), (Words{"a", "b", "c\""}));
-    EXPECT_EQ(WordsOf(R"("open)"), Words{"open"});
+}
+
+TEST(KitArray, IsRefusedWithAQuoteThatNothingCloses) {
+    ExpectFailure([] { WordsOf(R"("a" "b c)"); }, {INVALID_CONTENT, R"("a" "b c)", "Array"});
+    ExpectFailure([] { WordsOf(R"(a ")"); }, {INVALID_CONTENT, R"(a ")", "Array"});
+    ExpectFailure([] { WordsOf(R"("a\")"); }, {INVALID_CONTENT, R"("a\")", "Array"});
 }
 
 TEST(KitResults, KeepAForeignDateTime) {

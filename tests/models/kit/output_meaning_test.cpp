@@ -187,7 +187,7 @@ TEST(OutputThatIsNotFinal, IsForOtherOutputsAlone) {
     EXPECT_EQ(scored.Number("v"), 3);
     ScoreResultField& fields = *scored.Result().GetResultFields();
     EXPECT_EQ(fields.GetResultFields(), std::vector<std::string>{"v"});
-    EXPECT_EQ(fields.GetResultValue("hidden"), nullptr);
+    EXPECT_EQ(fields.GetMapResultValue().count("hidden"), 0U);
     EXPECT_EQ(scored.Model().GetResultDictionary()->GetVarNames(), std::vector<std::string>{"v"});
 
     const std::unique_ptr<ScoreValue> old(const_cast<ScoreValue*>(fields.GetResultValue("v")));
@@ -195,6 +195,18 @@ TEST(OutputThatIsNotFinal, IsForOtherOutputsAlone) {
     scored.Score({{"x", "5"}});
     EXPECT_EQ(scored.Number("v"), 6);
     EXPECT_EQ(fields.GetResultSize(), 1);
+}
+
+TEST(OutputThatIsNotFinal, HasItsValueForWhoAsksForIt) {
+    Scored scored(Number("<OutputField name='hidden' isFinalResult='false'/><OutputField name='shown'/>"));
+    const ScoreResultField& fields = *scored.Result().GetResultFields();
+    ASSERT_NE(fields.GetResultValue("hidden"), nullptr);
+    EXPECT_TRUE(fields.GetResultValue("hidden")->IsSystemMissingValue());
+    scored.Score({{"x", "2"}});
+    EXPECT_EQ(scored.Number("hidden"), 2);
+    EXPECT_EQ(scored.Number("shown"), 2);
+    EXPECT_EQ(fields.GetResultSize(), 1);
+    EXPECT_EQ(fields.GetResultValue("none"), nullptr);
 }
 
 TEST(OutputThatIsNotFinal, LeavesNoDictionaryWhereThereIsNoOther) {

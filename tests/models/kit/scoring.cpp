@@ -51,7 +51,9 @@ std::vector<std::string> Cells(const std::string& line) {
 
 } // namespace
 
-Scored::Scored(const std::string& document) : fModel(ReadModel(document)), fResult(fModel->CreateResult()) {}
+Scored::Scored(const std::string& document) : Scored(ReadModel(document)) {}
+
+Scored::Scored(std::unique_ptr<ScoreModel> model) : fModel(std::move(model)), fResult(fModel->CreateResult()) {}
 
 MCScore::MCStatus Scored::Score(const Case& values) {
     return fModel->Score(MakeRecord(*fModel, values).get(), fResult.get());
@@ -79,7 +81,18 @@ double Scored::Probability(const std::string& category) const {
 }
 
 std::unique_ptr<ScoreModel> ReadModel(const std::string& document) {
-    static const std::vector<std::string> kNames = {"RegressionModel", "TreeModel"};
+    static const std::vector<std::string> kNames = {"MiningModel",
+                                                    "RegressionModel",
+                                                    "TreeModel",
+                                                    "Scorecard",
+                                                    "RuleSetModel",
+                                                    "BaselineModel",
+                                                    "NeuralNetwork",
+                                                    "SupportVectorMachineModel",
+                                                    "GeneralRegressionModel",
+                                                    "NaiveBayesModel",
+                                                    "ClusteringModel",
+                                                    "NearestNeighborModel"};
     std::istringstream in(document);
     return std::unique_ptr<ScoreModel>(ModelFactory::MakeModelFromXML(in, kNames, "UTF-8"));
 }

@@ -24,6 +24,7 @@ using Case = std::map<std::string, std::string>;
 class Scored {
 public:
     explicit Scored(const std::string& document);
+    explicit Scored(std::unique_ptr<MCVeltrane_900::ScoreModel> model);
 
     MCVeltrane_900::ScoreModel& Model() { return *fModel; }
     MCVeltrane_900::ScoreResult& Result() { return *fResult; }

@@ -201,4 +201,30 @@ TEST(RecordLayout, OfAnotherOneIsRefusedWhereTheKitLooks) {
 #endif
 }
 
+TEST(RecordLayout, OfAnotherOneLeavesNoOutputOfTheCaseBefore) {
+#ifdef NDEBUG
+    GTEST_SKIP() << "only a debug build looks at the layout of every record";
+#else
+    Scored scored(Replaced(kSmallRegression, "</Output>",
+                           "<OutputField name='r' feature='residual'/><OutputField name='twice' "
+                           "feature='transformedValue' dataType='double'><Apply function='+'><FieldRef field='x'/>"
+                           "<FieldRef field='x'/></Apply></OutputField></Output>"));
+    CaseRecord first;
+    first.Add("y", new NumericValue(1));
+    first.Add("x", new NumericValue(2));
+    first.Add("z", new NumericValue(3));
+    CaseRecord swapped;
+    swapped.Add("y", new NumericValue(1));
+    swapped.Add("z", new NumericValue(3));
+    swapped.Add("x", new NumericValue(2));
+    ASSERT_TRUE(scored.Model().Score(&first, &scored.Result()).IsOK());
+    EXPECT_EQ(scored.Number("twice"), 4);
+    EXPECT_NE(scored.Number("r"), kMissing);
+    EXPECT_TRUE(scored.Model().Score(&swapped, &scored.Result()).IsError());
+    for (const char* output : {"p", "r", "twice"}) {
+        EXPECT_EQ(scored.Number(output), kMissing) << output;
+    }
+#endif
+}
+
 } // namespace

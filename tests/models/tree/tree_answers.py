@@ -10,7 +10,7 @@ import pathlib
 import random
 import xml.etree.ElementTree as ElementTree
 
-SAMPLES = pathlib.Path(__file__).parent / "samples"
+SAMPLES = pathlib.Path(__file__).parent.parent / "samples"
 NAMESPACE = "{http://www.dmg.org/PMML-4_3}"
 STRATEGIES = ["none", "lastPrediction", "nullPrediction", "defaultChild", "weightedConfidence", "aggregateNodes"]
 NO_CHILD = ["returnNullPrediction", "returnLastPrediction"]
@@ -156,44 +156,51 @@ class Tree:
         confidence = shares.get(prediction, (0, 0, 0))[2] * self.penalty ** penalties
         return {"prediction": prediction, "probabilities": probabilities, "confidence": confidence, "entity": entity}
 
-    def reach(self, node, weight, case):
-        """The nodes that answer for a case that comes to this one, each with its part of the weight."""
+    def reach(self, node, weight, factor, case):
+        """The nodes that answer for a case that comes to this one, each with its part of the weight and the penalties of
+        its own way."""
         children = node.findall(NAMESPACE + "Node")
         if not children:
-            return [(node, weight)]
+            return [(node, weight, factor)]
         verdict = self.choose(children, case)
         if verdict == "nobody":
-            return [(node, weight)] if self.no_child == "returnLastPrediction" else []
-        return self.share_out(node, weight, case) if verdict == "unknown" else self.reach(verdict, weight, case)
+            return [(node, weight, factor)] if self.no_child == "returnLastPrediction" else []
+        if verdict == "unknown":
+            return self.share_out(node, weight, factor, case)
+        return self.reach(verdict, weight, factor * self.penalty_of(verdict, case), case)
 
-    def share_out(self, node, weight, case):
+    def penalty_of(self, child, case):
+        return self.penalty if self.holds(child, case) and self.needs_surrogate(child, case) else 1.0
+
+    def share_out(self, node, weight, factor, case):
         open_children = [child for child in node.findall(NAMESPACE + "Node") if self.holds(child, case) is not False]
         total = sum(float(child.get("recordCount")) for child in open_children)
         return [part for child in open_children if total
-                for part in self.reach(child, weight * float(child.get("recordCount")) / total, case)]
+                for part in self.reach(child, weight * float(child.get("recordCount")) / total,
+                                       factor * self.penalty_of(child, case), case)]
 
     def several(self, node, case, penalties):
-        parts = self.share_out(node, 1.0, case)
+        parts = self.share_out(node, 1.0, self.penalty ** penalties, case)
         if not self.is_classification:
             scored = [(float(part.get("score")), weight if self.strategy == "weightedConfidence"
-                       else float(part.get("recordCount"))) for part, weight in parts if part.get("score")]
+                       else float(part.get("recordCount"))) for part, weight, _ in parts if part.get("score")]
             total = sum(weight for _, weight in scored)
             return {"prediction": sum(score * weight for score, weight in scored) / total, "entity": ""} if total else None
         probabilities = dict.fromkeys(self.categories, 0.0)
         confidences = dict.fromkeys(self.categories, 0.0)
-        for part, weight in parts:
+        for part, weight, factor in parts:
             for category, (records, probability, confidence) in self.distribution(part).items():
                 probabilities[category] += records if self.strategy == "aggregateNodes" else weight * probability
-                confidences[category] += records if self.strategy == "aggregateNodes" else weight * confidence
+                confidences[category] += factor * (records if self.strategy == "aggregateNodes" else weight * confidence)
         if not sum(probabilities.values()):
             return None
         if self.strategy == "aggregateNodes":
             total = sum(probabilities.values())
             probabilities = {category: records / total for category, records in probabilities.items()}
-            confidences = probabilities
-        prediction = max(self.categories, key=lambda category: confidences[category])
-        return {"prediction": prediction, "probabilities": probabilities, "confidence": confidences[prediction] * self.penalty ** penalties,
-                "entity": ""}
+            confidences = {category: records / total for category, records in confidences.items()}
+        decisive = probabilities if self.strategy == "aggregateNodes" else confidences
+        prediction = max(self.categories, key=lambda category: decisive[category])
+        return {"prediction": prediction, "probabilities": probabilities, "confidence": confidences[prediction], "entity": ""}
 
 
 def play_cases():

@@ -42,7 +42,7 @@ constexpr FaultyChange kModelFaults[] = {
 constexpr FaultyChange kNodeFaults[] = {
     {"PredicateMissing", "  <True/>\n", "", Failure(MISSING_NODE_IN, "predicate", "Node")},
     {"PredicateDoubled", "  <True/>\n", "<True/><False/>", Failure(MORE_THAN_ONE, "predicate", "Node")},
-    {"ChildWrong", "  <True/>\n", "<True/><DecisionTree/>", Failure(INVALID_NODE, "DecisionTree", "Node")},
+    {"ChildWrong", "  <True/>\n", "<True/><Segment/>", Failure(INVALID_NODE, "Segment", "Node")},
     {"ScoreUnlisted", "score='b'", "score='c'", Failure(INVALID_ATTRIBUTE_VALUE_IN, "c", "score", "Node")},
     {"RecordCountEmpty", "recordCount='10'", "recordCount=''", Failure(NULL_ATTRIBUTE, "recordCount", "Node")},
     {"RecordCountWrong", "recordCount='10'", "recordCount='ten'",

@@ -152,4 +152,49 @@ TEST(TreePenalty, IsForTheStepsThatAreTaken) {
     EXPECT_EQ(scored.Number("conf"), 0.75);
 }
 
+/// Two open children of equal records below the root for an unknown x: in the left one a surrogate leads to the leaf,
+/// in the right one nothing does. Each leaf has 1 record of "a" and 3 of "b", or the other way round.
+std::string TwoOpenChildren(const std::string& strategy) {
+    const std::string surrogate = "<CompoundPredicate booleanOperator='surrogate'><SimplePredicate field='x' "
+                                  "operator='equal' value='1'/><SimplePredicate field='z' operator='equal' value='1'/>"
+                                  "</CompoundPredicate>";
+    return Document("classification", "missingValuePenalty='0.5' missingValueStrategy='" + strategy + "'",
+                    "<Node><True/><Node recordCount='4'>" + std::string(kBelow) + "<Node recordCount='4'>" + surrogate +
+                        Shares("recordCount='1'", "recordCount='3'") + "</Node></Node><Node recordCount='4'>" + kAbove +
+                        "<Node recordCount='4'><True/>" + Shares("recordCount='3'", "recordCount='1'") +
+                        "</Node></Node></Node>");
+}
+
+// a: (1/4 / 2 + 3/4) / 2, b: (3/4 / 2 + 1/4) / 2.
+TEST(TreePenalty, OfOneOfSeveralNodesIsItsOwn) {
+    for (const char* strategy : {"weightedConfidence", "aggregateNodes"}) {
+        Scored scored(TwoOpenChildren(strategy));
+        ASSERT_TRUE(scored.Score({{"z", "1"}}).IsOK());
+        EXPECT_EQ(scored.Text(), "a") << strategy;
+        EXPECT_EQ(scored.Number("conf"), 0.4375) << strategy;
+        EXPECT_EQ(scored.Probability("a"), 0.5) << strategy;
+        EXPECT_EQ(scored.Probability("b"), 0.5) << strategy;
+    }
+}
+
+// a: 10 of 10 records behind the surrogate and 1 of 10 elsewhere; less the penalty that is below b's 9 of 10.
+TEST(TreePenalty, DecidesWhereConfidencesAreWeighed) {
+    const auto document = [](const std::string& strategy) {
+        std::string changed = Replaced(TwoOpenChildren(strategy), Shares("recordCount='1'", "recordCount='3'"),
+                                       Shares("recordCount='10'", "recordCount='0'"));
+        return Replaced(changed, Shares("recordCount='3'", "recordCount='1'"),
+                        Shares("recordCount='1'", "recordCount='9'"));
+    };
+    Scored weighed(document("weightedConfidence"));
+    ASSERT_TRUE(weighed.Score({{"z", "1"}}).IsOK());
+    EXPECT_DOUBLE_EQ(weighed.Probability("a"), 0.55);
+    EXPECT_EQ(weighed.Text(), "b");
+    EXPECT_DOUBLE_EQ(weighed.Number("conf"), 0.45);
+    Scored added(document("aggregateNodes"));
+    ASSERT_TRUE(added.Score({{"z", "1"}}).IsOK());
+    EXPECT_DOUBLE_EQ(added.Probability("a"), 0.55);
+    EXPECT_EQ(added.Text(), "a");
+    EXPECT_DOUBLE_EQ(added.Number("conf"), 0.3);
+}
+
 } // namespace

@@ -160,6 +160,52 @@ TEST(TreeSpeed, NothingIsAllocatedForACase) {
     EXPECT_EQ(AllocationsOf(scoreAll), 0U);
 }
 
+/// Ids are told as they are written, be they numbers or not.
+TEST(TreeModel, CallsANodeByItsId) {
+    for (const std::string id : {"3", "0", "007", "00", "-1", "+1", "1.0", " 1", "999999999", "1234567890",
+                                 "4294967298", "left", "a node with a long name, longer than others", "\xC3\xB6"}) {
+        const std::string document = Replaced(kSmallTree, "<Node id='2'", "<Node id='" + id + "'");
+        Scored scored(Replaced(document, "defaultChild='2'", "defaultChild='" + id + "'"));
+        for (int i = 0; i < 2; ++i) {
+            scored.Score({{"x", "2"}, {"c", "w"}});
+            EXPECT_EQ(scored.Text("node"), id);
+            scored.Score({{"x", "0"}, {"c", "w"}});
+            EXPECT_EQ(scored.Text("node"), "1");
+        }
+    }
+    Scored unnamed(Replaced(Replaced(kSmallTree, "<Node id='2'", "<Node id=''"), " defaultChild='2'", ""));
+    unnamed.Score({{"x", "2"}, {"c", "w"}});
+    EXPECT_EQ(unnamed.Text("node"), "");
+}
+
+std::size_t BytesOf(const std::string& document) {
+    std::ostringstream out;
+    ReadModel(document)->Display(out);
+    const std::string told = "bytes: ";
+    return std::stoul(out.str().substr(out.str().find(told) + told.size()));
+}
+
+TEST(TreeModel, TakesSixtyBytesForANodeAtMost) {
+    constexpr std::size_t kNodes = 5000;
+    std::string document = R"(<PMML version='4.3'><DataDictionary>
+<DataField name='y' optype='continuous' dataType='double'/><DataField name='x' optype='continuous' dataType='double'/>
+</DataDictionary><TreeModel functionName='regression'><MiningSchema><MiningField name='y' usageType='target'/>
+<MiningField name='x'/></MiningSchema><Node score='0'><True/>)";
+    for (std::size_t i = 1; i < kNodes; ++i) {
+        const std::string number = std::to_string(i);
+        document += "<Node id='N" + number + "' score='" + number + ".5' recordCount='" + number +
+                    "'><SimplePredicate field='x' operator='lessThan' value='" + number + "'/></Node>";
+    }
+    document += "</Node></TreeModel></PMML>";
+    EXPECT_LE(BytesOf(document), 60 * kNodes);
+    const std::size_t named = BytesOf(document);
+    for (std::size_t at = document.find("'N"); at != std::string::npos; at = document.find("'N", at)) {
+        document.erase(at + 1, 1);
+    }
+    EXPECT_LE(BytesOf(document), 40 * kNodes);
+    EXPECT_LT(BytesOf(document), named);
+}
+
 TEST(TreeThreads, EightModelsGiveTheSameAnswers) {
     std::string document = ReadFile(ModelSamplesFolder() + "/play.pmml");
     document = Replaced(Replaced(document, "STRATEGY\" noTrue", "weightedConfidence\" noTrue"), "NOCHILD",

@@ -8,6 +8,8 @@ Decision: an epoch of year 0 is the day 0000-01-01 of the extended calendar, 719
 Decision: functions of dates give whole days and seconds of counts with a fraction; a year of more than 9 digits and, to
 formatDatetime, a moment more than 10**15 seconds away from 1970 are outside the domain.
 Decision: formatDatetime knows the conversions of strftime in C, but for those of time zones; others are outside the domain.
+Decision: seconds below 0 and from 86400 on are no time of a day: casts of them to a time, dateSecondsSinceMidnight and
+formatDatetime have no value, while numbers and comparisons of timeSeconds take them as they are.
 Decision: a dateTime cast to a date or a time keeps that part of it; a date cast to a dateTime is its midnight.
 """
 import re
@@ -99,6 +101,11 @@ def _kind(type_):
     return ("date", days(year)) if type_.startswith("dateDays") else ("dateTime", days(year) * DAY)
 
 
+def kind(type_):
+    """Which of date, time and dateTime a type measures."""
+    return _kind(type_)[0]
+
+
 def convert(count, source, target):
     """A count of one date type as that of another."""
     from .values import NotOfType
@@ -113,12 +120,14 @@ def convert(count, source, target):
         count %= DAY
     elif kind != wanted:
         raise NotOfType(f"{source} as {target}")
+    if target == "time" and not 0 <= count < DAY:
+        raise NotOfType(f"{count} seconds as {target}")
     return count - wanted_epoch
 
 
 def common(left, left_type, right, right_type):
     """Two counts of different date types on one scale."""
-    for target in ("time", "dateTime"):
+    for target in ("timeSeconds", "dateTime"):
         try:
             return convert(left, left_type, target), convert(right, right_type, target)
         except ValueError:
@@ -155,7 +164,7 @@ _JOINED = {"c": "%a %b %e %H:%M:%S %Y", "D": "%m/%d/%y", "F": "%Y-%m-%d", "h": "
 
 def _fields(value):
     """The conversions of a pattern and what they give for a moment, in the C locale."""
-    count = convert(value.data, value.type, "dateTime") if value.type not in ("time", "timeSeconds") else value.data
+    count = convert(value.data, value.type, "time" if value.type in ("time", "timeSeconds") else "dateTime")
     if not abs(count) <= MOST_SECONDS:
         raise ValueError(count)
     day, second = divmod(int(count // 1), DAY)

@@ -99,7 +99,8 @@ class Case:
     def _find(self, name):
         derived = self._document.derived.get(name)
         if derived is not None:
-            return as_type(evaluate(expression_of(derived), self), derived.get("dataType"))
+            type_ = derived.get("dataType")
+            return as_type(evaluate(expression_of(derived), self, type_), type_)
         field, cell = self._document.fields[name], self._row.get(name, "")
         if not self._treated:
             return field.plain(cell)
@@ -117,6 +118,8 @@ class Case:
 
     def listed(self, name):
         """The values of an ordinal field in their order, None for other fields; those of a derived field in its own."""
+        if name in self.outputs:
+            return None
         derived = self._document.derived.get(name)
         if derived is not None:
             if derived.get("optype") != "ordinal":

@@ -9,17 +9,25 @@ specified and the function yielded a missing value, then the defaultValue is ret
 
 Decision: invalidValueTreatment speaks of results outside the domain of a function; whatever it says, such a result is
 missing within an expression, and defaultValue replaces it, for there is no case that it could refuse.
-Decision: mapMissingTo and defaultValue of Apply have the type of the result where the function knows one, which for a
-word that writes a number is a number.
+Decision: mapMissingTo and defaultValue of Apply are values of the type of the result where the expression says one, and
+they write one; else, for the whole of a field, of the field's; else numbers where they write one, and texts. So are a
+Constant, the cells of a MapValues and the bins of a Discretize without a type, which are of their field's where they
+are the whole of it.
 Decision: Lag aggregates ignore missing values and cases before the first; without any value the result is missing, and
 stddev is that of a sample, missing for a single value.
 Decision: a block of Lag ends where the value of a BlockIndicator changes, and doesn't go on where it comes back.
+Decision: lessThan, lessOrEqual, greaterThan and greaterOrEqual with a reference to an ordinal field of texts go by the
+order in which it lists them; the other argument counts as a text, and what isn't listed is neither below nor above. Two
+fields of different lists have no common order; parameters of defined functions and output fields have none.
+Decision: a double or an integer that a field of the type float is made of is rounded to single precision; floats are
+elsewhere what a double holds, but to predicates (predicates.py).
 Decision: Aggregate has, for a field with one value a case, the value of the case itself as its collection.
 """
 import math
 import statistics
 from . import functions, tables, text_index
-from .values import MISSING, NotOfType, Unsupported, Value, cast, constant, number
+from .result_types import of_call, replacement
+from .values import MISSING, NotOfType, Unsupported, Value, cast, constant, number, single, text_of
 
 _HANDLERS = {}
 
@@ -31,11 +39,14 @@ def handles(name):
     return register
 
 
-def evaluate(element, env):
-    """The Value of an expression in an environment, or MISSING."""
+_OF_WANTED_TYPE = ("Constant", "Apply", "Discretize", "MapValues")
+
+
+def evaluate(element, env, wanted=None):
+    """The Value of an expression in an environment, or MISSING. wanted is the type of the field that it is the whole of."""
     if element.tag not in _HANDLERS:
         raise Unsupported(element.tag)
-    return _HANDLERS[element.tag](element, env)
+    return _HANDLERS[element.tag](element, env, *([wanted] if element.tag in _OF_WANTED_TYPE else []))
 
 
 def is_expression(element):
@@ -50,21 +61,23 @@ def expression_of(element):
     return found[0]
 
 
-def as_type(value, type_):
-    """A result in the type that its field declares; one that can't be has no value."""
+def as_type(value, type_, is_computed=True):
+    """A result in the type that its field declares; one that can't be has no value. What no expression has computed
+    stays what a double holds."""
     if value is MISSING or type_ is None:
         return value
     try:
-        return cast(value, type_)
+        result = cast(value, type_)
     except NotOfType:
         return MISSING
+    return single(result) if is_computed and type_ == "float" and value.type in ("double", "integer") else result
 
 
 @handles("Constant")
-def _constant(element, _env):
+def _constant(element, _env, wanted):
     if element.get("missing") in ("true", "1"):
         return MISSING
-    return constant(element.text or "", element.get("dataType"))
+    return tables.stated(element.text or "", element.get("dataType"), wanted)
 
 
 @handles("FieldRef")
@@ -77,18 +90,35 @@ def _field_ref(element, env):
 
 
 @handles("Apply")
-def _apply(element, env):
+def _apply(element, env, wanted):
     arguments = [evaluate(child, env) for child in element if is_expression(child)]
     if "mapMissingTo" in element.attrib and any(each is MISSING for each in arguments):
-        return constant(element.get("mapMissingTo"))
+        return replacement(element.get("mapMissingTo"), of_call(element, env) or wanted)
     name = element.get("function")
     try:
-        result = _call(name, arguments, env)
+        order = _order([child for child in element if is_expression(child)], env) if name in functions.ORDERS else None
+        result = _call(name, arguments, env) if order is None else _by_places(name, arguments, order)
     except (functions.Undefined, NotOfType):
         result = MISSING
     if result is MISSING and "defaultValue" in element.attrib:
-        return constant(element.get("defaultValue"))
+        return replacement(element.get("defaultValue"), of_call(element, env) or wanted)
     return result
+
+
+def _order(elements, env):
+    """The texts in the order that a comparison goes by; None where none of the arguments is a field that has one."""
+    lists = [env.listed(each.get("field")) for each in elements if each.tag == "FieldRef"]
+    orders = [[value.data for value in each] for each in lists if each and each[0].type == "string"]
+    return orders[0] if orders and all(each == orders[0] for each in orders) else None
+
+
+def _by_places(name, arguments, order):
+    if any(each is MISSING for each in arguments):
+        return MISSING
+    texts = [text_of(each) for each in arguments]
+    if not all(each in order for each in texts):
+        return Value("boolean", False)
+    return functions.call(name, [Value("integer", order.index(each)) for each in texts])
 
 
 def _call(name, arguments, env):
@@ -111,11 +141,14 @@ class _Parameters:
     def type(self, name):
         return self._types[name]
 
+    def listed(self, _name):
+        return None
+
 
 def _call_defined(defined, arguments, env):
     parameters = [each for each in defined if each.tag == "ParameterField"]
     inside = _Parameters(parameters, arguments, env)
-    return as_type(evaluate(expression_of(defined), inside), defined.get("dataType"))
+    return as_type(evaluate(expression_of(defined), inside, defined.get("dataType")), defined.get("dataType"))
 
 
 def _median(values):

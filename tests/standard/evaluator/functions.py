@@ -216,6 +216,8 @@ COMPARISONS = {
     "greaterThan": _comparison(lambda result: result > 0), "greaterOrEqual": _comparison(lambda result: result >= 0),
 }
 
+ORDERS = ("lessThan", "lessOrEqual", "greaterThan", "greaterOrEqual")
+
 DATES = {
     "dateDaysSinceYear": lambda arguments: _integer(dates.days_since_year(arguments[0], whole(arguments[1]))),
     "dateSecondsSinceYear": lambda arguments: _integer(dates.seconds_since_year(arguments[0], whole(arguments[1]))),

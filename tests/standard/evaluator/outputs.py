@@ -15,6 +15,8 @@ number is the number with all its digits.
 from .expressions import as_type, evaluate, expression_of, is_expression
 from .values import MISSING, NotOfType, Unsupported, Value, constant, number, read, text_of
 
+_EXPRESSIONS = ("transformedValue", "decision")
+
 
 class Outputs:
     """The output fields of one case; each may use those before it."""
@@ -28,7 +30,7 @@ class Outputs:
         for each in element if element is not None else ():
             if each.tag != "OutputField":
                 continue
-            value = as_type(self._value(each), each.get("dataType"))
+            value = as_type(self._value(each), each.get("dataType"), each.get("feature") in _EXPRESSIONS)
             self._case.outputs[each.get("name")] = value
             if each.get("isFinalResult", "true") in ("true", "1"):
                 found.append((each.get("name"), value))
@@ -38,8 +40,8 @@ class Outputs:
         feature = element.get("feature", "predictedValue")
         if element.get("segmentId") is not None or not self._case.has_target(element.get("targetField")):
             return MISSING
-        if feature in ("transformedValue", "decision"):
-            return evaluate(expression_of(element), self._case)
+        if feature in _EXPRESSIONS:
+            return evaluate(expression_of(element), self._case, element.get("dataType"))
         handler = getattr(self, "_" + feature, None)
         if handler is None or any(is_expression(child) for child in element):
             raise Unsupported(feature)

@@ -1,13 +1,14 @@
 """Predicates in three-valued logic: SimplePredicate, SimpleSetPredicate, CompoundPredicate, True, False.
 
 A comparison with a missing value is unknown. Values compare in the field's type: an ordinal field goes by the order of
-the values that its definition lists, numbers and dates by their size, false is below true.
+the values that its definition lists, numbers and dates by their size, those of the type float in single precision, false
+is below true.
 
 Decision: of an ordinal field, a value that isn't listed is neither below nor above another.
 Decision: a compound surrogate is the first of its predicates that is known.
 """
 from . import logic
-from .values import MISSING, NotOfType, Unsupported, equal, order, read
+from .values import MISSING, NUMBERS, NotOfType, Unsupported, Value, equal, order, read, single
 
 PREDICATES = ("SimplePredicate", "SimpleSetPredicate", "CompoundPredicate", "True", "False")
 
@@ -29,10 +30,10 @@ def evaluate(element, env):
 
 
 def uses_surrogate(element, env):
-    """Whether a surrogate stood in for a predicate that is unknown."""
+    """Whether a predicate holds by a surrogate that stood in for one that is unknown."""
     if element.tag != "CompoundPredicate" or element.get("booleanOperator") != "surrogate":
         return False
-    return evaluate(next(child for child in element if child.tag in PREDICATES), env) is None
+    return evaluate(element, env) is True and evaluate(next(child for child in element if child.tag in PREDICATES), env) is None
 
 
 def _compound(element, env):
@@ -66,9 +67,22 @@ def words(array):
     return found
 
 
+_INFINITE = {"INF": float("inf"), "-INF": float("-inf"), "Infinity": float("inf"), "-Infinity": float("-inf")}
+
+
+def _other(value, text):
+    """What a predicate compares a value with."""
+    return Value(value.type, _INFINITE[text]) if value.type in NUMBERS and text in _INFINITE else read(text, value.type)
+
+
+def _compared(value):
+    """A value as predicates compare it."""
+    return single(value) if value.type == "float" else value
+
+
 def _same(value, text):
     try:
-        return equal(value, read(text, value.type))
+        return equal(_compared(value), _compared(_other(value, text)))
     except NotOfType:
         return False
 
@@ -95,8 +109,8 @@ def _simple(element, value, listed):
         return _same(value, text) == (operator == "equal")
     if operator not in _ORDERS:
         raise Unsupported(operator)
-    other = read(text, value.type)
+    other = _other(value, text)
     if listed is not None:
         places = [next((place for place, each in enumerate(listed) if equal(each, one)), None) for one in (value, other)]
         return None not in places and _ORDERS[operator](places[0] - places[1])
-    return _ORDERS[operator](order(value, other))
+    return _ORDERS[operator](order(_compared(value), _compared(other)))

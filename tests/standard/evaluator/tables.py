@@ -4,7 +4,9 @@ Decision: an outlier under outliers="asMissingValues" is missing; mapMissingTo s
 Decision: a value that equals two points of a NormContinuous takes the segment that begins there.
 Decision: in MapValues a missing input without mapMissingTo is missing; defaultValue is for values that no row has.
 Decision: of several rows that match the first counts.
+Decision: the prefix of a column's name plays no part, as that of a cell doesn't.
 """
+from .result_types import replacement
 from .values import MISSING, NotOfType, Value, constant, equal, number, number_of, read
 
 
@@ -26,8 +28,13 @@ def _norm_continuous(element, env):
     return Value("double", low + (x - left) / (right - left) * (high - low))
 
 
-def _mapped(element, attribute, type_=None):
-    return constant(element.get(attribute), type_) if attribute in element.attrib else MISSING
+def stated(text, type_, wanted):
+    """The value of a text: of the type that is stated beside it, else of the one that it is wanted for, if it is one."""
+    return constant(text, type_) if type_ is not None else replacement(text, wanted)
+
+
+def _mapped(element, attribute, type_=None, wanted=None):
+    return stated(element.get(attribute), type_, wanted) if attribute in element.attrib else MISSING
 
 
 def same_as_text(value, text):
@@ -54,15 +61,15 @@ def inside(interval, x):
     return right is None or x < number_of(right) or closure.endswith("Closed") and x == number_of(right)
 
 
-def _discretize(element, env):
+def _discretize(element, env, wanted):
     value, type_ = env.field(element.get("field")), element.get("dataType")
     if value is MISSING:
-        return _mapped(element, "mapMissingTo", type_)
+        return _mapped(element, "mapMissingTo", type_, wanted)
     x = number(value)
     for each in element:
         if each.tag == "DiscretizeBin" and inside(next(child for child in each if child.tag == "Interval"), x):
-            return constant(each.get("binValue"), type_)
-    return _mapped(element, "defaultValue", type_)
+            return stated(each.get("binValue"), type_, wanted)
+    return _mapped(element, "defaultValue", type_, wanted)
 
 
 def rows_of(element):
@@ -71,15 +78,19 @@ def rows_of(element):
     return [{cell.tag: cell.text or "" for cell in row} for row in table if row.tag == "row"]
 
 
-def _map_values(element, env):
+def _local(name):
+    return name.rpartition(":")[2]
+
+
+def _map_values(element, env, wanted):
     type_ = element.get("dataType")
-    pairs = [(env.field(each.get("field")), each.get("column")) for each in element if each.tag == "FieldColumnPair"]
+    pairs = [(env.field(each.get("field")), _local(each.get("column"))) for each in element if each.tag == "FieldColumnPair"]
     if any(value is MISSING for value, _ in pairs):
-        return _mapped(element, "mapMissingTo", type_)
+        return _mapped(element, "mapMissingTo", type_, wanted)
     for row in rows_of(element):
         if all(column in row and same_as_text(value, row[column]) for value, column in pairs):
-            return constant(row[element.get("outputColumn")], type_)
-    return _mapped(element, "defaultValue", type_)
+            return stated(row[_local(element.get("outputColumn"))], type_, wanted)
+    return _mapped(element, "defaultValue", type_, wanted)
 
 
 EXPRESSIONS = {"NormContinuous": _norm_continuous, "NormDiscrete": _norm_discrete, "Discretize": _discretize,

@@ -12,7 +12,9 @@ children without a prediction are left out of it, and weigh nothing further up e
 Decision: aggregateNodes, like weightedConfidence, goes on to all children that aren't false where one is unknown before
 one is true.
 Decision: leaves without records have no prediction together.
-Decision: missingValuePenalty counts the steps on the case's way, also where a node further up predicts.
+Decision: missingValuePenalty counts the steps on the case's way, also where a node further up predicts. Of a case that
+may be in several nodes the confidence of each counts the steps on the way to that node; with aggregateNodes a
+confidence is the share of the records, each leaf's less its penalty, and the most records still win.
 Decision: of equally probable categories the one with the most records wins, and the first in the node among those.
 """
 from .predicates import evaluate, predicate_of, uses_surrogate
@@ -90,8 +92,8 @@ class Tree:
             child = next((each for each in node.children if each.id == node.element.get("defaultChild")), None)
             return Prediction() if child is None else self._descend(child, env, steps + 1)
         if strategy == "weightedConfidence":
-            return self._weighted(node, env)
-        return self._aggregate(node, env)
+            return self._weighted(node, env, steps)
+        return self._aggregate(node, env, steps)
 
     def _current(self, node, steps):
         while node is not None and not node.predicts():
@@ -113,10 +115,10 @@ class Tree:
     def _candidates(self, node, env):
         return [child for child in node.children if evaluate(predicate_of(child.element), env) is not False]
 
-    def _weighted(self, node, env):
+    def _weighted(self, node, env, steps):
         children = self._candidates(node, env)
         total = sum(child.records() for child in children)
-        parts = [(self._descend(child, env, 0), child.records() / total) for child in children]
+        parts = [(self._descend(child, env, steps + self._step(child, env)), child.records() / total) for child in children]
         if self._regression:
             parts = [(part.value, weight * part.share) for part, weight in parts if not part.is_none]
             share = sum(weight for _, weight in parts)
@@ -125,28 +127,32 @@ class Tree:
         probabilities = _weighed([(part.probabilities, weight) for part, weight in parts])
         return Prediction(winner(confidences), probabilities, confidences)
 
-    def _leaves(self, node, env):
-        """The leaves below a node that the case may come to."""
+    def _step(self, child, env):
+        return uses_surrogate(predicate_of(child.element), env)
+
+    def _leaves(self, node, env, steps):
+        """The leaves below a node that the case may come to, each with the steps to it."""
         if not node.children:
-            return [node]
+            return [(node, steps)]
         reached = self._candidates(node, env)
         if reached and evaluate(predicate_of(reached[0].element), env) is True:
             reached = reached[:1]
-        return [leaf for child in reached for leaf in self._leaves(child, env)]
+        return [leaf for child in reached for leaf in self._leaves(child, env, steps + self._step(child, env))]
 
-    def _aggregate(self, node, env):
-        leaves = self._leaves(node, env)
+    def _aggregate(self, node, env, steps):
+        leaves = self._leaves(node, env, steps)
         if self._regression:
-            total = sum(leaf.records() for leaf in leaves)
+            total = sum(leaf.records() for leaf, _ in leaves)
             if total == 0:
                 return Prediction()
-            return Prediction(sum(float(leaf.element.get("score")) * leaf.records() for leaf in leaves) / total)
-        counts = _weighed([(leaf.counts(), 1) for leaf in leaves])
+            return Prediction(sum(float(leaf.element.get("score")) * leaf.records() for leaf, _ in leaves) / total)
+        counts = _weighed([(leaf.counts(), 1) for leaf, _ in leaves])
         total = sum(counts.values())
         if total == 0:
             return Prediction()
         shares = {category: count / total for category, count in counts.items()}
-        return Prediction(winner(shares), shares, shares)
+        less = _weighed([(leaf.counts(), self._penalty ** taken) for leaf, taken in leaves])
+        return Prediction(winner(shares), shares, {category: count / total for category, count in less.items()})
 
 
 def _weighed(parts):

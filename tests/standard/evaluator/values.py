@@ -6,10 +6,11 @@ number that stands in the document or the cell.
 
 Decision: a number becomes a text by the shortest digits that read back, without point where it is integral.
 Decision: a number that isn't integral is no integer; it can't be cast to one.
-Decision: "1" and "0" are booleans as "true" and "false" are; other words, capitals included, are none.
+Decision: "1" and "0" are booleans as "true" and "false" are, which may also be written "TRUE", "True", "FALSE" and "False".
 """
 import math
 import re
+import struct
 from . import dates
 
 MISSING = None
@@ -17,6 +18,7 @@ NUMBERS = ("integer", "float", "double")
 _NUMBER = re.compile(r"[+-]?(\d+(\.\d*)?|\.\d+)([eE][+-]?\d+)?\Z", re.ASCII)
 _INTEGER = re.compile(r"[+-]?\d+\Z", re.ASCII)
 _BLANKS = " \t\r\n"
+_TRUE, _FALSE = ("true", "TRUE", "True", "1"), ("false", "FALSE", "False", "0")
 
 
 class NotOfType(ValueError):
@@ -58,9 +60,9 @@ def read(text, type_):
         return Value(type_, text)
     stripped = text.strip(_BLANKS)
     if type_ == "boolean":
-        if stripped not in ("true", "false", "1", "0"):
+        if stripped not in _TRUE + _FALSE:
             raise NotOfType(text)
-        return Value(type_, stripped in ("true", "1"))
+        return Value(type_, stripped in _TRUE)
     if type_ in dates.MOMENTS:
         return Value(type_, dates.read(stripped, type_))
     return cast(Value("double", number_of(stripped)), type_)
@@ -86,7 +88,7 @@ def text_of(value):
     if value.type in dates.MOMENTS:
         return dates.write(value.data, value.type)
     number = value.data
-    if isinstance(number, float) and math.isfinite(number) and number == int(number) and abs(number) < 1e15:
+    if isinstance(number, float) and math.isfinite(number) and number == int(number) and abs(number) < 1e16:
         return str(int(number))
     return repr(number) if isinstance(number, float) else str(number)
 
@@ -132,6 +134,15 @@ def cast(value, type_):
             raise NotOfType(repr(value))
         return Value(type_, data, value.invalid)
     return Value(type_, float(data), value.invalid)
+
+
+def single(value):
+    """A number as the nearest one of single precision."""
+    try:
+        data = struct.unpack("f", struct.pack("f", value.data))[0]
+    except OverflowError:
+        data = math.copysign(math.inf, value.data)
+    return Value(value.type, data, value.invalid)
 
 
 def _common(left, right):

@@ -1,5 +1,5 @@
 """Classes of the counting date types, and of dates, times and dateTimes, in expressions and predictors."""
-from .building import (Trial, Parts, apply, const, data_field, document, names_of, of_expressions, ref, regression_model, table, tag)
+from .building import (Trial, Parts, apply, const, data_field, derived, document, names_of, of_expressions, ref, regression_model, table, tag)
 
 COUNTING = [*(f"dateDaysSince[{year}]" for year in (0, 1960, 1970, 1980)), "timeSeconds",
             *(f"dateTimeSecondsSince[{year}]" for year in (0, 1960, 1970, 1980))]
@@ -95,6 +95,19 @@ def cast(source, target):
     return make
 
 
+def beyond_a_day(draw, road, count):
+    """Counts of seconds of which some are no time of a day: as times, in functions, and beside times."""
+    rows = [{"e": draw.holed(draw.choice(("-1", "0", "86399", "86400", "90000", str(draw.randint(-99999, 99999)))), 0.1),
+             "t": draw.time()} for _ in range(count)]
+    midnight = apply("dateSecondsSinceMidnight", ref("e"))
+    calls = [("time", ref("e")), ("string", apply("formatDatetime", ref("e"), const("%H:%M:%S", "string"))), ("double", midnight),
+             ("double", ref("e")), ("double", apply("if", apply("lessThan", ref("e"), ref("t")), const("1"), const("0"))),
+             ("double", apply("if", apply("equal", ref("t"), ref("e")), const("1"), const("0"))),
+             ("string", apply("concat", ref("h"), const("!", "string")))]
+    return of_expressions(road, [field("timeSeconds"), data_field("t", "time", "ordinal")], calls, rows,
+                          helpers=[derived("h", "time", ref("e"))])
+
+
 def predicates(types):
     """A tree whose branches compare a field with a value and a set."""
     def make(draw, _road, count):
@@ -119,6 +132,7 @@ CASTS = [("dateDaysSince[1960]", "dateDaysSince[1970]"), ("dateDaysSince[1980]",
 CLASSES = {
     **{f"date.{use}-counting": used(use, COUNTING) for use in USES},
     **{f"date.{use}": used(use, MOMENTS) for use in ("table", "indicator", "copy", "comparison", "equality")},
+    "date.beyond-a-day": beyond_a_day,
     **{f"date.cast-{source}-{target}": cast(source, target) for source, target in CASTS},
 }
 SCORED = {

@@ -24,6 +24,16 @@ def norm(outliers, hole=0.0, mapped=False):
     return make
 
 
+def norm_of(type_):
+    """A NormContinuous and bins over values that count as numbers."""
+    def make(draw, road, count):
+        points = [tag("LinearNorm", orig=x, norm=y) for x, y in ((-8, 1), (0, 0), (1, 4), (9000, -4))]
+        calls = [("double", tag("NormContinuous", *points, field="x", mapMissingTo="7")),
+                 ("string", tag("Discretize", *bins_of(draw), field="x", dataType="string", mapMissingTo="none"))]
+        return of_expressions(road, [data_field("x", type_, "categorical")], calls, cells(draw, count, 0.2, x=type_), 1e-12)
+    return make
+
+
 def bins_of(draw, type_="string", values=None):
     """DiscretizeBins that don't overlap, with gaps and open ends."""
     edges = sorted(draw.sample(range(-80, 80), draw.randint(1, 5)))
@@ -162,6 +172,41 @@ def rule(**attributes):
     return make
 
 
+REPLACED = ("007", " 1.50", "1e3", "true", "0", "none", "2020-1-2", "12:0:0", "5")
+
+
+def replaced(draw, road, count):
+    """mapMissingTo and defaultValue of expressions of every type, as a whole and within others."""
+    def source(type_, level):
+        names = {"string": "st", "double": "ab", "boolean": "fg", "date": "de"}
+        if level and draw.random() < 0.4:
+            return call(type_, level - 1)
+        if type_ == "string" and draw.random() < 0.3:
+            return tag("MapValues", tag("FieldColumnPair", field="s", column="k"), table(("k", "v"), [("a", "01"), ("b", "x")]),
+                       outputColumn="v", dataType=draw.choice(("string", None)))
+        return draw.choice((ref(draw.choice(names[type_])),) * 3 + (const("3", missing="true"),))
+
+    def call(type_, level):
+        more = {name: draw.choice(REPLACED) for name in draw.choice((("mapMissingTo",), ("defaultValue",), ("mapMissingTo", "defaultValue")))}
+        kind = draw.random()
+        if type_ == "string" and kind < 0.25:
+            return apply("same", source("string", level), **more)
+        if type_ == "double" and kind < 0.5:
+            return apply(draw.choice("+-"), source("double", level), source("double", level), **more)
+        if type_ == "boolean" and kind < 0.5:
+            return apply("equal", source("string", level), source("string", level), **more)
+        other = type_ if draw.random() < 0.7 else draw.choice(("string", "double"))
+        return apply("if", ref("f"), source(type_, level), *([source(other, level)] if draw.random() < 0.8 else []), **more)
+    types = ("string", "double", "boolean", "date")
+    calls = [("string", call(draw.choice(types), 2)) for _ in range(4)]
+    calls += [("string", apply("concat", call(draw.choice(types), 1), const("!", "string"))) for _ in range(2)]
+    fields = [*NUMBERS, *TEXT, *FLAGS, data_field("d", "date", "ordinal"), data_field("e", "date", "ordinal")]
+    same = tag("DefineFunction", tag("ParameterField", name="p", dataType="string"), ref("p"), name="same", dataType=draw.choice(("string", None)),
+               optype="categorical")
+    rows = cells(draw, count, 0.4, a="integer", b="integer", s="string", t="string", f="boolean", g="boolean", d="date", e="date")
+    return of_expressions(road, fields, calls, rows, functions=[same])
+
+
 def treated(**attributes):
     """Results outside the domain of a function."""
     def make(draw, road, count):
@@ -215,6 +260,32 @@ def defined(inner):
     return make
 
 
+SIZES = ("small", "big", "vast", "10", "9")
+
+
+def ordinal(draw, road, count):
+    """Comparisons with ordinal fields: of constants, of a field with the same list, of one with another list, of numbers; h
+    is derived and has values that it doesn't list."""
+    def listing(values):
+        return [tag("Value", value=each) for each in values]
+
+    def call():
+        other = draw.choice((ref("o"), ref("p"), ref("q"), ref("h"), ref("s"), ref("i"), const(draw.choice((*SIZES, "other", "1.5"))),
+                             const(draw.choice(SIZES), "string"), apply("concat", ref("s"), const("", "string"))))
+        pair = [ref(draw.choice("oph"), mapMissingTo=draw.choice((None, None, "big"))), other]
+        if draw.random() < 0.4:
+            pair.reverse()
+        return apply(draw.choice(("lessThan", "lessOrEqual", "greaterThan", "greaterOrEqual", "equal")), *pair,
+                     mapMissingTo=draw.choice((None, None, "true")))
+    fields = [data_field("o", "string", "ordinal", *listing(SIZES)), data_field("p", "string", "ordinal", *listing(SIZES)),
+              data_field("q", "string", "ordinal", *listing(SIZES[::-1])), TEXT[0], data_field("i", "integer")]
+    helpers = [derived("h", "string", ref("s"), *listing(("vast", "10", "big")), optype="ordinal")]
+    calls = [("double", apply("if", call(), const("1"), const("0"), defaultValue="7")) for _ in range(4)]
+    rows = [{**{name: draw.holed(draw.choice(SIZES), 0.15) for name in "opq"}, "i": draw.choice(("9", "10", "11")),
+             "s": draw.holed(draw.choice((*SIZES, "other")), 0.15)} for _ in range(count)]
+    return of_expressions(road, fields, calls, rows, helpers=helpers)
+
+
 def lag(hole=0.0, blocks=False, **attributes):
     def make(draw, road, count):
         block = [tag("BlockIndicator", field="s")] if blocks else []
@@ -245,6 +316,7 @@ def text_index(normalised=False, **attributes):
 
 CLASSES = {
     **{f"norm.{outliers}": norm(outliers) for outliers in ("asIs", "asMissingValues", "asExtremeValues")},
+    **{f"norm.{type_}": norm_of(type_) for type_ in ("boolean", "date", "time", "dateTime")},
     "norm.missing": norm("asIs", 0.3), "norm.mapMissingTo": norm("asIs", 0.3, True),
     "bins.string": bins("string"), "bins.number": bins("double"), "bins.missing": bins("string", 0.3),
     "bins.mapMissingTo": bins("string", 0.3, mapMissingTo="none"), "bins.defaultValue": bins("string", 0.0, defaultValue="other"),
@@ -262,10 +334,10 @@ CLASSES = {
        for use in BOOLEAN_USES},
     "boolean.derived-indicator": boolean_key("indicator"), "boolean.derived-table-key": boolean_key("table"),
     "apply.general-rule": rule(), "apply.mapMissingTo": rule(mapMissingTo="5"), "apply.defaultValue": rule(defaultValue="9"),
-    "apply.both": rule(mapMissingTo="5", defaultValue="9"),
+    "apply.both": rule(mapMissingTo="5", defaultValue="9"), "apply.replaced": replaced,
     "apply.invalid-asMissing": treated(invalidValueTreatment="asMissing"),
     "apply.invalid-asMissing-defaultValue": treated(invalidValueTreatment="asMissing", defaultValue="3"),
-    "nested.shallow": nested(2), "nested.deep": nested(5), "nested.texts": nested_texts,
+    "nested.shallow": nested(2), "nested.deep": nested(5), "nested.texts": nested_texts, "apply.ordinal": ordinal,
     "defined.simple": defined(False), "defined.nested": defined(True),
     "lag.plain": lag(), "lag.third": lag(n="3"), "lag.missing": lag(0.3), "lag.blocks": lag(blocks=True),
     **{f"lag.{name}": lag(n="3", aggregate=name) for name in ("avg", "max", "median", "min", "product", "sum", "stddev")},

@@ -142,6 +142,20 @@ def prefixed(draw, road, count):
     return trial
 
 
+def columns(key, result, in_cells=""):
+    """A table whose columns are named so, with a prefix in front of its cells."""
+    names = [name.rpartition(":")[2] for name in (key, result)]
+    row = "".join(f"<{in_cells}{name}>{cell}</{in_cells}{name}>" for name, cell in zip(names, ("a", "hit")))
+    mapped = tag("MapValues", tag("FieldColumnPair", field="s", column=key), tag("InlineTable", f"<row>{row}</row>"),
+                 outputColumn=result, dataType="string", defaultValue="no")
+
+    def make(draw, road, count):
+        trial = calls([S], ("string", mapped), cells=words("a", "b"))(draw, road, count)
+        trial.text = trial.text.replace("xmlns=", 'xmlns:d="http://example.org/data" xmlns=', 1)
+        return trial
+    return make
+
+
 CLASSES = {
     **{f"extension.{element}": extended(element, base) for element, base in EXTENDED.items() if base in _SHARED},
     "xml.comment-in-constant": calls([A], ("double", apply("+", ref("a"), raw("1<!-- - -->2")))),
@@ -152,7 +166,8 @@ CLASSES = {
     "xml.cdata-in-constant": calls([S], ("string", apply("concat", ref("s"), raw("<![CDATA[<&>]]>", "string"))), cells=words("ab", "a")),
     "xml.entities": calls([S], ("string", apply("concat", ref("s"), raw("&lt;&amp;&#233;", "string"))), cells=words("ab", "a")),
     "xml.instruction": calls([A], ("double", '<Apply function="+"><?note x?><FieldRef field="a"/><Constant>1</Constant></Apply>')),
-    "xml.prefix": prefixed,
+    "xml.prefix": prefixed, "xml.prefixed-columns": columns("d:k", "d:v", "d:"), "xml.prefixed-cells": columns("k", "v", "d:"),
+    "xml.columns-beyond-ascii": columns("größe", "weiß"),
     "lawful.constant-5.": calls([A], ("double", apply("+", ref("a"), raw("5.")))),
     "lawful.constant-line-breaks": calls([A], ("double", apply("+", ref("a"), raw("\n  5\n")))),
     "lawful.constant-plus": calls([A], ("double", apply("+", ref("a"), raw("+5")))),
@@ -164,6 +179,8 @@ CLASSES = {
     "lawful.odd-numbers": calls([A], ("double", ref("a")), ("double", apply("*", ref("a"), const("1"))), cells=odd_cells),
     "lawful.nested-1000": deep,
     "lawful.missing-word-of-number": missing_word,
+    "lawful.table-key-of-no-number": calls([A], ("string", _mapped(("1", "x"), ("one", "y"), ("2.0", "z"), defaultValue="no").replace(
+        'field="s"', 'field="a"')), cells=lambda draw, count: [{"a": draw.choice(("1", "2", "3", "one"))} for _ in range(count)]),
     "lawful.table-row-twice": calls([S], ("string", _mapped(("a", "x"), ("b", "y"), ("a", "x"))), cells=words("a", "b", "c")),
     "lawful.table-blanks": calls([S], ("string", _mapped(("a", "x"), ("a ", "y"), (" a", "z"))), cells=words("a", "a ", " a")),
     "lawful.indicator-blanks": calls([S], ("double", tag("NormDiscrete", field="s", value="a ")), cells=words("a", "a ", " a")),

@@ -156,6 +156,14 @@ def targets(values=(), hole=0.0, **attributes):
     return make
 
 
+def unnamed_target(draw, _road, count):
+    """A Target without a field is that of the schema's target, whatever its name."""
+    target = data_field("größe")
+    model = regression_model(["a"], tables=[tag("RegressionTable", tag("NumericPredictor", name="a", coefficient="1"), intercept="0")],
+                             target="größe", targets=tag("Targets", tag("Target", rescaleFactor="2")))
+    return trial([data_field("a"), target], model, rows_of(draw, count, 0.0, a="number"))
+
+
 def priors(draw, _road, count):
     values_ = [tag("TargetValue", value=each, priorProbability=share) for each, share in zip(COLORS, (0.25, 0.5, 0.25))]
     tables = [tag("RegressionTable", tag("NumericPredictor", name="a", coefficient=draw.coefficient() / 256), intercept="0", targetCategory=each)
@@ -203,6 +211,23 @@ def local(draw, _road, count):
 K = color("k")
 SHOWN = [tag("TargetValue", value=each, displayValue=f"the {each}") for each in COLORS]
 DECISION = tag("Decisions", *(tag("Decision", value=each) for each in ("yes", "no")), businessProblem="whether")
+def moments(stated):
+    """Output fields of each type of a moment, of fields, of constants and of one another, that state their type or not."""
+    def make(draw, _road, count):
+        types = ("date", "time", "dateTime")
+        shown = []
+        for type_ in types:
+            own = type_ if stated else None
+            shown += [output(f"f_{type_}", "transformedValue", ref(type_), dataType=own),
+                      output(f"c_{type_}", "transformedValue", const(draw.of_type(type_), type_), dataType=own),
+                      output(f"r_{type_}", "transformedValue", ref(f"f_{type_}"), dataType=own)]
+        fields = [data_field("a"), *(data_field(type_, type_) for type_ in types)]
+        table = tag("RegressionTable", tag("NumericPredictor", name="a", coefficient=draw.coefficient()), intercept="1")
+        rows = [{"a": write(draw.number()), **{type_: draw.holed(draw.of_type(type_), 0.2) for type_ in types}} for _ in range(count)]
+        return trial(fields, regression_model(names_of(fields), shown, [table]), rows)
+    return make
+
+
 OUTPUTS = {
     "predictedValue": outputs(output("o", "predictedValue", dataType="double")),
     "probability": outputs(output("o", "probability", value="red", dataType="double"), target=K),
@@ -224,6 +249,7 @@ OUTPUTS = {
     "dataType-integer": outputs(output("o", "predictedValue", dataType="integer"), output("t", "predictedValue", dataType="float")),
     "dataType-of-category": outputs(output("o", "predictedValue", dataType="double"), target=K),
     "dataType-string": outputs(output("o", "predictedValue", dataType="string", optype="categorical")),
+    "moments": moments(True), "moments-untyped": moments(False),
     "decision": outputs(output("p", "predictedValue", dataType="double"),
                         output("o", "decision", DECISION, apply("if", apply("greaterThan", ref("p"), const("0")), const("yes", "string"),
                                                                 const("no", "string")), dataType="string", optype="categorical")),
@@ -263,6 +289,6 @@ SCORED = {
     "targets.min-max": targets(min="-50", max="75.5"), "targets.rescale": targets(rescaleFactor="0.5", rescaleConstant="-3"),
     **{f"targets.castInteger-{word}": targets(castInteger=word) for word in ("round", "ceiling", "floor")},
     "targets.all": targets(min="-50", max="75.5", rescaleFactor="1.5", rescaleConstant="0.25", castInteger="round"),
-    "targets.default": targets([tag("TargetValue", defaultValue="42")], 0.2), "targets.priors": priors,
+    "targets.unnamed": unnamed_target, "targets.default": targets([tag("TargetValue", defaultValue="42")], 0.2), "targets.priors": priors,
     **{f"output.{name}": make for name, make in OUTPUTS.items()},
 }

@@ -1,8 +1,11 @@
 """Classes of trees: strategies, scores, shares, predicates."""
-from .building import Parts, Trial, data_field, document, output, tag
+import math
+
+from .building import Parts, Trial, const, data_field, document, output, ref, tag
 from .draw import write
 
 CATEGORIES = ("A", "B", "C")
+OPERATORS = ("equal", "notEqual", "lessThan", "lessOrEqual", "greaterThan", "greaterOrEqual")
 WORDS = ("u", "v", "w")
 FIELDS = [data_field("x"), data_field("c", "string", None, *(tag("Value", value=each) for each in WORDS)),
           data_field("o", "string", "ordinal", *(tag("Value", value=each) for each in ("small", "big", "vast"))),
@@ -89,11 +92,25 @@ def tree(hole=0.0, regression=False, scored=1.0, score_attribute=True, operators
 
 def booleans(draw, _road, count):
     """False is below true."""
-    operator = draw.choice(("equal", "notEqual", "lessThan", "lessOrEqual", "greaterThan", "greaterOrEqual"))
+    operator = draw.choice(OPERATORS)
     nodes = (tag("Node", tag("SimplePredicate", field="f", operator=operator, value=draw.choice(("true", "false"))), score="1"),
              tag("Node", "<True/>", score="2"))
     model = tag("TreeModel", tag("MiningSchema", tag("MiningField", name="f")), tag("Node", "<True/>", *nodes), functionName="regression")
     return Trial(document(Parts([FIELDS[3]], model=model)), rows_of(draw, count, 0.1))
+
+
+def singles(draw, _road, count):
+    """A field of the type float compared with a bound from which its values are quarters of a single's last digit away."""
+    bound = draw.uniform(-1, 1) * 2.0 ** draw.randint(-20, 20)
+    near = lambda: repr(bound + draw.randint(-10, 10) / 4 * math.ulp(bound) * 2.0 ** 29)
+    value = draw.choice((repr(bound), repr(bound), near(), draw.choice(("INF", "-INF", "Infinity", "-Infinity"))))
+    compared = lambda: tag("SimplePredicate", field="s", operator=draw.choice(OPERATORS), value=value)
+    among = tag("SimpleSetPredicate", tag("Array", f"{near()} {near()}", type="real", n=2), field="s",
+                booleanOperator=draw.choice(("isIn", "isNotIn")))
+    nodes = (tag("Node", compared(), score="1"), tag("Node", compared(), score="2"), tag("Node", among, score="3"),
+             tag("Node", "<True/>", score="4"))
+    model = tag("TreeModel", tag("MiningSchema", tag("MiningField", name="s")), tag("Node", "<True/>", *nodes), functionName="regression")
+    return Trial(document(Parts([data_field("s", "float")], model=model)), [{"s": draw.holed(near(), 0.1)} for _ in range(count)])
 
 
 def blanks(draw, _road, count):
@@ -117,6 +134,31 @@ def display(draw, _road, count):
     return Trial(document(Parts([*FIELDS, TARGET], model=model)), rows_of(draw, count, 0.0))
 
 
+def typed_target(type_, cast):
+    """Categories of a type, with what a Target says of them, and output fields that take their values on."""
+    def make(draw, _road, count):
+        words = ("u", "u ", " u") if type_ == "string" else ("true", "false") if type_ == "boolean" else \
+            list(dict.fromkeys(draw.of_type(type_) for _ in range(3)))
+        shares = lambda: [tag("ScoreDistribution", value=each, recordCount=draw.randint(1, 40)) for each in words]
+        leaf = lambda condition: tag("Node", condition, *shares(), score=draw.choice(words))
+        number = lambda operator: tag("SimplePredicate", field="x", operator=operator, value=draw.randint(-3, 3))
+        prior = 1 / 2 ** len(words)
+        values = [tag("TargetValue", value=each, priorProbability=prior * (place + 1), displayValue=f"shown {place}" if place else None)
+                  for place, each in enumerate(words)]
+        shown = [output("p", "predictedValue"), output("q", "predictedValue", rank=2), output("d", "predictedDisplayValue"),
+                 output("c", "predictedValue", dataType=cast), output("s", "probability", value=words[0], dataType="double"),
+                 output("r", "residual", value=words[-1], dataType="double"), output("t", "transformedValue",
+                        tag("Apply", ref("p"), const(words[0], type_), function="equal"), dataType="boolean")]
+        model = tag("TreeModel", tag("MiningSchema", tag("MiningField", name="k", usageType="target"), tag("MiningField", name="x")),
+                    tag("Output", *shown), tag("Targets", tag("Target", *values, field="k")),
+                    tag("Node", "<True/>", leaf(number("lessThan")), leaf(number("lessOrEqual")), leaf(number("greaterThan"))),
+                    functionName="classification", missingValueStrategy="nullPrediction")
+        rows = [{"x": draw.holed(str(draw.randint(-5, 5)), 0.2), "k": draw.choice(words)} for _ in range(count)]
+        listed = [tag("Value", value=each) for each in words] if draw.random() < 0.5 else []
+        return Trial(document(Parts([FIELDS[0], data_field("k", type_, "categorical", *listed)], model=model)), rows, "score", 1e-12)
+    return make
+
+
 NONE = ()
 STRATEGIES = ("lastPrediction", "nullPrediction", "defaultChild", "weightedConfidence", "aggregateNodes", "none")
 SCORED = {
@@ -126,11 +168,16 @@ SCORED = {
     "tree.returnLastPrediction-number-without-own": tree(scored=0.4, regression=True, noTrueChildStrategy="returnLastPrediction"),
     **{f"tree.missing-{word}": tree(0.3, operators=NONE, missingValueStrategy=word) for word in STRATEGIES},
     **{f"tree.missing-{word}-numbers": tree(0.3, regression=True, operators=NONE, missingValueStrategy=word) for word in STRATEGIES},
-    **{f"tree.missing-{word}-compound": tree(0.3, missingValueStrategy=word) for word in STRATEGIES[:3] + STRATEGIES[5:]},
+    **{f"tree.missing-{word}-compound": tree(0.3, missingValueStrategy=word) for word in STRATEGIES},
+    **{f"tree.penalty-{word}-compound": tree(0.3, confidence=word != "aggregateNodes", missingValueStrategy=word, missingValuePenalty="0.5")
+       for word in STRATEGIES},
     "tree.lastPrediction-without-own": tree(0.3, scored=0.4, operators=NONE, missingValueStrategy="lastPrediction"),
     "tree.penalty-defaultChild": tree(0.3, operators=NONE, missingValueStrategy="defaultChild", missingValuePenalty="0.5"),
     "tree.penalty-surrogate": tree(0.3, operators=("surrogate",), missingValuePenalty="0.5"),
     "tree.penalty-lastPrediction": tree(0.3, scored=0.5, operators=("surrogate",), missingValuePenalty="0.5",
                                         missingValueStrategy="lastPrediction", noTrueChildStrategy="returnLastPrediction"),
-    "tree.booleans": booleans, "tree.blanks": blanks, "tree.display": display,
+    **{f"tree.target-{type_}": typed_target(type_, cast) for type_, cast in {
+        "string": "string", "boolean": "integer", "integer": "double", "double": "string", "date": "dateDaysSince[1960]",
+        "time": "timeSeconds", "dateTime": "date", "dateDaysSince[1960]": "integer", "timeSeconds": "string"}.items()},
+    "tree.booleans": booleans, "tree.singles": singles, "tree.blanks": blanks, "tree.display": display,
 }

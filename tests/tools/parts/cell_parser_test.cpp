@@ -122,6 +122,25 @@ TEST_F(CellParserFields, TakesATextAsItStands) {
     EXPECT_EQ(Read("text", "17")->GetType(), ScoreValue::STRING_VALUE);
 }
 
+TEST_F(CellParserFields, TakesWhatAFieldListsForMissingWhereItCannotBeRead) {
+    CaseRow listing(dictionary);
+    listing.KeepUnreadable();
+    listing.SetMissingTexts({{"number", {"none", "7"}}, {"date", {"never"}}, {"text", {"no text"}}});
+    CellParser parser({});
+    const auto read = [&](const std::string& name, std::string_view cell) -> const ScoreValue* {
+        for (const CaseRow::Field& field : listing.Fields()) {
+            if (field.name == name) {
+                EXPECT_EQ(parser.Read(cell, field, listing), nullptr) << name;
+            }
+        }
+        return listing.Get(name);
+    };
+    EXPECT_TRUE(read("number", " none ")->IsSystemMissingValue());
+    EXPECT_EQ(read("number", "7")->GetDouble(), 7.0); // the reader of the field tells
+    EXPECT_TRUE(read("date", "never")->IsSystemMissingValue());
+    EXPECT_EQ(read("text", "no text")->GetString(), "no text");
+}
+
 TEST_F(CellParserFields, TakesEmptyCellsAndTokensForMissing) {
     for (const char* name : {"number", "text", "date", "time", "moment", "days"}) {
         for (const char* cell : {"", "NA", "-9"}) {

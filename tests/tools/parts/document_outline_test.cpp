@@ -42,6 +42,17 @@ TEST(DocumentOutlineTest, HasTheModelsBelowTheRoot) {
     EXPECT_FALSE(outline.fault.has_value());
 }
 
+TEST(DocumentOutlineTest, HasTheTextsForMissingValues) {
+    const DocumentOutline outline = OutlineOf(
+        "<PMML><DataDictionary><DataField name='a'><Extension><Value value='e' property='missing'/></Extension>"
+        "<Value value='1'/><Value value='NA' property='missing'/><Value value='&#246;' property='missing'/>"
+        "<Value value='x' property='invalid'/></DataField><Taxonomy><Value value='t' property='missing'/></Taxonomy>"
+        "<DataField name='b'><Value value='-' property='missing'/></DataField></DataDictionary><M><DataField name='c'>"
+        "<Value value='m' property='missing'/></DataField></M></PMML>");
+    EXPECT_EQ(outline.missingTexts, (MissingTexts{{"a", {"NA", "\xC3\xB6"}}, {"b", {"-"}}}));
+    EXPECT_EQ(MissingTextsIn("latin1", outline), (MissingTexts{{"a", {"NA", "\xF6"}}, {"b", {"-"}}}));
+}
+
 TEST(DocumentOutlineTest, HasNoModelsBelowOtherRoots) {
     EXPECT_EQ(ElementsOf(OutlineOf("<kord-ml><A/></kord-ml>")), "");
     EXPECT_EQ(ElementsOf(OutlineOf("<p:PMML><A/></p:PMML>")), "");

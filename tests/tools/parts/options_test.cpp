@@ -112,6 +112,7 @@ TEST(ScoreOptionsTest, HaveDefaults) {
     EXPECT_EQ(options.models, std::nullopt);
     EXPECT_EQ(options.model, std::nullopt);
     EXPECT_TRUE(options.modelOptions.empty());
+    EXPECT_FALSE(options.plain);
     EXPECT_EQ(options.delimiter, ',');
 }
 
@@ -129,6 +130,7 @@ TEST(ScoreOptionsTest, AreAllRead) {
     EXPECT_EQ(options.delimiter, ';');
     EXPECT_EQ(options.missingTokens, std::vector<std::string>{"NA"});
     EXPECT_TRUE(options.keep && options.strict && options.quiet);
+    EXPECT_TRUE(std::get<ScoreOptions>(Parse({"score", "d.pmml", "c.csv", "--plain"})).plain);
 }
 
 TEST(VerifyOptionsTest, AreAllRead) {
@@ -148,12 +150,16 @@ TEST(InspectOptionsTest, AreAllRead) {
     EXPECT_EQ(plain.document, "d.pmml");
     EXPECT_EQ(plain.encoding, "UTF-8");
     EXPECT_FALSE(plain.json);
+    EXPECT_FALSE(plain.plain);
     const auto full = std::get<InspectOptions>(
         Parse({"inspect", "--json", "--encoding", "CP1252", "d.pmml", "--models", "l", "--model", "2"}));
     EXPECT_EQ(full.models, "l");
     EXPECT_EQ(full.model, "2");
     EXPECT_EQ(full.encoding, "CP1252");
     EXPECT_TRUE(full.json);
+    EXPECT_TRUE(std::get<InspectOptions>(Parse({"inspect", "--plain", "d.pmml"})).plain);
+    EXPECT_EQ(ExitCodeOf({"inspect", "--plain", "d.pmml", "--models", "l"}), 2);
+    EXPECT_EQ(ExitCodeOf({"inspect", "--plain", "d.pmml", "--model", "2"}), 2);
 }
 
 TEST(CommandLine, EndsWithTwoOnWrongUsage) {

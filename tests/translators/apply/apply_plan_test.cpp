@@ -49,6 +49,22 @@ TEST(ApplyPlan, BranchesNestInEveryPlace) {
     }
 }
 
+/// A constant at the end of the arguments needs no step; one at the end of a branch does.
+TEST(ApplyPlan, ArgumentsEndInAConstantOrInABranch) {
+    DerivedFields constant(NumericField(Apply("-", Apply("sum", kX + std::string(kY) + kTwo) + kOne)));
+    DerivedFields branch(NumericField(Apply("-", kX + Apply("if", kY + std::string(kOne) + kTwo))));
+    DerivedFields half(NumericField(Apply("*", kX + Apply("if", kY + std::string(kTwo)))));
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(Numbers(10, 1, constant), "12");
+        EXPECT_EQ(Numbers(kMissing, kMissing, constant), "1");
+        EXPECT_EQ(Numbers(10, 1, branch), "9");
+        EXPECT_EQ(Numbers(10, 0, branch), "8");
+        EXPECT_EQ(Numbers(10, 1, half), "20");
+        EXPECT_EQ(Numbers(10, 0, half), "0");
+        EXPECT_EQ(Numbers(kMissing, 1, half), "missing");
+    }
+}
+
 TEST(ApplyPlan, TakesOverABranchOnceItsFieldWasReached) {
     DerivedFields fields(NumericField(Apply("if", kX + std::string(kOne) + Apply("+", kY + std::string(kOne)))));
     for (int i = 0; i < 3; ++i) {

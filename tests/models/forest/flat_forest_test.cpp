@@ -1,0 +1,267 @@
+// The segments of an ensemble of trees as one forest give what they give one by one, bit for bit: random forests of
+// all methods and treatments over rows with whatever a host may bring, case by case and in blocks.
+#include "kit/model/model_columns.h"
+#include "mining/mining_scorer.h"
+#include "models/forest/random_forest.h"
+#include "models/plans/plan_reading.h"
+#include "support/numbers.h"
+
+#include <MCVeltrane_900/CaseRecord.h>
+#include <MCVeltrane_900/NumericValue.h>
+#include <MCVeltrane_900/StringValue.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace veltrane_kit;
+using namespace veltrane::tests;
+using MCVeltrane_900::CaseRecord;
+using MCVeltrane_900::NumericValue;
+using MCVeltrane_900::StringValue;
+using veltrane_mining::MiningScorer;
+using Road = MiningScorer::Road;
+
+template <Road kRoad>
+std::unique_ptr<const Scorer> Make(const Element& element, ModelParts& parts) {
+    return std::make_unique<const MiningScorer>(element, parts, kRoad);
+}
+
+std::shared_ptr<const ModelPlan> ReadPlan(const std::string& document, MakeScorer make) {
+    return PlanReader(document).Read(u"MiningModel", make);
+}
+
+/// A value of each field: a number, a text or nothing.
+struct Cell {
+    std::optional<double> number;
+    std::optional<std::string> text;
+};
+using Row = std::vector<Cell>;
+const std::vector<std::string> kFields{"x", "z", "f", "k", "c", "o", "w"};
+
+class RandomRows {
+public:
+    RandomRows(unsigned seed, std::size_t mostMissing) : fRandom(seed), fMostMissing(mostMissing) {}
+
+    Row Next() {
+        const bool isWhole = fRandom() % 4 != 0;
+        Row row;
+        for (const std::string& field : kFields) {
+            row.push_back(isWhole || fRandom() % fMostMissing != 0 ? CellOf(field) : Cell());
+        }
+        return row;
+    }
+
+private:
+    Cell CellOf(const std::string& field) {
+        Cell cell;
+        if (field == "c" || field == "o" || field == "w") {
+            const std::vector<std::string> texts = RandomForest::Texts(field.front());
+            cell.text = fRandom() % 40 == 0 ? "unheard of" : texts[fRandom() % texts.size()];
+            return cell;
+        }
+        constexpr double kInfinity = std::numeric_limits<double>::infinity();
+        const double number = RandomForest::Numbers()[fRandom() % RandomForest::Numbers().size()];
+        const double odd[] = {kInfinity,
+                              -kInfinity,
+                              9007199254740993.0,
+                              -std::numeric_limits<double>::denorm_min(),
+                              std::numeric_limits<double>::max(),
+                              std::nan("")};
+        switch (fRandom() % 8) {
+        case 0:
+            cell.number = std::nextafter(number, kInfinity);
+            break;
+        case 1:
+            cell.number = std::nextafter(number, -kInfinity);
+            break;
+        case 2:
+            cell.number = static_cast<double>(static_cast<float>(number));
+            break;
+        case 3:
+            cell.number = fRandom() % 4 == 0 ? odd[fRandom() % 6] : number;
+            break;
+        default:
+            cell.number = field == "k" ? static_cast<double>(static_cast<int>(fRandom() % 9) - 2) : number;
+        }
+        return cell;
+    }
+
+    std::mt19937 fRandom;
+    std::size_t fMostMissing;
+};
+
+std::unique_ptr<CaseRecord> RecordOf(const Row& row) {
+    auto record = std::make_unique<CaseRecord>(static_cast<int>(row.size()));
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        if (row[i].number) {
+            record->Add(kFields[i], new NumericValue(*row[i].number));
+        } else {
+            record->Add(kFields[i], row[i].text ? new StringValue(*row[i].text) : nullptr);
+        }
+    }
+    return record;
+}
+
+std::string BitsOf(double number) {
+    return std::to_string(Bits(number));
+}
+
+std::string AnswerOf(const ModelPlan& plan, const Row& row, ModelState& state) {
+    const std::unique_ptr<CaseRecord> record = RecordOf(row);
+    if (!plan.Predict(*record, state)) {
+        return "none for slot " + std::to_string(state.prediction.lacking);
+    }
+    std::string answer = BitsOf(state.prediction.number) + " " + std::to_string(state.prediction.category);
+    for (const double probability : state.prediction.probabilities) {
+        answer += " " + BitsOf(probability);
+    }
+    return answer;
+}
+
+std::vector<std::string> CaseByCase(const ModelPlan& plan, const std::vector<Row>& rows) {
+    std::vector<std::string> answers;
+    answers.reserve(rows.size());
+    ModelState state(plan);
+    for (const Row& row : rows) {
+        answers.push_back(AnswerOf(plan, row, state));
+    }
+    return answers;
+}
+
+/// What the columns of a plan hold for rows, from those of the first field on.
+std::vector<std::string> InColumns(const std::shared_ptr<const ModelPlan>& plan, const std::vector<Row>& rows) {
+    const ModelColumns columns(plan, false);
+    const auto state = columns.NewState();
+    std::vector<std::vector<double>> numbers;
+    std::vector<std::vector<std::string_view>> texts;
+    std::vector<veltrane::InputColumn> inputs(columns.Inputs().size());
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        numbers.emplace_back(rows.size(), std::nan(""));
+        texts.emplace_back(rows.size());
+    }
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        const auto field = static_cast<std::size_t>(
+            std::find(kFields.begin(), kFields.end(), columns.Inputs()[i].name) - kFields.begin());
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            const Cell& cell = rows[row][field];
+            numbers[i][row] = cell.number.value_or(std::nan(""));
+            texts[i][row] = cell.text ? std::string_view(*cell.text) : std::string_view();
+        }
+        const bool isText = columns.Inputs()[i].type == veltrane::DataType::STRING;
+        inputs[i].numbers = isText ? nullptr : numbers[i].data();
+        inputs[i].texts = isText ? texts[i].data() : nullptr;
+    }
+    std::vector<double> results(rows.size());
+    std::vector<std::int32_t> codes(rows.size());
+    std::vector<std::uint8_t> unscored(rows.size());
+    std::vector<veltrane::OutputColumn> out(columns.Outputs().size());
+    out[0].numbers = plan->IsClassification() ? nullptr : results.data();
+    out[0].codes = plan->IsClassification() ? codes.data() : nullptr;
+    veltrane::OutputBlock block;
+    block.columns = out.data();
+    block.unscored = unscored.data();
+    columns.Score({rows.size(), inputs.data()}, *state, block);
+    std::vector<std::string> answers;
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        answers.push_back(unscored[row] != 0 ? "none" : BitsOf(results[row]) + " " + std::to_string(codes[row]));
+    }
+    return answers;
+}
+
+constexpr std::size_t kRows = 330;
+
+std::vector<Row> RowsOf(unsigned seed, std::size_t mostMissing) {
+    RandomRows random(seed, mostMissing);
+    std::vector<Row> rows;
+    for (std::size_t row = 0; row < kRows; ++row) {
+        rows.push_back(random.Next());
+    }
+    return rows;
+}
+
+/// Fails the test unless the forest of a document gives what its segments give.
+/// @return how many rows have a prediction
+std::size_t Check(const ForestOptions& options, unsigned seed) {
+    const std::string document = RandomForest(options, seed).Document();
+    const auto segments = ReadPlan(document, Make<Road::SEGMENTS>);
+    const auto forest = ReadPlan(document, Make<Road::FOREST>);
+    const auto steps = ReadPlan(document, Make<Road::ONE_BY_ONE>);
+    EXPECT_EQ(static_cast<const MiningScorer&>(segments->GetScorer()).Flat(), nullptr);
+    EXPECT_NE(static_cast<const MiningScorer&>(forest->GetScorer()).Flat(), nullptr) << document;
+    std::size_t count = 0;
+    // Few missing values: most rows of a block go the forest's way; many: none does.
+    for (const std::size_t mostMissing : {40U, 3U}) {
+        const std::vector<Row> rows = RowsOf(seed, mostMissing);
+        const std::vector<std::string> expected = CaseByCase(*segments, rows);
+        EXPECT_EQ(CaseByCase(*forest, rows), expected);
+        const std::vector<std::string> columns = InColumns(segments, rows);
+        EXPECT_EQ(InColumns(forest, rows), columns);
+        EXPECT_EQ(InColumns(steps, rows), columns);
+        count += static_cast<std::size_t>(
+            std::count_if(columns.begin(), columns.end(), [](const std::string& answer) { return answer != "none"; }));
+    }
+    return count;
+}
+
+constexpr const char* kStrategies[] = {"none",         "lastPrediction",     "nullPrediction",
+                                       "defaultChild", "weightedConfidence", "aggregateNodes"};
+constexpr const char* kNoTrueChild[] = {"returnNullPrediction", "returnLastPrediction"};
+
+struct FlatForest : testing::TestWithParam<const char*> {};
+
+/// All treatments of missing values for a method.
+std::size_t CheckTreatments(ForestOptions options) {
+    unsigned seed = 1;
+    std::size_t count = 0;
+    for (const char* strategy : kStrategies) {
+        for (const char* noTrueChild : kNoTrueChild) {
+            for (const bool isWide : {false, true}) {
+                options.strategy = strategy;
+                options.noTrueChild = noTrueChild;
+                options.isWide = isWide;
+                options.hasSets = isWide || seed % 3 != 0;
+                options.missingPrediction = seed % 3 == 0   ? "continue"
+                                            : seed % 3 == 1 ? "skipSegment"
+                                                            : "returnMissing";
+                SCOPED_TRACE(options.method + " " + strategy + " " + noTrueChild + (isWide ? " wide" : ""));
+                count += Check(options, ++seed);
+            }
+        }
+    }
+    return count;
+}
+
+TEST_P(FlatForest, GivesTheNumbersOfItsSegments) {
+    ForestOptions options;
+    options.method = GetParam();
+    EXPECT_GT(CheckTreatments(options), kRows);
+}
+
+INSTANTIATE_TEST_SUITE_P(Methods, FlatForest,
+                         testing::Values("average", "weightedAverage", "median", "weightedMedian", "max", "sum",
+                                         "weightedSum"));
+
+struct FlatForestOfCategories : testing::TestWithParam<const char*> {};
+
+TEST_P(FlatForestOfCategories, GivesTheSharesOfItsSegments) {
+    ForestOptions options;
+    options.method = GetParam();
+    options.isClassification = true;
+    // By their probabilities, or as sure of their category as a vote is.
+    options.hasShares = options.method.size() % 2 == 1;
+    EXPECT_GT(CheckTreatments(options), kRows);
+}
+
+INSTANTIATE_TEST_SUITE_P(Methods, FlatForestOfCategories,
+                         testing::Values("majorityVote", "weightedMajorityVote", "average", "weightedAverage", "median",
+                                         "weightedMedian", "max", "sum", "weightedSum"));
+
+} // namespace

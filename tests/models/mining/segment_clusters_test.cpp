@@ -1,0 +1,105 @@
+// Models of models whose segments are clusters: votes for a cluster, and the cluster of a segment that is selected.
+#include "models/columns/model_rows.h"
+#include "models/mining/small_ensemble.h"
+#include "support/faults/failure.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace veltrane::tests;
+
+namespace {
+
+/// The clusters low at 0 and high at a number of a field.
+std::string Clusters(char field, const std::string& high, const std::string& function = "clustering") {
+    return "<ClusteringModel functionName='" + function + "' modelClass='centerBased' numberOfClusters='2'>" +
+           Schema("", Fields(std::string(1, field))) +
+           "<ComparisonMeasure kind='distance'><cityBlock/></ComparisonMeasure><ClusteringField field='" + field +
+           "'/><Cluster id='low' name='the low ones'><Array type='real'>0</Array></Cluster><Cluster id='high'>"
+           "<Array type='real'>" +
+           high + "</Array></Cluster></ClusteringModel>";
+}
+
+std::string Clustering(const std::string& method, const std::string& segments) {
+    return EnsembleDocument("<MiningModel functionName='clustering'>" + Schema("", Fields("yxz")) +
+                            "<Output><OutputField name='id' feature='predictedValue'/><OutputField name='shown' "
+                            "feature='predictedDisplayValue'/><OutputField name='near' feature='affinity'/>"
+                            "<OutputField name='entity' feature='entityId'/></Output><Segmentation "
+                            "multipleModelMethod='" +
+                            method + "'>" + segments + "</Segmentation></MiningModel>");
+}
+
+const std::string kThree = SegmentOf(Clusters('x', "10"), "id='a' weight='1'") +
+                           SegmentOf(Clusters('y', "10"), "id='b' weight='1'") +
+                           SegmentOf(Clusters('z', "4"), "id='c' weight='3'");
+
+TEST(SegmentClusters, MostSegmentsDecide) {
+    Scored scored(Clustering("majorityVote", kThree));
+    ASSERT_TRUE(scored.Score({{"x", "9"}, {"y", "1"}, {"z", "4"}}).IsOK());
+    EXPECT_EQ(scored.Text(), "high");
+    EXPECT_EQ(scored.Text("id"), "high");
+    EXPECT_EQ(scored.Number("near"), kMissing) << "a vote has no distance";
+    ASSERT_TRUE(scored.Score({{"x", "9"}, {"y", "1"}, {"z", "0"}}).IsOK());
+    EXPECT_EQ(scored.Text(), "low");
+    EXPECT_EQ(scored.Result().GetResultKind(), 5);
+}
+
+TEST(SegmentClusters, WeightsOfSegmentsDecide) {
+    Scored scored(Clustering("weightedMajorityVote", kThree));
+    ASSERT_TRUE(scored.Score({{"x", "9"}, {"y", "9"}, {"z", "0"}}).IsOK());
+    EXPECT_EQ(scored.Text(), "low");
+}
+
+TEST(SegmentClusters, ASegmentThatIsSelectedTellsItsDistance) {
+    const std::string first =
+        SegmentOf(Clusters('x', "10"), "id='a'", "<SimplePredicate field='z' operator='lessThan' value='5'/>");
+    Scored scored(Clustering("selectFirst", first + SegmentOf(Clusters('y', "10"), "id='b'")));
+    ASSERT_TRUE(scored.Score({{"x", "9"}, {"y", "2"}, {"z", "1"}}).IsOK());
+    EXPECT_EQ(scored.Text(), "high");
+    EXPECT_EQ(scored.Number("near"), 1.0);
+    EXPECT_EQ(scored.Text("entity"), "a");
+    ASSERT_TRUE(scored.Score({{"x", "9"}, {"y", "2"}, {"z", "7"}}).IsOK());
+    EXPECT_EQ(scored.Text(), "low");
+    EXPECT_EQ(scored.Number("near"), 2.0);
+    EXPECT_EQ(scored.Text("entity"), "b");
+}
+
+TEST(SegmentClusters, AChainEndsInTheClusterOfItsLastSegment) {
+    const std::string line = "<Output><OutputField name='sum' feature='predictedValue'/></Output>";
+    std::string last = Clusters('x', "10");
+    last = Replaced(Replaced(last, "<MiningField name='x'/>", "<MiningField name='sum'/>"), "ClusteringField field='x'",
+                    "ClusteringField field='sum'");
+    Scored scored(Clustering("modelChain", SegmentOf(Line("x", 1.0, 2.0, line, "")) + SegmentOf(last)));
+    ASSERT_TRUE(scored.Score({{"x", "3.5"}, {"y", "0"}, {"z", "0"}}).IsOK());
+    EXPECT_EQ(scored.Text(), "high");
+    EXPECT_EQ(scored.Number("near"), 2.0);
+}
+
+TEST(SegmentClusters, AreTheSameInColumns) {
+    for (const char* method : {"majorityVote", "weightedMajorityVote", "selectFirst", "modelChain"}) {
+        ModelRows rows(Clustering(method, kThree));
+        std::mt19937_64 random(3);
+        rows.Fill(random, 400);
+        EXPECT_EQ(rows.InBlocks(*rows.Scorer().NewState(), 256, 0, false), rows.CaseByCase()) << method;
+        EXPECT_EQ(rows.InBlocks(*rows.Scorer().NewState(), 30, 7, true), rows.CaseByCase()) << method;
+    }
+}
+
+TEST(SegmentClusters, HaveNoMean) {
+    for (const char* method : {"average", "weightedAverage", "median", "max", "sum", "weightedSum"}) {
+        ExpectFailure([&] { ReadModel(Clustering(method, kThree)); },
+                      {UNSUPPORTED_VALUE_IN, method, "multipleModelMethod", "Segmentation",
+                       "majorityVote, weightedMajorityVote, selectFirst, selectAll, modelChain"});
+    }
+}
+
+TEST(SegmentClusters, AreNoClassification) {
+    const std::string tree = "<TreeModel functionName='classification'>" + Schema("t", Fields("x")) +
+                             "<Node score='yes'><True/></Node></TreeModel>";
+    ExpectFailure([&] { ReadModel(Clustering("majorityVote", SegmentOf(tree))); },
+                  {CONFLICTING_VALUES_IN, "classification", "functionName", "TreeModel", "clustering", "functionName",
+                   "MiningModel"});
+}
+
+} // namespace
