@@ -1,12 +1,13 @@
 // Any bytes as a model list and a document, by every entry of the factory that the other targets leave out: those of
-// files, of a dictionary, of an element, and the search for a nearest-neighbour model. The first byte chooses the
-// entry, the rest of the first line is the list.
+// files, of a dictionary, of an element, and the search for a nearest-neighbour model; and by that of columns. The
+// first byte chooses the entry, the rest of the first line is the list.
 #include "documents.h"
 #include "run.h"
 
 #include <MCVeltrane_900/BaseDictionary.h>
 #include <MCVeltrane_900/ModelFactory.h>
 #include <MCVeltrane_900/ScoreModel.h>
+#include <veltrane/document.h>
 
 #include <xercesc/dom/DOM.hpp>
 
@@ -136,6 +137,17 @@ void FromElements(const Parts& parts) {
     });
 }
 
+/// Nothing of this entry is kept.
+void InColumns(const Parts& parts) {
+    veltrane::DocumentOptions options;
+    options.modelList = ListPath(parts);
+    const veltrane::Document document = veltrane::Document::OfFile(DocumentPath(parts), options);
+    const veltrane::Document::State state = document.NewState();
+    ArrowSchema schema{};
+    document.OutputSchema(&schema);
+    schema.release(&schema);
+}
+
 using Entry = void (*)(const Parts&);
 constexpr Entry kEntries[] = {WithDictionary, WithAuxiliaryPath,    WithList,
                               FromFile,       DictionariesFromFile, FromElements};
@@ -145,7 +157,7 @@ constexpr Entry kEntries[] = {WithDictionary, WithAuxiliaryPath,    WithList,
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const Run run;
     const Parts parts = PartsOf(data, size);
-    MayFail([&] { kEntries[parts.entry % std::size(kEntries)](parts); });
+    MayFail([&] { parts.entry == 'c' ? InColumns(parts) : kEntries[parts.entry % std::size(kEntries)](parts); });
     ModelFactory::fModelNames.clear(); // the first list becomes that of the process
     return 0;
 }
