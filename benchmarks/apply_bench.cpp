@@ -2,6 +2,7 @@
 // function, and nanoseconds a function node for each family.
 #include "allocation_counter.h"
 #include "documents.h"
+#include "turns.h"
 
 #include <MCVeltrane_900/CaseRecord.h>
 #include <MCVeltrane_900/DateTimeValue.h>
@@ -52,37 +53,6 @@ std::vector<double> ReadConstants(const std::string& document) {
     return constants;
 }
 
-void HousingComponents(benchmark::State& state) {
-    Loaded loaded = Load(ReadFile(kHousing + ".pmml"));
-    const auto rows = ReadRows(kHousing + ".csv");
-    std::vector<std::unique_ptr<CaseRecord>> records;
-    for (std::size_t i = 1; i < rows.size(); ++i) {
-        auto record = std::make_unique<CaseRecord>();
-        for (std::size_t j = 0; j < rows[0].size(); ++j) {
-            if (j < kScaled) {
-                record->Add(rows[0][j], new NumericValue(std::strtod(rows[i][j].c_str(), nullptr)));
-            } else {
-                record->Add(rows[0][j], new StringValue(rows[i][j]));
-            }
-        }
-        records.push_back(std::move(record));
-    }
-    for (const auto& record : records) {
-        loaded.derived->GetValuesForDerivedVars(record.get(), loaded.fields.get());
-    }
-    const std::size_t before = Allocations();
-    std::size_t next = 0;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(loaded.derived->GetValuesForDerivedVars(records[next].get(), loaded.fields.get()));
-        next = next + 1 < records.size() ? next + 1 : 0;
-    }
-    const auto cases = static_cast<double>(state.iterations());
-    state.counters["cases/s"] = benchmark::Counter(cases, benchmark::Counter::kIsRate);
-    state.counters["ns/node"] =
-        benchmark::Counter(cases * kNodes * 1e-9, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
-    state.counters["allocations/case"] = static_cast<double>(Allocations() - before) / cases;
-}
-
 bool IsMissing(double x) {
     return x == NumericValue::GetSysmisValue();
 }
@@ -113,25 +83,39 @@ void ComputeByHand(const double* inputs, const double* constants, double* values
     }
 }
 
-void HousingByHand(benchmark::State& state) {
-    const std::vector<double> constants = ReadConstants(ReadFile(kHousing + ".pmml"));
+void HousingComponents(benchmark::State& state) {
+    Loaded loaded = Load(ReadFile(kHousing + ".pmml"));
     const auto rows = ReadRows(kHousing + ".csv");
-    std::vector<double> inputs;
+    std::vector<std::unique_ptr<CaseRecord>> records;
     for (std::size_t i = 1; i < rows.size(); ++i) {
+        auto record = std::make_unique<CaseRecord>();
+        for (std::size_t j = 0; j < rows[0].size(); ++j) {
+            if (j < kScaled) {
+                record->Add(rows[0][j], new NumericValue(std::strtod(rows[i][j].c_str(), nullptr)));
+            } else {
+                record->Add(rows[0][j], new StringValue(rows[i][j]));
+            }
+        }
+        records.push_back(std::move(record));
+    }
+    const std::vector<double> constants = ReadConstants(ReadFile(kHousing + ".pmml"));
+    std::vector<double> inputs;
+    for (const auto& record : records) {
         for (int j = 0; j < kScaled; ++j) {
-            inputs.push_back(std::strtod(rows[i][static_cast<std::size_t>(j)].c_str(), nullptr));
+            inputs.push_back(record->Get(j)->GetDouble());
         }
     }
     double values[kTerms + kComponents];
-    std::size_t next = 0;
-    for (auto _ : state) {
-        ComputeByHand(inputs.data() + next * kScaled, constants.data(), values);
-        benchmark::DoNotOptimize(values[kTerms]);
-        benchmark::ClobberMemory();
-        next = next + 2 < rows.size() ? next + 1 : 0;
-    }
-    state.counters["cases/s"] =
-        benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
+    CompareCases(
+        state, records.size(),
+        [&](std::size_t at) {
+            benchmark::DoNotOptimize(loaded.derived->GetValuesForDerivedVars(records[at].get(), loaded.fields.get()));
+        },
+        [&](std::size_t at) {
+            ComputeByHand(inputs.data() + at * kScaled, constants.data(), values);
+            benchmark::DoNotOptimize(values);
+        });
+    state.counters["ns/node"] = 1e9 / kNodes / state.counters["cases/s"];
 }
 
 const char* const kFields = "<DataField name=\"x0\" optype=\"continuous\" dataType=\"double\"/>"
@@ -183,7 +167,6 @@ void Text(benchmark::State& state, const std::string& expression, double nodes) 
 }
 
 BENCHMARK(HousingComponents);
-BENCHMARK(HousingByHand);
 BENCHMARK_CAPTURE(Number, Arithmetic, Nest("-", kX, kTwo), 10);
 BENCHMARK_CAPTURE(Number, Folding, Nest("abs", kX, ""), 10);
 BENCHMARK_CAPTURE(Number, Aggregates, Nest("sum", kX, kTwoOne), 10);

@@ -4,8 +4,13 @@
 
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/sax2/SAX2XMLReader.hpp>
+#include <xercesc/sax2/XMLReaderFactory.hpp>
+#include <xercesc/util/XMLUni.hpp>
 
 #include <fstream>
+#include <memory>
 #include <sstream>
 #include <stdexcept>
 
@@ -27,6 +32,17 @@ void ParseDomOnly(const std::string& document) {
     parser.setValidationScheme(xercesc::XercesDOMParser::Val_Never);
     xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(document.data()), document.size(), "document");
     parser.parse(source);
+}
+
+void ParseSaxOnly(const std::string& document) {
+    const std::unique_ptr<xercesc::SAX2XMLReader> reader(xercesc::XMLReaderFactory::createXMLReader());
+    reader->setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
+    reader->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, false);
+    xercesc::DefaultHandler handler;
+    reader->setContentHandler(&handler);
+    reader->setErrorHandler(&handler);
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(document.data()), document.size(), "document");
+    reader->parse(source);
 }
 
 std::string ReadFile(const std::string& path) {
@@ -182,22 +198,44 @@ void AppendNode(std::string& document, int nodes, int& next, const std::string& 
     document += "</Node>\n";
 }
 
-} // namespace
-
-std::string TreeDocument(int nodes) {
+std::string TreeHead() {
     std::string document =
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PMML version=\"4.3\"><Header/><DataDictionary>\n"
         "<DataField name=\"y\" optype=\"continuous\" dataType=\"double\"/>\n";
+    for (int i = 0; i < kTreeFields; ++i) {
+        document += "<DataField name=\"x" + std::to_string(i) + "\" optype=\"continuous\" dataType=\"double\"/>\n";
+    }
+    return document + "</DataDictionary>";
+}
+
+std::string TreeSchema() {
     std::string schema = "<MiningSchema><MiningField name=\"y\" usageType=\"target\"/>\n";
     for (int i = 0; i < kTreeFields; ++i) {
-        const std::string name = "\"x" + std::to_string(i) + "\"";
-        document += "<DataField name=" + name + " optype=\"continuous\" dataType=\"double\"/>\n";
-        schema += "<MiningField name=" + name + "/>\n";
+        schema += "<MiningField name=\"x" + std::to_string(i) + "\"/>\n";
     }
-    document += "</DataDictionary><TreeModel functionName=\"regression\">" + schema + "</MiningSchema>\n";
+    return schema + "</MiningSchema>\n";
+}
+
+} // namespace
+
+std::string TreeDocument(int nodes) {
     int next = 1;
+    std::string document = TreeHead() + "<TreeModel functionName=\"regression\">" + TreeSchema();
     AppendNode(document, nodes, next, "<True/>");
     return document + "</TreeModel></PMML>\n";
+}
+
+std::string ForestDocument(int trees, int nodes) {
+    std::string document = TreeHead() + "<MiningModel functionName=\"regression\">" + TreeSchema() +
+                           "<Segmentation multipleModelMethod=\"average\">\n";
+    int next = 1;
+    for (int i = 1; i <= trees; ++i) {
+        document +=
+            "<Segment id=\"" + std::to_string(i) + "\"><True/><TreeModel functionName=\"regression\">" + TreeSchema();
+        AppendNode(document, nodes, next, "<True/>");
+        document += "</TreeModel></Segment>\n";
+    }
+    return document + "</Segmentation></MiningModel></PMML>\n";
 }
 
 std::string RegressionDocument(int predictors) {

@@ -20,6 +20,9 @@ Loaded Load(const std::string& document);
 /// Parses the document into a DOM with the XML parser alone, and throws it away.
 void ParseDomOnly(const std::string& document);
 
+/// Reads the document with the XML parser alone, which tells what it meets and keeps nothing.
+void ParseSaxOnly(const std::string& document);
+
 std::string ReadFile(const std::string& path);
 
 /// Puts a head, `fields` elements of a data dictionary and a transformation dictionary together.
@@ -37,6 +40,9 @@ std::string ManyCompounds(int count);
 
 /// A tree model of this many nodes, an odd number: balanced and binary, over 20 numeric fields.
 std::string TreeDocument(int nodes);
+
+/// The average of as many such trees.
+std::string ForestDocument(int trees, int nodes);
 
 /// A regression model with as many numeric predictors.
 std::string RegressionDocument(int predictors);

@@ -11,5 +11,5 @@ echo "== host_throughput, transform"
 python3 benchmarks/host_throughput.py "$build/bin/veltrane" transform \
     "$cases/transform/ozone-scale.pmml" "$cases/transform/ozone-scale.csv"
 echo "== host_throughput, score"
-python3 benchmarks/host_throughput.py "$build/bin/veltrane" score \
+python3 benchmarks/host_throughput.py --by-hand "$build/bin/csv_by_hand" "$build/bin/veltrane" score \
     "$cases/models/rattle-tree-iris.pmml" "$cases/models/rattle-tree-iris.csv"

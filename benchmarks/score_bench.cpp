@@ -1,7 +1,9 @@
 // Time and allocations of a case through Score, with real documents: the host's record is laid out once, its rows are
-// those that came with the document, and the result is used again.
+// those that came with the document, and the result is used again. For some there is a hand-written function beside it,
+// from the numbers of a case to a struct with the same results.
 #include "allocation_counter.h"
 #include "documents.h"
+#include "turns.h"
 
 #include <MCScore/MCStatus.h>
 #include <MCVeltrane_900/CaseRecord.h>
@@ -13,7 +15,10 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <cmath>
 #include <filesystem>
+#include <iterator>
 #include <sstream>
 #include <vector>
 
@@ -24,6 +29,8 @@ namespace {
 
 using Records = std::vector<std::unique_ptr<CaseRecord>>;
 using Row = std::vector<std::string>;
+
+const std::string kModels = VELTRANE_CASES "/models/";
 
 Row Cells(std::string line) {
     while (!line.empty() && (line.back() == '\r' || line.back() == '\n')) {
@@ -59,17 +66,26 @@ Records ReadRecords(const std::string& path, const ScoreModel& model) {
     return records;
 }
 
-void Score(benchmark::State& state, const std::string& name) {
-    const std::string base = VELTRANE_CASES "/models/" + name;
-    if (!std::filesystem::exists(base + ".pmml")) {
+bool IsHere(benchmark::State& state, const std::string& name) {
+    const bool isHere = std::filesystem::exists(kModels + name + ".pmml");
+    if (!isHere) {
         state.SkipWithError("the real documents are not here");
+    }
+    return isHere;
+}
+
+std::unique_ptr<ScoreModel> ReadModel(const std::string& name) {
+    std::istringstream in(ReadFile(kModels + name + ".pmml"));
+    return std::unique_ptr<ScoreModel>(ModelFactory::MakeModelFromXML(in, {"RegressionModel", "TreeModel"}, "UTF-8"));
+}
+
+void Score(benchmark::State& state, const std::string& name) {
+    if (!IsHere(state, name)) {
         return;
     }
-    std::istringstream in(ReadFile(base + ".pmml"));
-    const std::unique_ptr<ScoreModel> model(
-        ModelFactory::MakeModelFromXML(in, {"RegressionModel", "TreeModel"}, "UTF-8"));
+    const std::unique_ptr<ScoreModel> model = ReadModel(name);
     const std::unique_ptr<ScoreResult> result(model->CreateResult());
-    const Records records = ReadRecords(base + ".csv", *model);
+    const Records records = ReadRecords(kModels + name + ".csv", *model);
     for (const auto& record : records) {
         model->Score(record.get(), result.get());
     }
@@ -84,6 +100,74 @@ void Score(benchmark::State& state, const std::string& name) {
     state.counters["allocations/case"] = static_cast<double>(Allocations() - before) / cases;
 }
 
+/// The numbers of each case, by the names of its fields.
+std::vector<std::vector<double>> NumbersOf(const Records& records, const std::vector<std::string>& fields) {
+    std::vector<std::vector<double>> numbers;
+    for (const auto& record : records) {
+        numbers.emplace_back();
+        for (const std::string& field : fields) {
+            const ScoreValue* const value = record->Get(field);
+            numbers.back().push_back(value == nullptr ? std::nan("") : value->GetDouble());
+        }
+    }
+    return numbers;
+}
+
+struct ScoredIris {
+    const char* species = nullptr;
+    double shares[3] = {};
+    const char* node = nullptr;
+};
+
+void ScoreIris(const double* lengthAndWidth, ScoredIris& scored) {
+    static constexpr double kShares[3][3] = {{1, 0, 0}, {0, 49.0 / 54, 5.0 / 54}, {0, 1.0 / 46, 45.0 / 46}};
+    static const char* const kSpecies[] = {"setosa", "versicolor", "virginica"};
+    static const char* const kNodes[] = {"2", "6", "7"};
+    const double length = lengthAndWidth[0];
+    const double width = lengthAndWidth[1];
+    const bool isMissing = std::isnan(length) || std::isnan(width);
+    const int leaf = isMissing || length < 2.45 ? 0 : width < 1.75 ? 1 : 2;
+    scored.species = isMissing ? nullptr : kSpecies[leaf];
+    std::copy(std::begin(kShares[leaf]), std::end(kShares[leaf]), scored.shares);
+    scored.node = kNodes[leaf];
+}
+
+void ScoreOzone(const double* numbers, double& scored) {
+    scored = -7.72798221395535 + 0.380440828716888 * numbers[0] - 0.00118622776964311 * numbers[1] -
+             0.00582148461403967 * numbers[2];
+}
+
+/// @param byHand from the numbers of a case to its results
+template <typename Scored>
+void ScoreBesideHand(benchmark::State& state, const std::string& name, const std::vector<std::string>& fields,
+                     void (*byHand)(const double*, Scored&)) {
+    if (!IsHere(state, name)) {
+        return;
+    }
+    const std::unique_ptr<ScoreModel> model = ReadModel(name);
+    const std::unique_ptr<ScoreResult> result(model->CreateResult());
+    const Records records = ReadRecords(kModels + name + ".csv", *model);
+    const std::vector<std::vector<double>> numbers = NumbersOf(records, fields);
+    Scored scored{};
+    CompareCases(
+        state, records.size(),
+        [&](std::size_t at) { benchmark::DoNotOptimize(model->Score(records[at].get(), result.get())); },
+        [&](std::size_t at) {
+            byHand(numbers[at].data(), scored);
+            benchmark::DoNotOptimize(scored);
+        });
+}
+
+void TreeOfIrisBesideHand(benchmark::State& state) {
+    ScoreBesideHand(state, "rattle-tree-iris", {"Petal.Length", "Petal.Width"}, ScoreIris);
+}
+
+void RegressionOfOzoneBesideHand(benchmark::State& state) {
+    ScoreBesideHand(state, "rattle-regression-ozone", {"temp", "ibh", "ibt"}, ScoreOzone);
+}
+
+BENCHMARK(TreeOfIrisBesideHand);
+BENCHMARK(RegressionOfOzoneBesideHand);
 BENCHMARK_CAPTURE(Score, rattle_regression_ozone, std::string("rattle-regression-ozone"));
 BENCHMARK_CAPTURE(Score, rattle_regression_iris, std::string("rattle-regression-iris"));
 BENCHMARK_CAPTURE(Score, sklearn_linear_housing, std::string("sklearn-linear-housing"));
