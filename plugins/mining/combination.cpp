@@ -73,8 +73,9 @@ void Combination::Start(const Segmentation& segmentation, std::size_t categories
     fTotals.assign(fPlaces * rows, 0.0);
     fCounts.assign(rows, 0.0);
     fWeights.assign(rows, 0.0);
+    fLacks.assign(rows, 0.0);
     fMissing.assign(rows, 0.0);
-    if (IsMedian(segmentation.method)) {
+    if (IsChoice(segmentation.method)) {
         fValues.resize(fPlaces * rows);
         for (std::vector<Weighted>& values : fValues) {
             values.clear();
@@ -84,7 +85,7 @@ void Combination::Start(const Segmentation& segmentation, std::size_t categories
 
 void Combination::AddShare(Method method, std::size_t place, double share, double weight, std::size_t row) {
     const std::size_t at = place * fRows + row;
-    if (IsMedian(method)) {
+    if (IsChoice(method)) {
         fValues[at].push_back({share, weight});
     } else if (method == Method::MAX) {
         fTotals[at] = fCounts[row] == 0.0 ? share : std::max(fTotals[at], share);
@@ -114,8 +115,13 @@ void Combination::AddTold(const Segmentation& segmentation, const Segment& segme
     } else {
         AddProbabilities(method, segment, weight, told, row);
     }
-    fWeights[row] += weight;
+    fWeights[row] += std::abs(weight);
     fCounts[row] += 1.0;
+}
+
+void Combination::AddMissing(const Segmentation& segmentation, const Segment& segment, std::size_t row) {
+    fMissing[row] += std::abs(segmentation.WeightOf(segment));
+    fLacks[row] += 1.0;
 }
 
 void Combination::Add(const Segmentation& segmentation, const Segment& segment, const Prediction& prediction,
@@ -149,13 +155,17 @@ double Combination::WholeOf(const Segmentation& segmentation, std::size_t row) c
     return whole;
 }
 
+/// Segments that weigh nothing together are no part of a whole.
+bool Combination::IsTooMuchMissing(const Segmentation& segmentation, std::size_t row) const {
+    return fMissing[row] / (fWeights[row] + fMissing[row]) > segmentation.threshold;
+}
+
 /// Missing predictions that aren't skipped have a vote, and leave nothing to reckon with otherwise.
 bool Combination::Finish(const Segmentation& segmentation, Prediction& prediction, std::size_t row) {
     const Method method = segmentation.method;
-    const double missing = fMissing[row];
     const bool counts = segmentation.missing == MissingPrediction::CONTINUE;
-    const bool isTooMuch = missing / (fWeights[row] + missing) > segmentation.threshold;
-    if (fCounts[row] == 0.0 || isTooMuch || (counts && missing > 0.0 && !IsVote(method))) {
+    if (fCounts[row] == 0.0 || IsTooMuchMissing(segmentation, row) ||
+        (counts && fLacks[row] > 0.0 && !IsVote(method))) {
         return false;
     }
     const double whole = WholeOf(segmentation, row);
@@ -164,49 +174,86 @@ bool Combination::Finish(const Segmentation& segmentation, Prediction& predictio
         return false;
     }
     if (!fIsClassification) {
-        prediction.number = ResultOf(method, 0, whole, row);
+        const double total = IsShare(method) ? fTotals[row] / whole : fTotals[row];
+        prediction.number = IsMedian(method) ? ChosenOf(method, 0, whole, row).Value() : total;
+        return true;
+    }
+    if (IsChoice(method)) {
+        TakeChoosers(method, whole, prediction, row);
         return true;
     }
     for (std::size_t category = 0; category < fPlaces; ++category) {
-        prediction.probabilities[category] = ResultOf(method, category, whole, row);
+        prediction.probabilities[category] = fTotals[category * fRows + row] / whole;
     }
     prediction.TakeMostProbable();
-    const bool isOutvoted = counts && prediction.ProbabilityOf(prediction.category) < missing / whole;
+    const bool isOutvoted = counts && prediction.ProbabilityOf(prediction.category) < fMissing[row] / whole;
     return !(IsVote(method) && isOutvoted);
 }
 
-double Combination::ResultOf(Method method, std::size_t place, double whole, std::size_t row) {
-    const std::size_t at = place * fRows + row;
-    switch (method) {
-    case Method::MEDIAN:
-        return MedianOf(fValues[at]);
-    case Method::WEIGHTED_MEDIAN:
-        return WeightedMedianOf(fValues[at], whole);
-    case Method::MAX:
-        return fTotals[at];
-    default:
-        return IsShare(method) || fIsClassification ? fTotals[at] / whole : fTotals[at];
+/// The middle value, or the two in the middle; with weights the lowest value that with those below it has half of the
+/// weight.
+Combination::Chosen Combination::ChosenOf(Method method, std::size_t place, double whole, std::size_t row) {
+    const std::vector<Weighted>& values = fValues[place * fRows + row];
+    fSorted.assign(values.begin(), values.end());
+    std::sort(fSorted.begin(), fSorted.end(), [](const Weighted& a, const Weighted& b) { return a.value < b.value; });
+    if (method == Method::MAX) {
+        return {fSorted.back().value, fSorted.back().value};
     }
-}
-
-/// The middle value, or what lies between the two in the middle.
-double Combination::MedianOf(std::vector<Weighted>& values) {
-    std::sort(values.begin(), values.end(), [](const Weighted& a, const Weighted& b) { return a.value < b.value; });
-    const std::size_t middle = values.size() / 2;
-    return values.size() % 2 == 1 ? values[middle].value : (values[middle - 1].value + values[middle].value) / 2.0;
-}
-
-/// The lowest value that with those below it has half of the weight.
-double Combination::WeightedMedianOf(std::vector<Weighted>& values, double whole) {
-    std::sort(values.begin(), values.end(), [](const Weighted& a, const Weighted& b) { return a.value < b.value; });
+    const std::size_t middle = fSorted.size() / 2;
+    if (method == Method::MEDIAN) {
+        return {fSorted[fSorted.size() % 2 == 1 ? middle : middle - 1].value, fSorted[middle].value};
+    }
     double weight = 0.0;
-    for (const Weighted& each : values) {
+    double value = fSorted.back().value;
+    for (const Weighted& each : fSorted) {
         weight += each.weight;
         if (weight >= 0.5 * whole) {
-            return each.value;
+            value = each.value;
+            break;
         }
     }
-    return values.back().value;
+    return {value, value};
+}
+
+/// The category whose share is the greatest wins, the first among equals; the probabilities are the means of the
+/// segments that have said this share of it. Of a median between two shares each of these counts for a half.
+void Combination::TakeChoosers(Method method, double whole, Prediction& prediction, std::size_t row) {
+    std::size_t winner = 0;
+    Chosen best = ChosenOf(method, 0, whole, row);
+    for (std::size_t place = 1; place < fPlaces; ++place) {
+        const Chosen chosen = ChosenOf(method, place, whole, row);
+        if (chosen.Value() > best.Value()) {
+            winner = place;
+            best = chosen;
+        }
+    }
+    std::fill(prediction.probabilities.begin(), prediction.probabilities.end(), 0.0);
+    if (best.low == best.high) {
+        AddChoosers(winner, best.low, 1.0, prediction, row);
+    } else {
+        AddChoosers(winner, best.low, 0.5, prediction, row);
+        AddChoosers(winner, best.high, 0.5, prediction, row);
+    }
+    prediction.probabilities[winner] = best.Value();
+    prediction.category = static_cast<int>(winner);
+}
+
+/// Adds the weighted mean of the segments that have given the winner a share, times a factor.
+void Combination::AddChoosers(std::size_t winner, double value, double factor, Prediction& prediction,
+                              std::size_t row) const {
+    const std::vector<Weighted>& ofWinner = fValues[winner * fRows + row];
+    double weights = 0.0;
+    for (const Weighted& each : ofWinner) {
+        weights += each.value == value ? each.weight : 0.0;
+    }
+    for (std::size_t place = 0; place < fPlaces; ++place) {
+        const std::vector<Weighted>& shares = fValues[place * fRows + row];
+        double sum = 0.0;
+        for (std::size_t segment = 0; segment < shares.size(); ++segment) {
+            sum += ofWinner[segment].value == value ? shares[segment].weight * shares[segment].value : 0.0;
+        }
+        prediction.probabilities[place] += factor * (sum / weights);
+    }
 }
 
 } // namespace veltrane_mining

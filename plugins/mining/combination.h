@@ -13,6 +13,7 @@ namespace veltrane_mining {
 
 /// The predictions of the segments of one case, or of the rows of a block, as they come to one. The number of a
 /// regression, and the share of each category of a classification, is combined for itself; a vote is a whole share.
+/// Where the greatest median or the highest share wins, the shares are those of the segments that it comes from.
 class Combination {
 public:
     /// @param categories of the target; 0 for a regression
@@ -22,9 +23,7 @@ public:
     /// Adds what a segment predicts for a row.
     void Add(const Segmentation& segmentation, const Segment& segment, const veltrane_kit::Prediction& prediction,
              std::size_t row = 0);
-    void AddMissing(const Segmentation& segmentation, const Segment& segment, std::size_t row = 0) {
-        fMissing[row] += segmentation.WeightOf(segment);
-    }
+    void AddMissing(const Segmentation& segmentation, const Segment& segment, std::size_t row = 0);
 
     /// Adds what a segment predicts for some rows of a block.
     /// @param asked 1 for each of these rows
@@ -65,20 +64,34 @@ private:
     void AddTold(const Segmentation& segmentation, const Segment& segment, const Told& told, std::size_t row);
     template <typename Told>
     void AddProbabilities(Method method, const Segment& segment, double weight, const Told& told, std::size_t row);
+    /// The values that a median lies between, or the highest one twice.
+    struct Chosen {
+        double low;
+        double high;
+
+        double Value() const { return low == high ? low : (low + high) / 2.0; }
+    };
+
+    /// Whether a method goes by what single segments say, not by their sum.
+    bool IsChoice(Method method) const { return !IsSum(method) && (method != Method::MAX || fIsClassification); }
+    bool IsTooMuchMissing(const Segmentation& segmentation, std::size_t row) const;
     double WholeOf(const Segmentation& segmentation, std::size_t row) const;
-    double ResultOf(Method method, std::size_t place, double whole, std::size_t row);
-    static double MedianOf(std::vector<Weighted>& values);
-    static double WeightedMedianOf(std::vector<Weighted>& values, double whole);
+    Chosen ChosenOf(Method method, std::size_t place, double whole, std::size_t row);
+    void TakeChoosers(Method method, double whole, veltrane_kit::Prediction& prediction, std::size_t row);
+    void AddChoosers(std::size_t winner, double value, double factor, veltrane_kit::Prediction& prediction,
+                     std::size_t row) const;
 
     std::size_t fRows = 1;
     std::size_t fPlaces = 1; ///< categories; one of a regression
     bool fIsClassification = false;
     std::vector<double> fShares; ///< of the row at hand, by category
     std::vector<double> fTotals; ///< sums or highest ones, the rows of a category behind those of the one before
-    std::vector<std::vector<Weighted>> fValues; ///< for medians, in the same order
+    std::vector<std::vector<Weighted>> fValues; ///< in the same order, of methods that choose one: by segment
+    std::vector<Weighted> fSorted;              ///< of those of one place
     std::vector<double> fCounts;                ///< by row, of predictions
-    std::vector<double> fWeights;               ///< of these
-    std::vector<double> fMissing;               ///< the weight of those that are missing
+    std::vector<double> fWeights;               ///< of these, without their signs
+    std::vector<double> fLacks;                 ///< by row, of predictions that are missing
+    std::vector<double> fMissing;               ///< the weights of these
 };
 
 } // namespace veltrane_mining

@@ -137,9 +137,11 @@ void SegmentationReader::ReadSegment(const Element& element) {
     fSegmentation.segments.push_back(std::move(segment));
 }
 
+/// Numbers may be taken away from a sum, but not votes and shares.
 double SegmentationReader::ReadWeight(const Element& element) const {
     const double weight = element.NumberOr(u"weight", 1.0);
-    if (weight < 0.0 && fSegmentation.method != Method::WEIGHTED_SUM) {
+    const bool mayTakeAway = fSegmentation.method == Method::WEIGHTED_SUM && !fParts.IsClassification();
+    if (weight < 0.0 && !mayTakeAway) {
         element.RaiseInvalid(u"weight");
     }
     return weight;

@@ -18,6 +18,7 @@ NAMESPACE = "{http://www.dmg.org/PMML-4_4}"
 PREDICATES = ["True", "False", "SimplePredicate", "CompoundPredicate"]
 VOTES = ["majorityVote", "weightedMajorityVote"]
 NUMBERS = ["average", "weightedAverage", "median", "weightedMedian", "max", "sum", "weightedSum"]
+CHOICES = ["median", "weightedMedian", "max"]
 SELECTIONS = ["selectFirst", "selectAll", "modelChain"]
 TREATMENTS = [("continue", "1"), ("continue", "0.3"), ("skipSegment", "1"), ("skipSegment", "0.4"), ("returnMissing", "1")]
 
@@ -88,6 +89,10 @@ def regression(model, case, is_classification):
     return {category: total / sum(sums.values()) for category, total in sums.items()}
 
 
+class Chosen(dict):
+    """Shares of categories, of which the winner needn't have the greatest."""
+
+
 class Ensemble:
     def __init__(self, name):
         root = ElementTree.parse(SAMPLES / f"{name}.pmml").getroot()
@@ -147,7 +152,23 @@ class Ensemble:
         shares = {category: self.combine(method, parts) for category, parts in of.items()}
         if method in ("sum", "weightedSum"):
             shares = {category: share / sum(shares.values()) for category, share in shares.items()}
+        if method in CHOICES:
+            return self.choosers(method, known, of, max(self.categories, key=shares.get))
         return shares
+
+    def choosers(self, method, known, of, winner):
+        """The mean of the predictions that the winner's share comes from; of two in the middle each counts for half."""
+        values = sorted(share for _, share in of[winner])
+        middle = {"max": values[-1:], "median": [values[(len(values) - 1) // 2], values[len(values) // 2]],
+                  "weightedMedian": [self.combine(method, of[winner])]}[method]
+        means = Chosen({category: Fraction(0) for category in self.categories})
+        for value in middle:
+            some = [(weight, prediction) for weight, prediction in known if prediction.get(winner, 0) == value]
+            for category in self.categories:
+                means[category] += sum(weight * prediction.get(category, 0) for weight, prediction in some) / (
+                    sum(weight for weight, _ in some) * len(middle))
+        means.winner = winner
+        return means
 
     @staticmethod
     def combine(method, known):
@@ -191,7 +212,8 @@ def write(name):
             elif prediction is None:
                 line += [""] * (1 + len(shares))
             else:
-                best = max(ensemble.categories, key=lambda category: prediction.get(category, 0))
+                best = (prediction.winner if isinstance(prediction, Chosen) else
+                        max(ensemble.categories, key=lambda category: prediction.get(category, 0)))
                 is_told = len(prediction) > 1 or method not in SELECTIONS
                 line += [best] + [text(Fraction(prediction.get(category, 0))) if is_told else ""
                                   for category in ensemble.categories]
