@@ -87,7 +87,8 @@ public:
         if (value == nullptr) {
             return false;
         }
-        return fIsClassification ? TakeCategory(*value, *own.result, prediction) : TakeNumber(*value, prediction);
+        return fIsClassification ? TakeCategory(*value, *own.result, prediction)
+                                 : TakeNumber(*value, *own.result, prediction);
     }
 
     void Display(std::ostream& out, const Target& /*target*/) const override { fModel->Display(out); }
@@ -101,7 +102,11 @@ private:
         std::unique_ptr<ScoreResult> result;
     };
 
-    static bool TakeNumber(const ScoreValue& value, Prediction& prediction) {
+    static bool TakeNumber(const ScoreValue& value, const ScoreResult& result, Prediction& prediction) {
+        if (const auto* regression = dynamic_cast<const ScoreRegResult*>(&result); regression != nullptr) {
+            const double error = regression->GetStandardError();
+            prediction.standardError = std::isfinite(error) ? error : Prediction::kNone;
+        }
         prediction.number = value.GetType() == ScoreValue::STRING_VALUE ? Prediction::kNone : value.GetDouble();
         return prediction.number != Prediction::kNone && std::isfinite(prediction.number);
     }

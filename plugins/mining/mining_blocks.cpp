@@ -171,6 +171,7 @@ private:
         std::fill_n(room.refused.begin(), block.Rows(), std::uint8_t{0});
         plan.GetInputs().ReadPart(block, room.refused.data());
         PredictionBlock& predictions = *room.predictions[index];
+        std::fill(predictions.standardErrors.begin(), predictions.standardErrors.end(), Prediction::kNone);
         fScorers[index]->Predict(block, predictions, *state.parts[index].scorer);
         for (std::size_t row = 0; row < block.Rows(); ++row) {
             if (room.asked[row] != 0 && !Conclude(plan, row, room.refused[row] != 0, predictions)) {

@@ -118,6 +118,7 @@ void MiningScorer::PassBy(std::size_t index, const CaseView& fields, Parts& stat
 void MiningScorer::Take(const Segment& segment, Parts& state, Prediction& prediction) const {
     const Prediction& own = state.prediction;
     prediction.number = own.number;
+    prediction.standardError = own.standardError;
     prediction.entityId = &segment.id;
     prediction.grounds.reasons = own.grounds.reasons;
     prediction.grounds.rules = own.grounds.rules;

@@ -206,6 +206,9 @@ void SegmentationReader::FindCategories(const Element& model, Segment& segment) 
             RaiseAt<Message::MISSING_VALUE_IN_LIST>(model.Tag(), nullptr, target.Category(code).GetString(),
                                                     fParts.target->Name());
         }
+        if (fParts.IsClustering()) {
+            fParts.target->ShowAs(category, target.Label(code));
+        }
         segment.categories.push_back(static_cast<std::size_t>(category));
     }
 }

@@ -83,6 +83,11 @@ void ReadTargetAndInputs(const Element& model, const DocumentParts& document, PM
                                     model.Child(u"LocalTransformations"));
 }
 
+/// The cluster that a model of models predicts is one of its parts', while its entity is the part.
+bool NamesClusters(const Element& model, const ModelParts& parts) {
+    return model.Is(u"MiningModel") && parts.IsClustering();
+}
+
 /// Whether a part says of fields what the dictionary of its outer model doesn't.
 bool ChangesDictionary(const Element& model) {
     if (model.Child(u"Targets")) {
@@ -124,6 +129,7 @@ std::unique_ptr<const ModelPlan> CompleteModel(const Element& model, const Docum
     ShareCenterFields(model);
     ReadTargetAndInputs(model, document, translator, parts);
     parts.more.entities = AskedEntities(model, {});
+    parts.more.namesClusters = NamesClusters(model, parts);
     parts.scorer = makeScorer(model, parts);
     parts.outputs = std::make_unique<Outputs>(model, parts.IsClassification(), *parts.inputs, *parts.target, parts.told,
                                               std::vector<Element>(), parts.more);
@@ -157,6 +163,8 @@ std::unique_ptr<const ModelPlan> CompletePart(const Element& model, ModelParts& 
     ShareCenterFields(model);
     parts.inputs->ReadDerivedFields({}, model.Child(u"LocalTransformations"));
     parts.more.entities = AskedEntities(model, asked);
+    parts.more.entities.AskRanksOf(outer.more.entities);
+    parts.more.namesClusters = NamesClusters(model, parts);
     parts.scorer = makeScorer(model, parts);
     if (parts.scorer->LooksBack()) {
         parts.inputs->Layout().needsOrder = true;

@@ -3,6 +3,7 @@
 
 #include "kit/document/element.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -36,6 +37,9 @@ public:
 
     /// The highest rank that is asked for; 1 for the entity that decided.
     std::size_t Ranks() const { return fRanks; }
+
+    /// What an outer model asks may be told by any of its parts.
+    void AskRanksOf(const AskedEntities& outer) { fRanks = std::max(fRanks, outer.fRanks); }
 
 private:
     void Note(const Element& field);

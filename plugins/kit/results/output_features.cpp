@@ -325,6 +325,12 @@ bool HasExpression(const Element& outputField) {
 
 } // namespace
 
+OutputFeature PredictedCluster() {
+    OutputFeature feature = kPredictedValue;
+    feature.resultFeature = RF::RF_CLUSTER_ID;
+    return feature;
+}
+
 OutputFeature ReadOutputFeature(const Element& outputField) {
     OutputFeature feature = outputField.OneOfOr(u"feature", kFeatures, kPredictedValue);
     if (feature.isOfRule) {

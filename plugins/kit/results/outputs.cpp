@@ -285,6 +285,9 @@ Outputs::Field Outputs::ReadField(const Element& element, bool classification, I
     field.name = element.Text(u"name");
     field.label = element.TextOr(u"displayName", field.name);
     field.feature = ReadOutputFeature(element);
+    if (fMore.namesClusters && field.feature.resultFeature == ScoreResultField::RF_CLUSTER_ID) {
+        field.feature = PredictedCluster();
+    }
     field.other = OtherTargetOf(element, field.feature);
     if (field.other != kOwnTarget) {
         const OtherTarget& other = fMore.targets[static_cast<std::size_t>(field.other)];

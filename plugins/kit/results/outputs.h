@@ -43,6 +43,7 @@ public:
     struct More {
         AskedEntities entities;           ///< that the scorer tells of
         std::vector<OtherTarget> targets; ///< in the order of Prediction::others
+        bool namesClusters = false;       ///< whether the id of a cluster is the predicted value, not the entity
     };
 
     /// Reads the only Output among a model's children, when its categories are all known; there is none in no element.

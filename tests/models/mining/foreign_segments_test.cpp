@@ -70,6 +70,14 @@ TEST(ForeignSegments, AreCombinedWithOthers) {
     EXPECT_FALSE(model.Score(3.0, ""));
 }
 
+TEST(ForeignSegments, TellTheStandardErrorOfTheirPrediction) {
+    Foreign model(EnsembleDocument(Mining("selectFirst", SegmentOf(Term("x", "-16")),
+                                          "<Output><OutputField name='error' feature='standardError'/></Output>")));
+    ASSERT_TRUE(model.Score(3.0));
+    EXPECT_EQ(model.Number(), -48.0);
+    EXPECT_EQ(model.Output("error"), 6.0);
+}
+
 TEST(ForeignSegments, VoteAndTellProbabilities) {
     Foreign model(
         EnsembleDocument("<MiningModel functionName='classification'>" + Schema("t", Fields("x")) +

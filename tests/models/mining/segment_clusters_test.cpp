@@ -22,12 +22,15 @@ std::string Clusters(char field, const std::string& high, const std::string& fun
 }
 
 std::string Clustering(const std::string& method, const std::string& segments) {
-    return EnsembleDocument("<MiningModel functionName='clustering'>" + Schema("", Fields("yxz")) +
-                            "<Output><OutputField name='id' feature='predictedValue'/><OutputField name='shown' "
-                            "feature='predictedDisplayValue'/><OutputField name='near' feature='affinity'/>"
-                            "<OutputField name='entity' feature='entityId'/></Output><Segmentation "
-                            "multipleModelMethod='" +
-                            method + "'>" + segments + "</Segmentation></MiningModel>");
+    return EnsembleDocument(
+        "<MiningModel functionName='clustering'>" + Schema("", Fields("yxz")) +
+        "<Output><OutputField name='id' feature='predictedValue'/><OutputField name='shown' "
+        "feature='predictedDisplayValue'/><OutputField name='near' feature='affinity'/>"
+        "<OutputField name='entity' feature='entityId'/><OutputField name='cluster' feature='clusterId'/>"
+        "<OutputField name='next' feature='clusterId' rank='2'/><OutputField name='far' "
+        "feature='clusterAffinity' rank='2'/></Output><Segmentation "
+        "multipleModelMethod='" +
+        method + "'>" + segments + "</Segmentation></MiningModel>");
 }
 
 const std::string kThree = SegmentOf(Clusters('x', "10"), "id='a' weight='1'") +
@@ -39,9 +42,11 @@ TEST(SegmentClusters, MostSegmentsDecide) {
     ASSERT_TRUE(scored.Score({{"x", "9"}, {"y", "1"}, {"z", "4"}}).IsOK());
     EXPECT_EQ(scored.Text(), "high");
     EXPECT_EQ(scored.Text("id"), "high");
+    EXPECT_EQ(scored.Text("cluster"), "high");
     EXPECT_EQ(scored.Number("near"), kMissing) << "a vote has no distance";
     ASSERT_TRUE(scored.Score({{"x", "9"}, {"y", "1"}, {"z", "0"}}).IsOK());
     EXPECT_EQ(scored.Text(), "low");
+    EXPECT_EQ(scored.Text("shown"), "the low ones");
     EXPECT_EQ(scored.Result().GetResultKind(), 5);
 }
 
@@ -63,6 +68,30 @@ TEST(SegmentClusters, ASegmentThatIsSelectedTellsItsDistance) {
     EXPECT_EQ(scored.Text(), "low");
     EXPECT_EQ(scored.Number("near"), 2.0);
     EXPECT_EQ(scored.Text("entity"), "b");
+}
+
+TEST(SegmentClusters, ASegmentThatIsSelectedTellsItsClustersByTheirRanks) {
+    for (const char* method : {"selectFirst", "selectAll", "modelChain"}) {
+        Scored scored(Clustering(method, SegmentOf(Clusters('x', "10"), "id='a'")));
+        ASSERT_TRUE(scored.Score({{"x", "9"}, {"y", "2"}, {"z", "1"}}).IsOK());
+        EXPECT_EQ(scored.Text("entity"), "a") << method;
+        EXPECT_EQ(scored.Text("cluster"), "high") << method;
+        EXPECT_EQ(scored.Text("next"), "low") << method;
+        EXPECT_EQ(scored.Number("far"), 9.0) << method;
+    }
+}
+
+TEST(SegmentClusters, OfANestedModelAreTheClustersOfTheWhole) {
+    const std::string inner = Clustering("selectFirst", SegmentOf(Clusters('x', "10"), "id='a'"));
+    const std::size_t begin = inner.find("<MiningModel");
+    const std::string model = inner.substr(begin, inner.find("</PMML>") - begin);
+    Scored scored(Clustering("selectFirst", SegmentOf(model, "id='outer'")));
+    ASSERT_TRUE(scored.Score({{"x", "1"}, {"y", "2"}, {"z", "1"}}).IsOK());
+    EXPECT_EQ(scored.Text("entity"), "outer");
+    EXPECT_EQ(scored.Text("cluster"), "low");
+    EXPECT_EQ(scored.Text("shown"), "the low ones");
+    EXPECT_EQ(scored.Text("next"), "high");
+    EXPECT_EQ(scored.Number("far"), 9.0);
 }
 
 TEST(SegmentClusters, AChainEndsInTheClusterOfItsLastSegment) {

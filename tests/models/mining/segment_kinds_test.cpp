@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 
 using namespace veltrane::tests;
@@ -48,6 +49,37 @@ TEST(SegmentKinds, RulesVoteAndTellTheirConfidence) {
     EXPECT_EQ(voted.Text(), "no");
     EXPECT_EQ(voted.Number("p"), 1.0);
     EXPECT_EQ(voted.Text("id"), "");
+}
+
+/// 1 + 2x with the variance 1 of the intercept and 4 of the slope.
+const std::string kWithErrors =
+    "<GeneralRegressionModel functionName='regression' modelType='generalLinear'>" + Schema("y", Fields("x")) +
+    "<ParameterList><Parameter name='p0'/><Parameter name='p1'/></ParameterList><CovariateList><Predictor name='x'/>"
+    "</CovariateList><PPMatrix><PPCell value='1' predictorName='x' parameterName='p1'/></PPMatrix><PCovMatrix>"
+    "<PCovCell pRow='p0' pCol='p0' value='1'/><PCovCell pRow='p1' pCol='p1' value='4'/></PCovMatrix><ParamMatrix>"
+    "<PCell parameterName='p0' beta='1'/><PCell parameterName='p1' beta='2'/></ParamMatrix></GeneralRegressionModel>";
+
+std::string WithErrors(const std::string& method) {
+    return EnsembleDocument(Mining(
+        method,
+        SegmentOf(kWithErrors, "", "<SimplePredicate field='z' operator='lessThan' value='5'/>") +
+            SegmentOf(Line("x", 1.0, 2.0), "", "<SimplePredicate field='z' operator='greaterOrEqual' value='5'/>"),
+        "<Output><OutputField name='error' feature='standardError'/></Output>"));
+}
+
+TEST(SegmentKinds, AGeneralRegressionTellsItsStandardErrorWhereItIsSelected) {
+    for (const char* method : {"selectFirst", "selectAll", "modelChain"}) {
+        Scored scored(WithErrors(method));
+        ASSERT_TRUE(scored.Score({{"x", "2"}, {"z", "1"}}).IsOK());
+        EXPECT_EQ(scored.Number(), 5.0);
+        EXPECT_DOUBLE_EQ(scored.Number("error"), std::sqrt(17.0)) << method;
+        ASSERT_TRUE(scored.Score({{"x", "2"}, {"z", "7"}}).IsOK());
+        EXPECT_EQ(scored.Number(), 5.0);
+        EXPECT_EQ(scored.Number("error"), kMissing) << method << ": that of the case before";
+    }
+    Scored averaged(WithErrors("average"));
+    ASSERT_TRUE(averaged.Score({{"x", "2"}, {"z", "1"}}).IsOK());
+    EXPECT_EQ(averaged.Number("error"), kMissing) << "a mean has none";
 }
 
 const std::string kDrift = "<BaselineModel functionName='regression'>" + Schema("y", Fields("x")) +
@@ -111,7 +143,8 @@ TEST(SegmentKinds, SupportVectorsVoteForTheirCategory) {
 
 TEST(SegmentKinds, AreTheSameInColumns) {
     for (const std::string& document :
-         {kDriftBelowFive,
+         {kDriftBelowFive, WithErrors("selectFirst"), WithErrors("selectAll"), WithErrors("modelChain"),
+          WithErrors("sum"),
           EnsembleDocument(Mining("selectFirst", SegmentOf(kCard),
                                   "<Output><OutputField name='why' feature='reasonCode'/></Output>")),
           EnsembleDocument(Mining("sum", SegmentOf(kCard) + SegmentOf(Line("z", 1.0, 2.0), "",

@@ -11,6 +11,7 @@
 
 #include <xercesc/dom/DOM.hpp>
 
+#include <cmath>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -21,8 +22,8 @@
 ///     <TermModel field="x" factor="2"/>
 ///
 /// predicts the field times the factor, and with the attribute "sums" the sum of that over all cases so far; of a text
-/// its length. With the attribute "function" it predicts the category "yes" above 0, else "no", each with the
-/// probability 0.75. The attribute "none" gives no model.
+/// its length; an eighth of it is its standard error. With the attribute "function" it predicts the category "yes"
+/// above 0, else "no", each with the probability 0.75. The attribute "none" gives no model.
 namespace {
 
 using namespace MCVeltrane_900;
@@ -63,6 +64,7 @@ public:
         if (!fIsClassification) {
             NumericValue number(fSum);
             result->SetResultValue(&number);
+            static_cast<veltrane_kit::RegressionResult*>(result)->SetStandardError(std::abs(fSum) / 8.0);
             return {};
         }
         StringValue category(fSum > 0.0 ? "yes" : "no");
