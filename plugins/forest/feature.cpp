@@ -67,23 +67,22 @@ std::uint32_t Feature::MarkOf(double number) const {
 }
 
 template <typename Mark>
-void Feature::MarkRows(const Block& block, Mark* marks, std::size_t stride, std::uint8_t* unplain) const {
+void Feature::MarkRows(const Block& block, Mark* marks, std::uint8_t* unplain) const {
     const FieldColumn& field = block.Field(fSlot);
     if (fKind == Kind::RANK && field.numbers != nullptr) {
-        RankRows(field.numbers, block.Rows(), marks, stride, unplain);
+        RankRows(field.numbers, block.Rows(), marks, unplain);
         return;
     }
     for (std::size_t row = 0; row < block.Rows(); ++row) {
         const std::optional<std::uint32_t> mark = MarkIn(RowView(block, row));
         unplain[row] |= mark ? 0 : 1;
-        marks[row * stride] = static_cast<Mark>(mark.value_or(0));
+        marks[row] = static_cast<Mark>(mark.value_or(0));
     }
 }
 
 /// Not a number is missing.
 template <typename Mark>
-void Feature::RankRows(const double* numbers, std::size_t rows, Mark* marks, std::size_t stride,
-                       std::uint8_t* unplain) const {
+void Feature::RankRows(const double* numbers, std::size_t rows, Mark* marks, std::uint8_t* unplain) const {
     for (std::size_t first = 0; first < rows; first += kAbreast) {
         const std::size_t count = std::min(kAbreast, rows - first);
         double some[kAbreast] = {};
@@ -92,13 +91,13 @@ void Feature::RankRows(const double* numbers, std::size_t rows, Mark* marks, std
         CountBelow<kAbreast>(fBounds.data(), fBounds.size(), some, ranks);
         for (std::size_t i = 0; i < count; ++i) {
             const bool isMissing = std::isnan(some[i]);
-            marks[(first + i) * stride] = static_cast<Mark>(isMissing ? fMissing : ranks[i]);
+            marks[first + i] = static_cast<Mark>(isMissing ? fMissing : ranks[i]);
             unplain[first + i] |= isMissing && fRefusesMissing ? 1 : 0;
         }
     }
 }
 
-template void Feature::MarkRows(const Block&, std::uint16_t*, std::size_t, std::uint8_t*) const;
-template void Feature::MarkRows(const Block&, std::uint32_t*, std::size_t, std::uint8_t*) const;
+template void Feature::MarkRows(const Block&, std::uint16_t*, std::uint8_t*) const;
+template void Feature::MarkRows(const Block&, std::uint32_t*, std::uint8_t*) const;
 
 } // namespace veltrane_forest

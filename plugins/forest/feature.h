@@ -73,10 +73,9 @@ public:
     std::optional<std::uint32_t> MarkIn(const View& fields) const;
 
     /// The marks of the rows of a block.
-    /// @param marks  of the first row; each row has its own `stride` behind
     /// @param unplain set to 1 for rows that aren't plain, else left alone
     template <typename Mark>
-    void MarkRows(const veltrane_kit::Block& block, Mark* marks, std::size_t stride, std::uint8_t* unplain) const;
+    void MarkRows(const veltrane_kit::Block& block, Mark* marks, std::uint8_t* unplain) const;
 
     std::size_t Bytes() const { return fBounds.capacity() * sizeof(double); }
 
@@ -90,8 +89,7 @@ private:
                (fRefusesOther && mark == Other() && (fKind == Kind::CODE || fKind == Kind::MEMBER));
     }
     template <typename Mark>
-    void RankRows(const double* numbers, std::size_t rows, Mark* marks, std::size_t stride,
-                  std::uint8_t* unplain) const;
+    void RankRows(const double* numbers, std::size_t rows, Mark* marks, std::uint8_t* unplain) const;
 
     int fSlot;
     Kind fKind;

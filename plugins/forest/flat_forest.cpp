@@ -20,8 +20,11 @@ constexpr std::uint32_t kRoot = kRootOfTree;
 /// So many ways through trees are gone at once: the steps of one wait for memory, those of others fill the time.
 constexpr std::size_t kAbreast = 8;
 
-/// So many rows are on their way at once, at most.
-constexpr std::size_t kMostRows = 256;
+/// Fewer rows than that walk from the root of each tree.
+constexpr std::size_t kFewRows = 16;
+
+/// So many rows or trees are on their way at once, at most.
+constexpr std::size_t kMostWays = 256;
 
 /// A tree that is so much deeper than the ways of cases through it on the average is uneven.
 constexpr double kUneven = 1.5;
@@ -43,43 +46,82 @@ std::vector<typename Node::Mark>& MarksIn(Forest::Room& room) {
 
 } // namespace
 
-/// Level by level, the two ways of a step side by side, so that the first steps of all cases lie together.
 template <typename Node>
-bool FlatForest<Node>::Add(Sketch sketch) {
-    const std::size_t count = 2 * sketch.steps.size() + 2;
-    if (count > Node::kMostNodes || sketch.leaves.size() > Node::kMostLeaves) {
+FlatForest<Node>::FlatForest(Walk walk) : fIsOneByOne(walk == Walk::ONE_BY_ONE) {
+    const bool isAny = walk == Walk::FASTEST;
+    fHasVectors = (isAny || walk == Walk::AVX2 || walk == Walk::AVX512) && HasVectors();
+    if (!fHasVectors || !std::is_same_v<Node, SmallNode>) {
+        return;
+    }
+    fRowVectors = isAny || walk == Walk::AVX512 ? RowVectorsOfAvx512() : nullptr;
+    if (fRowVectors == nullptr && walk != Walk::AVX512) {
+        fRowVectors = RowVectorsOfAvx2();
+    }
+}
+
+template <typename Node>
+bool FlatForest<Node>::Add(Sketch sketch, Sets sets, const std::vector<std::uint32_t>& pool) {
+    if (2 * sketch.steps.size() + 2 > Node::kMostNodes || sketch.leaves.size() > Node::kMostLeaves) {
         return false;
     }
+    const Crown crown(sketch);
+    if (fRowVectors != nullptr) {
+        fGroves.Add(sketch, crown, sets, pool);
+    }
+    Lay(sketch, crown);
+    if (crown.isWhole) {
+        // The leaves are the ways out.
+        std::vector<std::int32_t> leaves;
+        for (const Sketch::Way& exit : crown.exits) {
+            leaves.push_back(sketch.leaves[exit.to]);
+        }
+        sketch.leaves.swap(leaves);
+    }
+    sketch.leaves.shrink_to_fit();
+    fLeaves.push_back(std::move(sketch.leaves));
+    return true;
+}
+
+/// Level by level, the two ways of a step side by side, so that the first steps of all cases lie together.
+template <typename Node>
+void FlatForest<Node>::Lay(const Sketch& sketch, const Crown& crown) {
     const std::size_t first = fNodes.size();
-    fNodes.resize(first + count);
-    std::vector<std::pair<Sketch::Way, std::uint32_t>> level{{sketch.root, kRoot}};
-    std::vector<std::pair<Sketch::Way, std::uint32_t>> next;
+    const std::size_t exits = fExits.size();
+    fNodes.resize(first + 2 * sketch.steps.size() + 2);
+    const bool hasExits = fRowVectors != nullptr && !crown.isWhole;
+    fExits.resize(exits + (hasExits ? crown.exits.size() : 0));
+    std::vector<Place> level{{sketch.root, kRoot, 0}};
+    std::vector<Place> next;
     std::uint32_t free = kRoot + 1;
     std::uint32_t depth = 0;
-    double steps = 0.0; // of a case on the average, if as many said yes as no to each question
+    std::uint32_t parted = 0; // steps of the crown
+    double steps = 0.0;       // of a case on the average, if as many said yes as no to each question
     double part = 1.0;
     for (; !level.empty(); level.swap(next), ++depth, part /= 2.0) {
         next.clear();
-        for (const auto& [way, at] : level) {
-            if (way.isLeaf) {
+        for (const Place& place : level) {
+            const bool isInCrown = place.set != kNoSet && !place.way.isLeaf && parted < crown.steps.size();
+            if (place.set != kNoSet && !isInCrown && hasExits) {
+                fExits[exits + place.set] = static_cast<std::uint16_t>(place.at);
+            }
+            if (place.way.isLeaf) {
                 Question leaf;
-                leaf.reach = way.to;
+                leaf.reach = crown.isWhole ? place.set : place.way.to;
                 steps += part * depth;
-                fNodes[first + at] = Node(leaf, at - 1);
+                fNodes[first + place.at] = Node(leaf, place.at - 1);
                 continue;
             }
-            const Sketch::Step& step = sketch.steps[way.to];
-            fNodes[first + at] = Node(step.question, free);
-            next.emplace_back(step.no, free);
-            next.emplace_back(step.yes, free + 1);
+            const Sketch::Step& step = sketch.steps[place.way.to];
+            fNodes[first + place.at] = Node(step.question, free);
+            parted += isInCrown ? 1 : 0;
+            next.push_back({step.no, free, isInCrown ? place.set : kNoSet});
+            next.push_back({step.yes, free + 1, isInCrown ? parted : kNoSet});
             free += 2;
         }
     }
     fNodes.resize(first + free);
-    fTrees.push_back({first, depth - 1, static_cast<double>(depth - 1) > kUneven * steps});
-    sketch.leaves.shrink_to_fit();
-    fLeaves.push_back(std::move(sketch.leaves));
-    return true;
+    fTrees.push_back(
+        {first, depth - 1, static_cast<std::uint32_t>(exits), static_cast<double>(depth - 1) > kUneven * steps});
 }
 
 template <typename Node>
@@ -90,6 +132,8 @@ void FlatForest<Node>::Settle(std::vector<Feature> features, std::vector<std::ui
     fSets = sets;
     fNodes.shrink_to_fit();
     fTrees.shrink_to_fit();
+    fExits.shrink_to_fit();
+    fGroves.Settle();
     fOrder.resize(fTrees.size());
     std::iota(fOrder.begin(), fOrder.end(), 0U);
     std::stable_sort(fOrder.begin(), fOrder.end(), [this](std::uint32_t left, std::uint32_t right) {
@@ -100,8 +144,8 @@ void FlatForest<Node>::Settle(std::vector<Feature> features, std::vector<std::ui
 template <typename Node>
 bool FlatForest<Node>::FindLeaves(const CaseView& fields, Room& room) const {
     std::vector<Mark>& marks = MarksIn<Node>(room);
-    marks.resize(Stride());
-    room.leaves.resize(fTrees.size());
+    marks.resize(std::max(marks.size(), fFeatures.size() + 1));
+    room.leaves.resize(std::max(room.leaves.size(), fTrees.size()));
     for (std::size_t i = 0; i < fFeatures.size(); ++i) {
         const std::optional<std::uint32_t> mark = fFeatures[i].MarkIn(fields);
         if (!mark) {
@@ -127,68 +171,113 @@ bool FlatForest<Node>::FindLeaves(const CaseView& fields, Room& room) const {
 template <typename Node>
 template <Sets kSets>
 void FlatForest<Node>::WalkCase(const Mark* marks, std::uint32_t* leaves) const {
-    const std::uint32_t* const pool = fPool.data();
-    const auto walkOne = [&](std::uint32_t tree) {
-        const Node* const nodes = fNodes.data() + fTrees[tree].first;
-        std::uint32_t at = kRoot;
-        while (nodes[at].Feature() != 0) {
-            at = Next<kSets>(nodes, at, marks, pool);
-        }
-        leaves[tree] = nodes[at].Reach();
-    };
+    const std::uint32_t* const order = fOrder.data();
     std::size_t done = 0;
-    for (; fWalk == Walk::FASTEST && done + kAbreast <= fOrder.size(); done += kAbreast) {
-        const std::uint32_t* const trees = fOrder.data() + done;
-        const Node* nodes[kAbreast];
-        std::uint32_t at[kAbreast];
-        for (std::size_t i = 0; i < kAbreast; ++i) {
-            nodes[i] = fNodes.data() + fTrees[trees[i]].first;
-            at[i] = kRoot;
-        }
-        const std::uint32_t deepest = fTrees[trees[kAbreast - 1]].depth;
-        for (std::uint32_t moved = 1, depth = 0; depth < deepest && moved != 0; depth += kStride) {
-            for (std::uint32_t step = 0; step < kStride; ++step) {
-                moved = 0;
-                for (std::size_t i = 0; i < kAbreast; ++i) {
-                    const std::uint32_t next = Next<kSets>(nodes[i], at[i], marks, pool);
-                    moved |= next ^ at[i];
-                    at[i] = next;
-                }
-            }
-        }
-        for (std::size_t i = 0; i < kAbreast; ++i) {
-            leaves[trees[i]] = nodes[i][at[i]].Reach();
-        }
+    for (; !fIsOneByOne && done + kAbreast <= fOrder.size(); done += kAbreast) {
+        WalkCaseAbreast<kSets>(order + done, marks, leaves);
     }
     for (; done < fOrder.size(); ++done) {
-        walkOne(fOrder[done]);
+        const Node* const nodes = fNodes.data() + fTrees[order[done]].first;
+        std::uint32_t at = kRoot;
+        while (nodes[at].Feature() != 0) {
+            at = Next<kSets>(nodes, at, marks, 0, fPool.data());
+        }
+        leaves[order[done]] = nodes[at].Reach();
     }
 }
 
+template <typename Node>
+template <Sets kSets>
+void FlatForest<Node>::WalkCaseAbreast(const std::uint32_t* trees, const Mark* marks, std::uint32_t* leaves) const {
+    const Node* nodes[kAbreast];
+    std::uint32_t at[kAbreast];
+    for (std::size_t i = 0; i < kAbreast; ++i) {
+        nodes[i] = fNodes.data() + fTrees[trees[i]].first;
+        at[i] = kRoot;
+    }
+    const std::uint32_t deepest = fTrees[trees[kAbreast - 1]].depth;
+    for (std::uint32_t moved = 1, depth = 0; depth < deepest && moved != 0; depth += kStride) {
+        for (std::uint32_t step = 0; step < kStride; ++step) {
+            moved = 0;
+            for (std::size_t i = 0; i < kAbreast; ++i) {
+                const std::uint32_t next = Next<kSets>(nodes[i], at[i], marks, 0, fPool.data());
+                moved |= next ^ at[i];
+                at[i] = next;
+            }
+        }
+    }
+    for (std::size_t i = 0; i < kAbreast; ++i) {
+        leaves[trees[i]] = nodes[i][at[i]].Reach();
+    }
+}
+
+/// The marks of feature 0 are all 0.
 template <typename Node>
 void FlatForest<Node>::Look(const Block& block, Room& room) const {
-    std::vector<Mark>& marks = MarksIn<Node>(room);
+    const std::size_t most = (block.MostRows() + kRowsOfSet - 1) / kRowsOfSet * kRowsOfSet;
+    for (room.shift = 0; std::size_t{1} << room.shift < most;) {
+        ++room.shift;
+    }
     // A vector reads one mark more than it needs.
-    marks.resize(Stride() * block.MostRows() + 1);
-    room.leaves.resize(block.MostRows());
-    for (std::size_t i = 0; i < fFeatures.size(); ++i) {
-        fFeatures[i].MarkRows(block, marks.data() + i + 1, Stride(), room.unplain.data());
+    MarksIn<Node>(room).resize(((fFeatures.size() + 1) << room.shift) + 1);
+    room.leaves.resize(std::max(most, fTrees.size()));
+    room.starts.resize(most);
+    room.shortLeaves.resize(most);
+    room.sets.resize(fGroves.MostSets() * (most / kRowsOfSet));
+    Mark* marks = MarksIn<Node>(room).data();
+    std::fill_n(marks, most, Mark{0});
+    for (const Feature& feature : fFeatures) {
+        marks += std::size_t{1} << room.shift;
+        feature.MarkRows(block, marks, room.unplain.data());
     }
 }
 
 template <typename Node>
-void FlatForest<Node>::FindLeaves(std::size_t tree, std::size_t rows, Room& room) const {
+bool FlatForest<Node>::FindLeaves(std::size_t tree, std::size_t rows, Room& room) const {
+    if constexpr (std::is_same_v<Node, SmallNode>) {
+        if (fRowVectors != nullptr && rows >= kFewRows) {
+            GoByCrown(tree, rows, room);
+            if (fGroves.IsWhole(tree)) {
+                return true;
+            }
+        } else {
+            std::fill_n(room.starts.begin(), rows, kRoot);
+        }
+    } else {
+        std::fill_n(room.starts.begin(), rows, kRoot);
+    }
     const Mark* const marks = MarksIn<Node>(room).data();
     switch (fSets) {
     case Sets::NONE:
-        WalkRows<Sets::NONE>(fTrees[tree], marks, rows, room.leaves.data());
+        WalkRows<Sets::NONE>(fTrees[tree], marks, rows, room);
         break;
     case Sets::OF_BITS:
-        WalkRows<Sets::OF_BITS>(fTrees[tree], marks, rows, room.leaves.data());
+        WalkRows<Sets::OF_BITS>(fTrees[tree], marks, rows, room);
         break;
     case Sets::OF_POOL:
-        WalkRows<Sets::OF_POOL>(fTrees[tree], marks, rows, room.leaves.data());
+        WalkRows<Sets::OF_POOL>(fTrees[tree], marks, rows, room);
         break;
+    }
+    return false;
+}
+
+/// Finds the leaves of a tree whose crown is whole, else where the walk goes on.
+template <typename Node>
+void FlatForest<Node>::GoByCrown(std::size_t tree, std::size_t rows, Room& room) const {
+    const std::size_t stride = std::size_t{1} << room.shift;
+    RowSet* sets = room.sets.data();
+    for (std::size_t first = 0; first < rows; first += kRowsOfSet, sets += fGroves.MostSets()) {
+        const std::size_t count = std::min(kRowsOfSet, rows - first);
+        if (fGroves.IsFirstOfGrove(tree)) {
+            fGroves.Ask(tree, *fRowVectors, fPool.data(), room.smallMarks.data() + first, stride, count, sets);
+        }
+        fGroves.Part(tree, *fRowVectors, count, sets, room.shortLeaves.data() + first);
+    }
+    if (!fGroves.IsWhole(tree)) {
+        const std::uint16_t* const exits = fExits.data() + fTrees[tree].exit;
+        for (std::size_t row = 0; row < rows; ++row) {
+            room.starts[row] = exits[room.shortLeaves[row]];
+        }
     }
 }
 
@@ -196,26 +285,27 @@ void FlatForest<Node>::FindLeaves(std::size_t tree, std::size_t rows, Room& room
 /// go on together.
 template <typename Node>
 template <Sets kSets>
-void FlatForest<Node>::WalkRows(const Tree& tree, const Mark* marks, std::size_t rows, std::uint32_t* leaves) const {
+void FlatForest<Node>::WalkRows(const Tree& tree, const Mark* marks, std::size_t rows, Room& room) const {
     const Node* const nodes = fNodes.data() + tree.first;
+    const std::uint32_t* const starts = room.starts.data();
+    std::uint32_t* const leaves = room.leaves.data();
     std::size_t done = 0;
-    if (fWalk == Walk::FASTEST && tree.isUneven) {
-        WalkUneven<kSets>(nodes, marks, rows, leaves);
+    if (!fIsOneByOne && tree.isUneven) {
+        WalkUneven<kSets>(nodes, marks, room.shift, rows, starts, leaves);
         return;
     }
     if constexpr (std::is_same_v<Node, SmallNode> && kSets != Sets::OF_POOL) {
-        if (fWalk == Walk::FASTEST && tree.depth > kShallow && HasVectors()) {
-            done = WalkVectors(nodes, tree.depth, kSets, marks, Stride(), rows, leaves);
+        if (fHasVectors && tree.depth > kShallow) {
+            done = WalkVectors(nodes, tree.depth, kSets, starts, marks, room.shift, rows, leaves);
         }
     }
-    const std::size_t stride = Stride();
-    for (; fWalk == Walk::FASTEST && done + kAbreast <= rows; done += kAbreast) {
-        WalkAbreast<kSets>(nodes, tree.depth, marks + done * stride, leaves + done);
+    for (; !fIsOneByOne && done + kAbreast <= rows; done += kAbreast) {
+        WalkAbreast<kSets>(nodes, tree.depth, marks + done, room.shift, starts + done, leaves + done);
     }
     for (; done < rows; ++done) {
-        std::uint32_t at = kRoot;
+        std::uint32_t at = starts[done];
         while (nodes[at].Feature() != 0) {
-            at = Next<kSets>(nodes, at, marks + done * stride, fPool.data());
+            at = Next<kSets>(nodes, at, marks + done, room.shift, fPool.data());
         }
         leaves[done] = nodes[at].Reach();
     }
@@ -223,16 +313,15 @@ void FlatForest<Node>::WalkRows(const Tree& tree, const Mark* marks, std::size_t
 
 template <typename Node>
 template <Sets kSets>
-void FlatForest<Node>::WalkAbreast(const Node* nodes, std::uint32_t deepest, const Mark* marks,
-                                   std::uint32_t* leaves) const {
-    const std::size_t stride = Stride();
+void FlatForest<Node>::WalkAbreast(const Node* nodes, std::uint32_t deepest, const Mark* marks, unsigned shift,
+                                   const std::uint32_t* starts, std::uint32_t* leaves) const {
     std::uint32_t at[kAbreast];
-    std::fill_n(at, kAbreast, kRoot);
+    std::copy_n(starts, kAbreast, at);
     for (std::uint32_t moved = 1, depth = 0; depth < deepest && moved != 0; depth += kStride) {
         for (std::uint32_t step = 0; step < kStride; ++step) {
             moved = 0;
             for (std::size_t i = 0; i < kAbreast; ++i) {
-                const std::uint32_t next = Next<kSets>(nodes, at[i], marks + i * stride, fPool.data());
+                const std::uint32_t next = Next<kSets>(nodes, at[i], marks + i, shift, fPool.data());
                 moved |= next ^ at[i];
                 at[i] = next;
             }
@@ -245,26 +334,26 @@ void FlatForest<Node>::WalkAbreast(const Node* nodes, std::uint32_t deepest, con
 
 template <typename Node>
 template <Sets kSets>
-void FlatForest<Node>::WalkUneven(const Node* nodes, const Mark* marks, std::size_t rows, std::uint32_t* leaves) const {
+void FlatForest<Node>::WalkUneven(const Node* nodes, const Mark* marks, unsigned shift, std::size_t rows,
+                                  const std::uint32_t* starts, std::uint32_t* leaves) const {
     struct Way {
         std::uint32_t at;
         std::uint32_t row;
     };
     const std::uint32_t* const pool = fPool.data();
-    const std::size_t stride = Stride();
-    Way ways[kMostRows];
-    for (std::size_t first = 0; first < rows; first += kMostRows) {
-        std::size_t count = std::min(kMostRows, rows - first);
+    Way ways[kMostWays];
+    for (std::size_t first = 0; first < rows; first += kMostWays) {
+        std::size_t count = std::min(kMostWays, rows - first);
         for (std::size_t i = 0; i < count; ++i) {
-            ways[i] = {kRoot, static_cast<std::uint32_t>(first + i)};
+            ways[i] = {starts[first + i], static_cast<std::uint32_t>(first + i)};
         }
         while (count > 0) {
             std::size_t kept = 0;
             for (std::size_t i = 0; i < count; ++i) {
                 const Way way = ways[i];
-                const Mark* const own = marks + way.row * stride;
-                const std::uint32_t half = Next<kSets>(nodes, way.at, own, pool);
-                const std::uint32_t at = Next<kSets>(nodes, half, own, pool);
+                const Mark* const own = marks + way.row;
+                const std::uint32_t half = Next<kSets>(nodes, way.at, own, shift, pool);
+                const std::uint32_t at = Next<kSets>(nodes, half, own, shift, pool);
                 leaves[way.row] = nodes[at].Reach();
                 ways[kept] = {at, way.row};
                 kept += nodes[at].Feature() != 0 ? 1 : 0;
@@ -276,8 +365,9 @@ void FlatForest<Node>::WalkUneven(const Node* nodes, const Mark* marks, std::siz
 
 template <typename Node>
 std::size_t FlatForest<Node>::Bytes() const {
-    std::size_t bytes = fNodes.capacity() * sizeof(Node) + fTrees.capacity() * sizeof(Tree) +
-                        (fPool.capacity() + fOrder.capacity()) * sizeof(std::uint32_t);
+    std::size_t bytes = fNodes.capacity() * sizeof(Node) + fTrees.capacity() * sizeof(Tree) + fGroves.Bytes() +
+                        (fPool.capacity() + fOrder.capacity()) * sizeof(std::uint32_t) +
+                        fExits.capacity() * sizeof(std::uint16_t);
     for (const Feature& feature : fFeatures) {
         bytes += sizeof(Feature) + feature.Bytes();
     }

@@ -1,6 +1,7 @@
 #include "forest.h"
 
 #include "flat_forest.h"
+#include "vectors.h"
 
 #include <utility>
 
@@ -36,7 +37,7 @@ std::unique_ptr<Forest> PlantAs(const TreeList& trees, Decisions decisions, Fore
     Sketcher sketcher(decisions, pool);
     for (const TreeScorer* tree : trees) {
         Sketch sketch;
-        if (!sketcher.Draw(*tree, sketch) || !forest->Add(std::move(sketch))) {
+        if (!sketcher.Draw(*tree, sketch) || !forest->Add(std::move(sketch), sketcher.Kept(), pool)) {
             return nullptr;
         }
     }
@@ -46,6 +47,17 @@ std::unique_ptr<Forest> PlantAs(const TreeList& trees, Decisions decisions, Fore
 }
 
 } // namespace
+
+bool Forest::Has(Walk walk) {
+    switch (walk) {
+    case Walk::AVX2:
+        return HasVectors() && RowVectorsOfAvx2() != nullptr;
+    case Walk::AVX512:
+        return HasVectors() && RowVectorsOfAvx512() != nullptr;
+    default:
+        return true;
+    }
+}
 
 std::unique_ptr<Forest> Forest::Plant(const TreeList& trees, Walk walk) {
     Decisions decisions;

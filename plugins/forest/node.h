@@ -1,6 +1,7 @@
 #ifndef VELTRANE_PLUGINS_FOREST_NODE_H
 #define VELTRANE_PLUGINS_FOREST_NODE_H
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 
@@ -96,13 +97,14 @@ inline bool IsInPool(const std::uint32_t* set, std::uint32_t mark) {
 
 /// One step of a case, without a jump where sets are told by bits.
 /// @param nodes of the tree
-/// @param marks of the case
+/// @param marks of the case, that of feature 0
+/// @param shift the mark of the next feature stands `1 << shift` behind
 template <Sets kSets, typename Node>
-inline std::uint32_t Next(const Node* nodes, std::uint32_t at, const typename Node::Mark* marks,
+inline std::uint32_t Next(const Node* nodes, std::uint32_t at, const typename Node::Mark* marks, unsigned shift,
                           const std::uint32_t* pool) {
     using Mark = typename Node::Mark;
     const Node node = nodes[at];
-    const Mark mark = marks[node.Feature()];
+    const Mark mark = marks[static_cast<std::size_t>(node.Feature()) << shift];
     std::uint32_t answer = static_cast<Mark>(mark - node.Low()) <= node.Reach() ? 1U : 0U;
     if constexpr (kSets == Sets::OF_BITS) {
         const std::uint32_t bit = (node.Bits() >> (mark % kMarksOfWord)) & 1U;

@@ -48,6 +48,8 @@ public:
     /// @return false for a tree with a condition that is no decision
     bool Draw(const veltrane_tree::TreeScorer& tree, Sketch& sketch);
 
+    /// Where sets are put, if there are any.
+    Sets Kept() const { return fSets; }
     /// Which sets were met.
     Sets Met() const { return fMet; }
 

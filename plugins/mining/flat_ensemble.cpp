@@ -18,6 +18,7 @@ using veltrane_kit::Inputs;
 using veltrane_kit::ModelPlan;
 using veltrane_kit::Prediction;
 using veltrane_kit::Test;
+using veltrane_tree::NodeScore;
 using veltrane_tree::TreeScorer;
 
 namespace {
@@ -92,6 +93,7 @@ std::unique_ptr<const FlatEnsemble> FlatEnsemble::Of(const Segmentation& segment
     ensemble->fNumbers.shrink_to_fit();
     ensemble->fPlaces.shrink_to_fit();
     ensemble->fShares.shrink_to_fit();
+    ensemble->fIsNone.shrink_to_fit();
     forest->ForgetLeaves();
     ensemble->fForest = std::move(forest);
     return ensemble;
@@ -99,7 +101,11 @@ std::unique_ptr<const FlatEnsemble> FlatEnsemble::Of(const Segmentation& segment
 
 /// @return false for a leaf without a prediction
 bool FlatEnsemble::AddLeaves(const Segment& segment, const std::vector<std::int32_t>& leaves, SharedShares& shared) {
+    const bool hasNone = std::find(leaves.begin(), leaves.end(), NodeScore::kNone) != leaves.end();
     fTrees.push_back({std::max(fNumbers.size(), fPlaces.size()), fSegmentation.WeightOf(segment)});
+    if (hasNone) {
+        fPartial.push_back({fTrees.size() - 1, fIsNone.size()});
+    }
     if (!segment.plan->GetInputs().PassesAllOn()) {
         fReaders.push_back(&segment.plan->GetInputs());
     }
@@ -107,10 +113,13 @@ bool FlatEnsemble::AddLeaves(const Segment& segment, const std::vector<std::int3
     fWeight += fTrees.back().weight;
     Prediction prediction;
     std::vector<double> shares(fCategories);
-    for (std::size_t leaf = 0; leaf < leaves.size(); ++leaf) {
-        const bool isLeaf = leaf != Forest::kNoLeaf;
-        if (isLeaf && !PredictAt(*segment.plan, leaves[leaf], prediction)) {
+    for (const std::int32_t leaf : leaves) {
+        const bool isLeaf = leaf != NodeScore::kNone;
+        if (isLeaf && !PredictAt(*segment.plan, leaf, prediction)) {
             return false;
+        }
+        if (hasNone) {
+            fIsNone.push_back(isLeaf ? 0 : 1);
         }
         if (fCategories == 0) {
             fNumbers.push_back(isLeaf ? prediction.number : 0.0);
@@ -147,8 +156,10 @@ bool FlatEnsemble::Combine(const CaseView& fields, Room& room, Combination& comb
         return false;
     }
     const std::uint32_t* const leaves = room.leaves.data();
-    if (std::find(leaves, leaves + fTrees.size(), Forest::kNoLeaf) != leaves + fTrees.size()) {
-        return false;
+    for (const Partial& partial : fPartial) {
+        if (fIsNone[partial.first + leaves[partial.tree]] != 0) {
+            return false;
+        }
     }
     if (fCategories == 0 && Combination::IsSum(fSegmentation.method)) {
         double total = 0.0;
@@ -166,20 +177,30 @@ bool FlatEnsemble::Combine(const CaseView& fields, Room& room, Combination& comb
 }
 
 void FlatEnsemble::Combine(std::size_t rows, Room& room, Combination& combination) const {
-    for (std::size_t tree = 0; tree < fTrees.size(); ++tree) {
-        fForest->FindLeaves(tree, rows, room);
-        for (std::size_t row = 0; row < rows; ++row) {
-            room.unplain[row] |= room.leaves[row] == Forest::kNoLeaf ? 1 : 0;
+    auto partial = fPartial.begin();
+    const auto add = [&](std::size_t tree, const auto* leaves) {
+        if (partial != fPartial.end() && partial->tree == tree) {
+            for (std::size_t row = 0; row < rows; ++row) {
+                room.unplain[row] |= fIsNone[partial->first + leaves[row]];
+            }
+            ++partial;
         }
-        AddTree(fTrees[tree], rows, room.leaves.data(), combination);
+        AddTree(fTrees[tree], rows, leaves, combination);
+    };
+    for (std::size_t tree = 0; tree < fTrees.size(); ++tree) {
+        if (fForest->FindLeaves(tree, rows, room)) {
+            add(tree, room.shortLeaves.data());
+        } else {
+            add(tree, room.leaves.data());
+        }
     }
     combination.CountAll(fCount, fWeight);
 }
 
 /// Adds what one tree predicts.
 /// @param leaves of the rows
-void FlatEnsemble::AddTree(const Tree& tree, std::size_t rows, const std::uint32_t* leaves,
-                           Combination& combination) const {
+template <typename Leaf>
+void FlatEnsemble::AddTree(const Tree& tree, std::size_t rows, const Leaf* leaves, Combination& combination) const {
     if (fCategories == 0) {
         AddNumbers(fNumbers.data() + tree.first, tree.weight, rows, leaves, combination);
     } else if (IsVote(fSegmentation.method)) {
@@ -193,7 +214,8 @@ void FlatEnsemble::AddTree(const Tree& tree, std::size_t rows, const std::uint32
     }
 }
 
-void FlatEnsemble::AddNumbers(const double* numbers, double weight, std::size_t rows, const std::uint32_t* leaves,
+template <typename Leaf>
+void FlatEnsemble::AddNumbers(const double* numbers, double weight, std::size_t rows, const Leaf* leaves,
                               Combination& combination) const {
     if (Combination::IsSum(fSegmentation.method)) {
         double* const totals = combination.Totals(0);
@@ -208,7 +230,8 @@ void FlatEnsemble::AddNumbers(const double* numbers, double weight, std::size_t 
     }
 }
 
-void FlatEnsemble::AddShares(const std::uint32_t* places, double weight, std::size_t rows, const std::uint32_t* leaves,
+template <typename Leaf>
+void FlatEnsemble::AddShares(const std::uint32_t* places, double weight, std::size_t rows, const Leaf* leaves,
                              Combination& combination) const {
     const bool isSum = Combination::IsSum(fSegmentation.method);
     for (std::size_t category = 0; isSum && category < fCategories; ++category) {
@@ -229,7 +252,8 @@ void FlatEnsemble::AddShares(const std::uint32_t* places, double weight, std::si
 
 std::size_t FlatEnsemble::Bytes() const {
     return fForest->Bytes() + fTrees.capacity() * sizeof(Tree) + fPlaces.capacity() * sizeof(std::uint32_t) +
-           (fNumbers.capacity() + fShares.capacity()) * sizeof(double);
+           (fNumbers.capacity() + fShares.capacity()) * sizeof(double) + fIsNone.capacity() +
+           fPartial.capacity() * sizeof(Partial);
 }
 
 } // namespace veltrane_mining

@@ -48,16 +48,25 @@ private:
         double weight;
     };
 
+    /// A tree with leaves of cases that go segment by segment; their flags, from `first` on.
+    struct Partial {
+        std::size_t tree;
+        std::size_t first;
+    };
+
     class SharedShares;
 
     FlatEnsemble(const Segmentation& segmentation, std::size_t categories)
         : fSegmentation(segmentation), fCategories(categories) {}
 
     bool AddLeaves(const Segment& segment, const std::vector<std::int32_t>& leaves, SharedShares& shared);
-    void AddTree(const Tree& tree, std::size_t rows, const std::uint32_t* leaves, Combination& combination) const;
-    void AddNumbers(const double* numbers, double weight, std::size_t rows, const std::uint32_t* leaves,
+    template <typename Leaf>
+    void AddTree(const Tree& tree, std::size_t rows, const Leaf* leaves, Combination& combination) const;
+    template <typename Leaf>
+    void AddNumbers(const double* numbers, double weight, std::size_t rows, const Leaf* leaves,
                     Combination& combination) const;
-    void AddShares(const std::uint32_t* places, double weight, std::size_t rows, const std::uint32_t* leaves,
+    template <typename Leaf>
+    void AddShares(const std::uint32_t* places, double weight, std::size_t rows, const Leaf* leaves,
                    Combination& combination) const;
 
     const Segmentation& fSegmentation;
@@ -65,6 +74,8 @@ private:
     std::unique_ptr<const veltrane_forest::Forest> fForest;
     std::vector<const veltrane_kit::Inputs*> fReaders; ///< of segments that have fields of their own
     std::vector<Tree> fTrees;
+    std::vector<Partial> fPartial;
+    std::vector<std::uint8_t> fIsNone; ///< by leaf of a partial tree, 1 for a leaf without a prediction
     // By leaf, what it brings: one of these.
     std::vector<double> fNumbers;
     std::vector<std::uint32_t> fPlaces; ///< of a vote the category, else the shares

@@ -18,7 +18,7 @@ using veltrane_kit::Prediction;
 using veltrane_kit::Target;
 using veltrane_kit::Truth;
 
-MiningScorer::MiningScorer(const Element& element, veltrane_kit::ModelParts& parts, Road road)
+MiningScorer::MiningScorer(const Element& element, veltrane_kit::ModelParts& parts, Road road, Forest::Walk walk)
     : fInputs(*parts.inputs) {
     for (const Element child : element.Children()) {
         if (!child.Is(u"Segmentation") && !child.Is(u"Regression") && !child.Is(u"DecisionTree")) {
@@ -28,7 +28,6 @@ MiningScorer::MiningScorer(const Element& element, veltrane_kit::ModelParts& par
     SegmentationReader(fSegmentation, parts).Read(element);
     if (road != Road::SEGMENTS) {
         const int categories = parts.IsClassification() ? parts.target->CategoryCount() : 0;
-        const Forest::Walk walk = road == Road::FOREST ? Forest::Walk::FASTEST : Forest::Walk::ONE_BY_ONE;
         fFlat = FlatEnsemble::Of(fSegmentation, static_cast<std::size_t>(categories), walk);
     }
 }

@@ -21,13 +21,14 @@ class MiningScorer : public veltrane_kit::Scorer {
 public:
     /// How the segments of an ensemble of trees are asked. The predictions are the same.
     enum class Road : std::uint8_t {
-        FOREST,     ///< all at once, where they make a forest
-        ONE_BY_ONE, ///< the same, each step of each tree by itself
-        SEGMENTS    ///< each by itself
+        FOREST,  ///< all at once, where they make a forest
+        SEGMENTS ///< each by itself
     };
 
+    /// @param walk of the forest
     /// @throws VTException 260159 for an element that has no place in it, and what SegmentationReader throws
-    MiningScorer(const veltrane_kit::Element& element, veltrane_kit::ModelParts& parts, Road road = Road::FOREST);
+    MiningScorer(const veltrane_kit::Element& element, veltrane_kit::ModelParts& parts, Road road = Road::FOREST,
+                 veltrane_forest::Forest::Walk walk = veltrane_forest::Forest::Walk::FASTEST);
 
     std::unique_ptr<State> NewState() const override;
     bool Predict(const veltrane_kit::CaseView& fields, veltrane_kit::Prediction& prediction,

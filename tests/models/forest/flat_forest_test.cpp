@@ -26,13 +26,31 @@ using namespace veltrane::tests;
 using MCVeltrane_900::CaseRecord;
 using MCVeltrane_900::NumericValue;
 using MCVeltrane_900::StringValue;
+using veltrane_forest::Forest;
 using veltrane_mining::MiningScorer;
 using Road = MiningScorer::Road;
+using Walk = Forest::Walk;
 
-template <Road kRoad>
-std::unique_ptr<const Scorer> Make(const Element& element, ModelParts& parts) {
-    return std::make_unique<const MiningScorer>(element, parts, kRoad);
+std::unique_ptr<const Scorer> MakeSegments(const Element& element, ModelParts& parts) {
+    return std::make_unique<const MiningScorer>(element, parts, Road::SEGMENTS);
 }
+
+template <Walk kWalk>
+std::unique_ptr<const Scorer> MakeForest(const Element& element, ModelParts& parts) {
+    return std::make_unique<const MiningScorer>(element, parts, Road::FOREST, kWalk);
+}
+
+/// Every way through a forest.
+struct NamedWalk {
+    const char* name;
+    Walk walk;
+    MakeScorer make;
+};
+constexpr NamedWalk kWalks[] = {{"fastest", Walk::FASTEST, MakeForest<Walk::FASTEST>},
+                                {"one by one", Walk::ONE_BY_ONE, MakeForest<Walk::ONE_BY_ONE>},
+                                {"abreast", Walk::ABREAST, MakeForest<Walk::ABREAST>},
+                                {"AVX2", Walk::AVX2, MakeForest<Walk::AVX2>},
+                                {"AVX-512", Walk::AVX512, MakeForest<Walk::AVX512>}};
 
 std::shared_ptr<const ModelPlan> ReadPlan(const std::string& document, MakeScorer make) {
     return PlanReader(document).Read(u"MiningModel", make);
@@ -187,24 +205,36 @@ std::vector<Row> RowsOf(unsigned seed, std::size_t mostMissing) {
     return rows;
 }
 
-/// Fails the test unless the forest of a document gives what its segments give.
+/// Fails the test unless the forest of a document gives what its segments give, whichever way it is gone through.
+/// @param lengths of the batches of columns
 /// @return how many rows have a prediction
-std::size_t Check(const ForestOptions& options, unsigned seed) {
+std::size_t Check(const ForestOptions& options, unsigned seed, const std::vector<std::size_t>& lengths = {kRows}) {
     const std::string document = RandomForest(options, seed).Document();
-    const auto segments = ReadPlan(document, Make<Road::SEGMENTS>);
-    const auto forest = ReadPlan(document, Make<Road::FOREST>);
-    const auto steps = ReadPlan(document, Make<Road::ONE_BY_ONE>);
+    const auto segments = ReadPlan(document, MakeSegments);
     EXPECT_EQ(static_cast<const MiningScorer&>(segments->GetScorer()).Flat(), nullptr);
-    EXPECT_NE(static_cast<const MiningScorer&>(forest->GetScorer()).Flat(), nullptr) << document;
     std::size_t count = 0;
     // Few missing values: most rows of a block go the forest's way; many: none does.
     for (const std::size_t mostMissing : {40U, 3U}) {
         const std::vector<Row> rows = RowsOf(seed, mostMissing);
         const std::vector<std::string> expected = CaseByCase(*segments, rows);
-        EXPECT_EQ(CaseByCase(*forest, rows), expected);
         const std::vector<std::string> columns = InColumns(segments, rows);
-        EXPECT_EQ(InColumns(forest, rows), columns);
-        EXPECT_EQ(InColumns(steps, rows), columns);
+        for (const NamedWalk& walk : kWalks) {
+            if (!Forest::Has(walk.walk)) {
+                continue;
+            }
+            SCOPED_TRACE(walk.name);
+            const auto forest = ReadPlan(document, walk.make);
+            EXPECT_NE(static_cast<const MiningScorer&>(forest->GetScorer()).Flat(), nullptr) << document;
+            // Vectors are for columns alone.
+            if (walk.walk < Walk::AVX2) {
+                EXPECT_EQ(CaseByCase(*forest, rows), expected);
+            }
+            for (const std::size_t length : lengths) {
+                const auto some = static_cast<std::ptrdiff_t>(length);
+                EXPECT_EQ(InColumns(forest, {rows.begin(), rows.begin() + some}),
+                          std::vector<std::string>(columns.begin(), columns.begin() + some));
+            }
+        }
         count += static_cast<std::size_t>(
             std::count_if(columns.begin(), columns.end(), [](const std::string& answer) { return answer != "none"; }));
     }
@@ -263,5 +293,84 @@ TEST_P(FlatForestOfCategories, GivesTheSharesOfItsSegments) {
 INSTANTIATE_TEST_SUITE_P(Methods, FlatForestOfCategories,
                          testing::Values("majorityVote", "weightedMajorityVote", "average", "weightedAverage", "median",
                                          "weightedMedian", "max", "sum", "weightedSum"));
+
+TEST(FlatForestOfEveryShape, GivesTheNumbersOfItsSegments) {
+    struct Shape {
+        int trees;
+        int depth;
+        std::size_t leaves;
+    };
+    // Leaves alone, stumps, trees of all sizes up to more steps than a byte counts, and narrow ones.
+    const Shape shapes[] = {{3, 0, 6}, {20, 1, 6}, {70, 2, 9}, {40, 3, 20}, {12, 7, 20}, {3, 9, 20}, {9, 20, 2}};
+    const std::vector<std::size_t> lengths{1, 7, 15, 16, 17, 33, 63, 64, 65, 127, 130, 200, 255, 256, 257, 273, kRows};
+    unsigned seed = 100;
+    std::size_t count = 0;
+    for (const Shape& shape : shapes) {
+        for (const bool isWide : {false, true}) {
+            ForestOptions options;
+            options.trees = shape.trees;
+            options.depth = shape.depth;
+            options.leaves = shape.leaves;
+            options.isWide = isWide;
+            options.strategy = kStrategies[seed % 6];
+            options.noTrueChild = kNoTrueChild[seed % 2];
+            options.isClassification = seed % 3 == 0;
+            options.method = options.isClassification ? "majorityVote" : "sum";
+            SCOPED_TRACE("depth " + std::to_string(shape.depth) + " seed " + std::to_string(seed));
+            count += Check(options, seed++, lengths);
+        }
+    }
+    EXPECT_GT(count, kRows);
+}
+
+TEST(FlatForestOfFullTrees, GivesTheNumbersOfItsSegments) {
+    std::size_t count = 0;
+    for (const int depth : {4, 5, 6, 7, 8, 9, 11}) {
+        ForestOptions options;
+        options.trees = 5;
+        options.depth = depth;
+        options.isFull = true;
+        SCOPED_TRACE("depth " + std::to_string(depth));
+        count += Check(options, static_cast<unsigned>(depth), {50, kRows});
+    }
+    EXPECT_GT(count, kRows);
+}
+
+/// A forest that is a segment is asked for single rows where few belong to it, else for whole blocks, by turns.
+TEST(FlatForestInAModel, GivesTheNumbersOfItsSegments) {
+    ForestOptions options;
+    options.trees = 40;
+    options.depth = 9;
+    options.isFull = true;
+    const std::string document = RandomForest(options, 5).Document();
+    const std::size_t begin = document.find("<MiningModel");
+    const std::size_t end = document.find("</PMML>");
+    const std::string inner = document.substr(begin, end - begin);
+    const std::string schema = document.substr(begin, document.find("<Segmentation") - begin);
+    const std::string whole = document.substr(0, begin) + schema +
+                              "<Segmentation multipleModelMethod='selectFirst'><Segment><SimplePredicate field='k' "
+                              "operator='equal' value='3'/>" +
+                              inner + "</Segment></Segmentation></MiningModel></PMML>";
+    std::vector<Row> rows;
+    for (std::size_t block = 0; block < 4; ++block) {
+        for (const Row& row : RowsOf(static_cast<unsigned>(block), 40)) {
+            rows.push_back(row);
+            rows.back()[3].number = rows.size() / 256 % 2 == 1 || rows.size() % 50 == 0 ? 3.0 : 4.0;
+        }
+    }
+    rows.resize(1024);
+    const auto plan = ReadPlan(whole, MakeForest<Walk::FASTEST>);
+    const std::vector<std::string> cases = CaseByCase(*plan, rows);
+    const std::vector<std::string> columns = InColumns(plan, rows);
+    std::size_t count = 0;
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const bool isPredicted = columns[row] != "none";
+        count += isPredicted ? 1 : 0;
+        EXPECT_EQ(columns[row].substr(0, columns[row].find(' ')),
+                  isPredicted ? cases[row].substr(0, cases[row].find(' ')) : "none");
+        EXPECT_EQ(isPredicted, cases[row].rfind("none", 0) != 0);
+    }
+    EXPECT_GT(count, 400U);
+}
 
 } // namespace

@@ -86,12 +86,34 @@ std::string RandomForest::Tree() {
     const std::string root = Perhaps(8) ? Split().front() : "<True/>";
     return "<TreeModel functionName='" + function + "' missingValueStrategy='" + fOptions.strategy +
            "' noTrueChildStrategy='" + fOptions.noTrueChild + "' missingValuePenalty='0.5'>" + Schema() +
-           Node(root, fOptions.depth) + "</TreeModel>";
+           (fOptions.isFull ? FullNode("<True/>", fOptions.depth, {{"x", 0, 12}, {"z", 0, 12}, {"f", 0, 12}})
+                            : Node(root, fOptions.depth)) +
+           "</TreeModel>";
+}
+
+/// Parts the longest range in the middle.
+std::string RandomForest::FullNode(const std::string& condition, int depth, std::vector<Range> ranges) {
+    const auto longest = std::max_element(ranges.begin(), ranges.end(), [](const Range& left, const Range& right) {
+        return left.high - left.low < right.high - right.low;
+    });
+    std::string children;
+    if (depth > 0 && longest->low < longest->high) {
+        const Range range = *longest;
+        const std::size_t middle = (range.low + range.high) / 2;
+        const double bound = Numbers()[middle];
+        const std::string text = bound == -1e300 ? "-1e300" : std::to_string(bound);
+        longest->high = middle;
+        children += FullNode(Test(range.field, "lessOrEqual", text), depth - 1, ranges);
+        *longest = {range.field, middle + 1, range.high};
+        children += FullNode(Test(range.field, "greaterThan", text), depth - 1, ranges);
+    }
+    const std::string id = std::to_string(fNextId++);
+    return "<Node id='" + id + "' score='" + id + "'>" + condition + children + "</Node>";
 }
 
 std::string RandomForest::Node(const std::string& condition, int depth) {
     std::vector<std::string> splits;
-    if (depth > 0 && !Perhaps(6)) {
+    if (depth > 0 && !Perhaps(fOptions.leaves)) {
         splits = Split();
     }
     const int id = fNextId++;

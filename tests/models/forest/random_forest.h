@@ -20,6 +20,8 @@ struct ForestOptions {
     bool isWide = false; ///< with a field of more categories than a node has bits for
     int trees = 9;
     int depth = 5;
+    std::size_t leaves = 6; ///< one of so many nodes above the deepest ones is a leaf
+    bool isFull = false;    ///< whether all nodes have two children that cases come to, above the deepest ones
 };
 
 class RandomForest {
@@ -39,6 +41,13 @@ private:
     std::string Number();
     std::string Schema() const;
     std::string Tree();
+    /// Of the numbers that a case may have at a node, by their places.
+    struct Range {
+        const char* field;
+        std::size_t low;
+        std::size_t high;
+    };
+    std::string FullNode(const std::string& condition, int depth, std::vector<Range> ranges);
     std::string Node(const std::string& condition, int depth);
     std::string Shares();
     std::vector<std::string> Split();
