@@ -52,7 +52,10 @@ std::string Told(const ScoreValue* value, DataType type) {
     if (typed.isMissing) {
         return "missing";
     }
-    return type == DataType::STRING ? "'" + std::string(typed.text) + "'" : Told(typed.number);
+    if (type == DataType::STRING) {
+        return "'" + std::string(typed.text) + "'";
+    }
+    return std::isnan(typed.number) ? "not a number" : Told(typed.number);
 }
 
 std::string Told(std::string_view text) {
@@ -125,6 +128,26 @@ void ModelRows::Fill(std::mt19937_64& random, std::size_t rows) {
         for (const std::string& text : cells.kept) {
             const auto known = std::find(cells.dictionary.begin(), cells.dictionary.end(), text);
             cells.codes.push_back(text.empty() ? -1 : static_cast<std::int32_t>(known - cells.dictionary.begin()));
+        }
+    }
+}
+
+void ModelRows::FillHostile(std::mt19937_64& random, std::size_t rows) {
+    constexpr double kInfinite = std::numeric_limits<double>::infinity();
+    constexpr double kSizes[] = {0.0,  5e-324, 1e-310, 1e-160, 1e-20,   0.25,  0.5,     1.0,
+                                 7.25, 1e17,   1e100,  1e154,  1.3e154, 1e200, 1.7e308, kInfinite};
+    Fill(random, rows);
+    for (std::size_t input = 0; input < fCells.size(); ++input) {
+        if (!veltrane_kit::IsNumber(fScorer->Inputs()[input].type)) {
+            continue;
+        }
+        ModelCells& cells = fCells[input];
+        cells.unreadable.clear();
+        for (std::size_t row = 0; row < rows; ++row) {
+            const bool isMissing = random() % 12 == 0;
+            const double number = kSizes[random() % std::size(kSizes)] * (random() % 2 == 0 ? 1.0 : -1.0);
+            cells.kept[row] = isMissing ? "" : "0";
+            cells.numbers[row] = isMissing ? kNaN : number;
         }
     }
 }

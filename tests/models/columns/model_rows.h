@@ -48,6 +48,9 @@ public:
     /// Other cells: values that the document mentions, and some that are odd.
     void Fill(std::mt19937_64& random, std::size_t rows);
 
+    /// Numbers of every size, infinite ones too, and what is missing; texts as Fill() has them.
+    void FillHostile(std::mt19937_64& random, std::size_t rows);
+
     /// The answers of the model case by case.
     ModelAnswers CaseByCase() const;
 
