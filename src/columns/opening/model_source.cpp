@@ -1,6 +1,7 @@
 #include "columns/opening/model_source.h"
 
 #include "columns/opening/bytes_stream.h"
+#include "columns/opening/element_text.h"
 #include "columns/opening/model_choice.h"
 #include "columns/opening/model_list.h"
 #include "diagnostics/raise.h"
@@ -44,9 +45,15 @@ DocumentRoute OpenRoute(std::istream& in, const std::vector<std::string>& names,
     return route;
 }
 
-/// Takes one of the document's models and lets go of the others, so that to every plug-in it is the only one.
-/// @return its kind, which is also brought to the front of the names: plug-ins go by their order
-std::string TakeModel(const DocumentRoute& route, std::vector<std::string>& names, const std::string& wanted) {
+/// One of a document's models.
+struct TakenModel {
+    std::string kind;
+    bool wasAlone;
+};
+
+/// Takes one of the document's models and lets go of the others, so that to every plug-in it is the only one. Its kind
+/// is also brought to the front of the names: plug-ins go by their order.
+TakenModel TakeModel(const DocumentRoute& route, std::vector<std::string>& names, const std::string& wanted) {
     const std::vector<xercesc::DOMElement*> models = ModelsOf(*route.root);
     if (models.empty()) {
         Raise<Message::NOTHING_TO_SCORE>("model");
@@ -59,17 +66,25 @@ std::string TakeModel(const DocumentRoute& route, std::vector<std::string>& name
     }
     std::string kind = factory::ToUtf8(taken.getTagName());
     std::rotate(names.begin(), std::find(names.begin(), names.end(), kind), names.end());
-    return kind;
+    return {kind, models.size() == 1};
 }
 
-/// The nearest-neighbour plug-in reads the stream by itself.
-ScoreModel* BuildNearestNeighbor(const ModelSource& source, const std::vector<std::string>& names) {
-    const std::unique_ptr<BaseTranslator> translator(factory::MakeTranslator(names, kNearestNeighbor));
+/// The nearest-neighbour plug-in reads a stream by itself: that of the document, or, where other models were let go of,
+/// what is left.
+ScoreModel* BuildNearestNeighbor(const ModelSource& source, const DocumentRoute& route, bool isWhole) {
+    const std::unique_ptr<BaseTranslator> translator(factory::MakeTranslator(route.names, kNearestNeighbor));
     if (translator == nullptr) {
         Raise<Message::NO_MODEL_LIBRARY>(kNearestNeighbor);
     }
     ScoreModel* model = nullptr;
-    source.Read([&](std::istream& in) { model = translator->ParseFromTree(in, std::string(), std::string()); });
+    const auto parse = [&](std::istream& in) { model = translator->ParseFromTree(in, std::string(), std::string()); };
+    if (isWhole) {
+        source.Read(parse);
+    } else {
+        const std::string text = TextOf(*route.root);
+        BytesStream in(text);
+        parse(in);
+    }
     return model;
 }
 
@@ -136,12 +151,15 @@ BuiltModel ModelSource::Build() const {
         std::rethrow_exception(failure);
     }
     built.looksBack = route.parser->MayHaveName(u"Lag");
+    bool isWhole = true;
     if (translators::HasTag(route.root, kRoot)) {
-        built.kind = TakeModel(route, names, fOptions.model);
+        TakenModel taken = TakeModel(route, names, fOptions.model);
+        built.kind = std::move(taken.kind);
+        isWhole = taken.wasAlone;
     } else {
         built.kind = root->modelName != nullptr ? root->modelName : factory::FindModelName(route);
     }
-    built.model.reset(built.kind == kNearestNeighbor ? BuildNearestNeighbor(*this, names)
+    built.model.reset(built.kind == kNearestNeighbor ? BuildNearestNeighbor(*this, route, isWhole)
                                                      : factory::GetLibraryPath(route, built.kind.c_str()));
     SetOptions(built);
     return built;

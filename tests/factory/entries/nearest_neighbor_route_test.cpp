@@ -173,4 +173,30 @@ TEST(NearestNeighborRoute, IsThatOfColumnsToo) {
     EXPECT_EQ(Counter("NearestNeighborModel", "ListsPassed"), 0);
 }
 
+/// What the plug-in is handed has no other model than the one that is wanted, in columns, and all that is in that.
+TEST(NearestNeighborRoute, HasTheWantedModelAloneInColumns) {
+    const TemporaryFolder folder;
+    folder.Write("models.txt", "TreeModel\nNearestNeighborModel\n");
+    veltrane::DocumentOptions options;
+    options.modelList = (folder.Path() / "models.txt").string();
+    const std::string head = "<PMML><DataDictionary></DataDictionary>";
+    const std::string first = "<NearestNeighborModel modelName=\"first\"></NearestNeighborModel>";
+    const std::string second = "<NearestNeighborModel modelName=\"\xC3\xA9&#10;&#38;&#34;\"><row>&#60;\xC3\xA9</row>"
+                               "</NearestNeighborModel>";
+    const std::string document =
+        head + "<TreeModel><Node score=\"a\"/></TreeModel>" + first + "<!-- none -->" + second + "</PMML>";
+    for (const auto& [wanted, expected] :
+         {std::pair("2", head + first), std::pair("first", head + first), std::pair("3", head + second)}) {
+        options.model = wanted;
+        veltrane::Document opened = veltrane::Document::OfBytes(document, options);
+        veltrane::Document::State state = opened.NewState();
+        TestBatch batch({Doubles("x", {0})});
+        TestResults results;
+        opened.Score(&batch.array, &batch.schema, state, &results.array, &results.schema);
+        EXPECT_EQ(results.Cells("prediction"),
+                  std::vector<std::string>{Digits(static_cast<double>((expected + "</PMML>").size()))})
+            << wanted;
+    }
+}
+
 } // namespace
