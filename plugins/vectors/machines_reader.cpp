@@ -4,7 +4,7 @@
 #include "kit/document/raise.h"
 
 #include <algorithm>
-#include <set>
+#include <iterator>
 #include <utility>
 
 namespace veltrane_vectors {
@@ -183,15 +183,35 @@ void MachinesReader::ReadMethod(const Element& element) {
     }
 }
 
-/// A category, or two of them, have one machine.
+/// A category, or two of them, have one machine. Against one another all that have some have one with each other: votes
+/// that some categories can't get say nothing.
 void MachinesReader::CheckCategories() const {
     const bool isPaired = fMachines.method == Method::ONE_AGAINST_ONE;
-    std::set<std::pair<int, int>> known;
+    Pairs known;
     for (const Machine& machine : fMachines.machines) {
         const int other = isPaired ? machine.alternate : machine.category;
         if (!known.insert(std::minmax(machine.category, other)).second) {
             Raise<Message::DUPLICATE_DEFINITION>("SupportVectorMachine",
                                                  fParts.target->Category(machine.category).GetString(), fParts.tag);
+        }
+    }
+    if (isPaired) {
+        CheckPairs(known);
+    }
+}
+
+void MachinesReader::CheckPairs(const Pairs& known) const {
+    std::set<int> categories;
+    for (const auto& [one, other] : known) {
+        categories.insert({one, other});
+    }
+    for (auto one = categories.begin(); one != categories.end(); ++one) {
+        for (auto other = std::next(one); other != categories.end(); ++other) {
+            if (known.count({*one, *other}) == 0) {
+                Raise<Message::MISSING_ELEMENT_WITH_VALUE>(fParts.target->Category(*one).GetString() + ", " +
+                                                               fParts.target->Category(*other).GetString(),
+                                                           "targetCategory, alternateTargetCategory", fParts.tag);
+            }
         }
     }
 }

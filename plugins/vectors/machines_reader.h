@@ -7,6 +7,8 @@
 #include "vectors_reader.h"
 
 #include <cstddef>
+#include <set>
+#include <utility>
 #include <vector>
 
 namespace veltrane_vectors {
@@ -16,7 +18,8 @@ namespace veltrane_vectors {
 /// What fails throws a VTException: what VectorsReader throws, 260178 for coefficients of fields with a kernel that
 /// isn't linear, 260254 and 260153 for categories, 260211 for a machine with one category twice, 260203 for categories
 /// or vectors that come twice, 260246 and 260251 for numbers of elements that don't go together, 260164 for an
-/// alternate category that only some machines have.
+/// alternate category that only some machines have, 260116 for two categories without a machine among those that have
+/// one with others.
 class MachinesReader {
 public:
     /// @param machines empty; filled
@@ -26,6 +29,8 @@ public:
     void Read(const veltrane_kit::Element& element);
 
 private:
+    using Pairs = std::set<std::pair<int, int>>; ///< of categories, the lower one first
+
     void ReadKernel(const veltrane_kit::Element& element);
     void ReadMachine(const veltrane_kit::Element& element, double threshold);
     void ReadCategories(const veltrane_kit::Element& element, Machine& machine);
@@ -33,6 +38,7 @@ private:
     void ReadCoefficients(const veltrane_kit::Element& element, Machine& machine);
     void ReadMethod(const veltrane_kit::Element& element);
     void CheckCategories() const;
+    void CheckPairs(const Pairs& known) const;
     void FindUsed();
 
     Machines& fMachines;

@@ -32,6 +32,28 @@ inline const std::string kSmallNumberVectors = R"(<PMML version='4.4'><DataDicti
 <SupportVectorMachine><SupportVectors><SupportVector vectorId='v'/></SupportVectors><Coefficients absoluteValue='1'><Coefficient value='2'/></Coefficients></SupportVectorMachine>
 </SupportVectorMachineModel></PMML>)";
 
+/// One machine, for a where x is below 1, else for b.
+inline const std::string kSmallPair = R"(<PMML version='4.4'><DataDictionary>
+<DataField name='t' optype='categorical' dataType='string'><Value value='a'/><Value value='b'/></DataField>
+<DataField name='x' optype='continuous' dataType='double'/></DataDictionary>
+<SupportVectorMachineModel functionName='classification' threshold='4' classificationMethod='OneAgainstOne' maxWins='false'>
+<MiningSchema><MiningField name='t' usageType='target'/><MiningField name='x'/></MiningSchema>
+<PolynomialKernelType description='any' gamma='2' coef0='1' degree='1'/>
+<VectorDictionary numberOfVectors='1'><VectorFields numberOfFields='1'><FieldRef field='x' mapMissingTo='0'/></VectorFields>
+<VectorInstance id='v'><REAL-SparseArray n='1' defaultValue='1'/></VectorInstance></VectorDictionary>
+<SupportVectorMachine targetCategory='a' alternateTargetCategory='b' threshold='3'><SupportVectors numberOfSupportVectors='1' numberOfAttributes='1'><SupportVector vectorId='v'/></SupportVectors><Coefficients numberOfCoefficients='1' absoluteValue='0'><Coefficient value='1'/></Coefficients></SupportVectorMachine>
+</SupportVectorMachineModel></PMML>)";
+
+/// The regression of y by the coefficients of its fields: 2x + 1.
+inline const std::string kSmallCoefficients = R"(<PMML version='4.4'><DataDictionary>
+<DataField name='y' optype='continuous' dataType='double'/><DataField name='x' optype='continuous' dataType='double'/></DataDictionary>
+<SupportVectorMachineModel functionName='regression' svmRepresentation='Coefficients'>
+<MiningSchema><MiningField name='y' usageType='target'/><MiningField name='x'/></MiningSchema>
+<LinearKernelType description='plain'/>
+<VectorDictionary numberOfVectors='0'><VectorFields numberOfFields='1'><FieldRef field='x'/></VectorFields></VectorDictionary>
+<SupportVectorMachine><Coefficients numberOfCoefficients='1' absoluteValue='1'><Coefficient value='2'/></Coefficients></SupportVectorMachine>
+</SupportVectorMachineModel></PMML>)";
+
 } // namespace veltrane::tests
 
 #endif

@@ -1,4 +1,5 @@
 // What support vectors predict where the standard leaves it open, and what they can't predict.
+#include "models/columns/hostile_rows.h"
 #include "models/columns/model_rows.h"
 #include "models/kit/answers.h"
 #include "models/kit/scoring.h"
@@ -93,6 +94,20 @@ TEST(SupportVectors, MachinesOfTwoCategoriesHaveOneOpinion) {
                   {ATTRIBUTE_NOT_EVERYWHERE, "SupportVectorMachine", "alternateTargetCategory"});
 }
 
+/// Votes that a category can't get would decide against it without a word. A category that no machine has is another
+/// matter.
+TEST(SupportVectors, AllThatHaveMachinesAreAgainstOneAnother) {
+    const std::string machines = Pair("b", "a") + Pair("c", "b");
+    for (const char* method : {" classificationMethod='OneAgainstOne'", ""}) {
+        ExpectFailure([&] { ReadModel(WithMachines(machines, method)); },
+                      {MISSING_ELEMENT_WITH_VALUE, "a, c", "targetCategory, alternateTargetCategory",
+                       "SupportVectorMachineModel"});
+    }
+    ReadModel(WithMachines(machines, " classificationMethod='OneAgainstAll'"));
+    ReadModel(Replaced(WithMachines(machines + Pair("a", "c"), ""), "<Value value='c'/>",
+                       "<Value value='c'/><Value value='d'/>"));
+}
+
 TEST(SupportVectors, AMissingCategoryCountsNothingAndAMissingNumberEverything) {
     Scored scored(Replaced(kSmallVectors, "1 0</Array>", "1 5</Array>"));
     ASSERT_TRUE(scored.Score({{"x", "0"}, {"k", "u"}}).IsOK());
@@ -144,7 +159,7 @@ TEST(SupportVectors, ShowTheirMachines) {
 
 /// Every variant of the samples, and the small documents.
 TEST(VectorsColumns, HoldTheBitsOfCases) {
-    std::vector<std::string> documents{kSmallVectors, kSmallNumberVectors};
+    std::vector<std::string> documents{kSmallVectors, kSmallNumberVectors, kSmallPair, kSmallCoefficients};
     for (const SampleVariant& variant : ReadVariants(TestsFolder() + "/models/vectors/variants.tsv")) {
         documents.push_back(DocumentOf(variant));
     }
@@ -155,6 +170,7 @@ TEST(VectorsColumns, HoldTheBitsOfCases) {
         const auto state = rows.Scorer().NewState();
         EXPECT_EQ(rows.InBlocks(*state, 256, 0, false), rows.CaseByCase()) << document;
         EXPECT_EQ(rows.InBlocks(*state, 19, 5, true), rows.CaseByCase()) << document;
+        ExpectFinite(rows, random);
     }
 }
 
