@@ -14,7 +14,12 @@ using veltrane_kit::RowView;
 
 class ClusteringScorer::Blocks : public veltrane_kit::BlockScorer {
 public:
-    explicit Blocks(const ClusteringScorer& scorer) : fScorer(scorer), fModel(scorer.fModel) {}
+    explicit Blocks(const ClusteringScorer& scorer)
+        : fScorer(scorer), fModel(scorer.fModel), fNamed(fModel.clusters.size(), kNotNamed) {
+        for (std::size_t named = 0; named < fModel.named.size(); ++named) {
+            fNamed[fModel.named[named]] = named;
+        }
+    }
 
     void Predict(Block& block, PredictionBlock& predictions, State& state) const override {
         auto& room = static_cast<Room&>(state);
@@ -32,6 +37,8 @@ public:
     }
 
 private:
+    static constexpr std::size_t kNotNamed = static_cast<std::size_t>(-1);
+
     void PredictRow(Block& block, std::size_t row, PredictionBlock& predictions, Room& room) const {
         room.prediction.Clear(0);
         predictions.predicted[row] = 0;
@@ -75,11 +82,9 @@ private:
         for (std::size_t i = 0; i < fModel.clusters.size(); ++i) {
             comparison.Between(room.columns.data(), rows, fModel.CenterOf(i), room.sums.data());
             comparison.isDistance ? TakeNearer<true>(i, rows, room) : TakeNearer<false>(i, rows, room);
-            for (std::size_t named = 0; named < fModel.named.size(); ++named) {
-                if (fModel.named[named] == i) {
-                    std::transform(room.sums.begin(), room.sums.end(), predictions.Affinities(named),
-                                   [](double sum) { return std::isfinite(sum) ? sum : Prediction::kNone; });
-                }
+            if (fNamed[i] != kNotNamed) {
+                std::transform(room.sums.begin(), room.sums.end(), predictions.Affinities(fNamed[i]),
+                               [](double sum) { return std::isfinite(sum) ? sum : Prediction::kNone; });
             }
         }
     }
@@ -111,6 +116,7 @@ private:
 
     const ClusteringScorer& fScorer;
     const Clusters& fModel;
+    std::vector<std::size_t> fNamed; ///< of each cluster the place among those that output fields name
 };
 
 std::unique_ptr<const veltrane_kit::BlockScorer> ClusteringScorer::MakeBlockScorer() const {

@@ -73,7 +73,6 @@ void InstanceReader::CheckCount(const Element& element, const XMLCh* attribute, 
 
 /// The cells of a field are called by its column, else by its name; prefixes play no part.
 void InstanceReader::ReadFields(const Element& element) {
-    std::unordered_set<std::string> names;
     for (const Element child : element.Children()) {
         if (!child.Is(u"InstanceField")) {
             child.RaiseMisplaced();
@@ -81,8 +80,9 @@ void InstanceReader::ReadFields(const Element& element) {
         Column column;
         column.field = child.Text(kField);
         column.element = child;
-        const std::string cell = veltrane_kit::LocalName(child.Has(kColumn) ? child.Text(kColumn) : column.field);
-        if (!names.insert(column.field).second || !fPlaces.emplace(cell, fColumns.size()).second) {
+        column.cell = child.Has(kColumn) ? child.Text(kColumn) : column.field;
+        if (!fByField.emplace(column.field, fColumns.size()).second ||
+            !fPlaces.emplace(veltrane_kit::LocalName(column.cell), fColumns.size()).second) {
             Raise<Message::DUPLICATE_DEFINITION>(child.Tag(), column.field, element.Tag());
         }
         fColumns.push_back(std::move(column));
@@ -94,13 +94,18 @@ void InstanceReader::ReadFields(const Element& element) {
     fIdColumn = fColumns.size();
 }
 
+/// @return the number of columns for a field that has none
+std::size_t InstanceReader::PlaceOf(const std::string& field) const {
+    const auto found = fByField.find(field);
+    return found == fByField.end() ? fColumns.size() : found->second;
+}
+
 InstanceReader::Column& InstanceReader::Require(const std::string& field) {
-    const auto found =
-        std::find_if(fColumns.begin(), fColumns.end(), [&](const Column& column) { return column.field == field; });
-    if (found == fColumns.end()) {
+    const std::size_t place = PlaceOf(field);
+    if (place == fColumns.size()) {
         Raise<Message::MISSING_ELEMENT_WITH_VALUE>(field, "field", "InstanceFields");
     }
-    return *found;
+    return fColumns[place];
 }
 
 /// The first target, then the others. A clustering has none: its categories are the instances.
@@ -138,10 +143,9 @@ void InstanceReader::FindInputs(const Element& element) {
     const std::vector<ComparedField>& inputs = fComparison.Get().fields;
     std::vector<std::size_t> derived;
     for (std::size_t i = 0; i < inputs.size(); ++i) {
-        const auto found = std::find_if(fColumns.begin(), fColumns.end(),
-                                        [&](const Column& column) { return column.field == inputs[i].name; });
-        if (found != fColumns.end()) {
-            found->input = static_cast<int>(i);
+        const std::size_t place = PlaceOf(inputs[i].name);
+        if (place < fColumns.size()) {
+            fColumns[place].input = static_cast<int>(i);
         } else if (!element.FlagOr(u"isTransformed", false) && fParts.inputs->Derived().Has(inputs[i].slot)) {
             derived.push_back(i);
         } else {
@@ -227,14 +231,14 @@ std::size_t InstanceReader::ColumnOf(std::size_t place, const XMLCh* tag) {
 
 void InstanceReader::ReadCell(std::size_t at, const std::string& text) {
     const Column& column = fColumns[at];
-    const std::string cell = column.element.TextOr(kColumn, column.field);
     const std::size_t inputs = fComparison.Get().fields.size();
     if (column.input != kNone) {
         const auto input = static_cast<std::size_t>(column.input);
-        fInstances.points[(fInstances.ids.size() - 1) * inputs + input] = fComparison.ReadValue(input, text, cell);
+        fInstances.points[(fInstances.ids.size() - 1) * inputs + input] =
+            fComparison.ReadValue(input, text, column.cell);
     }
     if (column.target != kNone) {
-        ReadTarget(fInstances.targets[static_cast<std::size_t>(column.target)], text, cell);
+        ReadTarget(fInstances.targets[static_cast<std::size_t>(column.target)], text, column.cell);
     }
     if (column.source != kNone) {
         fDerivation->SetSource(column.source, text);

@@ -54,6 +54,7 @@ private:
     /// An InstanceField, by whom its cells are asked for.
     struct Column {
         std::string field;
+        std::string cell; ///< what its cells are called
         veltrane_kit::Element element;
         int input = kNone;  ///< place among the inputs
         int target = kNone; ///< place among the targets
@@ -67,6 +68,7 @@ private:
     void FindTargets();
     void FindInputs(const veltrane_kit::Element& element);
     void FindIds();
+    std::size_t PlaceOf(const std::string& field) const;
     Column& Require(const std::string& field);
     void ReadRows(const veltrane_kit::Element& table);
     void ReadRow(const veltrane_kit::Element& row);
@@ -84,7 +86,8 @@ private:
     veltrane_kit::ModelParts& fParts;
     Instances fInstances;
     std::vector<Column> fColumns;
-    std::unordered_map<std::string, std::size_t> fPlaces; ///< of the columns, by the names of cells
+    std::unordered_map<std::string, std::size_t> fByField; ///< the columns by their fields
+    std::unordered_map<std::string, std::size_t> fPlaces;  ///< and by the names of their cells
     std::size_t fIdColumn;
     std::vector<std::pair<const XMLCh*, std::size_t>> fKnown; ///< columns of the row before, by place of a cell
     std::vector<std::size_t> fFilled;                         ///< of each column, in which row it was met last

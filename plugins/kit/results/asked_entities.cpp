@@ -27,15 +27,15 @@ void AskedEntities::Note(const Element& field) {
     fRanks = std::max(fRanks, static_cast<std::size_t>(rank));
     if (AsksForAffinity(field) && field.Has(u"value")) {
         const std::string id = field.AnyText(u"value");
-        if (PlaceOf(id) == kNone) {
+        if (fPlaces.emplace(id, static_cast<int>(fNamed.size())).second) {
             fNamed.push_back({id, field});
         }
     }
 }
 
 int AskedEntities::PlaceOf(const std::string& id) const {
-    const auto found = std::find_if(fNamed.begin(), fNamed.end(), [&](const Named& named) { return named.id == id; });
-    return found == fNamed.end() ? kNone : static_cast<int>(found - fNamed.begin());
+    const auto found = fPlaces.find(id);
+    return found == fPlaces.end() ? kNone : found->second;
 }
 
 } // namespace veltrane_kit

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace veltrane_kit {
@@ -45,6 +46,7 @@ private:
     void Note(const Element& field);
 
     std::vector<Named> fNamed;
+    std::unordered_map<std::string, int> fPlaces; ///< by id
     std::size_t fRanks = 1;
 };
 

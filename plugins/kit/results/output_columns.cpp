@@ -4,6 +4,8 @@
 #include "kit/results/typed_value.h"
 
 #include <algorithm>
+#include <string>
+#include <unordered_map>
 #include <utility>
 
 namespace veltrane_kit {
@@ -68,20 +70,29 @@ DataType TypeOf(ScoreValue::ValueType kind, DataType type) {
     }
 }
 
-/// The code of a text in a column, a new one where it isn't there yet; -1 for none.
-std::int32_t CodeIn(ColumnField& column, const ScoreValue* value) {
-    std::string buffer;
-    const Value typed = value == nullptr ? Value() : TypedValue(*value, buffer);
-    if (typed.isMissing) {
-        return -1;
+/// The dictionary of a column while it is filled.
+class Codes {
+public:
+    explicit Codes(ColumnField& column) : fColumn(column) {}
+
+    /// @return -1 for a missing value
+    std::int32_t Of(const ScoreValue* value) {
+        std::string buffer;
+        const Value typed = value == nullptr ? Value() : TypedValue(*value, buffer);
+        if (typed.isMissing) {
+            return -1;
+        }
+        const auto [found, isNew] = fKnown.emplace(typed.text, static_cast<std::int32_t>(fColumn.categories.size()));
+        if (isNew) {
+            fColumn.categories.emplace_back(typed.text);
+        }
+        return found->second;
     }
-    const auto found = std::find(column.categories.begin(), column.categories.end(), typed.text);
-    if (found == column.categories.end()) {
-        column.categories.emplace_back(typed.text);
-        return static_cast<std::int32_t>(column.categories.size()) - 1;
-    }
-    return static_cast<std::int32_t>(found - column.categories.begin());
-}
+
+private:
+    ColumnField& fColumn;
+    std::unordered_map<std::string, std::int32_t> fKnown;
+};
 
 void Miss(const OutputColumn& column, std::size_t place) {
     if (column.numbers != nullptr) {
@@ -165,12 +176,13 @@ bool OutputColumns::HasColumnForm(const Outputs::Field& field, int position) con
 void OutputColumns::AddPredicted() {
     ColumnField column;
     column.type = DataType::DOUBLE;
+    Codes codes(column);
     if (fIsClassification) {
         for (int code = 0; code < fTarget.CategoryCount(); ++code) {
             const ScoreValue& value = fTarget.Category(code);
             column.type = TypeOf(value.GetType(), fTarget.Type());
             if (value.GetType() == ScoreValue::STRING_VALUE) {
-                fPredicted.codes.push_back(CodeIn(column, &value));
+                fPredicted.codes.push_back(codes.Of(&value));
             } else {
                 fPredicted.numbers.push_back(NumberIn(value, column.type));
             }
@@ -207,16 +219,17 @@ OutputColumns::OfCategories OutputColumns::FindValues(int position, ColumnField&
     OfCategories found;
     OutputValues values(*fLayout);
     const Outputs::Field& field = fOutputs.fFields[static_cast<std::size_t>(position)];
+    Codes codes(column);
+    Prediction prediction;
+    prediction.Clear(static_cast<std::size_t>(fTarget.CategoryCount()));
     for (int code = 0; code < fTarget.CategoryCount(); ++code) {
-        Prediction prediction;
-        prediction.Clear(static_cast<std::size_t>(fTarget.CategoryCount()));
         prediction.category = code;
         const OutputCase scored{&fTarget.Category(code), prediction, CaseView(nullptr), fTarget, OutputCase::kNoSlot,
                                 fOutputs.fActualCodes,   true};
         fOutputs.FillFeature(field, scored, values, position);
         const ScoreValue* value = values.At(position);
         if (column.type == DataType::STRING) {
-            found.codes.push_back(CodeIn(column, value));
+            found.codes.push_back(codes.Of(value));
         } else {
             found.numbers.push_back(value == nullptr ? kMissing : NumberIn(*value, column.type));
         }

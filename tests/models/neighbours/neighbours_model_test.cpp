@@ -1,4 +1,5 @@
 // What neighbours predict where the standard leaves it open, and how their documents are read.
+#include "models/columns/hostile_rows.h"
 #include "models/columns/model_rows.h"
 #include "models/kit/answers.h"
 #include "models/mining/small_ensemble.h"
@@ -117,7 +118,7 @@ TEST(Neighbours, ShowHowManyThereAre) {
 
 /// Every variant of the samples, and the small document: rows that lack fields are scanned, others searched for.
 TEST(NeighboursColumns, HoldTheBitsOfCases) {
-    std::vector<std::string> documents{kSmallNeighbours};
+    std::vector<std::string> documents{kSmallNeighbours, kSmallNearNumbers};
     for (const SampleVariant& variant : ReadVariants(TestsFolder() + "/models/neighbours/variants.tsv")) {
         documents.push_back(DocumentOf(variant));
     }
@@ -128,6 +129,7 @@ TEST(NeighboursColumns, HoldTheBitsOfCases) {
         const auto state = rows.Scorer().NewState();
         EXPECT_EQ(rows.InBlocks(*state, 256, 0, false), rows.CaseByCase()) << document;
         EXPECT_EQ(rows.InBlocks(*state, 19, 5, true), rows.CaseByCase()) << document;
+        ExpectFinite(rows, random);
     }
 }
 

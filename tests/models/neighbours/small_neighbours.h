@@ -24,6 +24,19 @@ inline const std::string kSmallNeighbours = R"(<PMML version='4.4'><DataDictiona
 <KNNInputs><KNNInput field='x' fieldWeight='1' compareFunction='absDiff'/><KNNInput field='k' fieldWeight='0.25' compareFunction='table'><Comparisons><Matrix nbRows='2' nbCols='2'><Array type='real'>0 1</Array><Array type='real'>1 0</Array></Matrix></Comparisons></KNNInput></KNNInputs>
 </NearestNeighborModel></PMML>)";
 
+/// The mean of the nearest by what is alike: y is 1 where bits x and z are 1 0, 2 where they are 0 1.
+inline const std::string kSmallNearNumbers = R"(<PMML version='4.4'><DataDictionary>
+<DataField name='y' optype='continuous' dataType='double'/>
+<DataField name='x' optype='continuous' dataType='double'/><DataField name='z' optype='continuous' dataType='double'/></DataDictionary>
+<NearestNeighborModel functionName='regression' numberOfNeighbors='1' continuousScoringMethod='weightedAverage'>
+<MiningSchema><MiningField name='y' usageType='target'/><MiningField name='x'/><MiningField name='z'/></MiningSchema>
+<Output><OutputField name='near' feature='entityId'/><OutputField name='alike' feature='entityAffinity'/></Output>
+<LocalTransformations><DerivedField name='d' optype='continuous' dataType='double'><FieldRef field='z'/></DerivedField></LocalTransformations>
+<TrainingInstances isTransformed='false'><InstanceFields><InstanceField field='x'/><InstanceField field='z'/><InstanceField field='y'/></InstanceFields><InlineTable><row><x>1</x><z>0</z><y>1</y></row><row><x>0</x><z>1</z><y>2</y></row></InlineTable></TrainingInstances>
+<ComparisonMeasure kind='similarity'><binarySimilarity c00-parameter='1' c01-parameter='0' c10-parameter='0' c11-parameter='2' d00-parameter='1' d01-parameter='1' d10-parameter='1' d11-parameter='2'/></ComparisonMeasure>
+<KNNInputs><KNNInput field='x'/><KNNInput field='d'/></KNNInputs>
+</NearestNeighborModel></PMML>)";
+
 } // namespace veltrane::tests
 
 #endif
