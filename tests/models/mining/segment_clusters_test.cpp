@@ -105,8 +105,79 @@ TEST(SegmentClusters, AChainEndsInTheClusterOfItsLastSegment) {
     EXPECT_EQ(scored.Number("near"), 2.0);
 }
 
+/// The first segment that takes part decides; output fields ask the others.
+TEST(SegmentClusters, AllThatAreSelectedTellTheirOwn) {
+    const std::string first =
+        SegmentOf(Clusters('x', "10"), "id='a'", "<SimplePredicate field='z' operator='lessThan' value='5'/>");
+    const std::string document = Replaced(
+        Clustering("selectAll", first + SegmentOf(Clusters('y', "10"), "id='b'")), "</Output>",
+        "<OutputField name='ofA' feature='predictedValue' segmentId='a'/><OutputField name='ofB' "
+        "feature='predictedDisplayValue' segmentId='b'/><OutputField name='nearB' feature='affinity' segmentId='b'/>"
+        "<OutputField name='highB' feature='affinity' value='high' segmentId='b'/><OutputField name='secondB' "
+        "feature='clusterId' rank='2' segmentId='b'/></Output>");
+    Scored scored(document);
+    ASSERT_TRUE(scored.Score({{"x", "9"}, {"y", "2"}, {"z", "1"}}).IsOK());
+    EXPECT_EQ(scored.Text(), "high");
+    EXPECT_EQ(scored.Number("near"), 1.0);
+    EXPECT_EQ(scored.Text("entity"), "a");
+    EXPECT_EQ(scored.Text("ofA"), "high");
+    EXPECT_EQ(scored.Text("ofB"), "the low ones");
+    EXPECT_EQ(scored.Number("nearB"), 2.0);
+    EXPECT_EQ(scored.Number("highB"), 8.0);
+    EXPECT_EQ(scored.Text("secondB"), "high");
+    ASSERT_TRUE(scored.Score({{"x", "9"}, {"y", "2"}, {"z", "7"}}).IsOK());
+    EXPECT_EQ(scored.Text(), "low");
+    EXPECT_EQ(scored.Text("ofA"), "");
+    EXPECT_EQ(scored.Number("near"), 2.0);
+    ModelRows rows(document);
+    std::mt19937_64 random(5);
+    rows.Fill(random, 300);
+    EXPECT_EQ(rows.InBlocks(*rows.Scorer().NewState(), 256, 0, false), rows.CaseByCase());
+}
+
+/// Neighbours vote in their segments, and segments on what these say; those that cluster tell who is near.
+TEST(SegmentNeighbours, VoteAsOtherModelsDo) {
+    const auto neighbours = [](const std::string& function, const std::string& field, const std::string& cells) {
+        return "<NearestNeighborModel functionName='" + function + "' numberOfNeighbors='1'>" +
+               Schema(function == "clustering" ? "" : "t", Fields(field)) +
+               "<TrainingInstances><InstanceFields><InstanceField field='" + field + "'/>" +
+               (function == "clustering" ? "" : "<InstanceField field='t'/>") + "</InstanceFields><InlineTable>" +
+               cells +
+               "</InlineTable></TrainingInstances><ComparisonMeasure kind='distance'><cityBlock/></ComparisonMeasure>"
+               "<KNNInputs><KNNInput field='" +
+               field + "'/></KNNInputs></NearestNeighborModel>";
+    };
+    const auto votes = [&](const std::string& method) {
+        const auto segment = [&](const char* field, const char* weight) {
+            const std::string tag = field;
+            return SegmentOf(neighbours("classification", tag,
+                                        "<row><" + tag + ">0</" + tag + "><t>no</t></row><row><" + tag + ">10</" + tag +
+                                            "><t>yes</t></row>"),
+                             std::string("weight='") + weight + "'");
+        };
+        return EnsembleDocument("<MiningModel functionName='classification'>" + Schema("t", Fields("yxz")) +
+                                "<Segmentation multipleModelMethod='" + method + "'>" + segment("x", "1") +
+                                segment("y", "1") + segment("z", "3") + "</Segmentation></MiningModel>");
+    };
+    for (const auto& [method, answer] : {std::pair("majorityVote", "yes"), std::pair("weightedMajorityVote", "no")}) {
+        Scored scored(votes(method));
+        ASSERT_TRUE(scored.Score({{"x", "9"}, {"y", "8"}, {"z", "1"}}).IsOK()) << method;
+        EXPECT_EQ(scored.Text(), answer) << method;
+        EXPECT_EQ(scored.Probability("yes"), std::string(method) == "majorityVote" ? 2.0 / 3.0 : 0.4) << method;
+        ModelRows rows(votes(method));
+        std::mt19937_64 random(6);
+        rows.Fill(random, 300);
+        EXPECT_EQ(rows.InBlocks(*rows.Scorer().NewState(), 256, 0, false), rows.CaseByCase()) << method;
+    }
+    Scored scored(Clustering(
+        "selectFirst", SegmentOf(neighbours("clustering", "x", "<row><x>0</x></row><row><x>10</x></row>"), "id='n'")));
+    ASSERT_TRUE(scored.Score({{"x", "9"}}).IsOK());
+    EXPECT_EQ(scored.Text(), "2");
+    EXPECT_EQ(scored.Number("near"), 1.0);
+}
+
 TEST(SegmentClusters, AreTheSameInColumns) {
-    for (const char* method : {"majorityVote", "weightedMajorityVote", "selectFirst", "modelChain"}) {
+    for (const char* method : {"majorityVote", "weightedMajorityVote", "selectFirst", "selectAll", "modelChain"}) {
         ModelRows rows(Clustering(method, kThree));
         std::mt19937_64 random(3);
         rows.Fill(random, 400);
