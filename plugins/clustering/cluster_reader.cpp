@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <unordered_map>
 #include <utility>
 
 namespace veltrane_clustering {
@@ -35,6 +36,12 @@ std::vector<Element> ChildrenOf(const Element& element, const XMLCh* tag) {
         }
     }
     return children;
+}
+
+/// What an array says of its values decides nothing: they are read as the fields have them.
+void CheckType(const Element& array) {
+    static constexpr Word<bool> kTypes[] = {{u"int", true}, {u"real", true}, {u"string", true}};
+    static_cast<void>(array.OneOfOr(u"type", kTypes, true));
 }
 
 [[noreturn]] void RaiseMismatch(std::size_t values, const Element& array, std::size_t fields, const char* of,
@@ -76,10 +83,7 @@ void ClusterReader::ReadFields() {
         if (!names.insert(field.Text(kField)).second) {
             Raise<Message::DUPLICATE_DEFINITION>(field.Tag(), field.Text(kField), fElement.Tag());
         }
-        // One that isn't compared has to be there too.
-        if (fParts.fields->count(field.Text(kField)) == 0) {
-            fParts.inputs->Derived().Require(field, kField);
-        }
+        RequireField(field);
     }
     if (centers) {
         ReadCenterFields(centers);
@@ -96,14 +100,24 @@ void ClusterReader::ReadFields() {
     }
 }
 
+/// A field that isn't compared has to be there too.
+void ClusterReader::RequireField(const Element& element) const {
+    if (fParts.fields->count(element.Text(kField)) == 0) {
+        fParts.inputs->Derived().Require(element, kField);
+    }
+}
+
 /// The fields are derived ones, in the order of the centers; a ClusteringField of the same name tells more of one.
 void ClusterReader::ReadCenterFields(const Element& element) {
+    std::unordered_map<std::string, std::size_t> places;
+    for (const Element& field : fFields) {
+        places.emplace(field.Text(kField), places.size());
+    }
     for (const Element reference : element.Children()) {
-        const std::string name = reference.Text(kField);
-        const auto about = std::find_if(fFields.begin(), fFields.end(),
-                                        [&](const Element& field) { return field.Text(kField) == name; });
-        fComparison.AddField(about == fFields.end() ? reference : *about);
-        fCompared.push_back(static_cast<std::size_t>(about - fFields.begin()));
+        const auto about = places.find(reference.Text(kField));
+        const bool isTold = about != places.end();
+        fComparison.AddField(isTold ? fFields[about->second] : reference);
+        fCompared.push_back(isTold ? about->second : fFields.size());
     }
 }
 
@@ -114,6 +128,7 @@ void ClusterReader::ReadMissingWeights() {
         return;
     }
     const Element array = element.RequireChild(u"Array");
+    CheckType(array);
     const std::vector<double> weights = Numbers(array);
     const bool isOfCompared = weights.size() == fCompared.size();
     if (!isOfCompared && weights.size() != fFields.size()) {
@@ -183,6 +198,7 @@ void ClusterReader::ReadId(const Element& element, Cluster& cluster) {
 }
 
 void ClusterReader::ReadCenter(const Element& array) {
+    CheckType(array);
     const std::vector<std::string> words = CountedWords(array);
     if (words.size() != fCompared.size()) {
         RaiseMismatch(words.size(), array, fCompared.size(), "ClusteringField", fElement);
@@ -196,6 +212,11 @@ void ClusterReader::ReadCenter(const Element& array) {
 void ClusterReader::ReadPartition(const Element& partition) {
     std::map<std::string, Element> known;
     for (const Element statistics : ChildrenOf(partition, u"PartitionFieldStats")) {
+        RequireField(statistics);
+        statistics.Child(u"Counts"); // one at most
+        for (const Element& array : ChildrenOf(statistics, u"Array")) {
+            CheckType(array);
+        }
         if (!known.emplace(statistics.Text(kField), statistics).second) {
             Raise<Message::DUPLICATE_DEFINITION>(statistics.Tag(), statistics.Text(kField), partition.Tag());
         }
@@ -215,16 +236,17 @@ double ClusterReader::ReadStatistics(std::size_t field, const Element& statistic
                                                : kMissing;
     }
     const std::vector<Element> arrays = ChildrenOf(statistics, u"Array");
-    const auto data = fParts.fields->find(about.name);
-    if (arrays.empty() || data == fParts.fields->end()) {
+    const std::vector<veltrane_kit::Value> listed = fComparison.ListedOf(about);
+    const bool isUnordered = listed.empty() && fParts.inputs->Derived().Has(about.slot);
+    if (arrays.empty() || isUnordered) {
         return kMissing;
     }
     const std::vector<double> counts = Numbers(arrays.front());
-    if (counts.size() != data->second.valid.size() || counts.empty()) {
-        RaiseMismatch(counts.size(), arrays.front(), data->second.valid.size(), "Value", statistics);
+    if (counts.size() != listed.size() || counts.empty()) {
+        RaiseMismatch(counts.size(), arrays.front(), listed.size(), "Value", statistics);
     }
     const auto most = std::max_element(counts.begin(), counts.end()) - counts.begin();
-    return fComparison.ValueOf(field, data->second.valid[static_cast<std::size_t>(most)].value);
+    return fComparison.ValueOf(field, listed[static_cast<std::size_t>(most)]);
 }
 
 /// They describe a cluster and decide nothing.

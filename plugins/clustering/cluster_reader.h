@@ -25,6 +25,7 @@ public:
 private:
     void ReadFields();
     void ReadCenterFields(const veltrane_kit::Element& element);
+    void RequireField(const veltrane_kit::Element& element) const;
     void ReadMissingWeights();
     void ReadClusters();
     void ReadCluster(const veltrane_kit::Element& element);

@@ -11,8 +11,15 @@ using veltrane_kit::kMissing;
 
 namespace {
 
+/// The quotient goes first: squares of large and small numbers alone are beyond the doubles.
 double Gauss(double difference, double scale) {
-    return std::exp(-std::numbers::ln2 * (difference * difference) / (scale * scale));
+    const double quotient = difference / scale;
+    return std::exp(-std::numbers::ln2 * (quotient * quotient));
+}
+
+/// Where a sum begins, or what all numbers are larger than.
+double StartOf(Measure measure) {
+    return measure == Measure::CHEBYCHEV ? -HUGE_VAL : 0.0;
 }
 
 /// Of a measure that adds up, or takes the largest.
@@ -89,7 +96,7 @@ double Comparison::Finish(double sum) const {
 }
 
 double Comparison::Apart(const double* x, const double* y) const {
-    double sum = 0.0;
+    double sum = StartOf(measure);
     double known = 0.0;
     bool lacks = false;
     for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -136,7 +143,7 @@ double Comparison::MatchBits(const double* x, const double* y) const {
 }
 
 void Comparison::AddUp(const double* const* x, std::size_t rows, const double* y, double* sums) const {
-    std::fill_n(sums, rows, 0.0);
+    std::fill_n(sums, rows, StartOf(measure));
     for (std::size_t i = 0; i < fields.size(); ++i) {
         Add(fields[i], x[i], rows, y[i], sums);
     }

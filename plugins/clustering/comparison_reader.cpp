@@ -9,7 +9,6 @@
 
 namespace veltrane_clustering {
 
-using veltrane_kit::DataField;
 using veltrane_kit::Element;
 using veltrane_kit::kMissing;
 using veltrane_kit::Message;
@@ -147,26 +146,39 @@ void ComparisonReader::ReadFunction(const Element& element, ComparedField& field
     }
 }
 
+std::vector<Value> ComparisonReader::ListedOf(const ComparedField& field) const {
+    if (fParts.inputs->Derived().Has(field.slot)) {
+        return fParts.inputs->Derived().ListedOf(field.slot);
+    }
+    std::vector<Value> listed;
+    if (const auto data = fParts.fields->find(field.name); data != fParts.fields->end()) {
+        for (const veltrane_kit::OwnedValue& valid : data->second.valid) {
+            listed.push_back(valid.value);
+        }
+    }
+    return listed;
+}
+
 /// The rows are the values of a case and the columns those of the other point, in the order in which the field lists
 /// its values, else its intervals.
 void ComparisonReader::ReadTable(const Element& element, ComparedField& field) {
     const Element comparisons = element.RequireChild(u"Comparisons");
     CompareTable table{Matrix(comparisons.RequireChild(u"Matrix")), {}, {}};
-    const auto found = fParts.fields->find(field.name);
-    const bool isData = found != fParts.fields->end() && !fParts.inputs->Derived().Has(field.slot);
-    const std::size_t listed = isData ? std::max(found->second.valid.size(), found->second.intervals.size()) : 0;
-    if (listed == 0) {
+    const std::vector<Value> listed = ListedOf(field);
+    field.isCode = !listed.empty();
+    const auto data = fParts.fields->find(field.name);
+    if (!field.isCode && data != fParts.fields->end() && !fParts.inputs->Derived().Has(field.slot)) {
+        table.intervals = data->second.intervals;
+    }
+    const std::size_t size = field.isCode ? listed.size() : table.intervals.size();
+    if (size == 0) {
         RaiseAt<Message::MISSING_VALUE_LIST>(element.Tag(), "field", field.name);
     }
-    const DataField& data = found->second;
-    field.isCode = !data.valid.empty();
-    for (std::size_t place = 0; place < data.valid.size(); ++place) {
-        const int code = fParts.inputs->CategoryOf(field.slot, data.valid[place].value);
+    for (std::size_t place = 0; place < listed.size(); ++place) {
+        const int code = fParts.inputs->CategoryOf(field.slot, listed[place]);
         table.places.resize(std::max(table.places.size(), static_cast<std::size_t>(code) + 1), kMissing);
         table.places[static_cast<std::size_t>(code)] = static_cast<double>(place);
     }
-    table.intervals = field.isCode ? std::vector<veltrane_kit::Interval>() : data.intervals;
-    const std::size_t size = field.isCode ? data.valid.size() : data.intervals.size();
     if (table.matrix.Rows() != size || table.matrix.Columns() != size) {
         const bool isOfRows = table.matrix.Rows() != size;
         Raise<Message::NUMBERS_MISMATCH>(std::to_string(isOfRows ? table.matrix.Rows() : table.matrix.Columns()),

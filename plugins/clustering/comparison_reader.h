@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace veltrane_clustering {
 
@@ -34,6 +35,9 @@ public:
     double ReadValue(std::size_t field, const std::string& text, const std::string& element);
     /// The same of a value that a case would have.
     double ValueOf(std::size_t field, const veltrane_kit::Value& value);
+
+    /// The values that a field lists, in their order; none where it lists none.
+    std::vector<veltrane_kit::Value> ListedOf(const ComparedField& field) const;
 
     /// All fields are there.
     Comparison Take();

@@ -1,5 +1,6 @@
 // What models of clusters predict where the standard leaves it open, and what they can't predict.
 #include "models/clustering/small_clusters.h"
+#include "models/columns/hostile_rows.h"
 #include "models/columns/model_rows.h"
 #include "models/kit/answers.h"
 #include "models/kit/scoring.h"
@@ -102,6 +103,62 @@ TEST(Clustering, HasNoPredictionWhereAllDistancesOverflow) {
     EXPECT_EQ(far.Number("low"), kMissing);
 }
 
+/// What is alike at a distance whose square is beyond the doubles.
+TEST(Clustering, ComparesNumbersOfEverySize) {
+    const std::string gauss = Replaced(kSmallClusters, "compareFunction='absDiff'/>", "compareFunction='gaussSim'/>");
+    Scored close(Replaced(gauss, "similarityScale='2'", "similarityScale='1e-200'"));
+    ASSERT_TRUE(close.Score({{"x", "1e-200"}, {"c", "u"}}).IsOK());
+    EXPECT_EQ(close.Number("low"), 0.5);
+    ASSERT_TRUE(close.Score({{"x", "0"}, {"c", "u"}}).IsOK());
+    EXPECT_EQ(close.Number("low"), 1.0);
+    Scored far(Replaced(gauss, "similarityScale='2'", "similarityScale='1e300'"));
+    ASSERT_TRUE(far.Score({{"x", "-1e300"}, {"c", "u"}}).IsOK());
+    EXPECT_EQ(far.Number("low"), 0.5);
+}
+
+/// A table of what is alike may have numbers below 0.
+TEST(Clustering, TheLargestOfNumbersBelowZeroIsOneOfThem) {
+    const std::string below = "<Matrix nbRows='2' nbCols='2'><Array type='real'>-3 -2</Array><Array type='real'>-2 -1"
+                              "</Array></Matrix>";
+    const std::string matrix = "<Matrix kind='any' nbRows='2' nbCols='2'><Array n='2' type='real'>0 1</Array><Array "
+                               "n='2' type='real'>1 0</Array></Matrix>";
+    std::string document = Replaced(Replaced(kSmallClusters, "<cityBlock/>", "<chebychev/>"), matrix, below);
+    document = Replaced(document, "<ClusteringField field='x' isCenterField='true'",
+                        "<ClusteringField field='x' isCenterField='false'");
+    document = Replaced(Replaced(document, "<Array n='2' type='string'>0 u", "<Array type='string'>u"),
+                        "<Array n='2' type='string'>10 v", "<Array type='string'>v");
+    document = Replaced(document,
+                        "<Covariances><Matrix kind='diagonal'><Array n='2' type='real'>1 1</Array></Matrix>"
+                        "</Covariances>",
+                        "");
+    Scored scored(document);
+    ASSERT_TRUE(scored.Score({{"c", "u"}}).IsOK());
+    EXPECT_EQ(scored.Number("low"), -12.0);
+    EXPECT_EQ(scored.Number("high"), -8.0);
+    EXPECT_EQ(scored.Text(), "low");
+    ModelRows rows(document);
+    std::mt19937_64 random(2);
+    rows.Fill(random, 60);
+    EXPECT_EQ(rows.InBlocks(*rows.Scorer().NewState(), 60, 0, true), rows.CaseByCase());
+}
+
+/// A table goes by the places of the values that an ordinal derived field lists.
+TEST(Clustering, TablesAreOfDerivedFieldsToo) {
+    const std::string derived = "<LocalTransformations><DerivedField name='d' optype='ordinal' dataType='string'>"
+                                "<FieldRef field='c'/><Value value='v'/><Value value='u'/></DerivedField>"
+                                "</LocalTransformations>";
+    std::string document = Replaced(kSmallClusters, "<ComparisonMeasure", derived + "<ComparisonMeasure");
+    document = Replaced(Replaced(document, "<ClusteringField field='c'", "<ClusteringField field='d'"),
+                        "0 1</Array><Array n='2' type='real'>1 0", "0 1</Array><Array n='2' type='real'>3 0");
+    Scored scored(document);
+    ASSERT_TRUE(scored.Score({{"x", "0"}, {"c", "u"}}).IsOK());
+    EXPECT_EQ(scored.Number("high"), 22.0) << "row u, which is the second one, and column v";
+    ASSERT_TRUE(scored.Score({{"x", "0"}, {"c", "v"}}).IsOK());
+    EXPECT_EQ(scored.Number("low"), 4.0);
+    ExpectFailure([&] { ReadModel(Replaced(document, "optype='ordinal'", "optype='categorical'")); },
+                  {MISSING_VALUE_LIST, "d"});
+}
+
 TEST(Clustering, AValueThatIsNoBitHasNoBinarySimilarity) {
     Scored scored(kSmallBits);
     ASSERT_TRUE(scored.Score({{"x", "1"}, {"y", "1"}}).IsOK());
@@ -131,36 +188,40 @@ TEST(Clustering, CompareFieldsMayBeDerivedInTheOlderWay) {
     EXPECT_EQ(scored.Number("near"), 0.5);
 }
 
-/// Of x about 2 and 6, mostly u and v.
-std::string Distributions() {
-    const auto cluster = [](const char* id, const char* mean, const char* counts) {
-        return std::string("<Cluster id='") + id +
-               "'><Partition name='p'><PartitionFieldStats field='x'><NumericInfo mean='" + mean +
-               "'/></PartitionFieldStats><PartitionFieldStats field='c'><Array n='2' type='int'>" + counts +
-               "</Array></PartitionFieldStats></Partition></Cluster>";
-    };
-    return "<PMML version='4.4'><DataDictionary><DataField name='x' optype='continuous' dataType='double'/>"
-           "<DataField name='c' optype='categorical' dataType='string'><Value value='u'/><Value value='v'/>"
-           "</DataField></DataDictionary><ClusteringModel functionName='clustering' modelClass='distributionBased' "
-           "numberOfClusters='2'><MiningSchema><MiningField name='x'/><MiningField name='c'/></MiningSchema>"
-           "<Output><OutputField name='near' feature='affinity'/></Output><ComparisonMeasure kind='distance'>"
-           "<cityBlock/></ComparisonMeasure><ClusteringField field='x'/><ClusteringField field='c' "
-           "compareFunction='delta'/>" +
-           cluster("a", "2", "7 3") + cluster("b", "6", "1 2") + "</ClusteringModel></PMML>";
-}
-
 TEST(Clustering, ADistributionIsTakenForItsMeanAndItsMostFrequentValue) {
-    Scored scored(Distributions());
+    Scored scored(kSmallPartitions);
     ASSERT_TRUE(scored.Score({{"x", "2.5"}, {"c", "v"}}).IsOK());
     EXPECT_EQ(scored.Text(), "a");
     EXPECT_EQ(scored.Number("near"), 1.5);
     ASSERT_TRUE(scored.Score({{"x", "5"}, {"c", "v"}}).IsOK());
     EXPECT_EQ(scored.Text(), "b");
     EXPECT_EQ(scored.Number("near"), 1.0);
-    Scored unknown(Replaced(Distributions(), "<NumericInfo mean='6'/>", "<Counts totalFreq='3'/>"));
+    Scored unknown(Replaced(kSmallPartitions, "<NumericInfo mean='6'/>", "<Counts totalFreq='3'/>"));
     ASSERT_TRUE(unknown.Score({{"x", "5"}, {"c", "v"}}).IsOK());
     EXPECT_EQ(unknown.Text(), "b") << "compared by c alone";
     EXPECT_EQ(unknown.Number("near"), 0.0);
+}
+
+TEST(Clustering, DistributionsTellOfFieldsThatAreThere) {
+    const std::string document =
+        Replaced(kSmallPartitions, "</DataDictionary>",
+                 "<DataField name='d' optype='continuous' dataType='double'/></DataDictionary>");
+    Scored scored(Replaced(document, "<PartitionFieldStats field='x'><NumericInfo mean='6'/>",
+                           "<PartitionFieldStats field='d'><Counts totalFreq='1'/></PartitionFieldStats>"
+                           "<PartitionFieldStats field='x'><NumericInfo mean='6'/>"));
+    ASSERT_TRUE(scored.Score({{"x", "5"}, {"c", "v"}}).IsOK()) << "d isn't compared";
+    EXPECT_EQ(scored.Text(), "b");
+    ExpectFailure(
+        [] {
+            ReadModel(Replaced(kSmallPartitions, "<PartitionFieldStats field='x'><NumericInfo mean='6'/>",
+                               "<PartitionFieldStats field='z'><NumericInfo mean='6'/>"));
+        },
+        {MISSING_VARIABLE_IN_BOTH, "z", "DataDictionary", "TransformationDictionary"});
+    ExpectFailure([] { ReadModel(Replaced(kSmallPartitions, "mean='6'", "mean='much'")); },
+                  {INVALID_ATTRIBUTE_VALUE_IN, "much", "mean", "NumericInfo"});
+    ExpectFailure(
+        [] { ReadModel(Replaced(kSmallPartitions, "<Array n='2' type='int'>7 3<", "<Array type='int'>7 3 1<")); },
+        {NUMBERS_MISMATCH, "3", "value", "Array", "2", "Value", "PartitionFieldStats"});
 }
 
 TEST(Clustering, DescribesWhatItCompares) {
@@ -172,7 +233,7 @@ TEST(Clustering, DescribesWhatItCompares) {
 
 /// Every variant of the samples, and the small documents with numbers that overflow.
 TEST(ClusteringColumns, HoldTheBitsOfCases) {
-    std::vector<std::string> documents{kSmallClusters, kSmallBits, kSmallDistributions, Distributions(),
+    std::vector<std::string> documents{kSmallClusters, kSmallBits, kSmallDistributions, kSmallPartitions,
                                        Replaced(kSmallClusters, "<cityBlock/>", "<squaredEuclidean/>")};
     for (const SampleVariant& variant : ReadVariants(TestsFolder() + "/models/clustering/variants.tsv")) {
         documents.push_back(DocumentOf(variant));
@@ -184,6 +245,7 @@ TEST(ClusteringColumns, HoldTheBitsOfCases) {
         const auto state = rows.Scorer().NewState();
         EXPECT_EQ(rows.InBlocks(*state, 256, 0, false), rows.CaseByCase()) << document;
         EXPECT_EQ(rows.InBlocks(*state, 19, 5, true), rows.CaseByCase()) << document;
+        ExpectFinite(rows, random);
     }
 }
 
@@ -199,6 +261,31 @@ TEST(HostileClustering, HasManyClusters) {
     ASSERT_TRUE(scored.Score({{"x", "15000"}, {"c", "u"}}).IsOK());
     EXPECT_EQ(scored.Text(), "n14900");
     EXPECT_EQ(scored.Number("near"), 0.0);
+}
+
+/// As many output fields as clusters, each asking for one's distance.
+TEST(HostileClustering, TellsTheDistancesToManyClusters) {
+    constexpr int kMany = 3000;
+    std::string clusters;
+    std::string outputs;
+    for (int i = 0; i < kMany; ++i) {
+        const std::string id = "n" + std::to_string(i);
+        clusters +=
+            "<Cluster id='" + id + "'><Array n='2' type='string'>" + std::to_string(100 + i) + " u</Array></Cluster>";
+        outputs.insert(0, "<OutputField name='" + id + "' feature='affinity' value='" + id + "'/>");
+    }
+    const std::string document =
+        Replaced(Replaced(Replaced(kSmallClusters, "</ClusteringModel>", clusters + "</ClusteringModel>"),
+                          "numberOfClusters='2'", "numberOfClusters='" + std::to_string(kMany + 2) + "'"),
+                 "</Output>", outputs + "</Output>");
+    Scored scored(document);
+    ASSERT_TRUE(scored.Score({{"x", "50"}, {"c", "u"}}).IsOK());
+    EXPECT_EQ(scored.Number("n0"), 50.0);
+    EXPECT_EQ(scored.Number("n2999"), 3049.0);
+    ModelRows rows(document);
+    std::mt19937_64 random(4);
+    rows.Fill(random, 20);
+    EXPECT_EQ(rows.InBlocks(*rows.Scorer().NewState(), 20, 0, false), rows.CaseByCase());
 }
 
 /// A matrix that states a size takes no room for it.

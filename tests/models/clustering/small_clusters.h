@@ -45,6 +45,19 @@ inline const std::string kSmallDistributions = R"(<PMML version='4.4'><DataDicti
 <Cluster id='a'><Array n='2' type='string'>1 u</Array></Cluster><Cluster id='b'><Array n='2' type='string'>3 v</Array></Cluster>
 </ClusteringModel></PMML>)";
 
+/// Distributions by what a Partition tells of them: a is about x = 2 in u, b about 6 in v.
+inline const std::string kSmallPartitions = R"(<PMML version='4.4'><DataDictionary>
+<DataField name='x' optype='continuous' dataType='double'/>
+<DataField name='c' optype='categorical' dataType='string'><Value value='u'/><Value value='v'/></DataField></DataDictionary>
+<ClusteringModel functionName='clustering' modelClass='distributionBased' numberOfClusters='2'>
+<MiningSchema><MiningField name='x'/><MiningField name='c'/></MiningSchema>
+<Output><OutputField name='near' feature='affinity'/></Output>
+<ComparisonMeasure kind='distance'><cityBlock/></ComparisonMeasure>
+<ClusteringField field='x'/><ClusteringField field='c' compareFunction='table'><Comparisons><Matrix kind='symmetric' nbRows='2' nbCols='2' diagDefault='0' offDiagDefault='3'><MatCell row='1' col='2'>1</MatCell></Matrix></Comparisons></ClusteringField>
+<Cluster id='a'><Partition name='p' size='10'><PartitionFieldStats field='x' weighted='0'><Counts totalFreq='10' missingFreq='0' invalidFreq='0' cardinality='4'/><NumericInfo minimum='0' maximum='4' mean='2' standardDeviation='1' median='2' interQuartileRange='1'><Quantile quantileLimit='50' quantileValue='2'/></NumericInfo></PartitionFieldStats><PartitionFieldStats field='c'><Array n='2' type='int'>7 3</Array></PartitionFieldStats></Partition></Cluster>
+<Cluster id='b'><Partition name='q'><PartitionFieldStats field='x'><NumericInfo mean='6'/></PartitionFieldStats><PartitionFieldStats field='c'><Array n='2' type='int'>1 2</Array></PartitionFieldStats></Partition></Cluster>
+</ClusteringModel></PMML>)";
+
 } // namespace veltrane::tests
 
 #endif

@@ -1,6 +1,6 @@
 // Each element and attribute of a model of models, a tree, a set of rules, a scorecard, a baseline, a network,
-// support vectors and clusters missing, empty, wrong and doubled: what comes of it stands in every_fault.tsv, with the
-// number of the message and its whole text.
+// support vectors, clusters and neighbours missing, empty, wrong and doubled: what comes of it stands in
+// every_fault.tsv, with the number of the message and its whole text.
 //
 // When a message changes, or a document here, write the page anew and look at what is different:
 //
@@ -9,6 +9,7 @@
 #include "models/clustering/small_clusters.h"
 #include "models/kit/scoring.h"
 #include "models/mining/small_ensemble.h"
+#include "models/neighbours/small_neighbours.h"
 #include "models/network/small_network.h"
 #include "models/rules/small_rules.h"
 #include "models/scorecard/small_card.h"
@@ -161,9 +162,14 @@ std::vector<Subject> Subjects() {
             {"number network", "<NeuralNetwork", kSmallNumberNetwork},
             {"vectors", "<SupportVectorMachineModel", kSmallVectors},
             {"number vectors", "<SupportVectorMachineModel", kSmallNumberVectors},
+            {"pair of vectors", "<SupportVectorMachineModel", kSmallPair},
+            {"coefficients", "<SupportVectorMachineModel", kSmallCoefficients},
             {"clusters", "<ClusteringModel", kSmallClusters},
             {"bits", "<ClusteringModel", kSmallBits},
-            {"distributions", "<ClusteringModel", kSmallDistributions}};
+            {"distributions", "<ClusteringModel", kSmallDistributions},
+            {"partitions", "<ClusteringModel", kSmallPartitions},
+            {"neighbours", "<NearestNeighborModel", kSmallNeighbours},
+            {"near numbers", "<NearestNeighborModel", kSmallNearNumbers}};
 }
 
 using Take = std::function<void(const std::string& place, const std::string& change, const std::string& document)>;

@@ -75,7 +75,7 @@ inline const std::string kCheckedTree = R"(<PMML version='4.4'><Header/>
 <TreeModel functionName='classification' missingValueStrategy='none' missingValuePenalty='0.5' noTrueChildStrategy='returnLastPrediction' splitCharacteristic='any' isScorable='true'>
  <MiningSchema><MiningField name='x'/></MiningSchema>
  <Node id='1' score='a' recordCount='10'><True/>
-  <Partition name='p'/>
+  <Partition name='p' size='1'/>
   <ScoreDistribution value='a' recordCount='7' confidence='0.6' probability='0.7'/>
   <Node score='b'><CompoundPredicate booleanOperator='and'><SimplePredicate field='x' operator='lessThan' value='5'/><False/></CompoundPredicate></Node>
   <Node score='b'><SimpleSetPredicate field='x' booleanOperator='isIn'><Array n='2' type='int'>1 2</Array></SimpleSetPredicate></Node>
@@ -187,6 +187,8 @@ inline const std::string kCheckedClusters = R"(<PMML version='4.4'><Header/>
  <CenterFields><DerivedField name='d' optype='continuous' dataType='double'><FieldRef field='x'/></DerivedField></CenterFields>
  <MissingValueWeights><Array n='1' type='real'>1</Array></MissingValueWeights>
  <Cluster id='a' name='first' size='3'><KohonenMap coord1='0' coord2='1' coord3='2'/><Array n='1' type='real'>1</Array>
+  <Partition name='p' size='3'><PartitionFieldStats field='x' weighted='1'><Counts totalFreq='3' missingFreq='1' invalidFreq='0' cardinality='2'/>
+   <NumericInfo minimum='0' maximum='2' mean='1' standardDeviation='1' median='1' interQuartileRange='1'><Quantile quantileLimit='50' quantileValue='1'/></NumericInfo></PartitionFieldStats></Partition>
   <Covariances><Matrix nbRows='1' nbCols='1'/></Covariances></Cluster>
 </ClusteringModel></PMML>)";
 
