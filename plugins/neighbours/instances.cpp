@@ -29,6 +29,9 @@ constexpr const XMLCh* kId = u"instanceIdVariable";
 
 /// The text of a cell, which nearly always is one.
 std::string TextOf(const Element& cell) {
+    if (cell.Dom() == nullptr) {
+        return cell.Content();
+    }
     const xercesc::DOMNode* text = cell.Dom()->getFirstChild();
     if (text == nullptr) {
         return {};
@@ -194,7 +197,7 @@ void InstanceReader::ReadRow(const Element& row) {
     }
     std::size_t place = 0;
     for (const Element cell : row.Children()) {
-        const std::size_t column = ColumnOf(place++, cell.Dom()->getTagName());
+        const std::size_t column = ColumnOf(place++, cell.TagText());
         if (column == fColumns.size()) {
             continue;
         }

@@ -1,6 +1,7 @@
 #include "kit/document/parsed_document.h"
 
 #include "kit/document/raise.h"
+#include "kit/document/table_parser.h"
 
 #include <MCVeltrane_900/ModelFactory.h>
 #include <MCXML_900/MCXInputSource.h>
@@ -11,6 +12,8 @@
 #include <xercesc/sax/SAXException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/SecurityManager.hpp>
+
+#include <istream>
 
 namespace veltrane_kit {
 
@@ -52,18 +55,30 @@ void Parse(xercesc::XercesDOMParser& parser, std::istream& in) {
 
 struct ParsedDocument::Parser {
     XmlPlatform platform;
-    xercesc::XercesDOMParser dom;
+    std::unique_ptr<xercesc::XercesDOMParser> dom;
 };
 
-ParsedDocument::ParsedDocument(std::istream& in, const std::string& encoding)
+/// What has no room in records is read once more, into the tree.
+ParsedDocument::ParsedDocument(std::istream& in, const std::string& encoding, const XMLCh* parent, const XMLCh* table)
     : fParser(std::make_unique<Parser>()), fText(encoding) {
-    Parse(fParser->dom, in);
+    if (parent != nullptr) {
+        try {
+            fParser->dom = std::make_unique<TableParser>(parent, table);
+            Parse(*fParser->dom, in);
+            return;
+        } catch (const TableParser::TableTooLarge&) {
+            in.clear();
+            in.seekg(0);
+        }
+    }
+    fParser->dom = std::make_unique<xercesc::XercesDOMParser>();
+    Parse(*fParser->dom, in);
 }
 
 ParsedDocument::~ParsedDocument() = default;
 
 Element ParsedDocument::Root() const {
-    const xercesc::DOMDocument* document = fParser->dom.getDocument();
+    const xercesc::DOMDocument* document = fParser->dom->getDocument();
     xercesc::DOMElement* root = document == nullptr ? nullptr : document->getDocumentElement();
     return root == nullptr ? Element() : Element(root, fText);
 }

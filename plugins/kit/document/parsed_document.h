@@ -15,8 +15,11 @@ class ParsedDocument {
 public:
     /// @param in       at its start
     /// @param encoding of the texts; empty means BaseTranslator::DEFAULT_ENCODING
+    /// @param parent   in whose elements tables stand that may be kept as records, see TableParser; null for none
+    /// @param table    the name of those
     /// @throws VTException 260105 for a document that can't be read
-    ParsedDocument(std::istream& in, const std::string& encoding);
+    ParsedDocument(std::istream& in, const std::string& encoding, const XMLCh* parent = nullptr,
+                   const XMLCh* table = nullptr);
     ~ParsedDocument();
     ParsedDocument(const ParsedDocument&) = delete;
     ParsedDocument& operator=(const ParsedDocument&) = delete;

@@ -14,7 +14,7 @@ using veltrane_kit::Element;
 using veltrane_kit::ModelTranslator;
 
 /// Reads a document by itself, as the factory has it. The bounds of the library have held for it. The factory tells no
-/// encoding on this road, and hosts of columns have texts in UTF-8.
+/// encoding on this road, and hosts of columns have texts in UTF-8. Instances may be many: their tables are records.
 class NeighbourTranslator : public ModelTranslator {
 public:
     NeighbourTranslator() : ModelTranslator(kTag, veltrane_neighbours::MakeNeighboursScorer) {}
@@ -23,7 +23,7 @@ public:
 
     ScoreModel* ParseFromTree(std::istream& in, const std::string& told, const std::string& /*auxPath*/) override {
         const std::string encoding = told.empty() ? "UTF-8" : told;
-        const veltrane_kit::ParsedDocument document(in, encoding);
+        const veltrane_kit::ParsedDocument document(in, encoding, u"TrainingInstances", u"InlineTable");
         const Element root = document.Root();
         if (!root) {
             veltrane_kit::Raise<veltrane_kit::Message::NO_ROOT>();

@@ -71,17 +71,20 @@ TakenModel TakeModel(const DocumentRoute& route, std::vector<std::string>& names
 
 /// The nearest-neighbour plug-in reads a stream by itself: that of the document, or, where other models were let go of,
 /// what is left.
-ScoreModel* BuildNearestNeighbor(const ModelSource& source, const DocumentRoute& route, bool isWhole) {
+ScoreModel* BuildNearestNeighbor(const ModelSource& source, DocumentRoute& route, bool isWhole) {
     const std::unique_ptr<BaseTranslator> translator(factory::MakeTranslator(route.names, kNearestNeighbor));
     if (translator == nullptr) {
         Raise<Message::NO_MODEL_LIBRARY>(kNearestNeighbor);
     }
     ScoreModel* model = nullptr;
     const auto parse = [&](std::istream& in) { model = translator->ParseFromTree(in, std::string(), std::string()); };
+    // Two trees of one document take too much memory.
     if (isWhole) {
+        route.parser.reset();
         source.Read(parse);
     } else {
         const std::string text = TextOf(*route.root);
+        route.parser.reset();
         BytesStream in(text);
         parse(in);
     }

@@ -151,4 +151,50 @@ TEST(NeighboursRoad, GivesTheSameBitsWhetherInstancesAreSearchedForOrScanned) {
     }
 }
 
+TEST(HostileNeighbours, AreAHundredThousand) {
+    constexpr int kMany = 100000;
+    std::string rows;
+    for (int i = 0; i < kMany; ++i) {
+        rows += "<row><x>" + std::to_string(i) + "</x><y>" + std::to_string(i % 7) + "</y></row>";
+    }
+    const std::string row = "<row><x>0</x><y>7</y></row>";
+    for (const char* count : {"1", "3"}) {
+        Scored scored(
+            EnsembleDocument(Replaced(Near("numberOfNeighbors='" + std::string(count) + "'", "7", "9"), row, rows)));
+        ASSERT_TRUE(scored.Score({{"x", "70000.25"}}).IsOK());
+        EXPECT_EQ(scored.Number(), count[0] == '1' ? 0.0 : (0.0 + 1.0 + 6.0) / 3.0);
+    }
+}
+
+/// As many columns and inputs, which are found by their names.
+TEST(HostileNeighbours, HaveManyInputs) {
+    constexpr int kMany = 3000;
+    std::string data;
+    std::string schema;
+    std::string columns;
+    std::string cells;
+    std::string inputs;
+    Case values;
+    for (int i = 0; i < kMany; ++i) {
+        const std::string name = "f" + std::to_string(i);
+        data += NumberField(name);
+        schema += "<MiningField name='" + name + "'/>";
+        columns.insert(0, "<InstanceField field='" + name + "'/>");
+        cells += "<" + name + ">1</" + name + ">";
+        inputs += "<KNNInput field='" + name + "'/>";
+        values[name] = "3";
+    }
+    Scored scored("<PMML version='4.4'><DataDictionary>" + NumberField("y") + data +
+                  "</DataDictionary><NearestNeighborModel functionName='regression' numberOfNeighbors='1'>" +
+                  Schema("y", schema) +
+                  "<Output><OutputField name='near' feature='affinity'/></Output><TrainingInstances><InstanceFields>" +
+                  columns + "<InstanceField field='y'/></InstanceFields><InlineTable><row>" + cells +
+                  "<y>5</y></row></InlineTable></TrainingInstances><ComparisonMeasure kind='distance'><cityBlock/>"
+                  "</ComparisonMeasure><KNNInputs>" +
+                  inputs + "</KNNInputs></NearestNeighborModel></PMML>");
+    ASSERT_TRUE(scored.Score(values).IsOK());
+    EXPECT_EQ(scored.Number(), 5.0);
+    EXPECT_EQ(scored.Number("near"), 2.0 * kMany);
+}
+
 } // namespace
