@@ -104,6 +104,19 @@ class WithAChoice(ModelsTest):
         for name, value in (("low", 7), ("steep", 30), ("high", 8), ("2", 60)):
             self.scores(value, self.CONTENT, "--model", name)
 
+    def test_of_several_models_of_neighbours(self):
+        def near(name, *answers):
+            rows = "".join(f"<row><x>{4 * place}</x><y>{answer}</y></row>" for place, answer in enumerate(answers))
+            return (f'<NearestNeighborModel numberOfNeighbors="1" {attributes(name, "")}>{SCHEMA}<TrainingInstances>'
+                    '<InstanceFields><InstanceField field="x"/><InstanceField field="y"/></InstanceFields>'
+                    f"<InlineTable>{rows}</InlineTable></TrainingInstances>"
+                    '<ComparisonMeasure kind="distance"><euclidean/></ComparisonMeasure>'
+                    '<KNNInputs><KNNInput field="x"/></KNNInputs></NearestNeighborModel>')
+        self.write("models.txt", "RegressionModel NearestNeighborModel\n")
+        content = document(near("one", 7, 9), regression(10, "steep"), near("two", 17, 19))
+        for wanted, value in (("1", 9), ("one", 9), ("2", 30), ("3", 19), ("two", 19)):
+            self.scores(value, content, "--model", wanted)
+
     def test_of_one_model(self):
         self.scores(7, document(tree(7, "low")), "--model", "low")
         self.scores(7, document(tree(7)), "--model", "1")
