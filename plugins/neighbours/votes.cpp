@@ -12,7 +12,8 @@ using veltrane_kit::Prediction;
 namespace {
 
 /// The weights of neighbours: the inverse of a distance, or a similarity, with the threshold added. Where some are
-/// infinite, at no distance, these count alone and alike.
+/// infinite, at no distance, these count alone and alike. A weight below 0, of a table that has such numbers, would
+/// make shares that are none: it counts nothing.
 void WeighAll(const Voting& voting, const std::vector<Neighbour>& neighbours, std::vector<double>& weights) {
     weights.clear();
     bool isAnyInfinite = false;
@@ -22,7 +23,7 @@ void WeighAll(const Voting& voting, const std::vector<Neighbour>& neighbours, st
         isAnyInfinite = isAnyInfinite || std::isinf(weights.back());
     }
     for (double& weight : weights) {
-        weight = !isAnyInfinite ? weight : std::isinf(weight) ? 1.0 : 0.0;
+        weight = !isAnyInfinite ? std::max(weight, 0.0) : std::isinf(weight) ? 1.0 : 0.0;
     }
 }
 

@@ -48,6 +48,23 @@ TEST(Neighbours, WithoutATargetHaveNoSayInIt) {
     EXPECT_EQ(none.Text(), "a");
 }
 
+TEST(Neighbours, WhoseWeightIsBelowZeroHaveNoSay) {
+    std::string document = Replaced(kSmallNeighbours, "'majorityVote'", "'weightedMajorityVote'");
+    document = Replaced(Replaced(document, "'average'", "'weightedAverage'"), "numberOfNeighbors='2'",
+                        "numberOfNeighbors='4'");
+    document = Replaced(Replaced(document, "kind='distance'", "kind='similarity'"), "<Array type='real'>0 1</Array>",
+                        "<Array type='real'>-20 1</Array>");
+    document = Replaced(document, "<OutputField name='next'",
+                        "<OutputField name='p' feature='probability' value='a'/>"
+                        "<OutputField name='next'");
+    Scored scored(document);
+    ASSERT_TRUE(scored.Score({{"x", "0"}, {"k", "u"}}).IsOK());
+    EXPECT_EQ(scored.Number("far"), 8.25) << "the others are at -1, -3 and -5";
+    EXPECT_EQ(scored.Text(), "a");
+    EXPECT_EQ(scored.Number("p"), 1.0);
+    EXPECT_EQ(scored.Number("number"), 8.0);
+}
+
 TEST(Neighbours, WithoutAnythingInCommonHaveNoPrediction) {
     Scored scored(kSmallNeighbours);
     EXPECT_EQ(scored.Score({}).GetErrorCode(), kNoPrediction);
