@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <numeric>
 #include <vector>
 
 namespace veltrane_mining {
@@ -69,7 +70,7 @@ private:
         double low;
         double high;
 
-        double Value() const { return low == high ? low : (low + high) / 2.0; }
+        double Value() const { return std::midpoint(low, high); }
     };
 
     /// Whether a method goes by what single segments say, not by their sum.

@@ -29,8 +29,23 @@ constexpr Word<MissingPrediction> kTreatments[] = {
 
 constexpr const XMLCh* kMethod = u"multipleModelMethod";
 
+/// What a segment has one of.
+constexpr const char* kPredicate = "PREDICATE";
+constexpr const char* kModel = "MODEL-ELEMENT";
+
 const char* NameOf(const veltrane_kit::ModelParts& parts) {
     return parts.IsClustering() ? "clustering" : parts.IsClassification() ? "classification" : "regression";
+}
+
+/// Has a failure tell the segment that it comes from, behind what it tells already.
+template <typename Action>
+void InSegment(const std::string& id, const Action& action) {
+    try {
+        action();
+    } catch (MCVeltrane_900::VTException& failure) {
+        failure.SetDetailMessage((failure.GetDetailMessage() + " Segment '" + id + "'.").c_str());
+        throw;
+    }
 }
 
 /// Whether a method leaves the prediction to one segment.
@@ -41,9 +56,7 @@ constexpr bool Selects(Method method) {
 } // namespace
 
 void SegmentationReader::Read(const Element& model) {
-    if (fParts.depth >= veltrane_kit::kDeepestPart) {
-        Raise<Message::UNSUPPORTED_ELEMENT>(model.Tag(), model.Tag());
-    }
+    veltrane_kit::RequireRoomForParts(model, fParts);
     fSegmentation.isClassification = fParts.IsClassification();
     NoteAsked(model);
     ReadEmbedded(model);
@@ -130,10 +143,12 @@ void SegmentationReader::ReadSegment(const Element& element) {
     if (!fIds.insert(segment.id).second) {
         Raise<Message::DUPLICATE_DEFINITION>(element.Tag(), segment.id, "Segmentation");
     }
-    segment.weight = ReadWeight(element);
-    const Children children = Survey(element);
-    segment.condition = fConditions.Read(children.predicate);
-    ReadModel(children.model, segment);
+    InSegment(segment.id, [&] {
+        segment.weight = ReadWeight(element);
+        const Children children = Survey(element);
+        segment.condition = fConditions.Read(children.predicate);
+        ReadModel(children.model, segment);
+    });
     fSegmentation.segments.push_back(std::move(segment));
 }
 
@@ -153,17 +168,18 @@ SegmentationReader::Children SegmentationReader::Survey(const Element& element) 
         if (child.Is(u"VariableWeight") || child.Is(u"Extension")) {
             continue;
         }
-        Element& place = ConditionReader::IsPredicate(child) ? found.predicate : found.model;
+        const bool isPredicate = ConditionReader::IsPredicate(child);
+        Element& place = isPredicate ? found.predicate : found.model;
         if (place) {
-            Raise<Message::MORE_THAN_ONE>(child.Tag(), element.Tag());
+            Raise<Message::MORE_THAN_ONE>(isPredicate ? kPredicate : kModel, element.Tag());
         }
         place = child;
     }
     if (!found.predicate) {
-        Raise<Message::MISSING_NODE_IN>("PREDICATE", element.Tag());
+        Raise<Message::MISSING_NODE_IN>(kPredicate, element.Tag());
     }
     if (!found.model) {
-        Raise<Message::MISSING_NODE_IN>("MODEL-ELEMENT", element.Tag());
+        Raise<Message::MISSING_NODE_IN>(kModel, element.Tag());
     }
     return found;
 }
@@ -189,6 +205,7 @@ void SegmentationReader::ReadModel(const Element& model, Segment& segment) {
     segment.looksBack = make == nullptr || fParts.inputs->Layout().histories.size() > histories;
     segment.predictsTarget = segment.plan->Parts().function == fParts.function;
     FindCategories(model, segment);
+    segment.predictsTarget = segment.predictsTarget && !HasOtherTarget(segment);
     Tell(segment);
 }
 
@@ -233,16 +250,30 @@ void SegmentationReader::Tell(Segment& segment) {
     }
 }
 
-/// Predictions that are combined are of one kind. In a chain the last one counts.
+/// Whether a segment says that it predicts another field than the whole model.
+bool SegmentationReader::HasOtherTarget(const Segment& segment) const {
+    const std::string& target = segment.plan->Parts().schema.target;
+    return !target.empty() && !fParts.schema.target.empty() && target != fParts.schema.target;
+}
+
+void SegmentationReader::RaiseContradiction(const Segment& segment) const {
+    const veltrane_kit::ModelParts& parts = segment.plan->Parts();
+    if (parts.function == fParts.function) {
+        Raise<Message::CONFLICTING_VALUES_IN>(parts.schema.target, "target", parts.tag, fParts.schema.target, "target",
+                                              fParts.tag);
+    }
+    Raise<Message::CONFLICTING_VALUES_IN>(NameOf(parts), "functionName", parts.tag, NameOf(fParts), "functionName",
+                                          fParts.tag);
+}
+
+/// Predictions that are combined are of one kind and of one field. In a chain the last one counts.
 void SegmentationReader::CheckFunctions() const {
     const bool isChain = fSegmentation.method == Method::MODEL_CHAIN;
     for (std::size_t i = fSegmentation.ahead; i < fSegmentation.segments.size(); ++i) {
         const Segment& segment = fSegmentation.segments[i];
         const bool counts = !isChain || &segment == &fSegmentation.segments.back();
         if (counts && !segment.predictsTarget) {
-            Raise<Message::CONFLICTING_VALUES_IN>(NameOf(segment.plan->Parts()), "functionName",
-                                                  segment.plan->Parts().tag, NameOf(fParts), "functionName",
-                                                  fParts.tag);
+            InSegment(segment.id, [&] { RaiseContradiction(segment); });
         }
     }
 }

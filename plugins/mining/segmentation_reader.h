@@ -24,8 +24,9 @@ public:
     /// @throws VTException 260120, 260285, 260153 for attributes; 260179 for a method that the model's function doesn't
     ///         have; 260283 for a Segmentation without a Segment; 260203 for two segments with an id; 260115 for a
     ///         segment without a predicate or a model, 260272 for two; 260301 for a model of an unknown kind; 260214
-    ///         for one whose function isn't that of the whole, 260127 for one with a category that the target doesn't
-    ///         have; 260302 for models that lie too deep in one another; and what reading models and predicates throws
+    ///         for one whose function or target isn't that of the whole, 260127 for one with a category that the target
+    ///         doesn't have; 260302 for models that lie too deep in one another; and what reading models and predicates
+    ///         throws
     void Read(const veltrane_kit::Element& model);
 
 private:
@@ -47,6 +48,8 @@ private:
     void ReadModel(const veltrane_kit::Element& model, Segment& segment);
     void FindCategories(const veltrane_kit::Element& model, Segment& segment);
     void Tell(Segment& segment);
+    bool HasOtherTarget(const Segment& segment) const;
+    [[noreturn]] void RaiseContradiction(const Segment& segment) const;
     void CheckFunctions() const;
 
     Segmentation& fSegmentation;

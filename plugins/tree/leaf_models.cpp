@@ -30,9 +30,7 @@ bool LeafModels::IsModel(const Element& element) {
 }
 
 void LeafModels::Read(const Element& element, int leaf, ModelParts& parts) {
-    if (parts.depth >= veltrane_kit::kDeepestPart) {
-        Raise<Message::UNSUPPORTED_ELEMENT>(element.Tag(), element.Tag());
-    }
+    veltrane_kit::RequireRoomForParts(element, parts);
     const std::size_t histories = parts.inputs->Layout().histories.size();
     const veltrane_kit::MakeScorer make =
         element.Is(u"Regression") ? veltrane_regression::MakeRegressionScorer : MakeTreeScorer;

@@ -136,6 +136,18 @@ std::unique_ptr<const ModelPlan> CompleteModel(const Element& model, const Docum
     return std::make_unique<const ModelPlan>(std::move(parts));
 }
 
+void RequireRoomForParts(const Element& element, const ModelParts& parts) {
+    if (parts.depth < kDeepestPart) {
+        return;
+    }
+    VTException failure;
+    failure.PutErrorMessage(static_cast<int>(Message::UNSUPPORTED_ELEMENT), element.Tag().c_str(),
+                            element.Tag().c_str());
+    const std::string detail = " Models lie in " + std::to_string(kDeepestPart) + " others at most.";
+    failure.SetDetailMessage(detail.c_str());
+    throw failure;
+}
+
 /// A classification that names no target predicts that of the outer model. The older models have no schema and see the
 /// fields of the outer one.
 std::unique_ptr<const ModelPlan> CompletePart(const Element& model, ModelParts& outer, MakeScorer makeScorer,

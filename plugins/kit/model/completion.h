@@ -42,6 +42,11 @@ std::unique_ptr<const ModelPlan> CompleteModel(const Element& model, const Docum
 /// How many models a model may be a part of, one in the other.
 inline constexpr int kDeepestPart = 32;
 
+/// Refuses a model that has parts and lies too deep to have any.
+/// @param element of the model that consists of others, or of a part that lies in a leaf
+/// @throws VTException 260302 with the bound as its detail
+void RequireRoomForParts(const Element& element, const ModelParts& parts);
+
 /// Reads a model that is a part of another one: its mining schema names fields of the outer model, its derived fields
 /// stand on these, and what its scorer reads stands in the frame of the outer model.
 /// @param outer     of the model that is being built, its scorer not yet; its inputs are borrowed for the life of the

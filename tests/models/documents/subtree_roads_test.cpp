@@ -1,6 +1,7 @@
 // Documents whose trees are read from records, beside the same ones with all in the tree of the document: the same
 // failure, or the same model with the same answers to the last bit.
 #include "models/columns/model_rows.h"
+#include "models/forest/random_forest.h"
 #include "models/kit/scoring.h"
 #include "support/folders.h"
 
@@ -41,13 +42,14 @@ std::unique_ptr<ScoreModel> Read(const std::string& document, const Names& names
 }
 
 /// What comes of a document by one road, and the cases that it answers.
-std::string OutcomeOf(const std::string& document, const Names& names, std::size_t cases) {
+/// @param inUtf8 the same document, from which the values of the cases are taken
+std::string OutcomeOf(const std::string& document, const Names& names, std::size_t cases, const std::string& inUtf8) {
     try {
         std::ostringstream out;
         std::unique_ptr<ScoreModel> model = Read(document, names);
         model->Display(out);
         std::mt19937_64 random(7);
-        ModelRows rows(document, std::move(model));
+        ModelRows rows(inUtf8, std::move(model));
         rows.Fill(random, cases);
         const auto state = rows.Scorer().NewState();
         for (const std::string& answer : rows.InBlocks(*state, veltrane::ColumnScorer::kMostRows, 0, false)) {
@@ -57,6 +59,10 @@ std::string OutcomeOf(const std::string& document, const Names& names, std::size
     } catch (const MCVeltrane_900::VTException& failure) {
         return std::to_string(failure.GetErrorCode()) + ' ' + failure.GetErrorMessage();
     }
+}
+
+std::string OutcomeOf(const std::string& document, const Names& names, std::size_t cases) {
+    return OutcomeOf(document, names, cases, document);
 }
 
 /// A document without a model of the list, in which "Node" then is one.
@@ -146,6 +152,62 @@ class SubtreeRoads : public testing::Test {
 protected:
     SubtreeRoads() { ModelFactory::Initialize(""); }
 };
+
+/// A tree of words with other letters than those of ASCII, in every place of a node that holds one.
+std::string Words(const std::string& encoding, const std::string& word, const std::string& other) {
+    return "<?xml version='1.0' encoding='" + encoding +
+           "'?><PMML version='4.4'><DataDictionary><DataField name='t' optype='categorical' dataType='string'>"
+           "<Value value='" +
+           word + "'/><Value value='" + other +
+           "'/></DataField><DataField name='c' optype='categorical' dataType='string'><Value value='" + word +
+           "'/><Value value='" + other +
+           "'/><Value value='plain'/></DataField></DataDictionary><TreeModel functionName='classification'>"
+           "<MiningSchema><MiningField name='t' usageType='target'/><MiningField name='c'/></MiningSchema><Output>"
+           "<OutputField name='node' feature='entityId'/></Output><Node id='" +
+           word + "'><True/><Node id='1" + other + "'><SimplePredicate field='c' operator='equal' value='" + word +
+           "'/><ScoreDistribution value='" + other + "' recordCount='3'/><ScoreDistribution value='" + word +
+           "' recordCount='1'/></Node><Node id='2" + word + "' score='" + word +
+           "'><SimpleSetPredicate field='c' booleanOperator='isIn'><Array n='1' type='string'>&quot;" + other +
+           "&quot;</Array></SimpleSetPredicate></Node></Node></TreeModel></PMML>";
+}
+
+TEST_F(SubtreeRoads, AgreeForTheLettersOfOneByte) {
+    struct Letters {
+        const char* encoding;
+        const char* word;
+        const char* other;
+        const char* wide;
+        const char* otherWide;
+    };
+    static constexpr Letters kLetters[] = {
+        {"ISO-8859-1", "\xE9t\xE9", "\xFC", "\u00E9t\u00E9", "\u00FC"},
+        {"ISO-8859-15", "\xA4", "z\xBD", "\u20AC", "z\u0153"},
+        {"windows-1252", "\x80", "\x9C", "\u20AC", "\u0153"},
+    };
+    for (const Letters& letters : kLetters) {
+        const std::string narrow = Words(letters.encoding, letters.word, letters.other);
+        const std::string wide = Words("UTF-8", letters.wide, letters.otherWide);
+        const std::string expected = OutcomeOf(wide, kByRecords, 100, wide);
+        EXPECT_NE(expected.find(letters.wide), std::string::npos) << expected;
+        EXPECT_NE(expected.find(letters.otherWide), std::string::npos) << expected;
+        EXPECT_EQ(OutcomeOf(narrow, kByRecords, 100, wide), expected) << letters.encoding;
+        EXPECT_EQ(OutcomeOf(narrow, ByNodes(), 100, wide), expected) << letters.encoding;
+    }
+    // What is no UTF-8 is refused by either road.
+    ExpectTheSame(Words("UTF-8", "\xE9t\xE9", "\xFC"), 100);
+}
+
+TEST_F(SubtreeRoads, AgreeForAForestOfManyTrees) {
+    ForestOptions options;
+    options.isClassification = true;
+    options.hasShares = true;
+    options.method = "average";
+    options.trees = 200;
+    options.depth = 8;
+    const std::string document = RandomForest(options, 15).Document();
+    EXPECT_GT(document.size(), 3000000U);
+    ExpectTheSame(document, 1000);
+}
 
 TEST_F(SubtreeRoads, AgreeForTheSeedsOfTheFuzzer) {
     EXPECT_GT(CheckFolder(TestsFolder() + "/../fuzz/seeds/model", 30), 300U);

@@ -80,12 +80,12 @@ constexpr FaultyChange kSegmentFaults[] = {
     {"PredicateMissing", "<Segment id='two'><True/>", "<Segment id='two'>",
      Failure(MISSING_NODE_IN, "PREDICATE", "Segment")},
     {"PredicateDoubled", "<Segment id='two'><True/>", "<Segment id='two'><True/><False/>",
-     Failure(MORE_THAN_ONE, "False", "Segment")},
+     Failure(MORE_THAN_ONE, "PREDICATE", "Segment")},
     {"PredicateFieldUnknown", "<SimplePredicate field='x'", "<SimplePredicate field='w'",
      Failure(MISSING_VARIABLE_IN_BOTH, "w", "DataDictionary", "TransformationDictionary")},
     {"PredicateFieldNotActive", "<SimplePredicate field='x'", "<SimplePredicate field='z'", Failure(NO_PREDICTOR, "z")},
     {"ModelDoubled", "</TreeModel></Segment>", "</TreeModel><TreeModel functionName='classification'/></Segment>",
-     Failure(MORE_THAN_ONE, "TreeModel", "Segment")},
+     Failure(MORE_THAN_ONE, "MODEL-ELEMENT", "Segment")},
     {"ModelUnknown", "</TreeModel></Segment>", "</TreeModel><Regression/></Segment>",
      Failure(INVALID_NODE, "Regression", "Segment")},
     {"SchemaMissing", "<MiningField name='c'/></MiningSchema><Node", "<MiningField name='d'/></MiningSchema><Node",
@@ -142,6 +142,48 @@ TEST(MiningFaults, TheTargetHasTheCategoriesOfItsSegments) {
                 {MISSING_VALUE_IN_LIST, "a", "t"});
 }
 
+TEST(MiningFaults, PredictionsThatAreCombinedAreOfOneField) {
+    const Failure contradiction{CONFLICTING_VALUES_IN, "z", "target", "RegressionModel", "y", "target", "MiningModel"};
+    const std::string other = SegmentOf(Line("x", 0.0, 1.0, "", "z"));
+    const std::string own = SegmentOf(Line("x", 0.0, 1.0));
+    for (const char* method : {"average", "sum", "selectFirst", "selectAll"}) {
+        ExpectFailureWithDetail([&] { ReadModel(Segments("regression", "y", method, own + other)); }, contradiction,
+                                " Segment '2'.");
+        EXPECT_NO_THROW(ReadModel(Segments("regression", "", method, own + other))) << "one without a target";
+        EXPECT_NO_THROW(ReadModel(Segments("regression", "y", method, own + SegmentOf(Line("x", 0.0, 1.0, "", "")))));
+    }
+    ExpectFault(Segments("regression", "y", "modelChain", own + other), contradiction);
+    // A segment in the middle of a chain may predict what it likes, which is no prediction of the whole.
+    Scored chain(Segments("regression", "y", "modelChain",
+                          other + SegmentOf(Line("x", 0.0, 1.0), "",
+                                            "<SimplePredicate field='x' operator='lessThan' "
+                                            "value='3'/>")));
+    ASSERT_TRUE(chain.Score({{"x", "2"}}).IsOK());
+    EXPECT_EQ(chain.Number(), 2.0);
+    EXPECT_FALSE(chain.Score({{"x", "4"}}).IsOK());
+}
+
+TEST(MiningFaults, AFailureTellsTheSegmentThatItComesFrom) {
+    const std::string document =
+        Segments("regression", "y", "sum",
+                 SegmentOf(Line("x", 0.0, 1.0), "id='good'") +
+                     SegmentOf("<MiningModel functionName='regression'>" + Schema("y", Fields("x")) +
+                                   "<Segmentation multipleModelMethod='sum'>" +
+                                   SegmentOf("<TreeModel functionName='regression'>" + Schema("y", Fields("x")) +
+                                                 "<Node score='much'><True/></Node></TreeModel>",
+                                             "id='inner'") +
+                                   "</Segmentation></MiningModel>",
+                               "id='outer'"));
+    ExpectFailureWithDetail([&] { ReadModel(document); }, {INVALID_ATTRIBUTE_VALUE_IN, "much", "score", "Node"},
+                            " Segment 'inner'. Segment 'outer'.");
+    const std::string unknown = Segments("regression", "y", "sum", SegmentOf(Line("w", 0.0, 1.0), "id='a'"));
+    ExpectFailureWithDetail([&] { ReadModel(unknown); }, {MISSING_VARIABLE, "w", "DataDictionary"},
+                            " Attribute 'name' of 'MiningField'. Segment 'a'.");
+    ExpectFailureWithDetail(
+        [] { ReadModel(Segments("regression", "y", "sum", SegmentOf(Line("x", 0.0, 1.0), "id='a' weight='-1'"))); },
+        {INVALID_ATTRIBUTE_VALUE_IN, "-1", "weight", "Segment"}, " Segment 'a'.");
+}
+
 TEST(MiningFaults, NumbersHaveNoVotes) {
     ExpectFault(Segments("regression", "y", "majorityVote", SegmentOf(Line("x", 0.0, 1.0))),
                 {UNSUPPORTED_VALUE_IN, "majorityVote", "multipleModelMethod", "Segmentation",
@@ -171,7 +213,11 @@ TEST(MiningFaults, ModelsNestToABound) {
     Scored scored(Nested(32));
     ASSERT_TRUE(scored.Score({{"x", "4"}}).IsOK());
     EXPECT_EQ(scored.Number(), 5.0);
-    ExpectFault(Nested(33), {UNSUPPORTED_ELEMENT, "MiningModel", "MiningModel"});
+    std::string detail = " Models lie in 32 others at most.";
+    for (int level = 0; level < 32; ++level) {
+        detail += " Segment '1'.";
+    }
+    ExpectFailureWithDetail([] { ReadModel(Nested(33)); }, {UNSUPPORTED_ELEMENT, "MiningModel", "MiningModel"}, detail);
     ExpectFault(Nested(200), {UNSUPPORTED_ELEMENT, "MiningModel", "MiningModel"});
 }
 
