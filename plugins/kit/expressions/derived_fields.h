@@ -80,6 +80,9 @@ public:
 
     /// Whether none has a name.
     bool IsEmpty() const { return fNames.empty(); }
+
+    /// Whether there are none, without a name either.
+    bool HasNone() const { return fFields.empty(); }
     std::vector<std::string> Names() const;
 
     /// Of the derived field of a slot; empty for one without a name.

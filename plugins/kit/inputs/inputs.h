@@ -145,7 +145,7 @@ public:
     void ReadPart(Block& block, std::uint8_t* refused) const;
 
     /// Whether a part has no fields of its own: what it reads is as the outer model has it.
-    bool PassesAllOn() const { return fInputs.empty() && fDerived.IsEmpty(); }
+    bool PassesAllOn() const { return fInputs.empty() && fDerived.HasNone(); }
 
     /// The slot of the outer model whose missing value is why a part has no prediction.
     /// @param lacking a slot that the part reads

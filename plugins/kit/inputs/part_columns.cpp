@@ -57,7 +57,7 @@ void Inputs::ReadPart(Block& block, std::uint8_t* refused) const {
     for (const Source& source : fInputs) {
         Treat(*source.field, source.from, source.slot, block, refused);
     }
-    if (!fDerived.IsEmpty()) {
+    if (!fDerived.HasNone()) {
         fDerived.Compute(block);
     }
     for (const auto& [slot, codes] : fDerivedCodes) {

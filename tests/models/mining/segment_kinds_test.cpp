@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -139,6 +140,48 @@ TEST(SegmentKinds, SupportVectorsVoteForTheirCategory) {
     EXPECT_EQ(scored.Probability("yes"), 2.0 / 3);
     ASSERT_TRUE(scored.Score({{"x", "2"}}).IsOK());
     EXPECT_EQ(scored.Text(), "no");
+}
+
+/// Points that are twice z.
+const std::string kComputingCard =
+    "<Scorecard functionName='regression' initialScore='1' useReasonCodes='false'>" + Schema("y", Fields("z")) +
+    "<Characteristics><Characteristic><Attribute><True/><ComplexPartialScore><Apply function='*'><FieldRef field='z'/>"
+    "<Constant>2</Constant></Apply></ComplexPartialScore></Attribute></Characteristic></Characteristics></Scorecard>";
+
+/// Counts of a derived input.
+const std::string kBayes =
+    "<NaiveBayesModel functionName='classification' threshold='0.25'>" + Schema("t", Fields("x")) +
+    "<BayesInputs><BayesInput fieldName='x'><DerivedField optype='categorical' dataType='string'><Discretize field='x'>"
+    "<DiscretizeBin binValue='low'><Interval closure='openOpen' rightMargin='2'/></DiscretizeBin><DiscretizeBin "
+    "binValue='high'><Interval closure='closedOpen' leftMargin='2'/></DiscretizeBin></Discretize></DerivedField>"
+    "<PairCounts value='low'><TargetValueCounts><TargetValueCount value='no' count='3'/><TargetValueCount value='yes' "
+    "count='1'/></TargetValueCounts></PairCounts><PairCounts value='high'><TargetValueCounts><TargetValueCount "
+    "value='no' count='1'/><TargetValueCount value='yes' count='3'/></TargetValueCounts></PairCounts></BayesInput>"
+    "</BayesInputs><BayesOutput fieldName='t'><TargetValueCounts><TargetValueCount value='no' count='4'/>"
+    "<TargetValueCount value='yes' count='4'/></TargetValueCounts></BayesOutput></NaiveBayesModel>";
+
+TEST(SegmentKinds, ComputeFieldsThatHaveNoName) {
+    Scored card(EnsembleDocument(Mining("sum", SegmentOf(kComputingCard) + SegmentOf(Line("x", 0.0, 1.0)))));
+    ASSERT_TRUE(card.Score({{"x", "3"}, {"z", "5"}}).IsOK());
+    EXPECT_EQ(card.Number(), 14.0);
+    Scored bayes(Selecting("average", SegmentOf(kBayes)));
+    ASSERT_TRUE(bayes.Score({{"x", "3"}}).IsOK());
+    EXPECT_DOUBLE_EQ(bayes.Probability("yes"), 0.75);
+    for (const std::string& document :
+         {Selecting("average", SegmentOf(kNetwork)), Selecting("selectFirst", SegmentOf(kNetwork)),
+          Selecting("max", SegmentOf(kBayes) + SegmentOf(kNetwork)),
+          EnsembleDocument(Mining("modelChain", SegmentOf(kComputingCard))),
+          EnsembleDocument(Mining("average", SegmentOf(kComputingCard) + SegmentOf(Line("x", 0.0, 1.0))))}) {
+        ModelRows rows(document);
+        std::mt19937_64 random(2);
+        rows.Fill(random, 900);
+        const ModelAnswers expected = rows.CaseByCase();
+        EXPECT_GT(std::count_if(expected.begin(), expected.end(),
+                                [](const std::string& answer) { return answer != "unscored"; }),
+                  20);
+        EXPECT_EQ(rows.InBlocks(*rows.Scorer().NewState(), 1024, 0, false), expected);
+        EXPECT_EQ(rows.InBlocks(*rows.Scorer().NewState(), 50, 3, true), expected);
+    }
 }
 
 TEST(SegmentKinds, AreTheSameInColumns) {
