@@ -117,6 +117,23 @@ class WithAChoice(ModelsTest):
         for wanted, value in (("1", 9), ("one", 9), ("2", 30), ("3", 19), ("two", 19)):
             self.scores(value, content, "--model", wanted)
 
+    def test_of_neighbours_in_other_encodings(self):
+        """Their plug-in reads the stream by itself, and what is left of it where a model was chosen."""
+        def content(*names):
+            return document(*[
+                f'<NearestNeighborModel numberOfNeighbors="1" instanceIdVariable="who" {attributes("", "")}>{SCHEMA}'
+                '<Output><OutputField name="near" feature="entityId"/></Output><TrainingInstances><InstanceFields>'
+                '<InstanceField field="who"/><InstanceField field="x"/><InstanceField field="y"/></InstanceFields>'
+                f"<InlineTable><row><who>{name}</who><x>0</x><y>7</y></row></InlineTable></TrainingInstances>"
+                '<ComparisonMeasure kind="distance"><euclidean/></ComparisonMeasure><KNNInputs><KNNInput field="x"/>'
+                "</KNNInputs></NearestNeighborModel>" for name in names])
+        self.write("models.txt", "NearestNeighborModel\n")
+        for encoding in ("ISO-8859-1", "UTF-16"):
+            head = f'<?xml version="1.0" encoding="{encoding}"?>'
+            for text, options, who in ((content("d\xe9j\xe0"), (), "d\xe9j\xe0"),
+                                       (content("no", "\xe9"), ("--model", "2"), "\xe9")):
+                self.expect(self.score((head + text).encode(encoding), *options), 0, f"y,near\n7,{who}\n")
+
     def test_of_one_model(self):
         self.scores(7, document(tree(7, "low")), "--model", "low")
         self.scores(7, document(tree(7)), "--model", "1")
