@@ -36,6 +36,30 @@ void CountBelow(const double* numbers, std::size_t count, const double* bounds, 
 
 } // namespace
 
+void Feature::RankNumbers(const Feature* const* features, const double* numbers, std::uint32_t* ranks) {
+    const double* first[kRankedAtOnce];
+    std::size_t left[kRankedAtOnce];
+    std::size_t most = 0;
+    for (std::size_t i = 0; i < kRankedAtOnce; ++i) {
+        first[i] = features[i]->fBounds.data();
+        left[i] = features[i]->fBounds.size();
+        most = std::max(most, left[i]);
+    }
+    // As in CountBelow(), by bounds of its own for each number: those that are done stay where they are.
+    for (; most > 1; most -= most / 2) {
+        for (std::size_t i = 0; i < kRankedAtOnce; ++i) {
+            const std::size_t half = left[i] / 2;
+            const std::size_t at = half - (half > 0 ? 1 : 0);
+            first[i] += half & (std::size_t{0} - static_cast<std::size_t>(first[i][at] < numbers[i]));
+            left[i] -= half;
+        }
+    }
+    for (std::size_t i = 0; i < kRankedAtOnce; ++i) {
+        const auto place = static_cast<std::uint32_t>(first[i] - features[i]->fBounds.data());
+        ranks[i] = place + (*first[i] < numbers[i] ? 1 : 0);
+    }
+}
+
 bool Feature::Settle(std::uint32_t most) {
     std::sort(fBounds.begin(), fBounds.end());
     fBounds.erase(std::unique(fBounds.begin(), fBounds.end()), fBounds.end());

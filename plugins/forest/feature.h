@@ -68,6 +68,14 @@ public:
 
     // For each case.
 
+    static constexpr std::size_t kRankedAtOnce = 8;
+
+    /// How many cuts of as many features lie below as many numbers, all at once.
+    /// @param features of the kind RANK, each with a cut
+    static void RankNumbers(const Feature* const* features, const double* numbers, std::uint32_t* ranks);
+
+    bool RefusesMissing() const { return fRefusesMissing; }
+
     /// @return none for a case that isn't plain
     template <typename View>
     std::optional<std::uint32_t> MarkIn(const View& fields) const;

@@ -3,6 +3,7 @@
 #include "vectors.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 #include <optional>
 #include <type_traits>
@@ -53,6 +54,7 @@ FlatForest<Node>::FlatForest(Walk walk) : fIsOneByOne(walk == Walk::ONE_BY_ONE) 
     if (!fHasVectors || !std::is_same_v<Node, SmallNode>) {
         return;
     }
+    fHasWays = (isAny || walk == Walk::AVX512) && Ways::AreThere();
     fRowVectors = isAny || walk == Walk::AVX512 ? RowVectorsOfAvx512() : nullptr;
     if (fRowVectors == nullptr && walk != Walk::AVX512) {
         fRowVectors = RowVectorsOfAvx2();
@@ -127,6 +129,14 @@ void FlatForest<Node>::Lay(const Sketch& sketch, const Crown& crown) {
 template <typename Node>
 void FlatForest<Node>::Settle(std::vector<Feature> features, std::vector<std::uint32_t> pool, Sets sets) {
     fFeatures = std::move(features);
+    for (std::size_t i = 0; i < fFeatures.size(); ++i) {
+        const Feature& feature = fFeatures[i];
+        const bool isRanked = !fIsOneByOne && feature.GetKind() == Feature::Kind::RANK && !feature.Bounds().empty();
+        (isRanked ? fRanked : fUnranked).push_back(static_cast<std::uint32_t>(i));
+    }
+    std::sort(fRanked.begin(), fRanked.end(), [this](std::uint32_t left, std::uint32_t right) {
+        return fFeatures[left].Bounds().size() < fFeatures[right].Bounds().size();
+    });
     fPool = std::move(pool);
     fPool.shrink_to_fit();
     fSets = sets;
@@ -139,19 +149,33 @@ void FlatForest<Node>::Settle(std::vector<Feature> features, std::vector<std::ui
     std::stable_sort(fOrder.begin(), fOrder.end(), [this](std::uint32_t left, std::uint32_t right) {
         return fTrees[left].depth < fTrees[right].depth;
     });
+    fAbreast = fOrder.size();
+    if (fHasWays && fSets != Sets::OF_POOL) {
+        const auto deep = std::find_if(fOrder.begin(), fOrder.end(),
+                                       [this](std::uint32_t tree) { return fTrees[tree].depth > kShallow; });
+        fAbreast = static_cast<std::size_t>(deep - fOrder.begin());
+        fWays.Clear(fOrder.size() - fAbreast);
+        // The longest ways begin first.
+        for (std::size_t i = fOrder.size(); i-- > fAbreast;) {
+            fWays.Add(fOrder[i], static_cast<std::uint32_t>(fTrees[fOrder[i]].first) + kRoot);
+        }
+        fWays.Close();
+    }
 }
 
 template <typename Node>
 bool FlatForest<Node>::FindLeaves(const CaseView& fields, Room& room) const {
     std::vector<Mark>& marks = MarksIn<Node>(room);
-    marks.resize(std::max(marks.size(), fFeatures.size() + 1));
+    marks.resize(std::max(marks.size(), Ways::RoomForMarks(fFeatures.size() + 1)));
     room.leaves.resize(std::max(room.leaves.size(), fTrees.size()));
-    for (std::size_t i = 0; i < fFeatures.size(); ++i) {
-        const std::optional<std::uint32_t> mark = fFeatures[i].MarkIn(fields);
-        if (!mark) {
-            return false;
+    if (!MarkCase(fields, marks.data())) {
+        return false;
+    }
+    if constexpr (std::is_same_v<Node, SmallNode>) {
+        if (!fWays.IsEmpty()) {
+            fWays.GoThroughTrees(fNodes.data(), fSets, marks.data(), fFeatures.size() + 1, room.ends,
+                                 room.leaves.data());
         }
-        marks[i + 1] = static_cast<Mark>(*mark);
     }
     switch (fSets) {
     case Sets::NONE:
@@ -167,16 +191,48 @@ bool FlatForest<Node>::FindLeaves(const CaseView& fields, Room& room) const {
     return true;
 }
 
+/// @return false for a case that isn't plain
+template <typename Node>
+bool FlatForest<Node>::MarkCase(const CaseView& fields, Mark* marks) const {
+    for (const std::uint32_t i : fUnranked) {
+        const std::optional<std::uint32_t> mark = fFeatures[i].MarkIn(fields);
+        if (!mark) {
+            return false;
+        }
+        marks[i + 1] = static_cast<Mark>(*mark);
+    }
+    constexpr std::size_t kAtOnce = Feature::kRankedAtOnce;
+    for (std::size_t done = 0; done < fRanked.size(); done += kAtOnce) {
+        const Feature* features[kAtOnce];
+        double numbers[kAtOnce];
+        std::uint32_t ranks[kAtOnce];
+        for (std::size_t i = 0; i < kAtOnce; ++i) {
+            features[i] = &fFeatures[fRanked[std::min(done + i, fRanked.size() - 1)]];
+            numbers[i] = fields.Number(features[i]->Slot());
+        }
+        Feature::RankNumbers(features, numbers, ranks);
+        const std::size_t count = std::min(kAtOnce, fRanked.size() - done);
+        for (std::size_t i = 0; i < count; ++i) {
+            const bool isMissing = fields.IsMissing(features[i]->Slot());
+            if (isMissing ? features[i]->RefusesMissing() : std::isnan(numbers[i])) {
+                return false;
+            }
+            marks[fRanked[done + i] + 1] = static_cast<Mark>(isMissing ? features[i]->Missing() : ranks[i]);
+        }
+    }
+    return true;
+}
+
 /// Some trees at once, of about the same depth.
 template <typename Node>
 template <Sets kSets>
 void FlatForest<Node>::WalkCase(const Mark* marks, std::uint32_t* leaves) const {
     const std::uint32_t* const order = fOrder.data();
     std::size_t done = 0;
-    for (; !fIsOneByOne && done + kAbreast <= fOrder.size(); done += kAbreast) {
+    for (; !fIsOneByOne && done + kAbreast <= fAbreast; done += kAbreast) {
         WalkCaseAbreast<kSets>(order + done, marks, leaves);
     }
-    for (; done < fOrder.size(); ++done) {
+    for (; done < fAbreast; ++done) {
         const Node* const nodes = fNodes.data() + fTrees[order[done]].first;
         std::uint32_t at = kRoot;
         while (nodes[at].Feature() != 0) {
@@ -290,6 +346,17 @@ void FlatForest<Node>::WalkRows(const Tree& tree, const Mark* marks, std::size_t
     const std::uint32_t* const starts = room.starts.data();
     std::uint32_t* const leaves = room.leaves.data();
     std::size_t done = 0;
+    if constexpr (std::is_same_v<Node, SmallNode> && kSets != Sets::OF_POOL) {
+        if (fHasWays) {
+            room.ways.Clear(rows);
+            for (std::size_t row = 0; row < rows; ++row) {
+                room.ways.Add(static_cast<std::uint32_t>(row), starts[row]);
+            }
+            room.ways.Close();
+            room.ways.GoThroughTree(nodes, kSets, marks, room.shift, room.ends, leaves);
+            return;
+        }
+    }
     if (!fIsOneByOne && tree.isUneven) {
         WalkUneven<kSets>(nodes, marks, room.shift, rows, starts, leaves);
         return;
@@ -365,9 +432,10 @@ void FlatForest<Node>::WalkUneven(const Node* nodes, const Mark* marks, unsigned
 
 template <typename Node>
 std::size_t FlatForest<Node>::Bytes() const {
-    std::size_t bytes = fNodes.capacity() * sizeof(Node) + fTrees.capacity() * sizeof(Tree) + fGroves.Bytes() +
-                        (fPool.capacity() + fOrder.capacity()) * sizeof(std::uint32_t) +
-                        fExits.capacity() * sizeof(std::uint16_t);
+    std::size_t bytes =
+        fNodes.capacity() * sizeof(Node) + fTrees.capacity() * sizeof(Tree) + fGroves.Bytes() + fWays.Bytes() +
+        (fPool.capacity() + fOrder.capacity() + fRanked.capacity() + fUnranked.capacity()) * sizeof(std::uint32_t) +
+        fExits.capacity() * sizeof(std::uint16_t);
     for (const Feature& feature : fFeatures) {
         bytes += sizeof(Feature) + feature.Bytes();
     }

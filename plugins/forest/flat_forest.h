@@ -6,6 +6,7 @@
 #include "groves.h"
 #include "node.h"
 #include "sketch.h"
+#include "ways.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -55,6 +56,7 @@ private:
 
     void Lay(const Sketch& sketch, const Crown& crown);
     void GoByCrown(std::size_t tree, std::size_t rows, Room& room) const;
+    bool MarkCase(const veltrane_kit::CaseView& fields, Mark* marks) const;
     template <Sets kSets>
     void WalkCase(const Mark* marks, std::uint32_t* leaves) const;
     template <Sets kSets>
@@ -69,6 +71,9 @@ private:
                     std::uint32_t* leaves) const;
 
     std::vector<Feature> fFeatures;
+    std::vector<std::uint32_t>
+        fRanked; ///< features whose numbers a case looks up some at once, those of most cuts last
+    std::vector<std::uint32_t> fUnranked; ///< all others
     std::vector<std::uint32_t> fPool;
     Sets fSets = Sets::NONE;
     bool fIsOneByOne;
@@ -76,9 +81,12 @@ private:
     const RowVectors* fRowVectors = nullptr; ///< null where crowns aren't used
     Groves fGroves;                          ///< of the crowns of all trees, else empty
     std::vector<std::uint16_t> fExits;       ///< of crowns that aren't whole, the nodes that they lead to
+    bool fHasWays = false;
+    Ways fWays; ///< of a case through the deeper trees, where it goes by them
     std::vector<Node> fNodes;
     std::vector<Tree> fTrees;
     std::vector<std::uint32_t> fOrder; ///< of the trees, by their depth
+    std::size_t fAbreast = 0;          ///< so many of them aren't in fWays
 };
 
 extern template class FlatForest<SmallNode>;

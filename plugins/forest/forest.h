@@ -5,6 +5,7 @@
 #include "kit/inputs/case_view.h"
 #include "row_sets.h"
 #include "tree/tree_scorer.h"
+#include "ways.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -31,6 +32,8 @@ public:
         std::vector<std::uint8_t> unplain;     ///< 1 for a row that goes tree by tree
         std::vector<std::uint32_t> starts;     ///< by row, the node where its walk begins
         std::vector<RowSet> sets;
+        Ways ways;
+        Ways::Ends ends;
     };
 
     /// How a forest goes through its trees. All ways come to the same leaves.

@@ -16,6 +16,7 @@
 #include <limits>
 #include <memory>
 #include <optional>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -66,12 +67,13 @@ const std::vector<std::string> kFields{"x", "z", "f", "k", "c", "o", "w"};
 
 class RandomRows {
 public:
-    RandomRows(unsigned seed, std::size_t mostMissing) : fRandom(seed), fMostMissing(mostMissing) {}
+    RandomRows(const std::vector<std::string>& fields, unsigned seed, std::size_t mostMissing)
+        : fFields(fields), fRandom(seed), fMostMissing(mostMissing) {}
 
     Row Next() {
         const bool isWhole = fRandom() % 4 != 0;
         Row row;
-        for (const std::string& field : kFields) {
+        for (const std::string& field : fFields) {
             row.push_back(isWhole || fRandom() % fMostMissing != 0 ? CellOf(field) : Cell());
         }
         return row;
@@ -112,17 +114,28 @@ private:
         return cell;
     }
 
+    std::vector<std::string> fFields;
     std::mt19937 fRandom;
     std::size_t fMostMissing;
 };
 
+/// Those of every forest, and some more.
+std::vector<std::string> FieldsOf(int more) {
+    std::vector<std::string> fields = kFields;
+    for (int field = 0; field < more; ++field) {
+        fields.push_back("n" + std::to_string(field));
+    }
+    return fields;
+}
+
 std::unique_ptr<CaseRecord> RecordOf(const Row& row) {
+    const std::vector<std::string> fields = FieldsOf(static_cast<int>(row.size() - kFields.size()));
     auto record = std::make_unique<CaseRecord>(static_cast<int>(row.size()));
     for (std::size_t i = 0; i < row.size(); ++i) {
         if (row[i].number) {
-            record->Add(kFields[i], new NumericValue(*row[i].number));
+            record->Add(fields[i], new NumericValue(*row[i].number));
         } else {
-            record->Add(kFields[i], row[i].text ? new StringValue(*row[i].text) : nullptr);
+            record->Add(fields[i], row[i].text ? new StringValue(*row[i].text) : nullptr);
         }
     }
     return record;
@@ -158,6 +171,7 @@ std::vector<std::string> CaseByCase(const ModelPlan& plan, const std::vector<Row
 std::vector<std::string> InColumns(const std::shared_ptr<const ModelPlan>& plan, const std::vector<Row>& rows) {
     const ModelColumns columns(plan, false);
     const auto state = columns.NewState();
+    const std::vector<std::string> fields = FieldsOf(static_cast<int>(rows.front().size() - kFields.size()));
     std::vector<std::vector<double>> numbers;
     std::vector<std::vector<std::string_view>> texts;
     std::vector<veltrane::InputColumn> inputs(columns.Inputs().size());
@@ -166,8 +180,8 @@ std::vector<std::string> InColumns(const std::shared_ptr<const ModelPlan>& plan,
         texts.emplace_back(rows.size());
     }
     for (std::size_t i = 0; i < inputs.size(); ++i) {
-        const auto field = static_cast<std::size_t>(
-            std::find(kFields.begin(), kFields.end(), columns.Inputs()[i].name) - kFields.begin());
+        const auto field = static_cast<std::size_t>(std::find(fields.begin(), fields.end(), columns.Inputs()[i].name) -
+                                                    fields.begin());
         for (std::size_t row = 0; row < rows.size(); ++row) {
             const Cell& cell = rows[row][field];
             numbers[i][row] = cell.number.value_or(std::nan(""));
@@ -196,8 +210,8 @@ std::vector<std::string> InColumns(const std::shared_ptr<const ModelPlan>& plan,
 
 constexpr std::size_t kRows = 330;
 
-std::vector<Row> RowsOf(unsigned seed, std::size_t mostMissing) {
-    RandomRows random(seed, mostMissing);
+std::vector<Row> RowsOf(unsigned seed, std::size_t mostMissing, int moreFields = 0) {
+    RandomRows random(FieldsOf(moreFields), seed, mostMissing);
     std::vector<Row> rows;
     for (std::size_t row = 0; row < kRows; ++row) {
         rows.push_back(random.Next());
@@ -208,30 +222,33 @@ std::vector<Row> RowsOf(unsigned seed, std::size_t mostMissing) {
 /// Fails the test unless the forest of a document gives what its segments give, whichever way it is gone through.
 /// @param lengths of the batches of columns
 /// @return how many rows have a prediction
-std::size_t Check(const ForestOptions& options, unsigned seed, const std::vector<std::size_t>& lengths = {kRows}) {
-    const std::string document = RandomForest(options, seed).Document();
+std::size_t CheckDocument(const std::string& document, unsigned seed, const std::vector<std::size_t>& lengths,
+                          int moreFields = 0) {
     const auto segments = ReadPlan(document, MakeSegments);
     EXPECT_EQ(static_cast<const MiningScorer&>(segments->GetScorer()).Flat(), nullptr);
+    std::vector<std::shared_ptr<const ModelPlan>> forests;
+    for (const NamedWalk& walk : kWalks) {
+        forests.push_back(Forest::Has(walk.walk) ? ReadPlan(document, walk.make) : nullptr);
+    }
     std::size_t count = 0;
     // Few missing values: most rows of a block go the forest's way; many: none does.
-    for (const std::size_t mostMissing : {40U, 3U}) {
-        const std::vector<Row> rows = RowsOf(seed, mostMissing);
+    for (const std::size_t mostMissing : {40U + 8U * static_cast<unsigned>(moreFields), 3U}) {
+        const std::vector<Row> rows = RowsOf(seed, mostMissing, moreFields);
         const std::vector<std::string> expected = CaseByCase(*segments, rows);
         const std::vector<std::string> columns = InColumns(segments, rows);
-        for (const NamedWalk& walk : kWalks) {
-            if (!Forest::Has(walk.walk)) {
+        for (std::size_t i = 0; i < forests.size(); ++i) {
+            if (forests[i] == nullptr) {
                 continue;
             }
-            SCOPED_TRACE(walk.name);
-            const auto forest = ReadPlan(document, walk.make);
-            EXPECT_NE(static_cast<const MiningScorer&>(forest->GetScorer()).Flat(), nullptr) << document;
-            // Vectors are for columns alone.
-            if (walk.walk < Walk::AVX2) {
-                EXPECT_EQ(CaseByCase(*forest, rows), expected);
+            SCOPED_TRACE(kWalks[i].name);
+            EXPECT_NE(static_cast<const MiningScorer&>(forests[i]->GetScorer()).Flat(), nullptr) << document;
+            // Cases go the fastest way by the best vectors that there are, or none.
+            if (kWalks[i].walk < Walk::AVX2) {
+                EXPECT_EQ(CaseByCase(*forests[i], rows), expected);
             }
             for (const std::size_t length : lengths) {
                 const auto some = static_cast<std::ptrdiff_t>(length);
-                EXPECT_EQ(InColumns(forest, {rows.begin(), rows.begin() + some}),
+                EXPECT_EQ(InColumns(forests[i], {rows.begin(), rows.begin() + some}),
                           std::vector<std::string>(columns.begin(), columns.begin() + some));
             }
         }
@@ -239,6 +256,11 @@ std::size_t Check(const ForestOptions& options, unsigned seed, const std::vector
             std::count_if(columns.begin(), columns.end(), [](const std::string& answer) { return answer != "none"; }));
     }
     return count;
+}
+
+/// The same for a random forest.
+std::size_t Check(const ForestOptions& options, unsigned seed, const std::vector<std::size_t>& lengths = {kRows}) {
+    return CheckDocument(RandomForest(options, seed).Document(), seed, lengths, options.moreFields);
 }
 
 constexpr const char* kStrategies[] = {"none",         "lastPrediction",     "nullPrediction",
@@ -334,6 +356,35 @@ TEST(FlatForestOfFullTrees, GivesTheNumbersOfItsSegments) {
         count += Check(options, static_cast<unsigned>(depth), {50, kRows});
     }
     EXPECT_GT(count, kRows);
+}
+
+/// More than a vector has marks for.
+TEST(FlatForestOfManyFields, GivesTheNumbersOfItsSegments) {
+    ForestOptions options;
+    options.trees = 20;
+    options.depth = 6;
+    options.isFull = true;
+    options.moreFields = 40;
+    EXPECT_GT(Check(options, 8, {60, kRows}), kRows / 2);
+    options.depth = 9;
+    EXPECT_GT(Check(options, 9), kRows / 2);
+}
+
+TEST(FlatForestOfNoCuts, GivesTheNumbersOfItsSegments) {
+    ForestOptions options;
+    options.trees = 2;
+    options.depth = 1;
+    options.isFull = true;
+    const std::string document = RandomForest(options, 7).Document();
+    for (const char* bound : {"-INF", "INF"}) {
+        SCOPED_TRACE(bound);
+        std::string infinite =
+            std::regex_replace(document, std::regex("value='0[.]3[0-9]*'"), std::string("value='") + bound + "'");
+        infinite = std::regex_replace(infinite, std::regex("lessOrEqual"), "lessThan");
+        infinite = std::regex_replace(infinite, std::regex("greaterThan"), "greaterOrEqual");
+        EXPECT_NE(infinite.find(bound), std::string::npos);
+        EXPECT_GT(CheckDocument(infinite, 7, {kRows}), kRows);
+    }
 }
 
 /// A forest that is a segment is asked for single rows where few belong to it, else for whole blocks, by turns.

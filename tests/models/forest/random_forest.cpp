@@ -54,18 +54,32 @@ std::vector<std::string> RandomForest::Texts(char field) {
     return texts;
 }
 
+/// Those of double precision.
+std::vector<std::string> RandomForest::NumberFields() const {
+    std::vector<std::string> fields{"x", "z"};
+    for (int field = 0; field < fOptions.moreFields; ++field) {
+        fields.push_back("n" + std::to_string(field));
+    }
+    return fields;
+}
+
 std::string RandomForest::Schema() const {
     std::string schema = "<MiningSchema><MiningField name='y' usageType='target'/>";
-    for (const std::string name : {"x", "z", "f", "k", "c", "o", "w"}) {
+    std::vector<std::string> fields = NumberFields();
+    fields.insert(fields.end(), {"f", "k", "c", "o", "w"});
+    for (const std::string& name : fields) {
         schema += "<MiningField name='" + name + "' invalidValueTreatment='asIs'/>";
     }
     return schema + "</MiningSchema>";
 }
 
 std::string RandomForest::Document() {
-    std::string document = "<PMML version='4.4'><DataDictionary>" + NumberField("x", "double") +
-                           NumberField("z", "double") + NumberField("f", "float") + NumberField("k", "integer") +
-                           TextField("c", "categorical") + TextField("o", "ordinal") + TextField("w", "categorical");
+    std::string document = "<PMML version='4.4'><DataDictionary>";
+    for (const std::string& field : NumberFields()) {
+        document += NumberField(field, "double");
+    }
+    document += NumberField("f", "float") + NumberField("k", "integer") + TextField("c", "categorical") +
+                TextField("o", "ordinal") + TextField("w", "categorical");
     const std::string function = fOptions.isClassification ? "classification" : "regression";
     document += fOptions.isClassification ? "<DataField name='y' optype='categorical' dataType='string'>"
                                             "<Value value='a'/><Value value='b'/><Value value='d'/></DataField>"
@@ -86,9 +100,18 @@ std::string RandomForest::Tree() {
     const std::string root = Perhaps(8) ? Split().front() : "<True/>";
     return "<TreeModel functionName='" + function + "' missingValueStrategy='" + fOptions.strategy +
            "' noTrueChildStrategy='" + fOptions.noTrueChild + "' missingValuePenalty='0.5'>" + Schema() +
-           (fOptions.isFull ? FullNode("<True/>", fOptions.depth, {{"x", 0, 12}, {"z", 0, 12}, {"f", 0, 12}})
-                            : Node(root, fOptions.depth)) +
-           "</TreeModel>";
+           (fOptions.isFull ? FullTree() : Node(root, fOptions.depth)) + "</TreeModel>";
+}
+
+std::string RandomForest::FullTree() {
+    std::vector<std::string> fields = NumberFields();
+    fields.emplace_back("f");
+    std::shuffle(fields.begin(), fields.end(), fRandom);
+    std::vector<Range> ranges;
+    for (const std::string& field : fields) {
+        ranges.push_back({field, 0, Numbers().size() - 1});
+    }
+    return FullNode("<True/>", fOptions.depth, ranges);
 }
 
 /// Parts the longest range in the middle.

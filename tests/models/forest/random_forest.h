@@ -18,6 +18,7 @@ struct ForestOptions {
     bool hasShares = false; ///< of a classification: score distributions
     bool hasSets = true;
     bool isWide = false; ///< with a field of more categories than a node has bits for
+    int moreFields = 0;  ///< n0 and so on: numbers that full trees ask for too
     int trees = 9;
     int depth = 5;
     std::size_t leaves = 6; ///< one of so many nodes above the deepest ones is a leaf
@@ -39,11 +40,13 @@ private:
     std::size_t Below(std::size_t bound) { return static_cast<std::size_t>(fRandom() % bound); }
     bool Perhaps(std::size_t of) { return Below(of) == 0; }
     std::string Number();
+    std::vector<std::string> NumberFields() const;
     std::string Schema() const;
+    std::string FullTree();
     std::string Tree();
     /// Of the numbers that a case may have at a node, by their places.
     struct Range {
-        const char* field;
+        std::string field;
         std::size_t low;
         std::size_t high;
     };
