@@ -13,7 +13,6 @@ namespace veltrane_mining {
 using veltrane_kit::ConditionReader;
 using veltrane_kit::Element;
 using veltrane_kit::Message;
-using veltrane_kit::ModelPlan;
 using veltrane_kit::Outputs;
 using veltrane_kit::Raise;
 using veltrane_kit::RaiseAt;

@@ -26,7 +26,8 @@ struct RuleSetScorer::Hits : State {
     std::vector<double> weights;     ///< by score, of all rules that predict it
 };
 
-RuleSetScorer::RuleSetScorer(const Element& element, ModelParts& parts) : fIsClassification(parts.IsClassification()) {
+RuleSetScorer::RuleSetScorer(const Element& element, ModelParts& parts)
+    : fIsClassification(parts.IsClassification()), fTold(parts.more.entities.Ranks()) {
     for (const Element child : element.Children()) {
         if (!child.Is(u"RuleSet")) {
             veltrane_kit::RequireCommonElement(child);
@@ -62,8 +63,8 @@ bool RuleSetScorer::PredictFrom(const View& fields, Prediction& prediction, Hits
         return true;
     }
     Order(hits);
-    for (const std::int32_t rule : hits.rules) {
-        prediction.grounds.rules.push_back(At(rule).rule);
+    for (std::size_t rank = 0; rank < std::min(hits.rules.size(), fTold); ++rank) {
+        prediction.grounds.rules.push_back(At(hits.rules[rank]).rule);
     }
     prediction.entityId = &prediction.grounds.rules.front()->id;
     if (fIsClassification) {

@@ -5,6 +5,7 @@
 #include "kit/model/model_plan.h"
 #include "rule_set.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
 #include <memory>
@@ -44,6 +45,7 @@ private:
 
     RuleSet fRules;
     bool fIsClassification;
+    std::size_t fTold; ///< how many of the rules that hold output fields ask for, by their ranks
 };
 
 /// See veltrane_kit::MakeScorer.

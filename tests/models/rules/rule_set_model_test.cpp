@@ -1,6 +1,11 @@
 // What sets of rules make of cases where the standard leaves room, and what hosts get to know.
 #include "models/kit/scoring.h"
+#include "models/plans/plan_reading.h"
 #include "models/rules/small_rules.h"
+#include "rules/rule_set_scorer.h"
+
+#include <MCVeltrane_900/CaseRecord.h>
+#include <MCVeltrane_900/NumericValue.h>
 
 #include <gtest/gtest.h>
 
@@ -25,6 +30,30 @@ TEST(RuleSet, TakesTheFirstRuleThatHolds) {
     EXPECT_EQ(scored.Text("second"), "");
     EXPECT_EQ(scored.Text("rule"), "k = u and x < 5 -> b");
     EXPECT_EQ(scored.Probability("b"), kMissing);
+}
+
+/// What holds is kept for each row of a block: of a hundred thousand rules no more than somebody reads.
+TEST(RuleSet, TellsAsManyRulesAsOutputFieldsAskFor) {
+    const auto document = [](const std::string& rank) {
+        std::string rules;
+        for (int i = 0; i < 100; ++i) {
+            rules += "<SimpleRule score='" + std::to_string(i) + "'><True/></SimpleRule>";
+        }
+        return Replaced(Replaced(kNumberRules, "rank='2'", "rank='" + rank + "'"),
+                        "<RuleSelectionMethod criterion='firstHit'/>",
+                        "<RuleSelectionMethod criterion='firstHit'/>" + rules);
+    };
+    for (const std::size_t rank : {1U, 2U, 7U}) {
+        PlanReader reader(document(std::to_string(rank)));
+        const auto plan = reader.Read(u"RuleSetModel", veltrane_rules::MakeRuleSetScorer);
+        veltrane_kit::ModelState state(*plan);
+        CaseRecord record(1);
+        record.Add("x", std::make_unique<NumericValue>(1.0).release());
+        ASSERT_TRUE(plan->Predict(record, state));
+        EXPECT_EQ(state.prediction.number, 0.0);
+        EXPECT_EQ(state.prediction.grounds.rules.size(), rank);
+        EXPECT_EQ(state.prediction.grounds.rules.back()->id, std::to_string(rank));
+    }
 }
 
 TEST(RuleSet, IsAsSureAsItsRuleWhereNothingTellsAProbability) {
