@@ -1,25 +1,22 @@
-#!/ usr / bin / env python3
-""
-    "The cases and the answers of samples/fruit.pmml and its variants in bayes_answers_test.cpp, computed apart from the
-    plug -
-    in with 60 digits,
-    as the product of densities and shares.Writes fruit.csv and fruit.answers.csv;
-a case without a prediction has empty cells.
+#!/usr/bin/env python3
+"""The cases and the answers of samples/fruit.pmml and its variants in bayes_answers_test.cpp, computed apart from the
+plug-in with 60 digits, as the product of densities and shares. Writes fruit.csv and fruit.answers.csv; a case without
+a prediction has empty cells.
 
-    / usr / bin / python3 tests / models / bayes /
-    bayes_answers.py ""
-                     "
-    import csv import pathlib import random
+    /usr/bin/python3 tests/models/bayes/bayes_answers.py
+"""
+import csv
+import pathlib
+import random
 
-        from mpmath import exp,
-    factorial, isint, mp, mpf, pi,
-    sqrt
+from mpmath import exp, factorial, isint, mp, mpf, pi, sqrt
 
-        mp.dps = 60 SAMPLES = pathlib.Path(__file__).parent.parent / "samples" KINDS = ("apple", "pear", "plum")
+mp.dps = 60
+SAMPLES = pathlib.Path(__file__).parent.parent / "samples"
+KINDS = ("apple", "pear", "plum")
 
-                                  def
-                                  normal(mean, variance)
-    :
+
+def normal(mean, variance):
     return lambda x: exp(-(x - mpf(mean)) ** 2 / (2 * mpf(variance))) / sqrt(2 * pi * mpf(variance))
 
 
@@ -78,28 +75,26 @@ def answers(case, variant):
     threshold, of_zero_alone = {"usual": ("0.01", False), "none": ("0", False), "rattle": ("0.01", True)}[variant]
     products = likelihoods(case, mpf(threshold), of_zero_alone)
     total = sum(products)
-    return {f"{variant} p({kind})": mp.nstr(p / total, 17) if total else "" for kind, p in zip(KINDS, products)
-            }
+    return {f"{variant} p({kind})": mp.nstr(p / total, 17) if total else "" for kind, p in zip(KINDS, products)}
 
-            def draw(source)
-                : ""
-                  "Values that any of the kinds may have, the pips at times no count at all."
-                  "" values = {
-                      "weight" : round(source.uniform(10, 260), 1),
-                      "length" : round(source.uniform(2.5, 12), 2),
-                      "pips" : source.choice((0, 0, 0, 1, 3, 4, 5, 7, 8, 2.5, -1)),
-                      "shine" : source.choice((0, 3, 4.5, 8, 9, 11)),
-                      "colour" : source.choice(("green", "red", "yellow", "blue", "grey")),
-                      "width" : round(source.uniform(2, 13), 1)
-                  } return {
-            name: "" if source.random() < 0.08 else str(value) for name, value in values.items()
-            }
+
+def draw(source):
+    """Values that any of the kinds may have, the pips at times no count at all."""
+    values = {
+        "weight": round(source.uniform(10, 260), 1),
+        "length": round(source.uniform(2.5, 12), 2),
+        "pips": source.choice((0, 0, 0, 1, 3, 4, 5, 7, 8, 2.5, -1)),
+        "shine": source.choice((0, 3, 4.5, 8, 9, 11)),
+        "colour": source.choice(("green", "red", "yellow", "blue", "grey")),
+        "width": round(source.uniform(2, 13), 1),
+    }
+    return {name: "" if source.random() < 0.08 else str(value) for name, value in values.items()}
+
 
 if __name__ == "__main__":
     source = random.Random(11)
     cases = [draw(source) for _ in range(150)]
-    rows = [{
-key: cell for variant in ("usual", "none", "rattle") for key, cell in answers(case, variant).items()}
+    rows = [{key: cell for variant in ("usual", "none", "rattle") for key, cell in answers(case, variant).items()}
             for case in cases]
     for name, content in (("fruit.csv", cases), ("fruit.answers.csv", rows)):
         with open(SAMPLES / name, "w", newline="", encoding="utf-8") as file:

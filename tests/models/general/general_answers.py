@@ -1,23 +1,21 @@
-#!/ usr / bin / env python3
+#!/usr/bin/env python3
 """The cases and the answers of the general regressions among the samples and of their variants in
-general_answers_test.cpp, computed apart from the plug-in with 40 digits and from the formulas alone. Writes NAME.csv and
-NAME.answers.csv for each sample;
-a case without a prediction has empty cells.
+general_answers_test.cpp, computed apart from the plug-in with 40 digits and from the formulas alone. Writes NAME.csv
+and NAME.answers.csv for each sample; a case without a prediction has empty cells.
 
-    / usr / bin / python3 tests / models / general /
-    general_answers.py ""
-                       "
-    import csv import pathlib import random
+    /usr/bin/python3 tests/models/general/general_answers.py
+"""
+import csv
+import pathlib
+import random
 
-        from mpmath import atan,
-    diff, exp, mp, mpf, ncdf, pi, power,
-    sqrt
+from mpmath import atan, diff, exp, mp, mpf, ncdf, pi, power, sqrt
 
-        mp.dps = 40 SAMPLES = pathlib.Path(__file__).parent.parent / "samples"
+mp.dps = 40
+SAMPLES = pathlib.Path(__file__).parent.parent / "samples"
 
-                              def
-                              logistic(x)
-    :
+
+def logistic(x):
     return 1 / (1 + exp(-x))
 
 
@@ -57,8 +55,7 @@ def write(name, cases, answers):
 def draw(seed, count, fields, missing=0.06):
     """Rows of texts: each field has a function that draws one."""
     source = random.Random(seed)
-    return [{
-name: "" if source.random() < missing else str(field(source)) for name, field in fields.items()}
+    return [{name: "" if source.random() < missing else str(field(source)) for name, field in fields.items()}
             for _ in range(count)]
 
 
@@ -69,7 +66,8 @@ def one_of(*words):
 def between(low, high, places=2):
     return lambda source: round(source.uniform(low, high), places)
 
-#-- - seedlings : a generalised linear model, by link
+
+# --- seedlings: a generalised linear model, by link
 
 CONTRASTS = {"clay": ("0.5", "0.25"), "loam": ("-0.5", "0.25"), "sand": ("0", "-0.5")}
 BETAS = [mpf(b) for b in ("0.35", "0.2", "-0.3", "0.125", "0.25", "0.05", "0.03")]
@@ -119,7 +117,8 @@ def write_seedlings():
         answers.append(row)
     write("seedlings", cases, answers)
 
-#-- - lunch : categories against a reference
+
+# --- lunch: categories against a reference
 
 def lunch(case):
     if not case["price"] or not case["weather"]:
@@ -129,9 +128,8 @@ def lunch(case):
     offset = mpf("0.125")
     scores = {"soup": exp(mpf("0.5") - price / 4 + mpf("0.75") * rain + price ** 2 / 64 + offset), "stew": mpf(1),
               "salad": exp(mpf("-0.5") + price / 8 + mpf("0.75") * sun + offset)}
-    return {
-    name: score / sum(scores.values()) for name, score in scores.items()
-    }
+    return {name: score / sum(scores.values()) for name, score in scores.items()}
+
 
 def write_lunch():
     cases = draw(8, 80, {"price": between(1, 30), "weather": one_of("sun", "rain", "snow")})
@@ -139,7 +137,8 @@ def write_lunch():
     write("lunch", cases, [{f"p({name})": written(share.get(name)) for name in ("soup", "stew", "salad")}
                            for share in shares])
 
-#-- - marks : cumulative links
+
+# --- marks: cumulative links
 
 def marks(case, inverse):
     if not all(case[name] for name in ("hours", "head", "rest")):
@@ -158,12 +157,12 @@ def write_marks():
         for link in ("logit", "probit", "cloglog", "loglog", "cauchit"):
             shares = marks(case, INVERSES[link])
             row |= {f"{link} p({name})": written(share)
-                    for name, share in zip(("poor", "fair", "good", "best"), shares)
-        }
+                    for name, share in zip(("poor", "fair", "good", "best"), shares)}
         answers.append(row)
     write("marks", cases, answers)
 
-#-- - pumps : hazards of strata
+
+# --- pumps: hazards of strata
 
 STRATA = {"north": (20, [(1, "0.01"), (4, "0.05"), ("9.5", "0.2"), (16, "0.45")]), "south": (5, [(2, "0.125")])}
 

@@ -1,20 +1,14 @@
-#!/ usr / bin / env python3
-""
-    "Writes the documents of general regressions among the samples, in which the tests change links and types.
+#!/usr/bin/env python3
+"""Writes the documents of general regressions among the samples, in which the tests change links and types.
 
-    / usr / bin / python3 tests / models / general /
-    general_samples.py ""
-                       "
-    import pathlib
+    /usr/bin/python3 tests/models/general/general_samples.py
+"""
+import pathlib
 
-        SAMPLES = pathlib.Path(__file__).parent.parent / "samples"
+SAMPLES = pathlib.Path(__file__).parent.parent / "samples"
 
-                  DICTIONARY = ""
-                               "<?xml version=" 1.0 " encoding=" UTF -
-                                   8 "?>
-                               < !--{
-    what
-} -->
+DICTIONARY = """<?xml version="1.0" encoding="UTF-8"?>
+<!-- {what} -->
 <PMML version="4.4" xmlns="http://www.dmg.org/PMML-4_4">
   <Header/>
   <DataDictionary>
