@@ -2,7 +2,7 @@
 
 #include "kit/document/common_elements.h"
 #include "kit/document/raise.h"
-#include "number_array.h"
+#include "kit/values/number_array.h"
 
 #include <algorithm>
 #include <map>
@@ -129,7 +129,7 @@ void ClusterReader::ReadMissingWeights() {
     }
     const Element array = element.RequireChild(u"Array");
     CheckType(array);
-    const std::vector<double> weights = Numbers(array);
+    const std::vector<double> weights = veltrane_kit::ArrayNumbers(array);
     const bool isOfCompared = weights.size() == fCompared.size();
     if (!isOfCompared && weights.size() != fFields.size()) {
         RaiseMismatch(weights.size(), array, fCompared.size(), "ClusteringField", fElement);
@@ -199,7 +199,7 @@ void ClusterReader::ReadId(const Element& element, Cluster& cluster) {
 
 void ClusterReader::ReadCenter(const Element& array) {
     CheckType(array);
-    const std::vector<std::string> words = CountedWords(array);
+    const std::vector<std::string> words = veltrane_kit::CountedWords(array);
     if (words.size() != fCompared.size()) {
         RaiseMismatch(words.size(), array, fCompared.size(), "ClusteringField", fElement);
     }
@@ -241,7 +241,7 @@ double ClusterReader::ReadStatistics(std::size_t field, const Element& statistic
     if (arrays.empty() || isUnordered) {
         return kMissing;
     }
-    const std::vector<double> counts = Numbers(arrays.front());
+    const std::vector<double> counts = veltrane_kit::ArrayNumbers(arrays.front());
     if (counts.size() != listed.size() || counts.empty()) {
         RaiseMismatch(counts.size(), arrays.front(), listed.size(), "Value", statistics);
     }
@@ -252,7 +252,7 @@ double ClusterReader::ReadStatistics(std::size_t field, const Element& statistic
 /// They describe a cluster and decide nothing.
 void ClusterReader::CheckCovariances(const Element& covariances) const {
     const Element element = covariances.RequireChild(u"Matrix");
-    const Matrix matrix(element);
+    const veltrane_kit::Matrix matrix(element);
     if (matrix.Rows() != fCompared.size() || matrix.Columns() != fCompared.size()) {
         Raise<Message::NUMBERS_MISMATCH>(std::to_string(matrix.Rows()), "nbRows", element.Tag(),
                                          std::to_string(fCompared.size()), "ClusteringField", fElement.Tag());

@@ -3,8 +3,8 @@
 
 #include "kit/columns/block.h"
 #include "kit/expressions/tables.h"
+#include "kit/values/matrix.h"
 #include "kit/values/values.h"
-#include "matrix.h"
 
 #include <cmath>
 #include <cstddef>
@@ -37,7 +37,7 @@ enum class CompareFunction { ABS_DIFF, GAUSS_SIM, DELTA, EQUAL, TABLE };
 
 /// The Comparisons of a field: a number for each pair of its values or intervals.
 struct CompareTable {
-    Matrix matrix;
+    veltrane_kit::Matrix matrix;
     std::vector<double> places;                    ///< of each code of a value among the values; not a number for none
     std::vector<veltrane_kit::Interval> intervals; ///< of a field that is compared by these
 

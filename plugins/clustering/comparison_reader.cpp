@@ -163,7 +163,7 @@ std::vector<Value> ComparisonReader::ListedOf(const ComparedField& field) const 
 /// its values, else its intervals.
 void ComparisonReader::ReadTable(const Element& element, ComparedField& field) {
     const Element comparisons = element.RequireChild(u"Comparisons");
-    CompareTable table{Matrix(comparisons.RequireChild(u"Matrix")), {}, {}};
+    CompareTable table{veltrane_kit::Matrix(comparisons.RequireChild(u"Matrix")), {}, {}};
     const std::vector<Value> listed = ListedOf(field);
     field.isCode = !listed.empty();
     const auto data = fParts.fields->find(field.name);

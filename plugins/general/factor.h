@@ -1,7 +1,7 @@
 #ifndef VELTRANE_PLUGINS_GENERAL_FACTOR_H
 #define VELTRANE_PLUGINS_GENERAL_FACTOR_H
 
-#include "matrix.h"
+#include "kit/values/matrix.h"
 
 #include <cmath>
 #include <cstddef>
@@ -17,7 +17,7 @@ constexpr double kLacks = std::numeric_limits<double>::quiet_NaN();
 /// The contrasts between the categories of a factor: a row for each category of a case, a column for each that cells of
 /// the PPMatrix name.
 struct Contrasts {
-    Matrix matrix;
+    veltrane_kit::Matrix matrix;
     std::unordered_map<int, std::size_t> rows; ///< by the code of the category
 
     /// A category without a row has no contrast.

@@ -86,7 +86,7 @@ void Predictors::ReadContrasts(const Element& element, Predictor& predictor) {
     if (predictor.places.empty()) {
         TakeListed(element, predictor);
     }
-    Matrix matrix(child);
+    veltrane_kit::Matrix matrix(child);
     const std::size_t categories = predictor.places.size();
     if (matrix.Rows() != categories) {
         Raise<Message::ARRAY_CATEGORIES_MISMATCH>(std::to_string(matrix.Rows()), "nbRows", std::to_string(categories));

@@ -4,7 +4,6 @@
 #include "factor.h"
 #include "kit/document/element.h"
 #include "kit/model/model_plan.h"
-#include "matrix.h"
 
 #include <memory>
 #include <optional>

@@ -118,22 +118,25 @@ constexpr FaultyChange kMatrixFaults[] = {
     {"KindWrong", "kind=\"any\"", "kind=\"square\"", Failure(INVALID_ATTRIBUTE_VALUE_IN, "square", "kind", "Matrix")},
     {"RowsOfNothing", "nbRows=\"3\"", "nbRows=\"0\"", Failure(INVALID_ATTRIBUTE_VALUE_IN, "0", "nbRows", "Matrix")},
     {"RowsOfOthers", "nbRows=\"3\"", "nbRows=\"4\"",
-     Failure(ELEMENT_NUMBER_MISMATCH, "4", "nbRows", "3", "Array", "Matrix")},
-    {"ColumnsOfOthers", "nbCols=\"2\"", "nbCols=\"3\"", Failure(ARRAY_SIZE_MISMATCH, "3", "nbCols", "2")},
+     Failure(NUMBERS_MISMATCH, "3", "Array", "Matrix", "4", "nbRows", "Matrix")},
+    {"ColumnsOfOthers", "nbCols=\"2\"", "nbCols=\"3\"",
+     Failure(NUMBERS_MISMATCH, "2", "value", "Array", "3", "column", "Matrix")},
     {"ColumnsWrong", "nbCols=\"2\"", "nbCols=\"two\"", Failure(INVALID_ATTRIBUTE_VALUE_IN, "two", "nbCols", "Matrix")},
     {"RowTooShort", kLastRow, "<Array n=\"1\" type=\"real\">0</Array>",
-     Failure(ARRAY_SIZE_MISMATCH, "2", "nbCols", "1")},
-    {"RowTooLong", kLastRow, "<Array type=\"real\">0 -0.5 1</Array>", Failure(ARRAY_SIZE_MISMATCH, "2", "nbCols", "3")},
+     Failure(NUMBERS_MISMATCH, "1", "value", "Array", "2", "column", "Matrix")},
+    {"RowTooLong", kLastRow, "<Array type=\"real\">0 -0.5 1</Array>",
+     Failure(NUMBERS_MISMATCH, "3", "value", "Array", "2", "column", "Matrix")},
     {"CountOfOthers", kLastRow, "<Array n=\"3\" type=\"real\">0 -0.5</Array>",
      Failure(ARRAY_SIZE_MISMATCH, "3", "n", "2")},
     {"ContentWrong", kLastRow, "<Array n=\"2\" type=\"real\">0 half</Array>",
      Failure(INVALID_CONTENT, "half", "Array")},
-    {"RowMissing", kLastRow, "", Failure(ELEMENT_NUMBER_MISMATCH, "3", "nbRows", "2", "Array", "Matrix")},
+    {"RowMissing", kLastRow, "", Failure(NUMBERS_MISMATCH, "2", "Array", "Matrix", "3", "nbRows", "Matrix")},
     {"DefaultWrong", "kind=\"any\"", "kind=\"any\" diagDefault=\"d\"",
      Failure(INVALID_ATTRIBUTE_VALUE_IN, "d", "diagDefault", "Matrix")},
     {"OffDefaultWrong", "kind=\"any\"", "kind=\"any\" offDiagDefault=\"o\"",
      Failure(INVALID_ATTRIBUTE_VALUE_IN, "o", "offDiagDefault", "Matrix")},
-    {"SymmetricOfWholeRows", "kind=\"any\"", "kind=\"symmetric\"", Failure(ARRAY_SIZE_MISMATCH, "1", "nbCols", "2")},
+    {"SymmetricOfWholeRows", "kind=\"any\"", "kind=\"symmetric\"",
+     Failure(NUMBERS_MISMATCH, "2", "value", "Array", "1", "column", "Matrix")},
     {"DiagonalOfRows", "kind=\"any\"", "kind=\"diagonal\"", Failure(MORE_THAN_ONE, "Array", "Matrix")},
     {"CellsAmongArrays", kLastRow, "<MatCell row=\"1\" col=\"1\">2</MatCell>",
      Failure(INVALID_NODE, "MatCell", "Matrix")},
@@ -282,7 +285,7 @@ TEST(GeneralRegression, RefusesLaterRowsThatAreLonger) {
     const std::string document = Replaced(Linear("<PCell parameterName='p0' beta='1'/>"), "<Predictor name='c'/>",
                                           "<Predictor name='c'><Matrix><Array>1</Array><Array>1 2</Array></Matrix>"
                                           "</Predictor>");
-    ExpectFailure([&] { ReadModel(document); }, {ARRAY_SIZE_MISMATCH, "1", "nbCols", "2"});
+    ExpectFailure([&] { ReadModel(document); }, {NUMBERS_MISMATCH, "2", "value", "Array", "1", "column", "Matrix"});
 }
 
 TEST(GeneralRegression, RefusesCellsOfItsReference) {
@@ -320,7 +323,8 @@ TEST(GeneralRegression, RefusesContrastsWithoutCategories) {
 
 constexpr FaultyChange kSparseFaults[] = {
     {"SizeMissing", " nbRows='2'", "", Failure(MISSING_ATTRIBUTE_OF, "nbRows", "Matrix")},
-    {"NotSquare", "nbRows='2'", "nbRows='3'", Failure(ATTRIBUTES_MISMATCH, "3", "nbRows", "2", "nbCols", "Matrix")},
+    {"NotSquare", "nbRows='2'", "nbRows='3'",
+     Failure(NUMBERS_MISMATCH, "3", "nbRows", "Matrix", "2", "nbCols", "Matrix")},
     {"RowMissing", "row='2' ", "", Failure(MISSING_ATTRIBUTE_OF, "row", "MatCell")},
     {"RowBeyond", "row='2'", "row='3'", Failure(INVALID_ATTRIBUTE_VALUE_IN, "3", "row", "MatCell")},
     {"ColumnOfNothing", "col='1'", "col='0'", Failure(INVALID_ATTRIBUTE_VALUE_IN, "0", "col", "MatCell")},

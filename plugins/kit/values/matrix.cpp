@@ -1,20 +1,15 @@
-#include "matrix.h"
+#include "kit/values/matrix.h"
 
 #include "kit/document/raise.h"
+#include "kit/values/number_array.h"
 #include "kit/values/values.h"
-#include "number_array.h"
 
 #include <algorithm>
 #include <cmath>
 #include <optional>
 #include <string>
 
-namespace veltrane_clustering {
-
-using veltrane_kit::Element;
-using veltrane_kit::Message;
-using veltrane_kit::Raise;
-using veltrane_kit::Word;
+namespace veltrane_kit {
 
 namespace {
 
@@ -59,7 +54,7 @@ void Matrix::ReadArrays(const Element& element) {
         if (!child.Is(u"Array")) {
             child.RaiseMisplaced();
         }
-        fArrays.push_back(Numbers(child));
+        fArrays.push_back(ArrayNumbers(child));
     }
     const std::size_t size = fKind == Kind::DIAGONAL ? fArrays.front().size() : fArrays.size();
     const std::size_t width = fKind == Kind::ANY ? fArrays.front().size() : size;
@@ -69,10 +64,12 @@ void Matrix::ReadArrays(const Element& element) {
 }
 
 void Matrix::CheckArrays(const Element& element) const {
-    const std::size_t expected = fKind == Kind::DIAGONAL ? 1 : fRows;
-    if (fArrays.size() != expected) {
-        Raise<Message::NUMBERS_MISMATCH>(std::to_string(fArrays.size()), "Array", element.Tag(),
-                                         std::to_string(expected), "nbRows", element.Tag());
+    if (fKind == Kind::DIAGONAL && fArrays.size() > 1) {
+        Raise<Message::MORE_THAN_ONE>("Array", element.Tag());
+    }
+    if (fKind != Kind::DIAGONAL && fArrays.size() != fRows) {
+        Raise<Message::NUMBERS_MISMATCH>(std::to_string(fArrays.size()), "Array", element.Tag(), std::to_string(fRows),
+                                         "nbRows", element.Tag());
     }
     for (std::size_t row = 0; row < fArrays.size(); ++row) {
         RequireLength(element, row, fKind == Kind::SYMMETRIC ? row + 1 : fColumns);
@@ -89,7 +86,7 @@ void Matrix::RequireLength(const Element& element, std::size_t row, std::size_t 
 void Matrix::ReadCells(const Element& element) {
     for (const XMLCh* size : {kRows, kColumns}) {
         if (!element.Has(size)) {
-            Raise<Message::MISSING_ATTRIBUTE_OF>(veltrane_kit::Narrow(size), element.Tag());
+            Raise<Message::MISSING_ATTRIBUTE_OF>(Narrow(size), element.Tag());
         }
     }
     for (const Element child : element.Children()) {
@@ -111,7 +108,7 @@ void Matrix::ReadCell(const Element& cell) {
         cell.RaiseInvalid(u"col");
     }
     const std::string content = cell.Content();
-    const std::optional<double> number = veltrane_kit::NumberIn(content);
+    const std::optional<double> number = NumberIn(content);
     if (!number || !std::isfinite(*number)) {
         Raise<Message::INVALID_CONTENT>(content, cell.Tag());
     }
@@ -136,4 +133,4 @@ double Matrix::At(std::size_t row, std::size_t column) const {
     return cell != fCells.end() ? cell->second : row == column ? fOnDiagonal : fBeside;
 }
 
-} // namespace veltrane_clustering
+} // namespace veltrane_kit
