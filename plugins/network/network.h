@@ -3,6 +3,7 @@
 
 #include "activation.h"
 #include "inversion.h"
+#include "kit/results/target.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -30,26 +31,33 @@ struct Layer {
     std::size_t count;
 };
 
-/// What the number of a neuron tells of the target.
+/// What the number of a neuron tells of a target.
 struct NetworkOutput {
     std::uint32_t node = 0;
-    int category = -1;                 ///< whose number it is, for a classification
-    std::vector<Inversion> inversions; ///< of a regression, on the way to the target's number
+    int category = -1;                 ///< whose number it is, of a target of categories
+    std::vector<Inversion> inversions; ///< of a target of numbers, on the way to its number
     std::string id;                    ///< of the neuron
+};
+
+/// A target and the neurons that tell of it.
+struct NetworkTarget {
+    static constexpr int kNoCategory = -1;
+
+    const veltrane_kit::Target* target; ///< borrowed
+    bool isCategory;
+    std::vector<NetworkOutput> outputs = {}; ///< one for each category, or the only one
+    int rest = kNoCategory; ///< the category without an output, which has what the only other one leaves
 };
 
 /// A network as it is computed. Each input and each neuron is a node: first the inputs, then the neurons layer by
 /// layer. A connection comes from a node of an earlier layer, so that one way over the nodes computes all.
 struct Network {
-    static constexpr int kNoCategory = -1;
-
     std::vector<int> inputs; ///< slots
     std::vector<Layer> layers;
     std::vector<Neuron> neurons;
-    std::vector<std::uint32_t> from; ///< by connection, the node
-    std::vector<double> weights;     ///< by connection
-    std::vector<NetworkOutput> outputs;
-    int rest = kNoCategory; ///< the category without an output, which has what the only other one leaves
+    std::vector<std::uint32_t> from;    ///< by connection, the node
+    std::vector<double> weights;        ///< by connection
+    std::vector<NetworkTarget> targets; ///< the model's own first
 
     std::size_t NodeCount() const { return inputs.size() + neurons.size(); }
 

@@ -23,7 +23,8 @@ constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 class NetworkScorer::Blocks : public veltrane_kit::BlockScorer {
 public:
-    explicit Blocks(const NetworkScorer& scorer) : fScorer(scorer), fNetwork(scorer.fNetwork) {}
+    explicit Blocks(const NetworkScorer& scorer)
+        : fScorer(scorer), fNetwork(scorer.fNetwork), fTarget(scorer.fNetwork.targets.front()) {}
 
     void Predict(Block& block, PredictionBlock& predictions, State& state) const override {
         std::vector<double>& nodes = static_cast<Nodes&>(state).rows;
@@ -37,8 +38,11 @@ public:
             for (std::size_t row = 0; row < count; ++row) {
                 predictions.predicted[first + row] = std::isnan(spoilt[row]) ? 0 : 1;
             }
-            fScorer.fIsClassification ? TakeCategories(nodes.data(), first, count, predictions)
-                                      : TakeNumbers(nodes.data(), first, count, predictions);
+            fTarget.isCategory ? TakeCategories(nodes.data(), first, count, predictions)
+                               : TakeNumbers(nodes.data(), first, count, predictions);
+            if (fNetwork.targets.size() > 1) {
+                TakeOthers(nodes.data(), first, count, predictions);
+            }
         }
     }
 
@@ -58,9 +62,9 @@ private:
     }
 
     void TakeNumbers(const double* nodes, std::size_t first, std::size_t count, PredictionBlock& predictions) const {
-        const double* const own = nodes + fNetwork.outputs.front().node * kRows;
+        const double* const own = nodes + fTarget.outputs.front().node * kRows;
         for (std::size_t row = 0; row < count; ++row) {
-            const double number = fScorer.NumberOf(own[row]);
+            const double number = NumberOf(fTarget, own[row]);
             predictions.numbers[first + row] = number;
             predictions.categories[first + row] = Prediction::kNoCategory;
             predictions.predicted[first + row] &= static_cast<std::uint8_t>(std::isfinite(number));
@@ -71,19 +75,31 @@ private:
         for (std::size_t category = 0; category < predictions.Categories(); ++category) {
             std::fill_n(predictions.Probabilities(category) + first, count, Prediction::kNone);
         }
-        for (const NetworkOutput& output : fNetwork.outputs) {
+        for (const NetworkOutput& output : fTarget.outputs) {
             std::copy_n(nodes + output.node * kRows, count,
                         predictions.Probabilities(static_cast<std::size_t>(output.category)) + first);
         }
-        if (fNetwork.rest != Network::kNoCategory) {
-            const double* const own = nodes + fNetwork.outputs.front().node * kRows;
-            double* const rest = predictions.Probabilities(static_cast<std::size_t>(fNetwork.rest)) + first;
+        if (fTarget.rest != NetworkTarget::kNoCategory) {
+            const double* const own = nodes + fTarget.outputs.front().node * kRows;
+            double* const rest = predictions.Probabilities(static_cast<std::size_t>(fTarget.rest)) + first;
             for (std::size_t row = 0; row < count; ++row) {
                 rest[row] = 1.0 - own[row];
             }
         }
         for (std::size_t row = first; row < first + count; ++row) {
             TakeMostProbable(row, predictions);
+        }
+    }
+
+    /// Row by row, for those that are predicted.
+    void TakeOthers(const double* nodes, std::size_t first, std::size_t count, PredictionBlock& predictions) const {
+        if (predictions.others.empty()) {
+            predictions.others.resize(predictions.predicted.size());
+        }
+        for (std::size_t row = 0; row < count; ++row) {
+            if (predictions.predicted[first + row] != 0) {
+                fScorer.AnswerOthers(nodes + row, kRows, predictions.others[first + row]);
+            }
         }
     }
 
@@ -106,7 +122,7 @@ private:
     }
 
     std::string_view EntityOf(int category) const {
-        for (const NetworkOutput& output : fNetwork.outputs) {
+        for (const NetworkOutput& output : fTarget.outputs) {
             if (output.category == category) {
                 return output.id;
             }
@@ -116,6 +132,7 @@ private:
 
     const NetworkScorer& fScorer;
     const Network& fNetwork;
+    const NetworkTarget& fTarget; ///< the first one
 };
 
 std::unique_ptr<const veltrane_kit::BlockScorer> NetworkScorer::MakeBlockScorer() const {

@@ -12,8 +12,9 @@ using veltrane_kit::Element;
 using veltrane_kit::ModelParts;
 using veltrane_kit::Prediction;
 
-NetworkScorer::NetworkScorer(const Element& element, ModelParts& parts) : fIsClassification(parts.IsClassification()) {
+NetworkScorer::NetworkScorer(const Element& element, ModelParts& parts) {
     NetworkReader(fNetwork, parts).Read(element);
+    parts.more.haveEntities = true;
 }
 
 std::unique_ptr<veltrane_kit::Scorer::State> NetworkScorer::NewState() const {
@@ -32,21 +33,32 @@ bool NetworkScorer::Predict(const CaseView& fields, Prediction& prediction, Stat
         }
         nodes[i] = fields.Number(slot);
     }
-    if (!fNetwork.Compute(nodes)) {
+    if (!fNetwork.Compute(nodes) || !Answer(fNetwork.targets.front(), nodes, 1, prediction)) {
         return false;
     }
-    if (!fIsClassification) {
-        prediction.number = NumberOf(nodes[fNetwork.outputs.front().node]);
+    AnswerOthers(nodes, 1, prediction.others);
+    return true;
+}
+
+/// What the neurons of a target predict.
+/// @param nodes      those of a case, so many numbers apart
+/// @param prediction cleared
+/// @return false where there is no number
+bool NetworkScorer::Answer(const NetworkTarget& target, const double* nodes, std::size_t apart,
+                           Prediction& prediction) {
+    if (!target.isCategory) {
+        prediction.number = NumberOf(target, nodes[target.outputs.front().node * apart]);
         return std::isfinite(prediction.number);
     }
-    for (const NetworkOutput& output : fNetwork.outputs) {
-        prediction.probabilities[static_cast<std::size_t>(output.category)] = nodes[output.node];
+    for (const NetworkOutput& output : target.outputs) {
+        prediction.probabilities[static_cast<std::size_t>(output.category)] = nodes[output.node * apart];
     }
-    if (fNetwork.rest != Network::kNoCategory) {
-        prediction.probabilities[static_cast<std::size_t>(fNetwork.rest)] = 1.0 - nodes[fNetwork.outputs.front().node];
+    if (target.rest != NetworkTarget::kNoCategory) {
+        prediction.probabilities[static_cast<std::size_t>(target.rest)] =
+            1.0 - nodes[target.outputs.front().node * apart];
     }
     prediction.TakeMostProbable();
-    for (const NetworkOutput& output : fNetwork.outputs) {
+    for (const NetworkOutput& output : target.outputs) {
         if (output.category == prediction.category) {
             prediction.entityId = &output.id;
         }
@@ -54,10 +66,26 @@ bool NetworkScorer::Predict(const CaseView& fields, Prediction& prediction, Stat
     return true;
 }
 
+/// A further target may go without an answer; the first one may not.
+void NetworkScorer::AnswerOthers(const double* nodes, std::size_t apart, std::vector<Prediction>& others) const {
+    others.resize(fNetwork.targets.size() - 1);
+    for (std::size_t i = 0; i < others.size(); ++i) {
+        const NetworkTarget& target = fNetwork.targets[i + 1];
+        others[i].Clear(target.isCategory ? static_cast<std::size_t>(target.target->CategoryCount()) : 0);
+        if (!target.isCategory) {
+            const double adjusted =
+                Answer(target, nodes, apart, others[i]) ? target.target->Adjust(others[i].number) : Prediction::kNone;
+            others[i].number = std::isfinite(adjusted) ? adjusted : Prediction::kNone;
+        } else {
+            Answer(target, nodes, apart, others[i]);
+        }
+    }
+}
+
 /// The target's number, which isn't one for an outlier that is to be missing.
-double NetworkScorer::NumberOf(double activation) const {
+double NetworkScorer::NumberOf(const NetworkTarget& target, double activation) {
     double number = activation;
-    for (const Inversion& inversion : fNetwork.outputs.front().inversions) {
+    for (const Inversion& inversion : target.outputs.front().inversions) {
         number = inversion.Of(number);
     }
     return number;

@@ -5,13 +5,14 @@
 #include "kit/model/model_plan.h"
 #include "network.h"
 
+#include <cstddef>
 #include <iosfwd>
 #include <memory>
 #include <vector>
 
 namespace veltrane_network {
 
-/// A NeuralNetwork: its output neurons give the probabilities of categories, or a number.
+/// A NeuralNetwork: its output neurons give the probabilities of categories, or a number, of each target.
 class NetworkScorer : public veltrane_kit::Scorer {
 public:
     /// @throws VTException what NetworkReader throws
@@ -22,6 +23,7 @@ public:
                  State& state) const override;
     std::unique_ptr<const veltrane_kit::BlockScorer> MakeBlockScorer() const override;
     bool MayHaveConfidences() const override { return false; }
+    bool MayHaveMore() const override { return fNetwork.targets.size() > 1; }
     void Display(std::ostream& out, const veltrane_kit::Target& target) const override;
 
 private:
@@ -32,10 +34,12 @@ private:
     };
     class Blocks;
 
-    double NumberOf(double activation) const;
+    static double NumberOf(const NetworkTarget& target, double activation);
+    static bool Answer(const NetworkTarget& target, const double* nodes, std::size_t apart,
+                       veltrane_kit::Prediction& prediction);
+    void AnswerOthers(const double* nodes, std::size_t apart, std::vector<veltrane_kit::Prediction>& others) const;
 
     Network fNetwork;
-    bool fIsClassification;
 };
 
 /// See veltrane_kit::MakeScorer.

@@ -12,6 +12,20 @@ using veltrane_kit::Message;
 using veltrane_kit::Raise;
 using veltrane_kit::RaiseAt;
 
+OutputReader::OutputReader(Network& network, veltrane_kit::ModelParts& parts,
+                           const std::unordered_map<std::string, std::uint32_t>& nodes)
+    : fNetwork(network), fParts(parts), fNodes(nodes) {
+    fNetwork.targets.push_back({parts.target.get(), parts.IsClassification()});
+    for (const veltrane_kit::Outputs::OtherTarget& other : parts.more.targets) {
+        fNetwork.targets.push_back({other.target.get(), other.isCategory});
+    }
+    for (std::size_t i = 0; i < fNetwork.targets.size(); ++i) {
+        if (const std::string& name = TargetAt(i).Name(); !name.empty()) {
+            fTargets.emplace(name, i);
+        }
+    }
+}
+
 void OutputReader::Read(const Element& element) {
     fModel = element;
     const Element outputs = element.Child(u"NeuralOutputs");
@@ -33,18 +47,20 @@ void OutputReader::Read(const Element& element) {
         Raise<Message::ELEMENT_NUMBER_MISMATCH>(outputs.Text(u"numberOfOutputs"), "numberOfOutputs",
                                                 std::to_string(count), "NeuralOutput", outputs.Tag());
     }
-    if (fNetwork.outputs.empty()) {
+    if (count == 0) {
         Raise<Message::MISSING_NODE_IN>("NeuralOutput", outputs.Tag());
     }
-    CompleteCategories();
+    for (std::size_t i = 0; i < fNetwork.targets.size(); ++i) {
+        CompleteCategories(i);
+    }
 }
 
 void OutputReader::ReadLast(const Element& model) {
     const Layer& last = fNetwork.layers.back();
-    if (fParts.IsClassification() || last.count != 1) {
+    if (fParts.IsClassification() || fNetwork.targets.size() > 1 || last.count != 1) {
         Raise<Message::MISSING_NODE_IN>("NeuralOutputs", model.Tag());
     }
-    fNetwork.outputs.emplace_back().node = static_cast<std::uint32_t>(fNetwork.NodeCount() - 1);
+    fNetwork.targets.front().outputs.emplace_back().node = static_cast<std::uint32_t>(fNetwork.NodeCount() - 1);
 }
 
 void OutputReader::ReadOutput(const Element& element) {
@@ -56,16 +72,18 @@ void OutputReader::ReadOutput(const Element& element) {
     }
     output.node = node->second;
     const Element expression = Resolve(element.RequireChild(u"DerivedField"), output);
-    if (!IsOfTarget(expression)) {
-        return;
+    const std::size_t index = TargetOf(expression);
+    NetworkTarget& target = fNetwork.targets[index];
+    if (expression.Is(u"NormDiscrete") != target.isCategory) {
+        Raise<Message::UNEXPECTED_NODE_IN>(
+            expression.Tag(), target.isCategory ? "NormDiscrete" : "FieldRef or NormContinuous", element.Tag());
     }
-    RequireSuitable(expression);
-    if (fParts.IsClassification()) {
-        output.category = fParts.target->CategoryOf(expression, u"value");
-    } else if (!fNetwork.outputs.empty()) {
+    if (target.isCategory) {
+        output.category = TargetAt(index).CategoryOf(expression, u"value");
+    } else if (!target.outputs.empty()) {
         Raise<Message::DUPLICATE_DEFINITION>(element.Tag(), expression.Text(u"field"), "NeuralOutputs");
     }
-    fNetwork.outputs.push_back(std::move(output));
+    target.outputs.push_back(std::move(output));
 }
 
 /// Follows fields that are derived from others down to an expression of a field of the dictionary, and takes note of
@@ -112,47 +130,48 @@ Element OutputReader::ExpressionOf(const Element& field) const {
     Raise<Message::MISSING_NODE_IN>("EXPRESSION", field.Tag());
 }
 
-bool OutputReader::IsOfTarget(const Element& expression) {
+/// The place of the target whose field an expression is of.
+std::size_t OutputReader::TargetOf(const Element& expression) {
     const std::string name = expression.Text(u"field");
     if (fParts.fields->count(name) == 0) {
         RaiseAt<Message::MISSING_VARIABLE_IN_BOTH>(expression.Tag(), "field", name, "DataDictionary",
                                                    "TransformationDictionary");
     }
-    if (fTarget.empty()) {
-        fTarget = name;
+    if (fTargets.empty()) {
+        fTargets.emplace(name, 0);
     }
-    if (name == fTarget) {
-        return true;
+    const auto found = fTargets.find(name);
+    if (found == fTargets.end()) {
+        const std::string& own = fParts.target->Name();
+        Raise<Message::VALUE_TARGET_MISMATCH>(name, "field", expression.Tag(),
+                                              own.empty() ? fTargets.begin()->first : own, "MiningSchema");
     }
-    const veltrane_kit::MiningField* field = fParts.schema.Find(name);
-    if (field == nullptr || field->role != MCVeltrane_900::ScoreModel::ROLE_TARGET) {
-        Raise<Message::VALUE_TARGET_MISMATCH>(name, "field", expression.Tag(), fTarget, "MiningSchema");
-    }
-    return false;
+    return found->second;
 }
 
-void OutputReader::RequireSuitable(const Element& expression) const {
-    if (expression.Is(u"NormDiscrete") != fParts.IsClassification()) {
-        Raise<Message::UNEXPECTED_NODE_IN>(expression.Tag(),
-                                           fParts.IsClassification() ? "NormDiscrete" : "FieldRef or NormContinuous",
-                                           "NeuralOutput");
-    }
+veltrane_kit::Target& OutputReader::TargetAt(std::size_t index) const {
+    return index == 0 ? *fParts.target : *fParts.more.targets[index - 1].target;
 }
 
 /// Each category has one neuron. Of two categories one may have none.
-void OutputReader::CompleteCategories() const {
-    if (!fParts.IsClassification()) {
+void OutputReader::CompleteCategories(std::size_t index) const {
+    NetworkTarget& target = fNetwork.targets[index];
+    const veltrane_kit::Target& field = TargetAt(index);
+    if (target.outputs.empty()) {
+        Raise<Message::MISSING_ELEMENT_WITH_VALUE>(field.Name(), "field", "NeuralOutputs");
+    }
+    if (!target.isCategory) {
         return;
     }
     std::set<int> known;
-    for (const NetworkOutput& output : fNetwork.outputs) {
+    for (const NetworkOutput& output : target.outputs) {
         if (!known.insert(output.category).second) {
-            Raise<Message::DUPLICATE_DEFINITION>("NeuralOutput", fParts.target->Category(output.category).GetString(),
+            Raise<Message::DUPLICATE_DEFINITION>("NeuralOutput", field.Category(output.category).GetString(),
                                                  "NeuralOutputs");
         }
     }
-    if (fNetwork.outputs.size() == 1 && fParts.target->CategoryCount() == 2) {
-        fNetwork.rest = 1 - fNetwork.outputs.front().category;
+    if (target.outputs.size() == 1 && field.CategoryCount() == 2) {
+        target.rest = 1 - target.outputs.front().category;
     }
 }
 

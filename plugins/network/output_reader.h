@@ -5,26 +5,26 @@
 #include "kit/model/model_plan.h"
 #include "network.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <unordered_map>
 
 namespace veltrane_network {
 
-/// Reads the NeuralOutputs of a network: what the numbers of its last neurons tell of the target.
+/// Reads the NeuralOutputs of a network: what the numbers of its neurons tell of the targets.
 class OutputReader {
 public:
     /// @param nodes by id
     OutputReader(Network& network, veltrane_kit::ModelParts& parts,
-                 const std::unordered_map<std::string, std::uint32_t>& nodes)
-        : fNetwork(network), fParts(parts), fNodes(nodes), fTarget(parts.target->Name()) {}
+                 const std::unordered_map<std::string, std::uint32_t>& nodes);
 
-    /// Without outputs a regression has the number of the only neuron of the last layer.
+    /// Without outputs a regression of one target has the number of the only neuron of the last layer.
     /// @param element the model
     /// @throws VTException 260115, 260272, 260246 for elements, 260120, 260285, 260153 for attributes, 260116 for an id
-    ///         that nothing has, 260203 for a category or a number that comes twice, 260178 for an expression that
-    ///         can't be inverted, or not to what the target has, 260125 for a field that the document doesn't have,
-    ///         260254 for one that is no target
+    ///         that nothing has and for a target without an output, 260203 for a category or a number that comes twice,
+    ///         260178 for an expression that can't be inverted, or not to what the target has, 260125 for a field that
+    ///         the document doesn't have, 260254 for one that is no target
     void Read(const veltrane_kit::Element& element);
 
 private:
@@ -33,16 +33,17 @@ private:
     veltrane_kit::Element Resolve(const veltrane_kit::Element& field, NetworkOutput& output) const;
     void FindDerivedFields();
     veltrane_kit::Element ExpressionOf(const veltrane_kit::Element& field) const;
-    bool IsOfTarget(const veltrane_kit::Element& expression);
-    void RequireSuitable(const veltrane_kit::Element& expression) const;
-    void CompleteCategories() const;
+    std::size_t TargetOf(const veltrane_kit::Element& expression);
+    veltrane_kit::Target& TargetAt(std::size_t index) const;
+    void CompleteCategories(std::size_t index) const;
 
     Network& fNetwork;
     veltrane_kit::ModelParts& fParts;
     const std::unordered_map<std::string, std::uint32_t>& fNodes;
     veltrane_kit::Element fModel;
     std::unordered_map<std::string, veltrane_kit::Element> fDerived; ///< by name
-    std::string fTarget; ///< of a model without one, the field that its first output is of
+    std::unordered_map<std::string, std::size_t> fTargets; ///< by name; that of a model without one is the field that
+                                                           ///< its first output is of
 };
 
 } // namespace veltrane_network

@@ -119,18 +119,27 @@ MiningField ReadMiningField(const Element& element, const DataFields& fields, Sc
     return field;
 }
 
-/// Keeps the first target, or the one that the model names. A network may tell of others too, and neighbours answer for
-/// all of them.
+/// Networks and neighbours predict all their targets.
+bool MayHaveSeveral(const Element& model) {
+    return model.Is(u"NeuralNetwork") || model.Is(u"NearestNeighborModel");
+}
+
+/// Keeps the first target, or the one that the model names, and where there may be several the others behind it.
 void NoteTarget(const Element& model, const MiningField& field, MiningSchema& schema) {
     if (field.role != ScoreModel::ROLE_TARGET) {
         return;
     }
     const std::string wanted = model.TextOr(u"targetFieldName", "");
-    if (schema.target.empty() || field.name == wanted) {
+    const bool hasAll = MayHaveSeveral(model);
+    const bool isWanted = field.name == wanted;
+    if (schema.target.empty() || (isWanted && !hasAll)) {
         schema.target = field.name;
-    } else if (model.Is(u"NearestNeighborModel")) {
+    } else if (hasAll) {
         schema.otherTargets.push_back(field.name);
-    } else if (schema.target != wanted && !model.Is(u"NeuralNetwork")) {
+        if (isWanted) {
+            std::swap(schema.target, schema.otherTargets.back());
+        }
+    } else if (schema.target != wanted) {
         RaiseAt<Message::MULTIPLE_TARGETS>("MiningField", "usageType", schema.target, field.name);
     }
 }

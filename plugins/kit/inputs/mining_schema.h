@@ -46,13 +46,13 @@ struct MiningField {
 struct MiningSchema {
     std::vector<MiningField> fields;
     std::string target;                    ///< the name of the target field; empty for none
-    std::vector<std::string> otherTargets; ///< of a model of neighbours, which may have several
+    std::vector<std::string> otherTargets; ///< of networks and neighbours, which may have several
 
     const MiningField* Find(const std::string& name) const;
 };
 
 /// Reads the only MiningSchema among a model's children. Both the older usage type "predicted" and the newer "target"
-/// make a target; the attribute targetFieldName decides between several, of which a network has the first without it.
+/// make a target; the attribute targetFieldName decides which of several is the first.
 /// @param fields     of the data dictionary
 /// @param dictionary the data dictionary as the library has it; an `optype` of a field is set there
 /// @param outer      of the model that this one is a part of, whose fields may be named too; null for a whole model

@@ -4,6 +4,7 @@
 #include "kit/inputs/dictionary_completion.h"
 #include "kit/model/center_fields.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace veltrane_kit {
@@ -21,9 +22,9 @@ constexpr Word<BaseModel::FUNCNAME_TYPE> kClustering[] = {{u"clustering", BaseMo
 
 constexpr const XMLCh* kFunction = u"functionName";
 
-/// Neighbours may vote on some targets and have a mean of others.
+/// Networks and neighbours may have categories of some targets and numbers of others.
 bool IsMixed(const Element& model) {
-    return model.Is(u"NearestNeighborModel") && Same(model.Raw(kFunction), u"mixed");
+    return (model.Is(u"NearestNeighborModel") || model.Is(u"NeuralNetwork")) && Same(model.Raw(kFunction), u"mixed");
 }
 
 /// The function of a model. A mixed one is known with the level of its first target.
@@ -46,6 +47,19 @@ void ReadAttributes(const Element& model, ModelParts& parts) {
     parts.function = ReadFunction(model);
     if (!model.FlagOr(u"isScorable", true)) {
         Raise<Message::UNSUPPORTED_VALUE_IN>(model.Text(u"isScorable"), "isScorable", parts.tag, "true");
+    }
+}
+
+/// Of several targets a part predicts first that of its outer model, where the function suits it.
+void PreferTarget(const std::string& name, const Element& model, ModelParts& parts) {
+    std::vector<std::string>& others = parts.schema.otherTargets;
+    const auto found = std::find(others.begin(), others.end(), name);
+    if (found == others.end()) {
+        return;
+    }
+    const bool isNumber = IsContinuous(*parts.dictionary->GetVar(name));
+    if (IsMixed(model) || isNumber == (parts.function == BaseModel::FUNC_REGRESSION)) {
+        std::swap(parts.schema.target, *found);
     }
 }
 
@@ -167,6 +181,7 @@ std::unique_ptr<const ModelPlan> CompletePart(const Element& model, ModelParts& 
     if (!isEmbedded) {
         parts.schema = ReadMiningSchema(model, *parts.fields, *parts.dictionary, outer.inputs.get());
     }
+    PreferTarget(outer.schema.target, model, parts);
     if (parts.schema.target.empty() && parts.IsClassification() && parts.function == outer.function) {
         parts.schema.target = outer.schema.target;
     }

@@ -246,10 +246,11 @@ void Outputs::LearnActualCodes(Inputs& inputs, const Target& target) {
     }
 }
 
-/// The further target that a field tells of; what is known of entities doesn't go by targets.
+/// The further target that a field tells of; clusters and instances don't go by targets.
 int Outputs::OtherTargetOf(const Element& element, const OutputFeature& feature) const {
     const std::string name = element.TextOr(u"targetField", "");
-    for (std::size_t i = 0; i < fMore.targets.size() && !feature.isOfEntities && !name.empty(); ++i) {
+    const bool goesByTargets = !feature.isOfEntities || fMore.haveEntities;
+    for (std::size_t i = 0; i < fMore.targets.size() && goesByTargets && !name.empty(); ++i) {
         if (fMore.targets[i].target->Name() == name) {
             return static_cast<int>(i);
         }

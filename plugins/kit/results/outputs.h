@@ -44,6 +44,7 @@ public:
         AskedEntities entities;           ///< that the scorer tells of
         std::vector<OtherTarget> targets; ///< in the order of Prediction::others
         bool namesClusters = false;       ///< whether the id of a cluster is the predicted value, not the entity
+        bool haveEntities = false;        ///< whether each of them has an entity of its own
     };
 
     /// Reads the only Output among a model's children, when its categories are all known; there is none in no element.

@@ -141,8 +141,8 @@ TEST_P(DamagedDocument, CutOffIsNoneAtAll) {
 
 INSTANTIATE_TEST_SUITE_P(Samples, DamagedDocument,
                          testing::Values("prices", "health", "ensemble", "chain", "credit", "sorting", "traffic",
-                                         "lanes", "vintage", "cider", "pears", "syrup", "seedlings", "lunch", "marks",
-                                         "pumps", "fruit", "meadow", "pollen", "plums", "twigs"),
+                                         "lanes", "vintage", "cider", "cellar", "pears", "syrup", "seedlings", "lunch",
+                                         "marks", "pumps", "fruit", "meadow", "pollen", "plums", "twigs"),
                          [](const auto& info) { return std::string(info.param); });
 
 } // namespace

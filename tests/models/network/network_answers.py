@@ -22,8 +22,6 @@ SAMPLES = HERE.parent / "samples"
 SPACE = "{http://www.dmg.org/PMML-4_4}"
 EXPRESSIONS = ("FieldRef", "NormContinuous", "NormDiscrete", "Apply")
 
-OUTPUTS = {"vintage": ["style", "neuron", "p_dry", "p_sweet", "p_sparkling"], "cider": ["litres"]}
-
 ACTIVATIONS = {
     "threshold": lambda z, limit: mpf(1 if z > limit else 0),
     "logistic": lambda z, _: 1 / (1 + mpmath.exp(-z)),
@@ -56,7 +54,13 @@ class Network:
         self.derived = {field.get("name"): self.expression(field) for field in self.root.iter(SPACE + "DerivedField")
                         if field.get("name")}
         schema = children(self.model, "MiningSchema")[0]
-        self.target = next(field.get("name") for field in schema if field.get("usageType") == "target")
+        self.targets = [field.get("name") for field in schema if field.get("usageType") == "target"]
+        if self.model.get("targetFieldName"):
+            self.targets.sort(key=lambda name: name != self.model.get("targetFieldName"))
+        self.categories = {field.get("name"): [value.get("value") for value in field]
+                           for field in self.root.iter(SPACE + "DataField")}
+        self.rescaled = {target.get("field"): target for target in self.root.iter(SPACE + "Target")}
+        self.output_fields = list(self.root.iter(SPACE + "OutputField"))
 
     @staticmethod
     def expression(field):
@@ -135,34 +139,66 @@ class Network:
         return numbers
 
     # Outputs.
+    def steps(self, output):
+        """From an output to the field of a target: the expressions on the way."""
+        expressions = [self.expression(children(output, "DerivedField")[0])]
+        while (name := expressions[-1].get("field")) not in self.targets:
+            expressions.append(self.derived[name])
+        return name, expressions
+
+    def told(self):
+        """By target the neurons of its outputs with their steps."""
+        found = {name: [] for name in self.targets}
+        for output in self.model.iter(SPACE + "NeuralOutput"):
+            name, expressions = self.steps(output)
+            found[name].append((output.get("outputNeuron"), expressions))
+        return found if any(found.values()) else {self.targets[0]: [(self.last[0], [])]}
+
+    def number(self, number, expressions):
+        for expression in expressions:
+            if number is not None and expression.tag == SPACE + "NormContinuous":
+                number = self.line(expression, number, "norm", "orig")
+        return number
+
+    def adjusted(self, name, number):
+        target = self.rescaled.get(name)
+        if number is None or target is None:
+            return number
+        number = max(number, mpf(target.get("min", "-inf")))
+        return number * mpf(target.get("rescaleFactor", "1")) + mpf(target.get("rescaleConstant", "0"))
+
+    def shares(self, name, told, numbers):
+        """By category its probability and its neuron."""
+        found = {expressions[-1].get("value"): (numbers[neuron], neuron) for neuron, expressions in told}
+        missing = [category for category in self.categories[name] if category not in found]
+        if len(found) == len(missing) == 1:
+            found[missing[0]] = (1 - next(iter(found.values()))[0], "")
+        return found
+
+    def feature(self, field, name, told, numbers):
+        kind = field.get("feature")
+        if not self.categories[name]:
+            return self.adjusted(name, self.number(numbers[told[0][0]], told[0][1]))
+        shares = self.shares(name, told, numbers)
+        order = sorted((category for category in self.categories[name] if category in shares),
+                       key=lambda category: -shares[category][0])
+        category = field.get("value", order[int(field.get("rank", "1")) - 1])
+        return {"predictedValue": category, "probability": shares[category][0], "entityId": shares[category][1]}[kind]
+
     def predictions(self, case):
         """By the name of the output; empty for no prediction."""
         inputs = self.inputs(case)
         if inputs is None:
             return {}
         numbers = self.neurons(inputs)
-        outputs = list(self.model.iter(SPACE + "NeuralOutput"))
-        if self.model.get("functionName") == "regression":
-            if not outputs:
-                return {"litres": numbers[self.last[0]]}
-            number = numbers[outputs[0].get("outputNeuron")]
-            expression = self.expression(children(outputs[0], "DerivedField")[0])
-            while number is not None:
-                if expression.tag == SPACE + "NormContinuous":
-                    number = self.line(expression, number, "norm", "orig")
-                if expression.get("field") == self.target:
-                    break
-                expression = self.derived[expression.get("field")]
-            return {} if number is None else {self.target: number}
-        found = {}
-        for output in outputs:
-            expression = self.expression(children(output, "DerivedField")[0])
-            if expression.tag == SPACE + "FieldRef":
-                expression = self.derived[expression.get("field")]
-            found[expression.get("value")] = output.get("outputNeuron")
-        order = [value.get("value") for value in self.root.iter(SPACE + "Value")][:3]
-        best = max(order, key=lambda value: numbers[found[value]])
-        return {"style": best, "neuron": found[best], **{f"p_{value}": numbers[found[value]] for value in order}}
+        told = self.told()
+        answers = {}
+        for field in self.output_fields:
+            name = field.get("targetField", self.targets[0])
+            answers[field.get("name")] = self.feature(field, name, told[name], numbers)
+        own = self.targets[0]
+        is_number = not self.categories[own]
+        return {} if is_number and self.number(numbers[told[own][0][0]], told[own][0][1]) is None else answers
 
 
 def document(sample, before, after):
@@ -181,13 +217,16 @@ def cases(sample):
         if sample == "cider":
             yield {"apples": round(draw.uniform(-3, 3), 3), "warmth": round(draw.uniform(-2, 3), 2)}
             continue
+        if sample == "cellar":
+            yield {"acid": round(draw.uniform(1, 11), 2), "sugar": round(draw.uniform(-5, 70), 1)}
+            continue
         yield {"acid": round(draw.uniform(1, 11), 2), "sugar": "" if place % 9 == 4 else draw.randrange(0, 60),
                "skin": "" if place % 11 == 7 else draw.choice(["red", "white"])}
 
 
 def main():
-    drawn = {sample: list(cases(sample)) for sample in ("vintage", "cider")}
-    drawn["cider"][5]["apples"] = drawn["vintage"][8]["acid"] = ""
+    drawn = {sample: list(cases(sample)) for sample in ("vintage", "cider", "cellar")}
+    drawn["cider"][5]["apples"] = drawn["vintage"][8]["acid"] = drawn["cellar"][3]["sugar"] = ""
     for sample, rows in drawn.items():
         with open(SAMPLES / f"{sample}.csv", "w", newline="", encoding="utf-8") as file:
             writer = csv.DictWriter(file, rows[0], lineterminator="\n")
@@ -200,12 +239,11 @@ def main():
         writer.writerow(["variant", "row", "output", "answer"])
         for variant in variants:
             network = Network(document(variant["sample"], variant["from"], variant["to"]))
-            outputs = OUTPUTS[variant["sample"]]
             for place, row in enumerate(drawn[variant["sample"]]):
                 answers = network.predictions({name: str(value) for name, value in row.items()})
-                for output in outputs:
+                for output in (field.get("name") for field in network.output_fields):
                     answer = answers.get(output, "")
-                    text = answer if isinstance(answer, str) else mpmath.nstr(answer, 17)
+                    text = "" if answer is None else answer if isinstance(answer, str) else mpmath.nstr(answer, 17)
                     writer.writerow([variant["name"], place, output, text])
 
 

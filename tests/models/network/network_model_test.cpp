@@ -102,36 +102,89 @@ TEST(NeuralNetwork, ATargetOfItsOwnIsTheFieldOfItsOutput) {
     EXPECT_EQ(scored.Number(), 300.0);
 }
 
-/// The first target is the model's, or the one that it names itself.
-TEST(NeuralNetwork, OutputsOfTargetsThatItDoesNotPredictTellNothing) {
+/// 3x for y, behind the inversion 300x, and x for z.
+std::string OfTwoNumbers() {
     const std::string other = "<NeuralOutputs><NeuralOutput outputNeuron='0'><DerivedField optype='continuous' "
                               "dataType='double'><FieldRef field='z'/></DerivedField></NeuralOutput>";
     const std::string outputs = "<Output><OutputField name='ofY' targetField='y' feature='predictedValue'/>"
                                 "<OutputField name='ofZ' targetField='z' feature='predictedValue'/></Output>";
-    const std::string document =
-        Replaced(Replaced(kSmallNumberNetwork, "<NeuralOutputs>", other), "<MiningField name='x'/></MiningSchema>",
-                 "<MiningField name='x'/><MiningField name='z' usageType='target'/></MiningSchema>" + outputs);
-    Scored first(document);
+    return Replaced(Replaced(kSmallNumberNetwork, "<NeuralOutputs>", other), "<MiningField name='x'/></MiningSchema>",
+                    "<MiningField name='x'/><MiningField name='z' usageType='target'/></MiningSchema>" + outputs);
+}
+
+/// The first target is the model's own, or the one that it names.
+TEST(NeuralNetwork, PredictsEachOfItsTargets) {
+    Scored first(OfTwoNumbers());
     ASSERT_TRUE(first.Score({{"x", "1"}}).IsOK());
     EXPECT_EQ(first.Number(), 300.0);
     EXPECT_EQ(first.Number("ofY"), 300.0);
-    EXPECT_EQ(first.Number("ofZ"), kMissing);
-    Scored named(Replaced(document, "<NeuralNetwork functionName", "<NeuralNetwork targetFieldName='z' functionName"));
+    EXPECT_EQ(first.Number("ofZ"), 1.0);
+    Scored named(
+        Replaced(OfTwoNumbers(), "<NeuralNetwork functionName", "<NeuralNetwork targetFieldName='z' functionName"));
     ASSERT_TRUE(named.Score({{"x", "1"}}).IsOK());
     EXPECT_EQ(named.Number(), 1.0);
-    EXPECT_EQ(named.Number("ofY"), kMissing);
+    EXPECT_EQ(named.Number("ofY"), 300.0);
     EXPECT_EQ(named.Number("ofZ"), 1.0);
 }
 
-TEST(NeuralNetwork, OutputsOfOtherTargetsAloneAreNone) {
+TEST(NeuralNetwork, AdjustsEachTargetByItsOwn) {
+    Scored scored(Replaced(OfTwoNumbers(), "</Output>",
+                           "</Output><Targets><Target field='z' rescaleFactor='10' castInteger='floor'/></Targets>"));
+    ASSERT_TRUE(scored.Score({{"x", "0.25"}}).IsOK());
+    EXPECT_EQ(scored.Number("ofY"), 75.0);
+    EXPECT_EQ(scored.Number("ofZ"), 2.0);
+}
+
+/// What overflows for a further target alone is its own loss; without the first one nothing is predicted.
+TEST(NeuralNetwork, AFurtherTargetMayGoWithoutANumber) {
+    const std::string targets = "</Output><Targets><Target field='#' rescaleFactor='1e300'/></Targets>";
+    Scored further(Replaced(OfTwoNumbers(), "</Output>", Replaced(targets, "#", "z")));
+    ASSERT_TRUE(further.Score({{"x", "1e10"}}).IsOK());
+    EXPECT_EQ(further.Number("ofY"), 3e12);
+    EXPECT_EQ(further.Number("ofZ"), kMissing);
+    Scored own(Replaced(OfTwoNumbers(), "</Output>", Replaced(targets, "#", "y")));
+    EXPECT_EQ(own.Score({{"x", "1e10"}}).GetErrorCode(), kNoPrediction);
+    EXPECT_EQ(own.Number("ofY"), kMissing);
+    EXPECT_EQ(own.Number("ofZ"), kMissing);
+}
+
+/// The default value is that of the first target.
+TEST(NeuralNetwork, TheDefaultIsOfItsFirstTargetAlone) {
+    const std::string targets = "</Output><Targets><Target field='y'><TargetValue defaultValue='7'/></Target>"
+                                "<Target field='z'><TargetValue defaultValue='8'/></Target></Targets>";
+    Scored scored(Replaced(OfTwoNumbers(), "</Output>", targets));
+    ASSERT_TRUE(scored.Model().SetOption("missingValuePolicy", "defaultPrediction"));
+    ASSERT_TRUE(scored.Score({{"x", "1"}}).IsOK());
+    EXPECT_EQ(scored.Number("ofZ"), 1.0);
+    ASSERT_TRUE(scored.Score({}).IsOK());
+    EXPECT_EQ(scored.Number("ofY"), 7.0);
+    EXPECT_EQ(scored.Number("ofZ"), kMissing);
+}
+
+TEST(NeuralNetwork, MixedFunctionsGoByTheLevelOfTheFirstTarget) {
+    const std::string mixed = Replaced(kSmallNetwork, "functionName='classification'", "functionName='mixed'");
+    Scored categories(mixed);
+    ASSERT_TRUE(categories.Score({{"x", "0.5"}}).IsOK());
+    EXPECT_EQ(categories.Text(), "maybe");
+    Scored numbers(Replaced(kSmallNumberNetwork, "functionName='regression'", "functionName='mixed'"));
+    ASSERT_TRUE(numbers.Score({{"x", "1"}}).IsOK());
+    EXPECT_EQ(numbers.Number(), 300.0);
+}
+
+TEST(NeuralNetwork, EachTargetNeedsAnOutput) {
+    const std::string document = Replaced(kSmallNumberNetwork, "<MiningField name='x'/>",
+                                          "<MiningField name='x'/><MiningField name='z' usageType='target'/>");
+    ExpectFailure([&] { ReadModel(document); }, {MISSING_ELEMENT_WITH_VALUE, "z", "field", "NeuralOutputs"});
     ExpectFailure(
-        [] {
-            const std::string document = Replaced(kSmallNumberNetwork, "<MiningField name='x'/>",
-                                                  "<MiningField name='x'/><MiningField name='z' usageType='target'/>");
+        [&] {
             ReadModel(
                 Replaced(document, "<NeuralNetwork functionName", "<NeuralNetwork targetFieldName='z' functionName"));
         },
-        {MISSING_NODE_IN, "NeuralOutput", "NeuralOutputs"});
+        {MISSING_ELEMENT_WITH_VALUE, "z", "field", "NeuralOutputs"});
+    std::string silent = document;
+    const std::size_t first = silent.find("<NeuralOutputs");
+    silent.erase(first, silent.find("</NeuralOutputs>") + 16 - first);
+    ExpectFailure([&] { ReadModel(silent); }, {MISSING_NODE_IN, "NeuralOutputs", "NeuralNetwork"});
 }
 
 /// A number that grows beyond all doubles, in a neuron that nothing depends on too.
