@@ -33,6 +33,12 @@ double RequirePositive(const Element& element, const XMLCh* name) {
     return number;
 }
 
+/// Also where the share is too small for all its digits, or for a double at all.
+double LogOfShare(double count, double sum) {
+    const double share = count / sum;
+    return std::isnormal(share) ? std::log(share) : std::log(count) - std::log(sum);
+}
+
 Density ReadUniform(const Element& element) {
     const double lower = element.Number(u"lower");
     const double upper = element.Number(u"upper");
@@ -98,18 +104,18 @@ void BayesReader::ReadOutput(const Element& element) {
     if (!fParts.target->IsOwn() && name != fParts.target->Name()) {
         element.RaiseInvalid(kField);
     }
-    double sum = 0.0;
-    for (const auto& [place, count] : ReadCounts(element, true)) {
+    std::vector<double> sums;
+    for (const auto& [place, count] : ReadCounts(element, true, sums)) {
         fModel.logs.push_back(std::log(count));
-        sum += count;
     }
-    if (!(sum > 0.0)) {
+    if (std::all_of(sums.begin(), sums.end(), [](double sum) { return sum == 0.0; })) {
         RaiseAt<Message::REQUIRES_ABOVE_ZERO>(element.Tag(), nullptr, "0", Narrow(kCount));
     }
 }
 
 /// The counts of categories. The order of those of the BayesOutput is that of the categories from then on.
-BayesReader::Counts BayesReader::ReadCounts(const Element& parent, bool isOutput) {
+/// @param sums of each category; grow by the counts
+BayesReader::Counts BayesReader::ReadCounts(const Element& parent, bool isOutput, std::vector<double>& sums) {
     for (const Element child : parent.Children()) {
         if (!child.Is(u"TargetValueCounts")) {
             child.RaiseMisplaced();
@@ -128,11 +134,14 @@ BayesReader::Counts BayesReader::ReadCounts(const Element& parent, bool isOutput
             }
         }
         const double count = child.Number(kCount);
-        if (count < 0.0) {
-            child.RaiseInvalid(kCount);
-        }
-        if (!counts.emplace(PlaceOf(child), count).second) {
+        const std::size_t place = PlaceOf(child);
+        if (!counts.emplace(place, count).second) {
             Raise<Message::DUPLICATE_DEFINITION>(child.Tag(), child.AnyText(kValue), list.Tag());
+        }
+        sums.resize(std::max(sums.size(), fPlaces.size()), 0.0);
+        sums[place] += count;
+        if (count < 0.0 || !std::isfinite(sums[place])) {
+            child.RaiseInvalid(kCount);
         }
         ++fListed;
     }
@@ -247,6 +256,7 @@ Density BayesReader::ReadDensity(const Element& stat) {
 
 BayesInput BayesReader::ReadPairs(const Element& input, int slot) {
     std::vector<std::pair<int, Counts>> values;
+    std::vector<double> sums(fModel.categories.size(), 0.0);
     std::set<int> known;
     for (const Element child : input.Children()) {
         if (!child.Is(kPairs)) {
@@ -256,22 +266,19 @@ BayesInput BayesReader::ReadPairs(const Element& input, int slot) {
         if (!known.insert(value).second) {
             Raise<Message::DUPLICATE_DEFINITION>(child.Tag(), child.AnyText(kValue), input.Tag());
         }
-        values.emplace_back(value, ReadCounts(child, false));
+        values.emplace_back(value, ReadCounts(child, false, sums));
     }
     CheckRoom(input, values.size() + 1);
-    return MakeCounted(slot, values);
+    return MakeCounted(slot, values, sums);
 }
 
 /// How likely a category makes a value is its share of all values that the category has; one that it never has is as
 /// likely as the threshold says.
-BayesInput BayesReader::MakeCounted(int slot, const std::vector<std::pair<int, Counts>>& values) const {
-    std::vector<double> sums(fModel.categories.size(), 0.0);
+BayesInput BayesReader::MakeCounted(int slot, const std::vector<std::pair<int, Counts>>& values,
+                                    const std::vector<double>& sums) const {
     int highest = 0;
     for (const auto& [code, counts] : values) {
         highest = std::max(highest, code);
-        for (const auto& [place, count] : counts) {
-            sums[place] += count;
-        }
     }
     std::vector<std::uint32_t> places(static_cast<std::size_t>(highest) + 1, static_cast<std::uint32_t>(values.size()));
     std::vector<double> logs(sums.size() * (values.size() + 1), fLogThreshold);
@@ -279,7 +286,7 @@ BayesInput BayesReader::MakeCounted(int slot, const std::vector<std::pair<int, C
         places[static_cast<std::size_t>(values[i].first)] = static_cast<std::uint32_t>(i);
         for (const auto& [place, count] : values[i].second) {
             if (count > 0.0) {
-                logs[place * (values.size() + 1) + i] = std::log(count / sums[place]);
+                logs[place * (values.size() + 1) + i] = LogOfShare(count, sums[place]);
             }
         }
     }

@@ -51,8 +51,9 @@ private:
     BayesInput ReadStats(const veltrane_kit::Element& input, const veltrane_kit::Element& stats);
     Density ReadDensity(const veltrane_kit::Element& stat);
     BayesInput ReadPairs(const veltrane_kit::Element& input, int slot);
-    BayesInput MakeCounted(int slot, const std::vector<std::pair<int, Counts>>& values) const;
-    Counts ReadCounts(const veltrane_kit::Element& parent, bool isOutput);
+    BayesInput MakeCounted(int slot, const std::vector<std::pair<int, Counts>>& values,
+                           const std::vector<double>& sums) const;
+    Counts ReadCounts(const veltrane_kit::Element& parent, bool isOutput, std::vector<double>& sums);
     std::size_t PlaceOf(const veltrane_kit::Element& element);
     void CheckRoom(const veltrane_kit::Element& input, std::size_t values);
 

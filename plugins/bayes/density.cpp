@@ -12,8 +12,12 @@ Density Density::Poisson(double mean) {
     return {Kind::POISSON, -mean, mean, std::log(mean)};
 }
 
+/// A width that no double holds is twice its half.
 Density Density::Uniform(double lower, double upper) {
-    return {Kind::UNIFORM, -std::log(upper - lower), lower, upper};
+    const double width = upper - lower;
+    const double logarithm =
+        std::isfinite(width) ? std::log(width) : std::log(0.5 * upper - 0.5 * lower) + std::numbers::ln2;
+    return {Kind::UNIFORM, -logarithm, lower, upper};
 }
 
 } // namespace veltrane_bayes

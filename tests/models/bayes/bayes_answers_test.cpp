@@ -1,5 +1,6 @@
 // Inputs of every distribution and with counts, against the answers that bayes_answers.py computes apart from the
 // plug-in as plain products.
+#include "models/columns/model_rows.h"
 #include "models/kit/scoring.h"
 #include "support/folders.h"
 #include "support/rows.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <random>
 
 using namespace veltrane::tests;
 
@@ -42,6 +44,17 @@ TEST_P(BayesAnswers, AreThoseComputedApart) {
                 << "row " << i << ", " << output << ": " << actual << " in place of " << answer;
         }
     }
+}
+
+TEST_P(BayesAnswers, HaveTheSameBitsInColumns) {
+    const std::string sample = ReadFile(ModelSamplesFolder() + "/fruit.pmml");
+    ModelRows rows(GetParam().from == nullptr ? sample : Replaced(sample, GetParam().from, GetParam().to));
+    std::mt19937_64 random(31);
+    rows.Fill(random, 400);
+    const ModelAnswers expected = rows.CaseByCase();
+    const auto state = rows.Scorer().NewState();
+    EXPECT_EQ(rows.InBlocks(*state, 256, 0, false), expected);
+    EXPECT_EQ(rows.InBlocks(*state, 19, 5, true), expected);
 }
 
 constexpr Variant kVariants[] = {

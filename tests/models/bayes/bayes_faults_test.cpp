@@ -80,6 +80,11 @@ constexpr FaultyChange kInputFaults[] = {
      Failure(NULL_ATTRIBUTE, "fieldName", "BayesInput")},
     {"FieldUnknown", "<BayesInput fieldName='c'>", "<BayesInput fieldName='z'>",
      Failure(MISSING_VARIABLE_IN_BOTH, "z", "DataDictionary", "TransformationDictionary")},
+    {"SumOfCountsInfinite", "value='yes' count='1.5'",
+     "value='yes' count='1.5'/></TargetValueCounts></PairCounts><PairCounts value='d'><TargetValueCounts>"
+     "<TargetValueCount value='yes' count='1.7e308'/></TargetValueCounts></PairCounts><PairCounts value='e'>"
+     "<TargetValueCounts><TargetValueCount value='yes' count='1.6e308'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "1.6e308", "count", "TargetValueCount")},
     {"FieldClosed", "<BayesInput fieldName='c'>", "<BayesInput fieldName='t'>", Failure(NO_PREDICTOR, "t")},
     {"FieldTwice", "<BayesInput fieldName='c'>", "<BayesInput fieldName='x'>",
      Failure(INVALID_ATTRIBUTE_VALUE_IN, "a", "value", "PairCounts")},

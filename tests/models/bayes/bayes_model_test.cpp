@@ -96,6 +96,28 @@ TEST(NaiveBayes, KeepsProductsOfMoreSmallNumbersThanADoubleHolds) {
     EXPECT_NEAR(scored.Probability("yes"), 0.25, 1e-10);
 }
 
+/// A share that is too small for a double is a logarithm all the same.
+TEST(NaiveBayes, KeepsSharesThatNoDoubleHolds) {
+    std::string document = Replaced(kSmallBayes, "value='no' count='3'", "value='no' count='1e-300'");
+    document = Replaced(document, "value='yes' count='1'", "value='yes' count='1e-300'");
+    document = Replaced(document, "<TargetValueCount value='yes' count='1.5'/>",
+                        "<TargetValueCount value='no' count='1e308'/><TargetValueCount value='yes' count='1e308'/>");
+    Scored scored(document);
+    ASSERT_TRUE(scored.Score({{"c", "a"}}).IsOK());
+    EXPECT_NEAR(scored.Probability("yes"), 0.25, 1e-12);
+}
+
+TEST(NaiveBayes, KeepsDensitiesOfIntervalsWiderThanADoubleHolds) {
+    const auto uniform = [](const std::string& lower, const std::string& upper) {
+        return "<UniformDistribution lower='" + lower + "' upper='" + upper + "'/>";
+    };
+    std::string document = Replaced(kSmallBayes, uniform("0", "2"), uniform("-1.5e308", "1.5e308"));
+    document = Replaced(document, "<GaussianDistribution mean='1' variance='4'/>", uniform("-0.75e308", "0.75e308"));
+    Scored scored(Replaced(document, "threshold='0.25'", "threshold='0'"));
+    ASSERT_TRUE(scored.Score({{"x", "1"}}).IsOK());
+    EXPECT_NEAR(scored.Probability("yes"), 2.0 * 2.0 / (2.0 * 2.0 + 6.0), 1e-12);
+}
+
 TEST(NaiveBayes, KnowsADerivedInputByTheNameOfTheDerivedField) {
     Scored scored(Replaced(kSmallBayes, "<BayesInput fieldName='c'>",
                            "<BayesInput fieldName='other'><DerivedField name='other' optype='categorical' "
