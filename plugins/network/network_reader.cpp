@@ -5,6 +5,7 @@
 #include "kit/values/data_types.h"
 #include "output_reader.h"
 
+#include <cmath>
 #include <utility>
 
 namespace veltrane_network {
@@ -40,6 +41,11 @@ constexpr Word<Normalization> kNormalizations[] = {
     {u"softmax", Normalization::SOFTMAX},
 };
 
+/// Twice the square of a width.
+double SpreadOf(double width) {
+    return 2.0 * (width * width);
+}
+
 /// A number above 0, or the one of the element around.
 template <typename Fallback>
 Fallback AboveZeroOr(const Element& element, const XMLCh* name, const Fallback& fallback) {
@@ -51,6 +57,16 @@ Fallback AboveZeroOr(const Element& element, const XMLCh* name, const Fallback& 
         RaiseAt<Message::REQUIRES_ABOVE_ZERO>(element.Tag(), nullptr, element.Text(name), veltrane_kit::Narrow(name));
     }
     return number;
+}
+
+/// The same of a width, whose square has to be a number that can be divided by.
+std::optional<double> WidthOr(const Element& element, const std::optional<double>& fallback) {
+    constexpr const XMLCh* kWidth = u"width";
+    const std::optional<double> width = AboveZeroOr(element, kWidth, fallback);
+    if (element.Has(kWidth) && !std::isnormal(SpreadOf(*width))) {
+        element.RaiseInvalid(kWidth);
+    }
+    return width;
 }
 
 /// How many children of a tag an element has: one at least, and as many as it says itself.
@@ -87,7 +103,7 @@ NetworkReader::Defaults NetworkReader::ReadDefaults(const Element& element, cons
     own.activation = element.OneOfOr(u"activationFunction", kActivations, outer.activation);
     own.normalization = element.OneOfOr(u"normalizationMethod", kNormalizations, outer.normalization);
     own.threshold = element.NumberOr(u"threshold", outer.threshold);
-    own.width = AboveZeroOr(element, u"width", outer.width);
+    own.width = WidthOr(element, outer.width);
     own.altitude = AboveZeroOr(element, u"altitude", outer.altitude);
     return own;
 }
@@ -141,14 +157,14 @@ void NetworkReader::ReadNeuron(const Element& element, const Layer& layer, const
     if (neuron.count == 0) {
         Raise<Message::MISSING_NODE_IN>("Con", element.Tag());
     }
-    const std::optional<double> width = AboveZeroOr(element, u"width", outer.width);
+    const std::optional<double> width = WidthOr(element, outer.width);
     const double altitude = AboveZeroOr(element, u"altitude", outer.altitude);
     if (layer.activation == Activation::RADIAL_BASIS) {
         if (!width) {
             Raise<Message::MISSING_ATTRIBUTE_OF>("width", element.Tag());
         }
         neuron.peak = static_cast<double>(neuron.count) * std::log(altitude);
-        neuron.spread = 2.0 * (*width * *width);
+        neuron.spread = SpreadOf(*width);
     }
     fNetwork.neurons.push_back(neuron);
 }
