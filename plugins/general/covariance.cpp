@@ -18,6 +18,16 @@ using veltrane_kit::Word;
 namespace {
 
 constexpr const XMLCh* kTarget = u"targetCategory";
+constexpr const XMLCh* kRowTarget = u"tRow";
+constexpr const XMLCh* kColumnTarget = u"tCol";
+
+/// No category is one of covariances alone.
+void RequireKnown(const Element& cell, const XMLCh* attribute, veltrane_kit::Target& target) {
+    const int known = target.CategoryCount();
+    if (cell.Has(attribute) && target.CategoryOf(cell, attribute) >= known) {
+        cell.RaiseInvalid(attribute);
+    }
+}
 
 /// The categories that a cell is of, as texts; those of a regression all count as one.
 using Place = std::array<std::string, 3>;
@@ -26,10 +36,10 @@ Place PlaceOf(const Element& cell, veltrane_kit::ModelParts& parts) {
     if (!parts.IsClassification()) {
         return {};
     }
-    if (cell.Has(kTarget)) {
-        parts.target->CategoryOf(cell, kTarget);
+    for (const XMLCh* attribute : {kRowTarget, kColumnTarget, kTarget}) {
+        RequireKnown(cell, attribute, *parts.target);
     }
-    return {cell.TextOr(u"tRow", ""), cell.TextOr(u"tCol", ""), cell.TextOr(kTarget, "")};
+    return {cell.TextOr(kRowTarget, ""), cell.TextOr(kColumnTarget, ""), cell.TextOr(kTarget, "")};
 }
 
 /// The values of the cells by their places.

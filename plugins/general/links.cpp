@@ -26,11 +26,6 @@ double LogisticSlope(double eta) {
     return e / ((1.0 + e) * (1.0 + e));
 }
 
-double CauchyDensity(double eta) {
-    long code = 0;
-    return MCDistFun::PdfT(eta, kCauchy, code);
-}
-
 double NegativeBinomialSlope(double eta, double parameter) {
     const double less = std::expm1(-eta);
     return std::exp(-eta) / (parameter * less * less);
@@ -91,8 +86,6 @@ double Link::Slope(double eta) const {
         return parameter == 0.0 ? std::exp(eta) : std::pow(eta, 1.0 / parameter - 1.0) / parameter;
     case LinkFunction::PROBIT:
         return MCDistFun::PdfNormalStandard(eta);
-    case LinkFunction::CAUCHIT:
-        return CauchyDensity(eta);
     default:
         return 1.0;
     }

@@ -41,7 +41,7 @@ struct Link {
     /// @param eta finite
     double Inverse(double eta) const;
 
-    /// How fast the predicted number grows with the sum.
+    /// How fast the predicted number grows with the sum, of a link of numbers.
     double Slope(double eta) const;
 };
 

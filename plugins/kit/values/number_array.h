@@ -9,7 +9,8 @@
 namespace veltrane_kit {
 
 /// The values of an Array, as many as its attribute `n` says where it is there.
-/// @throws VTException 260241 for another number of values, 260156 for a quote that nothing closes
+/// @throws VTException 260241 for another number of values, 260153 and 260285 for a type that there isn't, 260156 for a
+///         quote that nothing closes
 std::vector<std::string> CountedWords(const Element& array);
 
 /// The same as numbers.

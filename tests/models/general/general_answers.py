@@ -91,15 +91,21 @@ def error_of(values, covariances):
     return sqrt(variance)
 
 
-def seedling(case, inverse, trials):
-    values = seedling_values(case)
+def seedling(case, inverse, trials, start=None, root=None):
+    """`start` is the offset in place of the case's own, `root` the coefficient of the root of the water."""
+    values = seedling_values(case if start is None else case | {"start": start})
     if values is None or (trials == "seeds" and not case["seeds"]):
         return None, None
     factor = mpf(case["seeds"]) if trials == "seeds" else mpf(trials)
-    eta = sum(b * v for b, v in zip(BETAS, values)) + mpf(case["start"])
+    covariances = COVARIANCES
+    eta = sum(b * v for b, v in zip(BETAS, values)) + mpf(start or case["start"])
+    if root is not None:
+        eta += mpf(root) * sqrt(mpf(case["water"]))
+        covariances = covariances | {(7, 7): "0.25"}
+        values = values + [sqrt(mpf(case["water"]))]
     if inverse(eta) is None:
         return None, None
-    return inverse(eta) * factor, abs(diff(inverse, eta)) * factor * error_of(values, COVARIANCES)
+    return inverse(eta) * factor, abs(diff(inverse, eta)) * factor * error_of(values, covariances)
 
 
 def write_seedlings():
@@ -107,12 +113,14 @@ def write_seedlings():
                           "sun": one_of("low", "some", "high", "high", "dusk"), "water": between(0, 20),
                           "seeds": lambda source: source.randrange(1, 50), "start": between(-1.5, 1, 3)}, 0.03)
     variants = {link: (INVERSES[link], "seeds") for link in INVERSES if link != "cauchit"}
-    variants |= {"trialsStated": (logistic, 7), "trialsOfOthers": (exp, 1), "linear": (INVERSES["identity"], 1)}
+    variants |= {"trialsStated": (logistic, 7), "trialsOfOthers": (exp, 1), "linear": (INVERSES["identity"], 1),
+                 "regression": (INVERSES["identity"], 1),
+                 "offsetStated": (logistic, "seeds", "-0.25"), "rootOfWater": (logistic, "seeds", None, "-0.125")}
     answers = []
     for case in cases:
         row = {}
-        for name, (inverse, trials) in variants.items():
-            predicted, error = seedling(case, inverse, trials)
+        for name, variant in variants.items():
+            predicted, error = seedling(case, *variant)
             row |= {name: written(predicted), f"{name} error": written(error)}
         answers.append(row)
     write("seedlings", cases, answers)

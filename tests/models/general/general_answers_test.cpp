@@ -1,5 +1,6 @@
 // General regressions of every type and with every link against the answers that general_answers.py computes apart from
 // the plug-in.
+#include "models/columns/model_rows.h"
 #include "models/kit/scoring.h"
 #include "support/folders.h"
 #include "support/rows.h"
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 
 using namespace veltrane::tests;
 
@@ -69,6 +71,16 @@ TEST_P(GeneralAnswers, AreThoseComputedApart) {
     EXPECT_LT(predicted, static_cast<int>(rows.size()));
 }
 
+TEST_P(GeneralAnswers, HaveTheSameBitsInColumns) {
+    ModelRows rows(DocumentOf(GetParam()));
+    std::mt19937_64 random(29);
+    rows.Fill(random, 400);
+    const ModelAnswers expected = rows.CaseByCase();
+    const auto state = rows.Scorer().NewState();
+    EXPECT_EQ(rows.InBlocks(*state, 256, 0, false), expected);
+    EXPECT_EQ(rows.InBlocks(*state, 19, 5, true), expected);
+}
+
 constexpr const char* kLogit = "linkFunction=\"logit\"";
 
 constexpr Variant kLinks[] = {
@@ -87,12 +99,16 @@ constexpr Variant kLinks[] = {
      "linkFunction=\"power\" linkParameter=\"0\""},
     {"probit", "seedlings", kLogit, "linkFunction=\"probit\""},
     {"trialsStated", "seedlings", "trialsVariable=\"seeds\"", "trialsValue=\"7\""},
+    {"offsetStated", "seedlings", "offsetVariable=\"start\"", "offsetValue=\"-0.25\""},
+    {"rootOfWater", "seedlings", "<PCell parameterName=\"p7\"",
+     "<PCell parameterName=\"p6\" beta=\"-0.125\"/><PCell parameterName=\"p7\""},
     {"trialsOfOthers", "seedlings", "distribution=\"binomial\" distParameter=\"1.5\" linkFunction=\"logit\"",
      "distribution=\"poisson\" linkFunction=\"log\""},
 };
 
 constexpr Variant kTypes[] = {
     {"linear", "seedlings", "modelType=\"generalizedLinear\"", "modelType=\"generalLinear\""},
+    {"regression", "seedlings", "modelType=\"generalizedLinear\"", "modelType=\"regression\""},
     {"multinomial", "lunch", nullptr, nullptr},
     {"cox", "pumps", nullptr, nullptr},
 };

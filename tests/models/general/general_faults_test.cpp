@@ -281,6 +281,22 @@ constexpr FaultyChange kMarkFaults[] = {
 
 INSTANTIATE_TEST_SUITE_P(Categories, MarkFault, testing::ValuesIn(kMarkFaults), NameOfRow());
 
+/// Of a target whose categories the dictionary doesn't list, too.
+TEST(GeneralRegression, HasNoCovariancesOfOtherCategories) {
+    const std::string open =
+        Replaced(kSmallOrdinal, "<Value value='low'/><Value value='mid'/><Value value='high'/>", "");
+    for (const std::string& document : {kSmallOrdinal, open}) {
+        ReadModel(document);
+        for (const char* name : {"tRow", "tCol", "targetCategory"}) {
+            const std::string attribute = std::string(name) + "='low'";
+            const std::size_t at = document.find(attribute, document.find("<PCovCell"));
+            std::string changed = document;
+            changed.replace(at, attribute.size(), std::string(name) + "='worst'");
+            ExpectFailure([&] { ReadModel(changed); }, {INVALID_ATTRIBUTE_VALUE_IN, "worst", name, "PCovCell"});
+        }
+    }
+}
+
 TEST(GeneralRegression, RefusesLaterRowsThatAreLonger) {
     const std::string document = Replaced(Linear("<PCell parameterName='p0' beta='1'/>"), "<Predictor name='c'/>",
                                           "<Predictor name='c'><Matrix><Array>1</Array><Array>1 2</Array></Matrix>"
