@@ -38,12 +38,6 @@ std::vector<Element> ChildrenOf(const Element& element, const XMLCh* tag) {
     return children;
 }
 
-/// What an array says of its values decides nothing: they are read as the fields have them.
-void CheckType(const Element& array) {
-    static constexpr Word<bool> kTypes[] = {{u"int", true}, {u"real", true}, {u"string", true}};
-    static_cast<void>(array.OneOfOr(u"type", kTypes, true));
-}
-
 [[noreturn]] void RaiseMismatch(std::size_t values, const Element& array, std::size_t fields, const char* of,
                                 const Element& in) {
     Raise<Message::NUMBERS_MISMATCH>(std::to_string(values), "value", array.Tag(), std::to_string(fields), of,
@@ -128,7 +122,6 @@ void ClusterReader::ReadMissingWeights() {
         return;
     }
     const Element array = element.RequireChild(u"Array");
-    CheckType(array);
     const std::vector<double> weights = veltrane_kit::ArrayNumbers(array);
     const bool isOfCompared = weights.size() == fCompared.size();
     if (!isOfCompared && weights.size() != fFields.size()) {
@@ -198,7 +191,6 @@ void ClusterReader::ReadId(const Element& element, Cluster& cluster) {
 }
 
 void ClusterReader::ReadCenter(const Element& array) {
-    CheckType(array);
     const std::vector<std::string> words = veltrane_kit::CountedWords(array);
     if (words.size() != fCompared.size()) {
         RaiseMismatch(words.size(), array, fCompared.size(), "ClusteringField", fElement);
@@ -215,7 +207,7 @@ void ClusterReader::ReadPartition(const Element& partition) {
         RequireField(statistics);
         statistics.Child(u"Counts"); // one at most
         for (const Element& array : ChildrenOf(statistics, u"Array")) {
-            CheckType(array);
+            veltrane_kit::CheckArrayType(array);
         }
         if (!known.emplace(statistics.Text(kField), statistics).second) {
             Raise<Message::DUPLICATE_DEFINITION>(statistics.Tag(), statistics.Text(kField), partition.Tag());

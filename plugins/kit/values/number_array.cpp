@@ -9,9 +9,13 @@
 
 namespace veltrane_kit {
 
-std::vector<std::string> CountedWords(const Element& array) {
+void CheckArrayType(const Element& array) {
     static constexpr Word<int> kTypes[] = {{u"real", 0}, {u"int", 1}, {u"string", 2}};
     array.OneOfOr(u"type", kTypes, 0);
+}
+
+std::vector<std::string> CountedWords(const Element& array) {
+    CheckArrayType(array);
     std::vector<std::string> words = ArrayWords(array);
     if (array.Has(u"n") && array.Number(u"n") != static_cast<double>(words.size())) {
         RaiseAt<Message::ARRAY_SIZE_MISMATCH>(array.Tag(), "n", array.Text(u"n"), "n", std::to_string(words.size()));

@@ -8,6 +8,10 @@
 
 namespace veltrane_kit {
 
+/// What an Array says of its values decides nothing: they are read as who asks for them has them.
+/// @throws VTException 260153 and 260285 for a type that there isn't
+void CheckArrayType(const Element& array);
+
 /// The values of an Array, as many as its attribute `n` says where it is there.
 /// @throws VTException 260241 for another number of values, 260153 and 260285 for a type that there isn't, 260156 for a
 ///         quote that nothing closes

@@ -1,12 +1,14 @@
-// Each element and attribute of a model of models, a tree, a set of rules, a scorecard, a baseline, a network,
-// support vectors, clusters and neighbours missing, empty, wrong and doubled: what comes of it stands in
-// every_fault.tsv, with the number of the message and its whole text.
+// Each element and attribute of a model of models, a tree, a set of rules, a scorecard, a baseline, a network, a
+// general regression, a naive Bayes model, support vectors, clusters and neighbours missing, empty, wrong and doubled:
+// what comes of it stands in every_fault.tsv, with the number of the message and its whole text.
 //
 // When a message changes, or a document here, write the page anew and look at what is different:
 //
 //     VELTRANE_FAULTS=tests/models/documents/every_fault.tsv veltrane_models_tests --gtest_filter='EveryFault*'
 #include "models/baseline/small_baseline.h"
+#include "models/bayes/small_bayes.h"
 #include "models/clustering/small_clusters.h"
+#include "models/general/small_general.h"
 #include "models/kit/scoring.h"
 #include "models/mining/small_ensemble.h"
 #include "models/neighbours/small_neighbours.h"
@@ -160,6 +162,11 @@ std::vector<Subject> Subjects() {
             {"table", "<BaselineModel", kSmallTable},
             {"network", "<NeuralNetwork", kSmallNetwork},
             {"number network", "<NeuralNetwork", kSmallNumberNetwork},
+            {"general", "<GeneralRegressionModel", kSmallGeneral},
+            {"ordinal", "<GeneralRegressionModel", kSmallOrdinal},
+            {"hazards", "<GeneralRegressionModel", kSmallHazards},
+            {"bayes", "<NaiveBayesModel", kSmallBayes},
+            {"derived bayes", "<NaiveBayesModel", kSmallDerivedBayes},
             {"vectors", "<SupportVectorMachineModel", kSmallVectors},
             {"number vectors", "<SupportVectorMachineModel", kSmallNumberVectors},
             {"pair of vectors", "<SupportVectorMachineModel", kSmallPair},
