@@ -1,6 +1,7 @@
 #include "feature.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace veltrane_forest {
 
@@ -91,10 +92,10 @@ std::uint32_t Feature::MarkOf(double number) const {
 }
 
 template <typename Mark>
-void Feature::MarkRows(const Block& block, Mark* marks, std::uint8_t* unplain) const {
+void Feature::MarkRows(const Block& block, Mark* marks, std::uint8_t* unplain, const RowVectors* vectors) const {
     const FieldColumn& field = block.Field(fSlot);
     if (fKind == Kind::RANK && field.numbers != nullptr) {
-        RankRows(field.numbers, block.Rows(), marks, unplain);
+        RankRows(field.numbers, block.Rows(), marks, unplain, vectors);
         return;
     }
     for (std::size_t row = 0; row < block.Rows(); ++row) {
@@ -106,7 +107,17 @@ void Feature::MarkRows(const Block& block, Mark* marks, std::uint8_t* unplain) c
 
 /// Not a number is missing.
 template <typename Mark>
-void Feature::RankRows(const double* numbers, std::size_t rows, Mark* marks, std::uint8_t* unplain) const {
+void Feature::RankRows(const double* numbers, std::size_t rows, Mark* marks, std::uint8_t* unplain,
+                       const RowVectors* vectors) const {
+    if constexpr (std::is_same_v<Mark, std::uint16_t>) {
+        if (vectors != nullptr && vectors->rank != nullptr && !fBounds.empty()) {
+            vectors->rank(fBounds.data(), fBounds.size(), numbers, rows, static_cast<Mark>(fMissing), marks);
+            for (std::size_t row = 0; fRefusesMissing && row < rows; ++row) {
+                unplain[row] |= std::isnan(numbers[row]) ? 1 : 0;
+            }
+            return;
+        }
+    }
     for (std::size_t first = 0; first < rows; first += kAbreast) {
         const std::size_t count = std::min(kAbreast, rows - first);
         double some[kAbreast] = {};
@@ -121,7 +132,7 @@ void Feature::RankRows(const double* numbers, std::size_t rows, Mark* marks, std
     }
 }
 
-template void Feature::MarkRows(const Block&, std::uint16_t*, std::uint8_t*) const;
-template void Feature::MarkRows(const Block&, std::uint32_t*, std::uint8_t*) const;
+template void Feature::MarkRows(const Block&, std::uint16_t*, std::uint8_t*, const RowVectors*) const;
+template void Feature::MarkRows(const Block&, std::uint32_t*, std::uint8_t*, const RowVectors*) const;
 
 } // namespace veltrane_forest

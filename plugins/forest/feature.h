@@ -3,6 +3,7 @@
 
 #include "kit/columns/block.h"
 #include "kit/inputs/case_view.h"
+#include "row_sets.h"
 
 #include <cmath>
 #include <cstddef>
@@ -81,9 +82,12 @@ public:
     std::optional<std::uint32_t> MarkIn(const View& fields) const;
 
     /// The marks of the rows of a block.
+    /// @param marks   by row, with room for a multiple of 64 rows
     /// @param unplain set to 1 for rows that aren't plain, else left alone
+    /// @param vectors that the processor has, or null
     template <typename Mark>
-    void MarkRows(const veltrane_kit::Block& block, Mark* marks, std::uint8_t* unplain) const;
+    void MarkRows(const veltrane_kit::Block& block, Mark* marks, std::uint8_t* unplain,
+                  const RowVectors* vectors) const;
 
     std::size_t Bytes() const { return fBounds.capacity() * sizeof(double); }
 
@@ -97,7 +101,8 @@ private:
                (fRefusesOther && mark == Other() && (fKind == Kind::CODE || fKind == Kind::MEMBER));
     }
     template <typename Mark>
-    void RankRows(const double* numbers, std::size_t rows, Mark* marks, std::uint8_t* unplain) const;
+    void RankRows(const double* numbers, std::size_t rows, Mark* marks, std::uint8_t* unplain,
+                  const RowVectors* vectors) const;
 
     int fSlot;
     Kind fKind;

@@ -284,7 +284,7 @@ void FlatForest<Node>::Look(const Block& block, Room& room) const {
     std::fill_n(marks, most, Mark{0});
     for (const Feature& feature : fFeatures) {
         marks += std::size_t{1} << room.shift;
-        feature.MarkRows(block, marks, room.unplain.data());
+        feature.MarkRows(block, marks, room.unplain.data(), fRowVectors);
     }
 }
 

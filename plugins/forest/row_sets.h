@@ -40,6 +40,12 @@ struct RowVectors {
     /// @param steps 255 at most
     /// @param exits room for kRowsOfSet; by row, the set that it comes to
     void (*part)(const std::uint8_t* from, std::size_t steps, std::size_t rows, RowSet* sets, std::uint8_t* exits);
+    /// Counts the cuts that lie below numbers; null where a processor has no vectors for it that are faster.
+    /// @param cuts    sorted, one at least and fewer than a mark may be
+    /// @param missing the mark of what isn't a number
+    /// @param marks   by row; with room for a multiple of 64 rows, which are set too
+    void (*rank)(const double* cuts, std::size_t count, const double* numbers, std::size_t rows, std::uint16_t missing,
+                 std::uint16_t* marks);
 };
 
 /// The vectors of AVX2 or AVX-512; null where the processor doesn't have them.

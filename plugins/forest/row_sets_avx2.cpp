@@ -119,7 +119,7 @@ VELTRANE_FOREST_AVX2 void Part(const std::uint8_t* from, std::size_t steps, std:
 } // namespace
 
 const RowVectors* RowVectorsOfAvx2() {
-    static constexpr RowVectors kVectors{Ask, Part};
+    static constexpr RowVectors kVectors{Ask, Part, nullptr};
     static const bool hasVectors = __builtin_cpu_supports("avx2") != 0;
     return hasVectors ? &kVectors : nullptr;
 }

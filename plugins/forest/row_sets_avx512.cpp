@@ -2,6 +2,10 @@
 #include "row_sets.h"
 
 #if defined(__x86_64__)
+#if defined(__GNUC__) && !defined(__clang__)
+// GCC's own intrinsics begin with a vector that isn't set, all of whose lanes they write.
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
 #include <immintrin.h>
 #endif
 
@@ -112,12 +116,91 @@ VELTRANE_FOREST_AVX512 void Part(const std::uint8_t* from, std::size_t steps, st
     }
 }
 
+constexpr std::size_t kNumbers = 8;       // of a vector
+constexpr std::size_t kSearches = 4;      // vectors at once
+constexpr std::size_t kLevelsByTable = 4; // of a search, whose cuts a vector has room for
+
+/// The cuts that the first levels of a search compare with, by the answers so far.
+struct FirstCuts {
+    double cuts[kLevelsByTable][kNumbers] = {};
+
+    FirstCuts(const double* all, std::size_t count) {
+        std::size_t starts[kNumbers] = {};
+        std::size_t left = count;
+        for (std::size_t level = 0; level < kLevelsByTable && left > 1; ++level) {
+            const std::size_t half = left / 2;
+            const std::size_t ways = std::size_t{1} << level;
+            for (std::size_t way = ways; way-- > 0;) {
+                const std::size_t start = starts[way];
+                cuts[level][way] = all[start + half - 1];
+                if (2 * way + 1 < kNumbers) {
+                    starts[2 * way] = start;
+                    starts[2 * way + 1] = start + half;
+                }
+            }
+            left -= half;
+        }
+    }
+};
+
+/// Each step takes half of what is left, as it does one by one.
+VELTRANE_FOREST_AVX512 void Rank(const double* cuts, std::size_t count, const double* numbers, std::size_t rows,
+                                 std::uint16_t missing, std::uint16_t* marks) {
+    constexpr std::size_t kAtOnce = kNumbers * kSearches;
+    const FirstCuts table(cuts, count);
+    const __m512i one = _mm512_set1_epi64(1);
+    for (std::size_t done = 0; done < rows; done += kAtOnce) {
+        __m512d number[kSearches];
+        __m512i at[kSearches];
+        __m512i way[kSearches];
+        for (std::size_t i = 0; i < kSearches; ++i) {
+            const std::size_t first = done + i * kNumbers;
+            const std::size_t left = first < rows ? rows - first : 0;
+            const auto here = static_cast<__mmask8>(left < kNumbers ? (1U << left) - 1 : 0xFFU);
+            number[i] = _mm512_maskz_loadu_pd(here, numbers + (here == 0 ? 0 : first));
+            at[i] = _mm512_setzero_si512();
+            way[i] = _mm512_setzero_si512();
+        }
+        std::size_t left = count;
+        for (std::size_t level = 0; level < kLevelsByTable && left > 1; ++level) {
+            const std::size_t half = left / 2;
+            const __m512i step = _mm512_set1_epi64(static_cast<long long>(half));
+            const __m512d ofLevel = _mm512_loadu_pd(table.cuts[level]);
+            for (std::size_t i = 0; i < kSearches; ++i) {
+                const __m512d cut = _mm512_permutexvar_pd(way[i], ofLevel);
+                const __mmask8 isBelow = _mm512_cmp_pd_mask(cut, number[i], _CMP_LT_OQ);
+                at[i] = _mm512_mask_add_epi64(at[i], isBelow, at[i], step);
+                way[i] = _mm512_add_epi64(way[i], way[i]);
+                way[i] = _mm512_mask_add_epi64(way[i], isBelow, way[i], one);
+            }
+            left -= half;
+        }
+        while (left > 0) {
+            // The last step takes the one that is left.
+            const std::size_t half = left > 1 ? left / 2 : 1;
+            const __m512i step = _mm512_set1_epi64(static_cast<long long>(half));
+            for (std::size_t i = 0; i < kSearches; ++i) {
+                const __m512d cut = _mm512_i64gather_pd(at[i], cuts + half - 1, sizeof(double));
+                const __mmask8 isBelow = _mm512_cmp_pd_mask(cut, number[i], _CMP_LT_OQ);
+                at[i] = _mm512_mask_add_epi64(at[i], isBelow, at[i], step);
+            }
+            left -= half;
+        }
+        const __m512i none = _mm512_set1_epi64(missing);
+        for (std::size_t i = 0; i < kSearches; ++i) {
+            const __mmask8 isNone = _mm512_cmp_pd_mask(number[i], number[i], _CMP_UNORD_Q);
+            const __m512i rank = _mm512_mask_mov_epi64(at[i], isNone, none);
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(marks + done + i * kNumbers), _mm512_cvtepi64_epi16(rank));
+        }
+    }
+}
+
 #undef VELTRANE_FOREST_AVX512
 
 } // namespace
 
 const RowVectors* RowVectorsOfAvx512() {
-    static constexpr RowVectors kVectors{Ask, Part};
+    static constexpr RowVectors kVectors{Ask, Part, Rank};
     static const bool hasVectors = __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512bw") != 0 &&
                                    __builtin_cpu_supports("avx512vl") != 0 && __builtin_cpu_supports("avx512dq") != 0;
     return hasVectors ? &kVectors : nullptr;
