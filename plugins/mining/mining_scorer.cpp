@@ -4,6 +4,8 @@
 #include "kit/document/common_elements.h"
 #include "segmentation_reader.h"
 
+#include <algorithm>
+#include <iterator>
 #include <ostream>
 
 namespace veltrane_mining {
@@ -217,11 +219,10 @@ bool MiningScorer::Chain(const CaseView& fields, Prediction& prediction, Parts& 
 }
 
 void MiningScorer::Display(std::ostream& out, const Target& /*target*/) const {
-    for (const veltrane_kit::Word<Method>& method : kMethods) {
-        if (method.meaning == fSegmentation.method) {
-            out << "method: " << veltrane_kit::Narrow(method.text) << "\n";
-        }
-    }
+    const auto* const method =
+        std::find_if(std::begin(kMethods), std::end(kMethods),
+                     [&](const veltrane_kit::Word<Method>& word) { return word.meaning == fSegmentation.method; });
+    out << "method: " << veltrane_kit::Narrow(method->text) << "\n";
     for (const Segment& segment : fSegmentation.segments) {
         out << "segment " << segment.id << ": " << segment.plan->Parts().tag << "\n";
         segment.plan->GetScorer().Display(out, segment.plan->GetTarget());

@@ -42,6 +42,9 @@ inline constexpr veltrane_kit::Word<Method> kMethods[] = {
     {u"selectFirst", Method::SELECT_FIRST},
     {u"selectAll", Method::SELECT_ALL},
     {u"modelChain", Method::MODEL_CHAIN},
+    // As producers wrote them ahead of version 4.4.
+    {u"x-weightedMedian", Method::WEIGHTED_MEDIAN},
+    {u"x-weightedSum", Method::WEIGHTED_SUM},
 };
 
 constexpr bool IsVote(Method method) {

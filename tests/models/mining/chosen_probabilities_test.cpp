@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <vector>
 
 using namespace veltrane::tests;
@@ -125,6 +126,19 @@ TEST(SegmentWeights, CountWithoutTheirSignsForTheShareOfMissingPredictions) {
     ASSERT_TRUE(within.Score({{"x", ""}, {"z", "2"}}).IsOK());
     EXPECT_EQ(within.Number(), 9.0);
     EXPECT_FALSE(Scored(document("0.39")).Score({{"x", ""}, {"z", "2"}}).IsOK());
+}
+
+TEST(SegmentWeights, CountUnderTheOlderWordsOfProducersToo) {
+    const Case row = {{"x", "1"}, {"z", "2"}};
+    Scored sum(Weighted("x-weightedSum", "-2"));
+    ASSERT_TRUE(sum.Score(row).IsOK());
+    EXPECT_EQ(sum.Number(), 1.0);
+    Scored median(Weighted("x-weightedMedian", "4"));
+    ASSERT_TRUE(median.Score(row).IsOK());
+    EXPECT_EQ(median.Number(), 4.0);
+    std::ostringstream shown;
+    sum.Model().Display(shown);
+    EXPECT_NE(shown.str().find("method: weightedSum\n"), std::string::npos) << shown.str();
 }
 
 TEST(SegmentWeights, AreNotNegativeForProbabilities) {
