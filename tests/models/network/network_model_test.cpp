@@ -5,6 +5,7 @@
 #include "models/network/small_network.h"
 #include "support/faults/failure.h"
 #include "support/folders.h"
+#include "support/rows.h"
 
 #include <gtest/gtest.h>
 
@@ -95,6 +96,52 @@ TEST(NeuralNetwork, InvertsTheNormalisationOfItsTarget) {
     ASSERT_TRUE(scored.Score({{"x", "-2"}}).IsOK());
     EXPECT_EQ(scored.Number(), -600.0);
 }
+
+/// An expression of an input, and what it makes of x = 2.5 and w = "a b a" behind a case with x = 1.
+struct DerivedInput {
+    const char* name;
+    const char* expression;
+    double expected;
+};
+
+class DerivedInputs : public testing::TestWithParam<DerivedInput> {};
+
+TEST_P(DerivedInputs, AreWhatTheirExpressionsGive) {
+    std::string document = Replaced(kSmallNumberNetwork, "<DataField name='z' optype='continuous' dataType='double'/>",
+                                    "<DataField name='w' optype='categorical' dataType='string'/>");
+    document = Replaced(document, "<MiningField name='x'/>", "<MiningField name='x'/><MiningField name='w'/>");
+    document = Replaced(document,
+                        "<NeuralInput id='0'><DerivedField optype='continuous' dataType='double'><FieldRef "
+                        "field='x'/>",
+                        std::string("<NeuralInput id='0'><DerivedField optype='continuous' dataType='double'>") +
+                            GetParam().expression);
+    Scored scored(document);
+    scored.Score({{"x", "1"}, {"w", "b"}});
+    ASSERT_TRUE(scored.Score({{"x", "2.5"}, {"w", "a b a"}}).IsOK());
+    EXPECT_EQ(scored.Number(), 300 * GetParam().expected);
+}
+
+constexpr DerivedInput kDerivedInputs[] = {
+    {"Constant", "<Constant>3</Constant>", 3.0},
+    {"FieldRef", "<FieldRef field='x'/>", 2.5},
+    {"NormContinuous",
+     "<NormContinuous field='x'><LinearNorm orig='2' norm='0'/><LinearNorm orig='4' norm='1'/></NormContinuous>", 0.25},
+    {"NormDiscrete", "<NormDiscrete field='w' value='a b a'/>", 1.0},
+    {"Discretize",
+     "<Discretize field='x'><DiscretizeBin binValue='5'><Interval closure='openOpen' leftMargin='2'/></DiscretizeBin>"
+     "</Discretize>",
+     5.0},
+    {"MapValues",
+     "<MapValues outputColumn='o'><FieldColumnPair field='w' column='i'/><InlineTable><row><i>a b a</i><o>4</o></row>"
+     "</InlineTable></MapValues>",
+     4.0},
+    {"TextIndex", "<TextIndex textField='w' localTermWeights='termFrequency'><Constant>a</Constant></TextIndex>", 2.0},
+    {"Apply", "<Apply function='*'><FieldRef field='twice'/><Constant>2</Constant></Apply>", 10.0},
+    {"Aggregate", "<Aggregate field='x' function='sum'/>", 2.5},
+    {"Lag", "<Lag field='x' n='1'/>", 1.0},
+};
+
+INSTANTIATE_TEST_SUITE_P(Expressions, DerivedInputs, testing::ValuesIn(kDerivedInputs), NameOfRow());
 
 TEST(NeuralNetwork, ATargetOfItsOwnIsTheFieldOfItsOutput) {
     Scored scored(Replaced(kSmallNumberNetwork, "<MiningField name='y' usageType='target'/>", ""));
