@@ -108,6 +108,7 @@ std::string RandomForest::FullTree() {
     fields.emplace_back("f");
     std::shuffle(fields.begin(), fields.end(), fRandom);
     std::vector<Range> ranges;
+    ranges.reserve(fields.size());
     for (const std::string& field : fields) {
         ranges.push_back({field, 0, Numbers().size() - 1});
     }
