@@ -252,7 +252,7 @@ void ClusterReader::CheckCovariances(const Element& covariances) const {
 }
 
 void ClusterReader::FindNamed() {
-    const veltrane_kit::AskedEntities& asked = fParts.more.entities;
+    veltrane_kit::AskedEntities& asked = fParts.more.entities;
     fModel.ranks = asked.Ranks();
     if (asked.GetNamed().empty()) {
         return;
@@ -261,12 +261,9 @@ void ClusterReader::FindNamed() {
     for (std::size_t i = 0; i < fModel.clusters.size(); ++i) {
         places.emplace(fModel.clusters[i].id, i);
     }
+    asked.Resolve([&](const std::string& id) { return places.count(id) > 0; });
     for (const veltrane_kit::AskedEntities::Named& named : asked.GetNamed()) {
-        const auto found = places.find(named.id);
-        if (found == places.end()) {
-            named.field.RaiseInvalid(u"value");
-        }
-        fModel.named.push_back(found->second);
+        fModel.named.push_back(places.at(named.id));
     }
 }
 

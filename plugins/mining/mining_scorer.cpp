@@ -125,6 +125,10 @@ void MiningScorer::Take(const Segment& segment, Parts& state, Prediction& predic
     prediction.grounds.rules = own.grounds.rules;
     prediction.grounds.entities = own.grounds.entities;
     prediction.affinity = own.affinity;
+    for (const int named : segment.named) {
+        const auto at = static_cast<std::size_t>(named);
+        prediction.affinities.push_back(at < own.affinities.size() ? own.affinities[at] : Prediction::kNone);
+    }
     if (!fSegmentation.isClassification) {
         return;
     }

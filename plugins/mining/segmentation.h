@@ -74,6 +74,7 @@ struct Segment {
     bool predictsTarget = true;          ///< whether its predictions are of the kind of the whole model's
     bool looksBack = false;              ///< whether it has to see each case
     std::vector<Told> told;              ///< empty where nobody asks
+    std::vector<int> named; ///< of the entities that the whole model's output fields name, their places in the plan's
 };
 
 /// The segments of a model and how they work together.

@@ -204,6 +204,9 @@ void SegmentationReader::ReadModel(const Element& model, Segment& segment) {
     segment.looksBack = make == nullptr || fParts.inputs->Layout().histories.size() > histories;
     segment.predictsTarget = segment.plan->Parts().function == fParts.function;
     FindCategories(model, segment);
+    for (const veltrane_kit::AskedEntities::Named& named : fParts.more.entities.GetNamed()) {
+        segment.named.push_back(segment.plan->Parts().more.entities.PlaceOf(named.id));
+    }
     segment.predictsTarget = segment.predictsTarget && !HasOtherTarget(segment);
     Tell(segment);
 }

@@ -102,18 +102,15 @@ void NeighboursScorer::ReadInputs(const Element& element, ComparisonReader& comp
     fVoting.isDistance = comparison.Get().isDistance;
 }
 
-void NeighboursScorer::FindNamed(const ModelParts& parts) {
-    const auto& asked = parts.more.entities.GetNamed();
+void NeighboursScorer::FindNamed(ModelParts& parts) {
+    veltrane_kit::AskedEntities& asked = parts.more.entities;
     std::unordered_map<std::string_view, std::size_t> places;
-    for (std::size_t i = 0; !asked.empty() && i < fInstances.Size(); ++i) {
+    for (std::size_t i = 0; !asked.GetNamed().empty() && i < fInstances.Size(); ++i) {
         places.emplace(fInstances.ids[i], i);
     }
-    for (const veltrane_kit::AskedEntities::Named& named : asked) {
-        const auto found = places.find(named.id);
-        if (found == places.end()) {
-            named.field.RaiseInvalid(u"value");
-        }
-        fNamed.push_back(found->second);
+    asked.Resolve([&](const std::string& id) { return places.count(id) > 0; });
+    for (const veltrane_kit::AskedEntities::Named& named : asked.GetNamed()) {
+        fNamed.push_back(places.at(named.id));
     }
 }
 

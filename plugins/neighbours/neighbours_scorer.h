@@ -37,7 +37,7 @@ private:
 
     void ReadInputs(const veltrane_kit::Element& element, veltrane_clustering::ComparisonReader& comparison);
     void ReadVoting(const veltrane_kit::Element& element);
-    void FindNamed(const veltrane_kit::ModelParts& parts);
+    void FindNamed(veltrane_kit::ModelParts& parts);
     template <typename View>
     bool PredictFrom(const View& fields, veltrane_kit::Prediction& prediction, Room& room) const;
     const std::vector<Neighbour>& Search(Room& room) const;

@@ -190,7 +190,7 @@ std::unique_ptr<const ModelPlan> CompletePart(const Element& model, ModelParts& 
     ShareCenterFields(model);
     parts.inputs->ReadDerivedFields({}, model.Child(u"LocalTransformations"));
     parts.more.entities = AskedEntities(model, asked);
-    parts.more.entities.AskRanksOf(outer.more.entities);
+    parts.more.entities.AskAlso(outer.more.entities);
     parts.more.namesClusters = NamesClusters(model, parts);
     parts.scorer = makeScorer(model, parts);
     if (parts.scorer->LooksBack()) {

@@ -33,6 +33,22 @@ void AskedEntities::Note(const Element& field) {
     }
 }
 
+void AskedEntities::AskAlso(const AskedEntities& outer) {
+    fRanks = std::max(fRanks, outer.fRanks);
+    for (const Named& named : outer.fNamed) {
+        if (fPlaces.emplace(named.id, static_cast<int>(fNamed.size())).second) {
+            fNamed.push_back({named.id, named.field, true});
+        }
+    }
+}
+
+void AskedEntities::FindPlaces() {
+    fPlaces.clear();
+    for (const Named& named : fNamed) {
+        fPlaces.emplace(named.id, static_cast<int>(fPlaces.size()));
+    }
+}
+
 int AskedEntities::PlaceOf(const std::string& id) const {
     const auto found = fPlaces.find(id);
     return found == fPlaces.end() ? kNone : found->second;

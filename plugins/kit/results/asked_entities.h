@@ -3,7 +3,6 @@
 
 #include "kit/document/element.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <unordered_map>
@@ -29,6 +28,7 @@ public:
     struct Named {
         std::string id;
         Element field;
+        bool isOfWhole = false; ///< of an outer model, so that another part may have it
     };
 
     const std::vector<Named>& GetNamed() const { return fNamed; }
@@ -39,11 +39,29 @@ public:
     /// The highest rank that is asked for; 1 for the entity that decided.
     std::size_t Ranks() const { return fRanks; }
 
-    /// What an outer model asks may be told by any of its parts.
-    void AskRanksOf(const AskedEntities& outer) { fRanks = std::max(fRanks, outer.fRanks); }
+    /// Adds what an outer model asks, which any of its parts may tell.
+    void AskAlso(const AskedEntities& outer);
+
+    /// Forgets the names of an outer model that a part doesn't have.
+    /// @param isKnown whether the part has an entity of an id
+    /// @throws VTException 260153 for a name of its own that it doesn't have
+    template <typename IsKnown>
+    void Resolve(const IsKnown& isKnown) {
+        std::erase_if(fNamed, [&](const Named& named) {
+            if (isKnown(named.id)) {
+                return false;
+            }
+            if (!named.isOfWhole) {
+                named.field.RaiseInvalid(u"value");
+            }
+            return true;
+        });
+        FindPlaces();
+    }
 
 private:
     void Note(const Element& field);
+    void FindPlaces();
 
     std::vector<Named> fNamed;
     std::unordered_map<std::string, int> fPlaces; ///< by id

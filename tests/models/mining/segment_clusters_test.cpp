@@ -28,7 +28,8 @@ std::string Clustering(const std::string& method, const std::string& segments) {
         "feature='predictedDisplayValue'/><OutputField name='near' feature='affinity'/>"
         "<OutputField name='entity' feature='entityId'/><OutputField name='cluster' feature='clusterId'/>"
         "<OutputField name='next' feature='clusterId' rank='2'/><OutputField name='far' "
-        "feature='clusterAffinity' rank='2'/></Output><Segmentation "
+        "feature='clusterAffinity' rank='2'/><OutputField name='toHigh' feature='affinity' value='high'/>"
+        "<OutputField name='toOther' feature='affinity' value='other'/></Output><Segmentation "
         "multipleModelMethod='" +
         method + "'>" + segments + "</Segmentation></MiningModel>");
 }
@@ -44,6 +45,7 @@ TEST(SegmentClusters, MostSegmentsDecide) {
     EXPECT_EQ(scored.Text("id"), "high");
     EXPECT_EQ(scored.Text("cluster"), "high");
     EXPECT_EQ(scored.Number("near"), kMissing) << "a vote has no distance";
+    EXPECT_EQ(scored.Number("toHigh"), kMissing);
     ASSERT_TRUE(scored.Score({{"x", "9"}, {"y", "1"}, {"z", "0"}}).IsOK());
     EXPECT_EQ(scored.Text(), "low");
     EXPECT_EQ(scored.Text("shown"), "the low ones");
@@ -78,6 +80,8 @@ TEST(SegmentClusters, ASegmentThatIsSelectedTellsItsClustersByTheirRanks) {
         EXPECT_EQ(scored.Text("cluster"), "high") << method;
         EXPECT_EQ(scored.Text("next"), "low") << method;
         EXPECT_EQ(scored.Number("far"), 9.0) << method;
+        EXPECT_EQ(scored.Number("toHigh"), 1.0) << method;
+        EXPECT_EQ(scored.Number("toOther"), kMissing) << method;
     }
 }
 
@@ -92,6 +96,33 @@ TEST(SegmentClusters, OfANestedModelAreTheClustersOfTheWhole) {
     EXPECT_EQ(scored.Text("shown"), "the low ones");
     EXPECT_EQ(scored.Text("next"), "high");
     EXPECT_EQ(scored.Number("far"), 9.0);
+    EXPECT_EQ(scored.Number("toHigh"), 9.0);
+}
+
+TEST(SegmentClusters, ASegmentTellsTheDistancesOfThoseClustersThatItHas) {
+    const std::string others = Replaced(Clusters('y', "10"), "id='high'", "id='other'");
+    const std::string document =
+        Clustering("selectFirst",
+                   SegmentOf(Clusters('x', "10"), "", "<SimplePredicate field='z' operator='lessThan' value='5'/>") +
+                       SegmentOf(others));
+    Scored scored(document);
+    ASSERT_TRUE(scored.Score({{"x", "7"}, {"y", "2"}, {"z", "1"}}).IsOK());
+    EXPECT_EQ(scored.Number("toHigh"), 3.0);
+    EXPECT_EQ(scored.Number("toOther"), kMissing);
+    ASSERT_TRUE(scored.Score({{"x", "7"}, {"y", "2"}, {"z", "9"}}).IsOK());
+    EXPECT_EQ(scored.Number("toHigh"), kMissing);
+    EXPECT_EQ(scored.Number("toOther"), 8.0);
+    ModelRows rows(document);
+    std::mt19937_64 random(4);
+    rows.Fill(random, 400);
+    EXPECT_EQ(rows.InBlocks(*rows.Scorer().NewState(), 1024, 0, false), rows.CaseByCase());
+    EXPECT_EQ(rows.InBlocks(*rows.Scorer().NewState(), 30, 7, true), rows.CaseByCase());
+    // What a segment's own output fields name it has to have.
+    const std::string own = Replaced(others, "</MiningSchema>",
+                                     "</MiningSchema><Output><OutputField name='w' feature='affinity' value='high'/>"
+                                     "</Output>");
+    ExpectFailure([&] { ReadModel(Clustering("selectFirst", SegmentOf(own))); },
+                  {INVALID_ATTRIBUTE_VALUE_IN, "high", "value", "OutputField"});
 }
 
 TEST(SegmentClusters, AChainEndsInTheClusterOfItsLastSegment) {
