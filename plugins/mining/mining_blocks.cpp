@@ -19,8 +19,6 @@ using veltrane_kit::Block;
 using veltrane_kit::BlockScorer;
 using veltrane_kit::CaseView;
 using veltrane_kit::FieldColumn;
-using veltrane_kit::Frame;
-using veltrane_kit::Inputs;
 using veltrane_kit::ModelPlan;
 using veltrane_kit::Prediction;
 using veltrane_kit::PredictionBlock;
