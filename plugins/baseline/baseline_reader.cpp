@@ -5,6 +5,7 @@
 #include "table_tests.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace veltrane_baseline {
@@ -85,6 +86,7 @@ BaselineTest BaselineReader::Read(const Element& element) {
     test.name = element.Text(kStatistic);
     Baseline baseline = ReadBaseline(element, kind);
     test.slots = baseline.table.slots;
+    test.mentioned = baseline.table.mentioned;
     test.slot = test.slots.empty() ? RequireNumber(element, kField) : fParts.inputs->RequireSlot(element, kField);
     if (!test.slots.empty() && std::find(test.slots.begin(), test.slots.end(), test.slot) == test.slots.end()) {
         element.RaiseInvalid(kField);
@@ -238,8 +240,9 @@ CountTable BaselineReader::ReadFields(const Element& baseline) {
         if (field == fParts.fields->end() || field->second.valid.empty()) {
             RaiseAt<Message::MISSING_VALUE_LIST>(child.Tag(), Narrow(kField).c_str(), name);
         }
+        std::set<std::int32_t>& mentioned = table.mentioned.emplace_back();
         for (const veltrane_kit::OwnedValue& value : field->second.valid) {
-            fParts.inputs->CategoryOf(slot, value.value);
+            mentioned.insert(fParts.inputs->CategoryOf(slot, value.value));
         }
         table.slots.push_back(slot);
     }
@@ -258,8 +261,9 @@ CountTable BaselineReader::ReadTable(const Element& element, Kind kind) {
         path.unit = sample;
     }
     ReadCells(element, path, table);
-    if (!(table.Sum() > 0.0)) {
-        path.last.RaiseInvalid(kCount); // the last one of a table without any case
+    const double sum = table.Sum();
+    if (!(sum > 0.0) || !std::isfinite(sum)) {
+        path.last.RaiseInvalid(kCount); // the last one of a table without any case, or of too many
     }
     return table;
 }
@@ -300,6 +304,7 @@ void BaselineReader::AddCell(const Element& element, Path& path, CountTable& tab
     path.last = element;
     if (table.slots.empty()) {
         table.slots = path.slots;
+        table.mentioned.resize(path.slots.size());
     }
     std::vector<std::int32_t> values(table.slots.size());
     for (std::size_t i = 0; i < path.slots.size(); ++i) {
@@ -307,7 +312,9 @@ void BaselineReader::AddCell(const Element& element, Path& path, CountTable& tab
         if (found == table.slots.end() || path.slots.size() != table.slots.size()) {
             element.RaiseInvalid(kField);
         }
-        values[static_cast<std::size_t>(found - table.slots.begin())] = path.values[i];
+        const auto at = static_cast<std::size_t>(found - table.slots.begin());
+        values[at] = path.values[i];
+        table.mentioned[at].insert(path.values[i]);
     }
     if (!table.counts.emplace(std::move(values), RequireCount(element, kCount) * path.unit).second) {
         Raise<Message::DUPLICATE_DEFINITION>(element.Tag(), element.AnyText(u"value"), "CountTable");

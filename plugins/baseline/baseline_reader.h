@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -19,10 +20,11 @@ struct BaselineTest {
     static constexpr int kNoSlot = -1;
 
     std::string name;
-    std::vector<int> slots;   ///< of the fields whose values a test of a table takes; none for a test of numbers
-    int slot = kNoSlot;       ///< of the tested field
-    int weightSlot = kNoSlot; ///< of what a case weighs; none for 1
-    bool looksBack = true;    ///< whether the cases before count
+    std::vector<int> slots; ///< of the fields whose values a test of a table takes; none for a test of numbers
+    std::vector<std::set<std::int32_t>> mentioned; ///< of each of them, the values that are told from all others
+    int slot = kNoSlot;                            ///< of the tested field
+    int weightSlot = kNoSlot;                      ///< of what a case weighs; none for 1
+    bool looksBack = true;                         ///< whether the cases before count
     std::unique_ptr<const Statistic> statistic;
 };
 

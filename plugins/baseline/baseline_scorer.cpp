@@ -49,7 +49,8 @@ bool BaselineScorer::Predict(const CaseView& fields, Prediction& prediction, Sta
     }
     auto& own = static_cast<Memory&>(state);
     for (std::size_t i = 0; i < fTest.slots.size(); ++i) {
-        own.event.values[i] = fields.Category(fTest.slots[i]);
+        const std::int32_t value = fields.Category(fTest.slots[i]);
+        own.event.values[i] = fTest.mentioned[i].count(value) > 0 ? value : Event::kOther;
     }
     own.event.number = fTest.slots.empty() ? fields.Number(fTest.slot) : 0.0;
     own.event.weight = fTest.weightSlot == BaselineTest::kNoSlot ? 1.0 : fields.Number(fTest.weightSlot);

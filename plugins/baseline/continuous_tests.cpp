@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <deque>
+#include <limits>
 
 namespace veltrane_baseline {
 
@@ -57,18 +58,37 @@ std::unique_ptr<Statistic::Memory> CumulativeSum::NewMemory() const {
     return memory;
 }
 
-/// A case that can't be under the baseline has no finite part in the sum, and leaves it as it is.
+/// What a case adds to the sum: minus infinity where it can't be under the alternate.
+/// @return kNone where no double holds it
+double CumulativeSum::PartOf(const Event& event) const {
+    if (event.weight == 0.0) {
+        return 0.0;
+    }
+    if (!fAlternate.HasDensityAt(event.number)) {
+        return -std::numeric_limits<double>::infinity();
+    }
+    const double part = event.weight * fAlternate.LogRatio(fBaseline, event.number);
+    return std::isfinite(part) ? part : kNone;
+}
+
+/// A case that can't be under the baseline has no finite part in the sum, and leaves it as it is; so does one whose
+/// part, or the sum with it, is beyond all doubles.
 double CumulativeSum::Test(const Event& event, Memory& memory) const {
-    const double ofBaseline = fBaseline.LogDensity(event.number);
-    if (!std::isfinite(ofBaseline)) {
+    if (!fBaseline.HasDensityAt(event.number)) {
         return kNone;
     }
     auto& sum = static_cast<Sum&>(memory);
-    const double gain = fAlternate.LogDensity(event.number) - ofBaseline;
-    const double part = event.weight == 0.0 ? 0.0 : event.weight * gain;
+    const double part = PartOf(event);
+    if (part == kNone) {
+        return kNone;
+    }
     if (fWindow == 0) {
-        sum.sum = std::max(fReset, sum.sum + part);
-        return sum.sum;
+        const double next = std::max(fReset, sum.sum + part);
+        if (!std::isfinite(next)) {
+            return kNone;
+        }
+        sum.sum = next;
+        return next;
     }
     sum.Add({part, 1.0}, fWindow);
     double result = fReset;

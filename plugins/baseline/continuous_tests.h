@@ -36,6 +36,8 @@ public:
     double Test(const Event& event, Memory& memory) const override;
 
 private:
+    double PartOf(const Event& event) const;
+
     Distribution fBaseline;
     Distribution fAlternate;
     double fReset;

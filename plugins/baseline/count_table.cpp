@@ -1,7 +1,5 @@
 #include "count_table.h"
 
-#include <algorithm>
-
 namespace veltrane_baseline {
 
 double CountTable::Sum() const {
@@ -12,21 +10,33 @@ double CountTable::Sum() const {
     return sum;
 }
 
-/// A cell that holds no case any more weighs nothing, whatever rounding has left there.
+void SlidingSum::PopOldest() {
+    if (fFront.empty()) {
+        double sum = 0.0;
+        for (; !fBack.empty(); fBack.pop_back()) {
+            sum += fBack.back();
+            fFront.push_back(sum);
+        }
+        fBackSum = 0.0;
+    }
+    fFront.pop_back();
+}
+
 void Observed::Add(const std::vector<std::int32_t>& values, double weight) {
-    const auto cell = fCells.try_emplace(values).first;
-    cell->second.weight += weight;
-    ++cell->second.events;
+    Cell& cell = fCells[values];
     if (fWindow == 0) {
+        cell.weight += weight;
         return;
     }
-    fEntries.push_back({cell, weight});
+    cell.weights.Push(weight);
+    fEntries.push_back(&cell);
     if (fEntries.size() > fWindow) {
-        Cell& oldest = fEntries.front().cell->second;
-        --oldest.events;
-        oldest.weight = oldest.events == 0 ? 0.0 : std::max(oldest.weight - fEntries.front().weight, 0.0);
+        Cell& oldest = *fEntries.front();
+        oldest.weights.PopOldest();
+        oldest.weight = oldest.weights.Sum();
         fEntries.pop_front();
     }
+    cell.weight = cell.weights.Sum();
 }
 
 double Observed::WeightOf(const std::vector<std::int32_t>& values) const {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <deque>
 #include <map>
+#include <set>
 #include <vector>
 
 namespace veltrane_baseline {
@@ -13,8 +14,27 @@ namespace veltrane_baseline {
 struct CountTable {
     std::vector<int> slots; ///< of the fields
     std::map<std::vector<std::int32_t>, double> counts;
+    std::vector<std::set<std::int32_t>> mentioned; ///< of each field, the values that are told from all others
 
     double Sum() const;
+};
+
+/// A sum of weights that forgets the oldest one, without taking away: each sum is one of the weights that are left, so
+/// that a great weight leaves no trace. Two stacks take turns: the one in front has the sums up to its last entry.
+class SlidingSum {
+public:
+    void Push(double weight) {
+        fBack.push_back(weight);
+        fBackSum += weight;
+    }
+    void PopOldest();
+
+    double Sum() const { return (fFront.empty() ? 0.0 : fFront.back()) + fBackSum; }
+
+private:
+    std::vector<double> fFront; ///< the oldest one is the last
+    std::vector<double> fBack;
+    double fBackSum = 0.0;
 };
 
 /// The last cases by their values.
@@ -25,7 +45,7 @@ public:
 
     struct Cell {
         double weight = 0.0;
-        std::size_t events = 0;
+        SlidingSum weights; ///< of the cases within the window
     };
 
     void Add(const std::vector<std::int32_t>& values, double weight);
@@ -36,14 +56,9 @@ public:
     double Sum() const;
 
 private:
-    struct Entry {
-        std::map<std::vector<std::int32_t>, Cell>::iterator cell;
-        double weight;
-    };
-
     std::size_t fWindow;
     std::map<std::vector<std::int32_t>, Cell> fCells;
-    std::deque<Entry> fEntries; ///< none without a window
+    std::deque<Cell*> fEntries; ///< the cells of the cases within the window, the oldest first; none without a window
 };
 
 } // namespace veltrane_baseline

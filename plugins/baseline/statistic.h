@@ -12,7 +12,7 @@ namespace veltrane_baseline {
 /// A case as a test sees it.
 struct Event {
     double number = 0.0;              ///< of the tested field, where the test is of numbers
-    std::vector<std::int32_t> values; ///< of each field of a table; kOther for one that the model doesn't mention
+    std::vector<std::int32_t> values; ///< of each field of a table; kOther for one that the test doesn't mention
     double weight = 1.0;              ///< an event of weight 2 counts as two
 
     static constexpr std::int32_t kOther = -1;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <memory>
 #include <vector>
@@ -19,8 +20,14 @@ double Tail(double chiSquare, double degrees) {
     return degrees > 0.0 ? MCMath_900::MCDistFun::SigChi(chiSquare, degrees) : Statistic::kNone;
 }
 
+/// The square itself may be beyond all doubles.
 double SquareOver(double difference, double expected) {
-    return difference * difference / expected;
+    return difference / expected * difference;
+}
+
+/// A power of two that takes a number above 0 near 1: the digits of what is multiplied by it stay.
+double ScaleOf(double largest) {
+    return std::ldexp(1.0, std::min(-std::ilogb(largest), std::numeric_limits<double>::max_exponent - 1));
 }
 
 /// A table of counts with its margins. It keeps its cells from one test to the next, those that count nothing too.
@@ -110,7 +117,8 @@ std::unique_ptr<Statistic::Memory> TableTest::NewMemory() const {
 double TableTest::Test(const Event& event, Memory& memory) const {
     auto& cases = static_cast<Cases&>(memory);
     cases.observed.Add(event.values, event.weight);
-    return cases.observed.Sum() > 0.0 ? Compare(cases) : kNone;
+    const double sum = cases.observed.Sum();
+    return sum > 0.0 && std::isfinite(sum) ? Compare(cases) : kNone;
 }
 
 /// A value that the baseline doesn't have is one that can't be.
@@ -153,17 +161,30 @@ double ChiSquareIndependence::Compare(Cases& seen) const {
     return seen.table.TestIndependence();
 }
 
+/// Both are scaled, so that no square is beyond all doubles, nor all of them 0.
 double ScalarProduct::Compare(Cases& seen) const {
     const Observed& observed = seen.observed;
+    double mostCounted = 0.0;
+    for (const auto& [values, count] : Baseline().counts) {
+        mostCounted = std::max(mostCounted, count);
+    }
+    double mostObserved = 0.0;
+    for (const auto& [values, cell] : observed.Cells()) {
+        mostObserved = std::max(mostObserved, cell.weight);
+    }
+    const double countScale = ScaleOf(mostCounted);
+    const double weightScale = ScaleOf(mostObserved);
     double product = 0.0;
     double squares = 0.0;
     double baseline = 0.0;
     for (const auto& [values, count] : Baseline().counts) {
-        product += count * observed.WeightOf(values);
-        baseline += count * count;
+        const double scaled = count * countScale;
+        product += scaled * (observed.WeightOf(values) * weightScale);
+        baseline += scaled * scaled;
     }
     for (const auto& [values, cell] : observed.Cells()) {
-        squares += cell.weight * cell.weight;
+        const double scaled = cell.weight * weightScale;
+        squares += scaled * scaled;
     }
     return product / (std::sqrt(squares) * std::sqrt(baseline));
 }

@@ -150,6 +150,8 @@ constexpr FaultyChange kTableFaults[] = {
     {"CountEmpty", "count='4'", "count=''", Failure(NULL_ATTRIBUTE, "count", "FieldValueCount")},
     {"CountWrong", "count='4'", "count='four'",
      Failure(INVALID_ATTRIBUTE_VALUE_IN, "four", "count", "FieldValueCount")},
+    {"CountsBeyondAllDoubles", "count='4'", "count='1.5e308'/><FieldValueCount field='d' value='b' count='1e308'",
+     Failure(INVALID_ATTRIBUTE_VALUE_IN, "3", "count", "FieldValueCount")},
     {"CountNegative", "count='4'", "count='-4'", Failure(INVALID_ATTRIBUTE_VALUE_IN, "-4", "count", "FieldValueCount")},
     {"CountedFieldMissing", "<FieldValueCount field='d' value='a' count='4'/>",
      "<FieldValueCount value='a' count='4'/>", Failure(MISSING_ATTRIBUTE_OF, "field", "FieldValueCount")},

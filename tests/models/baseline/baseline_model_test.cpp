@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <sstream>
 
 using namespace veltrane::tests;
@@ -32,6 +33,90 @@ TEST(Baseline, HasNoDensityWhereNothingCanBe) {
 /// In single precision of the square no density is left, but its logarithm is.
 TEST(Baseline, TellsDensitiesFarOut) {
     EXPECT_NEAR(Distribution::Gaussian(0, 1).LogDensity(1000), -500000.918938533204, 1e-8);
+}
+
+/// The digits of the difference are those of the means; both logarithms have none of them.
+TEST(Baseline, ComparesDensitiesFarOut) {
+    const Distribution gaussian = Distribution::Gaussian(1, 4);
+    EXPECT_EQ(Distribution::Gaussian(0, 4).LogRatio(gaussian, 1e9), -249999999.875);
+    EXPECT_EQ(Distribution::Gaussian(3, 16).LogRatio(gaussian, 1e170), std::numeric_limits<double>::infinity());
+    EXPECT_NEAR(Distribution::Gaussian(3, 16).LogRatio(gaussian, 5), 1.875 - std::log(2.0), 1e-15);
+    const Distribution poisson = Distribution::Poisson(1e10);
+    EXPECT_NEAR(Distribution::Poisson(1.5e10).LogRatio(poisson, 1e10), -945348918.918356, 1e-5);
+    EXPECT_EQ(Distribution::Poisson(1e10).LogRatio(poisson, 3e10), 0);
+    EXPECT_NEAR(Distribution::Poisson(1e10 + 1).LogRatio(poisson, 1e10), -5e-11, 1e-15);
+}
+
+/// A width that no double holds has a half.
+TEST(Baseline, HasUniformDistributionsOfAnyWidth) {
+    const Distribution wide = Distribution::Uniform(-1e308, 1e308);
+    EXPECT_NEAR(wide.Standardized(1e308), std::sqrt(3.0), 1e-15);
+    EXPECT_NEAR(wide.LogDensity(0), -709.88935582272602, 1e-12);
+    EXPECT_EQ(wide.mean, 0);
+}
+
+/// Neither a gain nor a sum that no double holds is taken into account, and none is a prediction.
+TEST(Baseline, LeavesOutPartsBeyondAllDoubles) {
+    const std::string document =
+        BaselineDocument("field='x' testStatistic='CUSUM' weightField='w'>"
+                         "<Baseline><GaussianDistribution mean='0' variance='1'/></Baseline>"
+                         "<Alternate><GaussianDistribution mean='1' variance='1'/></Alternate>");
+    Scored scored(document);
+    EXPECT_TRUE(scored.Score({{"x", "2.5"}, {"w", "1"}}).IsOK());
+    EXPECT_EQ(scored.Number(), 2);
+    EXPECT_FALSE(scored.Score({{"x", "1e300"}, {"w", "1e300"}}).IsOK());
+    EXPECT_TRUE(scored.Score({{"x", "2.5"}, {"w", "5e307"}}).IsOK());
+    EXPECT_EQ(scored.Number(), 1e308);
+    EXPECT_FALSE(scored.Score({{"x", "2.5"}, {"w", "5e307"}}).IsOK());
+    EXPECT_FALSE(scored.Score({{"x", "-1e300"}, {"w", "1e300"}}).IsOK());
+    EXPECT_TRUE(scored.Score({{"x", "0.5"}, {"w", "1"}}).IsOK());
+    EXPECT_EQ(scored.Number(), 1e308);
+}
+
+/// A sum from which the great weight was taken away would have lost the small ones.
+TEST(Baseline, ForgetsGreatWeightsThatLeaveTheWindow) {
+    Scored scored(Replaced(kSmallTable, "normalizationScheme='Independent'", "windowSize='2' weightField='w'"));
+    scored.Score({{"c", "u"}, {"d", "a"}, {"w", "1e17"}});
+    EXPECT_NEAR(scored.Number(), 0.8, 1e-15);
+    scored.Score({{"c", "u"}, {"d", "a"}, {"w", "3"}});
+    scored.Score({{"c", "v"}, {"d", "a"}, {"w", "4"}});
+    EXPECT_NEAR(scored.Number(), 24.0 / 25.0, 1e-15);
+}
+
+TEST(Baseline, ComparesCountsWhoseSquaresNoDoubleHolds) {
+    for (const auto* size : {"e200", "e-320"}) {
+        std::string document = Replaced(kSmallTable, "count='4'", std::string("count='4") + size + "'");
+        document = Replaced(document, "count='3'", std::string("count='3") + size + "'");
+        Scored scored(Replaced(document, "normalizationScheme='Independent'", "weightField='w'"));
+        for (const auto* weight : {"1e200", "1e-200"}) {
+            scored.Score({{"c", "u"}, {"d", "a"}, {"w", weight}});
+            EXPECT_NEAR(scored.Number(), 0.8, 1e-4) << size << " " << weight;
+        }
+    }
+}
+
+/// What stands in the place of a missing value is mentioned by the schema, not by the table.
+TEST(Baseline, CountsReplacementsThatTheTableDoesNotMentionAsOneValue) {
+    const std::string document =
+        Replaced(kSmallTable, "<MiningField name='d'/>", "<MiningField name='d' missingValueReplacement='b'/>");
+    Scored scored(document);
+    scored.Score({{"c", "u"}, {"d", "a"}});
+    scored.Score({{"c", "u"}});
+    scored.Score({{"c", "u"}, {"d", "elsewhere"}});
+    EXPECT_NEAR(scored.Number(), 4 / (5 * std::sqrt(5.0)), 1e-15); // once a, twice another one
+}
+
+/// A share of a table is what is left when its counts are beyond 1e154 as well.
+TEST(Baseline, TestsCountsWhoseSquaresNoDoubleHolds) {
+    const std::string document =
+        Replaced(Replaced(kSmallTable, "scalarProduct", "chiSquareDistribution"), "count='3'", "count='4'");
+    Scored scored(Replaced(document, "normalizationScheme='Independent'", "weightField='w'"));
+    scored.Score({{"c", "u"}, {"d", "a"}, {"w", "4e307"}});
+    EXPECT_EQ(scored.Number(), 0);
+    EXPECT_TRUE(scored.Score({{"c", "v"}, {"d", "a"}, {"w", "4e307"}}).IsOK());
+    EXPECT_EQ(scored.Number(), 1);
+    EXPECT_FALSE(scored.Score({{"c", "v"}, {"d", "a"}, {"w", "1.5e308"}}).IsOK());
+    EXPECT_EQ(scored.Number("p"), kMissing);
 }
 
 TEST(Baseline, LeavesOutCasesThatLackAValue) {
