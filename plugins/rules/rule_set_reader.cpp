@@ -3,6 +3,7 @@
 #include "kit/conditions/condition_text.h"
 #include "kit/document/raise.h"
 
+#include <cmath>
 #include <utility>
 
 namespace veltrane_rules {
@@ -184,6 +185,7 @@ Distribution RuleSetReader::ReadDistribution(const Element& parent) {
     Distribution distribution;
     distribution.first = static_cast<std::int32_t>(fRules.shares.size());
     std::set<std::int32_t> known;
+    Element last;
     for (const Element child : parent.Children()) {
         if (!child.Is(u"ScoreDistribution")) {
             continue;
@@ -196,8 +198,9 @@ Distribution RuleSetReader::ReadDistribution(const Element& parent) {
             Raise<Message::DUPLICATE_DEFINITION>(child.Tag(), child.AnyText(u"value"), parent.Tag());
         }
         ++distribution.count;
+        last = child;
     }
-    CompleteProbabilities(distribution);
+    CompleteProbabilities(distribution, last);
     return distribution;
 }
 
@@ -214,11 +217,15 @@ Share RuleSetReader::ReadShare(const Element& element) {
 }
 
 /// A probability that isn't told is the share of the records.
-void RuleSetReader::CompleteProbabilities(Distribution distribution) {
+/// @param last ScoreDistribution of them
+void RuleSetReader::CompleteProbabilities(Distribution distribution, const Element& last) {
     double records = 0.0;
     Share* const first = fRules.shares.data() + distribution.first;
     for (const Share* share = first; share != first + distribution.count; ++share) {
         records += share->recordCount;
+    }
+    if (!std::isfinite(records)) {
+        last.RaiseInvalid(kRecordCount); // all together are beyond all doubles
     }
     for (Share* share = first; share != first + distribution.count; ++share) {
         if (share->probability == Prediction::kNone && records > 0.0) {

@@ -36,7 +36,7 @@ private:
     std::int32_t ReadScore(const veltrane_kit::Element& element, const XMLCh* attribute);
     Distribution ReadDistribution(const veltrane_kit::Element& parent);
     Share ReadShare(const veltrane_kit::Element& element);
-    void CompleteProbabilities(Distribution distribution);
+    void CompleteProbabilities(Distribution distribution, const veltrane_kit::Element& last);
 
     RuleSet& fRules;
     veltrane_kit::ModelParts& fParts;

@@ -5,6 +5,7 @@
 #include "rule_set_reader.h"
 
 #include <algorithm>
+#include <cmath>
 #include <ostream>
 #include <vector>
 
@@ -62,16 +63,17 @@ bool RuleSetScorer::PredictFrom(const View& fields, Prediction& prediction, Hits
         PredictDefault(prediction);
         return true;
     }
-    Order(hits);
+    if (!Order(hits)) {
+        return false;
+    }
     for (std::size_t rank = 0; rank < std::min(hits.rules.size(), fTold); ++rank) {
         prediction.grounds.rules.push_back(At(hits.rules[rank]).rule);
     }
     prediction.entityId = &prediction.grounds.rules.front()->id;
     if (fIsClassification) {
-        PredictCategory(hits, prediction);
-    } else {
-        prediction.number = fRules.numbers[static_cast<std::size_t>(At(hits.rules.front()).score)];
+        return PredictCategory(hits, prediction);
     }
+    prediction.number = fRules.numbers[static_cast<std::size_t>(At(hits.rules.front()).score)];
     return true;
 }
 
@@ -109,15 +111,19 @@ int RuleSetScorer::LackingSlot(const View& fields) const {
 
 /// Rules of equal weight stay in the order of the document. Of equal sums that of the category comes first that the
 /// dictionary lists first, of numbers the one that the document has first.
-void RuleSetScorer::Order(Hits& hits) const {
+/// @return false where a sum of weights is beyond all doubles, so that there is no order
+bool RuleSetScorer::Order(Hits& hits) const {
     if (fRules.criterion == Criterion::FIRST_HIT) {
-        return;
+        return true;
     }
     const bool isBySum = fRules.criterion == Criterion::WEIGHTED_SUM;
     if (isBySum) {
         std::fill(hits.weights.begin(), hits.weights.end(), 0.0);
         for (const std::int32_t rule : hits.rules) {
             hits.weights[static_cast<std::size_t>(At(rule).score)] += At(rule).weight;
+        }
+        if (!std::all_of(hits.weights.begin(), hits.weights.end(), [](double sum) { return std::isfinite(sum); })) {
+            return false;
         }
     }
     std::sort(hits.rules.begin(), hits.rules.end(), [&](std::int32_t a, std::int32_t b) {
@@ -130,6 +136,7 @@ void RuleSetScorer::Order(Hits& hits) const {
         }
         return left.weight != right.weight ? left.weight > right.weight : a < b;
     });
+    return true;
 }
 
 void RuleSetScorer::PredictDefault(Prediction& prediction) const {
@@ -145,14 +152,17 @@ void RuleSetScorer::PredictDefault(Prediction& prediction) const {
     }
 }
 
-void RuleSetScorer::PredictCategory(const Hits& hits, Prediction& prediction) const {
+/// @return false where a sum of weights or confidences is beyond all doubles
+bool RuleSetScorer::PredictCategory(const Hits& hits, Prediction& prediction) const {
     prediction.category = At(hits.rules.front()).score;
-    if (fRules.criterion == Criterion::WEIGHTED_SUM) {
-        AddProbabilities(hits, prediction);
-    } else {
+    if (fRules.criterion != Criterion::WEIGHTED_SUM) {
         SetProbabilities(At(hits.rules.front()).distribution, prediction);
+    } else if (!AddProbabilities(hits, prediction)) {
+        return false;
     }
     SetConfidences(hits, prediction);
+    const std::vector<double>& confidences = prediction.confidences;
+    return std::all_of(confidences.begin(), confidences.end(), [](double each) { return std::isfinite(each); });
 }
 
 /// The confidence of a category is that of the rule that predicts it, the first one in their order; of sums, what all
@@ -198,13 +208,14 @@ void RuleSetScorer::SetProbabilities(Distribution distribution, Prediction& pred
 }
 
 /// The mean of all distributions, weighed as their rules are; rules without one, or without a weight, don't count.
-void RuleSetScorer::AddProbabilities(const Hits& hits, Prediction& prediction) const {
+/// @return false where the sum of the weights is beyond all doubles
+bool RuleSetScorer::AddProbabilities(const Hits& hits, Prediction& prediction) const {
     double weights = 0.0;
     for (const std::int32_t rule : hits.rules) {
         weights += At(rule).distribution.count > 0 ? std::max(At(rule).weight, 0.0) : 0.0;
     }
-    if (!(weights > 0.0)) {
-        return;
+    if (!(weights > 0.0) || !std::isfinite(weights)) {
+        return weights == 0.0;
     }
     prediction.probabilities.assign(prediction.probabilities.size(), 0.0);
     for (const std::int32_t rule : hits.rules) {
@@ -216,6 +227,7 @@ void RuleSetScorer::AddProbabilities(const Hits& hits, Prediction& prediction) c
                 std::max(At(rule).weight, 0.0) / weights * probability;
         }
     }
+    return true;
 }
 
 class RuleSetScorer::Blocks : public veltrane_kit::BlockScorer {

@@ -35,12 +35,12 @@ private:
     void FindHits(const View& fields, Hits& hits) const;
     template <typename View>
     int LackingSlot(const View& fields) const;
-    void Order(Hits& hits) const;
+    bool Order(Hits& hits) const;
     void PredictDefault(veltrane_kit::Prediction& prediction) const;
-    void PredictCategory(const Hits& hits, veltrane_kit::Prediction& prediction) const;
+    bool PredictCategory(const Hits& hits, veltrane_kit::Prediction& prediction) const;
     void SetConfidences(const Hits& hits, veltrane_kit::Prediction& prediction) const;
     void SetProbabilities(Distribution distribution, veltrane_kit::Prediction& prediction) const;
-    void AddProbabilities(const Hits& hits, veltrane_kit::Prediction& prediction) const;
+    bool AddProbabilities(const Hits& hits, veltrane_kit::Prediction& prediction) const;
     const RuleScore& At(std::int32_t rule) const { return fRules.rules[static_cast<std::size_t>(rule)]; }
 
     RuleSet fRules;

@@ -95,11 +95,7 @@ bool ScorecardScorer::PredictFrom(const View& fields, Prediction& prediction, Di
         }
     }
     prediction.number = score;
-    if (!std::isfinite(score)) {
-        return false;
-    }
-    RankReasons(prediction, differences);
-    return true;
+    return std::isfinite(score) && RankReasons(prediction, differences);
 }
 
 template <typename View>
@@ -127,11 +123,15 @@ int ScorecardScorer::LackingSlot(const Characteristic& characteristic, const Vie
 
 /// The greatest difference comes first, among equal ones that of the characteristic that stands first. A characteristic
 /// that is on the other side of its baseline is no reason.
-void ScorecardScorer::RankReasons(Prediction& prediction, Differences& differences) const {
+/// @return false where a difference is beyond all doubles, so that there is no order
+bool ScorecardScorer::RankReasons(Prediction& prediction, Differences& differences) const {
     std::vector<Differences::Reason>& ranked = differences.ranked;
     ranked.clear();
     for (const std::int32_t code : differences.met) {
         const double difference = differences.byReason[static_cast<std::size_t>(code)];
+        if (!std::isfinite(difference)) {
+            return false;
+        }
         if (difference >= 0.0) {
             ranked.push_back({difference, ranked.size(), code});
         }
@@ -142,6 +142,7 @@ void ScorecardScorer::RankReasons(Prediction& prediction, Differences& differenc
     for (const Differences::Reason& reason : ranked) {
         prediction.grounds.reasons.push_back(&fCard.reasons[static_cast<std::size_t>(reason.code)]);
     }
+    return true;
 }
 
 class ScorecardScorer::Blocks : public veltrane_kit::BlockScorer {

@@ -34,7 +34,7 @@ private:
     const Attribute* Find(const Characteristic& characteristic, const View& fields) const;
     template <typename View>
     int LackingSlot(const Characteristic& characteristic, const View& fields) const;
-    void RankReasons(veltrane_kit::Prediction& prediction, Differences& differences) const;
+    bool RankReasons(veltrane_kit::Prediction& prediction, Differences& differences) const;
 
     Scorecard fCard;
 };

@@ -56,6 +56,36 @@ TEST(RuleSet, TellsAsManyRulesAsOutputFieldsAskFor) {
     }
 }
 
+/// Weights and confidences may be any numbers, but what no double holds has no order and is no output.
+TEST(RuleSet, PredictsNothingBySumsBeyondAllDoubles) {
+    const std::string rules = "<SimpleRule score='a' weight='1e308' confidence='1e308'><SimplePredicate field='x' "
+                              "operator='lessThan' value='0'/></SimpleRule>";
+    for (const auto* weight : {"weight='1e308'", "weight='1' confidence='1e308'"}) {
+        SCOPED_TRACE(weight);
+        Scored scored(Replaced(Replaced(kSmallRules, "firstHit", "weightedSum"), "<SimpleRule id='low' score='a'",
+                               rules + "<SimpleRule score='a' " + weight +
+                                   "><SimplePredicate field='x' operator='lessThan' value='-1'/></SimpleRule>"
+                                   "<SimpleRule id='low' score='a'"));
+        EXPECT_TRUE(scored.Score({{"x", "-0.5"}, {"k", "u"}}).IsOK());
+        EXPECT_EQ(scored.Text(), "a");
+        EXPECT_EQ(scored.Score({{"x", "-5"}, {"k", "u"}}).GetErrorCode(), kNoPrediction);
+        EXPECT_EQ(scored.Number("conf"), kMissing);
+        EXPECT_EQ(scored.Text(), "");
+    }
+}
+
+/// The sum of a category's weights is a number, that of all whose distributions are to be mixed is none.
+TEST(RuleSet, MixesNoDistributionsByWeightsBeyondAllDoubles) {
+    const std::string other = "<SimpleRule score='b' weight='1.5e308'><True/><ScoreDistribution value='b' "
+                              "recordCount='1'/></SimpleRule><SimpleRule id='low' score='a'";
+    std::string document = Replaced(kSmallRules, "firstHit", "weightedSum");
+    Scored scored(
+        Replaced(Replaced(document, "<SimpleRule id='low' score='a'", other), "weight='2'", "weight='1e308'"));
+    EXPECT_TRUE(scored.Score({{"x", "1"}, {"k", "u"}}).IsOK());
+    EXPECT_EQ(scored.Probability("b"), 1);
+    EXPECT_EQ(scored.Score({{"x", "0"}, {"k", "u"}}).GetErrorCode(), kNoPrediction);
+}
+
 TEST(RuleSet, IsAsSureAsItsRuleWhereNothingTellsAProbability) {
     Scored scored(Replaced(kSmallRules, "<SimpleRule id='mid' score='b'>", "<SimpleRule score='b' confidence='0.6'>"));
     scored.Score({{"x", "3"}, {"k", "u"}});

@@ -61,6 +61,16 @@ TEST(Scorecard, FindsAReasonInWhatIsOnTheBaseline) {
     EXPECT_EQ(scored.Text("second"), "X");
 }
 
+/// The score is a number, but what lacks to the baseline is none.
+TEST(Scorecard, PredictsNothingWhereDifferencesAreBeyondAllDoubles) {
+    Scored scored(Replaced(kSmallCard, "baselineScore='12'", "baselineScore='-1.5e308'"));
+    EXPECT_TRUE(scored.Score({{"x", "1e153"}, {"c", "u"}}).IsOK());
+    EXPECT_EQ(scored.Text("first"), "C");
+    EXPECT_EQ(scored.Score({{"x", "1e154"}, {"c", "u"}}).GetErrorCode(), kNoPrediction);
+    EXPECT_EQ(scored.Text("first"), "");
+    EXPECT_EQ(scored.Score({{"x", "1e155"}, {"c", "u"}}).GetErrorCode(), kNoPrediction);
+}
+
 TEST(Scorecard, TellsAReasonOnceWithWhatAllLackThatHaveIt) {
     std::string document = Replaced(kSmallCard, "<Characteristic name='colour' reasonCode='C'>",
                                     "<Characteristic name='extra' reasonCode='E' baselineScore='3'>"
