@@ -1,6 +1,6 @@
 """Rows of models: what a case gets by schema, regression, tree, targets and outputs, worked out by hand.
 
-name, document, then cells and the columns that they give; None is missing."""
+name, document, then cells and the columns that they give, one case after the other; None is missing."""
 
 FIELDS = """<DataField name="x" optype="continuous" dataType="double"><Value value="-99" property="missing"/>
 <Interval closure="closedClosed" leftMargin="-10" rightMargin="10"/></DataField>
@@ -200,4 +200,79 @@ TREES = [
                         "regression", "y"), [({"x": "-1"}, {"y": -1.5}), ({"x": "1"}, {"y": 2.0})]),
 ]
 
-ROWS = REGRESSIONS + SCHEMAS + CLASSIFICATIONS + TARGETS + TREES
+
+
+def rules(criterion, default='defaultScore="C" defaultConfidence="0.5"'):
+    """Of one x a letter, of a great one three."""
+    said = [simple("x", "greaterThan", 0) + '<ScoreDistribution value="A" recordCount="3" confidence="0.7"/>'
+            '<ScoreDistribution value="C" recordCount="1" confidence="0.2"/>', simple("x", "greaterThan", 1),
+            simple("x", "greaterThan", 2)]
+    body = (f'<SimpleRule score="A" weight="2" confidence="0.75" nbCorrect="5">{said[0]}</SimpleRule><CompoundRule>'
+            f'{simple("c", "equal", "u")}<SimpleRule id="r" score="B" weight="3" confidence="0.5">{said[1]}</SimpleRule>'
+            f'</CompoundRule><SimpleRule score="A" weight="2.5" confidence="0.25">{said[2]}</SimpleRule>')
+    shown = [("r1", 'feature="ruleValue" ruleFeature="ruleId"'), ("r2", 'feature="ruleValue" ruleFeature="ruleId" rank="2"'),
+             ("k2", 'feature="predictedValue" rank="2"'), ("s", 'feature="support"'), ("pA", 'feature="probability" value="A"'),
+             ("fA", 'feature="confidence" value="A"'), ("fC", 'feature="confidence" value="C"')]
+    outputs = "<Output>" + "".join(f'<OutputField name="{name}" {said}/>' for name, said in shown) + "</Output>"
+    return document(f'<RuleSetModel functionName="classification">{schema("k", "x", "c")}{outputs}<RuleSet {default} recordCount="10">'
+                    f'<RuleSelectionMethod criterion="{criterion}"/>{body}</RuleSet></RuleSetModel>')
+
+
+RULES = [
+    ("first hit", rules("firstHit"),
+     [({"x": "5", "c": "u"}, {"k": "A", "r1": "1", "r2": "r", "k2": "B", "s": 0.5, "pA": 0.75, "fA": 0.75, "fC": 0.2}),
+      ({"x": "5"}, {"k": "A", "r2": "3", "k2": None}), ({"x": "0"}, {"k": "C", "r1": None, "pA": None, "fA": 0.0, "fC": 0.5})]),
+    ("weighted maximum", rules("weightedMax"),
+     [({"x": "5", "c": "u"}, {"k": "B", "r1": "r", "r2": "3", "k2": "A", "s": None, "pA": None, "fA": 0.25, "fC": 0.0})]),
+    ("weighted sum", rules("weightedSum"),
+     [({"x": "5", "c": "u"}, {"k": "A", "r1": "3", "r2": "1", "k2": "B", "pA": 0.75, "fA": 1 / 3, "fC": 0.0}),
+      ({"x": "2", "c": "u"}, {"k": "B", "r1": "r", "k2": "A", "fA": 0.375})]),
+    ("no default", rules("firstHit", ""), [({"x": "0"}, {"k": None}), ({}, {"k": None})]),
+]
+
+
+def card(attributes=""):
+    """10 points or x, and 3 or 4."""
+    first = (f'<Attribute partialScore="10" reasonCode="XX">{simple("x", "lessThan", 0)}</Attribute><Attribute><True/>'
+             '<ComplexPartialScore><FieldRef field="x"/></ComplexPartialScore></Attribute>')
+    second = f'<Attribute partialScore="3">{simple("c", "equal", "u")}</Attribute><Attribute partialScore="4"><True/></Attribute>'
+    shown = "".join(f'<OutputField name="r{rank}" feature="reasonCode" rank="{rank}"/>' for rank in (1, 2, 3))
+    return document(f'<Scorecard functionName="regression" initialScore="2" baselineScore="5" {attributes}>{schema("y", "x", "c")}'
+                    f'<Output>{shown}</Output><Characteristics><Characteristic reasonCode="X" baselineScore="8">{first}'
+                    f'</Characteristic><Characteristic reasonCode="C">{second}</Characteristic></Characteristics></Scorecard>')
+
+
+CARDS = [
+    ("points below", card(), [({"x": "6", "c": "u"}, {"y": 11.0, "r1": "X", "r2": "C", "r3": None}),
+                              ({"x": "7"}, {"y": 13.0, "r1": "X", "r2": "C"}), ({"x": "-1"}, {"y": 16.0, "r1": "C", "r2": None}),
+                              ({"c": "u"}, {"y": None, "r1": None})]),
+    ("points above", card('reasonCodeAlgorithm="pointsAbove"'), [({"x": "-1"}, {"y": 16.0, "r1": "XX", "r2": None}),
+                                                                ({"x": "8"}, {"y": 14.0, "r1": "X"})]),
+    ("no reasons", card('useReasonCodes="false"'), [({"x": "6", "c": "u"}, {"y": 11.0, "r1": None})]),
+]
+
+
+def tested(attributes, baseline, alternate=""):
+    return document(f'<BaselineModel functionName="regression">{schema("y", "x", "c", "n")}<TestDistributions {attributes}>'
+                    f"<Baseline>{baseline}</Baseline>{alternate}</TestDistributions></BaselineModel>")
+
+
+NORMAL = '<GaussianDistribution mean="1" variance="4"/>'
+COUNTS = ('<CountTable><FieldValueCount field="c" value="u" count="3"/><FieldValueCount field="c" value="v" count="4"/>'
+          "</CountTable>")
+BASELINES = [
+    ("z-value", tested('field="x" testStatistic="zValue"', NORMAL), [({"x": "4"}, {"y": 1.5}), ({}, {"y": None}), ({"x": "-1"}, {"y": -1.0})]),
+    ("z-value of a window", tested('field="x" testStatistic="zValue" windowSize="4" weightField="n"', NORMAL),
+     [({"x": "4", "n": "1"}, {"y": 1.5}), ({"x": "2", "n": "3"}, {"y": 1.5}), ({"x": "2", "n": "-1"}, {"y": None})]),
+    ("cumulative sum", tested('field="x" testStatistic="CUSUM" resetValue="-1"', NORMAL,
+                              '<Alternate><GaussianDistribution mean="3" variance="4"/></Alternate>'),
+     [({"x": "4"}, {"y": 0.0}), ({"x": "3"}, {"y": 0.5}), ({"x": "11"}, {"y": None}), ({"x": "-9"}, {"y": -1.0}), ({"x": "2"}, {"y": -1.0})]),
+    ("counts side by side", tested('field="c" testStatistic="scalarProduct"', COUNTS),
+     [({"c": "u"}, {"y": 0.6}), ({"c": "v"}, {"y": 1.4 / 2 ** 0.5}), ({}, {"y": None})]),
+    ("shares of a table", tested('field="c" testStatistic="chiSquareDistribution"', COUNTS.replace('"4"', '"3"')),
+     [({"c": "u"}, {"y": 0.31731050786291415}), ({"c": "v"}, {"y": 1.0})]),
+    ("table and cases", tested('field="c" testStatistic="chiSquareIndependence"', COUNTS.replace('"4"', '"3"')),
+     [({"c": "u"}, {"y": 0.34957480612329803}), ({"c": "v"}, {"y": 1.0})]),
+]
+
+ROWS = REGRESSIONS + SCHEMAS + CLASSIFICATIONS + TARGETS + TREES + RULES + CARDS + BASELINES

@@ -10,7 +10,7 @@ Decision: a derived field that reads itself has no meaning and is never generate
 import math
 import sys
 import xml.etree.ElementTree as ElementTree
-from . import regression, trees
+from . import baselines, regression, rules, scorecards, trees
 from .expressions import as_type, evaluate, expression_of
 from .outputs import Outputs
 from .prediction import Prediction, winner
@@ -20,7 +20,8 @@ from .values import MISSING, NotOfType, Unsupported, Value, cast, constant, equa
 
 sys.setrecursionlimit(20000)  # expressions may be nested a thousand deep
 
-MODELS = {"RegressionModel": regression.score, "TreeModel": trees.score}
+MODELS = {"BaselineModel": baselines.score, "RegressionModel": regression.score, "RuleSetModel": rules.score,
+          "Scorecard": scorecards.score, "TreeModel": trees.score}
 
 
 def _clean(element):
@@ -164,13 +165,31 @@ class Case:
                           if each.get("value") == category), None)
         return category if shown is None else shown
 
-    def _predict(self):
-        document = self._document
-        active = [name for name, each in document.mining.items() if each.get("usageType", "active") == "active"]
+    def past(self):
+        """The cases before this one, the first of them first."""
+        return self._history
+
+    def categories(self):
+        """The categories of the target, in the dictionary's order."""
+        return [each.get("value") for each in self._document.fields[self._document.target].valid]
+
+    def valid(self, name):
+        """The texts of the values that a field of the dictionary lists."""
+        return [each.get("value") for each in self._document.fields[name].valid]
+
+    def is_refused(self):
+        """Whether the schema refuses the case for any of its fields."""
+        active = [name for name, each in self._document.mining.items() if each.get("usageType", "active") == "active"]
         try:
             for name in active:
                 self.field(name)
         except Refused:
+            return True
+        return False
+
+    def _predict(self):
+        document = self._document
+        if self.is_refused():
             return Prediction()
         target = document.fields.get(document.target)
         optype = document.target_values.optype or (target.optype if target is not None else None)

@@ -1,13 +1,14 @@
 """Output fields.
 
-predictedValue, predictedDisplayValue, probability, confidence, residual, entityId, transformedValue and decision.
+predictedValue, predictedDisplayValue, probability, confidence, residual, entityId, reasonCode, ruleValue and its kin,
+transformedValue and decision.
 The residual of a number is the actual value less the predicted one; that of a category is 1 or 0, whether the case has
 it, less its probability. An output field with isFinalResult="false" is for others to use and isn't written.
 
 Decision: a category that the prediction has no probability for has the probability 0.
 Decision: probability and confidence without a value are those of the predicted category.
-Decision: rank 1 is the prediction itself; the categories behind it go by their probabilities. A number and an entity have no
-second one.
+Decision: rank 1 is the prediction itself; the categories behind it go by their probabilities, of a rule set by its criterion.
+A number and an entity have no second one.
 Decision: an output field of another target than the model's, or of a segment, is missing.
 Decision: the display value of a category is its TargetValue's, else its dictionary Value's, else itself; that of a
 number is the number with all its digits.
@@ -57,6 +58,8 @@ class Outputs:
             return predicted
         shares = self._prediction.probabilities
         others = sorted((each for each in shares if each != text_of(predicted)), key=lambda each: -shares[each])
+        if self._prediction.order:
+            others = self._prediction.order[1:]
         return read(others[rank - 2], predicted.type) if rank - 2 < len(others) else MISSING
 
     def _predictedDisplayValue(self, element):
@@ -94,3 +97,27 @@ class Outputs:
     def _entityId(self, element):
         entity = self._prediction.entity if int(element.get("rank", "1")) == 1 else None
         return MISSING if entity is None else constant(entity, "string")
+
+    def _reasonCode(self, element):
+        reasons, rank = self._prediction.reasons, int(element.get("rank", "1"))
+        return Value("string", reasons[rank - 1]) if rank <= len(reasons) else MISSING
+
+    def _ruleValue(self, element):
+        return self._of_rule(element, element.get("ruleFeature", "consequent"))
+
+    def _consequent(self, element):
+        return self._of_rule(element, "consequent")
+
+    def _ruleId(self, element):
+        return self._of_rule(element, "ruleId")
+
+    def _support(self, element):
+        return self._of_rule(element, "support")
+
+    def _of_rule(self, element, feature):
+        """What a feature says of the rule of the field's rank."""
+        rules, rank = self._prediction.rules, int(element.get("rank", "1"))
+        told = rules[rank - 1].get(feature) if rank <= len(rules) else None
+        if told is None:
+            return MISSING
+        return Value("double", told) if isinstance(told, float) else Value("string", told)

@@ -1,12 +1,12 @@
 """All classes by name. A class is a function (draw, road, number of cases) that makes a Trial."""
-from . import (date_classes, expression_classes, function_classes, lawful_classes, model_classes, refused_classes,
-               tree_classes)
+from . import (baseline_classes, date_classes, expression_classes, function_classes, lawful_classes, model_classes,
+               refused_classes, rule_classes, tree_classes)
 
 # Classes about derived fields go both roads; classes about models only that of score.
 BOTH_ROADS = {**function_classes.CLASSES, **expression_classes.CLASSES, **date_classes.CLASSES,
               **lawful_classes.CLASSES}
-SCORED = {**date_classes.SCORED, **model_classes.SCORED, **tree_classes.SCORED,
-          **lawful_classes.SCORED, **refused_classes.SCORED}
+SCORED = {**date_classes.SCORED, **model_classes.SCORED, **tree_classes.SCORED, **rule_classes.SCORED,
+          **baseline_classes.SCORED, **lawful_classes.SCORED, **refused_classes.SCORED}
 
 
 def names():
