@@ -93,6 +93,9 @@ void DerivedFields::Read() {
     for (Field& field : fFields) {
         ReadField(field);
     }
+    if (fFunctions == &fOwnFunctions) {
+        ExpressionReader::CheckUncalled(fOwnFunctions, fLayout.encoding);
+    }
 }
 
 void DerivedFields::ReadField(Field& field) {

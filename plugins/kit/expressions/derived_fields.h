@@ -51,8 +51,9 @@ public:
     /// @throws VTException as ExpressionReader tells; 260125 and 260161 for a reference
     int AddUnnamed(const Element& parent, DataType type);
 
-    /// Reads the expressions of all. What fails throws as ExpressionReader tells, and 260297 for fields that refer to
-    /// one another in a circle, 260125 for a reference to a field that isn't there.
+    /// Reads the expressions of all, and looks for what is wrong in the functions that nothing calls. What fails throws
+    /// as ExpressionReader tells, and 260297 for fields that refer to one another in a circle, 260125 for a reference
+    /// to a field that isn't there.
     void Read();
 
     /// A derived field, or a data field for a name that no derived field has.

@@ -6,6 +6,7 @@
 #include "kit/functions/standard_functions.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace veltrane_kit {
@@ -137,9 +138,11 @@ void DefinedFunctions::Add(const Element& parent) {
         const std::string name = child.Text(u"name");
         Entry entry;
         entry.element = child;
-        if (FindFunction(name) != nullptr || !fEntries.emplace(name, std::move(entry)).second) {
+        const auto [place, isNew] = fEntries.emplace(name, std::move(entry));
+        if (!isNew || FindFunction(name) != nullptr) {
             Raise<Message::DUPLICATE_DEFINITION>("DefineFunction", name, parent.Tag());
         }
+        fInOrder.push_back(&place->second);
     }
 }
 
@@ -152,6 +155,26 @@ ExpressionPtr ExpressionReader::ReadOnly(const Element& parent, std::optional<Da
     const Exchanged<std::size_t> level(fLevel, 0);
     const Exchanged<std::size_t> lowest(fLowest, 0);
     return ReadAmong(parent, type);
+}
+
+void ExpressionReader::CheckUncalled(DefinedFunctions& functions, const std::string& encoding) {
+    using Entry = DefinedFunctions::Entry;
+    std::vector<Entry*> unread;
+    std::copy_if(functions.fInOrder.begin(), functions.fInOrder.end(), std::back_inserter(unread),
+                 [](const Entry* entry) { return entry->state == DefinedFunctions::State::UNREAD; });
+    FrameLayout layout;
+    layout.encoding = encoding;
+    ParameterScope none;
+    ExpressionReader reader(layout, none, functions);
+    for (Entry* entry : unread) {
+        if (entry->state == DefinedFunctions::State::UNREAD) {
+            reader.ReadDefined(*entry);
+        }
+    }
+    for (Entry* entry : unread) {
+        entry->state = DefinedFunctions::State::UNREAD;
+        entry->function = DefinedFunction();
+    }
 }
 
 /// The only expression among the children of an element. Here and below, what reading calls itself through keeps little

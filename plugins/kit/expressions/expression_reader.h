@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace veltrane_kit {
 
@@ -40,7 +41,8 @@ struct TextType {
     Value Read(std::string_view text) const;
 };
 
-/// The functions that a document defines; each is read when it is called first.
+/// The functions that a document defines; each is read when it is called first, or to be checked where nothing calls
+/// it.
 class DefinedFunctions {
 public:
     /// Takes note of the DefineFunctions among an element's children, which stay where they are.
@@ -56,7 +58,8 @@ private:
         DefinedFunction function;
     };
     std::map<std::string, Entry, std::less<>> fEntries;
-    std::size_t fDepth = 0; ///< of the expression that is being read, those that asked for it included
+    std::vector<Entry*> fInOrder; ///< of the document
+    std::size_t fDepth = 0;       ///< of the expression that is being read, those that asked for it included
 };
 
 /// Makes expressions of the elements of a document.
@@ -89,6 +92,10 @@ public:
     /// The only expression among an element's children.
     /// @param type what the values are for, if that is known: constants without a type of their own take it
     ExpressionPtr ReadOnly(const Element& parent, std::optional<DataType> type);
+
+    /// Reads the functions that nothing has called yet, in the order of the document, so that what is wrong in one is
+    /// told whether something calls it or not. What is read is dropped: a Lag in it keeps no cases.
+    static void CheckUncalled(DefinedFunctions& functions, const std::string& encoding);
 
 private:
     class ParameterScope;

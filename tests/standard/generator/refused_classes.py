@@ -44,6 +44,13 @@ def colors(*values):
 
 MAP = tag("MapValues", tag("FieldColumnPair", field="s", column="k"), table(("k", "v"), [("a", "x"), ("a", "y")]), outputColumn="v",
           dataType="string")
+
+
+def uncalled(*body):
+    """A function that nothing calls."""
+    return Parts([A], functions=[tag("DefineFunction", tag("ParameterField", name="p"), *body, name="f")], model=model())
+
+
 # name: parts, the words that the message has to have.
 FAULTS = {
     "dataType": (Parts([data_field("a", "doubel")], model=model()), ("DataField", "dataType", "doubel")),
@@ -101,6 +108,9 @@ FAULTS = {
     "unknown-element": (field_of(apply("+", ref("a"), "<Konstant>1</Konstant>")), ("Apply", "Konstant")),
     "too-few-arguments": (field_of(apply("ln")), ("Apply", "ln")),
     "too-many-arguments": (field_of(apply("ln", ref("a"), ref("a"))), ("Apply", "ln")),
+    "uncalled-function": (uncalled(apply("plus", ref("p"), const("1"))), ("Apply", "function", "plus")),
+    "uncalled-reference": (uncalled(apply("+", ref("p"), ref("a"))), ("FieldRef", "field", "a")),
+    "uncalled-recursion": (uncalled(apply("f", ref("p"))), ("Apply", "function", "f")),
     "required-attribute": (Parts([tag("DataField", name="a", optype="continuous")], model=model()), ("DataField", "dataType")),
     "element-of-a-model": (Parts([A], model=tag("RegressionModel", schema(["a"]), *SUM, "<Foo/>", functionName="regression")),
                            ("RegressionModel", "Foo")),
