@@ -63,7 +63,8 @@ public:
             fScorers.push_back(plan.GetScorer().MakeBlockScorer());
             auto standIn = std::make_unique<Prediction>();
             standIn->Clear(plan.Probabilities());
-            const bool hasOne = plan.GetTarget().PredictDefault(plan.IsClassification(), *standIn);
+            const bool hasOne = plan.PredictDefault(*standIn);
+            plan.CompleteOthers(fOtherDefaults.emplace_back());
             fDefaults.push_back(hasOne ? std::move(standIn) : nullptr);
             std::vector<std::size_t>& places = fToldPlaces.emplace_back();
             for (const Segment::Told& told : segment.told) {
@@ -172,11 +173,19 @@ private:
         std::fill(predictions.standardErrors.begin(), predictions.standardErrors.end(), Prediction::kNone);
         fScorers[index]->Predict(block, predictions, *state.parts[index].scorer);
         for (std::size_t row = 0; row < block.Rows(); ++row) {
-            if (room.asked[row] != 0 && !Conclude(plan, row, room.refused[row] != 0, predictions)) {
-                predictions.predicted[row] = 0;
-                if (fDefaults[index] != nullptr) {
-                    predictions.Set(row, *fDefaults[index], block.Arena());
-                }
+            if (room.asked[row] == 0) {
+                continue;
+            }
+            if (room.refused[row] != 0) {
+                predictions.ClearOthers(row);
+            }
+            if (Conclude(plan, row, room.refused[row] != 0, predictions)) {
+                predictions.CompleteOthers(row, fOtherDefaults[index]);
+                continue;
+            }
+            predictions.predicted[row] = 0;
+            if (fDefaults[index] != nullptr) {
+                predictions.SetDefault(row, *fDefaults[index], block.Arena());
             }
         }
         TellRows(index, block, state, room);
@@ -321,6 +330,7 @@ private:
     const Segmentation& fSegmentation;
     std::vector<std::unique_ptr<const BlockScorer>> fScorers;
     std::vector<std::unique_ptr<const Prediction>> fDefaults; ///< null for a segment without one
+    std::vector<std::vector<Prediction>> fOtherDefaults;      ///< of the further targets of each segment
     std::vector<std::vector<std::size_t>> fToldPlaces;        ///< of each segment, among the fields that segments tell
 };
 

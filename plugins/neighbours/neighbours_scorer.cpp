@@ -214,6 +214,8 @@ public:
             predictions.predicted[row] = 0;
             if (!block.IsRefused(row) && fScorer.PredictFrom(RowView(block, row), room.prediction, room)) {
                 predictions.Set(row, room.prediction, block.Arena());
+            } else {
+                predictions.SetOthers(row, room.prediction.others);
             }
         }
     }

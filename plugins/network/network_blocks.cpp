@@ -41,7 +41,7 @@ public:
             fTarget.isCategory ? TakeCategories(nodes.data(), first, count, predictions)
                                : TakeNumbers(nodes.data(), first, count, predictions);
             if (fNetwork.targets.size() > 1) {
-                TakeOthers(nodes.data(), first, count, predictions);
+                TakeOthers(nodes.data(), spoilt.data(), first, count, predictions);
             }
         }
     }
@@ -91,13 +91,16 @@ private:
         }
     }
 
-    /// Row by row, for those that are predicted.
-    void TakeOthers(const double* nodes, std::size_t first, std::size_t count, PredictionBlock& predictions) const {
+    /// Row by row, for those whose neurons have numbers.
+    void TakeOthers(const double* nodes, const double* spoilt, std::size_t first, std::size_t count,
+                    PredictionBlock& predictions) const {
         if (predictions.others.empty()) {
             predictions.others.resize(predictions.predicted.size());
         }
         for (std::size_t row = 0; row < count; ++row) {
-            if (predictions.predicted[first + row] != 0) {
+            if (std::isnan(spoilt[row])) {
+                predictions.ClearOthers(first + row);
+            } else {
                 fScorer.AnswerOthers(nodes + row, kRows, predictions.others[first + row]);
             }
         }

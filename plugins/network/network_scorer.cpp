@@ -33,11 +33,11 @@ bool NetworkScorer::Predict(const CaseView& fields, Prediction& prediction, Stat
         }
         nodes[i] = fields.Number(slot);
     }
-    if (!fNetwork.Compute(nodes) || !Answer(fNetwork.targets.front(), nodes, 1, prediction)) {
+    if (!fNetwork.Compute(nodes)) {
         return false;
     }
     AnswerOthers(nodes, 1, prediction.others);
-    return true;
+    return Answer(fNetwork.targets.front(), nodes, 1, prediction);
 }
 
 /// What the neurons of a target predict.
@@ -66,7 +66,7 @@ bool NetworkScorer::Answer(const NetworkTarget& target, const double* nodes, std
     return true;
 }
 
-/// A further target may go without an answer; the first one may not.
+/// Each target has an answer of its own, or none.
 void NetworkScorer::AnswerOthers(const double* nodes, std::size_t apart, std::vector<Prediction>& others) const {
     others.resize(fNetwork.targets.size() - 1);
     for (std::size_t i = 0; i < others.size(); ++i) {

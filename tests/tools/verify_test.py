@@ -7,7 +7,36 @@ DEFAULT = (PROJECT / "examples" / "loan" / "default.pmml").read_text()
 HEAD = "Field    Records  Agree  Largest difference\n-------  -------  -----  ------------------\n"
 
 
+SEVERAL = """<PMML version="4.4"><DataDictionary><DataField name="x" optype="continuous" dataType="double"/>
+<DataField name="y" optype="continuous" dataType="double"/><DataField name="z" optype="continuous" dataType="double"/>
+<DataField name="k" optype="categorical" dataType="string"><Value value="u"/><Value value="v"/></DataField></DataDictionary>
+<NeuralNetwork functionName="mixed" activationFunction="identity"><MiningSchema><MiningField name="x"/>
+<MiningField name="y" usageType="target"/><MiningField name="z" usageType="target"/><MiningField name="k" usageType="target"/></MiningSchema>
+<ModelVerification><VerificationFields><VerificationField field="x"/><VerificationField field="y"/><VerificationField field="z"/>
+<VerificationField field="k"/></VerificationFields><InlineTable><row><x>2</x><y>6</y><z>10</z><k>u</k></row>
+<row><x>-1</x><y>-3</y><z>-5</z><k>v</k></row></InlineTable></ModelVerification>
+<NeuralInputs><NeuralInput id="0"><DerivedField optype="continuous" dataType="double"><FieldRef field="x"/></DerivedField></NeuralInput>
+</NeuralInputs><NeuralLayer><Neuron id="1"><Con from="0" weight="3"/></Neuron><Neuron id="2"><Con from="0" weight="5"/></Neuron></NeuralLayer>
+<NeuralOutputs><NeuralOutput outputNeuron="1"><DerivedField optype="continuous" dataType="double"><FieldRef field="y"/></DerivedField>
+</NeuralOutput><NeuralOutput outputNeuron="2"><DerivedField optype="continuous" dataType="double"><FieldRef field="z"/></DerivedField>
+</NeuralOutput><NeuralOutput outputNeuron="1"><DerivedField optype="continuous" dataType="double"><NormDiscrete field="k" value="u"/>
+</DerivedField></NeuralOutput></NeuralOutputs></NeuralNetwork></PMML>"""
+
+
 class Verify(HostTest):
+    def verify_several(self, old="", new=""):
+        self.assertIn(old, SEVERAL)
+        self.write("several.pmml", SEVERAL.replace(old, new, 1))
+        return self.run_host("verify", "several.pmml")
+
+    def test_every_target_of_a_model_is_a_result(self):
+        head = "Field  Records  Agree  Largest difference\n-----  -------  -----  ------------------\n"
+        self.expect(self.verify_several(), 0, head + "y      2        2      0\nz      2        2      0\nk      2        2      -\n", "")
+        self.expect(self.verify_several("<z>10", "<z>11"), 4,
+                    head + "y      2        2      0\nz      2        1      1\nk      2        2      -\n", "")
+        self.expect(self.verify_several("<k>v", "<k>u"), 4,
+                    head + "y      2        2      0\nz      2        2      0\nk      2        1      -\n", "")
+
     def verify(self, old="", new=""):
         self.assertIn(old, DEFAULT)
         self.write("model.pmml", DEFAULT.replace(old, new, 1) if old else DEFAULT)

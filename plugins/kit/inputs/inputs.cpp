@@ -23,8 +23,7 @@ constexpr bool kChecksLayout = true;
 
 Inputs::Inputs(const MiningSchema& schema, const DataFields& fields, const ScoreDictionary& dictionary,
                const std::string& encoding)
-    : fFields(fields), fDictionary(dictionary), fLayout(fOwnLayout), fDerived(fLayout, *this),
-      fTargetName(schema.target) {
+    : fFields(fields), fDictionary(dictionary), fLayout(fOwnLayout), fDerived(fLayout, *this) {
     fLayout.encoding = encoding;
     for (const MiningField& field : schema.fields) {
         if (field.role == ScoreModel::ROLE_INPUT) {
@@ -37,7 +36,10 @@ Inputs::Inputs(const MiningSchema& schema, const DataFields& fields, const Score
         }
     }
     if (!schema.target.empty()) {
-        fTarget = MakeSource(schema.target, nullptr);
+        fTargets.push_back(MakeSource(schema.target, nullptr));
+    }
+    for (const std::string& name : schema.otherTargets) {
+        fTargets.push_back(MakeSource(name, nullptr));
     }
 }
 
@@ -86,8 +88,10 @@ int Inputs::RequireSlot(const Element& element, const XMLCh* attribute) {
 }
 
 const Inputs::Source* Inputs::SourceOf(int slot) const {
-    if (fTarget.field != nullptr && slot == fTarget.slot) {
-        return &fTarget;
+    for (const Source& target : fTargets) {
+        if (slot == target.slot) {
+            return &target;
+        }
     }
     // The slots of the input fields come one after the other, in their order.
     const auto place = static_cast<std::size_t>(slot - fFirstSlot);
@@ -173,12 +177,17 @@ std::vector<std::string> Inputs::NeededNames() const {
     return names;
 }
 
-int Inputs::WatchTarget() {
+int Inputs::WatchTarget(const std::string& name) {
     if (fOuter != nullptr) {
-        return fTargetName == fOuter->fTargetName ? fOuter->WatchTarget() : kNoSlot;
+        return fOuter->WatchTarget(name);
     }
-    fTargetWatched = fTarget.field != nullptr;
-    return fTargetWatched ? fTarget.slot : kNoSlot;
+    for (const Source& target : fTargets) {
+        if (target.name == name) {
+            fTargetsWatched = true;
+            return target.slot;
+        }
+    }
+    return kNoSlot;
 }
 
 void Inputs::Settle() {
@@ -195,7 +204,8 @@ void Inputs::Settle() {
 }
 
 InputState::InputState(const Inputs& inputs)
-    : fFrame(inputs.fLayout), fPositions(inputs.fInputs.size() + (inputs.fTargetWatched ? 1 : 0), -1) {}
+    : fFrame(inputs.fLayout),
+      fPositions(inputs.fInputs.size() + (inputs.fTargetsWatched ? inputs.fTargets.size() : 0), -1) {}
 
 InputState::~InputState() = default;
 
@@ -229,8 +239,8 @@ void Inputs::FindPositions(const ScoreCaseRecord& record, InputState& state) con
     for (const Source& source : fInputs) {
         state.fPositions[static_cast<std::size_t>(source.slot)] = record.GetIndex(source.name);
     }
-    if (fTargetWatched) {
-        state.fPositions[static_cast<std::size_t>(fTarget.slot)] = record.GetIndex(fTarget.name);
+    for (std::size_t i = 0; fTargetsWatched && i < fTargets.size(); ++i) {
+        state.fPositions[static_cast<std::size_t>(fTargets[i].slot)] = record.GetIndex(fTargets[i].name);
     }
     state.fLayoutSize = record.Size();
 }
@@ -245,7 +255,12 @@ const Inputs::Source* Inputs::FindMoved(const ScoreCaseRecord& record, const Inp
             return &source;
         }
     }
-    return fTargetWatched && hasMoved(fTarget) ? &fTarget : nullptr;
+    for (std::size_t i = 0; fTargetsWatched && i < fTargets.size(); ++i) {
+        if (hasMoved(fTargets[i])) {
+            return &fTargets[i];
+        }
+    }
+    return nullptr;
 }
 
 const ScoreValue* Inputs::RawOf(const Source& source, const InputState& state) const {
@@ -265,8 +280,8 @@ bool Inputs::ReadInputs(const ScoreCaseRecord& record, InputState& state) const 
     } else {
         ReadInputs([&record](int position) { return record.Get(position); }, state);
     }
-    if (fTargetWatched) {
-        fTarget.field->Read(RawOf(fTarget, state), state.fFrame.Field(fTarget.slot));
+    for (std::size_t i = 0; fTargetsWatched && i < fTargets.size(); ++i) {
+        fTargets[i].field->Read(RawOf(fTargets[i], state), state.fFrame.Field(fTargets[i].slot));
     }
     return state.fRefused == nullptr;
 }

@@ -93,9 +93,10 @@ public:
     int CategoryOf(int slot, std::string_view text);
     int CategoryOf(int slot, const Value& value);
 
-    /// Has the target's own value read from each case from now on, for outputs that compare with it.
-    /// @return its slot; kNoSlot when the model has no target
-    int WatchTarget();
+    /// Has the own value of a target read from each case from now on, for outputs that compare with it.
+    /// @param name one of the model's targets
+    /// @return its slot; kNoSlot for a name that is none of them
+    int WatchTarget(const std::string& name);
 
     /// The names of the input fields, in the order of the mining schema.
     const std::vector<std::string>& Names() const { return fNames; }
@@ -240,9 +241,8 @@ private:
     std::map<int, ValueCodes> fDerivedCodes; ///< by slot, of derived fields that codes are asked of
     std::map<int, std::vector<Value>> fListed;
     std::map<int, std::optional<MCVeltrane_900::ScoreDictVar::MeasureLevel>> fLevels; ///< that the schema states
-    std::string fTargetName;
-    Source fTarget{};
-    bool fTargetWatched = false;
+    std::vector<Source> fTargets; ///< of the outermost model, the first one in front
+    bool fTargetsWatched = false;
 };
 
 /// What one thread knows of the cases that it reads through Inputs.

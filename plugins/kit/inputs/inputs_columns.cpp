@@ -39,8 +39,8 @@ std::vector<ColumnField> Inputs::ColumnFields() const {
     for (const Source& source : fInputs) {
         add(source, !source.field->SaysNothing());
     }
-    if (fTargetWatched) {
-        add(fTarget, false);
+    for (std::size_t i = 0; fTargetsWatched && i < fTargets.size(); ++i) {
+        add(fTargets[i], false);
     }
     return fields;
 }
@@ -51,8 +51,8 @@ void Inputs::ReadBlock(const InputColumn* columns, Block& block, std::uint8_t* r
     for (const Source& source : fInputs) {
         source.field->ReadBlock(*column++, block, source.slot, refused);
     }
-    if (fTargetWatched) {
-        fTarget.field->ReadBlock(*column, block, fTarget.slot, nullptr);
+    for (std::size_t i = 0; fTargetsWatched && i < fTargets.size(); ++i) {
+        fTargets[i].field->ReadBlock(*column++, block, fTargets[i].slot, nullptr);
     }
     if (LooksBack()) {
         return;

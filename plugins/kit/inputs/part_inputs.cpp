@@ -9,7 +9,7 @@ using namespace MCVeltrane_900;
 Inputs::Inputs(const MiningSchema& schema, const ScoreDictionary& dictionary, Inputs& outer, bool seesAll)
     : fFields(outer.fFields), fDictionary(dictionary), fOuter(&outer), fSeesAll(seesAll), fLayout(outer.fLayout),
       fDerived(*this, outer.fDerived), fFirstSlot(static_cast<int>(fLayout.fields)),
-      fFirstHistory(fLayout.histories.size()), fTargetName(schema.target) {
+      fFirstHistory(fLayout.histories.size()) {
     for (const MiningField& field : schema.fields) {
         if (field.role != ScoreModel::ROLE_INPUT) {
             continue;

@@ -107,6 +107,9 @@ MCScore::MCStatus Model::Score(const ScoreCaseRecord* record, ScoreResult* resul
     }
     MCScore::MCStatus status;
     if (fPlan->Predict(*record, fState)) {
+        if (GetMissingValuePolicy() == MV_DEFAULT_PREDICTION) {
+            fPlan->CompleteOthers(fState.prediction.others);
+        }
         Report(*result);
     } else {
         status = PredictDefault(*result);
@@ -166,12 +169,12 @@ void Model::ReportToForeign(ScoreResult& result) {
 /// What a case gets that can't be scored: by the policy the target's default, or nothing.
 MCScore::MCStatus Model::PredictDefault(ScoreResult& result) {
     const int lacking = fState.prediction.lacking;
-    fState.prediction.Clear(fPlan->Probabilities());
     const bool wantsDefault = GetMissingValuePolicy() == MV_DEFAULT_PREDICTION && !fState.inputs.HasOtherLayout();
-    if (wantsDefault && fPlan->GetTarget().PredictDefault(fPlan->IsClassification(), fState.prediction)) {
+    if (wantsDefault && fPlan->PredictDefault(fState.prediction)) {
         Report(result);
         return MCScore::MCStatus();
     }
+    fState.prediction.Clear(fPlan->Probabilities());
     Clear(result);
     FillOutputs(nullptr, result);
     return Unscored(lacking);

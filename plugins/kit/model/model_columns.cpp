@@ -35,7 +35,10 @@ ModelColumns::ModelColumns(std::shared_ptr<const ModelPlan> plan, bool predictsD
       fOutputs(fPlan->GetOutputs(), fPlan->GetTarget(), fPlan->Layout(), fPlan->IsClassification()),
       fScorer(fPlan->GetScorer().MakeBlockScorer()), fHasDefault(false) {
     fDefault.Clear(fPlan->Probabilities());
-    fHasDefault = predictsDefault && fPlan->GetTarget().PredictDefault(fPlan->IsClassification(), fDefault);
+    fHasDefault = predictsDefault && fPlan->PredictDefault(fDefault);
+    if (predictsDefault) {
+        fPlan->CompleteOthers(fOtherDefaults);
+    }
 }
 
 ModelColumns::~ModelColumns() = default;
@@ -94,8 +97,13 @@ void ModelColumns::Conclude(OwnState& own, std::size_t row) const {
         isPredicted = number != Prediction::kNone && std::isfinite(predictions.numbers[row]);
     }
     predictions.predicted[row] = isPredicted ? 1 : 0;
-    if (!isPredicted && fHasDefault) {
-        predictions.Set(row, fDefault, own.block.Arena());
+    if (own.refused[row] != 0) {
+        predictions.ClearOthers(row);
+    }
+    if (isPredicted) {
+        predictions.CompleteOthers(row, fOtherDefaults);
+    } else if (fHasDefault) {
+        predictions.SetDefault(row, fDefault, own.block.Arena());
     }
 }
 
@@ -112,6 +120,8 @@ void ModelColumns::ScoreInOrder(OwnState& own, const OutputBlock& out, std::size
         // For a scorer that looks back a row with a value that the mining schema refuses is no case.
         if (own.refused[row] == 0 && fPlan->GetScorer().Predict(CaseView(fields), prediction, *own.scorer)) {
             own.predictions.Set(row, prediction, own.block.Arena());
+        } else {
+            own.predictions.SetOthers(row, prediction.others);
         }
         Conclude(own, row);
         if (own.refused[row] != 0) {

@@ -45,7 +45,8 @@ private:
     OutputColumns fOutputs;
     std::unique_ptr<const BlockScorer> fScorer;
     bool fHasDefault;
-    Prediction fDefault; ///< for rows that can't be scored
+    Prediction fDefault;                    ///< for rows that can't be scored
+    std::vector<Prediction> fOtherDefaults; ///< of further targets, by the policy
 };
 
 /// The scorer in columns of a model of this kit, as GiveMyColumnScorer hands it out.

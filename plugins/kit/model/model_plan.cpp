@@ -51,15 +51,46 @@ bool ModelPlan::Predict(const CaseView& fields, Prediction& prediction, Scorer::
     return std::isfinite(prediction.number);
 }
 
+bool ModelPlan::PredictDefault(Prediction& prediction) const {
+    std::vector<Prediction> others;
+    others.swap(prediction.others);
+    prediction.Clear(fCategories);
+    others.swap(prediction.others);
+    if (!fParts.target->PredictDefault(fIsClassification, prediction)) {
+        prediction.Clear(fCategories);
+        return false;
+    }
+    CompleteOthers(prediction.others);
+    return true;
+}
+
+void ModelPlan::CompleteOthers(std::vector<Prediction>& others) const {
+    const std::vector<Outputs::OtherTarget>& targets = fParts.more.targets;
+    others.resize(targets.size());
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        const bool isCategory = targets[i].isCategory;
+        if (others[i].IsThere()) {
+            continue;
+        }
+        others[i].Clear(isCategory ? static_cast<std::size_t>(targets[i].target->CategoryCount()) : 0);
+        if (!targets[i].target->PredictDefault(isCategory, others[i])) {
+            others[i].number = Prediction::kNone;
+        }
+    }
+}
+
 bool ModelPlan::PredictPart(const CaseView& fields, Prediction& prediction, Scorer::State& state) const {
     Frame& frame = *fields.Room();
     const int refused = fParts.inputs->ReadPart(frame);
     if (refused == Inputs::kNoSlot && Predict(fields, prediction, state)) {
+        CompleteOthers(prediction.others);
         return true;
     }
+    if (refused != Inputs::kNoSlot) {
+        prediction.Clear(fCategories);
+    }
     const int lacking = refused == Inputs::kNoSlot ? prediction.lacking : refused;
-    prediction.Clear(fCategories);
-    if (fParts.target->PredictDefault(fIsClassification, prediction)) {
+    if (PredictDefault(prediction)) {
         return true;
     }
     prediction.lacking = fParts.inputs->OuterSlotOf(lacking, frame);

@@ -75,6 +75,16 @@ public:
     /// @param prediction is cleared first
     bool Predict(const CaseView& fields, Prediction& prediction, Scorer::State& state) const;
 
+    /// What is predicted for a case that can't be scored: the default of each target. A further target keeps what it
+    /// has.
+    /// @param prediction of the case; cleared where the first target has no default
+    /// @return false for that
+    bool PredictDefault(Prediction& prediction) const;
+
+    /// Gives the further targets that have no prediction their own defaults.
+    /// @param others of a prediction
+    void CompleteOthers(std::vector<Prediction>& others) const;
+
     /// Predicts for a case of the outer model that this one is a part of: its own fields are put into the frame first.
     /// A case that can't be scored has the default of the part's own Targets.
     /// @param fields     with room

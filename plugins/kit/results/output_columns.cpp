@@ -141,8 +141,9 @@ OutputColumns::OutputColumns(const Outputs& outputs, const Target& target, std::
 /// too.
 bool OutputColumns::HaveColumnForms() const {
     const bool areAllExpressions =
-        std::all_of(fOutputs.fFields.begin(), fOutputs.fFields.end(),
-                    [](const Outputs::Field& field) { return field.expression != nullptr && !field.isOfOthers; });
+        std::all_of(fOutputs.fFields.begin(), fOutputs.fFields.end(), [](const Outputs::Field& field) {
+            return field.isVerified || (field.expression != nullptr && !field.isOfOthers);
+        });
     if (fOutputs.fTransforms) {
         return areAllExpressions;
     }
@@ -154,7 +155,7 @@ bool OutputColumns::HaveColumnForms() const {
 bool OutputColumns::HasColumnForm(const Outputs::Field& field, int position) const {
     const ResultLayout::Output& output = fLayout->outputs[static_cast<std::size_t>(position)];
     const bool takesNumbers = output.takesItsKind && output.kind == ScoreValue::NUMERIC_VALUE;
-    if (field.isOfOthers || field.feature.inRows == InRows::MISSING) {
+    if (field.isOfOthers || field.isVerified || field.feature.inRows == InRows::MISSING) {
         return true;
     }
     if (field.other != Outputs::kOwnTarget) {
@@ -225,7 +226,7 @@ OutputColumns::OfCategories OutputColumns::FindValues(int position, ColumnField&
     for (int code = 0; code < fTarget.CategoryCount(); ++code) {
         prediction.category = code;
         const OutputCase scored{&fTarget.Category(code), prediction, CaseView(nullptr), fTarget, OutputCase::kNoSlot,
-                                fOutputs.fActualCodes,   true};
+                                fOutputs.fActual.codes,  true};
         fOutputs.FillFeature(field, scored, values, position);
         const ScoreValue* value = values.At(position);
         if (column.type == DataType::STRING) {
@@ -340,7 +341,7 @@ void OutputColumns::FillOutput(const Output& output, Block& block, const Predict
         }
     } else if (column.numbers != nullptr) {
         const OutputRows scored{
-            predictions, block, fOutputs.fTargetSlot, fOutputs.fActualCodes, fIsClassification, output.field->named};
+            predictions, block, fOutputs.fActual.slot, fOutputs.fActual.codes, fIsClassification, output.field->named};
         feature.fillNumbers(scored, output.field->category, state.numbers.data());
         std::transform(state.numbers.begin(), state.numbers.begin() + static_cast<std::ptrdiff_t>(rows),
                        column.numbers + first, OrMissing);
@@ -361,6 +362,9 @@ void OutputColumns::FillExpressions(Block& block, const OutputColumn* columns, s
     const Block::Scratch scratch(block);
     std::size_t column = 1;
     for (const Outputs::Field& field : fOutputs.fFields) {
+        if (field.isVerified) {
+            continue;
+        }
         Column values = field.expression->Evaluate(block);
         values.type = field.expression->Type();
         SetField(block, field.slot, values.type, values);

@@ -325,6 +325,10 @@ bool HasExpression(const Element& outputField) {
 
 } // namespace
 
+OutputFeature PredictedValue() {
+    return kPredictedValue;
+}
+
 OutputFeature PredictedCluster() {
     OutputFeature feature = kPredictedValue;
     feature.resultFeature = RF::RF_CLUSTER_ID;

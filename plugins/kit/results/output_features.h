@@ -92,6 +92,9 @@ struct OutputFeature {
 /// @throws VTException 260285, 260153
 OutputFeature ReadOutputFeature(const Element& outputField);
 
+/// The feature of the predicted value.
+OutputFeature PredictedValue();
+
 /// The id of a cluster where that is the predicted value.
 OutputFeature PredictedCluster();
 

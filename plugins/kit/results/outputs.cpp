@@ -115,7 +115,7 @@ private:
 
 Outputs::Outputs(const Element& model, bool classification, Inputs& inputs, Target& target,
                  const std::vector<Told>& parts, const std::vector<Element>& asked, const More& more)
-    : fIsClassification(classification), fMore(more) {
+    : fIsClassification(classification), fMore(more), fOtherActuals(more.targets.size()) {
     OutputScope scope(inputs);
     if (const Element output = model ? model.Child(u"Output") : Element()) {
         ReadFields(output, inputs, target, scope);
@@ -129,8 +129,14 @@ Outputs::Outputs(const Element& model, bool classification, Inputs& inputs, Targ
     for (const Element& element : asked) {
         ReadAsked(element, inputs, target, scope);
     }
-    if (classification && fTargetSlot != Inputs::kNoSlot) {
-        LearnActualCodes(inputs, target);
+    AddVerified(inputs);
+    if (classification) {
+        fActual.LearnCodes(inputs, target);
+    }
+    for (std::size_t i = 0; i < fMore.targets.size(); ++i) {
+        if (fMore.targets[i].isCategory) {
+            fOtherActuals[i].LearnCodes(inputs, *fMore.targets[i].target);
+        }
     }
 }
 
@@ -229,6 +235,9 @@ void Outputs::ReadAsked(const Element& element, Inputs& inputs, Target& target, 
 std::vector<Outputs::Told> Outputs::AllTold() const {
     std::vector<Told> told;
     for (const Field& field : fFields) {
+        if (field.isVerified) {
+            continue;
+        }
         told.push_back({field.name,
                         {field.slot, field.valueType, nullptr},
                         field.isAsked,
@@ -240,9 +249,32 @@ std::vector<Outputs::Told> Outputs::AllTold() const {
     return told;
 }
 
-void Outputs::LearnActualCodes(Inputs& inputs, const Target& target) {
-    for (int category = 0; category < target.CategoryCount(); ++category) {
-        fActualCodes.push_back(inputs.CategoryOf(fTargetSlot, target.CategoryValue(category)));
+void Outputs::Actual::LearnCodes(Inputs& inputs, const Target& target) {
+    for (int category = 0; slot != Inputs::kNoSlot && category < target.CategoryCount(); ++category) {
+        codes.push_back(inputs.CategoryOf(slot, target.CategoryValue(category)));
+    }
+}
+
+/// A record of a verification calls the prediction of a further target by the target's name, as it does that of the
+/// first one. Where an output field has that name it is meant.
+void Outputs::AddVerified(Inputs& inputs) {
+    for (std::size_t i = 0; i < fMore.targets.size(); ++i) {
+        const OtherTarget& other = fMore.targets[i];
+        const std::string& name = other.target->Name();
+        if (std::any_of(fFields.begin(), fFields.end(), [&](const Field& field) { return field.name == name; })) {
+            continue;
+        }
+        Field field{};
+        field.name = name;
+        field.feature = PredictedValue();
+        field.kind = other.isCategory ? KindOf(other.target->Var().GetVarType()) : ScoreValue::NUMERIC_VALUE;
+        field.level = other.isCategory ? ScoreDictVar::LEVEL_NOMINAL : ScoreDictVar::LEVEL_CONTINUOUS;
+        field.other = static_cast<int>(i);
+        field.isFinal = false;
+        field.isVerified = true;
+        field.valueType = other.isCategory ? other.target->Type() : DataType::DOUBLE;
+        field.slot = inputs.Layout().AddField();
+        fFields.push_back(std::move(field));
     }
 }
 
@@ -293,6 +325,9 @@ Outputs::Field Outputs::ReadField(const Element& element, bool classification, I
     if (field.other != kOwnTarget) {
         const OtherTarget& other = fMore.targets[static_cast<std::size_t>(field.other)];
         ReadPredicted(element, other.isCategory, inputs, *other.target, field);
+        if (field.feature.needsTarget) {
+            fOtherActuals[static_cast<std::size_t>(field.other)].slot = inputs.WatchTarget(other.target->Name());
+        }
         return field;
     }
     ReadPredicted(element, classification, inputs, target, field);
@@ -300,7 +335,7 @@ Outputs::Field Outputs::ReadField(const Element& element, bool classification, I
         field.named = fMore.entities.PlaceOf(element.AnyText(u"value"));
     }
     if (field.feature.needsTarget) {
-        fTargetSlot = inputs.WatchTarget();
+        fActual.slot = inputs.WatchTarget(target.Name());
     }
     return field;
 }
@@ -371,7 +406,8 @@ std::vector<ResultLayout::Output> Outputs::Layout() const {
 /// Each field sees the values of those before it.
 void Outputs::Fill(const ScoreValue* value, const Prediction& prediction, Frame& fields, const Target& target,
                    OutputValues& outputs) const {
-    const OutputCase scored{value, prediction, CaseView(fields), target, fTargetSlot, fActualCodes, fIsClassification};
+    const OutputCase scored{value,        prediction,    CaseView(fields), target,
+                            fActual.slot, fActual.codes, fIsClassification};
     int position = 0;
     for (const Field& field : fFields) {
         if (field.expression != nullptr && !field.isOfOthers) {
@@ -412,7 +448,7 @@ void Outputs::FillOwn(const Field& field, const OutputCase& scored, OutputValues
     }
 }
 
-/// From the prediction of a further target. Whether the case has its value isn't asked.
+/// From the prediction of a further target.
 void Outputs::FillOther(const Field& field, const OutputCase& scored, OutputValues& outputs, int position) const {
     const auto at = static_cast<std::size_t>(field.other);
     const OtherTarget& other = fMore.targets[at];
@@ -428,7 +464,8 @@ void Outputs::FillOther(const Field& field, const OutputCase& scored, OutputValu
                               : other.isCategory ? &other.target->Category(prediction.category)
                                                  : static_cast<const ScoreValue*>(&number);
     FillOwn(field,
-            {value, prediction, scored.fields, *other.target, OutputCase::kNoSlot, fActualCodes, other.isCategory},
+            {value, prediction, scored.fields, *other.target, fOtherActuals[at].slot, fOtherActuals[at].codes,
+             other.isCategory},
             outputs, position);
 }
 

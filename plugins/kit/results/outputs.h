@@ -102,6 +102,7 @@ private:
         bool isOfOthers = false;                ///< of a target or a segment that the model doesn't have
         bool isFinal = true;
         bool isAsked = false;                  ///< by an output field of the outer model
+        bool isVerified = false;               ///< for verification alone: no expression and no outer model sees it
         DataType valueType = DataType::DOUBLE; ///< of its value in the expressions of other output fields
         int slot = 0;                          ///< of that value
         ExpressionPtr expression;              ///< of a transformed value
@@ -128,7 +129,7 @@ private:
     void FillOther(const Field& field, const OutputCase& scored, OutputValues& outputs, int position) const;
     void FillOwn(const Field& field, const OutputCase& scored, OutputValues& outputs, int position) const;
     void FillRanked(const Field& field, OutputCase scored, OutputValues& outputs, int position) const;
-    void LearnActualCodes(Inputs& inputs, const Target& target);
+    void AddVerified(Inputs& inputs);
     void FillFeature(const Field& field, const OutputCase& scored, OutputValues& outputs, int position) const;
     static void ReadExpression(const Element& element, Field& field, Inputs& inputs, FieldScope& scope);
     static void SetValue(const Value& value, int position, OutputValues& outputs);
@@ -136,9 +137,16 @@ private:
     std::vector<Field> fFields;
     bool fIsClassification;
     More fMore;
-    int fTargetSlot = Inputs::kNoSlot;
-    bool fTransforms = false;      ///< whether an expression may ask for the value of an output field
-    std::vector<int> fActualCodes; ///< by category of the target, its code in that slot
+    /// Where a case has the own value of a target that output fields compare with.
+    struct Actual {
+        int slot = Inputs::kNoSlot;
+        std::vector<int> codes; ///< by category of the target, its code in that slot
+
+        void LearnCodes(Inputs& inputs, const Target& target);
+    };
+    Actual fActual;
+    std::vector<Actual> fOtherActuals; ///< of the further targets
+    bool fTransforms = false;          ///< whether an expression may ask for the value of an output field
 };
 
 } // namespace veltrane_kit

@@ -75,6 +75,9 @@ struct Prediction {
         lacking = kNoSlot;
     }
 
+    /// Whether a further target has a prediction.
+    bool IsThere() const { return category != kNoCategory || number != kNone; }
+
     /// Makes the category with the highest probability the predicted one, the first among equals.
     void TakeMostProbable() {
         for (std::size_t i = 0; i < probabilities.size(); ++i) {

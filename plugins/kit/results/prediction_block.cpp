@@ -23,12 +23,7 @@ void PredictionBlock::Set(std::size_t row, const Prediction& prediction, TextAre
         Affinities(named)[row] =
             named < prediction.affinities.size() ? prediction.affinities[named] : Prediction::kNone;
     }
-    if (others.empty() && !prediction.others.empty()) {
-        others.resize(fRows);
-    }
-    if (!others.empty()) {
-        others[row] = prediction.others;
-    }
+    SetOthers(row, prediction.others);
     if (grounds.empty() && !prediction.grounds.IsEmpty()) {
         grounds.resize(fRows);
     }
@@ -40,6 +35,49 @@ void PredictionBlock::Set(std::size_t row, const Prediction& prediction, TextAre
         if (fHasConfidences) {
             Confidences(category)[row] = prediction.ConfidenceOf(static_cast<int>(category));
         }
+    }
+}
+
+void PredictionBlock::SetOthers(std::size_t row, const std::vector<Prediction>& further) {
+    if (others.empty() && !further.empty()) {
+        others.resize(fRows);
+    }
+    if (!others.empty()) {
+        others[row] = further;
+    }
+}
+
+void PredictionBlock::CompleteOthers(std::size_t row, const std::vector<Prediction>& defaults) {
+    if (defaults.empty()) {
+        return;
+    }
+    if (others.empty()) {
+        others.resize(fRows);
+    }
+    std::vector<Prediction>& own = others[row];
+    own.resize(defaults.size());
+    for (std::size_t i = 0; i < defaults.size(); ++i) {
+        if (!own[i].IsThere()) {
+            own[i] = defaults[i];
+        }
+    }
+}
+
+void PredictionBlock::SetDefault(std::size_t row, const Prediction& prediction, TextArena& texts) {
+    std::vector<Prediction> own;
+    if (!others.empty()) {
+        own.swap(others[row]);
+    }
+    Set(row, prediction, texts);
+    if (!others.empty()) {
+        own.swap(others[row]);
+        CompleteOthers(row, prediction.others);
+    }
+}
+
+void PredictionBlock::ClearOthers(std::size_t row) {
+    if (!others.empty()) {
+        others[row].clear();
     }
 }
 

@@ -51,6 +51,21 @@ public:
     /// @param texts where the name of what decided is kept
     void Set(std::size_t row, const Prediction& prediction, TextArena& texts);
 
+    /// Makes the predictions of further targets those of a row, also of one that has no prediction: its default doesn't
+    /// go before them.
+    void SetOthers(std::size_t row, const std::vector<Prediction>& further);
+
+    /// Gives the further targets of a row that have no prediction another one.
+    /// @param defaults of each further target; empty for none
+    void CompleteOthers(std::size_t row, const std::vector<Prediction>& defaults);
+
+    /// Makes a default the prediction of a row; its further targets keep those that they have.
+    /// @param texts as for Set
+    void SetDefault(std::size_t row, const Prediction& prediction, TextArena& texts);
+
+    /// Takes the predictions of further targets from a row that has been refused.
+    void ClearOthers(std::size_t row);
+
     /// Makes room for the standard errors of all rows; a model that has some fills them in every block from then on.
     void KeepStandardErrors() { standardErrors.resize(fRows, Prediction::kNone); }
 

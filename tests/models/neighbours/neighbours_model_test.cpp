@@ -108,6 +108,22 @@ TEST(Neighbours, HaveTheLevelOfTheirFirstTarget) {
     EXPECT_EQ(scored.Number("number"), 3.0);
 }
 
+/// Of the two that are nearest to 4 one has 4 and one 2 for y; without k a case still is compared by x, without both by
+/// nothing.
+TEST(Neighbours, TellResidualsAndDefaultsOfEachTarget) {
+    const std::string further = "<OutputField name='less' feature='residual' targetField='y'/></Output><Targets>"
+                                "<Target field='t'><TargetValue value='b' priorProbability='0.5'/></Target>"
+                                "<Target field='y'><TargetValue defaultValue='-1'/></Target></Targets>";
+    Scored scored(Replaced(kSmallNeighbours, "</Output>", further));
+    ASSERT_TRUE(scored.Score({{"x", "4"}, {"k", "u"}, {"y", "3.5"}}).IsOK());
+    EXPECT_EQ(scored.Number("less"), 0.5);
+    EXPECT_EQ(scored.Number("number"), 3.0);
+    ASSERT_TRUE(scored.Score({{"y", "3.5"}}).IsOK());
+    EXPECT_EQ(scored.Text(), "b");
+    EXPECT_EQ(scored.Number("number"), -1);
+    EXPECT_EQ(scored.Number("less"), 4.5);
+}
+
 TEST(Neighbours, ThatClusterPredictWhoIsNear) {
     const std::string document = WithoutTarget(
         WithoutTarget(Replaced(Replaced(kSmallNeighbours, "'mixed'", "'clustering'"), " targetField='y'", ""), "t"),

@@ -60,6 +60,7 @@ class Network:
         self.categories = {field.get("name"): [value.get("value") for value in field]
                            for field in self.root.iter(SPACE + "DataField")}
         self.rescaled = {target.get("field"): target for target in self.root.iter(SPACE + "Target")}
+        self.last = []
         self.output_fields = list(self.root.iter(SPACE + "OutputField"))
 
     @staticmethod
@@ -175,30 +176,51 @@ class Network:
             found[missing[0]] = (1 - next(iter(found.values()))[0], "")
         return found
 
-    def feature(self, field, name, told, numbers):
-        kind = field.get("feature")
+    def default(self, name):
+        """The default number of a target, or its prior probabilities; None without any."""
+        target = self.rescaled.get(name)
+        values = [] if target is None else children(target, "TargetValue")
         if not self.categories[name]:
-            return self.adjusted(name, self.number(numbers[told[0][0]], told[0][1]))
-        shares = self.shares(name, told, numbers)
-        order = sorted((category for category in self.categories[name] if category in shares),
-                       key=lambda category: -shares[category][0])
+            return mpf(float(values[0].get("defaultValue"))) if values else None
+        priors = {value.get("value"): mpf(float(value.get("priorProbability"))) for value in values}
+        return {category: (priors.get(category, mpf(0)), "") for category in self.categories[name]} if priors else None
+
+    def answer(self, name, told, numbers):
+        """What a target gets: its number, or by category the probability and the neuron; None for nothing."""
+        found = None
+        if numbers is not None and self.categories[name]:
+            found = self.shares(name, told, numbers)
+        elif numbers is not None:
+            found = self.adjusted(name, self.number(numbers[told[0][0]], told[0][1]))
+        return self.default(name) if found is None else found
+
+    def feature(self, field, name, answer, case):
+        kind, actual = field.get("feature"), case.get(name, "")
+        if answer is None or (kind == "residual" and actual == ""):
+            return None
+        if not self.categories[name]:
+            return mpf(float(actual)) - answer if kind == "residual" else answer
+        order = sorted((category for category in self.categories[name] if category in answer),
+                       key=lambda category: -answer[category][0])
         category = field.get("value", order[int(field.get("rank", "1")) - 1])
-        return {"predictedValue": category, "probability": shares[category][0], "entityId": shares[category][1]}[kind]
+        if kind == "residual":
+            return (1 if actual == category else 0) - answer[category][0]
+        return {"predictedValue": category, "probability": answer[category][0], "entityId": answer[category][1]}[kind]
 
     def predictions(self, case):
         """By the name of the output; empty for no prediction."""
         inputs = self.inputs(case)
-        if inputs is None:
-            return {}
-        numbers = self.neurons(inputs)
+        numbers = None if inputs is None else self.neurons(inputs)
+        self.last = self.last or [children(self.model, "NeuralLayer")[-1][-1].get("id")]
         told = self.told()
-        answers = {}
+        answers = {name: self.answer(name, told[name], numbers) for name in self.targets}
+        if answers[self.targets[0]] is None:
+            return {}
+        found = {}
         for field in self.output_fields:
             name = field.get("targetField", self.targets[0])
-            answers[field.get("name")] = self.feature(field, name, told[name], numbers)
-        own = self.targets[0]
-        is_number = not self.categories[own]
-        return {} if is_number and self.number(numbers[told[own][0][0]], told[own][0][1]) is None else answers
+            found[field.get("name")] = self.feature(field, name, answers[name], case)
+        return found
 
 
 def document(sample, before, after):
@@ -227,6 +249,11 @@ def cases(sample):
 def main():
     drawn = {sample: list(cases(sample)) for sample in ("vintage", "cider", "cellar")}
     drawn["cider"][5]["apples"] = drawn["vintage"][8]["acid"] = drawn["cellar"][3]["sugar"] = ""
+    draw = random.Random(21)
+    for row in drawn["cellar"]:
+        row |= {"style": draw.choice(["", "dry", "sweet", "sparkling"]),
+                "price": draw.choice(["", draw.randrange(5, 40)]),
+                "keeps": draw.choice(["", "yes", "no"]), "years": draw.choice(["", draw.randrange(0, 9) / 2])}
     for sample, rows in drawn.items():
         with open(SAMPLES / f"{sample}.csv", "w", newline="", encoding="utf-8") as file:
             writer = csv.DictWriter(file, rows[0], lineterminator="\n")

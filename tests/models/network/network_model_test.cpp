@@ -195,17 +195,68 @@ TEST(NeuralNetwork, AFurtherTargetMayGoWithoutANumber) {
     EXPECT_EQ(own.Number("ofZ"), kMissing);
 }
 
-/// The default value is that of the first target.
-TEST(NeuralNetwork, TheDefaultIsOfItsFirstTargetAlone) {
-    const std::string targets = "</Output><Targets><Target field='y'><TargetValue defaultValue='7'/></Target>"
-                                "<Target field='z'><TargetValue defaultValue='8'/></Target></Targets>";
+/// A default is nothing that its Target adjusts.
+TEST(NeuralNetwork, EachTargetHasItsOwnDefault) {
+    const std::string targets =
+        "</Output><Targets><Target field='y' rescaleFactor='1e290'><TargetValue defaultValue='7'/></Target>"
+        "<Target field='z' rescaleFactor='1e300'><TargetValue defaultValue='8'/></Target></Targets>";
     Scored scored(Replaced(OfTwoNumbers(), "</Output>", targets));
+    const auto expect = [&scored](const char* x, double y, double z) {
+        SCOPED_TRACE(x);
+        EXPECT_EQ(scored.Score({{"x", x}}).IsOK(), y != kMissing);
+        EXPECT_DOUBLE_EQ(scored.Number(), y);
+        EXPECT_DOUBLE_EQ(scored.Number("ofY"), y);
+        EXPECT_DOUBLE_EQ(scored.Number("ofZ"), z);
+    };
     ASSERT_TRUE(scored.Model().SetOption("missingValuePolicy", "defaultPrediction"));
-    ASSERT_TRUE(scored.Score({{"x", "1"}}).IsOK());
-    EXPECT_EQ(scored.Number("ofZ"), 1.0);
+    expect("0", 0, 0);
+    expect("", 7, 8);
+    expect("1e9", 3e301, 8); // the number of z is beyond all doubles
+    expect("1e7", 3e299, 1e307);
+    expect("1e307", 7, 8);
+    ASSERT_TRUE(scored.Model().SetOption("missingValuePolicy", "noPrediction"));
+    expect("", kMissing, kMissing);
+    expect("1e9", 3e301, kMissing);
+}
+
+/// What is predicted of a further target stands where the first one has to have its default.
+TEST(NeuralNetwork, AFurtherTargetKeepsItsPredictionBesideADefault) {
+    const std::string targets = "</Output><Targets><Target field='y' rescaleFactor='1e300'><TargetValue defaultValue="
+                                "'7'/></Target><Target field='z' max='5'/></Targets>";
+    Scored scored(Replaced(OfTwoNumbers(), "</Output>", targets));
+    ASSERT_TRUE(scored.Score({{"x", "1e10"}}).IsOK());
+    EXPECT_EQ(scored.Number(), 7);
+    EXPECT_EQ(scored.Number("ofZ"), 5);
     ASSERT_TRUE(scored.Score({}).IsOK());
-    EXPECT_EQ(scored.Number("ofY"), 7.0);
+    EXPECT_EQ(scored.Number(), 7);
     EXPECT_EQ(scored.Number("ofZ"), kMissing);
+}
+
+TEST(NeuralNetwork, EachTargetHasItsOwnResidual) {
+    const std::string residuals = "<OutputField name='r' feature='residual'/><OutputField name='rZ' "
+                                  "feature='residual' targetField='z'/></Output>";
+    Scored scored(Replaced(OfTwoNumbers(), "</Output>", residuals));
+    ASSERT_TRUE(scored.Score({{"x", "0.25"}, {"y", "80"}, {"z", "1"}}).IsOK());
+    EXPECT_EQ(scored.Number("r"), 5);
+    EXPECT_EQ(scored.Number("rZ"), 0.75);
+    ASSERT_TRUE(scored.Score({{"x", "0.25"}, {"z", "-1"}}).IsOK());
+    EXPECT_EQ(scored.Number("r"), kMissing);
+    EXPECT_EQ(scored.Number("rZ"), -1.25);
+    ASSERT_TRUE(scored.Score({{"x", "0.25"}, {"y", "80"}}).IsOK());
+    EXPECT_EQ(scored.Number("rZ"), kMissing);
+}
+
+/// Hosts find the prediction of a further target by the target's name, though no list of outputs has it.
+TEST(NeuralNetwork, TellsAFurtherTargetByItsName) {
+    std::string document = OfTwoNumbers();
+    document.erase(document.find("<Output>"), document.find("</Output>") + 9 - document.find("<Output>"));
+    Scored silent(document);
+    EXPECT_EQ(silent.Model().GetResultDictionary(), nullptr);
+    ASSERT_TRUE(silent.Score({{"x", "1"}}).IsOK());
+    EXPECT_EQ(silent.Number("z"), 1);
+    Scored named(Replaced(OfTwoNumbers(), "name='ofY'", "name='z'"));
+    ASSERT_TRUE(named.Score({{"x", "1"}}).IsOK());
+    EXPECT_EQ(named.Number("z"), 300) << "an output field of this name goes before it";
 }
 
 TEST(NeuralNetwork, MixedFunctionsGoByTheLevelOfTheFirstTarget) {

@@ -55,6 +55,7 @@ private:
     void ReadCase(std::size_t record);
     void CompareCase(std::size_t record);
     bool IsComputed(const std::string& name) const;
+    bool IsFurtherTarget(const std::string& name) const;
     const MCVeltrane_900::ScoreValue* ResultOf(const std::string& name) const;
     int Report() const;
 
@@ -102,7 +103,7 @@ void VerifyRun::SortFields() {
     }
     for (const auto& field : fVerification.fields) {
         Field sorted;
-        if (fColumns.Has(field.field)) {
+        if (fColumns.Has(field.field) || IsFurtherTarget(field.field)) {
             sorted.result.emplace(field);
         } else if (const auto input = inputs.find(field.field); input != inputs.end()) {
             sorted.input = input->second;
@@ -115,6 +116,11 @@ void VerifyRun::SortFields() {
         }
         fFields.push_back(std::move(sorted));
     }
+}
+
+/// Whether a field of the dictionary is a target beside the first one: the model has no use for it and its result does.
+bool VerifyRun::IsFurtherTarget(const std::string& name) const {
+    return fModel.GetVarRole(name) != ScoreModel::ROLE_INPUT && IsComputed(name);
 }
 
 /// Whether a result has the value of an output field that is no column of scores.
