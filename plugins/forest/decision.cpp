@@ -188,10 +188,28 @@ bool Decisions::Look(const Conditions& conditions, const Condition& condition) {
 }
 
 bool Decisions::Settle(std::uint32_t most) {
-    return std::all_of(fFeatures.begin(), fFeatures.end(), [most](Feature& feature) { return feature.Settle(most); });
+    fLadders.resize(fFeatures.size());
+    for (std::size_t i = 0; i < fFeatures.size(); ++i) {
+        if (!fFeatures[i].Settle(most)) {
+            return false;
+        }
+        if (fFeatures[i].GetKind() == Feature::Kind::RANK) {
+            fLadders[i] = CutLadder(fFeatures[i].Bounds());
+        }
+    }
+    return true;
 }
 
-bool Decisions::Read(const Conditions& conditions, const Condition& condition, Decision& decision) const {
+/// @param feature of ranks, settled
+std::uint32_t Decisions::PlaceOfCut(int feature, double cut) {
+    if (feature != fLastCut.feature || cut != fLastCut.cut) {
+        const auto at = static_cast<std::size_t>(feature);
+        fLastCut = {feature, cut, fLadders[at].PlaceOf(fFeatures[at].Bounds(), cut)};
+    }
+    return fLastCut.place;
+}
+
+bool Decisions::Read(const Conditions& conditions, const Condition& condition, Decision& decision) {
     Asked asked;
     Ask(conditions, condition, asked);
     decision = Decision();
@@ -202,7 +220,7 @@ bool Decisions::Read(const Conditions& conditions, const Condition& condition, D
     decision.feature = FeatureOf(asked);
     const Feature& feature = fFeatures[static_cast<std::size_t>(decision.feature)];
     if (feature.GetKind() == Feature::Kind::RANK && IsPlainOrder(condition)) {
-        decision.high = feature.PlaceOf(CutOf(condition));
+        decision.high = PlaceOfCut(decision.feature, CutOf(condition));
         decision.isInverted = condition.test == Test::GREATER || condition.test == Test::GREATER_OR_EQUAL;
         return true;
     }

@@ -1,6 +1,7 @@
 #ifndef VELTRANE_PLUGINS_FOREST_DECISION_H
 #define VELTRANE_PLUGINS_FOREST_DECISION_H
 
+#include "cut_ladder.h"
 #include "feature.h"
 #include "kit/conditions/condition.h"
 
@@ -49,7 +50,7 @@ public:
 
     /// Reads a condition that was looked at.
     /// @return false for one that holds for more than one range of numbers
-    bool Read(const Conditions& conditions, const Condition& condition, Decision& decision) const;
+    bool Read(const Conditions& conditions, const Condition& condition, Decision& decision);
 
     std::vector<Feature>& Features() { return fFeatures; }
 
@@ -75,7 +76,15 @@ private:
     static void AddBounds(const Conditions& conditions, const Condition& condition, std::vector<double>& bounds,
                           Feature::Kind kind);
     static void AddCodes(const Conditions& conditions, const Condition& condition, Feature& feature);
+    /// The place of a cut that was looked up last: both children of a node mostly ask for the same one.
+    struct LastCut {
+        int feature = Decision::kConstant;
+        double cut = 0.0;
+        std::uint32_t place = 0;
+    };
+
     int FeatureOf(const Asked& asked) const;
+    std::uint32_t PlaceOfCut(int feature, double cut);
     static bool ReadRanks(const Conditions& conditions, const Condition& condition, const Feature& feature,
                           Decision& decision);
     static void ReadMarks(const Conditions& conditions, const Condition& condition, const Feature& feature,
@@ -83,6 +92,8 @@ private:
 
     std::vector<Feature> fFeatures;
     std::map<std::pair<int, Feature::Kind>, int> fPlaces; ///< of the features, by slot
+    std::vector<CutLadder> fLadders;                      ///< by feature, of the cuts of ranks
+    LastCut fLastCut;
 };
 
 } // namespace veltrane_forest

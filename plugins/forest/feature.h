@@ -49,8 +49,12 @@ public:
 
     // While conditions are read.
 
-    /// Takes a bound into account: see Settle().
-    void AddBound(double bound) { fBounds.push_back(bound); }
+    /// Takes a bound into account: see Settle(). Most come twice in a row, from the two children of a node.
+    void AddBound(double bound) {
+        if (fBounds.empty() || fBounds.back() != bound) {
+            fBounds.push_back(bound);
+        }
+    }
     void AddCode(int code) {
         if (code >= 0 && static_cast<std::uint32_t>(code) >= fMarks) {
             fMarks = static_cast<std::uint32_t>(code) + 1;
