@@ -8,12 +8,16 @@ namespace veltrane::factory {
 
 namespace {
 
-/// Longer texts are seldom there twice.
+/// Longer texts are seldom there twice, but for the indentation of deep elements.
 constexpr XMLSize_t kLongestShared = 24;
+constexpr XMLSize_t kLongestBlank = 64;
 
-/// Places for texts that were met, powers of two; the most of them stay within the nearest caches.
-constexpr std::size_t kFewestMet = std::size_t{1} << 8;
-constexpr std::size_t kMostMet = std::size_t{1} << 15;
+/// Places for texts of one kind that were met, powers of two.
+constexpr std::size_t kFewestMet = std::size_t{1} << 4;
+constexpr std::size_t kMostMet = std::size_t{1} << 10;
+
+/// So many attributes of an element have lists of their own.
+constexpr XMLSize_t kOwnLists = 16;
 
 constexpr std::size_t kMostRecords = std::numeric_limits<std::uint32_t>::max() / 2;
 constexpr XMLSize_t kMostAttributes = std::numeric_limits<std::uint16_t>::max();
@@ -21,16 +25,30 @@ constexpr XMLSize_t kMostAttributes = std::numeric_limits<std::uint16_t>::max();
 /// As many units of a text as are hashed at a time.
 constexpr XMLSize_t kUnits = sizeof(std::uint64_t) / sizeof(XMLCh);
 
+std::uint64_t UnitsAt(const XMLCh* text) {
+    std::uint64_t units = 0;
+    std::memcpy(&units, text, sizeof(units));
+    return units;
+}
+
+/// Of a text of more than 16 units the first 8 and the last 8. What stands between them is seldom all that differs.
 std::uint32_t HashOf(const XMLCh* text, XMLSize_t length) {
     constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15U;
+    constexpr std::uint64_t kOther = 0xD6E8FEB86659FD93U;
     std::uint64_t hash = length;
-    for (XMLSize_t at = 0; at < length; at += kUnits) {
-        std::uint64_t units = 0;
-        std::memcpy(&units, text + at, std::min(kUnits, length - at) * sizeof(XMLCh));
-        hash = (hash ^ units) * kFactor;
-        hash ^= hash >> 32;
+    if (length >= kUnits) {
+        hash = (hash ^ UnitsAt(text)) * kFactor + UnitsAt(text + length - kUnits) * kOther;
+        if (length > 2 * kUnits) {
+            hash ^= hash >> 32U;
+            hash = (hash ^ UnitsAt(text + kUnits)) * kFactor + UnitsAt(text + length - 2 * kUnits) * kOther;
+        }
+    } else {
+        for (XMLSize_t at = 0; at < length; ++at) {
+            hash = hash << 16U | text[at];
+        }
+        hash *= kFactor;
     }
-    return static_cast<std::uint32_t>(hash);
+    return static_cast<std::uint32_t>((hash ^ hash >> 29U) >> 16U);
 }
 
 /// Names are short, and nearly always the same.
@@ -91,7 +109,8 @@ void SubtreeStore::StartElement(std::uint16_t tag, const Attributes& attributes,
         const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
         const XMLCh* value = attribute.getValue();
         LastAttribute& last = AttributeAt(tag, i, attribute.getName());
-        fAttributes.push_back({last.name, AddShared(value, LengthOf(value), last.values)});
+        Sharing& values = i < kOwnLists ? last.values : fMoreValues;
+        fAttributes.push_back({last.name, AddShared(value, LengthOf(value), kLongestShared, values)});
     }
 }
 
@@ -102,7 +121,9 @@ void SubtreeStore::EndElement() {
 }
 
 void SubtreeStore::AddText(const XMLCh* text, XMLSize_t length) {
-    const std::uint32_t place = AddShared(text, length, fContents);
+    const bool isBlank = length > 0 && *text <= u' ';
+    const std::uint32_t place =
+        isBlank ? AddShared(text, length, kLongestBlank, fBlanks) : AddShared(text, length, kLongestShared, fContents);
     const std::uint32_t node = NodeCount();
     fNodes.push_back({SubtreeNode::kText, 0, fOpen, node + 1, place});
 }
@@ -128,7 +149,7 @@ SubtreeStore::LastAttribute& SubtreeStore::AttributeAt(std::uint16_t tag, XMLSiz
         return last[place];
     }
     const std::uint16_t number = NumberOf(name);
-    last.resize(std::max(last.size(), place + 1), {number, {}});
+    last.resize(std::max(last.size(), place + 1));
     last[place].name = number;
     return last[place];
 }
@@ -143,21 +164,26 @@ bool SubtreeStore::Sharing::IsWorthALook() {
     return false;
 }
 
+SubtreeStore::Sharing::Met& SubtreeStore::Sharing::MetAt(std::uint32_t hash) {
+    if (kept >= met.size() && met.size() < kMostMet) {
+        met.assign(met.empty() ? kFewestMet : met.size() * 4, {});
+        kept = 0;
+    }
+    return met[hash & (met.size() - 1)];
+}
+
 /// A text, which stands there once for all that are equal as long as the place of its hash isn't taken by another one.
-std::uint32_t SubtreeStore::AddShared(const XMLCh* text, XMLSize_t length, Sharing& sharing) {
-    if (length > kLongestShared || !sharing.IsWorthALook()) {
+std::uint32_t SubtreeStore::AddShared(const XMLCh* text, XMLSize_t length, XMLSize_t longest, Sharing& sharing) {
+    if (length > longest || !sharing.IsWorthALook()) {
         return Append(text, length);
     }
-    if (fMetCount >= fMet.size() && fMet.size() < kMostMet) {
-        Grow();
-    }
     const std::uint32_t hash = HashOf(text, length);
-    Met& met = fMet[hash & (fMet.size() - 1)];
+    Sharing::Met& met = sharing.MetAt(hash);
     if (met.hash == hash && StandsAt(met.place, text, length)) {
         ++sharing.hits;
         return met.place;
     }
-    ++fMetCount;
+    ++sharing.kept;
     met = {hash, Append(text, length)};
     return met.place;
 }
@@ -165,11 +191,6 @@ std::uint32_t SubtreeStore::AddShared(const XMLCh* text, XMLSize_t length, Shari
 bool SubtreeStore::StandsAt(std::uint32_t place, const XMLCh* text, XMLSize_t length) const {
     return fTexts.size() > length && place < fTexts.size() - length && fTexts[place + length] == 0 &&
            std::equal(text, text + length, fTexts.data() + place);
-}
-
-void SubtreeStore::Grow() {
-    fMet.assign(fMet.empty() ? kFewestMet : fMet.size() * 8, {});
-    fMetCount = 0;
 }
 
 std::uint32_t SubtreeStore::Append(const XMLCh* text, XMLSize_t length) {

@@ -72,34 +72,38 @@ public:
     bool MayHaveTag(std::u16string_view tag) const { return fNumbers.contains(tag); }
 
 private:
-    /// A text that was met, by its hash.
-    struct Met {
-        std::uint32_t hash = 0;
-        std::uint32_t place = 0;
-    };
-
-    /// How often the texts of one kind were there before. Those that seldom are, as identifiers, needn't be looked for,
-    /// which costs more than writing them: only now and then, so that a change is noticed.
+    /// The texts of one kind that were met last, by their hashes, and how often they were there before. Those that
+    /// seldom are, as identifiers, needn't be looked for, which costs more than writing them: only now and then, so
+    /// that a change is noticed. Each kind has a list of its own: many numbers don't push out a few words, and what is
+    /// looked through stays in the nearest caches.
     struct Sharing {
+        struct Met {
+            std::uint32_t hash = 0;
+            std::uint32_t place = 0;
+        };
+
         bool IsWorthALook();
+        /// Where a text with this hash was met, if one was.
+        Met& MetAt(std::uint32_t hash);
 
         std::uint32_t looks = 0;
         std::uint32_t hits = 0;
         std::uint32_t calls = 0;
+        std::uint32_t kept = 0; ///< since the list has grown
+        std::vector<Met> met;
     };
 
     /// An attribute at one place in the elements of one name: mostly the next one has the same.
     struct LastAttribute {
-        std::uint16_t name;
+        std::uint16_t name = 0;
         Sharing values;
     };
 
     std::uint16_t NumberOf(std::u16string_view name);
     LastAttribute& AttributeAt(std::uint16_t tag, XMLSize_t place, const XMLCh* name);
-    std::uint32_t AddShared(const XMLCh* text, XMLSize_t length, Sharing& sharing);
+    std::uint32_t AddShared(const XMLCh* text, XMLSize_t length, XMLSize_t longest, Sharing& sharing);
     bool StandsAt(std::uint32_t place, const XMLCh* text, XMLSize_t length) const;
     std::uint32_t Append(const XMLCh* text, XMLSize_t length);
-    void Grow();
 
     std::uint32_t fRoot = 0;
     std::uint32_t fOpen = 0;
@@ -111,9 +115,9 @@ private:
     MeteredArray<const XMLCh*> fNames;
     std::unordered_map<std::u16string_view, std::uint16_t> fNumbers;
     std::vector<std::vector<LastAttribute>> fLastAttributes; ///< by tag
-    Sharing fContents;                                       ///< of texts that are nodes
-    std::vector<Met> fMet;
-    std::size_t fMetCount = 0;
+    Sharing fMoreValues;                                     ///< of attributes far behind in their element
+    Sharing fBlanks;                                         ///< of texts that are nodes and begin with a blank
+    Sharing fContents;                                       ///< of other texts that are nodes
     std::deque<Subtree> fSubtrees;
     SubtreeRecords fRecords{};
 };

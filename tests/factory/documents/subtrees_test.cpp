@@ -127,6 +127,41 @@ TEST_F(Subtrees, KeepEachTextWhicheverWereThereBefore) {
               "<Branch:" + expected + ">");
 }
 
+/// Indentations of every depth, and texts that are alike at both ends.
+TEST_F(Subtrees, KeepBlanksAndTextsThatDifferInTheMiddle) {
+    std::string content;
+    std::string expected;
+    for (int i = 0; i < 3000; ++i) {
+        const std::string blanks(static_cast<std::size_t>(i * 7 % 100 + 1), ' ');
+        const std::string text = blanks + (i % 5 == 0 ? "b" : "");
+        const std::string alike = "12345678" + std::to_string(i * 3 % 11) + "12345678";
+        content += "<e a='" + alike + "'/>" + text;
+        expected += "<e a=" + alike + ":>'" + text + "'";
+    }
+    EXPECT_EQ(RecordsOf(Pmml("<SubtreeModel><Branch>" + content + "</Branch></SubtreeModel>")),
+              "<Branch:" + expected + ">");
+}
+
+/// More attributes than have lists of their own.
+TEST_F(Subtrees, KeepAnyNumberOfAttributes) {
+    std::string content;
+    std::string expected;
+    for (int element = 0; element < 50; ++element) {
+        content += "<e";
+        expected += "<e";
+        for (int i = 0; i < 40; ++i) {
+            const std::string value = std::to_string((element + i) % 9);
+            const std::string name = std::string(1, static_cast<char>('a' + i % 26)) + std::to_string(i);
+            content += " " + name + "='" + value + "'";
+            expected += " " + name + "=" + value;
+        }
+        content += "/>";
+        expected += ":>";
+    }
+    EXPECT_EQ(RecordsOf(Pmml("<SubtreeModel><Branch>" + content + "</Branch></SubtreeModel>")),
+              "<Branch:" + expected + ">");
+}
+
 std::string Numbered(int count, const std::string& before, const std::string& after) {
     std::string text;
     for (int i = 0; i < count; ++i) {
