@@ -87,6 +87,9 @@ void InputField::RenewCodes() {
 }
 
 int InputField::CodeOf(const Value& value) {
+    if (const int known = fNeedsCode ? fCodes.Find(value) : ValueCodes::kUnknown; known != ValueCodes::kUnknown) {
+        return known;
+    }
     fNeedsCode = true;
     const int code = fCodes.Add(value);
     RenewCodes();
