@@ -1,6 +1,8 @@
 #include "kit/conditions/condition.h"
 
 #include <algorithm>
+#include <bit>
+#include <numeric>
 
 namespace veltrane_kit {
 
@@ -33,9 +35,12 @@ std::vector<int> Conditions::CategoriesOf(const Condition& set) const {
         }
         return codes;
     }
-    for (int code = 0; code < set.span.count * kWordBits; ++code) {
-        if (HasCategory(set.span, code)) {
-            codes.push_back(code);
+    const std::uint64_t* const words = fWords.data() + set.span.first;
+    codes.reserve(static_cast<std::size_t>(std::accumulate(
+        words, words + set.span.count, 0, [](int count, std::uint64_t word) { return count + std::popcount(word); })));
+    for (int at = 0; at < set.span.count; ++at) {
+        for (std::uint64_t left = words[at]; left != 0; left &= left - 1) {
+            codes.push_back(at * kWordBits + std::countr_zero(left));
         }
     }
     return codes;

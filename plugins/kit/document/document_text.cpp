@@ -4,6 +4,7 @@
 
 #include <xercesc/util/XMLString.hpp>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <string_view>
@@ -67,13 +68,16 @@ std::string DocumentText::operator()(const XMLCh* text) const {
     if (!fKeepsAscii) {
         return fTranscoder.transcodeTo(text);
     }
-    std::string bytes;
-    for (const XMLCh* unit = text; *unit != 0; ++unit) {
-        if (*unit >= kAsciiEnd) {
-            return fTranscoder.transcodeTo(text);
-        }
-        bytes.push_back(static_cast<char>(*unit));
+    std::size_t length = 0;
+    XMLCh bits = 0; // of all units
+    for (; text[length] != 0; ++length) {
+        bits |= text[length];
     }
+    if (bits >= kAsciiEnd) {
+        return fTranscoder.transcodeTo(text);
+    }
+    std::string bytes(length, '\0');
+    std::transform(text, text + length, bytes.begin(), [](XMLCh unit) { return static_cast<char>(unit); });
     return bytes;
 }
 
