@@ -266,6 +266,7 @@ bool Decisions::ReadRanks(const Conditions& conditions, const Condition& conditi
 void Decisions::ReadMarks(const Conditions& conditions, const Condition& condition, const Feature& feature,
                           Decision& decision) {
     decision.isSet = true;
+    decision.holds.reserve(feature.Marks());
     for (std::uint32_t mark = 0; mark < feature.Marks(); ++mark) {
         OneValue value{false, veltrane_kit::kMissing, OneValue().category};
         if (feature.GetKind() == Feature::Kind::MEMBER) {

@@ -64,6 +64,7 @@ bool Sketcher::DrawNode(std::int32_t node, Way& way) {
 /// @return false for one that no case is decided for
 bool Sketcher::ReadChoices(const Node& node, std::vector<Choice>& choices) const {
     const Tree& tree = fScorer->GetTree();
+    choices.reserve(static_cast<std::size_t>(node.childCount));
     for (std::int32_t child = node.firstChild; child < node.firstChild + node.childCount; ++child) {
         Choice choice{child, {}};
         const bool isRead =
