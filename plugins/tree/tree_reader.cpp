@@ -21,17 +21,18 @@ constexpr const XMLCh* kDefaultChild = u"defaultChild";
 
 /// Reads an id that is a number as it is written everywhere, of nine digits at most.
 /// @return false, and the number untouched, for any other one
-bool ReadPlainNumber(const std::string& text, std::int32_t& number) {
+bool ReadPlainNumber(const XMLCh* text, std::int32_t& number) {
     constexpr std::size_t kDigits = 9;
-    if (text.empty() || text.size() > kDigits || (text.front() == '0' && text.size() > 1)) {
-        return false;
-    }
     std::int32_t read = 0;
-    for (const char c : text) {
-        if (c < '0' || c > '9') {
+    std::size_t length = 0;
+    for (; text[length] != 0; ++length) {
+        if (length == kDigits || text[length] < u'0' || text[length] > u'9') {
             return false;
         }
-        read = read * 10 + (c - '0');
+        read = read * 10 + (text[length] - u'0');
+    }
+    if (length == 0 || (text[0] == u'0' && length > 1)) {
+        return false;
     }
     number = read;
     return true;
@@ -61,6 +62,7 @@ double ReadFraction(const Element& element, const XMLCh* name) {
 } // namespace
 
 void TreeReader::Read(const Element& root) {
+    fKeepsDigits = root.Reader()(u"0123456789") == "0123456789";
     fTree.Reserve(1 + root.CountRecordedLike());
     fTree.AddNodes(1);
     ReadNode(root, 0);
@@ -68,24 +70,63 @@ void TreeReader::Read(const Element& root) {
     fModels.Settle();
 }
 
-TreeReader::Parts TreeReader::Survey(const Element& element) const {
+TreeReader::Kind TreeReader::LookUpKind(const Element& child) {
+    if (child.Is(u"Node")) {
+        return Kind::NODE;
+    }
+    if (child.Is(u"ScoreDistribution")) {
+        return Kind::SHARE;
+    }
+    if (ConditionReader::IsPredicate(child)) {
+        return Kind::PREDICATE;
+    }
+    if (LeafModels::IsModel(child)) {
+        return Kind::MODEL;
+    }
+    return child.Is(u"Extension") || child.Is(u"Partition") ? Kind::PASSED : Kind::MISPLACED;
+}
+
+/// The records of a document have a number for each name.
+TreeReader::Kind TreeReader::KindOf(const Element& child) {
+    const veltrane::SubtreeNode* const record = child.Record();
+    if (record == nullptr) {
+        return LookUpKind(child);
+    }
+    if (record->tag >= fKinds.size()) {
+        fKinds.resize(record->tag + std::size_t{1}, Kind::UNKNOWN);
+    }
+    Kind& kind = fKinds[record->tag];
+    if (kind == Kind::UNKNOWN) {
+        kind = LookUpKind(child);
+    }
+    return kind;
+}
+
+TreeReader::Parts TreeReader::Survey(const Element& element) {
     Parts parts;
     for (const Element child : element.Children()) {
-        if (child.Is(u"Node")) {
+        switch (KindOf(child)) {
+        case Kind::NODE:
             ++parts.nodes;
-        } else if (child.Is(u"ScoreDistribution")) {
+            break;
+        case Kind::SHARE:
             ++parts.shares;
-        } else if (ConditionReader::IsPredicate(child)) {
+            break;
+        case Kind::PREDICATE:
             if (parts.predicate) {
                 Raise<Message::MORE_THAN_ONE>("predicate", element.Tag());
             }
             parts.predicate = child;
-        } else if (LeafModels::IsModel(child)) {
+            break;
+        case Kind::MODEL:
             if (parts.model) {
                 Raise<Message::MORE_THAN_ONE>(child.Tag(), element.Tag());
             }
             parts.model = child;
-        } else if (!child.Is(u"Extension") && !child.Is(u"Partition")) {
+            break;
+        case Kind::PASSED:
+            break;
+        default:
             child.RaiseMisplaced();
         }
     }
@@ -123,7 +164,7 @@ NodeScore TreeReader::ReadScore(const Element& element) {
     score.recordCount = ReadCount(element, kRecordCount);
     if (element.Has(kScore)) {
         if (fParts.IsClassification()) {
-            score.category = fParts.target->CategoryOf(element, kScore);
+            score.category = CategoryOf(element, kScore);
         } else {
             score.number = element.Number(kScore);
         }
@@ -134,12 +175,21 @@ NodeScore TreeReader::ReadScore(const Element& element) {
     return score;
 }
 
+/// A category of the target.
+int TreeReader::CategoryOf(const Element& element, const XMLCh* attribute) {
+    if (element.Record() == nullptr) {
+        return fParts.target->CategoryOf(element, attribute);
+    }
+    const XMLCh* const text = element.Raw(attribute);
+    const int* const known = fCategories.Find(text);
+    return known != nullptr ? *known : fCategories.Keep(text, fParts.target->CategoryOf(element, attribute));
+}
+
 void TreeReader::ReadId(const Element& element, NodeScore& score) {
-    const std::string id = element.AnyText(u"id");
-    if (ReadPlainNumber(id, score.place)) {
+    if (fKeepsDigits && ReadPlainNumber(element.Raw(u"id"), score.place)) {
         return;
     }
-    score.id = fTree.KeepId(id);
+    score.id = fTree.KeepId(element.AnyText(u"id"));
     if (score.id == NodeScore::kNone) {
         element.RaiseInvalid(u"id");
     }
@@ -148,7 +198,7 @@ void TreeReader::ReadId(const Element& element, NodeScore& score) {
 void TreeReader::ReadShares(const Element& element, int count, NodeScore& score) {
     score.firstShare = static_cast<std::int32_t>(fTree.shares.size());
     for (const Element child : count > 0 ? element.Children() : Element().Children()) {
-        if (child.Is(u"ScoreDistribution")) {
+        if (KindOf(child) == Kind::SHARE) {
             if (!fParts.IsClassification()) {
                 child.RaiseMisplaced();
             }
@@ -164,7 +214,7 @@ void TreeReader::ReadShares(const Element& element, int count, NodeScore& score)
 
 void TreeReader::ReadShare(const Element& element) {
     Share share;
-    share.category = fParts.target->CategoryOf(element, u"value");
+    share.category = CategoryOf(element, u"value");
     const auto category = static_cast<std::size_t>(share.category);
     if (category >= fSharedAt.size()) {
         fSharedAt.resize(std::max(category + 1, 2 * fSharedAt.size()));
@@ -235,7 +285,7 @@ void TreeReader::ReadChildren(const Element& element, std::size_t index, int cou
     const std::string defaultChild = hasDefault ? element.Text(kDefaultChild) : std::string();
     std::size_t child = first;
     for (const Element node : element.Children()) {
-        if (!node.Is(u"Node")) {
+        if (KindOf(node) != Kind::NODE) {
             continue;
         }
         if (hasDefault && node.Has(u"id") && node.AnyText(u"id") == defaultChild) {

@@ -3,6 +3,7 @@
 
 #include "kit/conditions/condition_reader.h"
 #include "kit/document/element.h"
+#include "kit/document/known_texts.h"
 #include "kit/model/model_plan.h"
 #include "leaf_models.h"
 #include "tree.h"
@@ -32,6 +33,9 @@ public:
     void Read(const veltrane_kit::Element& root);
 
 private:
+    /// What a child of a node may be. UNKNOWN is a name that wasn't looked at.
+    enum class Kind : std::uint8_t { UNKNOWN, NODE, SHARE, PREDICATE, MODEL, PASSED, MISPLACED };
+
     /// What is among the children of a node.
     struct Parts {
         veltrane_kit::Element predicate;
@@ -40,9 +44,12 @@ private:
         int shares = 0;
     };
 
-    Parts Survey(const veltrane_kit::Element& element) const;
+    static Kind LookUpKind(const veltrane_kit::Element& child);
+    Kind KindOf(const veltrane_kit::Element& child);
+    Parts Survey(const veltrane_kit::Element& element);
     void ReadNode(const veltrane_kit::Element& element, std::size_t index);
     NodeScore ReadScore(const veltrane_kit::Element& element);
+    int CategoryOf(const veltrane_kit::Element& element, const XMLCh* attribute);
     void ReadId(const veltrane_kit::Element& element, NodeScore& score);
     void ReadShares(const veltrane_kit::Element& element, int count, NodeScore& score);
     void ReadShare(const veltrane_kit::Element& element);
@@ -57,6 +64,9 @@ private:
     veltrane_kit::ConditionReader fConditions;
     Needs fNeeds;
     std::int32_t fPlace = 0;
+    std::vector<Kind> fKinds; ///< by the tags of records
+    veltrane_kit::KnownTexts<int, 16> fCategories;
+    bool fKeepsDigits = false;           ///< whether digits are ASCII in the encoding of the document's texts
     std::vector<std::int32_t> fSharedAt; ///< by category, the place of the last node with a share of it; 0 for none
 };
 

@@ -4,6 +4,7 @@
 #include "kit/document/raise.h"
 #include "kit/values/single_precision.h"
 
+#include <charconv>
 #include <limits>
 #include <utility>
 
@@ -11,6 +12,7 @@ namespace veltrane_kit {
 
 namespace {
 
+constexpr const XMLCh* kField = u"field";
 constexpr const XMLCh* kOperator = u"operator";
 constexpr const XMLCh* kBooleanOperator = u"booleanOperator";
 constexpr const XMLCh* kValue = u"value";
@@ -49,6 +51,34 @@ Condition WithNumber(int slot, Test test, double number) {
     Condition condition = OnSlot(test, slot);
     condition.number = number;
     return condition;
+}
+
+/// Reads a number as nearly all are written: digits with a minus and a point at most. What these say doesn't depend on
+/// who reads them.
+/// @return false, and the number untouched, for any other text
+bool ReadPlainNumber(const XMLCh* text, double& number) {
+    constexpr std::size_t kMost = 32;
+    char digits[kMost];
+    std::size_t length = 0;
+    for (; text[length] != 0; ++length) {
+        const XMLCh unit = text[length];
+        const bool isPlain = (unit >= u'0' && unit <= u'9') || unit == u'.' || (unit == u'-' && length == 0);
+        if (!isPlain || length == kMost) {
+            return false;
+        }
+        digits[length] = static_cast<char>(unit);
+    }
+    const std::size_t first = length > 0 && digits[0] == '-' ? 1 : 0;
+    if (first == length || digits[first] == '.') {
+        return false;
+    }
+    double read = 0.0;
+    const auto [end, error] = std::from_chars(digits, digits + length, read);
+    if (error != std::errc() || end != digits + length) {
+        return false;
+    }
+    number = read;
+    return true;
 }
 
 /// The infinite numbers in the words of XML Schema, and in those of producers in Java.
@@ -101,8 +131,9 @@ Condition ConditionReader::Read(const Element& element) {
 }
 
 Condition ConditionReader::ReadSimple(const Element& element) {
-    const int slot = RequireSlot(element);
-    const Test test = element.OneOf(kOperator, kOperators);
+    const Field field = RequireField(element);
+    const int slot = field.slot;
+    const Test test = ReadOperator(element);
     if (test == Test::IS_MISSING || test == Test::IS_NOT_MISSING) {
         if (element.Has(kValue)) {
             RaiseAt<Message::CONFLICTING_ATTRIBUTES>(element.Tag(), "operator", Narrow(kValue),
@@ -111,11 +142,11 @@ Condition ConditionReader::ReadSimple(const Element& element) {
         return OnSlot(test, slot);
     }
     const bool isOrder = test != Test::EQUAL && test != Test::NOT_EQUAL;
-    if (isOrder && HasOrder(slot)) {
+    if (isOrder && field.hasOrder) {
         return ComparePlace(element, slot, test);
     }
-    if (fInputs.IsNumeric(slot)) {
-        return CompareNumber(element, slot, test);
+    if (field.isNumeric) {
+        return CompareNumber(element, field, test);
     }
     if (isOrder) {
         Raise<Message::UNSUPPORTED_VALUE_IN>(element.Text(kOperator), Narrow(kOperator), element.Tag(),
@@ -126,19 +157,41 @@ Condition ConditionReader::ReadSimple(const Element& element) {
     return condition;
 }
 
-/// The slot of the field. One with an order gets its codes before a condition mentions a single value.
-int ConditionReader::RequireSlot(const Element& element) {
-    const int slot = fInputs.RequireSlot(element, u"field");
-    if (HasOrder(slot) && fListed.count(slot) == 0) {
-        fListed.emplace(slot, LearnListed(slot));
+ConditionReader::Field ConditionReader::RequireField(const Element& element) {
+    if (element.Record() == nullptr) {
+        return LookUpField(element);
     }
-    return slot;
+    const XMLCh* const name = element.Raw(kField);
+    const Field* const known = fFields.Find(name);
+    return known != nullptr ? *known : fFields.Keep(name, LookUpField(element));
 }
 
-Condition ConditionReader::CompareNumber(const Element& element, int slot, Test test) {
-    const double number = ReadNumber(element, slot);
-    return fInputs.Type(slot) == DataType::FLOAT ? CompareSingle(slot, test, NearestSingle(number))
-                                                 : WithNumber(slot, test, number);
+/// A field with an order gets its codes before a condition mentions a single value.
+ConditionReader::Field ConditionReader::LookUpField(const Element& element) {
+    Field field;
+    field.slot = fInputs.RequireSlot(element, kField);
+    field.type = fInputs.Type(field.slot);
+    field.isNumeric = fInputs.IsNumeric(field.slot);
+    field.hasOrder = !fInputs.Listed(field.slot).empty();
+    if (field.hasOrder && fListed.count(field.slot) == 0) {
+        fListed.emplace(field.slot, LearnListed(field.slot));
+    }
+    return field;
+}
+
+Test ConditionReader::ReadOperator(const Element& element) {
+    if (element.Record() == nullptr) {
+        return element.OneOf(kOperator, kOperators);
+    }
+    const XMLCh* const word = element.Raw(kOperator);
+    const Test* const known = fOperators.Find(word);
+    return known != nullptr ? *known : fOperators.Keep(word, element.OneOf(kOperator, kOperators));
+}
+
+Condition ConditionReader::CompareNumber(const Element& element, const Field& field, Test test) {
+    const double number = ReadNumber(element, field);
+    return field.type == DataType::FLOAT ? CompareSingle(field.slot, test, NearestSingle(number))
+                                         : WithNumber(field.slot, test, number);
 }
 
 /// What a comparison of the field's value, rounded to single precision, says, by comparisons of the value as it is.
@@ -188,32 +241,36 @@ Condition ConditionReader::ComparePlace(const Element& element, int slot, Test t
     return condition;
 }
 
-double ConditionReader::ReadNumber(const Element& element, int slot) {
+double ConditionReader::ReadNumber(const Element& element, const Field& field) {
     double number = 0.0;
-    if (!NumberOf(slot, element.AnyText(kValue), number)) {
+    if (IsNumber(field.type) && KeepsDigits(element) && ReadPlainNumber(element.Raw(kValue), number)) {
+        return number;
+    }
+    if (!NumberOf(field, element.AnyText(kValue), number)) {
         element.RaiseInvalid(kValue);
     }
     return number;
 }
 
+bool ConditionReader::KeepsDigits(const Element& element) {
+    if (!fKeepsDigits) {
+        fKeepsDigits = element.Reader()(u"-.0123456789") == "-.0123456789";
+    }
+    return *fKeepsDigits;
+}
+
 /// What a document writes for a value of the field. Numbers lie anywhere, also between those of an integer field and
 /// between false and true; infinite ones part what is missing from all that isn't.
-bool ConditionReader::NumberOf(int slot, const std::string& text, double& number) const {
-    const DataType type = fInputs.Type(slot);
-    if (IsNumber(type) && ReadInfinite(text, number)) {
+bool ConditionReader::NumberOf(const Field& field, const std::string& text, double& number) const {
+    if (IsNumber(field.type) && ReadInfinite(text, number)) {
         return true;
     }
-    Value value = IsNumber(type) ? Value() : fInputs.ValueIn(slot, text);
-    if (value.isMissing && !IsMoment(type)) {
+    Value value = IsNumber(field.type) ? Value() : fInputs.ValueIn(field.slot, text);
+    if (value.isMissing && !IsMoment(field.type)) {
         value = ReadValue(text, DataType::DOUBLE);
     }
     number = value.number;
     return !value.isMissing;
-}
-
-/// Whether a field has an order of its own: that of the values that it lists.
-bool ConditionReader::HasOrder(int slot) {
-    return !fInputs.Listed(slot).empty();
 }
 
 /// Gives the values that a field lists the first codes, in their order.
@@ -228,25 +285,25 @@ int ConditionReader::LearnListed(int slot) {
 }
 
 Condition ConditionReader::ReadSet(const Element& element) {
-    const int slot = RequireSlot(element);
+    const Field field = RequireField(element);
+    const int slot = field.slot;
     const bool isIn = element.OneOf(kBooleanOperator, kSetOperators);
     const Element array = element.RequireChild(u"Array");
-    const bool isNumeric = fInputs.IsNumeric(slot);
+    const std::vector<std::string> items = ArrayWords(array);
     std::vector<double> numbers;
     std::vector<int> codes;
-    for (const std::string& item : ArrayWords(array)) {
-        double number = 0.0;
-        const int code = isNumeric ? ValueCodes::kUnknown : fInputs.CategoryOf(slot, item);
-        if (isNumeric ? !NumberOf(slot, item, number) : code == ValueCodes::kUnknown) {
+    numbers.reserve(field.isNumeric ? items.size() : 0);
+    codes.reserve(field.isNumeric ? 0 : items.size());
+    for (const std::string& item : items) {
+        if (field.isNumeric ? !NumberOf(field, item, numbers.emplace_back())
+                            : codes.emplace_back(fInputs.CategoryOf(slot, item)) == ValueCodes::kUnknown) {
             Raise<Message::INVALID_ATTRIBUTE_VALUE_IN>(item, array.Tag(), element.Tag());
         }
-        numbers.push_back(number);
-        codes.push_back(code);
     }
-    if (isNumeric && fInputs.Type(slot) == DataType::FLOAT && !numbers.empty()) {
+    if (field.isNumeric && field.type == DataType::FLOAT && !numbers.empty()) {
         return IsAmongSingles(slot, numbers, isIn);
     }
-    if (isNumeric) {
+    if (field.isNumeric) {
         Condition condition = OnSlot(isIn ? Test::IN_NUMBERS : Test::NOT_IN_NUMBERS, slot);
         condition.span = fConditions.AddNumbers(std::move(numbers));
         return condition;

@@ -3,9 +3,11 @@
 
 #include "kit/conditions/condition.h"
 #include "kit/document/element.h"
+#include "kit/document/known_texts.h"
 #include "kit/inputs/inputs.h"
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,22 +37,35 @@ public:
     Condition Read(const Element& element);
 
 private:
+    /// A field that conditions name.
+    struct Field {
+        int slot = 0;
+        DataType type = DataType::STRING;
+        bool isNumeric = false;
+        bool hasOrder = false; ///< of its own
+    };
+
     Condition ReadSimple(const Element& element);
     Condition ReadSet(const Element& element);
     Condition ReadCompound(const Element& element);
-    int RequireSlot(const Element& element);
-    Condition CompareNumber(const Element& element, int slot, Test test);
+    Field RequireField(const Element& element);
+    Field LookUpField(const Element& element);
+    Test ReadOperator(const Element& element);
+    Condition CompareNumber(const Element& element, const Field& field, Test test);
     Condition CompareSingle(int slot, Test test, float bound);
     Condition IsAmongSingles(int slot, const std::vector<double>& numbers, bool isIn);
     Condition ComparePlace(const Element& element, int slot, Test test);
-    double ReadNumber(const Element& element, int slot);
-    bool NumberOf(int slot, const std::string& text, double& number) const;
-    bool HasOrder(int slot);
+    double ReadNumber(const Element& element, const Field& field);
+    bool NumberOf(const Field& field, const std::string& text, double& number) const;
+    bool KeepsDigits(const Element& element);
     int LearnListed(int slot);
 
     Conditions& fConditions;
     Inputs& fInputs;
     std::map<int, int> fListed; ///< by the slots of fields with an order, how many values they list
+    KnownTexts<Field, 64> fFields;
+    KnownTexts<Test, 16> fOperators;
+    std::optional<bool> fKeepsDigits; ///< whether digits are ASCII in the encoding of the document's texts
 };
 
 } // namespace veltrane_kit

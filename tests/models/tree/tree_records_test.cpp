@@ -124,6 +124,52 @@ TEST_F(TreeRecords, PassOverExtensionsAndJoinTheTextAroundThem) {
     EXPECT_TRUE(AreSame(document));
 }
 
+/// A tree in which the same few names, words, categories and numbers come again and again.
+std::string RepeatingTree() {
+    const char* const predicates[] = {
+        "<SimplePredicate field='x' operator='lessThan' value='2.5'/>",
+        "<SimplePredicate field='x' operator='greaterOrEqual' value='-1'/>",
+        "<SimplePredicate field='c' operator='equal' value='u'/>",
+        "<SimplePredicate operator='greaterThan' value='low' field='o'/>",
+        "<SimplePredicate field='o' operator='isMissing'/>",
+        "<SimpleSetPredicate field='c' booleanOperator='isNotIn'><Array n='2' type='string'>u w</Array>"
+        "</SimpleSetPredicate>",
+        "<CompoundPredicate booleanOperator='and'><SimplePredicate field='x' operator='notEqual' value='1'/>"
+        "<SimplePredicate field='c' operator='notEqual' value='v'/></CompoundPredicate>"};
+    std::string nodes;
+    for (int i = 0; i < 140; ++i) {
+        nodes += "<Node id='" + std::to_string(i) + "' score='" + (i % 3 == 0 ? "a" : "b") + "' recordCount='3'>" +
+                 predicates[i % 7] + "<ScoreDistribution value='a' recordCount='1'/>" +
+                 "<ScoreDistribution value='b' recordCount='2'/></Node>";
+    }
+    std::string document = kSmallTree;
+    return document.insert(document.find(" </Node>\n</TreeModel>"), nodes);
+}
+
+TEST_F(TreeRecords, OfTheSameWordsAgainAndAgainScoreAsNodesDo) {
+    const std::string document = RepeatingTree();
+    EXPECT_TRUE(AreSame(document));
+    EXPECT_FALSE(Outcome(document, kByRecords).starts_with(kRefused));
+}
+
+/// What was right many times before is refused where it is wrong.
+TEST_F(TreeRecords, OfTheSameWordsFailWhereOneIsWrongOrInTheWrongPlace) {
+    const std::string document = RepeatingTree();
+    const std::size_t last = document.rfind("<Node");
+    const std::size_t end = document.find("</TreeModel>");
+    int refused = 0;
+    for (std::size_t at = document.rfind('\'', end); at > last;) {
+        const std::size_t start = document.rfind('\'', at - 1);
+        for (const char* word : {"x", "c", "t", "z", "lessThan", "isIn", "and", "a", "u", "3", "2.5", "", "false"}) {
+            std::string changed = document;
+            ASSERT_TRUE(AreSame(changed.replace(start + 1, at - start - 1, word)));
+            refused += Outcome(changed, kByRecords).starts_with(kRefused) ? 1 : 0;
+        }
+        at = document.rfind('\'', start - 1);
+    }
+    EXPECT_GT(refused, 50);
+}
+
 TEST_F(TreeRecords, OfDeepAndBroadTreesScoreAsNodesDo) {
     std::string deep;
     for (int i = 0; i < 300; ++i) {

@@ -150,7 +150,7 @@ std::uint32_t AttributeCheck::CheckRecorded(const Element& element, const Elemen
         }
         seen |= std::uint32_t(1) << place;
         const AttributeRow& about = row.attributes[place];
-        if (about.kind != AttributeKind::TEXT && IsWrong(about, records.texts + at->value) &&
+        if (about.kind != AttributeKind::TEXT && IsWrongRecord(about, records.texts + at->value) &&
             (wrong == nullptr || std::u16string_view(name) < std::u16string_view(wrong))) {
             wrong = name;
         }
@@ -159,6 +159,22 @@ std::uint32_t AttributeCheck::CheckRecorded(const Element& element, const Elemen
         RaiseWrong(element, wrong);
     }
     return seen;
+}
+
+/// The few words of a vocabulary come again and again, each in one place.
+bool AttributeCheck::IsWrongRecord(const AttributeRow& row, const XMLCh* text) {
+    if (row.kind != AttributeKind::WORD && row.kind != AttributeKind::FLAG) {
+        return IsWrong(row, text);
+    }
+    const AttributeRow* const* const known = fRight.Find(text);
+    if (known != nullptr && *known == &row) {
+        return false;
+    }
+    const bool isWrong = IsWrong(row, text);
+    if (!isWrong) {
+        fRight.Keep(text, &row);
+    }
+    return isWrong;
 }
 
 std::size_t AttributeCheck::PlaceOf(const XMLCh* name, const ElementRow& row) {

@@ -3,6 +3,7 @@
 
 #include "kit/document/checks/element_table.h"
 #include "kit/document/element.h"
+#include "kit/document/known_texts.h"
 
 #include <cstdint>
 
@@ -23,6 +24,7 @@ private:
     std::uint32_t CheckInTree(const Element& element, const ElementRow& row);
     std::uint32_t CheckRecorded(const Element& element, const ElementRow& row);
     std::size_t PlaceOf(const XMLCh* name, const ElementRow& row);
+    bool IsWrongRecord(const AttributeRow& row, const XMLCh* text);
     void CheckLacking(const ElementRow& row, std::uint32_t seen) const;
 
     /// The attributes of one document that have the same name share its text, so that the text's place tells the name.
@@ -35,6 +37,7 @@ private:
 
     bool fIsOld;
     Known fKnown[kKnown];
+    KnownTexts<const AttributeRow*, 64> fRight; ///< words, and the attributes that they are right for
 };
 
 } // namespace veltrane_kit
