@@ -237,6 +237,12 @@ class Dates(HostTest):
                     'cases.csv:3: M: "2024-02-30T00:00:00" is not a date-time\ncases.csv:3: S: "x" is not a number\n'
                     "veltrane: 8 cells could not be read\n")
 
+    def test_a_count_keeps_all_its_digits(self):
+        cells = "S\n125405284.999999\n0.1\n1e300\n"
+        derived = field_ref("t", "S", "string") + field_ref("n", "S", "double") + field_ref("s", "S", "dateTimeSecondsSince[1960]")
+        self.expect(self.transform(cells, fields=DATES[3:], derived=derived), 0,
+                    "t,n,s\n125405284.999999,125405284.999999,125405284.999999\n0.1,0.1,0.1\n1e+300,1e+300,1e+300\n", "")
+
     def test_missing_dates(self):
         self.expect(self.transform("D,T,M,S\n,,,\nNA,NA,NA,NA\n", "--missing", "NA", **self.ALL), 0,
                     "t,m,s\n,,\n,,\n", "")

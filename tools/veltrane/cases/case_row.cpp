@@ -53,6 +53,7 @@ void CaseRow::AddField(Field field) {
     fSlots.push_back(slot);
     fState.push_back(field.type == ScoreDictVar::STRING_VAR ? State::MISSING_TEXT : State::READ);
     fUnreadable.emplace_back();
+    fCounts.emplace_back();
     fComputed.push_back(nullptr);
     fFields.push_back(field);
 }
@@ -60,7 +61,9 @@ void CaseRow::AddField(Field field) {
 const MCVeltrane_900::ScoreValue* CaseRow::Get(int index) const {
     const auto slot = static_cast<std::size_t>(index);
     if (index >= 0 && slot < fState.size() && fState[slot] != State::READ) {
-        return fState[slot] == State::UNREADABLE ? fUnreadable[slot].get() : Readable(index);
+        return fState[slot] == State::UNREADABLE ? fUnreadable[slot].get()
+               : fState[slot] == State::COUNT    ? fCounts[slot].get()
+                                                 : Readable(index);
     }
     return CaseRecord::Get(index);
 }
@@ -99,8 +102,17 @@ void CaseRow::SetText(const Field& field, std::string_view text) {
 
 void CaseRow::SetDateNumber(const Field& field, double number) {
     const auto slot = static_cast<std::size_t>(field.slot);
-    fSlots[slot].date->SetDateTimeValue(number, field.dateTimeType);
+    DateTimeValue& date = *fSlots[slot].date;
+    date.SetDateTimeValue(number, field.dateTimeType);
     fState[slot] = State::READ;
+    if (!fKeepsUnreadable || date.GetDoubleValue(field.dateTimeType) == number) {
+        return;
+    }
+    if (fCounts[slot] == nullptr) {
+        fCounts[slot] = std::make_unique<NumericValue>();
+    }
+    fCounts[slot]->SetDoubleValue(number);
+    fState[slot] = State::COUNT;
 }
 
 bool CaseRow::SetDateText(const Field& field, const std::string& text) {

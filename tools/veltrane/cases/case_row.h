@@ -2,6 +2,7 @@
 #define VELTRANE_HOST_CASE_ROW_H
 
 #include <MCVeltrane_900/CaseRecord.h>
+#include <MCVeltrane_900/NumericValue.h>
 #include <MCVeltrane_900/ScoreDictVar.h>
 #include <MCVeltrane_900/StringValue.h>
 
@@ -13,7 +14,6 @@
 
 namespace MCVeltrane_900 {
 class DateTimeValue;
-class NumericValue;
 class ScoreDictionary;
 } // namespace MCVeltrane_900
 
@@ -59,7 +59,8 @@ public:
     void SetMissing(const Field& field);
 
     /// Has the cells that can't be read stand as texts in the record from now on, for those who tell them from missing
-    /// ones; else they are missing.
+    /// ones; else they are missing. A count of days or seconds with so many digits that a date-time would lose some of
+    /// them stands as a number.
     void KeepUnreadable() { fKeepsUnreadable = true; }
     bool KeepsUnreadable() const { return fKeepsUnreadable; }
 
@@ -77,7 +78,8 @@ public:
 
     const MCVeltrane_900::ScoreValue* Get(int index) const override;
 
-    /// The same for those who take a cell that can't be read for missing, whatever stands for it in the record.
+    /// The same for those who take a cell that can't be read for missing and counts for date-times, whatever stands
+    /// for them in the record.
     const MCVeltrane_900::ScoreValue* Readable(int index) const;
     using CaseRecord::Get;
 
@@ -89,8 +91,9 @@ private:
         MCVeltrane_900::DateTimeValue* date;
     };
 
-    /// What the record gives for a field: the value in its slot, nothing, the text of the cell, or what is computed.
-    enum class State : char { READ, MISSING_TEXT, UNREADABLE, COMPUTED };
+    /// What the record gives for a field: the value in its slot, nothing, the text of the cell, a number for a
+    /// date-time, or what is computed.
+    enum class State : char { READ, MISSING_TEXT, UNREADABLE, COUNT, COMPUTED };
 
     void AddField(Field field);
 
@@ -99,6 +102,7 @@ private:
     std::vector<State> fState; ///< by slot
     bool fKeepsUnreadable = false;
     std::vector<std::unique_ptr<MCVeltrane_900::StringValue>> fUnreadable; ///< by slot, made when one comes
+    std::vector<std::unique_ptr<MCVeltrane_900::NumericValue>> fCounts;    ///< the same
     std::vector<const MCVeltrane_900::ScoreValue*> fComputed;              ///< by slot, null for other fields
     std::string fText;
 };
