@@ -226,6 +226,25 @@ class Dates(HostTest):
         result = self.transform("D,T,M,S\n2024-02-29,23:59:58,2024-02-29T12:00:01,315619200\n", "--plain", **self.ALL)
         self.expect(result, 0, "t,m,s\n23:59:58,2024-02-29T12:00:01,1970-01-01T00:00:00\n", "")
 
+    def test_seconds_may_have_a_fraction(self):
+        cells = "T,M\n23:59:58.25,2024-02-29T12:00:01.1\n0:0:0.000001,1969-12-31 23:59:59.75\n"
+        texts = dict(fields=DATES[1:3], derived=field_ref("t", "T", "string") + field_ref("m", "M", "string"))
+        moments = dict(fields=DATES[1:3], derived=field_ref("t", "T", "time") + field_ref("m", "M", "dateTime"))
+        written = "t,m\n23:59:58.25,2024-02-29T12:00:01.1\n00:00:00.000001,1969-12-31T23:59:59.75\n"
+        self.expect(self.transform(cells, **texts), 0, written, "")
+        self.expect(self.transform(cells, **moments), 0, written, "")
+        self.expect(self.transform(cells, "--plain", **moments), 0, written, "")
+        self.expect(self.transform(written.upper(), **moments), 0, written, "")
+
+    def test_a_fraction_that_is_none_is_reported(self):
+        result = self.transform("T,M\n12:00:00.,2024-02-29T12:00:01.5Z\n"
+                                "23:59:59.99999999999999999,2024-02-29\n", fields=DATES[1:3],
+                                derived=field_ref("t", "T", "time") + field_ref("m", "M", "dateTime"))
+        self.expect(result, 3, "t,m\n,\n,\n",
+                    'cases.csv:2: T: "12:00:00." is not a time\ncases.csv:2: M: "2024-02-29T12:00:01.5Z" is not a date-time\n'
+                    'cases.csv:3: T: "23:59:59.99999999999999999" is not a time\n'
+                    'cases.csv:3: M: "2024-02-29" is not a date-time\nveltrane: 4 cells could not be read\n')
+
     def test_cells_that_are_none_are_reported(self):
         result = self.transform("D,T,M,S\nx,12:30,2024-02-29,2024-02-29T00:00:00\n"
                                 "2023-02-29,24:00:00,2024-02-30T00:00:00,x\n", **self.ALL)

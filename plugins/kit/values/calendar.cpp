@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 
 namespace veltrane_kit {
 
@@ -20,6 +21,8 @@ struct Scale {
 
 constexpr std::int64_t kDaysOfEra = 146097; // 400 years
 constexpr double kMostDays = 1e11;
+constexpr std::int64_t kMicrosecondsOfSecond = 1'000'000;
+constexpr std::int64_t kMicrosecondsOfDay = static_cast<std::int64_t>(kSecondsOfDay) * kMicrosecondsOfSecond;
 constexpr std::int64_t kDaysToYear0OfMarch = 719468;
 
 bool IsLeap(std::int64_t year) {
@@ -100,16 +103,52 @@ bool TakeDay(std::string_view& text, double& days) {
     return true;
 }
 
+/// Takes a point and digits off the front of a text, if it begins with a point.
+bool TakeFraction(std::string_view& text, double& fraction) {
+    if (text.empty() || text.front() != '.') {
+        return true;
+    }
+    const std::size_t end = std::min(text.find_first_not_of("0123456789", 1), text.size());
+    if (end == 1) {
+        return false;
+    }
+    // One without end is too small for a double, and 0 then.
+    std::from_chars(text.data(), text.data() + end, fraction, std::chars_format::fixed);
+    text.remove_prefix(end);
+    return true;
+}
+
+/// @param seconds of the midnight before, to which it is added
 bool TakeTime(std::string_view& text, double& seconds) {
     int hour = 0;
     int minute = 0;
     int second = 0;
+    double fraction = 0.0;
     if (!TakeNumber(text, 2, hour) || !TakeSign(text, ':') || !TakeNumber(text, 2, minute) || !TakeSign(text, ':') ||
-        !TakeNumber(text, 2, second) || hour > 23 || minute > 59 || second > 59) {
+        !TakeNumber(text, 2, second) || !TakeFraction(text, fraction) || hour > 23 || minute > 59 || second > 59) {
         return false;
     }
-    seconds = hour * 3600.0 + minute * 60.0 + second;
+    seconds += hour * 3600.0 + minute * 60.0 + second;
+    seconds += fraction;
     return true;
+}
+
+void AppendDay(std::string& text, const Day& day) {
+    char part[64];
+    const int length = std::snprintf(part, sizeof part, "%s%04lld-%02d-%02d", day.year < 0 ? "-" : "",
+                                     static_cast<long long>(std::abs(day.year)), day.month, day.day);
+    text.append(part, static_cast<std::size_t>(length));
+}
+
+void AppendTime(std::string& text, std::int64_t microsecond) {
+    const auto second = static_cast<long>(microsecond / kMicrosecondsOfSecond);
+    const auto fraction = static_cast<long>(microsecond % kMicrosecondsOfSecond);
+    char part[96];
+    const int length = std::snprintf(part, sizeof part, "%02ld:%02ld:%02ld.%06ld", second / 3600, second / 60 % 60,
+                                     second % 60, fraction);
+    const std::string_view digits(part, static_cast<std::size_t>(length));
+    const std::size_t last = digits.find_last_not_of('0');
+    text.append(digits.substr(0, fraction == 0 ? digits.find('.') : last + 1));
 }
 
 /// Seconds from midnight as one of the types of times: a time of day is one, a count of seconds may be any.
@@ -154,36 +193,42 @@ std::optional<double> ReadMoment(std::string_view text, DataType type) {
     if (type == DataType::DATE_TIME && !TakeSign(text, 'T') && !TakeSign(text, ' ')) {
         return std::nullopt;
     }
+    seconds = days * kSecondsOfDay;
     if (type != DataType::DATE && !TakeTime(text, seconds)) {
         return std::nullopt;
     }
-    if (!text.empty()) {
+    if (!text.empty() || (type == DataType::TIME && !IsTimeOfDay(seconds))) {
         return std::nullopt;
     }
-    return type == DataType::DATE ? days : days * kSecondsOfDay + seconds;
+    return type == DataType::DATE ? days : seconds;
+}
+
+NearestMicrosecond MicrosecondOf(double seconds) {
+    const double day = std::floor(seconds / kSecondsOfDay);
+    NearestMicrosecond moment{static_cast<std::int64_t>(day),
+                              std::llround((seconds - day * kSecondsOfDay) * kMicrosecondsOfSecond)};
+    if (moment.microsecond >= kMicrosecondsOfDay) {
+        ++moment.day;
+        moment.microsecond -= kMicrosecondsOfDay;
+    }
+    return moment;
 }
 
 std::string WriteMoment(double number, DataType type) {
-    const bool hasTime = type != DataType::DATE;
     // What lies farther away is written as the end of what has a text.
-    const double most = kMostDays * (hasTime ? kSecondsOfDay : 1.0);
-    number = std::clamp(number, -most, most);
-    const double days = type == DataType::TIME ? 0.0
-                        : hasTime              ? std::floor(number / kSecondsOfDay)
-                                               : std::floor(number);
-    const auto seconds = static_cast<long>(hasTime ? std::floor(number - days * kSecondsOfDay) : 0.0);
-    std::string text;
-    char part[64];
-    if (type != DataType::TIME) {
-        const Day day = DayOf(static_cast<std::int64_t>(days));
-        text.append(part,
-                    static_cast<std::size_t>(std::snprintf(part, sizeof part, "%04lld-%02d-%02d",
-                                                           static_cast<long long>(day.year), day.month, day.day)));
+    const double seconds = std::clamp(type == DataType::DATE ? std::floor(number) * kSecondsOfDay : number,
+                                      -kMostDays * kSecondsOfDay, kMostDays * kSecondsOfDay);
+    NearestMicrosecond moment = MicrosecondOf(seconds);
+    if (type == DataType::TIME && moment.day != 0) {
+        moment = {0, kMicrosecondsOfDay - 1}; // a time has no other text behind the last microsecond
     }
-    if (hasTime) {
+    std::string text;
+    if (type != DataType::TIME) {
+        AppendDay(text, DayOf(moment.day));
+    }
+    if (type != DataType::DATE) {
         text.append(text.empty() ? "" : "T");
-        text.append(part, static_cast<std::size_t>(std::snprintf(part, sizeof part, "%02ld:%02ld:%02ld", seconds / 3600,
-                                                                 seconds / 60 % 60, seconds % 60)));
+        AppendTime(text, moment.microsecond);
     }
     return text;
 }

@@ -29,10 +29,21 @@ Day DayOf(std::int64_t days);
 /// Whether seconds from midnight are less than a day's; a TIME has no others.
 bool IsTimeOfDay(double seconds);
 
-/// The number of a DATE, TIME or DATE_TIME that is written in the form of ISO 8601; a blank may stand for the T.
+/// A moment by its day and by the microsecond of that day that is nearest.
+struct NearestMicrosecond {
+    std::int64_t day;         ///< from 1970-01-01
+    std::int64_t microsecond; ///< from midnight
+};
+
+/// @param seconds from 1970-01-01, so many that a double counts their days exactly: 8.64e15 at most, on both sides
+NearestMicrosecond MicrosecondOf(double seconds);
+
+/// The number of a DATE, TIME or DATE_TIME that is written in the form of ISO 8601. Seconds may have a fraction of any
+/// length; a blank may stand for the T. There are no time zones.
 std::optional<double> ReadMoment(std::string_view text, DataType type);
 
-/// In the form of ISO 8601, seconds without a fraction.
+/// In the form of ISO 8601, seconds that are no whole number with up to six decimals. A year has four digits or more,
+/// and a sign before year 0.
 std::string WriteMoment(double number, DataType type);
 
 /// A number of one of these types as one of another; none where the other one lacks what it would take, as a time

@@ -75,7 +75,7 @@ TEST_P(SecondsAsTime, AreLessThanADay) {
 constexpr Seconds kSeconds[] = {
     {"Midnight", 0.0, "00:00:00!", 0.0},
     {"LastOfADay", 86399.0, "23:59:59!", 86399.0},
-    {"Fraction", 86399.75, "23:59:59!", 86399.0},
+    {"Fraction", 86399.75, "23:59:59.75!", 86399.0},
     {"NextMidnight", 86400.0, "", kMissing},
     {"BelowZero", -1.0, "", kMissing},
     {"FarBeyond", 1e300, "", kMissing},

@@ -5,6 +5,9 @@ the Gregorian one, extended to all years; a day has 86400 seconds. A counting ty
 and its number stands as it is wherever a number is asked for.
 
 Decision: an epoch of year 0 is the day 0000-01-01 of the extended calendar, 719528 days before 1970.
+Decision: a time and a dateTime may be written with a fraction of a second of any length, but without a time zone; as a text
+they have up to six decimals, the nearest ones, and a time is never written as the end of its day.
+Decision: a year before 0 is written with a sign in front of four digits.
 Decision: functions of dates give whole days and seconds of counts with a fraction; a year of more than 9 digits and, to
 formatDatetime, a moment more than 10**15 seconds away from 1970 are outside the domain.
 Decision: formatDatetime knows the conversions of strftime in C, but for those of time zones; others are outside the domain.
@@ -19,10 +22,10 @@ EPOCHS = (0, 1960, 1970, 1980)
 COUNTING = tuple(f"dateDaysSince[{year}]" for year in EPOCHS) + ("timeSeconds",) + tuple(
     f"dateTimeSecondsSince[{year}]" for year in EPOCHS)
 ALL = MOMENTS + COUNTING
-DAY = 86400
+DAY, MICRO = 86400, 10 ** 6
 MOST_YEARS, MOST_SECONDS = 10 ** 9 - 1, 10 ** 15
 _DATE = r"(\d{1,4})-(\d{1,2})-(\d{1,2})"
-_TIME = r"(\d{1,2}):(\d{1,2}):(\d{1,2})"
+_TIME = r"(\d{1,2}):(\d{1,2}):(\d{1,2})(\.\d+)?"
 _FORMS = {"date": re.compile(_DATE + r"\Z"), "time": re.compile(_TIME + r"\Z"),
           "dateTime": re.compile(_DATE + "[T ]" + _TIME + r"\Z")}
 _LENGTHS = (31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31)
@@ -68,8 +71,8 @@ def read(text, type_):
     match = _FORMS[type_].match(text)
     if not match:
         raise NotOfType(text)
-    parts = [int(part) for part in match.groups()]
-    count = 0
+    *parts, fraction = match.groups() if type_ != "date" else (*match.groups(), None)
+    parts, count = [int(part) for part in parts], 0
     if type_ != "time":
         year, month, day = parts[:3]
         if not 1 <= month <= 12 or not 1 <= day <= month_length(year, month):
@@ -80,14 +83,29 @@ def read(text, type_):
     hour, minute, second = parts[-3:]
     if hour > 23 or minute > 59 or second > 59:
         raise NotOfType(text)
-    return count * DAY + hour * 3600 + minute * 60 + second
+    count = count * DAY + hour * 3600 + minute * 60 + second
+    if fraction is None or float(fraction) == 0:
+        return count
+    if type_ == "time" and count + float(fraction) >= DAY:
+        raise NotOfType(text)
+    return count + float(fraction)
+
+
+def _nearest(number):
+    """The whole number that is nearest, the larger of two."""
+    return int(number // 1) + (number % 1 >= 0.5)
 
 
 def write(count, type_):
     """A date, time or dateTime in the form of ISO 8601."""
-    day, second = (count, 0) if type_ == "date" else divmod(count, DAY) if type_ == "dateTime" else (0, count)
-    date = "%04d-%02d-%02d" % day_of(day)
-    time = "%02d:%02d:%02d" % (second // 3600, second // 60 % 60, second % 60)
+    day, second = (int(count // 1), 0) if type_ == "date" else divmod(count, DAY) if type_ == "dateTime" else (0, count)
+    micro, day = _nearest(second * 1e6), int(day)
+    if micro >= DAY * MICRO:
+        micro, day = (micro - DAY * MICRO, day + 1) if type_ == "dateTime" else (DAY * MICRO - 1, day)
+    year, month, of_month = day_of(day)
+    date = "%s%04d-%02d-%02d" % ("-" * (year < 0), abs(year), month, of_month)
+    second, micro = divmod(micro, MICRO)
+    time = "%02d:%02d:%02d" % (second // 3600, second // 60 % 60, second % 60) + (".%06d" % micro).rstrip("0") * (micro > 0)
     return {"date": date, "time": time, "dateTime": f"{date}T{time}"}[type_]
 
 

@@ -108,6 +108,22 @@ def beyond_a_day(draw, road, count):
                           helpers=[derived("h", "time", ref("e"))])
 
 
+def fractions(draw, road, count):
+    """Seconds with fractions, of a cell or of a count: as texts, and as what these texts are read as again."""
+    source = draw.choice(("time", "dateTime", "timeSeconds", *(f"dateTimeSecondsSince[{year}]" for year in (0, 1960, 1970, 1980))))
+    moment = "time" if source.startswith("time") else "dateTime"
+    ends = ("0.0000004", "59.9999996", "0.0078125", "86399.9999", "3599.9999999", "1e-20")
+    rows = [{"e": draw.of_type(source) + (draw.fraction() if source in COUNTING else "")} for _ in range(count)]
+    rows += [{"e": draw.choice(ends)} for _ in range(3 if source in COUNTING else 0)]
+    again = apply("if", apply("equal", ref("again"), ref("h")), const("1"), const("0"))
+    calls = [(moment, ref("h")), ("string", ref("h")), ("string", apply("concat", ref("h"), const("!", "string"))),
+             ("string", ref("e")), (moment, ref("again")), ("double", again),
+             ("double", apply("dateSecondsSinceMidnight", ref("h"))),
+             ("string", apply("formatDatetime", ref("h"), const("%H:%M:%S", "string")))]
+    helpers = [derived("h", moment, ref("e")), derived("text", "string", ref("h")), derived("again", moment, ref("text"))]
+    return of_expressions(road, [field(source)], calls, rows, helpers=helpers)
+
+
 def predicates(types):
     """A tree whose branches compare a field with a value and a set."""
     def make(draw, _road, count):
@@ -132,7 +148,7 @@ CASTS = [("dateDaysSince[1960]", "dateDaysSince[1970]"), ("dateDaysSince[1980]",
 CLASSES = {
     **{f"date.{use}-counting": used(use, COUNTING) for use in USES},
     **{f"date.{use}": used(use, MOMENTS) for use in ("table", "indicator", "copy", "comparison", "equality")},
-    "date.beyond-a-day": beyond_a_day,
+    "date.beyond-a-day": beyond_a_day, "date.fractions": fractions,
     **{f"date.cast-{source}-{target}": cast(source, target) for source, target in CASTS},
 }
 SCORED = {

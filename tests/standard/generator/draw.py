@@ -29,7 +29,11 @@ class Draw(random.Random):
         return f"{self.randint(1890, 2060):04d}-{self.randint(1, 12):02d}-{self.randint(1, 28):02d}"
 
     def time(self):
-        return f"{self.randint(0, 23):02d}:{self.randint(0, 59):02d}:{self.randint(0, 59):02d}"
+        return f"{self.randint(0, 23):02d}:{self.randint(0, 59):02d}:{self.randint(0, 59):02d}{self.fraction()}"
+
+    def fraction(self):
+        """Of a second, as it is written; most have none."""
+        return self.choice(("", "", "", ".5", ".125", ".1", ".999999", ".000001", f".{self.randint(0, 999999):06d}"))
 
     def of_type(self, type_):
         """A cell of a data type."""

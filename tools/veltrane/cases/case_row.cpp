@@ -115,12 +115,20 @@ void CaseRow::SetDateNumber(const Field& field, double number) {
     fState[slot] = State::COUNT;
 }
 
-bool CaseRow::SetDateText(const Field& field, const std::string& text) {
+bool CaseRow::SetDateText(const Field& field, const std::string& text, double fraction) {
     const auto slot = static_cast<std::size_t>(field.slot);
     DateTimeValue& date = *fSlots[slot].date;
     fState[slot] = State::READ;
     date = DateTimeValue(text, field.dateTimeType);
-    return !date.IsSystemMissingValue();
+    if (date.IsSystemMissingValue()) {
+        return false;
+    }
+    if (fraction == 0) {
+        return true;
+    }
+    // So many digits that the nearest number is the end of the day are no time.
+    date.SetDateTimeValue(date.GetDouble() + fraction, field.dateTimeType);
+    return field.dateTimeType != ScoreDictVar::DT_TIME || date.GetDouble() < DateTimeValue::SECONDS_PER_DAY;
 }
 
 void CaseRow::SetMissing(const Field& field) {

@@ -54,7 +54,8 @@ public:
     void SetDateNumber(const Field& field, double number);
 
     /// Reads the text of a date, a time or a date-time; false when there is no such moment, and then it is missing.
-    bool SetDateText(const Field& field, const std::string& text);
+    /// @param fraction of its second, from 0 to 1, which is added
+    bool SetDateText(const Field& field, const std::string& text, double fraction);
 
     void SetMissing(const Field& field);
 

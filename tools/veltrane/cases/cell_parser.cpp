@@ -137,9 +137,12 @@ const char* CellParser::ReadDate(std::string_view cell, const CaseRow::Field& fi
         if (!HasDateForm(cell, date.form)) {
             return date.problem;
         }
-        fText.assign(cell);
+        const std::size_t point = std::min(cell.find('.'), cell.size());
+        double fraction = 0;
+        std::from_chars(cell.data() + point, cell.data() + cell.size(), fraction, std::chars_format::fixed);
+        fText.assign(cell.substr(0, point));
         std::replace(fText.begin(), fText.end(), ' ', 'T');
-        return row.SetDateText(field, fText) ? nullptr : date.problem;
+        return row.SetDateText(field, fText, fraction) ? nullptr : date.problem;
     }
     double number = 0;
     const char* problem = ReadNumber(cell, number);

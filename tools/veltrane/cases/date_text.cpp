@@ -4,22 +4,22 @@
 
 #include <MCVeltrane_900/DateTimeValue.h>
 
-#include <fmt/format.h>
-
+#include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <cstdint>
 #include <iterator>
+#include <kit/values/calendar.h>
 
 namespace veltrane::host {
 namespace {
 
 constexpr std::string_view kDatePattern = "yyyy-dd-dd";
-constexpr std::string_view kTimePattern = "dd:dd:dd";
-constexpr std::string_view kDateTimePattern = "yyyy-dd-ddTdd:dd:dd";
+constexpr std::string_view kTimePattern = "dd:dd:ddf";
+constexpr std::string_view kDateTimePattern = "yyyy-dd-ddTdd:dd:ddf";
 
 constexpr std::int64_t kMicrosecond = 1'000'000;
-constexpr std::int64_t kDay = MCVeltrane_900::DateTimeValue::SECONDS_PER_DAY;
+constexpr std::int64_t kFirstDay = -719528;     ///< 0000-01-01
+constexpr std::int64_t kDays = 2932897;         ///< 10000-01-01, the first that is too late
 constexpr double kFirstSecond = -62167219200.0; ///< 0000-01-01T00:00:00
 constexpr double kLastSecond = 253402300800.0;  ///< 10000-01-01T00:00:00, the first that is too late
 
@@ -27,11 +27,18 @@ bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-/// A run of y or d in the pattern stands for one to that many digits, T for itself or a blank, anything else for
-/// itself.
+bool IsFraction(std::string_view text) {
+    return text.size() > 1 && text.front() == '.' && std::all_of(text.begin() + 1, text.end(), IsDigit);
+}
+
+/// A run of y or d in the pattern stands for one to that many digits, T for itself or a blank, f at its end for a
+/// fraction or nothing, anything else for itself.
 bool Matches(std::string_view text, std::string_view pattern) {
     while (!pattern.empty()) {
         const char letter = pattern.front();
+        if (letter == 'f') {
+            return text.empty() || IsFraction(text);
+        }
         if (letter != 'y' && letter != 'd') {
             if (!text.starts_with(letter) && !(letter == 'T' && text.starts_with(' '))) {
                 return false;
@@ -100,23 +107,20 @@ bool HasDateForm(std::string_view text, DateForm form) {
 
 void AppendDate(std::string& text, double seconds, DateForm form) {
     const bool time = form == DateForm::TIME;
-    const double rounded = std::round(seconds * kMicrosecond) / kMicrosecond;
-    if (!(rounded >= (time ? 0 : kFirstSecond) && rounded < (time ? kDay : kLastSecond))) {
+    const bool isNear = seconds > kFirstSecond - 1 && seconds < kLastSecond;
+    const auto moment = isNear ? veltrane_kit::MicrosecondOf(seconds) : veltrane_kit::NearestMicrosecond{kDays, 0};
+    if (moment.day < (time ? 0 : kFirstDay) || moment.day >= (time ? 1 : kDays)) {
         AppendNumber(text, seconds);
         return;
     }
-    const std::int64_t moment = std::llround(seconds * kMicrosecond);
-    const std::int64_t microsecond = (moment % kMicrosecond + kMicrosecond) % kMicrosecond;
-    const std::int64_t second = (moment - microsecond) / kMicrosecond;
-    const std::int64_t secondOfDay = (second % kDay + kDay) % kDay;
     if (!time) {
-        AppendDay(text, (second - secondOfDay) / kDay);
+        AppendDay(text, moment.day);
     }
     if (form == DateForm::DATE_TIME) {
         text.push_back('T');
     }
     if (form != DateForm::DATE) {
-        AppendTime(text, secondOfDay, microsecond);
+        AppendTime(text, moment.microsecond / kMicrosecond, moment.microsecond % kMicrosecond);
     }
 }
 

@@ -14,7 +14,8 @@ enum class DateForm {
 };
 
 /// Whether the text has the form: groups of digits with their separators between them, the year of up to four digits,
-/// every other group of one or two. A blank may stand for the T. Whether there is such a day is not asked here.
+/// every other group of one or two. A blank may stand for the T; seconds may have a fraction. Whether there is such a
+/// day is not asked here.
 bool HasDateForm(std::string_view text, DateForm form);
 
 /// Appends a moment as text. Seconds that are no whole number get up to six decimals. A moment outside the years 0 to
