@@ -11,7 +11,10 @@ using veltrane_kit::Narrow;
 using veltrane_kit::RaiseAt;
 
 int RequireNumber(const Element& element, const XMLCh* attribute, Inputs& inputs) {
-    const int slot = inputs.RequireSlot(element, attribute);
+    return RequireNumber(element, attribute, inputs.RequireSlot(element, attribute), inputs);
+}
+
+int RequireNumber(const Element& element, const XMLCh* attribute, int slot, const Inputs& inputs) {
     if (!inputs.IsNumeric(slot)) {
         RaiseAt<Message::REQUIRES_NUMERIC>(element.Tag(), Narrow(attribute).c_str(), element.Text(attribute));
     }

@@ -27,6 +27,11 @@ struct Amount {
 /// @throws VTException 260120, 260285 for the attribute; 260125, 260161 for its field, 260187 for one of texts
 int RequireNumber(const veltrane_kit::Element& element, const XMLCh* attribute, veltrane_kit::Inputs& inputs);
 
+/// The same for a slot that is known.
+/// @return that
+int RequireNumber(const veltrane_kit::Element& element, const XMLCh* attribute, int slot,
+                  const veltrane_kit::Inputs& inputs);
+
 /// @param usual for a model with neither attribute
 /// @throws VTException what RequireNumber throws; 260153 for a value that is no number; 260212 for both attributes
 Amount ReadAmount(const veltrane_kit::Element& element, const XMLCh* value, const XMLCh* variable, double usual,

@@ -44,6 +44,15 @@ void CheckOrder(const std::vector<ReadCell>& cells, const Element& parent) {
     }
 }
 
+/// The slot of the time until which a case runs. Where that is the target, it is what the case itself has for it.
+int RequireTime(const Element& element, ModelParts& parts) {
+    const std::string& target = parts.schema.target;
+    const bool isTarget = element.Has(kEndTime) && !target.empty() && element.Text(kEndTime) == target;
+    const int slot = isTarget ? parts.inputs->WatchTarget(target) : veltrane_kit::Inputs::kNoSlot;
+    return slot == veltrane_kit::Inputs::kNoSlot ? RequireNumber(element, kEndTime, *parts.inputs)
+                                                 : RequireNumber(element, kEndTime, slot, *parts.inputs);
+}
+
 } // namespace
 
 Baseline::Baseline(const Element& element) : fMaxTime(element.Number(u"maxTime")) {
@@ -73,8 +82,7 @@ double Baseline::At(double time) const {
     return later == fCells.begin() ? 0.0 : (later - 1)->hazard;
 }
 
-Hazards::Hazards(const Element& element, ModelParts& parts)
-    : fTimeSlot(RequireNumber(element, kEndTime, *parts.inputs)) {
+Hazards::Hazards(const Element& element, ModelParts& parts) : fTimeSlot(RequireTime(element, parts)) {
     const Element tables = element.RequireChild(u"BaseCumHazardTables");
     if (element.Has(kStrata)) {
         fStrataSlot = parts.inputs->RequireSlot(element, kStrata);

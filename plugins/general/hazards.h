@@ -36,7 +36,8 @@ private:
 /// The BaseCumHazardTables of a model: one baseline, or one for each stratum.
 class Hazards {
 public:
-    /// @param element the model; its end time has to be there, and where a field tells strata there are strata
+    /// @param element the model; its end time has to be there, an input or the target, and where a field tells strata
+    ///                there are strata
     /// @param parts   the inputs grow by the fields that are read
     /// @throws VTException 260120, 260285 for attributes; 260125, 260161 and 260187 for fields; 260115, 260272, 260159,
     ///         260283 for elements; 260203 for a stratum that comes twice; what reading a Baseline throws

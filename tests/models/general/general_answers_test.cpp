@@ -111,6 +111,9 @@ constexpr Variant kTypes[] = {
     {"regression", "seedlings", "modelType=\"generalizedLinear\"", "modelType=\"regression\""},
     {"multinomial", "lunch", nullptr, nullptr},
     {"cox", "pumps", nullptr, nullptr},
+    {"coxOfItsTarget", "pumps",
+     "<MiningField name=\"broken\" usageType=\"target\"/>\n      <MiningField name=\"until\"/>",
+     "<MiningField name=\"until\" usageType=\"target\"/>"},
 };
 
 constexpr Variant kCumulativeLinks[] = {

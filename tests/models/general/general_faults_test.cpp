@@ -216,6 +216,8 @@ constexpr FaultyChange kPumpFaults[] = {
      Failure(NULL_ATTRIBUTE, "endTimeVariable", kModel)},
     {"EndUnknown", "endTimeVariable=\"until\"", "endTimeVariable=\"end\"",
      Failure(MISSING_VARIABLE_IN_BOTH, "end", "DataDictionary", "TransformationDictionary")},
+    {"EndIsATargetOfTexts", "endTimeVariable=\"until\"", "endTimeVariable=\"broken\"",
+     Failure(REQUIRES_NUMERIC, "broken")},
     {"EndOfTexts", "endTimeVariable=\"until\"", "endTimeVariable=\"hands\"", Failure(REQUIRES_NUMERIC, "hands")},
     {"StartUnknown", "startTimeVariable=\"since\"", "startTimeVariable=\"begin\"",
      Failure(MISSING_VARIABLE_IN_BOTH, "begin", "DataDictionary", "TransformationDictionary")},

@@ -175,6 +175,20 @@ TEST(GeneralRegression, CumulatesTheHazardOfOneBaseline) {
     EXPECT_FALSE(scored.Score({{"c", "a"}}).IsOK());
 }
 
+/// Until when a case has run is its own value of the target; without one it isn't scored.
+TEST(GeneralRegression, TakesTheEndTimeFromTheTarget) {
+    Scored scored(General("functionName='regression' modelType='CoxRegression' endTimeVariable='y'", "y",
+                          "<BaseCumHazardTables maxTime='10'><BaselineCell time='2' cumHazard='0.25'/>"
+                          "<BaselineCell time='5' cumHazard='1'/></BaseCumHazardTables>",
+                          "<PCell parameterName='p2' beta='2'/>"));
+    for (const auto& [time, hazard] : {std::pair("1.5", 0.0), std::pair("2", 0.25), std::pair("10", 1.0)}) {
+        ASSERT_TRUE(scored.Score({{"y", time}, {"c", "a"}}).IsOK()) << time;
+        EXPECT_DOUBLE_EQ(scored.Number(), hazard * std::exp(2.0)) << time;
+    }
+    EXPECT_EQ(scored.Score({{"y", "10.5"}, {"c", "a"}}).GetErrorCode(), kNoPrediction);
+    EXPECT_EQ(scored.Score({{"c", "a"}}).GetErrorCode(), kNoPrediction);
+}
+
 TEST(GeneralRegression, PredictsTheSameForEveryDistributionButTrials) {
     for (const char* distribution : {"binomial", "gamma", "igauss", "negbin", "normal", "poisson", "tweedie"}) {
         const std::string attributes = std::string("modelType='generalizedLinear' linkFunction='log' distribution='") +
