@@ -135,6 +135,7 @@ void Tree::Settle() {
     fShareSpans.shrink_to_fit();
     fDefaultChildren.shrink_to_fit();
     fIds.shrink_to_fit();
+    conditions.Settle();
 }
 
 } // namespace veltrane_tree

@@ -6,12 +6,6 @@
 
 namespace veltrane_kit {
 
-namespace {
-
-constexpr int kWordBits = 64;
-
-} // namespace
-
 bool Conditions::HasNumber(Condition::Span set, double number) const {
     const double* const first = fNumbers.data() + set.first;
     return std::binary_search(first, first + set.count, number);
@@ -35,10 +29,12 @@ std::vector<int> Conditions::CategoriesOf(const Condition& set) const {
         }
         return codes;
     }
-    const std::uint64_t* const words = fWords.data() + set.span.first;
+    const bool isOne = set.test == Test::IN_FIRST_CATEGORIES || set.test == Test::NOT_IN_FIRST_CATEGORIES;
+    const std::uint64_t* const words = isOne ? &set.bits : fWords.data() + set.span.first;
+    const int count = isOne ? 1 : set.span.count;
     codes.reserve(static_cast<std::size_t>(std::accumulate(
-        words, words + set.span.count, 0, [](int count, std::uint64_t word) { return count + std::popcount(word); })));
-    for (int at = 0; at < set.span.count; ++at) {
+        words, words + count, 0, [](int sum, std::uint64_t word) { return sum + std::popcount(word); })));
+    for (int at = 0; at < count; ++at) {
         for (std::uint64_t left = words[at]; left != 0; left &= left - 1) {
             codes.push_back(at * kWordBits + std::countr_zero(left));
         }
@@ -56,6 +52,14 @@ Condition::Span Conditions::AddNumbers(std::vector<double> numbers) {
 void Conditions::SetCategories(Condition& condition, const std::vector<int>& codes, bool isIn) {
     const auto highest = std::max_element(codes.begin(), codes.end());
     const int words = highest == codes.end() ? 0 : *highest / kWordBits + 1;
+    if (words <= 1) {
+        condition.test = isIn ? Test::IN_FIRST_CATEGORIES : Test::NOT_IN_FIRST_CATEGORIES;
+        condition.bits = 0;
+        for (const int code : codes) {
+            condition.bits |= std::uint64_t{1} << static_cast<unsigned>(code);
+        }
+        return;
+    }
     if (static_cast<std::size_t>(words) > codes.size()) {
         condition.test = isIn ? Test::IN_FEW_CATEGORIES : Test::NOT_IN_FEW_CATEGORIES;
         condition.span = AddNumbers(std::vector<double>(codes.begin(), codes.end()));
@@ -74,6 +78,12 @@ Condition::Span Conditions::AddParts(int count) {
     const Condition::Span span{static_cast<std::int32_t>(fParts.size()), count};
     fParts.resize(fParts.size() + static_cast<std::size_t>(count));
     return span;
+}
+
+void Conditions::Settle() {
+    fParts.shrink_to_fit();
+    fNumbers.shrink_to_fit();
+    fWords.shrink_to_fit();
 }
 
 std::size_t Conditions::Bytes() const {

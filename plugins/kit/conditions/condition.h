@@ -33,6 +33,8 @@ enum class Test : std::uint8_t {
     NOT_IN_NUMBERS,
     IN_CATEGORIES,
     NOT_IN_CATEGORIES,
+    IN_FIRST_CATEGORIES,
+    NOT_IN_FIRST_CATEGORIES,
     IN_FEW_CATEGORIES,
     NOT_IN_FEW_CATEGORIES,
     AND,
@@ -61,6 +63,7 @@ struct Condition {
         std::int32_t category;
         Place place;
         Span span;
+        std::uint64_t bits; ///< of a set of the first categories, one for each code
     };
 };
 
@@ -104,13 +107,16 @@ public:
 
     /// Keeps the numbers of a set, in any order.
     Condition::Span AddNumbers(std::vector<double> numbers);
-    /// Keeps the codes of a set of categories, none of them negative, and sets the condition's test and span: a bit for
-    /// each code up to the highest, or the codes themselves where they are few among many, so that the memory of sets
-    /// grows with their size alone.
+    /// Keeps the codes of a set of categories, none of them negative, and sets the condition's test and what belongs to
+    /// it: a bit for each code, in the condition itself where all are among the first 64, else up to the highest, or
+    /// the codes themselves where they are few among many, so that the memory of sets grows with their size alone.
     void SetCategories(Condition& condition, const std::vector<int>& codes, bool isIn);
     /// Keeps room for the parts of a compound.
     Condition::Span AddParts(int count);
     void SetPart(int index, const Condition& part) { fParts[static_cast<std::size_t>(index)] = part; }
+
+    /// Gives back the room that wasn't needed.
+    void Settle();
 
     /// The memory that is taken, in bytes.
     std::size_t Bytes() const;
@@ -122,8 +128,13 @@ private:
     Truth DecideParts(const Condition& condition, const View& fields, bool& usedSurrogate) const;
     template <typename View>
     int FirstMissing(const Condition& condition, const View& fields) const;
+    static bool HasBit(std::uint64_t bits, int code) {
+        return code >= 0 && code < kWordBits && (bits >> static_cast<unsigned>(code) & 1U) != 0;
+    }
     bool HasNumber(Condition::Span set, double number) const;
     bool HasCategory(Condition::Span set, int code) const;
+
+    static constexpr int kWordBits = 64;
 
     std::vector<Condition> fParts;
     std::vector<double> fNumbers;      ///< of numbers, and of the codes of few categories; each set sorted

@@ -90,6 +90,10 @@ Truth Conditions::DecideValue(const Condition& condition, const View& fields) co
         return TruthOf(HasCategory(condition.span, fields.Category(slot)));
     case Test::NOT_IN_CATEGORIES:
         return TruthOf(!HasCategory(condition.span, fields.Category(slot)));
+    case Test::IN_FIRST_CATEGORIES:
+        return TruthOf(HasBit(condition.bits, fields.Category(slot)));
+    case Test::NOT_IN_FIRST_CATEGORIES:
+        return TruthOf(!HasBit(condition.bits, fields.Category(slot)));
     case Test::IN_FEW_CATEGORIES:
         return TruthOf(HasNumber(condition.span, fields.Category(slot)));
     default:

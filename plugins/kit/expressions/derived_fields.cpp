@@ -74,12 +74,12 @@ void DerivedFields::Add(const Element& parent) {
         field.type = ReadDataType(child, u"dataType");
         field.slot = fLayout.AddField();
         fPlaces.emplace(field.slot, fFields.size());
-        fFields.push_back(std::move(field));
+        fFields.push_back(std::make_unique<Field>(std::move(field)));
     }
 }
 
 int DerivedFields::AddUnnamed(const Element& parent, DataType type) {
-    Field& field = fFields.emplace_back();
+    Field& field = *fFields.emplace_back(std::make_unique<Field>());
     field.element = parent;
     field.type = type;
     field.slot = fLayout.AddField();
@@ -90,8 +90,8 @@ int DerivedFields::AddUnnamed(const Element& parent, DataType type) {
 }
 
 void DerivedFields::Read() {
-    for (Field& field : fFields) {
-        ReadField(field);
+    for (const std::unique_ptr<Field>& field : fFields) {
+        ReadField(*field);
     }
     if (fFunctions == &fOwnFunctions) {
         ExpressionReader::CheckUncalled(fOwnFunctions, fLayout.encoding);
@@ -120,7 +120,7 @@ ExpressionPtr DerivedFields::ReadExpression(FieldScope& scope, const Element& pa
 
 DerivedFields::Field* DerivedFields::FieldOf(const std::string& name) {
     const auto found = fNames.find(name);
-    return found == fNames.end() ? nullptr : &fFields[found->second];
+    return found == fNames.end() ? nullptr : fFields[found->second].get();
 }
 
 std::optional<FieldScope::Found> DerivedFields::FindDerived(const std::string& name) {
@@ -156,10 +156,10 @@ void DerivedFields::Need(int slot) {
             fData.NeedData(next);
             continue;
         }
-        if (fFields[place->second].isNeeded) {
+        if (fFields[place->second]->isNeeded) {
             continue;
         }
-        Field& field = fFields[place->second];
+        Field& field = *fFields[place->second];
         if (!field.closed.name.empty()) {
             RaiseAt<Message::NO_PREDICTOR>(field.closed.element, field.closed.attribute.c_str(), field.closed.name);
         }
@@ -175,17 +175,17 @@ void DerivedFields::Settle() {
 }
 
 void DerivedFields::NeedAll() {
-    for (const Field& field : fFields) {
-        Need(field.slot);
+    for (const std::unique_ptr<Field>& field : fFields) {
+        Need(field->slot);
     }
 }
 
 std::vector<std::string> DerivedFields::Names() const {
     std::vector<std::string> names;
     names.reserve(fFields.size());
-    for (const Field& field : fFields) {
-        if (!field.name.empty()) {
-            names.push_back(field.name);
+    for (const std::unique_ptr<Field>& field : fFields) {
+        if (!field->name.empty()) {
+            names.push_back(field->name);
         }
     }
     return names;
@@ -194,9 +194,9 @@ std::vector<std::string> DerivedFields::Names() const {
 std::vector<int> DerivedFields::Slots() const {
     std::vector<int> slots;
     slots.reserve(fFields.size());
-    for (const Field& field : fFields) {
-        if (!field.name.empty()) {
-            slots.push_back(field.slot);
+    for (const std::unique_ptr<Field>& field : fFields) {
+        if (!field->name.empty()) {
+            slots.push_back(field->slot);
         }
     }
     return slots;
@@ -241,7 +241,7 @@ std::vector<int> DerivedFields::DataSlotsOf(int slot) const {
             found.push_back(next);
             continue;
         }
-        const std::vector<int>& slots = fFields[place->second].slots;
+        const std::vector<int>& slots = fFields[place->second]->slots;
         std::for_each(slots.rbegin(), slots.rend(), [&](int each) {
             if (known.insert(each).second) {
                 pending.push_back(each);

@@ -3,8 +3,8 @@
 
 #include "kit/expressions/expression_reader.h"
 
-#include <deque>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -144,7 +144,7 @@ private:
     };
     class Scope;
 
-    const Field& FieldAt(int slot) const { return fFields[fPlaces.at(slot)]; }
+    const Field& FieldAt(int slot) const { return *fFields[fPlaces.at(slot)]; }
     Field* FieldOf(const std::string& name);
     void ReadField(Field& field);
     static void ReadListed(Field& field);
@@ -153,8 +153,8 @@ private:
     FrameLayout& fLayout;
     DataScope& fData;
     DefinedFunctions fOwnFunctions;
-    DefinedFunctions* fFunctions; ///< those of the whole document
-    std::deque<Field> fFields;    ///< in the order of the document
+    DefinedFunctions* fFunctions;                ///< those of the whole document
+    std::vector<std::unique_ptr<Field>> fFields; ///< in the order of the document; parts by the thousand have none
     std::map<std::string, std::size_t, std::less<>> fNames;
     std::map<int, std::size_t> fPlaces; ///< by slot
     std::vector<const Field*> fOrder;   ///< each behind those that it refers to

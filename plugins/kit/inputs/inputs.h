@@ -13,8 +13,8 @@
 #include <MCVeltrane_900/ScoreDictionary.h>
 #include <veltrane/column_scorer.h>
 
-#include <deque>
 #include <functional>
+#include <list>
 #include <map>
 #include <memory>
 #include <optional>
@@ -228,7 +228,7 @@ private:
     DerivedFields fDerived;
     int fFirstSlot = 0;                                            ///< of the input fields
     std::size_t fFirstHistory = 0;                                 ///< of this model and its parts
-    std::deque<DataField> fDefined;                                ///< of a part, the fields that no DataField defines
+    std::list<DataField> fDefined;                                 ///< of a part, the fields that no DataField defines
     std::map<std::string, FieldScope::Found, std::less<>> fPassed; ///< of a part, the fields that it takes as they are
     std::map<std::string, FieldScope::Found, std::less<>> fTold;
     std::map<std::string, FieldScope::Found, std::less<>> fAnswers;

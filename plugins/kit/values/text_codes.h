@@ -48,7 +48,7 @@ public:
 
 private:
     static constexpr std::size_t kShort = 16;
-    static constexpr std::size_t kFewestCells = 16;
+    static constexpr std::size_t kFewestCells = 8;
 
     /// Tells short texts apart.
     struct Key {

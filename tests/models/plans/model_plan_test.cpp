@@ -143,9 +143,15 @@ protected:
             break;
         case veltrane_kit::Test::IN_CATEGORIES:
         case veltrane_kit::Test::NOT_IN_CATEGORIES:
+            fConditions.SetCategories(condition, {0, 2, 70}, Below(2) == 0);
+            break;
+        case veltrane_kit::Test::IN_FIRST_CATEGORIES:
+        case veltrane_kit::Test::NOT_IN_FIRST_CATEGORIES:
+            fConditions.SetCategories(condition, {0, 2}, Below(2) == 0);
+            break;
         case veltrane_kit::Test::IN_FEW_CATEGORIES:
         case veltrane_kit::Test::NOT_IN_FEW_CATEGORIES:
-            fConditions.SetCategories(condition, {0, 2}, Below(2) == 0);
+            fConditions.SetCategories(condition, {0, 2, 900}, Below(2) == 0);
             break;
         case veltrane_kit::Test::IS_CATEGORY:
         case veltrane_kit::Test::IS_NOT_CATEGORY:
