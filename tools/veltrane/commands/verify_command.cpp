@@ -103,11 +103,11 @@ void VerifyRun::SortFields() {
     }
     for (const auto& field : fVerification.fields) {
         Field sorted;
-        if (fColumns.Has(field.field) || IsFurtherTarget(field.field)) {
-            sorted.result.emplace(field);
-        } else if (const auto input = inputs.find(field.field); input != inputs.end()) {
+        const auto input = inputs.find(field.field);
+        const bool isResult = fColumns.Has(field.field) || IsFurtherTarget(field.field);
+        if (input != inputs.end() && !isResult) {
             sorted.input = input->second;
-        } else if (IsComputed(field.field)) {
+        } else if (isResult || IsComputed(field.field)) {
             sorted.result.emplace(field);
         }
         if (!sorted.result && !sorted.input) {
